@@ -1,0 +1,82 @@
+#include "app/AppInfo.h"
+
+#include "app/Distribution.h"
+#include "base/FatalError.h"
+#include "base/Localized.h"
+
+namespace kelpa {
+
+namespace {
+
+const SystemInfo* systemInfo = nullptr;
+const Clock* wallClock = nullptr;
+
+const SystemInfo& theSystem() {
+    if (!systemInfo)
+        fatalError("The application's information was used before the program was set up");
+    return *systemInfo;
+}
+
+std::string textOr(const char* key, const char* otherwise) {
+    const auto& infos = AppInfo::infos();
+    const auto found = infos.find(key);
+    const auto* text = found == infos.end() ? nullptr : std::get_if<std::string>(&found->second);
+    return text ? *text : otherwise;
+}
+
+} // namespace
+
+void AppInfo::wire(const SystemInfo& system, const Clock& clock) {
+    systemInfo = &system;
+    wallClock = &clock;
+}
+
+const std::map<std::string, InfoValue>& AppInfo::infos() {
+    static const std::map<std::string, InfoValue> read = theSystem().bundleInfo();
+    return read;
+}
+
+std::string AppInfo::name() {
+    return localized(textOr("CFBundleDisplayName", "Kelpa"));
+}
+
+std::string AppInfo::version() {
+    return textOr("CFBundleShortVersionString", "1.0.0");
+}
+
+std::string AppInfo::build() {
+    return textOr("CFBundleVersion", "1");
+}
+
+std::string AppInfo::identifier() {
+    return theSystem().bundleIdentifier().value_or("1");
+}
+
+std::string AppInfo::loginItemIdentifier() {
+    return distribution::loginItemIdentifier;
+}
+
+std::string AppInfo::copyright() {
+    const int year = wallClock->civil(wallClock->now()).year;
+    return "Copyright © " + std::to_string(year) + " " + distribution::copyrightHolder + ".";
+}
+
+std::string AppInfo::releaseNotesLink() {
+    return distribution::releaseNotesUrl;
+}
+
+std::string AppInfo::feedbackMailbox() {
+    return distribution::feedbackMailbox;
+}
+
+std::string AppInfo::model() {
+    return theSystem().machine();
+}
+
+std::string AppInfo::osVersion() {
+    const auto version = theSystem().osVersion();
+    return std::to_string(version.major) + "." + std::to_string(version.minor) + "." +
+           std::to_string(version.patch);
+}
+
+} // namespace kelpa

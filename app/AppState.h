@@ -1,0 +1,42 @@
+#pragma once
+
+#include "base/WorkItem.h"
+#include "platform/ports/Ports.h"
+#include "prefs/PrefState.h"
+#include "prefs/PromptState.h"
+#include "timer/TicktackState.h"
+#include "water/PrefWaterState.h"
+
+#include <memory>
+
+namespace kelpa {
+
+/// The shared state of the program. Nothing of it is kept from run to run; the objects are made on first use
+/// and live for the whole run.
+class AppState {
+  public:
+    /// The ports must outlive the process's last use. Call before anything else.
+    static void wire(Ports& ports);
+
+    /// The user's own stop: while it holds nothing automatic starts work again. Every assignment sets
+    /// `working` to its opposite.
+    [[nodiscard]] static bool manualPause();
+    static void setManualPause(bool pause);
+
+    /// Whether the cycle runs. Every assignment acts, also of the same value: true starts a work period from
+    /// its full length, false stops whatever period runs.
+    [[nodiscard]] static bool working();
+    static void setWorking(bool working);
+
+    [[nodiscard]] static PrefState& prefState();
+    [[nodiscard]] static PromptState& promptState();
+    [[nodiscard]] static TicktackState& workState();
+    [[nodiscard]] static TicktackState& breakState();
+    [[nodiscard]] static PrefWaterState& waterState();
+
+    /// The pending check whether the mouse has stood still; null until there was one.
+    [[nodiscard]] static const std::shared_ptr<WorkItem>& mouseMoveEventItem();
+    static void setMouseMoveEventItem(std::shared_ptr<WorkItem> item);
+};
+
+} // namespace kelpa

@@ -1,0 +1,48 @@
+#include "app/Application.h"
+
+#include "app/AppInfo.h"
+#include "app/AppState.h"
+#include "app/Clients.h"
+#include "base/FatalError.h"
+#include "base/Localized.h"
+#include "ui/IconFont.h"
+#include "ui/StatusBarController.h"
+#include "ui/WindowController.h"
+
+namespace kelpa {
+
+Application::Application(Ports& ports, LogFiles& logFiles)
+    : ports_(ports), logFiles_(logFiles), delegate_(ports.system) {
+    setFatalErrors(ports.fatalErrors);
+    setTranslations(ports.translations);
+    setLogClient(*this);
+    AppInfo::wire(ports.system, ports.clock);
+    AppState::wire(ports);
+    wireClients(ports);
+    TicktackController::wire(ticktackClient(), ports.tickers);
+    StatusBarController::wire(uiClient(), ports.statusBar, ports.application, ports.services);
+    WindowController::wire(uiClient(), ports.windows, ports.services);
+    IconFont::wire(ports.fonts);
+}
+
+void Application::launch() {
+    delegate_.applicationDidFinishLaunching();
+}
+
+void Application::willTerminate() {
+    delegate_.applicationWillTerminate();
+}
+
+std::string Application::identifier() const {
+    return AppInfo::identifier();
+}
+
+std::string Application::displayName() const {
+    return AppInfo::name();
+}
+
+std::optional<std::string> Application::homeDirectory() const {
+    return ports_.system.homeDirectory();
+}
+
+} // namespace kelpa

@@ -1,0 +1,67 @@
+#include "base/Calendar.h"
+
+#include <chrono>
+#include <cstdio>
+
+namespace kelpa {
+
+namespace {
+
+using std::chrono::days;
+using std::chrono::sys_days;
+
+sys_days dayOf(int year, int month, int day) {
+    return sys_days{std::chrono::year{year} / month / day};
+}
+
+/// The first day of week 1 of a year.
+sys_days firstWeekStart(int year, WeekRule rule) {
+    const sys_days newYear = dayOf(year, 1, 1);
+    const int weekday = static_cast<int>(std::chrono::weekday{newYear}.c_encoding());
+    const int daysIntoWeek = (weekday - rule.firstWeekday + 7) % 7;
+    const bool weekIsNewYears = 7 - daysIntoWeek >= rule.minimalDaysInFirstWeek;
+    return newYear - days{daysIntoWeek} + days{weekIsNewYears ? 0 : 7};
+}
+
+} // namespace
+
+int weekBasedYear(int year, int month, int day, WeekRule rule) {
+    const sys_days date = dayOf(year, month, day);
+    if (date >= firstWeekStart(year + 1, rule))
+        return year + 1;
+    return date < firstWeekStart(year, rule) ? year - 1 : year;
+}
+
+bool Calendar::isInToday(Date date) const {
+    const CivilTime day = clock_.civil(date);
+    const CivilTime today = clock_.civil(clock_.now());
+    return day.year == today.year && day.month == today.month && day.day == today.day;
+}
+
+Date Calendar::today(int hour, int minute, int second) const {
+    const Date now = clock_.now();
+    CivilTime civil = clock_.civil(now);
+    civil.hour = hour;
+    civil.minute = minute;
+    civil.second = second;
+    return clock_.date(civil).value_or(now);
+}
+
+Date Calendar::todayDate(Date date) const {
+    const CivilTime time = clock_.civil(date);
+    CivilTime today = clock_.civil(clock_.now());
+    today.hour = time.hour;
+    today.minute = time.minute;
+    today.second = time.second;
+    return clock_.date(today).value_or(date);
+}
+
+std::string Calendar::weekYearDay(Date date) const {
+    const CivilTime day = clock_.civil(date);
+    const int year = weekBasedYear(day.year, day.month, day.day, clock_.weekRule().value_or(WeekRule{}));
+    char text[32];
+    std::snprintf(text, sizeof text, "%04d%02d%02d", year, day.month, day.day);
+    return text;
+}
+
+} // namespace kelpa

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <compare>
+
+namespace kelpa {
+
+/// An instant: seconds since 1970-01-01 00:00:00 UTC, with a sub-second part.
+struct Date {
+    double secondsSince1970 = 0;
+    auto operator<=>(const Date&) const = default;
+};
+
+/// What a wall calendar and clock show for an instant in one time zone. Months and days count from 1.
+struct CivilTime {
+    int year = 1970;
+    int month = 1;
+    int day = 1;
+    int hour = 0;
+    int minute = 0;
+    int second = 0;
+    bool operator==(const CivilTime&) const = default;
+};
+
+/// How a culture counts the weeks of a year; ISO 8601's rule unless told otherwise.
+struct WeekRule {
+    int firstWeekday = 1;           ///< 0 Sunday … 6 Saturday
+    int minimalDaysInFirstWeek = 4; ///< how many of its days week 1 must have in the new year
+    bool operator==(const WeekRule&) const = default;
+};
+
+} // namespace kelpa

@@ -1,0 +1,123 @@
+#pragma once
+
+#include "base/Subscription.h"
+
+#include <functional>
+#include <memory>
+#include <utility>
+#include <vector>
+
+namespace kelpa {
+
+/// Those who want to hear of something, in the order they asked. Telling them allocates nothing, and they may
+/// come, go and cause further telling while they are told.
+template <class... Args>
+class Listeners {
+  public:
+    using Callback = std::function<void(Args...)>;
+
+    Subscription add(Callback callback) {
+        auto slot = std::make_shared<Slot>(Slot{std::move(callback), true});
+        list_->slots.push_back(slot);
+        return Subscription([list = std::weak_ptr<List>(list_), slot] {
+            slot->alive = false;
+            if (auto living = list.lock())
+                living->sweep();
+        });
+    }
+
+    /// Tells those who were there when it began and still are when their turn comes.
+    void tell(const Args&... args) const {
+        const std::shared_ptr<List> list = list_;
+        const std::size_t count = list->slots.size();
+        const Telling telling(*list);
+        for (std::size_t i = 0; i < count; ++i) {
+            const std::shared_ptr<Slot> slot = list->slots[i];
+            if (slot->alive)
+                slot->callback(args...);
+        }
+    }
+
+  private:
+    struct Slot {
+        Callback callback;
+        bool alive = true;
+    };
+    struct List {
+        std::vector<std::shared_ptr<Slot>> slots;
+        int depth = 0;
+        void sweep() {
+            if (depth == 0)
+                std::erase_if(slots, [](const auto& slot) { return !slot->alive; });
+        }
+    };
+    struct Telling {
+        explicit Telling(List& l) : list(l) { ++list.depth; }
+        ~Telling() {
+            --list.depth;
+            list.sweep();
+        }
+        Telling(const Telling&) = delete;
+        Telling& operator=(const Telling&) = delete;
+        List& list;
+    };
+
+    std::shared_ptr<List> list_ = std::make_shared<List>();
+};
+
+/// A value whose every assignment is first handed to each subscriber and only then stored, also when it is
+/// equal to the old one. A subscriber that reads it meanwhile sees the old value; where a subscriber assigns
+/// it again, the outer assignment is stored last.
+template <class T>
+class Published {
+  public:
+    explicit Published(T initial = T()) : value_(std::move(initial)) {}
+    Published(const Published&) = delete;
+    Published& operator=(const Published&) = delete;
+
+    [[nodiscard]] const T& value() const { return value_; }
+
+    void set(T value) {
+        listeners_.tell(value);
+        value_ = std::move(value);
+    }
+
+    /// Hears every later assignment until the handle ends; the current value is not replayed.
+    Subscription subscribe(std::function<void(const T&)> callback) {
+        return listeners_.add(std::move(callback));
+    }
+
+  private:
+    T value_;
+    Listeners<const T&> listeners_;
+};
+
+/// Delivers the latest pair of two published values: once at once, then whenever either is assigned. It goes
+/// by what it was told, never by what is stored, because a value is told before it is stored.
+template <class A, class B>
+Subscription combineLatest(Published<A>& a, Published<B>& b,
+                           std::function<void(const A&, const B&)> deliver) {
+    struct Pair {
+        A a;
+        B b;
+        std::function<void(const A&, const B&)> deliver;
+        void tell() const { deliver(a, b); }
+    };
+    auto pair = std::make_shared<Pair>(Pair{a.value(), b.value(), std::move(deliver)});
+    auto both = std::make_shared<std::pair<Subscription, Subscription>>();
+    both->first = a.subscribe([pair](const A& value) {
+        pair->a = value;
+        pair->tell();
+    });
+    both->second = b.subscribe([pair](const B& value) {
+        pair->b = value;
+        pair->tell();
+    });
+    pair->tell();
+    return Subscription([both] {
+        both->first.cancel();
+        both->second.cancel();
+    });
+}
+
+} // namespace kelpa

@@ -1,0 +1,96 @@
+#include "base/Text.h"
+
+#include <cmath>
+#include <cstdlib>
+#include <limits>
+#include <locale>
+#include <sstream>
+
+namespace kelpa {
+
+namespace {
+
+char digit(std::int64_t value) {
+    return static_cast<char>('0' + value);
+}
+
+char* twoDigits(char* at, std::int64_t value) {
+    *at++ = digit(value / 10);
+    *at++ = digit(value % 10);
+    return at;
+}
+
+std::string hoursText(std::int64_t hours) {
+    const std::string text = std::to_string(hours);
+    return text.size() < 2 ? "0" + text : text;
+}
+
+std::string formatted(double value, int precision) {
+    std::ostringstream out;
+    out.imbue(std::locale::classic());
+    out.precision(precision);
+    out << value;
+    return out.str();
+}
+
+} // namespace
+
+std::string timeString(std::int64_t seconds) {
+    if (seconds < 1)
+        return "00:00";
+    char text[9];
+    char* end = text;
+    const std::int64_t hours = seconds / 3600;
+    if (hours >= 100)
+        return hoursText(hours) + timeString(seconds % 3600 ? seconds % 3600 : 0);
+    if (hours >= 1)
+        end = twoDigits(end, hours);
+    end = twoDigits(end, seconds % 3600 / 60);
+    *end++ = ':';
+    end = twoDigits(end, seconds % 60);
+    return {text, end};
+}
+
+std::string decimalText(double value) {
+    if (std::isnan(value))
+        return "nan";
+    if (std::isinf(value))
+        return value < 0 ? "-inf" : "inf";
+    std::string text;
+    for (int precision = 1; precision <= std::numeric_limits<double>::max_digits10; ++precision) {
+        text = formatted(value, precision);
+        if (parseDecimal(text) == value)
+            break;
+    }
+    const auto exponent = text.find('e');
+    if (exponent != std::string::npos && std::fabs(value) >= 1 && std::fabs(value) < 1e16) {
+        std::ostringstream out;
+        out.imbue(std::locale::classic());
+        out.precision(0);
+        out << std::fixed << value;
+        text = out.str();
+    }
+    if (text.find_first_of(".e") == std::string::npos)
+        text += ".0";
+    return text;
+}
+
+std::optional<double> parseDecimal(std::string_view text) {
+    if (text.empty() || text.find_first_not_of("0123456789+-.eE") != std::string_view::npos)
+        return std::nullopt;
+    std::istringstream in{std::string(text)};
+    in.imbue(std::locale::classic());
+    double value = 0;
+    in >> value;
+    if (in.fail() || in.peek() != std::istringstream::traits_type::eof())
+        return std::nullopt;
+    return value;
+}
+
+std::string replacingAll(std::string text, std::string_view from, std::string_view to) {
+    for (auto at = text.find(from); at != std::string::npos; at = text.find(from, at + to.size()))
+        text.replace(at, from.size(), to);
+    return text;
+}
+
+} // namespace kelpa

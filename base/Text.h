@@ -1,0 +1,24 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace kelpa {
+
+/// Whole seconds as the program shows them: below 1 gives "00:00", otherwise "mm:ss" with the hours glued on
+/// in front ("0102:05") once there is one. Short enough never to allocate for a countdown of a day.
+[[nodiscard]] std::string timeString(std::int64_t seconds);
+
+/// The shortest decimal text that reads back as the same number, always with a fractional part ("1.0"),
+/// whatever the process locale; "inf", "-inf" and "nan" where it is no number.
+[[nodiscard]] std::string decimalText(double value);
+
+/// Reads a whole text as a decimal number, whatever the process locale; nothing if anything else is in it.
+[[nodiscard]] std::optional<double> parseDecimal(std::string_view text);
+
+/// Replaces every occurrence of `from`, which must not be empty.
+[[nodiscard]] std::string replacingAll(std::string text, std::string_view from, std::string_view to);
+
+} // namespace kelpa

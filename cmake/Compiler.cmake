@@ -1,0 +1,24 @@
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+
+option(KELPA_WERROR "Treat warnings as errors" ON)
+
+# Every target of ours uses these: the whole tree is clean under them with g++ and clang.
+function(kelpa_warnings target)
+    target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Wold-style-cast
+        -Wcast-qual -Woverloaded-virtual -Wconversion -Wno-sign-conversion $<$<BOOL:${KELPA_WERROR}>:-Werror>)
+endfunction()
+
+# A part of the core: the standard library and the project's own headers, nothing else, are on its include path.
+function(kelpa_core_library name)
+    cmake_parse_arguments(ARG "" "" "SOURCES;USES" ${ARGN})
+    add_library(kelpa_${name} STATIC ${ARG_SOURCES})
+    target_include_directories(kelpa_${name} PUBLIC ${PROJECT_SOURCE_DIR})
+    foreach(part IN LISTS ARG_USES)
+        target_link_libraries(kelpa_${name} PUBLIC kelpa_${part})
+    endforeach()
+    kelpa_warnings(kelpa_${name})
+endfunction()

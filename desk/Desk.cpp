@@ -1,0 +1,71 @@
+#include "desk/Desk.h"
+
+#include "app/AppState.h"
+#include "app/Clients.h"
+
+namespace kelpa::desk {
+
+Desk::Desk(VirtualTime& virtualTime, Journal& theJournal, std::uint64_t seed)
+    : time(virtualTime), journal(theJournal),
+      random_(seed), ports_{clock,        time,     time,   store,  statusBar,
+                            windows,      system,   fonts_, texts_, random_,
+                            fatalErrors_, services, events, events, services.services()} {
+    VirtualClock::setZone("UTC");
+    start({2026, 1, 5, 9, 0, 0});
+}
+
+void Desk::launch() {
+    startTime_.reset();
+    application_ = std::make_unique<Application>(ports_, logFiles_);
+    followPublishedValues();
+    application_->launch();
+}
+
+void Desk::start(const CivilTime& civil) {
+    startTime_ = civil;
+    if (const auto date = clock.date(civil))
+        clock.set(*date);
+}
+
+void Desk::setZone(const std::string& name) {
+    VirtualClock::setZone(name);
+    if (startTime_)
+        start(CivilTime(*startTime_));
+}
+
+void Desk::pass(std::int64_t microseconds) {
+    if (microseconds > 0)
+        startTime_.reset();
+    time.pass(microseconds);
+}
+
+PromptListEditor& Desk::styleEditor() {
+    if (!styleEditor_)
+        styleEditor_ = std::make_unique<PromptListEditor>(AppState::prefState().styleState());
+    styleEditor_->reload();
+    return *styleEditor_;
+}
+
+WaterPane& Desk::waterPane() {
+    if (!waterPane_)
+        waterPane_ = std::make_unique<WaterPane>(AppState::waterState(), waterPaneClient());
+    return *waterPane_;
+}
+
+void Desk::followPublishedValues() {
+    PromptState& prompt = AppState::promptState();
+    subscriptions_.push_back(prompt.prompt.subscribe(
+        [this](const std::string& text) { journal.note("break", "prompt " + inQuotes(text)); }));
+    subscriptions_.push_back(prompt.showSkipButton.subscribe(
+        [this](bool show) { journal.note("break", show ? "skip yes" : "skip no"); }));
+    subscriptions_.push_back(AppState::breakState().timeString.subscribe(
+        [this](const std::string& text) { journal.note("count", text); }));
+    PrefWaterState& water = AppState::waterState();
+    subscriptions_.push_back(water.finished.observe(
+        [this](std::int64_t total) { journal.note("water", "finished " + std::to_string(total)); }));
+    subscriptions_.push_back(water.observeArmed(
+        [this](std::int64_t seconds) { journal.note("water", "armed " + std::to_string(seconds)); }));
+    subscriptions_.push_back(water.observeCancelled([this] { journal.note("water", "cancelled"); }));
+}
+
+} // namespace kelpa::desk

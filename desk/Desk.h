@@ -1,0 +1,66 @@
+#pragma once
+
+#include "app/Application.h"
+#include "desk/Journal.h"
+#include "desk/RecordingServices.h"
+#include "desk/RecordingStatusBar.h"
+#include "desk/RecordingStore.h"
+#include "desk/RecordingWindows.h"
+#include "desk/VirtualClock.h"
+#include "desk/VirtualTime.h"
+#include "prefs/PromptListEditor.h"
+#include "water/WaterPane.h"
+
+#include <memory>
+#include <optional>
+
+namespace kelpa::desk {
+
+/// A desk in virtual time with the whole program on it. One a process, as the program is.
+class Desk {
+  public:
+    /// `time` is the journal's; both must outlive the desk.
+    Desk(VirtualTime& time, Journal& journal, std::uint64_t seed);
+
+    void launch();
+    [[nodiscard]] bool launched() const { return static_cast<bool>(application_); }
+
+    /// The local time at which the desk begins. A zone chosen before anything happened leaves it the local
+    /// time of the desk; later the zone changes under the running program.
+    void start(const CivilTime& civil);
+    /// `name` must be known to `VirtualClock::setZone`.
+    void setZone(const std::string& name);
+    void pass(std::int64_t microseconds);
+    /// The machine sleeps: the wall clock moves, monotonic time stands still.
+    void suspend(double seconds) { clock.step(seconds); }
+
+    [[nodiscard]] PromptListEditor& styleEditor();
+    [[nodiscard]] WaterPane& waterPane();
+
+    VirtualTime& time;
+    Journal& journal;
+    VirtualClock clock{time};
+    RecordingStore store{journal};
+    RecordingStatusBar statusBar{journal};
+    RecordingWindows windows{journal, time};
+    RecordingServices services{journal, time};
+    ScriptedEvents events;
+    FixedSystem system;
+
+  private:
+    void followPublishedValues();
+
+    RecordingFatalErrors fatalErrors_{journal};
+    RecordingLogFiles logFiles_{journal};
+    NoFonts fonts_;
+    PlainTexts texts_;
+    SeededRandom random_;
+    Ports ports_;
+    std::optional<CivilTime> startTime_; ///< until something happens
+    std::unique_ptr<Application> application_;
+    std::unique_ptr<PromptListEditor> styleEditor_;
+    std::unique_ptr<WaterPane> waterPane_;
+    std::vector<Subscription> subscriptions_;
+};
+
+} // namespace kelpa::desk

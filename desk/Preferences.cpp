@@ -1,0 +1,168 @@
+#include "desk/Preferences.h"
+
+#include "app/AppState.h"
+#include "base/Text.h"
+#include "desk/Desk.h"
+#include "desk/Values.h"
+
+#include <map>
+
+namespace kelpa::desk {
+
+namespace {
+
+using Run = std::function<void(Desk&)>;
+using Reader = std::function<std::optional<Run>(std::string_view)>;
+
+template <class T>
+std::optional<T> parse(std::string_view text);
+
+template <>
+std::optional<bool> parse(std::string_view text) {
+    return parseBoolean(text);
+}
+template <>
+std::optional<std::int64_t> parse(std::string_view text) {
+    return parseInteger(text);
+}
+template <>
+std::optional<double> parse(std::string_view text) {
+    return parseDecimal(text);
+}
+template <>
+std::optional<std::string> parse(std::string_view text) {
+    return std::string(text);
+}
+template <>
+std::optional<BreakStyle> parse(std::string_view text) {
+    BreakStyle style{};
+    for (const auto* names : {"default", "relaxation", "struggle"}) {
+        if (text == names)
+            return style;
+        style = static_cast<BreakStyle>(static_cast<std::int64_t>(style) + 1);
+    }
+    const auto raw = parseInteger(text);
+    return raw && fromRawValue(*raw, style) ? std::optional(style) : std::nullopt;
+}
+template <>
+std::optional<WaterMode> parse(std::string_view text) {
+    if (text == "interval" || text == "timing")
+        return text == "timing" ? WaterMode::timing : WaterMode::interval;
+    WaterMode mode{};
+    const auto raw = parseInteger(text);
+    return raw && fromRawValue(*raw, mode) ? std::optional(mode) : std::nullopt;
+}
+
+template <class T, class Storage>
+Reader general(Setting<T, Storage> PrefState::*setting) {
+    return [setting](std::string_view text) -> std::optional<Run> {
+        const auto value = parse<T>(text);
+        if (!value)
+            return std::nullopt;
+        return [setting, value](Desk&) { (AppState::prefState().*setting).set(*value); };
+    };
+}
+
+template <class T, class Storage>
+Reader water(Setting<T, Storage> PrefWaterState::*setting) {
+    return [setting](std::string_view text) -> std::optional<Run> {
+        const auto value = parse<T>(text);
+        if (!value)
+            return std::nullopt;
+        return [setting, value](Desk&) { (AppState::waterState().*setting).set(*value); };
+    };
+}
+
+template <class T>
+Reader pane(void (WaterPane::*set)(T)) {
+    return [set](std::string_view text) -> std::optional<Run> {
+        const auto value = parse<T>(text);
+        if (!value)
+            return std::nullopt;
+        return [set, value](Desk& desk) { (desk.waterPane().*set)(*value); };
+    };
+}
+
+Date todayAt(const CivilTime& time) {
+    return AppState::waterState().calendar().today(time.hour, time.minute, time.second);
+}
+
+Reader timeOfDay(void (WaterPane::*set)(Date)) {
+    return [set](std::string_view text) -> std::optional<Run> {
+        const auto time = parseTimeOfDay(text);
+        if (!time)
+            return std::nullopt;
+        return [set, time](Desk& desk) { (desk.waterPane().*set)(todayAt(*time)); };
+    };
+}
+
+/// Times of day between blanks, at least one.
+std::optional<Run> timings(std::string_view text) {
+    std::vector<CivilTime> times;
+    for (const std::string& word : words(text)) {
+        const auto time = parseTimeOfDay(word);
+        if (!time)
+            return std::nullopt;
+        times.push_back(*time);
+    }
+    if (times.empty())
+        return std::nullopt;
+    return [times](Desk& desk) {
+        std::set<Date> points;
+        for (const CivilTime& time : times)
+            points.insert(todayAt(time));
+        desk.waterPane().setSelectedTimings(points);
+    };
+}
+
+std::optional<Run> style(std::string_view text) {
+    const auto value = parse<BreakStyle>(text);
+    if (!value)
+        return std::nullopt;
+    return [value](Desk&) { AppState::prefState().styleState().breakStyle.set(*value); };
+}
+
+const std::map<std::string, Reader, std::less<>>& readers() {
+    static const std::map<std::string, Reader, std::less<>> all = {
+        {"launchAtLogin", general(&PrefState::launchAtLogin)},
+        {"showTime", general(&PrefState::showTime)},
+        {"autoCheckUpdate", general(&PrefState::autoCheckUpdate)},
+        {"workTime", general(&PrefState::workTime)},
+        {"breakTime", general(&PrefState::breakTime)},
+        {"customBreakPrompt", general(&PrefState::customBreakPrompt)},
+        {"breakPrompt", general(&PrefState::breakPrompt)},
+        {"shortBreakTimes", general(&PrefState::shortBreakTimes)},
+        {"longBreakTime", general(&PrefState::longBreakTime)},
+        {"forceLongBreak", general(&PrefState::forceLongBreak)},
+        {"restartTimerAfterAwake", general(&PrefState::restartTimerAfterAwake)},
+        {"stopTimerAfterMouseStop", general(&PrefState::stopTimerAfterMouseStop)},
+        {"showNewDayTip", general(&PrefState::showNewDayTip)},
+        {"lastWeakupTimestamp", general(&PrefState::lastWeakupTimestamp)},
+        {"breakStyle", style},
+        {"enable", pane(&WaterPane::setEnable)},
+        {"target", pane(&WaterPane::setTarget)},
+        {"mode", pane(&WaterPane::setMode)},
+        {"intervalStartDate", timeOfDay(&WaterPane::setIntervalStartDate)},
+        {"intervalEndDate", timeOfDay(&WaterPane::setIntervalEndDate)},
+        {"selectedInterval", pane(&WaterPane::setSelectedInterval)},
+        {"selectedTimings", timings},
+        {"finished", water(&PrefWaterState::finished)},
+        {"lastSelectedAmount", water(&PrefWaterState::lastSelectedAmount)},
+        {"lastClickTimestamp", water(&PrefWaterState::lastClickTimestamp)},
+    };
+    return all;
+}
+
+} // namespace
+
+Assignment assignment(std::string_view name, std::string_view value) {
+    const auto found = readers().find(name);
+    if (found == readers().end())
+        return {{}, "there is no preference '" + std::string(name) + "'"};
+    auto run = found->second(value);
+    if (!run)
+        return {{}, "'" + std::string(value) + "' is no value for " + std::string(name)};
+    return {std::move(*run), {}};
+}
+
+} // namespace kelpa::desk

@@ -1,0 +1,147 @@
+#pragma once
+
+#include "desk/Journal.h"
+#include "logging/SharedLogger.h"
+#include "platform/ports/Ports.h"
+
+#include <random>
+
+namespace kelpa::desk {
+
+/// Thrown where the real program would end because of a fault of its own.
+struct FatalEnd {
+    std::string message;
+};
+
+class RecordingFatalErrors final : public FatalErrors {
+  public:
+    explicit RecordingFatalErrors(Journal& journal) : journal_(journal) {}
+    [[noreturn]] void end(const std::string& message) override {
+        journal_.note("fatal", oneLine(message));
+        throw FatalEnd{message};
+    }
+
+  private:
+    Journal& journal_;
+};
+
+/// Everything that a script cannot see further than that it was called.
+class RecordingServices final : public LoginItem,
+                                public Updater,
+                                public MailComposer,
+                                public AboutPanel,
+                                public ApplicationLoop {
+  public:
+    RecordingServices(Journal& journal, VirtualTime& time) : journal_(journal), time_(time) {}
+
+    [[nodiscard]] Services services() { return {this, this, this, this, &preferences_}; }
+
+    void setEnabled(bool enabled) override { journal_.note("login", enabled ? "register" : "unregister"); }
+    void setAutomaticallyChecks(bool /*checks*/) override {}
+    void setCheckInterval(double /*seconds*/) override {}
+    void setSendsSystemProfile(bool /*sends*/) override {}
+    void start() override {}
+    void checkForUpdates() override { journal_.note("updater", "check"); }
+    void compose(const Mail& mail) override {
+        lastMail_ = mail;
+        journal_.note("mail", inQuotes(mail.subject));
+    }
+    void show(const AboutText& /*text*/) override { journal_.note("about"); }
+    void terminate() override {
+        journal_.note("app", "quit");
+        time_.stop();
+    }
+    [[nodiscard]] const Mail& lastMail() const { return lastMail_; }
+
+  private:
+    class Preferences final : public PreferencesWindow {
+      public:
+        explicit Preferences(Journal& journal) : journal_(journal) {}
+        void show() override { journal_.note("settings"); }
+
+      private:
+        Journal& journal_;
+    };
+
+    Journal& journal_;
+    VirtualTime& time_;
+    Preferences preferences_{journal_};
+    Mail lastMail_;
+};
+
+class FixedSystem final : public SystemInfo {
+  public:
+    [[nodiscard]] std::map<std::string, InfoValue> bundleInfo() const override { return infos; }
+    [[nodiscard]] std::optional<std::string> bundleIdentifier() const override { return "app.orvane.Kelpa"; }
+    [[nodiscard]] std::string machine() const override { return "x86_64"; }
+    [[nodiscard]] Version osVersion() const override { return {12, 0, 0}; }
+    [[nodiscard]] std::optional<std::string> homeDirectory() const override { return home; }
+
+    std::map<std::string, InfoValue> infos = {{"CFBundleDisplayName", std::string("Kelpa")}};
+    std::optional<std::string> home = "/home/desk/app.orvane.Kelpa";
+};
+
+class NoFonts final : public Fonts {
+  public:
+    [[nodiscard]] std::optional<std::vector<unsigned char>> fontAsset(const std::string&) const override {
+        return std::nullopt;
+    }
+    [[nodiscard]] std::optional<std::string> registerFont(const std::vector<unsigned char>&) override {
+        return "no fonts here";
+    }
+    [[nodiscard]] std::optional<GlyphImage> drawGlyph(const std::string&, const std::string&,
+                                                      double) override {
+        return std::nullopt;
+    }
+};
+
+class PlainTexts final : public Translations {
+  public:
+    [[nodiscard]] std::string lookUp(const std::string& key) const override { return key; }
+};
+
+class SeededRandom final : public RandomSource {
+  public:
+    explicit SeededRandom(std::uint64_t seed) : engine_(seed) {}
+    [[nodiscard]] std::size_t below(std::size_t count) override {
+        return std::uniform_int_distribution<std::size_t>(0, count - 1)(engine_);
+    }
+
+  private:
+    std::mt19937_64 engine_;
+};
+
+/// Desktop events that scripts cause.
+class ScriptedEvents final : public LockNotifications, public ActivityMonitor {
+  public:
+    void observe(std::function<void()> locked, std::function<void()> unlocked) override {
+        locked_ = std::move(locked);
+        unlocked_ = std::move(unlocked);
+    }
+    void observe(std::function<void()> activity) override { activity_ = std::move(activity); }
+    void lock() const { call(locked_); }
+    void unlock() const { call(unlocked_); }
+    void activity() const { call(activity_); }
+
+  private:
+    static void call(const std::function<void()>& event) {
+        if (event)
+            event();
+    }
+    std::function<void()> locked_;
+    std::function<void()> unlocked_;
+    std::function<void()> activity_;
+};
+
+/// A log without files: each record that reaches the handlers is noted.
+class RecordingLogFiles final : public LogFiles {
+  public:
+    explicit RecordingLogFiles(Journal& journal) : journal_(journal) {}
+    LogHandlerFactory open(const std::filesystem::path& folder, const std::string& identifier,
+                           const std::string& today, const std::string& fileName) override;
+
+  private:
+    Journal& journal_;
+};
+
+} // namespace kelpa::desk

@@ -1,0 +1,109 @@
+#include "desk/RecordingWindows.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace kelpa::desk {
+
+namespace {
+
+constexpr double screenWidth = 1920;
+constexpr double screenHeight = 1080;
+
+std::string whole(double points) {
+    return std::to_string(std::llround(points));
+}
+
+class RecordingBreakScreen final : public BreakScreenFace {
+  public:
+    explicit RecordingBreakScreen(std::shared_ptr<RecordedBreakScreen> state) : state_(std::move(state)) {}
+    void setTexts(const BreakScreenTexts& texts) override { state_->texts = texts; }
+    void setPrompt(const std::string& prompt) override { state_->prompt = prompt; }
+    void setCount(const std::string& count) override { state_->count = count; }
+    void setSkipOffered(bool offered) override { state_->skipOffered = offered; }
+
+  private:
+    std::shared_ptr<RecordedBreakScreen> state_;
+};
+
+} // namespace
+
+RecordingWindows::RecordingWindows(Journal& journal, VirtualTime& time) : journal_(journal), time_(time) {
+    setScreens({1});
+}
+
+void RecordingWindows::setScreens(const std::vector<std::uint32_t>& numbers) {
+    screens_.clear();
+    double x = 0;
+    for (const std::uint32_t number : numbers) {
+        screens_.push_back({number, {x, 0, screenWidth, screenHeight}});
+        x += screenWidth;
+    }
+    if (client_)
+        client_->screensChanged();
+}
+
+const Screen* RecordingWindows::mainScreen() const {
+    return screens_.empty() ? nullptr : &screens_.front();
+}
+
+std::unique_ptr<NativeWindow> RecordingWindows::makeWindow(const WindowSpec& spec) {
+    const Rect& frame = spec.frame;
+    journal_.note("window", "made " + spec.title + " " + whole(frame.x) + "," + whole(frame.y) + " " +
+                                whole(frame.width) + "x" + whole(frame.height) +
+                                " level=" + std::to_string(spec.level));
+    auto window = std::make_unique<RecordingWindow>(journal_, time_, spec);
+    windows_.push_back(window.get());
+    return window;
+}
+
+RecordingWindow* RecordingWindows::shownBreak(std::uint32_t screen) const {
+    for (RecordingWindow* window : windows_)
+        if (window->spec().screen == screen && window->breakScreen() && window->visible())
+            return window;
+    return nullptr;
+}
+
+bool RecordingWindows::skip(std::uint32_t screen) {
+    const RecordingWindow* window = shownBreak(screen);
+    if (!window || !window->breakScreen()->skipOffered)
+        return false;
+    window->breakScreen()->client->skipPressed();
+    return true;
+}
+
+bool RecordingWindows::notice(std::uint32_t screen) {
+    const RecordingWindow* window = shownBreak(screen);
+    if (!window)
+        return false;
+    window->breakScreen()->client->noticeTapped();
+    return true;
+}
+
+RecordingWindow::RecordingWindow(Journal& journal, VirtualTime& time, WindowSpec spec)
+    : journal_(journal), time_(time), spec_(std::move(spec)) {}
+
+std::unique_ptr<BreakScreenFace> RecordingWindow::hostBreakScreen(BreakScreenClient& client) {
+    breakScreen_ = std::make_shared<RecordedBreakScreen>();
+    breakScreen_->client = &client;
+    return std::make_unique<RecordingBreakScreen>(breakScreen_);
+}
+
+void RecordingWindow::fadeTo(double alpha, double seconds, std::function<void()> done) {
+    if (alpha <= 0)
+        journal_.note("window", "closing " + spec_.title);
+    if (done)
+        time_.asyncAfter(seconds, std::make_shared<WorkItem>(std::move(done)));
+}
+
+void RecordingWindow::orderFrontRegardless() {
+    visible_ = true;
+    journal_.note("window", "show " + spec_.title);
+}
+
+void RecordingWindow::close() {
+    visible_ = false;
+    journal_.note("window", "closed " + spec_.title);
+}
+
+} // namespace kelpa::desk

@@ -1,0 +1,74 @@
+#pragma once
+
+#include "desk/Journal.h"
+#include "platform/ports/WindowSystem.h"
+
+#include <map>
+#include <string>
+#include <vector>
+
+namespace kelpa::desk {
+
+class RecordingWindow;
+
+/// Screens and windows that exist only in the journal. Screens of 1920 × 1080 points stand side by side.
+class RecordingWindows final : public WindowSystem {
+  public:
+    RecordingWindows(Journal& journal, VirtualTime& time);
+
+    void setScreens(const std::vector<std::uint32_t>& numbers);
+    /// A press on Skip, a tap on the notice; false where that screen does not offer it.
+    bool skip(std::uint32_t screen);
+    bool notice(std::uint32_t screen);
+
+    void setClient(WindowSystemClient& client) override { client_ = &client; }
+    [[nodiscard]] std::vector<Screen> screens() const override { return screens_; }
+    [[nodiscard]] const Screen* mainScreen() const override;
+    std::unique_ptr<NativeWindow> makeWindow(const WindowSpec& spec) override;
+    void prepare() override {}
+    void activate() override { journal_.note("app", "activate"); }
+    void deactivate() override { journal_.note("app", "deactivate"); }
+
+  private:
+    [[nodiscard]] RecordingWindow* shownBreak(std::uint32_t screen) const;
+
+    Journal& journal_;
+    VirtualTime& time_;
+    WindowSystemClient* client_ = nullptr;
+    std::vector<Screen> screens_;
+    std::vector<RecordingWindow*> windows_; ///< they belong to the core and live as long as it does
+};
+
+/// A break screen that remembers what it was told.
+struct RecordedBreakScreen {
+    BreakScreenClient* client = nullptr;
+    BreakScreenTexts texts;
+    std::string prompt;
+    std::string count;
+    bool skipOffered = false;
+};
+
+class RecordingWindow final : public NativeWindow {
+  public:
+    RecordingWindow(Journal& journal, VirtualTime& time, WindowSpec spec);
+
+    [[nodiscard]] const WindowSpec& spec() const { return spec_; }
+    [[nodiscard]] const RecordedBreakScreen* breakScreen() const { return breakScreen_.get(); }
+
+    std::unique_ptr<BreakScreenFace> hostBreakScreen(BreakScreenClient& client) override;
+    void setAlpha(double /*alpha*/) override {}
+    void fadeTo(double alpha, double seconds, std::function<void()> done) override;
+    void orderFrontRegardless() override;
+    void close() override;
+    void setFrame(const Rect& frame) override { spec_.frame = frame; }
+    [[nodiscard]] bool visible() const override { return visible_; }
+
+  private:
+    Journal& journal_;
+    VirtualTime& time_;
+    WindowSpec spec_;
+    bool visible_ = false;
+    std::shared_ptr<RecordedBreakScreen> breakScreen_;
+};
+
+} // namespace kelpa::desk

@@ -1,0 +1,258 @@
+#include "desk/Script.h"
+
+#include "base/Text.h"
+#include "desk/Preferences.h"
+#include "desk/Values.h"
+
+#include <cmath>
+#include <map>
+
+namespace kelpa::desk {
+
+namespace {
+
+using Run = std::function<void(Desk&)>;
+
+/// What a reader throws; the line's number is put in front of it.
+struct Problem : std::runtime_error {
+    using std::runtime_error::runtime_error;
+};
+
+std::string in(std::string_view text) {
+    return "'" + std::string(text) + "'";
+}
+
+void expectNothing(std::string_view rest) {
+    if (!rest.empty())
+        throw Problem("unexpected " + in(rest));
+}
+
+void expectLaunched(const Desk& desk) {
+    if (!desk.launched())
+        throw Problem("the program has not been launched yet");
+}
+
+double seconds(std::string_view text) {
+    const auto value = parseDecimal(text);
+    if (!value || !std::isfinite(*value) || std::fabs(*value) > 1e12)
+        throw Problem(in(text) + " is no number of seconds");
+    return *value;
+}
+
+std::uint32_t screenNumber(std::string_view text) {
+    const auto number = parseInteger(text);
+    if (!number || *number < 0 || *number > UINT32_MAX)
+        throw Problem(in(text) + " is no screen");
+    return static_cast<std::uint32_t>(*number);
+}
+
+Run pass(std::string_view text) {
+    const double passed = seconds(text);
+    if (passed < 0)
+        throw Problem("time does not run backwards");
+    return [passed](Desk& desk) { desk.pass(std::llround(passed * 1e6)); };
+}
+
+Run start(std::string_view rest) {
+    const auto civil = parseDateTime(rest);
+    if (!civil)
+        throw Problem(in(rest) + " is no local time like 2026-11-23T08:59:00");
+    return [civil](Desk& desk) { desk.start(*civil); };
+}
+
+Run zone(std::string_view rest) {
+    const std::string name(rest);
+    return [name](Desk& desk) {
+        if (!VirtualClock::setZone(name))
+            throw Problem("there is no time zone " + in(name));
+        desk.setZone(name);
+    };
+}
+
+Run screens(std::string_view rest) {
+    std::vector<std::uint32_t> numbers;
+    for (const std::string& word : words(rest))
+        numbers.push_back(screenNumber(word));
+    return [numbers](Desk& desk) { desk.windows.setScreens(numbers); };
+}
+
+StoredValue storedValue(std::string_view type, std::string_view value) {
+    if (type == "int")
+        if (const auto number = parseInteger(value))
+            return *number;
+    if (type == "bool")
+        if (const auto truth = parseBoolean(value))
+            return *truth;
+    if (type == "real")
+        if (const auto number = parseDecimal(value))
+            return *number;
+    if (type == "text")
+        return std::string(value);
+    if (type == "list")
+        if (auto texts = textsFromJson(value))
+            return std::move(*texts);
+    throw Problem(in(value) + " is no value of type " + in(type));
+}
+
+Run store(std::string_view rest) {
+    const std::string key = takeWord(rest);
+    const std::string type = takeWord(rest);
+    if (key.empty() || type.empty())
+        throw Problem("store needs a key, a type and a value");
+    if (type == "absent") {
+        expectNothing(rest);
+        return [key](Desk& desk) { desk.store.remove(key); };
+    }
+    return [key, value = storedValue(type, rest)](Desk& desk) { desk.store.put(key, value); };
+}
+
+Run launch(std::string_view rest) {
+    expectNothing(rest);
+    return [](Desk& desk) {
+        if (desk.launched())
+            throw Problem("the program has been launched already");
+        desk.launch();
+    };
+}
+
+Run pref(std::string_view rest) {
+    const std::string name = takeWord(rest);
+    auto found = assignment(name, rest);
+    if (!found.run)
+        throw Problem(found.problem);
+    return [run = std::move(found.run)](Desk& desk) {
+        expectLaunched(desk);
+        run(desk);
+    };
+}
+
+Run menu(std::string_view rest) {
+    const std::string line(rest);
+    if (!RecordingStatusBar::knows(line))
+        throw Problem("there is no menu line " + in(line));
+    return [line](Desk& desk) {
+        if (!desk.statusBar.click(line))
+            desk.journal.note("refused", "menu " + line);
+    };
+}
+
+Run skip(std::string_view rest) {
+    return [screen = screenNumber(rest)](Desk& desk) {
+        if (!desk.windows.skip(screen))
+            desk.journal.note("refused", "skip");
+    };
+}
+
+Run notice(std::string_view rest) {
+    return [screen = screenNumber(rest)](Desk& desk) {
+        if (!desk.windows.notice(screen))
+            desk.journal.note("refused", "notice");
+    };
+}
+
+Run styleEdit(std::string_view rest) {
+    const auto arrow = rest.find(" => ");
+    if (arrow == std::string_view::npos)
+        throw Problem("style edit needs OLD => NEW");
+    return [old = std::string(rest.substr(0, arrow)),
+            text = std::string(rest.substr(arrow + 4))](Desk& desk) { desk.styleEditor().edit(old, text); };
+}
+
+Run styleList(std::string_view rest) {
+    if (rest != "break" && rest != "newday")
+        throw Problem("there is no prompt list " + in(rest));
+    const auto kind = rest == "break" ? PromptListKind::Break : PromptListKind::NewDay;
+    return [kind](Desk& desk) { desk.styleEditor().select(kind); };
+}
+
+Run styleCommand(std::string_view rest) {
+    const std::string what = takeWord(rest);
+    if (what == "add")
+        return [text = std::string(rest)](Desk& desk) { desk.styleEditor().add(text); };
+    if (what == "edit")
+        return styleEdit(rest);
+    if (what == "delete")
+        return [text = std::string(rest)](Desk& desk) { desk.styleEditor().remove(text); };
+    if (what == "reset")
+        return [](Desk& desk) { desk.styleEditor().reset(); };
+    if (what == "list")
+        return styleList(rest);
+    throw Problem("the Style pane has no " + in(what));
+}
+
+Run style(std::string_view rest) {
+    return [run = styleCommand(rest)](Desk& desk) {
+        expectLaunched(desk);
+        run(desk);
+    };
+}
+
+Run clockStep(std::string_view rest) {
+    return [step = seconds(rest)](Desk& desk) { desk.clock.step(step); };
+}
+
+Run suspend(std::string_view rest) {
+    return [slept = seconds(rest)](Desk& desk) { desk.suspend(slept); };
+}
+
+const std::map<std::string, std::function<Run(std::string_view)>, std::less<>>& readers() {
+    static const std::map<std::string, std::function<Run(std::string_view)>, std::less<>> all = {
+        {"zone", zone},   {"screens", screens}, {"store", store},     {"launch", launch},
+        {"pref", pref},   {"menu", menu},       {"skip", skip},       {"notice", notice},
+        {"style", style}, {"clock", clockStep}, {"suspend", suspend}, {"start", start},
+    };
+    return all;
+}
+
+Run readCommand(std::string_view line, bool first) {
+    if (line.front() == '+')
+        return pass(line.substr(1));
+    const std::string name = takeWord(line);
+    const auto found = readers().find(name);
+    if (found == readers().end())
+        throw Problem("there is no command " + in(name));
+    if (name == "start" && !first)
+        throw Problem("start must be the first command");
+    return found->second(line);
+}
+
+std::string_view trimmed(std::string_view line) {
+    constexpr std::string_view blanks = " \t\r";
+    const auto first = line.find_first_not_of(blanks);
+    if (first == std::string_view::npos || line[first] == '#')
+        return {};
+    return line.substr(first, line.find_last_not_of(blanks) - first + 1);
+}
+
+} // namespace
+
+std::vector<Command> readScript(std::istream& input) {
+    std::vector<Command> script;
+    std::string text;
+    for (int number = 1; std::getline(input, text); ++number) {
+        const std::string_view line = trimmed(text);
+        if (line.empty())
+            continue;
+        try {
+            script.push_back({number, readCommand(line, script.empty())});
+        } catch (const Problem& problem) {
+            throw ScriptError("line " + std::to_string(number) + ": " + problem.what());
+        }
+    }
+    return script;
+}
+
+void play(Desk& desk, const std::vector<Command>& script) {
+    for (const Command& command : script) {
+        if (desk.time.stopped())
+            return;
+        try {
+            command.run(desk);
+            desk.time.pass(0);
+        } catch (const Problem& problem) {
+            throw ScriptError("line " + std::to_string(command.line) + ": " + problem.what());
+        }
+    }
+}
+
+} // namespace kelpa::desk

@@ -1,0 +1,85 @@
+#include "desk/Values.h"
+
+#include <algorithm>
+#include <charconv>
+#include <chrono>
+
+namespace kelpa::desk {
+
+namespace {
+
+constexpr std::string_view blanks = " \t";
+
+bool allDigits(std::string_view text) {
+    return !text.empty() && text.find_first_not_of("0123456789") == std::string_view::npos;
+}
+
+/// A number of exactly `digits` digits at a place of a text.
+std::optional<int> field(std::string_view text, std::size_t at, std::size_t digits) {
+    if (at + digits > text.size() || !allDigits(text.substr(at, digits)))
+        return std::nullopt;
+    int value = 0;
+    std::from_chars(text.data() + at, text.data() + at + digits, value);
+    return value;
+}
+
+} // namespace
+
+std::optional<std::int64_t> parseInteger(std::string_view text) {
+    std::int64_t value = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    return error == std::errc() && end == text.data() + text.size() ? std::optional(value) : std::nullopt;
+}
+
+std::optional<bool> parseBoolean(std::string_view text) {
+    if (text == "true" || text == "yes" || text == "on" || text == "1")
+        return true;
+    if (text == "false" || text == "no" || text == "off" || text == "0")
+        return false;
+    return std::nullopt;
+}
+
+std::optional<CivilTime> parseTimeOfDay(std::string_view text) {
+    const auto hour = field(text, 0, 2);
+    const auto minute = field(text, 3, 2);
+    const bool withSeconds = text.size() == 8 && text[5] == ':';
+    const auto second = withSeconds ? field(text, 6, 2) : std::optional(0);
+    if ((text.size() != 5 && !withSeconds) || text[2] != ':' || !hour || !minute || !second)
+        return std::nullopt;
+    if (*hour > 23 || *minute > 59 || *second > 59)
+        return std::nullopt;
+    return CivilTime{1970, 1, 1, *hour, *minute, *second};
+}
+
+std::optional<CivilTime> parseDateTime(std::string_view text) {
+    if (text.size() < 16 || text[4] != '-' || text[7] != '-' || text[10] != 'T')
+        return std::nullopt;
+    auto time = parseTimeOfDay(text.substr(11));
+    const auto year = field(text, 0, 4);
+    const auto month = field(text, 5, 2);
+    const auto day = field(text, 8, 2);
+    if (!time || !year || !month || !day || !(std::chrono::year{*year} / *month / *day).ok())
+        return std::nullopt;
+    time->year = *year;
+    time->month = *month;
+    time->day = *day;
+    return time;
+}
+
+std::vector<std::string> words(std::string_view text) {
+    std::vector<std::string> all;
+    for (std::string word = takeWord(text); !word.empty(); word = takeWord(text))
+        all.push_back(std::move(word));
+    return all;
+}
+
+std::string takeWord(std::string_view& text) {
+    text.remove_prefix(std::min(text.find_first_not_of(blanks), text.size()));
+    const auto length = std::min(text.find_first_of(blanks), text.size());
+    std::string word(text.substr(0, length));
+    text.remove_prefix(length);
+    text.remove_prefix(std::min(text.find_first_not_of(blanks), text.size()));
+    return word;
+}
+
+} // namespace kelpa::desk

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "desk/VirtualTime.h"
+#include "platform/ports/Clock.h"
+
+#include <string>
+
+namespace kelpa::desk {
+
+/// A wall clock that follows virtual time until it is stepped. Its time zone is the process's.
+class VirtualClock final : public Clock {
+  public:
+    explicit VirtualClock(const VirtualTime& time) : time_(time) {}
+
+    /// Sets what the wall clock shows now.
+    void set(Date date);
+    void step(double seconds) { offset_ += seconds; }
+    /// Switches the process to a time zone of the system's database; false if there is none of this name.
+    static bool setZone(const std::string& name);
+
+    [[nodiscard]] Date now() const override { return Date{offset_ + time_.seconds()}; }
+    [[nodiscard]] CivilTime civil(Date date) const override;
+    [[nodiscard]] std::optional<Date> date(const CivilTime& civil) const override;
+    [[nodiscard]] int utcOffset(Date date) const override;
+    [[nodiscard]] std::optional<WeekRule> weekRule() const override { return std::nullopt; }
+
+  private:
+    const VirtualTime& time_;
+    double offset_ = 0; ///< what the wall clock showed when virtual time began
+};
+
+} // namespace kelpa::desk

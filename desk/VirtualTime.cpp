@@ -1,0 +1,91 @@
+#include "desk/VirtualTime.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace kelpa::desk {
+
+namespace {
+
+std::int64_t inMicroseconds(double seconds) {
+    constexpr double longest = 4e12; // more than any script can wait for
+    return static_cast<std::int64_t>(std::llround(std::clamp(seconds, 0.0, longest) * 1e6));
+}
+
+class VirtualTicker final : public Ticker {
+  public:
+    VirtualTicker(VirtualTime& time, double interval) : time_(time), interval_(interval) {}
+    [[nodiscard]] double interval() const override { return interval_; }
+    Subscription connect(std::function<void()> tick) override {
+        return time_.every(interval_, std::move(tick));
+    }
+
+  private:
+    VirtualTime& time_;
+    double interval_;
+};
+
+} // namespace
+
+bool VirtualTime::later(const Entry& a, const Entry& b) {
+    return a.due != b.due ? a.due > b.due : a.order > b.order;
+}
+
+void VirtualTime::push(Entry entry) {
+    heap_.push_back(std::move(entry));
+    std::push_heap(heap_.begin(), heap_.end(), later);
+}
+
+VirtualTime::Entry VirtualTime::pop() {
+    std::pop_heap(heap_.begin(), heap_.end(), later);
+    Entry entry = std::move(heap_.back());
+    heap_.pop_back();
+    return entry;
+}
+
+std::shared_ptr<VirtualTime::Job> VirtualTime::arm(double seconds, std::function<void()> work,
+                                                   std::int64_t interval) {
+    auto job = std::make_shared<Job>(Job{std::move(work), interval});
+    push({now_ + inMicroseconds(seconds), ++lastOrder_, job});
+    return job;
+}
+
+void VirtualTime::pass(std::int64_t microseconds) {
+    const std::int64_t end = now_ + microseconds;
+    while (!stopped_ && !heap_.empty() && heap_.front().due <= end) {
+        Entry entry = pop();
+        if (!entry.job->alive)
+            continue;
+        now_ = std::max(now_, entry.due);
+        const auto job = entry.job;
+        if (job->interval > 0)
+            push({entry.due + job->interval, ++lastOrder_, std::move(entry.job)});
+        job->work();
+    }
+    if (!stopped_)
+        now_ = end;
+}
+
+std::unique_ptr<Ticker> VirtualTime::makeTicker(double interval) {
+    return std::make_unique<VirtualTicker>(*this, interval);
+}
+
+Subscription VirtualTime::every(double interval, std::function<void()> tick) {
+    auto job = arm(interval, std::move(tick), inMicroseconds(interval));
+    return Subscription([job] { job->alive = false; });
+}
+
+void VirtualTime::async(std::function<void()> work) {
+    arm(0, std::move(work), 0);
+}
+
+void VirtualTime::asyncAfter(double seconds, std::shared_ptr<WorkItem> item) {
+    const auto job = arm(
+        seconds, [item] { item->perform(); }, 0);
+    item->onCancel([weak = std::weak_ptr(job)] {
+        if (const auto waiting = weak.lock())
+            waiting->alive = false;
+    });
+}
+
+} // namespace kelpa::desk

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "platform/ports/Queue.h"
+#include "platform/ports/Ticker.h"
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <vector>
+
+namespace kelpa::desk {
+
+/// A monotonic clock that moves only when told to, with the timers and the queue that run on it. Jobs due at
+/// one instant run in the order they were armed; a ticker counts as armed anew at each tick.
+class VirtualTime final : public TickerSource, public Queue {
+  public:
+    [[nodiscard]] std::int64_t microseconds() const { return now_; }
+    [[nodiscard]] double seconds() const { return static_cast<double>(now_) / 1e6; }
+
+    /// Lets time pass and runs everything that falls due, up to and including the last instant. Ends early
+    /// once `stop()` was called.
+    void pass(std::int64_t microseconds);
+    void stop() { stopped_ = true; }
+    [[nodiscard]] bool stopped() const { return stopped_; }
+
+    std::unique_ptr<Ticker> makeTicker(double interval) override;
+    void async(std::function<void()> work) override;
+    void asyncAfter(double seconds, std::shared_ptr<WorkItem> item) override;
+
+    Subscription every(double interval, std::function<void()> tick);
+
+  private:
+    struct Job {
+        std::function<void()> work;
+        std::int64_t interval = 0; ///< 0 for a job that runs once
+        bool alive = true;
+    };
+    struct Entry {
+        std::int64_t due = 0;
+        std::uint64_t order = 0;
+        std::shared_ptr<Job> job;
+    };
+    static bool later(const Entry& a, const Entry& b);
+    std::shared_ptr<Job> arm(double seconds, std::function<void()> work, std::int64_t interval);
+    void push(Entry entry);
+    Entry pop();
+
+    std::int64_t now_ = 0;
+    std::uint64_t lastOrder_ = 0;
+    bool stopped_ = false;
+    std::vector<Entry> heap_;
+};
+
+} // namespace kelpa::desk

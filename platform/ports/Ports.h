@@ -1,0 +1,39 @@
+#pragma once
+
+#include "platform/ports/Clock.h"
+#include "platform/ports/DefaultsStore.h"
+#include "platform/ports/DesktopEvents.h"
+#include "platform/ports/FatalErrors.h"
+#include "platform/ports/Fonts.h"
+#include "platform/ports/Queue.h"
+#include "platform/ports/RandomSource.h"
+#include "platform/ports/Services.h"
+#include "platform/ports/StatusBar.h"
+#include "platform/ports/SystemInfo.h"
+#include "platform/ports/Ticker.h"
+#include "platform/ports/Translations.h"
+#include "platform/ports/WindowSystem.h"
+
+namespace kelpa {
+
+/// Everything that the core asks of a desktop. The face owns what is behind it and keeps it alive until the
+/// process ends.
+struct Ports {
+    Clock& clock;
+    TickerSource& tickers;
+    Queue& mainQueue;
+    DefaultsStore& defaults;
+    StatusBar& statusBar;
+    WindowSystem& windows;
+    SystemInfo& system;
+    Fonts& fonts;
+    Translations& translations;
+    RandomSource& random;
+    FatalErrors& fatalErrors;
+    ApplicationLoop& application;
+    LockNotifications& lock;
+    ActivityMonitor& activity;
+    Services services;
+};
+
+} // namespace kelpa

@@ -1,0 +1,83 @@
+#pragma once
+
+#include "base/Geometry.h"
+#include "platform/ports/BreakScreenFace.h"
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace kelpa {
+
+/// A screen as the desktop has it now. The number stays with its connector and is never given to another.
+struct Screen {
+    std::uint32_t number = 0;
+    Rect frame;
+    bool operator==(const Screen&) const = default;
+};
+
+enum class WindowStyle {
+    FullSizeContent, ///< no title bar, no border, no buttons
+    Panel,           ///< titled and closable with a transparent title bar, dragged by its background
+};
+
+/// What a window is made of. Levels order windows: 3 floats above normal ones, 25 also covers the menu bar
+/// and panels. Every window joins all workspaces and has a clear background.
+struct WindowSpec {
+    std::string title;
+    Rect frame;
+    int level = 0;
+    WindowStyle style = WindowStyle::FullSizeContent;
+    std::uint32_t screen = 0; ///< the screen it stands on
+};
+
+/// A native window. Making one costs next to nothing: what is expensive is made when it is first shown.
+class NativeWindow {
+  public:
+    virtual ~NativeWindow() = default;
+    /// Puts a break screen into the window. `client` outlives the face, which the caller owns.
+    virtual std::unique_ptr<BreakScreenFace> hostBreakScreen(BreakScreenClient& client) = 0;
+    /// Opacity from 0 to 1, at once.
+    virtual void setAlpha(double alpha) = 0;
+    /// Animates the opacity over real seconds; `done` (may be empty) runs once from the main loop when the
+    /// animation ends, also for a window that is not on screen. A later fade takes over from a running one,
+    /// whose `done` still runs at its time.
+    virtual void fadeTo(double alpha, double seconds, std::function<void()> done) = 0;
+    /// Shows the window above all others of its level without regard to which application is active.
+    virtual void orderFrontRegardless() = 0;
+    /// Takes the window off the screen. It can be shown again.
+    virtual void close() = 0;
+    /// Moves and resizes the window; a face asserts the frame again whenever something else changed it.
+    virtual void setFrame(const Rect& frame) = 0;
+    [[nodiscard]] virtual bool visible() const = 0;
+};
+
+/// Told of changes of the desktop; the core implements it.
+class WindowSystemClient {
+  public:
+    virtual ~WindowSystemClient() = default;
+    /// Screens came, went, moved or changed their size.
+    virtual void screensChanged() = 0;
+};
+
+class WindowSystem {
+  public:
+    virtual ~WindowSystem() = default;
+    /// `client` outlives the window system. Called once, before anything is shown.
+    virtual void setClient(WindowSystemClient& client) = 0;
+    [[nodiscard]] virtual std::vector<Screen> screens() const = 0;
+    /// The screen of the keyboard focus or else the primary one; null when there is none.
+    [[nodiscard]] virtual const Screen* mainScreen() const = 0;
+    /// The caller owns the window.
+    virtual std::unique_ptr<NativeWindow> makeWindow(const WindowSpec& spec) = 0;
+    /// Windows will be shown in some seconds: what takes long to load may be loaded now.
+    virtual void prepare() = 0;
+    /// Brings the program in front of the others, so that keys go to its windows.
+    virtual void activate() = 0;
+    /// Gives the focus back to the program that had it.
+    virtual void deactivate() = 0;
+};
+
+} // namespace kelpa

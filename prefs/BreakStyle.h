@@ -1,0 +1,28 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace kelpa {
+
+/// The tone of the texts on the break screen. The numbers are stored.
+enum class BreakStyle : std::int64_t {
+    default_ = 0,   ///< health advice
+    relaxation = 1, ///< permission to slack off
+    struggle = 2,   ///< exhortation to work hard
+};
+
+/// False, and nothing else, for a number that names no style.
+bool fromRawValue(std::int64_t rawValue, BreakStyle& style);
+
+/// The display name in the user's language.
+[[nodiscard]] std::string desc(BreakStyle style);
+
+/// The built-in texts for ordinary breaks, in their order; a new list on each call.
+[[nodiscard]] std::vector<std::string> prompts(BreakStyle style);
+
+/// The built-in texts that greet a new day, in their order; a new list on each call.
+[[nodiscard]] std::vector<std::string> newDayPrompts(BreakStyle style);
+
+} // namespace kelpa

@@ -1,0 +1,37 @@
+#include "prefs/PrefState.h"
+
+namespace kelpa {
+
+PrefState::PrefState(DefaultsStore& store, const Clock& clock, PrefClient& client)
+    : launchAtLogin(store, "launch_at_login", false,
+                    [&client](bool launch) { client.setLaunchAtLogin(launch); }),
+      showTime(store, "show_time_in_status_bar", true, [&client](bool show) { client.showTime(show); }),
+      autoCheckUpdate(store, "auto_check_update", true), workTime(store, "pref.work.time", 25,
+                                                                  [&client](std::int64_t) {
+                                                                      if (!client.manualPause())
+                                                                          client.setWorking(true);
+                                                                  }),
+      breakTime(store, "pref.break.time", 300), customBreakPrompt(store, "custom_break_prompt", false),
+      breakPrompt(store, "break_prompt_text", "堂堂七尺少年郎, 躺上一躺又何妨"),
+      shortBreakTimes(store, "pref.short.break.times", 4), longBreakTime(store, "pref.long.break.time", 15),
+      forceLongBreak(store, "force_long_break", false),
+      restartTimerAfterAwake(store, "restart_timer_after_awake", true),
+      stopTimerAfterMouseStop(store, "stop_timer_after_mouse_stop", true),
+      showNewDayTip(store, "show_new_day_tip", false),
+      lastWeakupTimestamp(store, "last_weakup_timestamp", 0.0), calendar_(clock),
+      styleState_(std::make_unique<PrefStyleState>(store)) {}
+
+void PrefState::setStyleState(std::unique_ptr<PrefStyleState> state) {
+    styleState_ = std::move(state);
+    styleStateChanged_.tell();
+}
+
+bool PrefState::isNewDay() const {
+    return !calendar_.isInToday(Date{lastWeakupTimestamp()});
+}
+
+void PrefState::updateWeakupTimestamp() {
+    lastWeakupTimestamp.set(calendar_.now().secondsSince1970);
+}
+
+} // namespace kelpa

@@ -1,0 +1,62 @@
+#pragma once
+
+#include "base/Calendar.h"
+#include "prefs/PrefStyleState.h"
+#include "prefs/Setting.h"
+
+#include <memory>
+#include <string>
+
+namespace kelpa {
+
+/// What a written setting sets in motion elsewhere.
+class PrefClient {
+  public:
+    virtual ~PrefClient() = default;
+    virtual void setLaunchAtLogin(bool launch) = 0;
+    virtual void showTime(bool show) = 0;
+    [[nodiscard]] virtual bool manualPause() const = 0;
+    virtual void setWorking(bool working) = 0;
+};
+
+/// The general and break settings. Nothing is cached: what another program stores is seen at the next read.
+/// No ranges are checked here; the panes keep the values in theirs.
+class PrefState {
+  public:
+    /// Reads and writes nothing. The store, the clock and the client must outlive the object.
+    PrefState(DefaultsStore& store, const Clock& clock, PrefClient& client);
+
+    Setting<bool> launchAtLogin;
+    Setting<bool> showTime;
+    Setting<bool> autoCheckUpdate;
+    Setting<std::int64_t> workTime;  ///< minutes
+    Setting<std::int64_t> breakTime; ///< seconds
+    Setting<bool> customBreakPrompt;
+    Setting<std::string> breakPrompt;
+    Setting<std::int64_t> shortBreakTimes; ///< every this-many-th break is a long one; must not be 0
+    Setting<std::int64_t> longBreakTime;   ///< minutes
+    Setting<bool> forceLongBreak;
+    Setting<bool> restartTimerAfterAwake;
+    Setting<bool> stopTimerAfterMouseStop;
+    Setting<bool> showNewDayTip;
+    Setting<double> lastWeakupTimestamp; ///< seconds since 1970 of the last screen lock
+
+    [[nodiscard]] PrefStyleState& styleState() { return *styleState_; }
+    /// Puts another style object in place and announces that to those who observe.
+    void setStyleState(std::unique_ptr<PrefStyleState> state);
+    Subscription observeStyleState(std::function<void()> told) {
+        return styleStateChanged_.add(std::move(told));
+    }
+
+    /// Whether the last recorded screen lock was on another day than today.
+    [[nodiscard]] bool isNewDay() const;
+    /// Records now as the moment of the last screen lock.
+    void updateWeakupTimestamp();
+
+  private:
+    Calendar calendar_;
+    std::unique_ptr<PrefStyleState> styleState_;
+    Listeners<> styleStateChanged_;
+};
+
+} // namespace kelpa

@@ -1,0 +1,67 @@
+#include "prefs/PromptState.h"
+
+#include "base/Checked.h"
+
+namespace kelpa {
+
+namespace {
+
+constexpr std::int64_t newDaySeconds = 10;
+constexpr const char* newDayFallback = "今天, 我又来上班了 \n 这一次 \n属于我的鱼都要摸回来";
+
+std::int64_t remainder(std::int64_t value, std::int64_t divisor) {
+    if (divisor == 0)
+        fatalError("Division by zero in remainder operation");
+    // By -1 the division itself could overflow, and nothing remains anyway.
+    return divisor == -1 ? 0 : value % divisor;
+}
+
+} // namespace
+
+PromptState::PromptState(PromptClient& client, RandomSource& random)
+    : prompt(client.prefState().breakPrompt()), client_(client), random_(random) {}
+
+void PromptState::showBreak() {
+    shortBreakTimes_ = remainder(checkedAdd(shortBreakTimes_, 1), client_.prefState().shortBreakTimes());
+    client_.cancelMouseIdleCheck();
+    client_.showBreakWindows();
+    const std::int64_t seconds = nextLength();
+    prompt.set(nextPrompt());
+    client_.startBreak(seconds);
+}
+
+std::int64_t PromptState::nextLength() {
+    PrefState& pref = client_.prefState();
+    if (shortBreakTimes_ != 0) {
+        showSkipButton.set(true);
+        return pref.breakTime();
+    }
+    showSkipButton.set(!pref.forceLongBreak());
+    return checkedMultiply(pref.longBreakTime(), 60);
+}
+
+std::string PromptState::nextPrompt() {
+    PrefState& pref = client_.prefState();
+    if (pref.customBreakPrompt())
+        return pref.breakPrompt();
+    return anyOf(prompts(pref.styleState().breakStyle()), pref.breakPrompt());
+}
+
+void PromptState::showNewDay() {
+    prompt.set(anyOf(newDayPrompts(client_.prefState().styleState().breakStyle()), newDayFallback));
+    showSkipButton.set(true);
+    client_.showBreakWindows();
+    client_.startBreak(newDaySeconds);
+}
+
+void PromptState::closePrompt() {
+    client_.closeBreakWindows();
+    if (!client_.manualPause())
+        client_.setWorking(true);
+}
+
+std::string PromptState::anyOf(const std::vector<std::string>& texts, const std::string& otherwise) {
+    return texts.empty() ? otherwise : texts[random_.below(texts.size())];
+}
+
+} // namespace kelpa

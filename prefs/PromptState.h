@@ -1,0 +1,54 @@
+#pragma once
+
+#include "base/Published.h"
+#include "platform/ports/RandomSource.h"
+#include "prefs/PrefState.h"
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace kelpa {
+
+/// What a break sets in motion elsewhere.
+class PromptClient {
+  public:
+    virtual ~PromptClient() = default;
+    [[nodiscard]] virtual PrefState& prefState() = 0;
+    virtual void cancelMouseIdleCheck() = 0;
+    virtual void showBreakWindows() = 0;
+    virtual void closeBreakWindows() = 0;
+    /// Starts the countdown of a break, in seconds.
+    virtual void startBreak(std::int64_t seconds) = 0;
+    [[nodiscard]] virtual bool manualPause() const = 0;
+    virtual void setWorking(bool working) = 0;
+};
+
+/// Decides at the start of each break what the screen shows and how long the break lasts, and ends it.
+class PromptState {
+  public:
+    PromptState(PromptClient& client, RandomSource& random);
+
+    Published<std::string> prompt;
+    Published<bool> showSkipButton{false};
+
+    /// Starts the next break of the cycle, a short or a long one. A cycle length of 0 ends the process.
+    void showBreak();
+    /// Greets a new day for ten seconds; the cycle does not advance.
+    void showNewDay();
+    /// Ends the break that shows; work begins again unless the user paused by hand.
+    void closePrompt();
+    /// Makes the next break the first of a new cycle.
+    void resetShortBreakTimes() { shortBreakTimes_ = 0; }
+
+  private:
+    [[nodiscard]] std::int64_t nextLength();
+    [[nodiscard]] std::string nextPrompt();
+    [[nodiscard]] std::string anyOf(const std::vector<std::string>& texts, const std::string& otherwise);
+
+    PromptClient& client_;
+    RandomSource& random_;
+    std::int64_t shortBreakTimes_ = 0; ///< position of the last break in the cycle
+};
+
+} // namespace kelpa

@@ -1,0 +1,108 @@
+#pragma once
+
+#include "base/Published.h"
+#include "platform/ports/DefaultsStore.h"
+
+#include <concepts>
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <type_traits>
+#include <utility>
+
+namespace kelpa {
+
+/// How a type is kept in the store. An enumeration with a `fromRawValue(std::int64_t, E&)` is kept as its
+/// integer; a number that names no case reads as absent.
+template <class T>
+struct StoredAs;
+
+template <>
+struct StoredAs<bool> {
+    static std::optional<bool> read(const DefaultsStore& store, std::string_view key) {
+        return store.boolean(key);
+    }
+    static void write(DefaultsStore& store, std::string_view key, bool value) {
+        store.setBoolean(key, value);
+    }
+};
+
+template <>
+struct StoredAs<std::int64_t> {
+    static std::optional<std::int64_t> read(const DefaultsStore& store, std::string_view key) {
+        return store.integer(key);
+    }
+    static void write(DefaultsStore& store, std::string_view key, std::int64_t value) {
+        store.setInteger(key, value);
+    }
+};
+
+template <>
+struct StoredAs<double> {
+    static std::optional<double> read(const DefaultsStore& store, std::string_view key) {
+        return store.real(key);
+    }
+    static void write(DefaultsStore& store, std::string_view key, double value) { store.setReal(key, value); }
+};
+
+template <>
+struct StoredAs<std::string> {
+    static std::optional<std::string> read(const DefaultsStore& store, std::string_view key) {
+        return store.text(key);
+    }
+    static void write(DefaultsStore& store, std::string_view key, const std::string& value) {
+        store.setText(key, value);
+    }
+};
+
+template <class E>
+requires std::is_enum_v<E>
+struct StoredAs<E> {
+    static std::optional<E> read(const DefaultsStore& store, std::string_view key) {
+        const auto raw = store.integer(key);
+        E value{};
+        return raw && fromRawValue(*raw, value) ? std::optional(value) : std::nullopt;
+    }
+    static void write(DefaultsStore& store, std::string_view key, E value) {
+        store.setInteger(key, static_cast<std::int64_t>(value));
+    }
+};
+
+/// One persisted value: a key, a type and the default that holds while the key is absent. It is read from the
+/// store at every access and written through at every assignment; then its side effect runs, and then those
+/// who observe it are told. It is also the two-way binding that a pane's control works on.
+template <class T, class Storage = StoredAs<T>>
+class Setting {
+  public:
+    using Effect = std::function<void(const T&)>;
+
+    Setting(DefaultsStore& store, std::string_view key, T defaultValue, Effect afterWrite = {})
+        : store_(store), key_(key), default_(std::move(defaultValue)), afterWrite_(std::move(afterWrite)) {}
+    Setting(const Setting&) = delete;
+    Setting& operator=(const Setting&) = delete;
+
+    [[nodiscard]] T operator()() const { return Storage::read(store_, key_).value_or(default_); }
+
+    void set(const T& value) {
+        Storage::write(store_, key_, value);
+        if (afterWrite_)
+            afterWrite_(value);
+        changed_.tell(value);
+    }
+
+    /// Told after each write by this program, also of an equal value.
+    Subscription observe(Effect told) { return changed_.add(std::move(told)); }
+
+    [[nodiscard]] std::string_view key() const { return key_; }
+
+  private:
+    DefaultsStore& store_;
+    std::string_view key_; ///< of a literal
+    T default_;
+    Effect afterWrite_;
+    Listeners<const T&> changed_;
+};
+
+} // namespace kelpa

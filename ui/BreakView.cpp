@@ -1,0 +1,60 @@
+#include "ui/BreakView.h"
+
+#include "base/Localized.h"
+#include "base/Text.h"
+#include "logging/SharedLogger.h"
+#include "ui/WindowController.h"
+
+namespace kelpa {
+
+namespace {
+
+/// Prompts are typed in a field of one line, where backslash and n stand for a line break.
+std::string shownPrompt(const std::string& prompt) {
+    return replacingAll(prompt, "\\n", "\n");
+}
+
+BreakScreenTexts texts() {
+    return {localized("New Feature:"), localized("Water Reminder"),
+            localized("You can enable it in the preference panel."), localized("Skip")};
+}
+
+} // namespace
+
+BreakView::BreakView(NativeWindow& window, PromptState& promptState, TicktackState& breakState)
+    : window_(window), promptState_(promptState), face_(window.hostBreakScreen(*this)) {
+    face_->setTexts(texts());
+    face_->setPrompt(shownPrompt(promptState.prompt.value()));
+    face_->setSkipOffered(promptState.showSkipButton.value());
+    face_->setCount(breakState.timeString.value());
+    prompt_ = promptState.prompt.subscribe(
+        [this](const std::string& text) { face_->setPrompt(shownPrompt(text)); });
+    showSkipButton_ =
+        promptState.showSkipButton.subscribe([this](bool show) { face_->setSkipOffered(show); });
+    timeString_ = breakState.timeString.subscribe([this](const std::string& text) { face_->setCount(text); });
+    timesUp_ = breakState.timesUp.subscribe([this](bool timesUp) {
+        if (timesUp)
+            skipAction();
+    });
+}
+
+void BreakView::skipAction() {
+    logger().info("skip break view", {"BreakView", "skipAction()"});
+    promptState_.closePrompt();
+}
+
+void BreakView::skipPressed() {
+    // A face may be a moment behind: what it no longer offers is not obeyed.
+    if (window_.visible() && promptState_.showSkipButton.value())
+        skipAction();
+}
+
+void BreakView::noticeTapped() {
+    if (!window_.visible())
+        return;
+    logger().info("Click new feature: Water Reminder", {"BreakView", "body"});
+    skipAction();
+    WindowController::showPrefView();
+}
+
+} // namespace kelpa

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "platform/ports/WindowSystem.h"
+#include "prefs/PromptState.h"
+#include "timer/TicktackState.h"
+
+#include <memory>
+
+namespace kelpa {
+
+/// The content of one break window: the prompt, the countdown, the notice of the water reminder and, where it
+/// is offered, Skip. It ends the break when the break's time is up.
+class BreakView final : private BreakScreenClient {
+  public:
+    /// What is shown follows both states from now on. All must outlive the view.
+    BreakView(NativeWindow& window, PromptState& promptState, TicktackState& breakState);
+
+    /// Ends the break from the screen's side.
+    void skipAction();
+
+  private:
+    void skipPressed() override;
+    void noticeTapped() override;
+
+    NativeWindow& window_;
+    PromptState& promptState_;
+    std::unique_ptr<BreakScreenFace> face_;
+    Subscription prompt_;
+    Subscription showSkipButton_;
+    Subscription timeString_;
+    Subscription timesUp_;
+};
+
+} // namespace kelpa

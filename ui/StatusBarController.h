@@ -1,0 +1,29 @@
+#pragma once
+
+#include "platform/ports/Services.h"
+#include "platform/ports/StatusBar.h"
+#include "ui/Menu.h"
+#include "ui/UiClient.h"
+
+namespace kelpa {
+
+/// The status item and its menu: the program's everyday face. Both are made on first use and then kept.
+class StatusBarController {
+  public:
+    enum Tag { pause = 2, water = 3 };
+
+    /// All must outlive the process's last use of the status bar. Call before anything else.
+    static void wire(UiClient& client, StatusBar& face, ApplicationLoop& application,
+                     const Services& services);
+
+    /// Makes the item, unless it is there: from then on the end of each work period starts a break.
+    static void item();
+    static Menu& menu();
+
+    static void showTime(bool show);
+    static void insetWaterItem();
+    static void removeWaterItem();
+    static void updateWaterItem();
+};
+
+} // namespace kelpa

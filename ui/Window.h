@@ -1,0 +1,36 @@
+#pragma once
+
+#include "platform/ports/WindowSystem.h"
+#include "ui/BreakView.h"
+
+#include <memory>
+#include <string>
+
+namespace kelpa {
+
+/// A window of the program, known by its title, that fades in and out.
+class Window {
+  public:
+    Window(WindowSystem& system, WindowSpec spec);
+
+    [[nodiscard]] const WindowSpec& spec() const { return spec_; }
+    [[nodiscard]] bool visible() const { return native_->visible(); }
+    [[nodiscard]] NativeWindow& native() { return *native_; }
+    void setBreakView(std::unique_ptr<BreakView> view) { breakView_ = std::move(view); }
+
+    /// Fades in from nothing in front of everything of its level. A close under way is called off.
+    void show();
+    /// Fades out and then takes the window off the screen; does nothing while that is under way.
+    void close();
+    /// Takes the window off the screen at once, because its screen is gone.
+    void withdraw();
+    void setFrame(const Rect& frame);
+
+  private:
+    WindowSpec spec_;
+    std::unique_ptr<NativeWindow> native_;
+    std::unique_ptr<BreakView> breakView_; ///< uses `native_`
+    std::shared_ptr<bool> closing_;        ///< true until called off; null when no close is under way
+};
+
+} // namespace kelpa

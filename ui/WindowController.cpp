@@ -1,0 +1,181 @@
+#include "ui/WindowController.h"
+
+#include "base/FatalError.h"
+#include "base/Localized.h"
+#include "prefs/PrefState.h"
+#include "prefs/PromptState.h"
+#include "ui/Window.h"
+#include "water/PrefWaterState.h"
+
+#include <algorithm>
+#include <memory>
+#include <vector>
+
+namespace kelpa {
+
+namespace {
+
+constexpr int statusWindowLevel = 25;
+constexpr double updateCheckSeconds = 43200;
+
+/// Hands the desktop's changes on to the controller.
+class Desktop final : public WindowSystemClient {
+  public:
+    void screensChanged() override;
+};
+
+struct Shared {
+    UiClient& client;
+    WindowSystem& system;
+    Services services;
+    Desktop desktop = {};
+    std::vector<std::unique_ptr<Window>> windows = {};
+    bool breakShows = false; ///< from the break's showing to its closing: new screens join it
+    bool hasUpdater = false;
+};
+
+std::unique_ptr<Shared> shared;
+
+Shared& the() {
+    if (!shared)
+        fatalError("Windows were used before the program was set up");
+    return *shared;
+}
+
+Window* find(const std::string& title) {
+    const auto& windows = the().windows;
+    const auto found = std::find_if(windows.begin(), windows.end(),
+                                    [&](const auto& window) { return window->spec().title == title; });
+    return found == windows.end() ? nullptr : found->get();
+}
+
+Window& make(WindowSpec spec) {
+    the().windows.push_back(std::make_unique<Window>(the().system, std::move(spec)));
+    return *the().windows.back();
+}
+
+Window& breakWindow(const Screen& screen) {
+    const std::string title = std::to_string(screen.number);
+    if (Window* found = find(title)) {
+        found->setFrame(screen.frame);
+        return *found;
+    }
+    Window& window =
+        make({title, screen.frame, statusWindowLevel, WindowStyle::FullSizeContent, screen.number});
+    window.setBreakView(
+        std::make_unique<BreakView>(window.native(), the().client.promptState(), the().client.breakState()));
+    return window;
+}
+
+bool present(const Window& window, const std::vector<Screen>& screens) {
+    return std::any_of(screens.begin(), screens.end(),
+                       [&](const Screen& screen) { return screen.number == window.spec().screen; });
+}
+
+void withdrawFromLostScreens(const std::vector<Screen>& screens) {
+    for (const auto& window : the().windows)
+        if (window->visible() && !present(*window, screens))
+            window->withdraw();
+}
+
+void Desktop::screensChanged() {
+    const auto screens = the().system.screens();
+    withdrawFromLostScreens(screens);
+    bool covered = false;
+    for (const Screen& screen : screens) {
+        Window* known = find(std::to_string(screen.number));
+        if (known)
+            known->setFrame(screen.frame);
+        if (!the().breakShows || (known && known->visible()))
+            continue;
+        breakWindow(screen).show();
+        covered = true;
+    }
+    if (covered)
+        the().system.activate();
+}
+
+/// Made with the program and never again: a later change of the preference is for the next run.
+void makeUpdater() {
+    Updater* updater = the().services.updater;
+    if (!updater || the().hasUpdater)
+        return;
+    the().hasUpdater = true;
+    updater->setAutomaticallyChecks(the().client.prefState().autoCheckUpdate());
+    updater->setCheckInterval(updateCheckSeconds);
+    updater->setSendsSystemProfile(true);
+    updater->start();
+}
+
+} // namespace
+
+void WindowController::wire(UiClient& client, WindowSystem& system, const Services& services) {
+    shared = std::make_unique<Shared>(Shared{client, system, services});
+    system.setClient(shared->desktop);
+}
+
+void WindowController::setup() {
+    makeUpdater();
+    PrefWaterState& water = the().client.waterState();
+    if (!water.enable())
+        return;
+    if (water.isNewDay())
+        water.reset();
+    water.schedule();
+}
+
+void WindowController::prepareBreak() {
+    the().system.prepare();
+}
+
+void WindowController::showBreak() {
+    the().breakShows = true;
+    for (const Screen& screen : the().system.screens())
+        breakWindow(screen).show();
+    the().system.activate();
+}
+
+void WindowController::closeBreak() {
+    the().breakShows = false;
+    for (const Screen& screen : the().system.screens())
+        breakWindow(screen).close();
+    the().system.deactivate();
+}
+
+void WindowController::showWaterView() {
+    PrefWaterState& water = the().client.waterState();
+    if (water.isNewDay())
+        water.reset();
+    the().system.activate();
+}
+
+void WindowController::closeWaterView() {
+    the().system.deactivate();
+}
+
+void WindowController::toggleWaterView() {
+    showWaterView();
+}
+
+void WindowController::showPrefView() {
+    if (!the().services.preferences)
+        return;
+    the().services.preferences->show();
+    the().system.activate();
+}
+
+void WindowController::showAbout() {
+    if (!the().services.about)
+        return;
+    const AboutApp about = the().client.about();
+    the().services.about->show(
+        {about.name, about.copyright, localized("Release Notes"), about.releaseNotesLink});
+    the().system.activate();
+}
+
+void WindowController::showUpdater() {
+    if (the().services.updater)
+        the().services.updater->checkForUpdates();
+}
+
+} // namespace kelpa

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "platform/ports/Services.h"
+#include "platform/ports/WindowSystem.h"
+#include "ui/UiClient.h"
+
+namespace kelpa {
+
+/// The one place that makes, shows and hides the program's windows. A window is found again by its title and
+/// kept until the program ends.
+class WindowController {
+  public:
+    /// All must outlive the process's last use of windows. Call before anything else.
+    static void wire(UiClient& client, WindowSystem& system, const Services& services);
+
+    /// The start of the updater and, where it is on, of the water reminder.
+    static void setup();
+    /// A break comes in some seconds: what takes long to load may be loaded now.
+    static void prepareBreak();
+    static void showBreak();
+    static void closeBreak();
+    static void showWaterView();
+    static void closeWaterView();
+    static void toggleWaterView();
+    static void showPrefView();
+    static void showAbout();
+    static void showUpdater();
+};
+
+} // namespace kelpa

@@ -1,0 +1,117 @@
+#pragma once
+
+#include "base/Calendar.h"
+#include "base/Published.h"
+#include "platform/ports/Queue.h"
+#include "prefs/Setting.h"
+#include "water/WaterDates.h"
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace kelpa {
+
+/// What the water reminder sets in motion elsewhere.
+class WaterClient {
+  public:
+    virtual ~WaterClient() = default;
+    virtual void showWaterView() = 0;
+    virtual void updateWaterItem() = 0;
+};
+
+/// How the next drink is found. The numbers are stored.
+enum class WaterMode : std::int64_t {
+    interval = 0, ///< some minutes after the last answer
+    timing = 1,   ///< at chosen times of the day
+};
+
+bool fromRawValue(std::int64_t rawValue, WaterMode& mode);
+[[nodiscard]] std::string desc(WaterMode mode);
+[[nodiscard]] std::string tip(WaterMode mode);
+/// Minutes offered as intervals, or the hours of the default time points.
+[[nodiscard]] std::vector<std::int64_t> values(WaterMode mode);
+/// In the order of the picker.
+[[nodiscard]] std::vector<WaterMode> allWaterModes();
+
+struct StoredDate {
+    static std::optional<Date> read(const DefaultsStore& store, std::string_view key);
+    static void write(DefaultsStore& store, std::string_view key, Date value);
+};
+
+/// An empty set of points, or a target below 1, could only have been stored by another program and would end
+/// this one at each start: both read as absent.
+struct StoredTimePoints {
+    static std::optional<std::set<Date>> read(const DefaultsStore& store, std::string_view key);
+    static void write(DefaultsStore& store, std::string_view key, const std::set<Date>& value);
+};
+struct StoredTarget {
+    static std::optional<std::int64_t> read(const DefaultsStore& store, std::string_view key);
+    static void write(DefaultsStore& store, std::string_view key, std::int64_t value);
+};
+
+/// The water reminder: its settings, the day's millilitres and the one pending reminder. It does not repeat
+/// by itself; each answer, start and change of a setting arms it anew. Of the stored dates only the time of
+/// day counts.
+class PrefWaterState {
+  public:
+    PrefWaterState(DefaultsStore& store, const Clock& clock, Queue& mainQueue, WaterClient& client);
+
+    Setting<bool> enable;
+    Setting<std::int64_t, StoredTarget> target; ///< ml a day
+    Setting<WaterMode> mode;
+    Setting<Date, StoredDate> intervalStartDate;
+    Setting<Date, StoredDate> intervalEndDate;
+    Setting<std::int64_t> selectedInterval; ///< minutes
+    Setting<std::set<Date>, StoredTimePoints> selectedTimings;
+    Setting<std::int64_t> finished;           ///< ml drunk today
+    Setting<std::int64_t> lastSelectedAmount; ///< ml
+    Setting<double> lastClickTimestamp;       ///< seconds since 1970 of the last answer
+
+    [[nodiscard]] const std::vector<std::int64_t>& amounts() const; ///< ml offered by the panel
+    [[nodiscard]] std::int64_t remain() const;                      ///< ml; negative beyond the target
+    [[nodiscard]] float finishedPrecent() const;                    ///< 1 when the target is met
+    [[nodiscard]] bool isNewDay() const;
+    [[nodiscard]] bool inWorkTime() const;           ///< both ends excluded
+    [[nodiscard]] std::int64_t nextReminder() const; ///< whole seconds; zero or negative when it is due
+
+    /// Cancels the pending reminder and arms the next one if now is within the working hours.
+    void schedule();
+    void cancel();
+    /// Plans anew after a change of a setting.
+    void updateSchedule();
+    void updateClickTimestamp();
+    /// Adds the chosen amount to the day's total.
+    void updateFinished();
+    /// Begins the day's total anew.
+    void reset();
+
+    /// The calendar that the times of day are read in.
+    [[nodiscard]] const Calendar& calendar() const { return calendar_; }
+
+    /// Told of the seconds to a reminder that was armed, and of a pending one that was cancelled.
+    Subscription observeArmed(std::function<void(const std::int64_t&)> told) {
+        return armed_.add(std::move(told));
+    }
+    Subscription observeCancelled(std::function<void()> told) { return cancelled_.add(std::move(told)); }
+
+  private:
+    [[nodiscard]] std::vector<Date> pointsToday() const;
+    [[nodiscard]] std::int64_t nextPoint() const;
+
+    Calendar calendar_;
+    Queue& mainQueue_;
+    WaterClient& client_;
+    std::shared_ptr<WorkItem> workItem_;
+    Listeners<const std::int64_t&> armed_;
+    Listeners<> cancelled_;
+};
+
+/// A day's share as a whole percentage, truncated; a share that is no number ends the process.
+[[nodiscard]] std::int64_t wholePercentage(float share);
+
+} // namespace kelpa
