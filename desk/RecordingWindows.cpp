@@ -64,6 +64,11 @@ RecordingWindow* RecordingWindows::shownBreak(std::uint32_t screen) const {
     return nullptr;
 }
 
+const RecordedBreakScreen* RecordingWindows::breakScreen(std::uint32_t screen) const {
+    const RecordingWindow* window = shownBreak(screen);
+    return window ? window->breakScreen() : nullptr;
+}
+
 bool RecordingWindows::skip(std::uint32_t screen) {
     const RecordingWindow* window = shownBreak(screen);
     if (!window || !window->breakScreen()->skipOffered)

@@ -10,6 +10,7 @@
 namespace kelpa::desk {
 
 class RecordingWindow;
+struct RecordedBreakScreen;
 
 /// Screens and windows that exist only in the journal. Screens of 1920 × 1080 points stand side by side.
 class RecordingWindows final : public WindowSystem {
@@ -20,6 +21,8 @@ class RecordingWindows final : public WindowSystem {
     /// A press on Skip, a tap on the notice; false where that screen does not offer it.
     bool skip(std::uint32_t screen);
     bool notice(std::uint32_t screen);
+    /// What the break screen of a screen shows; null where none is shown.
+    [[nodiscard]] const RecordedBreakScreen* breakScreen(std::uint32_t screen) const;
 
     void setClient(WindowSystemClient& client) override { client_ = &client; }
     [[nodiscard]] std::vector<Screen> screens() const override { return screens_; }

@@ -151,11 +151,14 @@ Run notice(std::string_view rest) {
 }
 
 Run styleEdit(std::string_view rest) {
-    const auto arrow = rest.find(" => ");
-    if (arrow == std::string_view::npos)
+    // An empty new text leaves nothing behind the arrow once the line is trimmed.
+    const std::string line = std::string(rest) + (rest.ends_with(" =>") ? " " : "");
+    const auto arrow = line.find(" => ");
+    if (arrow == std::string::npos)
         throw Problem("style edit needs OLD => NEW");
-    return [old = std::string(rest.substr(0, arrow)),
-            text = std::string(rest.substr(arrow + 4))](Desk& desk) { desk.styleEditor().edit(old, text); };
+    return [old = line.substr(0, arrow), text = line.substr(arrow + 4)](Desk& desk) {
+        desk.styleEditor().edit(old, text);
+    };
 }
 
 Run styleList(std::string_view rest) {

@@ -1,0 +1,34 @@
+#include "app/AppInfo.h"
+
+#include "tests/core/Play.h"
+
+#include <gtest/gtest.h>
+
+namespace kelpa {
+namespace {
+
+TEST(AppInfo, HasDefaultsForWhatTheBundleDoesNotSay) {
+    test::Play play;
+    play.desk.system.infos = {{"CFBundleVersion", std::int64_t{7}}};
+    play("start 2027-01-01T00:00:01\nzone Asia/Shanghai\nlaunch\n");
+    EXPECT_EQ(AppInfo::name(), "Kelpa");
+    EXPECT_EQ(AppInfo::version(), "1.0.0");
+    EXPECT_EQ(AppInfo::build(), "1");
+    EXPECT_EQ(AppInfo::identifier(), "app.orvane.Kelpa");
+    EXPECT_EQ(AppInfo::copyright(), "Copyright © 2027 The Kelpa Authors.");
+    EXPECT_EQ(AppInfo::osVersion(), "12.0.0");
+}
+
+TEST(AppInfo, ReadsTheBundle) {
+    test::Play play;
+    play.desk.system.infos = {{"CFBundleDisplayName", std::string("Alga")},
+                              {"CFBundleShortVersionString", std::string("2.3")},
+                              {"CFBundleVersion", std::string("45")}};
+    const auto lines = play("launch\n");
+    EXPECT_EQ(lines.front(),
+              "0.000 log info ~~~~~~~~~~~~~~~~~~~~~~~~hello Alga~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~");
+    EXPECT_EQ(play.desk.statusBar.lines().front().title, "    Alga - v2.3(45)");
+}
+
+} // namespace
+} // namespace kelpa

@@ -1,0 +1,56 @@
+#include "tests/core/Play.h"
+
+#include <gtest/gtest.h>
+
+namespace kelpa {
+namespace {
+
+using test::Lines;
+using test::Play;
+
+std::string problem(const std::string& script) {
+    std::istringstream in(script);
+    try {
+        (void)desk::readScript(in);
+    } catch (const desk::ScriptError& error) {
+        return error.what();
+    }
+    return {};
+}
+
+TEST(Script, IsRefusedWithTheLineAndWhatIsWrong) {
+    EXPECT_EQ(problem("# comment\n\n  launch\n+1.5\n"), "");
+    EXPECT_EQ(problem("launch\n+x\n"), "line 2: 'x' is no number of seconds");
+    EXPECT_EQ(problem("+-1\n"), "line 1: time does not run backwards");
+    EXPECT_EQ(problem("launch\nstart 2026-01-01T00:00:00\n"), "line 2: start must be the first command");
+    EXPECT_EQ(problem("start 2026-02-30T00:00:00\n"),
+              "line 1: '2026-02-30T00:00:00' is no local time like 2026-11-23T08:59:00");
+    EXPECT_EQ(problem("store k int 1.5\n"), "line 1: '1.5' is no value of type 'int'");
+    EXPECT_EQ(problem("store k list [\"a\",]\n"), "line 1: '[\"a\",]' is no value of type 'list'");
+    EXPECT_EQ(problem("pref colour red\n"), "line 1: there is no preference 'colour'");
+    EXPECT_EQ(problem("pref workTime long\n"), "line 1: 'long' is no value for workTime");
+    EXPECT_EQ(problem("menu pizza\n"), "line 1: there is no menu line 'pizza'");
+    EXPECT_EQ(problem("style edit a\n"), "line 1: style edit needs OLD => NEW");
+}
+
+TEST(Script, StopsWhereTheDeskIsNotReady) {
+    Play play;
+    EXPECT_THROW(play("pref workTime 3\n"), desk::ScriptError);
+    EXPECT_THROW(play("launch\nlaunch\n"), desk::ScriptError);
+    EXPECT_THROW(play("zone Mars/Olympus\n"), desk::ScriptError);
+}
+
+TEST(Script, TimeZonesStepsAndSleepMoveTheWallClockAlone) {
+    Play play({"title", "item"});
+    play("start 2026-11-23T08:59:00\nzone Europe/Berlin\nlaunch\n");
+    desk::VirtualClock& clock = play.desk.clock;
+    EXPECT_EQ(clock.civil(clock.now()), (CivilTime{2026, 11, 23, 8, 59, 0}));
+    play("+1.25\nclock +3600\n");
+    EXPECT_EQ(clock.civil(clock.now()), (CivilTime{2026, 11, 23, 9, 59, 1}));
+    play("zone Asia/Shanghai\nsuspend 28800\nclock -60\n");
+    EXPECT_EQ(clock.civil(clock.now()), (CivilTime{2026, 11, 24, 0, 58, 1}));
+    EXPECT_EQ(play("+1498.75\n").back(), "1500.000 log info ticktack timer start 300");
+}
+
+} // namespace
+} // namespace kelpa

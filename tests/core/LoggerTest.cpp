@@ -1,0 +1,178 @@
+#include "logging/FileLogging.h"
+#include "logging/LoggingSystem.h"
+#include "logging/MultiplexLogHandler.h"
+#include "logging/SharedLogger.h"
+
+#include "desk/VirtualClock.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+#include <unistd.h>
+
+namespace kelpa {
+namespace {
+
+namespace fs = std::filesystem;
+
+class LoggerTest : public testing::Test, private LogClient {
+  protected:
+    LoggerTest() {
+        desk::VirtualClock::setZone("Europe/Berlin");
+        setTime({2026, 11, 21, 10, 15, 30});
+        setLogClient(*this);
+    }
+    ~LoggerTest() override { fs::remove_all(root_); }
+
+    void setTime(const CivilTime& civil) { clock_.set(*clock_.date(civil)); }
+    void write(const fs::path& path, const std::string& text) const {
+        fs::create_directories(path.parent_path());
+        std::ofstream(path) << text;
+    }
+    static std::string read(const fs::path& path) {
+        std::ostringstream text;
+        text << std::ifstream(path).rdbuf();
+        return text.str();
+    }
+    static std::string standardOutputOf(const std::function<void()>& work) {
+        testing::internal::CaptureStdout();
+        work();
+        return testing::internal::GetCapturedStdout();
+    }
+
+    const fs::path root_ = fs::path(testing::TempDir()) / ("kelpa-log-" + std::to_string(::getpid()));
+    const fs::path folder_ = root_ / "Library/Caches/Logs";
+    const fs::path today_ = folder_ / "app.orvane.Kelpa.20261121.log";
+    std::optional<std::string> home_ = root_.string();
+    desk::VirtualTime time_;
+    desk::VirtualClock clock_{time_};
+    const std::string banner_ = "2026-11-21T10:15:30+0100 info app.orvane.Kelpa : "
+                                "~~~~~~~~~~~~~~~~~~~~~~~~hello Kelpa~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~\n";
+
+  private:
+    [[nodiscard]] const Clock& clock() const override { return clock_; }
+    [[nodiscard]] std::string identifier() const override { return "app.orvane.Kelpa"; }
+    [[nodiscard]] std::string displayName() const override { return "Kelpa"; }
+    [[nodiscard]] std::optional<std::string> homeDirectory() const override { return home_; }
+    [[nodiscard]] LogFiles& logFiles() const override { return files_; }
+    mutable DailyLogFiles files_{clock_};
+};
+
+TEST_F(LoggerTest, WritesTheDaysFileAndStandardOutputAlike) {
+    write(today_, "before\n");
+    const auto output = standardOutputOf([] {
+        logger().debug("hidden");
+        logger().info("shown");
+    });
+    EXPECT_EQ(output, banner_ + "2026-11-21T10:15:30+0100 info app.orvane.Kelpa : shown\n");
+    EXPECT_EQ(read(today_), "before\n" + output);
+    EXPECT_EQ(logfilePath(), today_);
+}
+
+TEST_F(LoggerTest, OnlyTodaysFileSurvivesAStart) {
+    write(folder_ / "app.orvane.Kelpa.20261120.log", "");
+    write(folder_ / "below/app.orvane.Kelpa.20251121.log", "");
+    write(folder_ / "other.20261120.log", "");
+    write(folder_ / "app.orvane.Kelpa.20261120.txt", "");
+    standardOutputOf([] { (void)logger(); });
+    EXPECT_FALSE(fs::exists(folder_ / "app.orvane.Kelpa.20261120.log"));
+    EXPECT_FALSE(fs::exists(folder_ / "below/app.orvane.Kelpa.20251121.log"));
+    EXPECT_TRUE(fs::exists(folder_ / "other.20261120.log"));
+    EXPECT_TRUE(fs::exists(folder_ / "app.orvane.Kelpa.20261120.txt"));
+    EXPECT_TRUE(fs::exists(today_));
+}
+
+TEST_F(LoggerTest, TheFileKeepsItsNameBeyondMidnightAndCarriesTheWeeksYear) {
+    setTime({2024, 12, 30, 23, 59, 59});
+    standardOutputOf([this] {
+        (void)logger();
+        time_.pass(2'000'000);
+        logger().info("next day");
+    });
+    const auto text = read(folder_ / "app.orvane.Kelpa.20251230.log");
+    EXPECT_NE(text.find("2024-12-31T00:00:01+0100 info app.orvane.Kelpa : next day\n"), std::string::npos)
+        << text;
+}
+
+TEST_F(LoggerTest, GoesOnWithoutAFileWhereTheFolderCannotBeMade) {
+    write(root_ / "Library", "a file where the folder should be");
+    const auto output = standardOutputOf([] { logger().info("still here"); });
+    EXPECT_TRUE(output.starts_with("create logger error: ")) << output;
+    EXPECT_TRUE(output.ends_with(banner_ + "2026-11-21T10:15:30+0100 info app.orvane.Kelpa : still here\n"))
+        << output;
+    EXPECT_EQ(logfilePath(), std::nullopt);
+}
+
+TEST_F(LoggerTest, GoesOnWhereTodaysFileIsAFolder) {
+    fs::create_directories(today_);
+    const auto output = standardOutputOf([] { (void)logger(); });
+    EXPECT_TRUE(output.starts_with("create logger error: ")) << output;
+}
+
+TEST_F(LoggerTest, WithoutAHomeThereIsNeitherFileNorBanner) {
+    home_ = std::nullopt;
+    EXPECT_EQ(standardOutputOf([] { logger().info("alone"); }),
+              "2026-11-21T10:15:30+0100 info app.orvane.Kelpa : alone\n");
+}
+
+TEST_F(LoggerTest, MetadataOfTheCallWinsOverTheHandlers) {
+    const fs::path file = root_ / "one.log";
+    fs::create_directories(root_);
+    auto log = FileLogging::logger("label", file, clock_);
+    log.handler().setMetadata({{"a", "1"}});
+    log.info("m");
+    const LogMetadata ofCall = {{"a", "2"}, {"b", "3"}};
+    log.log(LogLevel::Critical, "m", {}, &ofCall);
+    log.handler().setMetadata("a", std::nullopt);
+    log.info("m");
+    const std::string stamp = "2026-11-21T10:15:30+0100 ";
+    EXPECT_EQ(read(file), stamp + "info label : a=1 m\n" + stamp + "critical label : a=2 b=3 m\n" + stamp +
+                              "info label : m\n");
+}
+
+TEST_F(LoggerTest, AMultiplexForwardsInOrderToEachByItsOwnLevel) {
+    fs::create_directories(root_);
+    const auto stream = std::make_shared<FileHandlerOutputStream>(root_ / "both.log");
+    std::vector<std::unique_ptr<LogHandler>> handlers;
+    for (const char* label : {"first", "second"})
+        handlers.push_back(std::make_unique<LineLogHandler>(label, stream, clock_));
+    handlers[0]->setLogLevel(LogLevel::Error);
+    handlers[1]->setMetadata("k", "v");
+    auto both = std::make_unique<MultiplexLogHandler>(std::move(handlers));
+    EXPECT_EQ(both->logLevel(), LogLevel::Info);
+    EXPECT_EQ(both->metadata("k"), "v");
+    Logger log("both", std::move(both));
+    log.warning("w");
+    log.error("e");
+    const std::string stamp = "2026-11-21T10:15:30+0100 ";
+    EXPECT_EQ(read(root_ / "both.log"), stamp + "warning second : k=v w\n" + stamp + "error first : e\n" +
+                                            stamp + "error second : k=v e\n");
+}
+
+TEST_F(LoggerTest, TextThatTheFileCannotHoldIsSkipped) {
+    fs::create_directories(root_);
+    FileHandlerOutputStream stream(root_ / "ascii.log", TextEncoding::Ascii);
+    stream.write("水\n");
+    stream.write("water\n");
+    EXPECT_EQ(read(root_ / "ascii.log"), "water\n");
+    EXPECT_THROW(FileHandlerOutputStream(root_ / "no/such/folder/x.log"),
+                 FileHandlerOutputStream::CouldNotCreateFile);
+}
+
+TEST_F(LoggerTest, AFullDiskIsNoReasonToStop) {
+    if (!fs::exists("/dev/full"))
+        GTEST_SKIP() << "no full device here";
+    FileHandlerOutputStream stream("/dev/full");
+    stream.write("nowhere to go\n");
+}
+
+TEST_F(LoggerTest, TheSystemIsSetUpOnlyOnce) {
+    LoggingSystem::bootstrap([](const std::string&) { return nullptr; });
+    EXPECT_DEATH(LoggingSystem::bootstrap([](const std::string&) { return nullptr; }), "only be set up once");
+}
+
+} // namespace
+} // namespace kelpa

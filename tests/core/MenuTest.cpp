@@ -1,0 +1,89 @@
+#include "app/AppState.h"
+#include "tests/core/Play.h"
+#include "ui/StatusBarController.h"
+
+#include <gtest/gtest.h>
+
+namespace kelpa {
+namespace {
+
+using test::Lines;
+using test::Play;
+
+/// The menu as a person reads it: image, title, key; "-" for a separator, brackets for a disabled line.
+Lines shown(const Play& play) {
+    Lines lines;
+    for (const MenuLine& line : play.desk.statusBar.lines()) {
+        std::string text = line.separator ? "-" : line.image + "|" + line.title + "|" + line.keyEquivalent;
+        lines.push_back(line.enabled || line.separator ? text : "[" + text + "]");
+    }
+    return lines;
+}
+
+TEST(Menu, HasItsLinesInOrder) {
+    Play play;
+    play("launch\n");
+    EXPECT_EQ(shown(play), (Lines{"[|    Kelpa - v1.0.0(1)|]", "-", "stop.circle|- Stop -|p",
+                                  "gearshape.circle|Settings...|,", "-",
+                                  "arrow.counterclockwise.icloud|Check for Updates...|",
+                                  "mail.stack|Feedback...|", "info.circle|About...|", "escape|Quit|q"}));
+}
+
+TEST(Menu, WaterLineComesOnceAndGoesOnce) {
+    Play play({"title", "log"});
+    play("start 2026-11-23T12:00:00\nstore pref.water.finished int 600\nlaunch\n");
+    StatusBarController::updateWaterItem();
+    StatusBarController::removeWaterItem();
+    EXPECT_EQ(play(""), Lines{});
+    StatusBarController::insetWaterItem();
+    StatusBarController::insetWaterItem();
+    play("pref finished 1875\n");
+    StatusBarController::removeWaterItem();
+    StatusBarController::removeWaterItem();
+    const auto& lines = play.journal.lines();
+    EXPECT_EQ(Lines(lines.begin() + 1, lines.end()),
+              (Lines{"0.000 item water inserted 3 \"Water (40% )\"", "0.000 set pref.water.finished int 1875",
+                     "0.000 item water \"Water (125% )\"", "0.000 water finished 1875",
+                     "0.000 item water removed"}));
+}
+
+TEST(Menu, WaterLineIsThereFromTheStartWhereTheReminderIsOn) {
+    Play play({"title", "log", "set"});
+    play("start 2026-11-23T21:00:00\nstore pref.water.enable bool true\nlaunch\n");
+    ASSERT_EQ(shown(play).size(), 10U);
+    EXPECT_EQ(shown(play)[3], "drop.triangle|Water (0% Out of hours)|r");
+}
+
+TEST(Menu, ServicesAreCalled) {
+    Play play({"title", "log", "item"});
+    play("launch\n");
+    EXPECT_EQ(play("menu settings\nmenu updates\nmenu about\nmenu feedback\n"),
+              (Lines{"0.000 settings", "0.000 app activate", "0.000 updater check", "0.000 about",
+                     "0.000 app activate", "0.000 mail \"Kelpa Feedback\""}));
+    const Mail& mail = play.desk.services.lastMail();
+    EXPECT_EQ(mail.body, "Please use Chinese or English in your mail, if you can.\n\n\n\n\n\n\n\n"
+                         "App version: v1.0.0(1)\nDevice model: x86_64\nSystem version: 12.0.0\n");
+    EXPECT_NE(mail.attachment.find("Library/Caches/Logs/app.orvane.Kelpa.20260105.log"), std::string::npos);
+    EXPECT_EQ(play("menu water\nmenu quit\n+100\n"), (Lines{"0.000 refused menu water", "0.000 app quit"}));
+}
+
+TEST(Title, GoesAndComesWithThePreference) {
+    Play play({"log", "item", "window", "app", "break", "set", "count"});
+    play("store pref.work.time int 1\nlaunch\n+10\n");
+    EXPECT_EQ(play("pref showTime false\n+5\npref showTime true\n"),
+              (Lines{"10.000 title \"\"", "15.000 title 00:45"}));
+    // Once time is up the title stays empty whatever the preference, and comes back with the next work
+    // period.
+    EXPECT_EQ(play("+45\npref showTime false\npref showTime true\n").back(), "60.000 title \"\"");
+    EXPECT_EQ(play("+300\n"), (Lines{"360.000 title 00:00", "360.000 title 01:00"}));
+}
+
+TEST(Title, AForeignChangeIsSeenAtTheNextTick) {
+    Play play({"log", "item"});
+    play("launch\n+1\n");
+    EXPECT_EQ(play("store show_time_in_status_bar bool false\n+0.5\n+0.5\n"), (Lines{"2.000 title \"\""}));
+    EXPECT_EQ(play("store show_time_in_status_bar text yes\n+1\n"), (Lines{"3.000 title 24:57"}));
+}
+
+} // namespace
+} // namespace kelpa

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "desk/Script.h"
+
+#include <initializer_list>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace kelpa::test {
+
+/// A desk that a test drives with pieces of script and whose whole journal it compares.
+class Play {
+  public:
+    /// Events of the kinds in `quiet` are left out.
+    explicit Play(std::initializer_list<const char*> quiet = {}) {
+        for (const char* kind : quiet)
+            journal.quiet(kind);
+    }
+
+    /// Plays commands and gives the lines that they added to the journal. `desk::FatalEnd` passes through.
+    std::vector<std::string> operator()(const std::string& script) {
+        std::istringstream in(script);
+        const auto before = journal.lines().size();
+        desk::play(desk, desk::readScript(in));
+        return {journal.lines().begin() + static_cast<std::ptrdiff_t>(before), journal.lines().end()};
+    }
+
+    desk::VirtualTime time;
+    desk::KeptJournal journal{time};
+    desk::Desk desk{time, journal, 1};
+};
+
+using Lines = std::vector<std::string>;
+
+} // namespace kelpa::test

@@ -1,0 +1,145 @@
+#include "app/AppState.h"
+#include "tests/core/Play.h"
+
+#include <gtest/gtest.h>
+
+namespace kelpa {
+namespace {
+
+using test::Lines;
+using test::Play;
+
+const PrefState& pref() {
+    return AppState::prefState();
+}
+
+TEST(Preferences, AFreshAccountHasTheDefaults) {
+    Play play;
+    play("launch\n");
+    EXPECT_FALSE(pref().launchAtLogin());
+    EXPECT_TRUE(pref().showTime());
+    EXPECT_TRUE(pref().autoCheckUpdate());
+    EXPECT_EQ(pref().workTime(), 25);
+    EXPECT_EQ(pref().breakTime(), 300);
+    EXPECT_FALSE(pref().customBreakPrompt());
+    EXPECT_EQ(pref().breakPrompt(), "堂堂七尺少年郎, 躺上一躺又何妨");
+    EXPECT_EQ(pref().breakPrompt().size(), 44U);
+    EXPECT_EQ(pref().shortBreakTimes(), 4);
+    EXPECT_EQ(pref().longBreakTime(), 15);
+    EXPECT_FALSE(pref().forceLongBreak());
+    EXPECT_TRUE(pref().restartTimerAfterAwake());
+    EXPECT_TRUE(pref().stopTimerAfterMouseStop());
+    EXPECT_FALSE(pref().showNewDayTip());
+    EXPECT_EQ(pref().lastWeakupTimestamp(), 0.0);
+    EXPECT_TRUE(pref().isNewDay());
+}
+
+TEST(Preferences, EachIsStoredUnderItsKeyAndType) {
+    Play play({"log", "item", "title", "login"});
+    play("launch\n");
+    EXPECT_EQ(
+        play("pref launchAtLogin true\npref showTime false\npref autoCheckUpdate false\npref workTime 30\n"
+             "pref breakTime 60\npref customBreakPrompt true\npref breakPrompt 休息 a\\nb\npref "
+             "shortBreakTimes 3\n"
+             "pref longBreakTime 10\npref forceLongBreak true\npref restartTimerAfterAwake false\n"
+             "pref stopTimerAfterMouseStop false\npref showNewDayTip true\npref lastWeakupTimestamp 1.5\n"
+             "pref breakStyle struggle\n"),
+        (Lines{"0.000 set launch_at_login bool true", "0.000 set show_time_in_status_bar bool false",
+               "0.000 set auto_check_update bool false", "0.000 set pref.work.time int 30",
+               "0.000 set pref.break.time int 60", "0.000 set custom_break_prompt bool true",
+               "0.000 set break_prompt_text text 休息 a\\nb", "0.000 set pref.short.break.times int 3",
+               "0.000 set pref.long.break.time int 10", "0.000 set force_long_break bool true",
+               "0.000 set restart_timer_after_awake bool false",
+               "0.000 set stop_timer_after_mouse_stop bool false", "0.000 set show_new_day_tip bool true",
+               "0.000 set last_weakup_timestamp real 1.5", "0.000 set break_style int 2"}));
+}
+
+TEST(Preferences, AValueOfAnotherTypeReadsAsAbsent) {
+    Play play;
+    play("launch\nstore pref.work.time text 30\nstore pref.break.time real 60\nstore show_time_in_status_bar "
+         "int 0\n"
+         "store break_prompt_text bool true\nstore last_weakup_timestamp int 5\nstore break_style int 3\n");
+    EXPECT_EQ(pref().workTime(), 25);
+    EXPECT_EQ(pref().breakTime(), 300);
+    EXPECT_TRUE(pref().showTime());
+    EXPECT_EQ(pref().breakPrompt().size(), 44U);
+    EXPECT_EQ(pref().lastWeakupTimestamp(), 0.0);
+    EXPECT_EQ(AppState::prefState().styleState().breakStyle(), BreakStyle::default_);
+}
+
+TEST(Preferences, WritingRunsTheSideEffectAlsoForTheSameValue) {
+    Play play({"log", "item", "title"});
+    play("launch\n");
+    EXPECT_EQ(play("pref launchAtLogin false\npref launchAtLogin true\n"),
+              (Lines{"0.000 set launch_at_login bool false", "0.000 login unregister",
+                     "0.000 set launch_at_login bool true", "0.000 login register"}));
+}
+
+TEST(Preferences, ObserversHearAfterWriteAndSideEffect) {
+    Play play({"item", "title"});
+    play("launch\n");
+    const auto told = AppState::prefState().workTime.observe([&](std::int64_t minutes) {
+        play.journal.note("told", std::to_string(minutes) + " stored " + std::to_string(pref().workTime()));
+    });
+    int replaced = 0;
+    const auto style = AppState::prefState().observeStyleState([&] { ++replaced; });
+    EXPECT_EQ(play("pref workTime 7\n").back(), "0.000 told 7 stored 7");
+    AppState::prefState().setStyleState(std::make_unique<PrefStyleState>(play.desk.store));
+    EXPECT_EQ(replaced, 1);
+}
+
+TEST(Preferences, ANewDayBeginsAtLocalMidnight) {
+    Play play;
+    play("start 2026-11-23T23:59:58\nzone Asia/Shanghai\nlaunch\n");
+    AppState::prefState().updateWeakupTimestamp();
+    play("+1.5\n");
+    EXPECT_FALSE(pref().isNewDay());
+    play("+0.5\n");
+    EXPECT_TRUE(pref().isNewDay());
+    EXPECT_EQ(play.journal.lines().back().substr(0, 5), "2.000");
+}
+
+TEST(BreakStyles, HaveTheirListsInOrder) {
+    const std::vector<std::pair<BreakStyle, std::size_t>> sizes = {
+        {BreakStyle::default_, 11}, {BreakStyle::relaxation, 10}, {BreakStyle::struggle, 10}};
+    for (const auto& [style, size] : sizes) {
+        EXPECT_EQ(prompts(style).size(), size);
+        EXPECT_EQ(newDayPrompts(style).size(), 10U);
+    }
+    EXPECT_EQ(prompts(BreakStyle::default_).front(), "给你的眼睛一个小小的暂停，它们会感激你的关心。");
+    EXPECT_EQ(newDayPrompts(BreakStyle::struggle).back(),
+              "每天都是一个宝贵的礼物，我会充分利用每一天，认真工作，不虚度时光。");
+    BreakStyle style{};
+    EXPECT_TRUE(fromRawValue(2, style));
+    EXPECT_EQ(desc(style), "Struggle");
+    EXPECT_FALSE(fromRawValue(3, style));
+    EXPECT_FALSE(fromRawValue(-1, style));
+}
+
+TEST(StylePane, EditsTheListOfTheChosenStyle) {
+    Play play({"log", "item", "title"});
+    play("store break_prompt_list_1 list [\"a\",\"b\",\"a\"]\nlaunch\npref breakStyle relaxation\n");
+    EXPECT_EQ(play("style add b\nstyle edit a => c\nstyle edit none => d\nstyle edit a => \nstyle add \n"),
+              (Lines{"0.000 set break_prompt_list_1 list [\"b\",\"a\",\"b\",\"a\"]",
+                     "0.000 set break_prompt_list_1 list [\"b\",\"c\",\"b\",\"a\"]",
+                     "0.000 set break_prompt_list_1 list [\"d\",\"b\",\"c\",\"b\",\"a\"]"}));
+    EXPECT_EQ(play("style delete b\nstyle delete d\nstyle delete c\nstyle delete a\n").back(),
+              "0.000 set break_prompt_list_1 list []");
+    EXPECT_TRUE(AppState::prefState().styleState().promptList().empty());
+}
+
+TEST(StylePane, ResetStoresACopyAndForeignTypesReadAsTheBuiltInList) {
+    Play play({"log", "item", "title"});
+    play("store new_day_break_prompt_list_0 text x\nlaunch\nstyle list newday\n");
+    PrefStyleState& style = AppState::prefState().styleState();
+    EXPECT_EQ(style.newDayPromptList(), newDayPrompts(BreakStyle::default_));
+    play("style reset\nstyle add x\n");
+    EXPECT_EQ(style.newDayPromptList().size(), 11U);
+    EXPECT_EQ(style.promptList(), prompts(BreakStyle::default_));
+    play("style reset\n");
+    EXPECT_EQ(play.desk.store.texts("new_day_break_prompt_list_0"), newDayPrompts(BreakStyle::default_));
+    EXPECT_EQ(play.desk.store.texts("break_prompt_list_0"), std::nullopt);
+}
+
+} // namespace
+} // namespace kelpa

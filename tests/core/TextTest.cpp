@@ -1,0 +1,74 @@
+#include "base/Text.h"
+
+#include "base/Checked.h"
+#include "logging/TextEncoder.h"
+
+#include <gtest/gtest.h>
+
+#include <clocale>
+#include <cmath>
+#include <limits>
+
+namespace kelpa {
+namespace {
+
+TEST(TimeString, GluesHoursOnAndNeverGoesBelowZero) {
+    EXPECT_EQ(timeString(1500), "25:00");
+    EXPECT_EQ(timeString(59), "00:59");
+    EXPECT_EQ(timeString(3600), "0100:00");
+    EXPECT_EQ(timeString(3725), "0102:05");
+    EXPECT_EQ(timeString(360000), "10000:00");
+    EXPECT_EQ(timeString(360061), "10001:01");
+    EXPECT_EQ(timeString(0), "00:00");
+    EXPECT_EQ(timeString(std::numeric_limits<std::int64_t>::min()), "00:00");
+}
+
+TEST(DecimalText, IsShortAlwaysHasAFractionAndReadsBack) {
+    EXPECT_EQ(decimalText(1), "1.0");
+    EXPECT_EQ(decimalText(0.1), "0.1");
+    EXPECT_EQ(decimalText(1767603600), "1767603600.0");
+    EXPECT_EQ(decimalText(-1500), "-1500.0");
+    EXPECT_EQ(decimalText(1e21), "1e+21");
+    for (const double value :
+         {1767603600.123456, 1.0 / 3, 5e-324, 1.7976931348623157e308, -0.5, 1e15, 123456789012.5})
+        EXPECT_EQ(parseDecimal(decimalText(value)), value) << decimalText(value);
+}
+
+TEST(DecimalText, DoesNotFollowTheLocale) {
+    if (!std::setlocale(LC_ALL, "de_DE.UTF-8"))
+        GTEST_SKIP() << "the machine has no locale with a decimal comma";
+    EXPECT_EQ(decimalText(0.5), "0.5");
+    EXPECT_EQ(parseDecimal("0.5"), 0.5);
+    EXPECT_EQ(parseDecimal("0,5"), std::nullopt);
+}
+
+TEST(ParseDecimal, TakesAWholeNumberOrNothing) {
+    EXPECT_EQ(parseDecimal("12"), 12);
+    EXPECT_EQ(parseDecimal("-1e3"), -1000);
+    for (const char* text : {"", " 1", "1 ", "1.0.0", "0x10", "nan", "inf", "1e", "--1", "eins"})
+        EXPECT_EQ(parseDecimal(text), std::nullopt) << text;
+}
+
+TEST(TextEncoder, NeverLosesACharacter) {
+    EXPECT_EQ(encoded("Grüße", TextEncoding::Latin1), "Gr\xFC\xDF"
+                                                      "e");
+    EXPECT_EQ(encoded("喝水", TextEncoding::Utf8), "喝水");
+    EXPECT_EQ(encoded("喝水", TextEncoding::Latin1), std::nullopt);
+    EXPECT_EQ(encoded("é", TextEncoding::Ascii), std::nullopt);
+    for (const char* broken : {"\xC3", "\xC0\x80", "\xED\xA0\x80", "\xF5\x80\x80\x80", "a\x80", "\xE4\xBD"})
+        EXPECT_EQ(encoded(broken, TextEncoding::Utf8), std::nullopt);
+}
+
+TEST(CheckedDeathTest, OverflowEndsTheProcess) {
+    constexpr auto highest = std::numeric_limits<std::int64_t>::max();
+    constexpr auto lowest = std::numeric_limits<std::int64_t>::min();
+    EXPECT_EQ(checkedMultiply(-3037000499, 3037000499), -9223372030926249001);
+    EXPECT_EQ(checkedMultiply(lowest, 1), lowest);
+    EXPECT_DEATH((void)checkedMultiply(highest / 60 + 1, 60), "overflow");
+    EXPECT_DEATH((void)checkedMultiply(lowest, -1), "overflow");
+    EXPECT_DEATH((void)checkedAdd(highest, 1), "overflow");
+    EXPECT_DEATH((void)checkedSubtract(lowest, 1), "overflow");
+}
+
+} // namespace
+} // namespace kelpa
