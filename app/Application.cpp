@@ -21,7 +21,7 @@ Application::Application(Ports& ports, LogFiles& logFiles)
     wireClients(ports);
     TicktackController::wire(ticktackClient(), ports.tickers);
     StatusBarController::wire(uiClient(), ports.statusBar, ports.application, ports.services);
-    WindowController::wire(uiClient(), ports.windows, ports.services);
+    WindowController::wire(uiClient(), ports.windows, ports.tickers, ports.mainQueue, ports.services);
     IconFont::wire(ports.fonts);
 }
 

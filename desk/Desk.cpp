@@ -52,6 +52,10 @@ WaterPane& Desk::waterPane() {
     return *waterPane_;
 }
 
+Date Desk::todayAt(const CivilTime& timeOfDay) const {
+    return Calendar(clock).today(timeOfDay.hour, timeOfDay.minute, timeOfDay.second);
+}
+
 void Desk::followPublishedValues() {
     PromptState& prompt = AppState::promptState();
     subscriptions_.push_back(prompt.prompt.subscribe(

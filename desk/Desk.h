@@ -36,6 +36,8 @@ class Desk {
 
     [[nodiscard]] PromptListEditor& styleEditor();
     [[nodiscard]] WaterPane& waterPane();
+    /// Today at a time of day; the date in `time` does not count.
+    [[nodiscard]] Date todayAt(const CivilTime& time) const;
 
     VirtualTime& time;
     Journal& journal;

@@ -83,16 +83,12 @@ Reader pane(void (WaterPane::*set)(T)) {
     };
 }
 
-Date todayAt(const CivilTime& time) {
-    return AppState::waterState().calendar().today(time.hour, time.minute, time.second);
-}
-
 Reader timeOfDay(void (WaterPane::*set)(Date)) {
     return [set](std::string_view text) -> std::optional<Run> {
         const auto time = parseTimeOfDay(text);
         if (!time)
             return std::nullopt;
-        return [set, time](Desk& desk) { (desk.waterPane().*set)(todayAt(*time)); };
+        return [set, time](Desk& desk) { (desk.waterPane().*set)(desk.todayAt(*time)); };
     };
 }
 
@@ -110,7 +106,7 @@ std::optional<Run> timings(std::string_view text) {
     return [times](Desk& desk) {
         std::set<Date> points;
         for (const CivilTime& time : times)
-            points.insert(todayAt(time));
+            points.insert(desk.todayAt(time));
         desk.waterPane().setSelectedTimings(points);
     };
 }

@@ -26,6 +26,27 @@ class RecordingBreakScreen final : public BreakScreenFace {
     std::shared_ptr<RecordedBreakScreen> state_;
 };
 
+class RecordingWaterPanel final : public WaterPanelFace {
+  public:
+    RecordingWaterPanel(Journal& journal, std::shared_ptr<RecordedWaterPanel> state)
+        : journal_(journal), state_(std::move(state)) {}
+    void setTexts(const WaterPanelTexts& texts, const std::vector<WaterAmount>& amounts) override {
+        state_->texts = texts;
+        state_->amounts = amounts;
+    }
+    void setProgress(const WaterProgress& progress) override { state_->progress = progress; }
+    void setCounting(const WaterCounting& counting) override {
+        if (counting.tip != state_->counting.tip)
+            journal_.note("water", "tip " + inQuotes(counting.tip));
+        state_->counting = counting;
+    }
+    void setSelectedAmount(std::int64_t millilitres) override { state_->selected = millilitres; }
+
+  private:
+    Journal& journal_;
+    std::shared_ptr<RecordedWaterPanel> state_;
+};
+
 } // namespace
 
 RecordingWindows::RecordingWindows(Journal& journal, VirtualTime& time) : journal_(journal), time_(time) {
@@ -85,6 +106,36 @@ bool RecordingWindows::notice(std::uint32_t screen) {
     return true;
 }
 
+const RecordedWaterPanel* RecordingWindows::waterPanel() const {
+    for (const RecordingWindow* window : windows_)
+        if (window->waterPanel() && window->visible())
+            return window->waterPanel();
+    return nullptr;
+}
+
+bool RecordingWindows::waterSkip() {
+    const RecordedWaterPanel* panel = waterPanel();
+    if (panel)
+        panel->client->skipPressed();
+    return panel;
+}
+
+bool RecordingWindows::waterDone() {
+    const RecordedWaterPanel* panel = waterPanel();
+    if (panel)
+        panel->client->donePressed();
+    return panel;
+}
+
+bool RecordingWindows::waterAmount(std::int64_t millilitres) {
+    const RecordedWaterPanel* panel = waterPanel();
+    const auto offers = [&](const WaterAmount& amount) { return amount.millilitres == millilitres; };
+    if (!panel || std::none_of(panel->amounts.begin(), panel->amounts.end(), offers))
+        return false;
+    panel->client->amountTapped(millilitres);
+    return true;
+}
+
 RecordingWindow::RecordingWindow(Journal& journal, VirtualTime& time, WindowSpec spec)
     : journal_(journal), time_(time), spec_(std::move(spec)) {}
 
@@ -92,6 +143,12 @@ std::unique_ptr<BreakScreenFace> RecordingWindow::hostBreakScreen(BreakScreenCli
     breakScreen_ = std::make_shared<RecordedBreakScreen>();
     breakScreen_->client = &client;
     return std::make_unique<RecordingBreakScreen>(breakScreen_);
+}
+
+std::unique_ptr<WaterPanelFace> RecordingWindow::hostWaterPanel(WaterPanelClient& client) {
+    waterPanel_ = std::make_shared<RecordedWaterPanel>();
+    waterPanel_->client = &client;
+    return std::make_unique<RecordingWaterPanel>(journal_, waterPanel_);
 }
 
 void RecordingWindow::fadeTo(double alpha, double seconds, std::function<void()> done) {

@@ -11,6 +11,7 @@ namespace kelpa::desk {
 
 class RecordingWindow;
 struct RecordedBreakScreen;
+struct RecordedWaterPanel;
 
 /// Screens and windows that exist only in the journal. Screens of 1920 × 1080 points stand side by side.
 class RecordingWindows final : public WindowSystem {
@@ -21,6 +22,12 @@ class RecordingWindows final : public WindowSystem {
     /// A press on Skip, a tap on the notice; false where that screen does not offer it.
     bool skip(std::uint32_t screen);
     bool notice(std::uint32_t screen);
+    /// Answers in the water panel; false where none is shown or it does not offer the amount.
+    bool waterSkip();
+    bool waterDone();
+    bool waterAmount(std::int64_t millilitres);
+    /// What the water panel shows; null where none is shown.
+    [[nodiscard]] const RecordedWaterPanel* waterPanel() const;
     /// What the break screen of a screen shows; null where none is shown.
     [[nodiscard]] const RecordedBreakScreen* breakScreen(std::uint32_t screen) const;
 
@@ -51,14 +58,26 @@ struct RecordedBreakScreen {
     bool skipOffered = false;
 };
 
+/// A water panel that remembers what it was told.
+struct RecordedWaterPanel {
+    WaterPanelClient* client = nullptr;
+    WaterPanelTexts texts;
+    std::vector<WaterAmount> amounts;
+    WaterProgress progress;
+    WaterCounting counting;
+    std::int64_t selected = 0;
+};
+
 class RecordingWindow final : public NativeWindow {
   public:
     RecordingWindow(Journal& journal, VirtualTime& time, WindowSpec spec);
 
     [[nodiscard]] const WindowSpec& spec() const { return spec_; }
     [[nodiscard]] const RecordedBreakScreen* breakScreen() const { return breakScreen_.get(); }
+    [[nodiscard]] const RecordedWaterPanel* waterPanel() const { return waterPanel_.get(); }
 
     std::unique_ptr<BreakScreenFace> hostBreakScreen(BreakScreenClient& client) override;
+    std::unique_ptr<WaterPanelFace> hostWaterPanel(WaterPanelClient& client) override;
     void setAlpha(double /*alpha*/) override {}
     void fadeTo(double alpha, double seconds, std::function<void()> done) override;
     void orderFrontRegardless() override;
@@ -72,6 +91,7 @@ class RecordingWindow final : public NativeWindow {
     WindowSpec spec_;
     bool visible_ = false;
     std::shared_ptr<RecordedBreakScreen> breakScreen_;
+    std::shared_ptr<RecordedWaterPanel> waterPanel_;
 };
 
 } // namespace kelpa::desk

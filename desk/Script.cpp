@@ -150,6 +150,43 @@ Run notice(std::string_view rest) {
     };
 }
 
+Run waterAmount(std::string_view rest) {
+    const auto millilitres = parseInteger(rest);
+    if (!millilitres)
+        throw Problem(in(rest) + " is no amount");
+    return [millilitres](Desk& desk) {
+        if (!desk.windows.waterAmount(*millilitres))
+            desk.journal.note("refused", "water amount");
+    };
+}
+
+Run water(std::string_view rest) {
+    const std::string what = takeWord(rest);
+    if (what == "amount")
+        return waterAmount(rest);
+    expectNothing(rest);
+    if (what != "done" && what != "skip")
+        throw Problem("the water panel has no " + in(what));
+    return [what](Desk& desk) {
+        if (!(what == "done" ? desk.windows.waterDone() : desk.windows.waterSkip()))
+            desk.journal.note("refused", "water " + what);
+    };
+}
+
+Run point(std::string_view rest) {
+    const std::string what = takeWord(rest);
+    const auto time = parseTimeOfDay(rest);
+    if ((what != "add" && what != "remove") || !time)
+        throw Problem("point needs add or remove and a time like 13:30");
+    return [adds = what == "add", time](Desk& desk) {
+        expectLaunched(desk);
+        if (adds)
+            desk.waterPane().addTimePoint(desk.todayAt(*time));
+        else
+            desk.waterPane().removeTimePoint(time->hour, time->minute);
+    };
+}
+
 Run styleEdit(std::string_view rest) {
     // An empty new text leaves nothing behind the arrow once the line is trimmed.
     const std::string line = std::string(rest) + (rest.ends_with(" =>") ? " " : "");
@@ -200,9 +237,9 @@ Run suspend(std::string_view rest) {
 
 const std::map<std::string, std::function<Run(std::string_view)>, std::less<>>& readers() {
     static const std::map<std::string, std::function<Run(std::string_view)>, std::less<>> all = {
-        {"zone", zone},   {"screens", screens}, {"store", store},     {"launch", launch},
-        {"pref", pref},   {"menu", menu},       {"skip", skip},       {"notice", notice},
-        {"style", style}, {"clock", clockStep}, {"suspend", suspend}, {"start", start},
+        {"zone", zone},   {"screens", screens}, {"store", store},     {"launch", launch}, {"pref", pref},
+        {"menu", menu},   {"skip", skip},       {"notice", notice},   {"style", style},   {"water", water},
+        {"point", point}, {"clock", clockStep}, {"suspend", suspend}, {"start", start},
     };
     return all;
 }

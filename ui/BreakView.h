@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/WindowContent.h"
 #include "platform/ports/WindowSystem.h"
 #include "prefs/PromptState.h"
 #include "timer/TicktackState.h"
@@ -10,7 +11,7 @@ namespace kelpa {
 
 /// The content of one break window: the prompt, the countdown, the notice of the water reminder and, where it
 /// is offered, Skip. It ends the break when the break's time is up.
-class BreakView final : private BreakScreenClient {
+class BreakView final : public WindowContent, private BreakScreenClient {
   public:
     /// What is shown follows both states from now on. All must outlive the view.
     BreakView(NativeWindow& window, PromptState& promptState, TicktackState& breakState);

@@ -10,10 +10,13 @@ Window::Window(WindowSystem& system, WindowSpec spec)
     : spec_(std::move(spec)), native_(system.makeWindow(spec_)) {}
 
 void Window::show() {
+    const bool hidden = !visible();
     closing_.reset();
     native_->setAlpha(0.0);
     native_->fadeTo(1.0, fadeSeconds, {});
     native_->orderFrontRegardless();
+    if (hidden && content_)
+        content_->appeared();
 }
 
 void Window::close() {
@@ -21,16 +24,17 @@ void Window::close() {
         return;
     closing_ = std::make_shared<bool>(true);
     native_->fadeTo(0.0, fadeSeconds, [this, still = std::weak_ptr<bool>(closing_)] {
-        if (still.expired())
-            return;
-        closing_.reset();
-        native_->close();
+        if (!still.expired())
+            withdraw();
     });
 }
 
 void Window::withdraw() {
+    const bool shown = visible();
     closing_.reset();
     native_->close();
+    if (shown && content_)
+        content_->disappeared();
 }
 
 void Window::setFrame(const Rect& frame) {
@@ -38,6 +42,11 @@ void Window::setFrame(const Rect& frame) {
         return;
     spec_.frame = frame;
     native_->setFrame(frame);
+}
+
+void Window::moveTo(const Screen& screen, const Rect& frame) {
+    spec_.screen = screen.number;
+    setFrame(frame);
 }
 
 } // namespace kelpa

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "base/WindowContent.h"
 #include "platform/ports/WindowSystem.h"
-#include "ui/BreakView.h"
 
 #include <memory>
 #include <string>
@@ -16,21 +16,24 @@ class Window {
     [[nodiscard]] const WindowSpec& spec() const { return spec_; }
     [[nodiscard]] bool visible() const { return native_->visible(); }
     [[nodiscard]] NativeWindow& native() { return *native_; }
-    void setBreakView(std::unique_ptr<BreakView> view) { breakView_ = std::move(view); }
+    /// Fills the window; the content is told when it can be seen and when no longer.
+    void setContent(std::unique_ptr<WindowContent> content) { content_ = std::move(content); }
 
     /// Fades in from nothing in front of everything of its level. A close under way is called off.
     void show();
     /// Fades out and then takes the window off the screen; does nothing while that is under way.
     void close();
-    /// Takes the window off the screen at once, because its screen is gone.
+    /// Takes the window off the screen at once, because its screen or its user wants it gone.
     void withdraw();
     void setFrame(const Rect& frame);
+    /// Moves the window to another screen.
+    void moveTo(const Screen& screen, const Rect& frame);
 
   private:
     WindowSpec spec_;
     std::unique_ptr<NativeWindow> native_;
-    std::unique_ptr<BreakView> breakView_; ///< uses `native_`
-    std::shared_ptr<bool> closing_;        ///< true until called off; null when no close is under way
+    std::unique_ptr<WindowContent> content_; ///< uses `native_`
+    std::shared_ptr<bool> closing_;          ///< true until called off; null when no close is under way
 };
 
 } // namespace kelpa

@@ -4,8 +4,10 @@
 #include "base/Localized.h"
 #include "prefs/PrefState.h"
 #include "prefs/PromptState.h"
+#include "ui/BreakView.h"
 #include "ui/Window.h"
 #include "water/PrefWaterState.h"
+#include "water/WaterView.h"
 
 #include <algorithm>
 #include <memory>
@@ -15,7 +17,9 @@ namespace kelpa {
 
 namespace {
 
+constexpr int floatingWindowLevel = 3;
 constexpr int statusWindowLevel = 25;
+constexpr const char* waterTitle = "Water Reminder";
 constexpr double updateCheckSeconds = 43200;
 
 /// Hands the desktop's changes on to the controller.
@@ -24,11 +28,22 @@ class Desktop final : public WindowSystemClient {
     void screensChanged() override;
 };
 
+class Panel final : public WaterViewClient {
+  public:
+    void closeWaterView() override { WindowController::closeWaterView(); }
+    void dismissWaterView() override { WindowController::dismissWaterView(); }
+    TickerSource& tickers() override;
+    Queue& mainQueue() override;
+};
+
 struct Shared {
     UiClient& client;
     WindowSystem& system;
+    TickerSource& tickers;
+    Queue& mainQueue;
     Services services;
     Desktop desktop = {};
+    Panel panel = {};
     std::vector<std::unique_ptr<Window>> windows = {};
     bool breakShows = false; ///< from the break's showing to its closing: new screens join it
     bool hasUpdater = false;
@@ -40,6 +55,14 @@ Shared& the() {
     if (!shared)
         fatalError("Windows were used before the program was set up");
     return *shared;
+}
+
+TickerSource& Panel::tickers() {
+    return the().tickers;
+}
+
+Queue& Panel::mainQueue() {
+    return the().mainQueue;
 }
 
 Window* find(const std::string& title) {
@@ -62,8 +85,31 @@ Window& breakWindow(const Screen& screen) {
     }
     Window& window =
         make({title, screen.frame, statusWindowLevel, WindowStyle::FullSizeContent, screen.number});
-    window.setBreakView(
+    window.setContent(
         std::make_unique<BreakView>(window.native(), the().client.promptState(), the().client.breakState()));
+    return window;
+}
+
+const Screen& mainScreen() {
+    const Screen* screen = the().system.mainScreen();
+    if (!screen)
+        fatalError("There is no screen for the water window");
+    return *screen;
+}
+
+/// Flush with the top right corner, without margin.
+Rect waterFrame(const Screen& screen) {
+    constexpr Size size = WaterView::size;
+    return {screen.frame.maxX() - size.width, screen.frame.maxY() - size.height, size.width, size.height};
+}
+
+Window& waterWindow() {
+    const Screen& screen = mainScreen();
+    if (Window* found = find(waterTitle))
+        return *found;
+    Window& window =
+        make({waterTitle, waterFrame(screen), floatingWindowLevel, WindowStyle::Panel, screen.number});
+    window.setContent(std::make_unique<WaterView>(window.native(), the().client.waterState(), the().panel));
     return window;
 }
 
@@ -72,15 +118,22 @@ bool present(const Window& window, const std::vector<Screen>& screens) {
                        [&](const Screen& screen) { return screen.number == window.spec().screen; });
 }
 
-void withdrawFromLostScreens(const std::vector<Screen>& screens) {
-    for (const auto& window : the().windows)
-        if (window->visible() && !present(*window, screens))
+/// A break window goes with its screen; the water panel, which is still wanted, moves to another one.
+void leaveLostScreens(const std::vector<Screen>& screens) {
+    for (const auto& window : the().windows) {
+        if (present(*window, screens))
+            continue;
+        const Screen* other = the().system.mainScreen();
+        if (window->spec().style == WindowStyle::Panel && other)
+            window->moveTo(*other, waterFrame(*other));
+        else if (window->visible())
             window->withdraw();
+    }
 }
 
 void Desktop::screensChanged() {
     const auto screens = the().system.screens();
-    withdrawFromLostScreens(screens);
+    leaveLostScreens(screens);
     bool covered = false;
     for (const Screen& screen : screens) {
         Window* known = find(std::to_string(screen.number));
@@ -109,8 +162,9 @@ void makeUpdater() {
 
 } // namespace
 
-void WindowController::wire(UiClient& client, WindowSystem& system, const Services& services) {
-    shared = std::make_unique<Shared>(Shared{client, system, services});
+void WindowController::wire(UiClient& client, WindowSystem& system, TickerSource& tickers, Queue& mainQueue,
+                            const Services& services) {
+    shared = std::make_unique<Shared>(Shared{client, system, tickers, mainQueue, services});
     system.setClient(shared->desktop);
 }
 
@@ -146,15 +200,25 @@ void WindowController::showWaterView() {
     PrefWaterState& water = the().client.waterState();
     if (water.isNewDay())
         water.reset();
+    waterWindow().show();
     the().system.activate();
 }
 
 void WindowController::closeWaterView() {
+    waterWindow().close();
+    the().system.deactivate();
+}
+
+void WindowController::dismissWaterView() {
+    waterWindow().withdraw();
     the().system.deactivate();
 }
 
 void WindowController::toggleWaterView() {
-    showWaterView();
+    if (waterWindow().visible())
+        closeWaterView();
+    else
+        showWaterView();
 }
 
 void WindowController::showPrefView() {

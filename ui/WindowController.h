@@ -1,6 +1,8 @@
 #pragma once
 
+#include "platform/ports/Queue.h"
 #include "platform/ports/Services.h"
+#include "platform/ports/Ticker.h"
 #include "platform/ports/WindowSystem.h"
 #include "ui/UiClient.h"
 
@@ -11,7 +13,8 @@ namespace kelpa {
 class WindowController {
   public:
     /// All must outlive the process's last use of windows. Call before anything else.
-    static void wire(UiClient& client, WindowSystem& system, const Services& services);
+    static void wire(UiClient& client, WindowSystem& system, TickerSource& tickers, Queue& mainQueue,
+                     const Services& services);
 
     /// The start of the updater and, where it is on, of the water reminder.
     static void setup();
@@ -21,6 +24,8 @@ class WindowController {
     static void closeBreak();
     static void showWaterView();
     static void closeWaterView();
+    /// Takes the water panel off the screen at once and without an answer.
+    static void dismissWaterView();
     static void toggleWaterView();
     static void showPrefView();
     static void showAbout();

@@ -14,6 +14,7 @@ struct MenuLine {
     std::string title;
     std::string image;         ///< empty for none
     std::string keyEquivalent; ///< one character, with the platform's menu modifier; empty for none
+    bool operator==(const MenuLine&) const = default;
 };
 
 /// What a face reports back; the core implements it.

@@ -2,6 +2,7 @@
 
 #include "base/Geometry.h"
 #include "platform/ports/BreakScreenFace.h"
+#include "platform/ports/WaterPanelFace.h"
 
 #include <cstdint>
 #include <functional>
@@ -39,6 +40,8 @@ class NativeWindow {
     virtual ~NativeWindow() = default;
     /// Puts a break screen into the window. `client` outlives the face, which the caller owns.
     virtual std::unique_ptr<BreakScreenFace> hostBreakScreen(BreakScreenClient& client) = 0;
+    /// Puts a water panel into the window. `client` outlives the face, which the caller owns.
+    virtual std::unique_ptr<WaterPanelFace> hostWaterPanel(WaterPanelClient& client) = 0;
     /// Opacity from 0 to 1, at once.
     virtual void setAlpha(double alpha) = 0;
     /// Animates the opacity over real seconds; `done` (may be empty) runs once from the main loop when the

@@ -1,0 +1,13 @@
+#pragma once
+
+namespace kelpa {
+
+/// What fills a window and wants to know whether it can be seen.
+class WindowContent {
+  public:
+    virtual ~WindowContent() = default;
+    virtual void appeared() {}
+    virtual void disappeared() {}
+};
+
+} // namespace kelpa

@@ -1,0 +1,60 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace kelpa {
+
+/// The fixed texts of the water panel, ready to show.
+struct WaterPanelTexts {
+    std::string finished; ///< caption of the first figure
+    std::string percent;  ///< caption of the second
+    std::string remain;   ///< caption of the third
+    std::string wellDone; ///< in the place of the third once the target is met
+    std::string skip;
+    std::string done;
+};
+
+/// An amount that the panel offers.
+struct WaterAmount {
+    std::int64_t millilitres = 0;
+    std::string text;
+};
+
+/// The day's progress, ready to show.
+struct WaterProgress {
+    std::string finished;
+    std::string percent;
+    std::string remain;  ///< empty once the target is met
+    double fraction = 0; ///< of the bar that is filled; may be above 1
+};
+
+/// What is said of the next drink.
+struct WaterCounting {
+    std::string tip;
+    std::string remaining; ///< empty when the drink is due or nothing is counted; the tip then stands out
+};
+
+/// What a person does in the water panel; the core implements it.
+class WaterPanelClient {
+  public:
+    virtual ~WaterPanelClient() = default;
+    virtual void amountTapped(std::int64_t millilitres) = 0;
+    virtual void skipPressed() = 0;
+    virtual void donePressed() = 0;
+    /// The window's own close button, or Escape: the panel goes without an answer.
+    virtual void closePressed() = 0;
+};
+
+/// The drawn water panel inside one window. It shows what it was told last and animates the way there.
+class WaterPanelFace {
+  public:
+    virtual ~WaterPanelFace() = default;
+    virtual void setTexts(const WaterPanelTexts& texts, const std::vector<WaterAmount>& amounts) = 0;
+    virtual void setProgress(const WaterProgress& progress) = 0;
+    virtual void setCounting(const WaterCounting& counting) = 0; ///< once a second
+    virtual void setSelectedAmount(std::int64_t millilitres) = 0;
+};
+
+} // namespace kelpa

@@ -1,0 +1,324 @@
+#include "app/AppState.h"
+#include "tests/core/Play.h"
+#include "ui/WindowController.h"
+#include "water/WaterDates.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <clocale>
+
+namespace kelpa {
+namespace {
+
+using test::Lines;
+using test::Play;
+
+const PrefWaterState& water() {
+    return AppState::waterState();
+}
+
+/// A desk on a Monday with the reminder on and the last answer some seconds into that day.
+std::string at(const std::string& now, double lastAnswerToday) {
+    // 2026-11-23T00:00:00 UTC
+    return "start 2026-11-23T" + now +
+           "\nstore pref.water.enable bool true\nstore pref.water.lastShowDate real " +
+           std::to_string(1795392000.0 + lastAnswerToday) + "\n";
+}
+
+constexpr double hour = 3600;
+constexpr const char* timing = "store pref.water.mode int 1\n";
+
+TEST(WaterDates, KeepTheirTextsApartFromTheLocale) {
+    EXPECT_EQ(dateText(Date{1795392000.5}), "1795392000.5");
+    EXPECT_EQ(dateFromText("1795392000.5"), Date{1795392000.5});
+    for (const char* text : {"", "soon", "1,5", "1.5 ", "nan"})
+        EXPECT_EQ(dateFromText(text), Date{0}) << text;
+    EXPECT_EQ(timePointsText({Date{978307200}, Date{978307201.5}}), "[0,1.5]");
+    EXPECT_EQ(timePointsFromText(" [ 1.5 , 0, 1.5e0 ] "), (std::set{Date{978307200}, Date{978307201.5}}));
+    EXPECT_EQ(timePointsFromText("[]"), std::set<Date>{});
+    for (const char* text : {"", "1", "[1,]", "[,1]", "[1 2]", "[01]", "[+1]", "[.5]", "[1.]", "[1]x",
+                             "[\"1\"]", "[null]", "[[1]]", "{\"a\":1}", "[1e999]", "[nan]", "[1", "[0x1]"})
+        EXPECT_EQ(timePointsFromText(text), std::nullopt) << text;
+}
+
+TEST(WaterDates, ReadTheirTextsUnderADecimalComma) {
+    if (!std::setlocale(LC_ALL, "de_DE.UTF-8"))
+        GTEST_SKIP() << "the machine has no locale with a decimal comma";
+    EXPECT_EQ(timePointsText({Date{978307201.5}}), "[1.5]");
+    EXPECT_EQ(timePointsFromText("[1.5]"), std::set{Date{978307201.5}});
+}
+
+TEST(WaterState, AFreshAccountHasTheDefaults) {
+    Play play;
+    play("start 2026-11-23T10:00:00\nzone Europe/Berlin\nlaunch\n");
+    const auto local = [&](Date date) { return play.desk.clock.civil(date); };
+    EXPECT_FALSE(water().enable());
+    EXPECT_EQ(water().target(), 1500);
+    EXPECT_EQ(water().mode(), WaterMode::interval);
+    EXPECT_EQ(local(water().intervalStartDate()), (CivilTime{2026, 11, 23, 7, 0, 0}));
+    EXPECT_EQ(local(water().intervalEndDate()), (CivilTime{2026, 11, 23, 20, 0, 0}));
+    EXPECT_EQ(water().selectedInterval(), 15);
+    EXPECT_EQ(water().selectedTimings().size(), 11U);
+    EXPECT_EQ(local(*water().selectedTimings().begin()).hour, 9);
+    EXPECT_EQ(water().finished(), 0);
+    EXPECT_EQ(water().lastSelectedAmount(), 150);
+    EXPECT_TRUE(water().isNewDay());
+}
+
+TEST(WaterState, ReadsWhatItCannotUseAsAbsentAndSaysSoOnce) {
+    Play play({"title", "item"});
+    play("start 2026-11-23T10:00:00\nstore pref.water.mode int 7\nstore pref.water.target int 0\n"
+         "store pref.water.selectedTimings text []\nstore pref.water.interval.start real 5\n"
+         "store pref.water.interval.end text whenever\nlaunch\n");
+    EXPECT_EQ(water().mode(), WaterMode::interval);
+    EXPECT_EQ(water().target(), 1500);
+    EXPECT_EQ(water().selectedTimings().size(), 11U);
+    EXPECT_EQ(play.desk.clock.civil(water().intervalStartDate()).hour, 7);
+    EXPECT_EQ(water().intervalEndDate(), Date{0});
+    (void)water().target();
+    const auto& lines = play.journal.lines();
+    EXPECT_EQ(std::count(lines.begin(), lines.end(),
+                         "0.000 log warning stored water target is below 1, the default one is used"),
+              1);
+}
+
+TEST(WaterState, CountsPastTheTargetAndEndsWhereANumberCannotBe) {
+    Play play({"title", "item", "set"});
+    play("start 2026-11-23T10:00:00\nlaunch\npref finished 1600\n");
+    EXPECT_EQ(water().remain(), -100);
+    EXPECT_NEAR(water().finishedPrecent(), 1.0667F, 1e-4F);
+    EXPECT_EQ(wholePercentage(0.999F), 99);
+    EXPECT_EQ(wholePercentage(1.25F), 125);
+    EXPECT_EQ(wholePercentage(-0.015F), -1);
+    EXPECT_THROW((void)wholePercentage(std::numeric_limits<float>::infinity()), desk::FatalEnd);
+    EXPECT_THROW((void)wholePercentage(1e17F), desk::FatalEnd);
+    play("pref finished 9223372036854775807\n");
+    EXPECT_THROW(AppState::waterState().updateFinished(), desk::FatalEnd);
+}
+
+TEST(WaterSchedule, IntervalCountsFromTheLastAnswer) {
+    Play play({"title", "log", "item"});
+    EXPECT_EQ(play(at("10:00:00", 9 * hour + 50 * 60) + "launch\n"), (Lines{"0.000 water armed 300"}));
+    EXPECT_EQ(play("+299\n"), Lines{});
+    EXPECT_EQ(play("+1\n"),
+              (Lines{"300.000 window made Water Reminder 1640,750 280x330 level=3",
+                     "300.000 window show Water Reminder", "300.000 water tip \"It's time to drink water!\"",
+                     "300.000 app activate"}));
+}
+
+TEST(WaterSchedule, AnOverdueReminderFiresAtOnceButNotInsideTheCall) {
+    Play play({"title", "log", "item", "app"});
+    const auto lines = play(at("10:00:00", 8 * hour) + "launch\n");
+    ASSERT_EQ(lines.size(), 4U);
+    EXPECT_EQ(lines.front(), "0.000 water armed -6300");
+    EXPECT_EQ(lines[2], "0.000 window show Water Reminder");
+}
+
+TEST(WaterSchedule, BothEndsOfTheWorkingHoursAreOutside) {
+    Play play({"title", "item", "water", "window", "app", "set"});
+    play(at("06:59:59", 0) + "launch\n");
+    EXPECT_FALSE(water().inWorkTime());
+    play("+1\n");
+    EXPECT_FALSE(water().inWorkTime());
+    play("+1\n");
+    EXPECT_TRUE(water().inWorkTime());
+    play("clock +46798\n");
+    EXPECT_TRUE(water().inWorkTime());
+    play("clock +1\n");
+    EXPECT_FALSE(water().inWorkTime());
+    const auto& lines = play.journal.lines();
+    EXPECT_NE(std::find(lines.begin(), lines.end(), "0.000 log info Not in work time"), lines.end());
+}
+
+TEST(WaterSchedule, ARangeOverMidnightIsNeverWorkingTime) {
+    Play play({"title", "item", "set", "log", "app", "window"});
+    play(at("21:00:00", 0) + "launch\npref intervalStartDate 22:00\npref intervalEndDate 06:00\n");
+    for (int i = 0; i < 24; ++i) {
+        play("clock +3600\n");
+        EXPECT_FALSE(water().inWorkTime()) << i;
+    }
+}
+
+TEST(WaterSchedule, TimePointsAfterNowAndAfterTheLastAnswer) {
+    Play play({"title", "item", "log", "window", "app", "set", "water"});
+    play(at("09:30:00", 9 * hour + 120) + timing + "launch\npref selectedTimings 13:00 09:00\n");
+    EXPECT_EQ(water().nextReminder(), 12600);
+    EXPECT_TRUE(water().inWorkTime());
+    play("clock +12600\n");
+    EXPECT_FALSE(water().inWorkTime());
+    EXPECT_EQ(water().nextReminder(), 72000); // tomorrow at nine
+}
+
+TEST(WaterSchedule, TheTimeOfDayOfAnOldAnswerStillCounts) {
+    Play play({"title", "item", "log", "window", "app", "set", "water"});
+    play(at("10:00:00", -6 * hour) + timing + "store pref.water.enable bool false\nlaunch\n");
+    EXPECT_EQ(water().nextReminder(), 9 * 3600); // not 11:00: the answer was at 18:00
+    AppState::waterState().reset();
+    EXPECT_EQ(water().nextReminder(), 3600);
+    play("clock +34200\n");
+    EXPECT_EQ(water().nextReminder(), 48600);
+    EXPECT_FALSE(water().inWorkTime());
+}
+
+TEST(WaterSchedule, ASingleTimePointIsAnEmptyWorkingDay) {
+    Play play({"title", "item", "log", "window", "app", "set", "water"});
+    play(at("08:00:00", 0) + timing + "launch\npref selectedTimings 09:00\n");
+    EXPECT_FALSE(water().inWorkTime());
+    EXPECT_EQ(water().nextReminder(), 3600);
+    play("clock +3600\n");
+    EXPECT_FALSE(water().inWorkTime());
+    EXPECT_EQ(water().nextReminder(), 0); // the only point is now: the first is taken and lies no second away
+}
+
+TEST(WaterSchedule, DaysOfTwentyThreeAndTwentyFiveHours) {
+    Play play({"title", "item", "log", "window", "app", "set", "water"});
+    play("start 2026-03-29T01:30:00\nzone Europe/Berlin\nstore pref.water.mode int 1\nlaunch\n"
+         "pref selectedTimings 02:30 09:00 20:00\n");
+    EXPECT_EQ(water().nextReminder(), 1800); // 02:30 does not exist: three o'clock comes half an hour later
+    play("clock +54000\n");                  // half past five in the afternoon
+    EXPECT_EQ(water().nextReminder(), 9000);
+    play("pref selectedTimings 09:00 10:00\nclock +604800\nzone America/Sao_Paulo\n");
+    EXPECT_EQ(
+        play.desk.clock.civil(Calendar(play.desk.clock).todayDate(*water().selectedTimings().begin())).hour,
+        play.desk.clock.civil(*water().selectedTimings().begin()).hour);
+}
+
+TEST(WaterPane, ChangesPlanAnewOnlyWhileTheReminderIsOn) {
+    Play play({"title", "set", "window", "app"});
+    play("start 2026-11-23T10:00:00\nstore pref.water.lastShowDate real 1795427400\nlaunch\n");
+    EXPECT_EQ(play("pref target 2000\n"), (Lines{"0.000 log info waterState.enable is false"}));
+    EXPECT_EQ(play("pref enable true\npref enable true\n"),
+              (Lines{"0.000 item water inserted 3 \"Water (0% )\"", "0.000 water armed 300"}));
+    EXPECT_EQ(play("pref target 2000\npref selectedInterval 30\n"),
+              (Lines{"0.000 item water \"Water (0% )\"", "0.000 water cancelled", "0.000 water armed 1200"}));
+    EXPECT_EQ(play("pref intervalEndDate 09:00\n"),
+              (Lines{"0.000 item water \"Water (0% Out of hours)\"", "0.000 water cancelled"}));
+    EXPECT_EQ(play("pref enable false\n+1500\n").front(), "0.000 item water removed");
+}
+
+TEST(WaterPane, KeepsTheLastTimePointAndCountsInstantsNotClockTimes) {
+    Play play({"title", "set", "window", "app", "item", "water"});
+    play("start 2026-11-23T10:00:00\nlaunch\npref selectedTimings 09:00\npoint remove 09:00\n");
+    EXPECT_EQ(water().selectedTimings().size(), 1U);
+    play("point add 13:30\npoint add 13:30\nclock +86400\npoint add 13:30\n");
+    EXPECT_EQ(water().selectedTimings().size(), 3U);
+    EXPECT_EQ(play("point remove 12:00\n"), (Lines{"0.000 log error Can't find item"}));
+    play("point remove 13:30\npoint remove 09:00\n");
+    ASSERT_EQ(water().selectedTimings().size(), 1U);
+    EXPECT_EQ(WaterPane::hoursAndMintes(water().calendar(), *water().selectedTimings().begin()), "13:30");
+}
+
+TEST(WaterPanel, DoneAddsAtOnceAndClosesHalfASecondLater) {
+    Play play({"title", "log", "item"});
+    play(at("10:00:00", 9 * hour + 50 * 60) + "store pref.water.finished int 1000\nlaunch\n+300\n");
+    EXPECT_EQ(play("water amount 250\nwater done\n"),
+              (Lines{"300.000 set pref.water.lastSelectedAmount int 250",
+                     "300.000 set pref.water.finished int 1250", "300.000 water finished 1250",
+                     "300.000 set pref.water.lastShowDate real 1795428300.0"}));
+    const auto* panel = play.desk.windows.waterPanel();
+    ASSERT_NE(panel, nullptr);
+    EXPECT_EQ(panel->progress.finished + " " + panel->progress.percent + " " + panel->progress.remain,
+              "1250 83 250");
+    EXPECT_EQ(panel->selected, 250);
+    EXPECT_EQ(play("+0.499\n"), Lines{});
+    EXPECT_EQ(play("+0.001\n"), (Lines{"300.500 window closing Water Reminder", "300.500 app deactivate",
+                                       "300.500 water armed 899"}));
+    EXPECT_EQ(play("+2\nwater done\nwater amount 60\n"),
+              (Lines{"302.500 window closed Water Reminder", "302.500 refused water done",
+                     "302.500 refused water amount"}));
+}
+
+TEST(WaterPanel, SkipAddsNothingAndStartsTheIntervalAnew) {
+    Play play({"title", "log", "item"});
+    play(at("10:00:00", 9 * hour + 45 * 60) + "launch\n+10\n");
+    EXPECT_EQ(play("water skip\n"),
+              (Lines{"10.000 window closing Water Reminder", "10.000 app deactivate",
+                     "10.000 set pref.water.lastShowDate real 1795428010.0", "10.000 water armed 900"}));
+}
+
+TEST(WaterPanel, CountsOnlyWhileItShowsAndStopsWhenTheDrinkIsDue) {
+    Play play({"title", "log", "item", "app", "set"});
+    play(at("10:00:00", 9 * hour + 46 * 60) + "launch\nmenu water\n");
+    const auto* panel = play.desk.windows.waterPanel();
+    ASSERT_NE(panel, nullptr);
+    EXPECT_EQ(panel->counting.remaining, "01:00");
+    EXPECT_EQ(panel->texts.finished + panel->texts.remain + panel->texts.wellDone,
+              "Finished/mlRemain/mlWell Done!");
+    EXPECT_EQ(panel->amounts.size(), 9U);
+    play("+59\n");
+    EXPECT_EQ(panel->counting.remaining, "00:01");
+    EXPECT_EQ(play("+1\n"),
+              (Lines{"60.000 window show Water Reminder", "60.000 water tip \"It's time to drink water!\""}));
+    EXPECT_EQ(play("+100\n"), Lines{});
+    play("menu water\n+2\nmenu water\n");
+    EXPECT_EQ(panel->counting.remaining, "");
+}
+
+TEST(WaterPanel, FollowsChangesOfTheSettingsAndSaysWhenItIsOutOfHours) {
+    Play play({"title", "item", "app", "set", "log"});
+    play(at("10:00:00", 9 * hour + 50 * 60) + "launch\nmenu water\n");
+    const auto* panel = play.desk.windows.waterPanel();
+    play("pref selectedInterval 60\n+1\n");
+    EXPECT_EQ(panel->counting.remaining, "49:59");
+    play("pref target 100\npref finished 150\n");
+    EXPECT_EQ(panel->progress.remain, "");
+    EXPECT_EQ(panel->progress.percent, "150");
+    EXPECT_EQ(play("pref intervalStartDate 11:00\n+5\n"),
+              (Lines{"1.000 water tip \"Not in work time!\"", "1.000 water cancelled"}));
+    EXPECT_EQ(panel->counting.remaining, "");
+}
+
+TEST(WaterPanel, ANewDayBeginsWithTheShowingAndTheMenuTogglesOneWindow) {
+    Play play({"title", "log", "app"});
+    play(at("10:00:00", 9 * hour + 59 * 60) + "store pref.water.finished int 900\nlaunch\n+3600\n");
+    play("water skip\n+2\nclock +86400\n");
+    const auto shown = play("menu water\n");
+    EXPECT_EQ(shown[1], "3602.000 set pref.water.finished int 0");
+    EXPECT_EQ(shown[4], "3602.000 window show Water Reminder");
+    EXPECT_EQ(play("menu water\n+2\n"),
+              (Lines{"3602.000 window closing Water Reminder", "3604.000 window closed Water Reminder"}));
+}
+
+TEST(WaterPanel, MovesToAnotherScreenWhenItsOwnGoesAndDiesWithoutAny) {
+    Play play({"title", "log", "item", "set", "water"});
+    play(at("10:00:00", 9 * hour + 50 * 60) + "screens 1 2\nlaunch\nmenu water\n");
+    EXPECT_EQ(play("screens 2\n"), Lines{});
+    EXPECT_NE(play.desk.windows.waterPanel(), nullptr);
+    play("screens\n");
+    EXPECT_THROW(WindowController::showWaterView(), desk::FatalEnd);
+}
+
+/// The totals that a week of answers leaves behind, day by day, as a person would keep them by hand.
+void expectAWeek(const char* mode) {
+    Play play({"title", "log", "item", "app", "set", "break", "count", "window"});
+    play(std::string("start 2026-11-23T08:00:00\nzone Europe/Berlin\nstore pref.water.enable bool true\n") +
+         mode + "launch\npref selectedInterval 60\n");
+    for (int day = 0; day < 7; ++day) {
+        std::int64_t drunk = 0;
+        for (int quarter = 0; quarter < 14 * 4; ++quarter) { // 08:00 to 22:00
+            play("+900\n");
+            if (!play.desk.windows.waterPanel())
+                continue;
+            const bool done = quarter % 3 != 0;
+            play(done ? "water done\n+3\nclock -3\n" : "water skip\n+3\nclock -3\n");
+            drunk += done ? 150 : 0;
+        }
+        EXPECT_EQ(water().finished(), drunk) << "day " << day;
+        EXPECT_GT(drunk, 500) << "day " << day;
+        play("suspend 36000\n"); // the night
+        AppState::waterState().reset();
+        AppState::waterState().schedule();
+    }
+}
+
+TEST(WaterWeek, InIntervals) {
+    expectAWeek("");
+}
+
+TEST(WaterWeek, AtTimePoints) {
+    expectAWeek(timing);
+}
+
+} // namespace
+} // namespace kelpa
