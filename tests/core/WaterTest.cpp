@@ -292,11 +292,11 @@ TEST(WaterPanel, MovesToAnotherScreenWhenItsOwnGoesAndDiesWithoutAny) {
 /// The totals that a week of answers leaves behind, day by day, as a person would keep them by hand.
 void expectAWeek(const char* mode) {
     Play play({"title", "log", "item", "app", "set", "break", "count", "window"});
-    play(std::string("start 2026-11-23T08:00:00\nzone Europe/Berlin\nstore pref.water.enable bool true\n") +
+    play(std::string("start 2026-11-23T09:30:00\nzone Europe/Berlin\nstore pref.water.enable bool true\n") +
          mode + "launch\npref selectedInterval 60\n");
     for (int day = 0; day < 7; ++day) {
         std::int64_t drunk = 0;
-        for (int quarter = 0; quarter < 14 * 4; ++quarter) { // 08:00 to 22:00
+        for (int quarter = 0; quarter < 12 * 4; ++quarter) { // 09:30 to 21:30
             play("+900\n");
             if (!play.desk.windows.waterPanel())
                 continue;
@@ -306,7 +306,7 @@ void expectAWeek(const char* mode) {
         }
         EXPECT_EQ(water().finished(), drunk) << "day " << day;
         EXPECT_GT(drunk, 500) << "day " << day;
-        play("suspend 36000\n"); // the night
+        play("suspend 43200\n"); // the night
         AppState::waterState().reset();
         AppState::waterState().schedule();
     }

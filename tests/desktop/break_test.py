@@ -1,0 +1,119 @@
+#!/usr/bin/python3
+"""Breaks on two monitors as a person sees them: what covers the screens, what stands on it, and how it ends."""
+import os
+import signal
+
+from support import LONG_ENOUGH, SPEED, WORK, Box, DesktopTest, main, wait_until
+from virtual_desktop import break_windows, complaints, wait_for_cover, wait_for_uncover
+
+
+class Break(DesktopTest):
+    COMPOSITOR = True
+
+    def begin(self, settings=None):
+        program = self.launch(settings)
+        return program, self.cover()
+
+    def cover(self):
+        windows = wait_for_cover(self.session, self.monitors, 15)
+        self.settle(2.2)  # faded in
+        return windows
+
+    def test_every_monitor_is_covered_and_counts_down(self):
+        prompt = {"custom_break_prompt": True, "break_prompt_text": "one\\ntwo\\nsleep 休息"}
+        program, windows = self.begin(prompt)
+        self.assertEqual(len({window.title for window in windows}), 2)
+        panel = self.screen.titled(lambda title: title == "xfce4-panel")[0]
+        self.assertGreater(min(window.level for window in windows), panel.level)
+        before = [self.screen.picture(monitor) for monitor in self.monitors]
+        self.settle(1.2)
+        for monitor, earlier in zip(self.monitors, before):
+            picture = self.screen.picture(monitor)
+            self.assertEqual(complaints(earlier, picture), [], monitor.name)
+            # Where the panel is, the break screen's own background is seen.
+            self.assertEqual(picture.crop(Box(0, 0, picture.width, 30)).colours().keys(), {picture.background()})
+            self.assertEqual(self.lines_of_prompt(picture, earlier.differs(picture)), 3)
+        self.assertEqual(program.count(f"ticktack timer start {LONG_ENOUGH}$"), 1)
+
+    @staticmethod
+    def lines_of_prompt(picture, countdown):
+        return picture.crop(Box(0, 0, picture.width, countdown.y - 30)).lines()
+
+    def test_it_ends_by_itself_and_the_next_one_uses_the_same_windows(self):
+        program = self.launch({"pref.break.time": 4 * SPEED})
+        first = {window.title for window in wait_for_cover(self.session, self.monitors, 15)}
+        program.wait_for("skip break view$", 10, times=2)
+        program.wait_for(f"ticktack timer start {WORK}$", 3, times=2)
+        wait_for_uncover(self.session)
+        second = {window.title for window in wait_for_cover(self.session, self.monitors, 15)}
+        self.assertEqual(first, second)
+
+    def test_skip_on_one_monitor_ends_the_break_everywhere(self):
+        program, _ = self.begin()
+        link, skip = self.blue_rows(self.monitors[1])[-2:]
+        self.assertGreater(skip.height, link.height)
+        self.click_middle(skip)
+        program.wait_for("skip break view$", 3)
+        program.wait_for(f"ticktack timer start {WORK}$", 3, times=2)
+        wait_for_uncover(self.session, 4)
+        self.assertEqual(program.count("skip break view$"), 1)
+
+    def test_a_forced_long_break_offers_no_skip_but_the_notice_ends_it(self):
+        program, _ = self.begin({"pref.short.break.times": 1, "force_long_break": True})
+        blue = self.blue_rows(self.monitors[0])
+        self.assertEqual(len(blue), 1, "more than the notice's link is blue")
+        self.click_middle(blue[0])
+        program.wait_for("Click new feature: Water Reminder$", 3)
+        program.wait_for("skip break view$", 3)
+        wait_for_uncover(self.session, 4)
+
+    def test_it_stands_on_every_workspace(self):
+        _, windows = self.begin()
+        self.session.screen.switch_workspace(1)
+        self.addCleanup(self.session.screen.switch_workspace, 0)
+        self.settle(0.5)
+        self.assertEqual({window.title for window in break_windows(self.session)},
+                         {window.title for window in windows})
+
+    def test_a_view_that_dies_is_replaced(self):
+        program, _ = self.begin()
+        view = self.helpers(program, "kelpa-view")
+        self.assertEqual(len(view), 1)
+        os.kill(view[0], signal.SIGKILL)
+        wait_until(lambda: self.helpers(program, "kelpa-view") not in ([], view), 5, "another view")
+        wait_for_cover(self.session, self.monitors)
+        self.assertFalse(program.ended())
+        monitor = self.monitors[0]
+        self.settle(2.2)
+        before = self.screen.picture(monitor)
+        self.settle(1.2)
+        self.assertEqual(complaints(before, self.screen.picture(monitor)), [])
+
+    def test_ending_the_program_takes_its_windows_along(self):
+        program, _ = self.begin()
+        view = self.helpers(program, "kelpa-view")
+        program.process.send_signal(signal.SIGTERM)
+        self.assertEqual(program.process.wait(5), 0)
+        wait_for_uncover(self.session, 3)
+        wait_until(lambda: not os.path.exists(f"/proc/{view[0]}"), 3, "the view to end")
+
+    def test_the_view_is_given_back_some_time_after_a_break(self):
+        # Slowly, so that no other break comes meanwhile: the first work period takes two seconds by being short.
+        program = self.launch({"pref.work.time": 0}, speed=1)
+        self.cover()
+        program.write_settings({**self.quiet(), "pref.work.time": 25})
+        self.click_middle(self.blue_rows(self.monitors[0])[-1])
+        program.wait_for("ticktack timer start 1500$", 3)
+        wait_for_uncover(self.session, 4)
+        self.assertEqual(len(self.helpers(program, "kelpa-view")), 1)
+        wait_until(lambda: not self.helpers(program), 35, "the view to end")
+        with open(f"/proc/{program.process.pid}/maps", encoding="utf-8") as maps:
+            self.assertNotIn("Qt", maps.read())
+
+    @staticmethod
+    def quiet():
+        return {"pref.break.time": LONG_ENOUGH}
+
+
+if __name__ == "__main__":
+    main()

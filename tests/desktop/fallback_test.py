@@ -1,0 +1,89 @@
+#!/usr/bin/python3
+"""Desktops with less: only an old tray for embedded icons, or no tray at all."""
+import subprocess
+
+from support import PROGRAM, DesktopTest, main, wait_until
+from virtual_desktop import wait_for_cover
+
+
+class OldTray(DesktopTest):
+    TRAY = False
+    MONITORS = ROOM = 1
+
+    def start_old_tray(self):
+        tray = self.session.spawn(["trayer", "--edge", "top", "--widthtype", "request", "--height", "24"])
+        self.addCleanup(self.session.end, tray)
+        wait_until(lambda: self.screen.selection_owned("_NET_SYSTEM_TRAY_S0"), 10, "the old tray")
+
+    def docked(self):
+        found = self.screen.embedded()
+        return found[0] if found else None
+
+    def test_the_icon_is_docked_and_the_time_ticks_in_it(self):
+        self.start_old_tray()
+        program = self.launch(speed=1)
+        icon = wait_until(self.docked, 10, "an embedded icon")
+        self.assertEqual(len(self.helpers(program, "kelpa-tray")), 1)
+        self.assertGreaterEqual(icon.height, 16)
+        self.settle(1)
+        icon = self.docked()
+        self.assertGreater(self.screen.picture(icon).ink_share(), 0.02)
+        if icon.width > 2 * icon.height:    # the host grants the width for the time beside the picture
+            self.assertTrue(self.shown_text_moves(icon))
+
+    def test_the_old_tray_may_come_later(self):
+        program = self.launch(speed=1)
+        self.settle(1)
+        self.assertIsNone(self.docked())
+        self.start_old_tray()
+        wait_until(self.docked, 10, "an embedded icon")
+        self.assertFalse(program.ended())
+
+    def test_breaks_come_without_any_tray(self):
+        program = self.launch()
+        wait_for_cover(self.session, self.monitors, 15)
+        self.assertFalse(program.ended())
+
+    def test_a_modern_tray_may_come_later(self):
+        program = self.launch(speed=1)
+        self.settle(0.5)
+        service = self.session.start_tray_service()
+        self.addCleanup(self.session.end, service)
+        item = wait_until(program.item, 5, "the item")
+        self.assertTrue(wait_until(item.registered, 5))
+
+
+class CommandLine(DesktopTest):
+    TRAY = False
+    MONITORS = ROOM = 1
+
+    def call(self, *arguments, **environment):
+        done = subprocess.run([PROGRAM, *arguments], env={**self.session.environment, **environment}, timeout=10,
+                              capture_output=True, text=True, stdin=subprocess.DEVNULL)
+        return done.returncode, done.stdout, done.stderr
+
+    def test_help_and_version(self):
+        status, output, message = self.call("--help")
+        self.assertEqual((status, message), (0, ""))
+        self.assertIn("--speed", output)
+        status, output, _ = self.call("--version")
+        self.assertEqual(status, 0)
+        self.assertRegex(output, r"^\S* ?.*\d+\.\d+\.\d+")
+
+    def test_what_it_does_not_understand_takes_one_line_and_status_2(self):
+        for arguments in (["--sped", "3"], ["--speed"], ["--speed", "fast"], ["--speed", "0"], ["--speed", "-1"],
+                          ["--speed", "nan"], ["--speed", "inf"], ["word"]):
+            status, output, message = self.call(*arguments)
+            self.assertEqual((status, output), (2, ""), arguments)
+            self.assertEqual(len(message.splitlines()), 1, arguments)
+
+    def test_without_a_display_it_says_so_in_one_line(self):
+        for display in ("", ":4711"):
+            status, _, message = self.call(DISPLAY=display)
+            self.assertEqual(status, 1)
+            self.assertEqual(len(message.splitlines()), 1, message)
+            self.assertIn("display", message.lower())
+
+
+if __name__ == "__main__":
+    main()

@@ -1,0 +1,117 @@
+"""What the desktop tests share: one virtual desktop a test class, one run of the program a test."""
+import os
+import signal
+import sys
+import time
+import unittest
+from pathlib import Path
+
+ROOT = Path(__file__).resolve().parents[2]
+sys.path.insert(0, str(ROOT / "scripts"))
+
+from virtual_desktop import Box, Program, Session, wait_until  # noqa: E402
+
+PROGRAM = os.environ.get("KELPA_PROGRAM", ROOT / "build/dev/kelpa")
+SPEED = 20
+# A work period lasts a minute of the program, three seconds here; breaks last until a test ends them.
+WORK = 60
+LONG_ENOUGH = 3000
+SETTINGS = {"pref.work.time": 1, "pref.break.time": LONG_ENOUGH, "pref.short.break.times": 100}
+
+
+class DesktopTest(unittest.TestCase):
+    MONITORS = 2        # plugged in at the start
+    ROOM = 2            # monitors that the X server has room for
+    TRAY = True
+    COMPOSITOR = False
+
+    @classmethod
+    def setUpClass(cls):
+        cls.session = Session(monitors=cls.ROOM, width=800, height=600)
+        cls.addClassCleanup(cls.session.stop)
+        cls.session.start()
+        cls.monitors = cls.session.monitors
+        for monitor in cls.monitors[cls.MONITORS:]:
+            cls.session.remove_monitor(monitor)
+        cls.session.start_window_manager(cls.COMPOSITOR)
+        cls.screen = cls.session.screen
+        if cls.TRAY:
+            cls.service = cls.session.start_tray()
+        # Anything that hovers would change colours under the pointer.
+        cls.screen.move(5, 590)
+
+    def launch(self, settings=None, *arguments, speed=SPEED, environment=None):
+        """Starts the program with these settings; it is ended after the test, and shown when the test failed."""
+        program = Program(self.session, PROGRAM)
+        program.write_settings({**SETTINGS, **(settings or {})})
+        program.printed.unlink(missing_ok=True)
+        program.start("--speed", str(speed), *arguments, environment=environment)
+        self.addCleanup(self.finish, program)
+        return program
+
+    def finish(self, program):
+        if any(test is self for test, _ in self._outcome.result.failures + self._outcome.result.errors):
+            self.show_what_happened(program)
+        Session.end(program.process)
+
+    def show_what_happened(self, program):
+        picture = ROOT / "build" / f"failure-{self.id().rsplit('.', 1)[-1]}.png"
+        self.screen.picture().save(picture)
+        print(f"--- picture: {picture}; what the program said:", *program.lines()[-40:], sep="\n", file=sys.stderr)
+
+    # Processes
+
+    @staticmethod
+    def helpers(program, name="kelpa-"):
+        """The helper programs of a run, by process id."""
+        found = []
+        for entry in Path("/proc").iterdir():
+            if entry.name.isdigit():
+                try:
+                    status = (entry / "status").read_text()
+                    command = (entry / "comm").read_text().strip()
+                except OSError:
+                    continue
+                if command.startswith(name) and f"PPid:\t{program.process.pid}\n" in status:
+                    found.append(int(entry.name))
+        return found
+
+    # Looking
+
+    def shown_text_moves(self, area, seconds=5):
+        """Whether something in the area changes, as ticking text does."""
+        before = self.screen.picture(area)
+        return wait_until(lambda: before.differs(self.screen.picture(area)), seconds)
+
+    def blue_rows(self, monitor):
+        """The blue things of a break window from top to bottom, as boxes on the screen: the link, then Skip."""
+        picture = self.screen.picture(monitor)
+        rows = []
+        for y in range(picture.height):
+            row = picture.row(y)
+            blue, green, red = row[0::4], row[1::4], row[2::4]
+            columns = [x for x in range(picture.width) if blue[x] > 150 and red[x] < 120 and blue[x] > green[x] + 40]
+            if not columns:
+                continue
+            if rows and rows[-1][1] == y - 1:
+                top, _, left, right = rows[-1]
+                rows[-1] = (top, y, min(left, columns[0]), max(right, columns[-1]))
+            else:
+                rows.append((y, y, columns[0], columns[-1]))
+        return [Box(monitor.x + left, monitor.y + top, right - left + 1, bottom - top + 1)
+                for top, bottom, left, right in rows if bottom - top >= 5]
+
+    def click_middle(self, box):
+        self.screen.click(box.x + box.width // 2, box.y + box.height // 2)
+
+    @staticmethod
+    def settle(seconds):
+        """Lets real time pass: for fades, and for showing that something does not happen."""
+        time.sleep(seconds)
+
+
+def main():
+    if not os.access(PROGRAM, os.X_OK):
+        sys.exit(f"{PROGRAM} is not there; build it, or name another one in KELPA_PROGRAM")
+    signal.signal(signal.SIGTERM, lambda *_: sys.exit(143))
+    unittest.main(verbosity=2)

@@ -1,0 +1,135 @@
+#!/usr/bin/python3
+"""The status item on a desktop whose tray shows StatusNotifier items with their labels."""
+import re
+import signal
+
+from support import WORK, Box, DesktopTest, Session, main, wait_until
+
+TIME = re.compile(r"\d\d:\d\d")
+
+
+class Tray(DesktopTest):
+    def item_of(self, program):
+        item = program.item()
+        self.assertIsNotNone(item, "no status item on the bus")
+        self.assertTrue(wait_until(item.registered, 5), "the tray did not take the item")
+        return item
+
+    def assert_label_moves(self, item, seconds=5):
+        label = item.label()
+        self.assertTrue(wait_until(lambda: item.label() != label, seconds), f"the label stays at {label}")
+        self.assertRegex(item.label(), TIME)
+
+    def test_the_item_says_what_it_is(self):
+        item = self.item_of(self.launch(speed=1))
+        self.assertEqual(item.get("Category"), "ApplicationStatus")
+        self.assertEqual(item.get("Status"), "Active")
+        self.assertTrue(item.get("Id"))
+        self.assertIn("Kelpa", item.get("Title"))
+        self.assertTrue(item.get("IconName") or item.get("IconPixmap"))
+        self.assertIn("Kelpa", " ".join(map(str, item.get("ToolTip"))))
+        self.assertEqual(item.label()[:3], "00:" if item.label() != "01:00" else "01:")
+
+    def test_the_panel_shows_the_time_as_text_that_moves_on(self):
+        item = self.item_of(self.launch(speed=1))
+        self.assert_label_moves(item)
+        panel = Box(self.monitors[0].width - 150, 4, 150, 24)
+
+        def shapes():   # the icon, two digits, a colon, two digits; then the clock's five
+            return self.screen.picture(panel).glyphs()
+
+        self.assertTrue(wait_until(lambda: shapes() >= 11, 5), f"only {shapes()} shapes in the panel")
+        changed = self.shown_text_moves(panel)
+        self.assertTrue(changed)
+        self.assertLess(changed.width, 60)
+
+    def test_the_title_can_be_switched_off(self):
+        item = self.item_of(self.launch({"show_time_in_status_bar": False}, speed=1))
+        self.settle(1.2)
+        self.assertEqual(item.label(), "")
+
+    def test_the_menu_holds_its_lines(self):
+        item = self.item_of(self.launch(speed=1))
+        lines = [line.properties for line in item.menu()]
+        version = lines[0]["label"]
+        self.assertRegex(version, r"^    Kelpa - v\d+\.\d+\.\d+\(.+\)$")
+        told = ["-" if line.get("type") == "separator" else line["label"] for line in lines]
+        self.assertEqual(told[1:], ["-", "- Stop -", "Settings...", "-", "Check for Updates...", "Feedback...",
+                                    "About...", "Quit"])
+        enabled = {label: line.get("enabled", True) for label, line in zip(told, lines)}
+        self.assertFalse(enabled[version])
+        self.assertTrue(enabled["- Stop -"] and enabled["Quit"])
+        for label, line in zip(told, lines):
+            if label not in ("-", version):
+                self.assertEqual(bytes(line["icon-data"][:8]), b"\x89PNG\r\n\x1a\n", label)
+        shortcuts = {label: line["shortcut"][0][-1] for label, line in zip(told, lines) if "shortcut" in line}
+        self.assertEqual(set(shortcuts), {"- Stop -", "Settings...", "Quit"})
+        self.assertEqual((shortcuts["- Stop -"].lower(), shortcuts["Quit"].lower()), ("p", "q"))
+
+    def test_the_pause_line_stops_the_time_and_starts_it_again(self):
+        program = self.launch(speed=1)
+        item = self.item_of(program)
+        self.assert_label_moves(item)
+        item.click_line(item.line("Stop").id)
+        self.assertTrue(wait_until(lambda: item.line("- Wrok -"), 3))
+        program.wait_for("ticktack timer stoped 1.0$", 3, times=2)
+        label = item.label()
+        self.settle(1.5)
+        self.assertEqual(item.label(), label)
+        item.click_line(item.line("Wrok").id)
+        self.assertTrue(wait_until(lambda: item.line("- Stop -"), 3))
+        program.wait_for(f"ticktack timer start {WORK}$", 3, times=2)
+        self.assert_label_moves(item)
+
+    def test_the_item_comes_back_with_its_host(self):
+        program = self.launch(speed=1)
+        self.item_of(program)
+        Session.end(type(self).service)
+        self.settle(0.5)
+        self.assertFalse(program.ended())
+        type(self).service = self.session.start_tray_service()
+        item = self.item_of(program)
+        self.assert_label_moves(item)
+
+    def test_it_speaks_chinese(self):
+        item = self.item_of(self.launch(speed=1, environment={"LANGUAGE": "zh_CN"}))
+        told = [line.properties.get("label") for line in item.menu()]
+        for text in ("- 停止 -", "设置...", "检查更新...", "反馈...", "关于...", "退出"):
+            self.assertIn(text, told)
+
+    def test_quit_ends_it_well(self):
+        program = self.launch(speed=1)
+        item = self.item_of(program)
+        item.click_line(item.line("Quit").id)
+        self.assertEqual(program.process.wait(5), 0)
+
+    def test_signals_end_it_well(self):
+        for number in (signal.SIGTERM, signal.SIGINT):
+            program = self.launch(speed=1)
+            self.item_of(program)
+            program.process.send_signal(number)
+            self.assertEqual(program.process.wait(5), 0)
+
+    def test_the_idle_program_is_small(self):
+        program = self.launch({"pref.work.time": 25}, speed=1)
+        self.item_of(program)
+        self.settle(1)
+        with open(f"/proc/{program.process.pid}/maps", encoding="utf-8") as maps:
+            mapped = maps.read()
+        for library in ("Qt", "EGL", "LLVM", "libGL"):
+            self.assertNotIn(library, mapped)
+        self.assertEqual(self.helpers(program), [])
+
+    def test_the_log_goes_to_the_terminal_and_to_the_days_file(self):
+        program = self.launch(speed=1)
+        program.wait_for("sandbox home path: .*/app.orvane.Kelpa$", 5)
+        files = program.log_files()
+        self.assertEqual(len(files), 1)
+        told = files[0].read_text().splitlines()
+        self.assertIn("~~hello Kelpa~~", told[0] if len(told) < 20 else "\n".join(told))
+        self.assertEqual([line for line in program.lines() if " app.orvane.Kelpa :" in line],
+                         told[-len(program.lines()):])
+
+
+if __name__ == "__main__":
+    main()
