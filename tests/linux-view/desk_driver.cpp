@@ -169,6 +169,12 @@ class Driver final : public WindowSystemClient {
     Subscription input_;
 };
 
+/// Checks do not wait as long as a person would not notice.
+double idleSeconds() {
+    const char* seconds = std::getenv("DRIVER_IDLE_SECONDS");
+    return seconds == nullptr ? 20 : std::atof(seconds);
+}
+
 int run(const std::string& view) {
     EventLoop loop;
     const auto connection = X11Connection::open(loop, [&loop] {
@@ -182,7 +188,7 @@ int run(const std::string& view) {
     X11Screens screens(loop, *connection);
     X11Focus focus(*connection);
     SpokenReport report;
-    RemoteWindowSystem windows({loop, screens, focus, report}, view);
+    RemoteWindowSystem windows({loop, screens, focus, report, idleSeconds()}, view);
     Driver driver(loop, windows);
     say("screens " + std::to_string(windows.screens().size()));
     return loop.run();

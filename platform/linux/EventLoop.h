@@ -1,0 +1,49 @@
+#pragma once
+
+#include "base/Subscription.h"
+#include "platform/ports/Queue.h"
+#include "platform/ports/Services.h"
+#include "platform/ports/Ticker.h"
+
+#include <functional>
+#include <memory>
+
+struct sd_event;
+
+namespace kelpa {
+
+/// The main loop: timers, file descriptors and signals of the whole program run on the thread that calls
+/// `run()`. Ticks and delayed work pass `speed` times as fast as real time; `afterReal` does not. While there
+/// is a loop, SIGTERM, SIGINT and SIGCHLD are blocked in the thread that made it, and SIGPIPE and SIGXFSZ are
+/// ignored: a child process must undo both before it becomes another program.
+class EventLoop final : public TickerSource, public Queue, public ApplicationLoop {
+  public:
+    explicit EventLoop(double speed = 1.0);
+    ~EventLoop() override;
+    EventLoop(const EventLoop&) = delete;
+    EventLoop& operator=(const EventLoop&) = delete;
+
+    std::unique_ptr<Ticker> makeTicker(double interval) override;
+    void async(std::function<void()> work) override;
+    void asyncAfter(double seconds, std::shared_ptr<WorkItem> item) override;
+    void terminate() override;
+
+    /// Runs `work` once, `seconds` of real time from now, unless the handle ends first.
+    Subscription afterReal(double seconds, std::function<void()> work);
+    /// Runs `readable` whenever `fd` can be read or its other end is gone. The caller keeps owning `fd`,
+    /// which stays open for as long as the handle lives.
+    Subscription watch(int fd, std::function<void()> readable);
+    /// Runs `ended` with the wait status when the child process ends, and reaps it. A handle that ends before
+    /// leaves the child to its maker.
+    Subscription watchChild(int pid, std::function<void(int status)> ended);
+    /// Runs until `terminate()`, SIGTERM or SIGINT; gives the exit code.
+    int run();
+    /// For libraries that bring their own event sources; owned by the loop.
+    [[nodiscard]] sd_event* handle() const;
+
+  private:
+    struct State;
+    std::unique_ptr<State> state_;
+};
+
+} // namespace kelpa

@@ -1,0 +1,48 @@
+#include "platform/linux/Folders.h"
+
+#include <cstdlib>
+#include <filesystem>
+
+namespace kelpa {
+
+namespace {
+
+/// A relative path in these variables means nothing and is passed over, as the desktop's rules have it.
+std::optional<std::string> absolute(const char* variable) {
+    const char* value = std::getenv(variable);
+    if (value == nullptr || *value != '/')
+        return std::nullopt;
+    return value;
+}
+
+std::optional<std::string> folder(const char* variable, const char* belowHome) {
+    if (auto own = absolute(variable))
+        return own;
+    const auto home = absolute("HOME");
+    return home ? std::optional(*home + belowHome) : std::nullopt;
+}
+
+} // namespace
+
+std::optional<std::string> configHome() {
+    return folder("XDG_CONFIG_HOME", "/.config");
+}
+
+std::optional<std::string> stateHome() {
+    return folder("XDG_STATE_HOME", "/.local/state");
+}
+
+DataFolders dataFoldersOf(const std::string& program) {
+    const auto beside = std::filesystem::path(program).parent_path();
+    std::error_code none;
+    const bool inBuildTree = std::filesystem::is_directory(beside / "share" / "kelpa", none);
+    const auto share = (inBuildTree ? beside : beside.parent_path()) / "share";
+    return {share / "kelpa", share / "locale"};
+}
+
+DataFolders dataFolders() {
+    std::error_code none;
+    return dataFoldersOf(std::filesystem::read_symlink("/proc/self/exe", none));
+}
+
+} // namespace kelpa

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+namespace kelpa {
+
+/// The user's folder for settings ($XDG_CONFIG_HOME, else ~/.config) or for state ($XDG_STATE_HOME, else
+/// ~/.local/state); nothing when neither the variable nor HOME holds an absolute path.
+[[nodiscard]] std::optional<std::string> configHome();
+[[nodiscard]] std::optional<std::string> stateHome();
+
+/// Where the program's data lies.
+struct DataFolders {
+    std::string data;   ///< icons, symbols, the icon font
+    std::string locale; ///< the string tables
+};
+
+/// The data that belongs to a program file: in `share` beside it in a build tree, in `../share` of an
+/// installed one.
+[[nodiscard]] DataFolders dataFoldersOf(const std::string& program);
+/// The data of the running program.
+[[nodiscard]] DataFolders dataFolders();
+
+} // namespace kelpa

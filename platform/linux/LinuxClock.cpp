@@ -1,0 +1,85 @@
+#include "platform/linux/LinuxClock.h"
+
+#include "platform/posix/LocalTime.h"
+
+#include <clocale>
+#include <cstdint>
+#include <ctime>
+#include <langinfo.h>
+#include <string_view>
+
+namespace kelpa {
+
+namespace {
+
+constexpr double nanosecond = 1e-9;
+constexpr int daysAWeek = 7;
+
+double secondsOn(clockid_t clock) {
+    timespec now{};
+    clock_gettime(clock, &now);
+    return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) * nanosecond;
+}
+
+/// The day that a locale counts its weekdays from is written as a date in digits, 19971130 being a Sunday.
+int weekdayOfDigits(std::int32_t digits) {
+    std::tm day{};
+    day.tm_year = digits / 10000 - 1900;
+    day.tm_mon = digits / 100 % 100 - 1;
+    day.tm_mday = digits % 100;
+    timegm(&day);
+    return day.tm_wday;
+}
+
+/// A small number that the locale keeps as one byte.
+int byteOf(nl_item item, locale_t locale) {
+    return static_cast<unsigned char>(*nl_langinfo_l(item, locale));
+}
+
+std::optional<WeekRule> weekRuleOf(locale_t locale) {
+    const std::string_view name = nl_langinfo_l(NL_LOCALE_NAME(LC_TIME), locale);
+    // These are no culture's rules, only what programs do where none is chosen.
+    if (name == "POSIX" || name == "C" || name.starts_with("C."))
+        return std::nullopt;
+    // A number of 32 bits in the place of a pointer, whose other half is not even cleared.
+    const auto first = static_cast<std::int32_t>(
+        reinterpret_cast<std::intptr_t>(nl_langinfo_l(_NL_TIME_WEEK_1STDAY, locale)));
+    const int minimal = byteOf(_NL_TIME_WEEK_1STWEEK, locale);
+    if (minimal < 1 || minimal > daysAWeek)
+        return std::nullopt;
+    const int weekday = weekdayOfDigits(first) + byteOf(_NL_TIME_FIRST_WEEKDAY, locale) - 1;
+    return WeekRule{weekday % daysAWeek, minimal};
+}
+
+} // namespace
+
+LinuxClock::LinuxClock(double speed) : speed_(speed), start_(secondsOn(CLOCK_MONOTONIC)) {}
+
+Date LinuxClock::now() const {
+    // What the speed adds is counted on the clock of the timers, so that both run ahead together.
+    const double ahead = speed_ == 1.0 ? 0 : (secondsOn(CLOCK_MONOTONIC) - start_) * (speed_ - 1);
+    return {secondsOn(CLOCK_REALTIME) + ahead};
+}
+
+CivilTime LinuxClock::civil(Date date) const {
+    return localCivilTime(date);
+}
+
+std::optional<Date> LinuxClock::date(const CivilTime& civil) const {
+    return localDate(civil);
+}
+
+int LinuxClock::utcOffset(Date date) const {
+    return localUtcOffset(date);
+}
+
+std::optional<WeekRule> LinuxClock::weekRule() const {
+    const locale_t locale = newlocale(LC_TIME_MASK, "", nullptr);
+    if (locale == nullptr)
+        return std::nullopt;
+    const auto rule = weekRuleOf(locale);
+    freelocale(locale);
+    return rule;
+}
+
+} // namespace kelpa

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace kelpa {
+
+/// What the command line asks for.
+struct Options {
+    enum class Action { Run, ShowHelp, ShowVersion };
+    Action action = Action::Run;
+    double speed = 1; ///< above 0 up to 1000: how many seconds pass in one
+};
+
+struct ParsedOptions {
+    Options options;
+    std::string error; ///< one line without a line feed; empty when all is well
+};
+
+/// Reads the arguments behind the program's name. The first one that asks for help or the version decides.
+[[nodiscard]] ParsedOptions parseOptions(const std::vector<std::string>& arguments);
+[[nodiscard]] std::string helpText();
+[[nodiscard]] std::string versionText();
+
+} // namespace kelpa

@@ -1,0 +1,77 @@
+#include "platform/linux/Program.h"
+
+#include "logging/SharedLogger.h"
+#include "platform/linux/BuildConfig.h"
+
+namespace kelpa {
+
+namespace {
+
+std::string settingsFile() {
+    const auto folder = configHome();
+    return folder ? *folder + "/" + build::identifier + ".plist" : "";
+}
+
+/// Not before the first line of the run: an early error must not make the log that it would go to.
+void logCritical(const std::string& message) {
+    if (loggerExists())
+        logger().critical(message);
+}
+
+} // namespace
+
+Program::Program(EventLoop& loop, X11Connection& display, double speed)
+    : loop_(loop), folders_(dataFolders()), clock_(speed), store_(settingsFile(), *this),
+      screens_(loop, display), focus_(display),
+      windows_({loop, screens_, focus_, *this}, helperPath("kelpa-view")), fonts_(folders_.data),
+      translations_(folders_.locale),
+      fatalErrors_(logCritical), ports_{clock_,       loop,    loop,   store_,        statusBar_,
+                                        windows_,     system_, fonts_, translations_, random_,
+                                        fatalErrors_, loop,    lock_,  activity_,     Services{}},
+      logFiles_(clock_), application_(ports_, logFiles_) {}
+
+Program::~Program() = default;
+
+int Program::run() {
+    application_.launch();
+    if (!translations_.usable())
+        warning(
+            "The texts are shown in English: no locale for their translation is generated on this machine.");
+    openBus();
+    const int code = loop_.run();
+    application_.willTerminate();
+    return code;
+}
+
+void Program::openBus() {
+    std::string why;
+    bus_ = SessionBus::open(loop_, why);
+    if (!bus_) {
+        warning("No session bus for the status item: " + why);
+        return;
+    }
+    item_.emplace(loop_, *bus_, ItemIdentity{build::identifier, build::displayName, folders_.data},
+                  [this](bool present) { hostChanged(present); });
+    statusBar_.addSink(*item_);
+}
+
+void Program::hostChanged(bool present) {
+    if (present)
+        info("The status item is shown.");
+    else
+        warning("Nothing shows the status item.");
+}
+
+void Program::warning(const std::string& message) {
+    logger().warning(message);
+}
+
+void Program::error(const std::string& message) {
+    logger().error(message);
+}
+
+void Program::info(const std::string& message) {
+    logger().info(message);
+}
+
+} // namespace kelpa

@@ -1,0 +1,70 @@
+#pragma once
+
+#include "app/Application.h"
+#include "logging/FileLogging.h"
+#include "platform/linux/AbortOnFatalErrors.h"
+#include "platform/linux/EventLoop.h"
+#include "platform/linux/Folders.h"
+#include "platform/linux/GettextTranslations.h"
+#include "platform/linux/LinuxClock.h"
+#include "platform/linux/LinuxFonts.h"
+#include "platform/linux/LinuxSystemInfo.h"
+#include "platform/linux/SilentActivity.h"
+#include "platform/linux/SilentLock.h"
+#include "platform/linux/SystemRandom.h"
+#include "platform/linux/status/LinuxStatusBar.h"
+#include "platform/linux/status/SessionBus.h"
+#include "platform/linux/status/StatusNotifierItem.h"
+#include "platform/linux/store/PlistStore.h"
+#include "platform/linux/windows/RemoteWindowSystem.h"
+#include "platform/linux/windows/X11Focus.h"
+#include "platform/linux/windows/X11Screens.h"
+
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace kelpa {
+
+/// The whole program on a Linux desktop: everything that the core asks for, and the core on top of it.
+class Program final : private StoreReport, private WindowReport {
+  public:
+    /// Loop and display outlive the program.
+    Program(EventLoop& loop, X11Connection& display, double speed);
+    ~Program() override;
+    Program(const Program&) = delete;
+    Program& operator=(const Program&) = delete;
+
+    /// Starts everything, runs until the end and gives the exit code.
+    int run();
+
+  private:
+    void warning(const std::string& message) override;
+    void error(const std::string& message) override;
+    void info(const std::string& message) override;
+    void openBus();
+    void hostChanged(bool present);
+
+    EventLoop& loop_;
+    DataFolders folders_;
+    LinuxClock clock_;
+    PlistStore store_;
+    LinuxStatusBar statusBar_;
+    X11Screens screens_;
+    X11Focus focus_;
+    RemoteWindowSystem windows_;
+    LinuxSystemInfo system_;
+    LinuxFonts fonts_;
+    GettextTranslations translations_;
+    SystemRandom random_;
+    AbortOnFatalErrors fatalErrors_;
+    SilentLock lock_;
+    SilentActivity activity_;
+    Ports ports_;
+    DailyLogFiles logFiles_;
+    Application application_;
+    std::unique_ptr<SessionBus> bus_; ///< null in a session without one
+    std::optional<StatusNotifierItem> item_;
+};
+
+} // namespace kelpa

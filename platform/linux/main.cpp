@@ -1,0 +1,55 @@
+#include "platform/linux/Options.h"
+#include "platform/linux/Program.h"
+
+#include <cstdlib>
+#include <iostream>
+
+namespace {
+
+constexpr int failed = 1;
+constexpr int misused = 2;
+
+std::string variable(const char* name) {
+    const char* value = std::getenv(name);
+    return value == nullptr ? "" : value;
+}
+
+std::string whyNoDisplay() {
+    if (const auto display = variable("DISPLAY"); !display.empty())
+        return "DISPLAY '" + display + "' cannot be opened";
+    if (!variable("WAYLAND_DISPLAY").empty())
+        return "DISPLAY is not set, which Xwayland does in a Wayland session";
+    return "set DISPLAY or WAYLAND_DISPLAY";
+}
+
+int run(const kelpa::Options& options) {
+    kelpa::EventLoop loop(options.speed);
+    // The X server goes when the desktop session ends; so do we.
+    const auto display = kelpa::X11Connection::open(loop, [&loop] { loop.terminate(); });
+    if (!display) {
+        std::cerr << "kelpa: no display: " << whyNoDisplay() << '\n';
+        return failed;
+    }
+    return kelpa::Program(loop, *display, options.speed).run();
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    const auto [options, error] = kelpa::parseOptions({argv + 1, argv + argc});
+    if (!error.empty()) {
+        std::cerr << error << '\n';
+        return misused;
+    }
+    switch (options.action) {
+    case kelpa::Options::Action::ShowHelp:
+        std::cout << kelpa::helpText();
+        return EXIT_SUCCESS;
+    case kelpa::Options::Action::ShowVersion:
+        std::cout << kelpa::versionText();
+        return EXIT_SUCCESS;
+    case kelpa::Options::Action::Run:
+        break;
+    }
+    return run(options);
+}

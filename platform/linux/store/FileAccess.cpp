@@ -1,0 +1,193 @@
+#include "platform/linux/store/FileAccess.h"
+
+#include <array>
+#include <cerrno>
+#include <cstdio>
+#include <ctime>
+#include <fcntl.h>
+#include <filesystem>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <system_error>
+#include <unistd.h>
+#include <utility>
+
+namespace kelpa {
+
+namespace {
+
+constexpr std::int64_t largest = 16 << 20;
+constexpr int mostLinks = 40;
+constexpr int lockTries = 500;
+constexpr timespec betweenTries{0, 1'000'000};
+
+[[noreturn]] void fail(int error, const std::string& path) {
+    throw std::system_error(error, std::generic_category(), path);
+}
+
+void check(bool succeeded, const std::string& path) {
+    if (!succeeded)
+        fail(errno, path);
+}
+
+std::string folderOf(const std::string& path) {
+    const auto slash = path.rfind('/');
+    if (slash == std::string::npos)
+        return ".";
+    return slash == 0 ? "/" : path.substr(0, slash);
+}
+
+FileDescriptor openFile(const std::string& path, int flags) {
+    return FileDescriptor(open(path.c_str(), flags | O_CLOEXEC, S_IRUSR | S_IWUSR));
+}
+
+void writeAll(int fd, const std::string& bytes, const std::string& path) {
+    for (std::size_t done = 0; done < bytes.size();) {
+        const ssize_t count = write(fd, bytes.data() + done, bytes.size() - done);
+        if (count < 0 && errno == EINTR)
+            continue;
+        check(count >= 0, path);
+        done += static_cast<std::size_t>(count);
+    }
+}
+
+std::string readAll(int fd, const std::string& path) {
+    std::string bytes;
+    std::array<char, 4096> part{};
+    for (;;) {
+        const ssize_t count = read(fd, part.data(), part.size());
+        if (count < 0 && errno == EINTR)
+            continue;
+        check(count >= 0, path);
+        if (count == 0)
+            return bytes;
+        bytes.append(part.data(), static_cast<std::size_t>(count));
+        if (static_cast<std::int64_t>(bytes.size()) > largest)
+            fail(EFBIG, path);
+    }
+}
+
+FileIdentity identityOf(int fd, const std::string& path) {
+    struct stat status {};
+    check(fstat(fd, &status) == 0, path);
+    if (!S_ISREG(status.st_mode))
+        fail(S_ISDIR(status.st_mode) ? EISDIR : EINVAL, path);
+    return FileIdentity::of(status);
+}
+
+/// The rename is on disk only when the folder is. Some file systems cannot do it; the new file stands anyway.
+void syncFolderOf(const std::string& path) {
+    const auto folder = openFile(folderOf(path), O_RDONLY | O_DIRECTORY);
+    if (folder.valid())
+        fsync(folder.get());
+}
+
+FileIdentity writeNew(const std::string& path, const std::string& bytes) {
+    // What a killed process left behind goes first, so that nothing of its owner and mode lives on.
+    unlink(path.c_str());
+    const auto file = openFile(path, O_WRONLY | O_CREAT | O_EXCL);
+    check(file.valid(), path);
+    writeAll(file.get(), bytes, path);
+    check(fsync(file.get()) == 0, path);
+    return identityOf(file.get(), path);
+}
+
+/// Renames without ever overwriting; false where the new name is taken.
+bool renameToFree(const std::string& from, const std::string& to) {
+    if (renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0)
+        return true;
+    if (errno == EEXIST)
+        return false;
+    // Not every file system knows the flag.
+    check(errno == EINVAL || errno == ENOSYS, from);
+    if (access(to.c_str(), F_OK) == 0)
+        return false;
+    check(rename(from.c_str(), to.c_str()) == 0, from);
+    return true;
+}
+
+} // namespace
+
+FileDescriptor::~FileDescriptor() {
+    if (valid())
+        close(fd_);
+}
+
+FileDescriptor::FileDescriptor(FileDescriptor&& other) noexcept : fd_(std::exchange(other.fd_, -1)) {}
+
+FileIdentity FileIdentity::of(const struct stat& status) {
+    return {status.st_dev, status.st_ino, status.st_size,
+            status.st_mtim.tv_sec * std::int64_t{1'000'000'000} + status.st_mtim.tv_nsec};
+}
+
+FileIdentity FileIdentity::of(const std::string& path) {
+    struct stat status {};
+    if (stat(path.c_str(), &status) == 0)
+        return of(status);
+    check(errno == ENOENT || errno == ENOTDIR, path);
+    return {};
+}
+
+std::optional<FileContent> readFile(const std::string& path) {
+    // Non-blocking, because opening a pipe in the file's place would wait for its other end for ever.
+    const auto file = openFile(path, O_RDONLY | O_NONBLOCK);
+    if (!file.valid() && (errno == ENOENT || errno == ENOTDIR))
+        return std::nullopt;
+    check(file.valid(), path);
+    FileContent content;
+    content.identity = identityOf(file.get(), path);
+    content.bytes = readAll(file.get(), path);
+    return content;
+}
+
+FileIdentity replaceFile(const std::string& path, const std::string& bytes) {
+    const std::string fresh = path + ".new";
+    try {
+        const auto identity = writeNew(fresh, bytes);
+        check(rename(fresh.c_str(), path.c_str()) == 0, path);
+        syncFolderOf(path);
+        return identity;
+    } catch (...) {
+        unlink(fresh.c_str());
+        throw;
+    }
+}
+
+std::string setAside(const std::string& path) {
+    for (int number = 1;; ++number) {
+        std::string name = path + ".damaged-" + std::to_string(number);
+        if (renameToFree(path, name))
+            return name;
+    }
+}
+
+std::string linkTarget(std::string path) {
+    for (int links = 0; links < mostLinks; ++links) {
+        std::error_code none;
+        const auto target = std::filesystem::read_symlink(path, none);
+        if (none)
+            return path;
+        path = target.is_absolute() ? target.string() : folderOf(path) + "/" + target.string();
+    }
+    fail(ELOOP, path);
+}
+
+void makeFolderOf(const std::string& path) {
+    const std::string folder = folderOf(path);
+    if (mkdir(folder.c_str(), S_IRWXU) == 0 || errno == EEXIST)
+        return;
+    check(errno == ENOENT, folder);
+    makeFolderOf(folder);
+    check(mkdir(folder.c_str(), S_IRWXU) == 0 || errno == EEXIST, folder);
+}
+
+FileLock::FileLock(const std::string& path) : file_(openFile(path, O_RDWR | O_CREAT)) {
+    check(file_.valid(), path);
+    for (int tries = 0; flock(file_.get(), LOCK_EX | LOCK_NB) != 0; ++tries) {
+        if ((errno != EWOULDBLOCK && errno != EINTR) || tries == lockTries)
+            fail(errno, path);
+        nanosleep(&betweenTries, nullptr);
+    }
+}
+
+} // namespace kelpa

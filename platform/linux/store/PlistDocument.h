@@ -1,0 +1,38 @@
+#pragma once
+
+#include "platform/linux/store/StoreValue.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace kelpa {
+
+/// A property list whose root is a dictionary. What the program does not know in it (other kinds of values,
+/// other programs' keys) stays as it is.
+class PlistDocument {
+  public:
+    /// An empty dictionary.
+    PlistDocument();
+    ~PlistDocument();
+    PlistDocument(PlistDocument&& other) noexcept;
+    PlistDocument& operator=(PlistDocument&& other) noexcept;
+
+    /// Reads an XML or binary property list; nothing when it is damaged or its root is no dictionary.
+    static std::optional<PlistDocument> parse(const std::string& bytes);
+    /// Every value of a kind that the program knows.
+    [[nodiscard]] StoreValues values() const;
+    /// Characters that XML cannot hold are replaced by U+FFFD.
+    void set(const std::string& key, const StoreValue& value);
+    [[nodiscard]] std::string xml() const;
+
+  private:
+    explicit PlistDocument(void* root) : root_(root) {}
+    void* root_;
+};
+
+/// Numbers that are none (`<integer>abc</integer>`) turned into texts: the parser would read them as 0, and a
+/// 0 that nobody chose could do harm where the default does none.
+[[nodiscard]] std::string withoutFalseNumbers(std::string_view xml);
+
+} // namespace kelpa

@@ -1,0 +1,74 @@
+#pragma once
+
+#include "platform/linux/store/FileAccess.h"
+#include "platform/linux/store/PlistDocument.h"
+#include "platform/linux/store/StoreValue.h"
+#include "platform/ports/DefaultsStore.h"
+
+#include <string>
+
+namespace kelpa {
+
+/// Where the store tells what went wrong with its file.
+class StoreReport {
+  public:
+    virtual ~StoreReport() = default;
+    virtual void warning(const std::string& message) = 0;
+    virtual void error(const std::string& message) = 0;
+};
+
+/// The settings in one XML property list. A read costs one `stat` and no memory unless the file changed; a
+/// write goes to disk at once, over whatever the file holds by then. A value that cannot be stored is kept,
+/// read back, and stored with the next write that succeeds.
+class PlistStore final : public DefaultsStore {
+  public:
+    /// `path` is the file, or empty where there is no place for one; `report` outlives the store. Reads
+    /// nothing yet.
+    PlistStore(std::string path, StoreReport& report);
+    /// Tries once more to store what could not be stored.
+    ~PlistStore() override;
+    PlistStore(const PlistStore&) = delete;
+    PlistStore& operator=(const PlistStore&) = delete;
+
+    [[nodiscard]] std::optional<bool> boolean(std::string_view key) const override;
+    [[nodiscard]] std::optional<std::int64_t> integer(std::string_view key) const override;
+    [[nodiscard]] std::optional<double> real(std::string_view key) const override;
+    [[nodiscard]] std::optional<std::string> text(std::string_view key) const override;
+    [[nodiscard]] std::optional<std::vector<std::string>> texts(std::string_view key) const override;
+
+    void setBoolean(std::string_view key, bool value) override;
+    void setInteger(std::string_view key, std::int64_t value) override;
+    void setReal(std::string_view key, double value) override;
+    void setText(std::string_view key, const std::string& value) override;
+    void setTexts(std::string_view key, const std::vector<std::string>& value) override;
+
+  private:
+    template <typename T>
+    std::optional<T> read(std::string_view key) const;
+    void write(std::string_view key, StoreValue value);
+    void storeOrTell();
+    void store();
+    void refresh() const;
+    void load() const;
+    struct Loaded {
+        PlistDocument document;
+        FileIdentity identity;
+    };
+    static std::optional<Loaded> parsedFile(const std::string& path);
+    Loaded loadUnderLock(const std::string& target) const;
+    void remember(const PlistDocument& document, const FileIdentity& identity) const;
+    void cannot(const std::string& what, const std::exception& why, bool& told) const;
+
+    std::string path_;
+    StoreReport& report_;
+    /// Values that the file does not hold yet.
+    StoreValues held_;
+    bool toldOfWrite_ = false;
+    // What the file held when it was last read; a read of a setting may have to bring it up to date.
+    mutable StoreValues values_;
+    mutable FileIdentity identity_;
+    mutable bool settled_ = false;
+    mutable bool toldOfRead_ = false;
+};
+
+} // namespace kelpa

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <QImage>
+#include <QWidget>
+
+namespace kelpa {
+
+/// What the tray shows: the picture and, where the tray grants the room, the text beside it; otherwise the
+/// text is in the tooltip.
+class TrayIcon : public QWidget {
+    Q_OBJECT
+
+  public:
+    /// `translucent` where the tray offers windows that can be seen through.
+    explicit TrayIcon(bool translucent);
+
+    /// `mask` says by its opacity where the picture is; its colour is not used.
+    void setPicture(const QImage& mask);
+    void setTitle(const QString& title);
+    /// The tray has taken the window in.
+    void embedded();
+
+  signals:
+    void pressed(const QRect& icon);
+
+  protected:
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+
+  private:
+    [[nodiscard]] QFont titleFont() const;
+    [[nodiscard]] int titleWidth() const;
+    [[nodiscard]] int wantedWidth() const;
+    [[nodiscard]] bool titleFits() const;
+    [[nodiscard]] QRect titleBox() const;
+    [[nodiscard]] QColor ink() const;
+    void adapt();
+    void lookBehind();
+
+    bool translucent_;
+    QImage picture_;
+    QString title_;
+    QImage behind_; ///< what the tray shows where we are; null where that is seen anyway
+};
+
+} // namespace kelpa

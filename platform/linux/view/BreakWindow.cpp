@@ -1,0 +1,37 @@
+#include "platform/linux/view/BreakWindow.h"
+
+#include <QKeyEvent>
+#include <QQuickItem>
+
+namespace kelpa {
+
+namespace {
+
+/// Keys that are pressed so soon were meant for what was there before.
+constexpr qint64 deafMilliseconds = 2000;
+
+} // namespace
+
+BreakWindow::BreakWindow(QQmlEngine& engine) : ViewWindow(engine, QStringLiteral("BreakScreen.qml")) {
+    setFlags(Qt::Window | Qt::FramelessWindowHint | Qt::BypassWindowManagerHint);
+}
+
+void BreakWindow::appeared() {
+    shown_.start();
+    // No button is the one that Enter would press.
+    if (QQuickItem* item = activeFocusItem())
+        item->setFocus(false);
+}
+
+void BreakWindow::keyPressEvent(QKeyEvent* event) {
+    const bool deaf = !staying() || !shown_.isValid() || shown_.elapsed() < deafMilliseconds;
+    if (!deaf && !event->isAutoRepeat())
+        ViewWindow::keyPressEvent(event);
+}
+
+void BreakWindow::keyReleaseEvent(QKeyEvent* event) {
+    if (staying())
+        ViewWindow::keyReleaseEvent(event);
+}
+
+} // namespace kelpa

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "platform/linux/view/ViewWindow.h"
+
+#include <QElapsedTimer>
+
+namespace kelpa {
+
+/// Covers a whole screen, above everything else and beyond the reach of the window manager.
+class BreakWindow : public ViewWindow {
+    Q_OBJECT
+
+  public:
+    explicit BreakWindow(QQmlEngine& engine);
+
+    [[nodiscard]] bool guardsKeyboard() const override { return true; }
+
+  protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void keyReleaseEvent(QKeyEvent* event) override;
+    void appeared() override;
+
+  private:
+    QElapsedTimer shown_;
+};
+
+} // namespace kelpa

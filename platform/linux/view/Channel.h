@@ -1,0 +1,42 @@
+#pragma once
+
+#include "platform/linux/wire/LineReader.h"
+#include "platform/linux/wire/LineWriter.h"
+
+#include <QObject>
+#include <QSocketNotifier>
+#include <initializer_list>
+#include <string_view>
+
+namespace kelpa {
+
+/// The connection to the program that started this one. When it closes, or is not read for far too long, this
+/// program ends at once: what it shows has lost its meaning.
+class Channel : public QObject {
+    Q_OBJECT
+
+  public:
+    /// The descriptor that the program hands to its helpers.
+    static constexpr int descriptor = 3;
+
+    explicit Channel(int fd = descriptor, QObject* parent = nullptr);
+    /// Whether `fd` is a connection at all; a person who starts this program by hand gives it none.
+    [[nodiscard]] static bool isConnection(int fd = descriptor);
+    void send(std::initializer_list<std::string_view> fields);
+
+  signals:
+    void received(const kelpa::wire::Message& message);
+    /// What came in one go has been handed over.
+    void settled();
+
+  private:
+    void read();
+    void flush();
+
+    wire::LineReader reader_;
+    wire::LineWriter writer_;
+    QSocketNotifier readable_;
+    QSocketNotifier writable_;
+};
+
+} // namespace kelpa

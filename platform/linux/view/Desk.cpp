@@ -1,0 +1,160 @@
+#include "platform/linux/view/Desk.h"
+
+#include "platform/linux/view/BreakWindow.h"
+#include "platform/linux/view/WaterWindow.h"
+#include "platform/linux/wire/ViewProtocol.h"
+
+#include <QGuiApplication>
+#include <QScreen>
+#include <QTimer>
+#include <stdexcept>
+
+namespace kelpa {
+
+namespace view = wire::view;
+
+namespace {
+
+/// The kinds of windows that there are.
+std::unique_ptr<ViewWindow> makeKind(QQmlEngine& engine, const std::string& kind) {
+    if (kind == view::breakKind)
+        return std::make_unique<BreakWindow>(engine);
+    if (kind == view::waterKind)
+        return std::make_unique<WaterWindow>(engine);
+    throw std::runtime_error("there is no window of the kind \"" + kind + "\"");
+}
+
+} // namespace
+
+Desk::Desk(Channel& channel) : channel_(channel) {
+    engine_.addImportPath(QStringLiteral(":/")); // where the program's own module is compiled in
+    connect(&channel_, &Channel::received, this, &Desk::obey);
+    connect(&channel_, &Channel::settled, this, &Desk::settle);
+}
+
+Desk::~Desk() = default;
+
+void Desk::complain(const std::string& text) {
+    channel_.send({view::warning, text});
+}
+
+void Desk::obey(const wire::Message& message) {
+    if (message.verb() == view::activate)
+        return activate();
+    if (message.verb() == view::deactivate)
+        return deactivate();
+    const auto id = message.number(1);
+    if (id && message.verb() == view::open)
+        return open(*id, message);
+    const auto found = id ? windows_.find(*id) : windows_.end();
+    if (found == windows_.end())
+        return complain("no window for \"" + message.verb() + "\"");
+    if (message.verb() == view::drop)
+        windows_.erase(found);
+    else
+        obeyWindow(*found->second, message);
+}
+
+void Desk::obeyWindow(ViewWindow& window, const wire::Message& message) {
+    if (message.verb() == view::set)
+        window.setContentProperty(message.field(2).c_str(), QString::fromStdString(message.field(3)));
+    else if (message.verb() == view::show)
+        window.appear();
+    else if (message.verb() == view::hide)
+        window.disappear();
+    else if (message.verb() == view::alpha)
+        window.setAlpha(message.real(2).value_or(1));
+    else if (message.verb() == view::fade)
+        window.fadeTo(message.real(2).value_or(1), message.real(3).value_or(0));
+    else
+        complain("nothing is known of \"" + message.verb() + "\"");
+}
+
+void Desk::open(int id, const wire::Message& message) {
+    const auto found = windows_.find(id);
+    ViewWindow* window = found != windows_.end() ? found->second.get() : make(id, message.field(2));
+    if (window == nullptr)
+        return;
+    window->setTitle(QString::fromStdString(message.field(3)));
+    window->setPlace(QRect(message.number(4).value_or(0), message.number(5).value_or(0),
+                           message.number(6).value_or(0), message.number(7).value_or(0)),
+                     QString::fromStdString(message.field(8)));
+}
+
+ViewWindow* Desk::make(int id, const std::string& kind) {
+    try {
+        auto window = makeKind(engine_, kind);
+        connect(
+            window.get(), &ViewWindow::action, this, [this, id](const QString& name, const QString& value) {
+                channel_.send({view::action, std::to_string(id), name.toStdString(), value.toStdString()});
+            });
+        return windows_.insert_or_assign(id, std::move(window)).first->second.get();
+    } catch (const std::runtime_error& error) {
+        complain(error.what());
+        return nullptr;
+    }
+}
+
+void Desk::activate() {
+    active_ = true;
+    focusDue_ = true;
+}
+
+void Desk::deactivate() {
+    active_ = false;
+    focusDue_ = false;
+}
+
+/// Of the windows that keep the keyboard to themselves, the one on the primary screen, else the first.
+ViewWindow* Desk::guardingWindow() const {
+    ViewWindow* first = nullptr;
+    for (const auto& [id, window] : windows_) {
+        if (!window->staying() || !window->guardsKeyboard())
+            continue;
+        if (window->screen() == QGuiApplication::primaryScreen())
+            return window.get();
+        if (first == nullptr)
+            first = window.get();
+    }
+    return first;
+}
+
+void Desk::giveKeyboard() {
+    if (guardingWindow() != nullptr) {
+        focusDue_ = false;
+        return keyboard_.takeFocus();
+    }
+    for (const auto& [id, window] : windows_)
+        if (window->staying()) {
+            focusDue_ = false;
+            return window->takeKeyboard();
+        }
+}
+
+/// The lowest first: breaks cover everything.
+std::vector<xcb_window_t> Desk::shownWindows() const {
+    std::vector<xcb_window_t> shown;
+    for (const bool covering : {false, true})
+        for (const auto& [id, window] : windows_)
+            if (window->isVisible() && window->guardsKeyboard() == covering)
+                shown.push_back(static_cast<xcb_window_t>(window->winId()));
+    return shown;
+}
+
+void Desk::settle() {
+    keyboard_.guard(guardingWindow());
+    if (focusDue_)
+        giveKeyboard();
+    stack_.keep(shownWindows());
+    QTimer::singleShot(0, this, &Desk::warmUp);
+}
+
+void Desk::warmUp() {
+    for (const auto& [id, window] : windows_)
+        window->warmUp();
+    if (!ready_)
+        channel_.send({view::ready});
+    ready_ = true;
+}
+
+} // namespace kelpa

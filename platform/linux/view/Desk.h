@@ -1,0 +1,49 @@
+#pragma once
+
+#include "platform/linux/view/Channel.h"
+#include "platform/linux/view/KeyboardGuard.h"
+#include "platform/linux/view/StackKeeper.h"
+#include "platform/linux/view/ViewWindow.h"
+
+#include <QQmlEngine>
+#include <map>
+#include <memory>
+
+namespace kelpa {
+
+/// All windows, as the program wants them. Takes no decisions: it does what it is told and reports what a
+/// person did.
+class Desk : public QObject {
+    Q_OBJECT
+
+  public:
+    explicit Desk(Channel& channel);
+    ~Desk() override;
+
+  private:
+    using Windows = std::map<int, std::unique_ptr<ViewWindow>>;
+
+    void obey(const wire::Message& message);
+    void obeyWindow(ViewWindow& window, const wire::Message& message);
+    void open(int id, const wire::Message& message);
+    ViewWindow* make(int id, const std::string& kind);
+    void activate();
+    void deactivate();
+    void settle();
+    [[nodiscard]] std::vector<xcb_window_t> shownWindows() const;
+    void warmUp();
+    [[nodiscard]] ViewWindow* guardingWindow() const;
+    void giveKeyboard();
+    void complain(const std::string& text);
+
+    Channel& channel_;
+    QQmlEngine engine_;
+    KeyboardGuard keyboard_;
+    StackKeeper stack_;
+    Windows windows_;
+    bool active_ = false;
+    bool focusDue_ = false;
+    bool ready_ = false;
+};
+
+} // namespace kelpa

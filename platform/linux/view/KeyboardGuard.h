@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QAbstractNativeEventFilter>
+#include <QPointer>
+#include <QTimer>
+#include <QWindow>
+
+namespace kelpa {
+
+/// Keeps every key from what lies beneath, as long as a window is guarded: by an active grab of the keyboard,
+/// tried again while another program has one. When nobody has pressed a key for a minute, and the window has
+/// the focus anyway, the grab rests until the next key or until the focus goes elsewhere, because a screen
+/// locker that finds the keyboard grabbed cannot lock.
+class KeyboardGuard : public QObject, public QAbstractNativeEventFilter {
+    Q_OBJECT
+
+  public:
+    explicit KeyboardGuard(QObject* parent = nullptr);
+    /// Guards this window from now on; null ends it. The same one again changes nothing.
+    void guard(QWindow* window);
+    /// Gives the guarded window the input focus; without one, does nothing.
+    void takeFocus();
+
+    bool nativeEventFilter(const QByteArray& type, void* event, qintptr* result) override;
+
+  private:
+    void grab();
+    void rest();
+
+    QPointer<QWindow> window_;
+    QTimer retry_;
+    QTimer quiet_;
+    bool grabbed_ = false;
+};
+
+} // namespace kelpa

@@ -1,0 +1,79 @@
+#include "platform/linux/view/WaterWindow.h"
+
+#include "platform/linux/view/X11.h"
+
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QQuickItem>
+
+namespace kelpa {
+
+namespace {
+
+/// Keys that are pressed so soon were meant for what had the keyboard before.
+constexpr qint64 deafMilliseconds = 1000;
+
+} // namespace
+
+WaterWindow::WaterWindow(QQmlEngine& engine) : ViewWindow(engine, QStringLiteral("WaterPanel.qml")) {
+    setFlags(Qt::Window | Qt::FramelessWindowHint | Qt::BypassWindowManagerHint);
+}
+
+void WaterWindow::appeared() {
+    focused_.invalidate();
+    content().setProperty("answered", false);
+    // No button is the one that Enter would press; Escape goes to the panel itself.
+    content().forceActiveFocus();
+}
+
+void WaterWindow::left() {
+    keysAtRest_.cancel();
+}
+
+void WaterWindow::takeKeyboard() {
+    keysAtRest_.whenReached([this] { focusNow(); });
+}
+
+void WaterWindow::focusNow() {
+    if (!staying() || x11::connection() == nullptr)
+        return;
+    x11::focus(static_cast<xcb_window_t>(winId()));
+    focused_.start();
+}
+
+bool WaterWindow::deaf() const {
+    return !staying() || !focused_.isValid() || focused_.elapsed() < deafMilliseconds;
+}
+
+void WaterWindow::keyPressEvent(QKeyEvent* event) {
+    if (!deaf())
+        ViewWindow::keyPressEvent(event);
+}
+
+void WaterWindow::keyReleaseEvent(QKeyEvent* event) {
+    if (!deaf())
+        ViewWindow::keyReleaseEvent(event);
+}
+
+/// Whoever clicks the panel wants it; and a press that no control takes begins to drag it.
+void WaterWindow::mousePressEvent(QMouseEvent* event) {
+    keysAtRest_.cancel();
+    if (!focused_.isValid())
+        focusNow();
+    ViewWindow::mousePressEvent(event);
+    dragged_ = event->button() == Qt::LeftButton && (mouseGrabberItem() == nullptr);
+    grip_ = event->globalPosition().toPoint() - position();
+}
+
+void WaterWindow::mouseMoveEvent(QMouseEvent* event) {
+    ViewWindow::mouseMoveEvent(event);
+    if (dragged_ && (event->buttons() & Qt::LeftButton) != 0)
+        moveBy(event->globalPosition().toPoint() - grip_ - position());
+}
+
+void WaterWindow::mouseReleaseEvent(QMouseEvent* event) {
+    dragged_ = false;
+    ViewWindow::mouseReleaseEvent(event);
+}
+
+} // namespace kelpa

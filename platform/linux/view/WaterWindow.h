@@ -1,0 +1,39 @@
+#pragma once
+
+#include "platform/linux/view/KeysAtRest.h"
+#include "platform/linux/view/ViewWindow.h"
+
+#include <QElapsedTimer>
+
+namespace kelpa {
+
+/// The water panel: floats in its corner above everything but breaks, dragged by its background. Nobody asked
+/// for it, so it takes the keyboard only once no key has been pressed for a moment.
+class WaterWindow : public ViewWindow {
+    Q_OBJECT
+
+  public:
+    explicit WaterWindow(QQmlEngine& engine);
+
+    void takeKeyboard() override;
+
+  protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void keyReleaseEvent(QKeyEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void appeared() override;
+    void left() override;
+
+  private:
+    [[nodiscard]] bool deaf() const;
+    void focusNow();
+
+    KeysAtRest keysAtRest_;
+    QElapsedTimer focused_;
+    QPoint grip_;
+    bool dragged_ = false;
+};
+
+} // namespace kelpa

@@ -1,0 +1,146 @@
+#include "platform/linux/view/X11.h"
+
+#include <QColor>
+#include <QGuiApplication>
+#include <array>
+#include <cstring>
+
+namespace kelpa::x11 {
+
+namespace {
+
+/// More than any settings program publishes, in units of four bytes.
+constexpr std::uint32_t longestProperty = 65536;
+
+/// The screen that Qt draws on.
+int defaultScreen() {
+    int number = 0;
+    char* host = nullptr;
+    int display = 0;
+    if (xcb_parse_display(nullptr, &host, &display, &number) != 0)
+        std::free(host);
+    return number;
+}
+
+} // namespace
+
+xcb_connection_t* connection() {
+    const auto* native = qApp->nativeInterface<QNativeInterface::QX11Application>();
+    return native != nullptr ? native->connection() : nullptr;
+}
+
+int screenNumber() {
+    static const int number = defaultScreen();
+    return number;
+}
+
+xcb_window_t root() {
+    auto screens = xcb_setup_roots_iterator(xcb_get_setup(connection()));
+    for (int i = 0; i < screenNumber() && screens.rem > 1; ++i)
+        xcb_screen_next(&screens);
+    return screens.data->root;
+}
+
+xcb_atom_t atom(const QByteArray& name) {
+    const auto cookie =
+        xcb_intern_atom(connection(), 0, static_cast<std::uint16_t>(name.size()), name.constData());
+    const ReplyPointer<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(connection(), cookie, nullptr));
+    return reply ? reply->atom : static_cast<xcb_atom_t>(XCB_ATOM_NONE);
+}
+
+xcb_window_t selectionOwner(const QByteArray& selection) {
+    if (connection() == nullptr)
+        return XCB_WINDOW_NONE;
+    const auto cookie = xcb_get_selection_owner(connection(), atom(selection));
+    const ReplyPointer<xcb_get_selection_owner_reply_t> reply(
+        xcb_get_selection_owner_reply(connection(), cookie, nullptr));
+    return reply ? reply->owner : static_cast<xcb_window_t>(XCB_WINDOW_NONE);
+}
+
+QByteArray property(xcb_window_t window, const QByteArray& name) {
+    const auto cookie =
+        xcb_get_property(connection(), 0, window, atom(name), XCB_ATOM_ANY, 0, longestProperty);
+    const ReplyPointer<xcb_get_property_reply_t> reply(xcb_get_property_reply(connection(), cookie, nullptr));
+    if (!reply)
+        return {};
+    return {static_cast<const char*>(xcb_get_property_value(reply.get())),
+            xcb_get_property_value_length(reply.get())};
+}
+
+bool composited() {
+    return selectionOwner("_NET_WM_CM_S" + QByteArray::number(screenNumber())) != XCB_WINDOW_NONE;
+}
+
+int depthOf(xcb_visualid_t visual) {
+    auto screens = xcb_setup_roots_iterator(xcb_get_setup(connection()));
+    for (int i = 0; i < screenNumber() && screens.rem > 1; ++i)
+        xcb_screen_next(&screens);
+    for (auto depth = xcb_screen_allowed_depths_iterator(screens.data); depth.rem > 0; xcb_depth_next(&depth))
+        for (auto type = xcb_depth_visuals_iterator(depth.data); type.rem > 0; xcb_visualtype_next(&type))
+            if (type.data->visual_id == visual)
+                return depth.data->depth;
+    return 0;
+}
+
+QImage picture(xcb_window_t window, const QSize& pixels) {
+    // The window is emptied, so that the server shows through it what its parent has there.
+    const std::uint32_t parentRelative = XCB_BACK_PIXMAP_PARENT_RELATIVE;
+    xcb_change_window_attributes(connection(), window, XCB_CW_BACK_PIXMAP, &parentRelative);
+    clear(window, QRect(QPoint(), pixels));
+    const auto cookie = xcb_get_image(connection(), XCB_IMAGE_FORMAT_Z_PIXMAP, window, 0, 0,
+                                      static_cast<std::uint16_t>(pixels.width()),
+                                      static_cast<std::uint16_t>(pixels.height()), ~0U);
+    const ReplyPointer<xcb_get_image_reply_t> reply(xcb_get_image_reply(connection(), cookie, nullptr));
+    QImage image(pixels, QImage::Format_RGB32);
+    if (!reply || xcb_get_image_data_length(reply.get()) != image.sizeInBytes())
+        return {};
+    std::memcpy(image.bits(), xcb_get_image_data(reply.get()), static_cast<std::size_t>(image.sizeInBytes()));
+    return image;
+}
+
+void moveResize(xcb_window_t window, const QRect& pixels) {
+    const std::array<std::uint32_t, 4> values{
+        static_cast<std::uint32_t>(pixels.x()), static_cast<std::uint32_t>(pixels.y()),
+        static_cast<std::uint32_t>(pixels.width()), static_cast<std::uint32_t>(pixels.height())};
+    xcb_configure_window(connection(), window,
+                         XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y | XCB_CONFIG_WINDOW_WIDTH |
+                             XCB_CONFIG_WINDOW_HEIGHT,
+                         values.data());
+    xcb_flush(connection());
+}
+
+void raise(xcb_window_t window) {
+    const std::uint32_t above = XCB_STACK_MODE_ABOVE;
+    xcb_configure_window(connection(), window, XCB_CONFIG_WINDOW_STACK_MODE, &above);
+    xcb_flush(connection());
+}
+
+void focus(xcb_window_t window) {
+    xcb_set_input_focus(connection(), XCB_INPUT_FOCUS_PARENT, window, XCB_CURRENT_TIME);
+    xcb_flush(connection());
+}
+
+void setBackground(xcb_window_t window, const QColor& color) {
+    const std::uint32_t pixel = color.rgb() & 0xffffffU;
+    xcb_change_window_attributes(connection(), window, XCB_CW_BACK_PIXEL, &pixel);
+}
+
+void clear(xcb_window_t window, const QRect& pixels) {
+    xcb_clear_area(connection(), 0, window, static_cast<std::int16_t>(pixels.x()),
+                   static_cast<std::int16_t>(pixels.y()), static_cast<std::uint16_t>(pixels.width()),
+                   static_cast<std::uint16_t>(pixels.height()));
+    xcb_flush(connection());
+}
+
+void watchRoot(std::uint32_t mask, bool watched) {
+    const auto cookie = xcb_get_window_attributes(connection(), root());
+    const ReplyPointer<xcb_get_window_attributes_reply_t> reply(
+        xcb_get_window_attributes_reply(connection(), cookie, nullptr));
+    if (!reply)
+        return;
+    const std::uint32_t events = watched ? reply->your_event_mask | mask : reply->your_event_mask & ~mask;
+    xcb_change_window_attributes(connection(), root(), XCB_CW_EVENT_MASK, &events);
+    xcb_flush(connection());
+}
+
+} // namespace kelpa::x11

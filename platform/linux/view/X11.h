@@ -1,0 +1,49 @@
+#pragma once
+
+#include <QByteArray>
+#include <QImage>
+#include <QRect>
+#include <cstdlib>
+#include <memory>
+#include <xcb/xcb.h>
+
+class QColor;
+class QWindow;
+
+/// What Qt offers no verb for, over the X connection that Qt has open.
+namespace kelpa::x11 {
+
+struct FreeReply {
+    void operator()(void* reply) const { std::free(reply); }
+};
+template <typename Reply>
+using ReplyPointer = std::unique_ptr<Reply, FreeReply>;
+
+/// Null when the program does not run on X11.
+[[nodiscard]] xcb_connection_t* connection();
+[[nodiscard]] xcb_window_t root();
+[[nodiscard]] int screenNumber();
+[[nodiscard]] xcb_atom_t atom(const QByteArray& name);
+[[nodiscard]] xcb_window_t selectionOwner(const QByteArray& selection);
+/// The bytes of a property of any type; empty when there is none.
+[[nodiscard]] QByteArray property(xcb_window_t window, const QByteArray& name);
+/// Whether something composites the windows, so that their opacity shows.
+[[nodiscard]] bool composited();
+
+/// Bits of a pixel of that visual; 0 for an unknown one.
+[[nodiscard]] int depthOf(xcb_visualid_t visual);
+/// What stands behind a window inside another one, in the window's place; null when that cannot be told.
+[[nodiscard]] QImage picture(xcb_window_t window, const QSize& pixels);
+
+/// Where a window really is, in pixels of the desktop.
+void moveResize(xcb_window_t window, const QRect& pixels);
+void raise(xcb_window_t window);
+void focus(xcb_window_t window);
+/// What the server itself fills the window with before it is painted.
+void setBackground(xcb_window_t window, const QColor& color);
+/// Fills a part of the window with that.
+void clear(xcb_window_t window, const QRect& pixels);
+/// Adds to or takes from the events that come from the root window.
+void watchRoot(std::uint32_t mask, bool watched);
+
+} // namespace kelpa::x11

@@ -1,0 +1,52 @@
+#include "platform/linux/view/Channel.h"
+#include "platform/linux/view/Desk.h"
+#include "platform/linux/wire/ViewProtocol.h"
+
+#include <QGuiApplication>
+#include <QQuickWindow>
+#include <cstdio>
+#include <cstdlib>
+
+namespace {
+
+/// Keeps the toolkit from loading what only costs memory here: another toolkit for its colours, another main
+/// loop, OpenGL for windows that are painted by the processor, and a session manager that would want to start
+/// us at log-in.
+void keepToolkitSmall() {
+    qputenv("QT_QPA_PLATFORM", "xcb");
+    qputenv("QT_XCB_GL_INTEGRATION", "none");
+    qputenv("QT_NO_GLIB", "1");
+    if (qgetenv("XDG_CURRENT_DESKTOP") != "KDE")
+        qputenv("QT_QPA_PLATFORMTHEME", "generic");
+    qunsetenv("SESSION_MANAGER");
+}
+
+kelpa::Channel* messages = nullptr;
+/// A complaint that comes with every frame must not fill the log.
+int messagesLeft = 20;
+
+void passOn(QtMsgType type, const QMessageLogContext& /*context*/, const QString& text) {
+    if ((type == QtWarningMsg || type == QtCriticalMsg) && messagesLeft-- > 0)
+        messages->send({kelpa::wire::view::warning, text.toStdString()});
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    if (!kelpa::Channel::isConnection()) {
+        std::fputs("kelpa-view draws the windows of kelpa, which starts it when it is needed.\n", stderr);
+        return 2;
+    }
+    keepToolkitSmall();
+    QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+    QGuiApplication application(argc, argv);
+    QCoreApplication::setApplicationName(QStringLiteral("Kelpa"));
+    QGuiApplication::setDesktopFileName(QStringLiteral("app.orvane.Kelpa"));
+    // Its windows come and go; it ends with its connection.
+    QGuiApplication::setQuitOnLastWindowClosed(false);
+    kelpa::Channel channel;
+    messages = &channel;
+    qInstallMessageHandler(passOn);
+    const kelpa::Desk desk(channel);
+    return QGuiApplication::exec();
+}

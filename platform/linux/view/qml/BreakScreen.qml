@@ -1,0 +1,66 @@
+import QtQuick
+
+/// The break screen: what to do, how long, and the way out of it.
+Rectangle {
+    id: screen
+
+    property string newFeatureText
+    property string waterReminderText
+    property string hintText
+    property string skipText
+    property string prompt
+    property string count
+    property bool skipOffered: false
+    /// How much of the content is seen, where the window itself cannot be faded.
+    property real reveal: 1
+    signal action(string name, string value)
+
+    color: Theme.windowBackground
+
+    Column {
+        id: stack
+
+        /// On a screen too small for the least that must be seen, everything shrinks alike.
+        readonly property real roomy: 560
+        readonly property real fit: Math.max(0.1, Math.min(1, screen.height / roomy, screen.width / roomy))
+        /// All but the prompt.
+        readonly property real rest: Theme.section + countdown.implicitHeight + notice.implicitHeight
+            + skip.implicitHeight + 4 * spacing
+
+        anchors.centerIn: parent
+        scale: fit
+        opacity: screen.reveal
+        spacing: Theme.stackSpace
+
+        Prompt {
+            anchors.horizontalCenter: parent.horizontalCenter
+            text: screen.prompt
+            availableWidth: screen.width / stack.fit - 2 * Theme.padding
+            availableHeight: screen.height / stack.fit - stack.rest - 2 * Theme.padding
+        }
+        Item {
+            width: 1
+            height: Theme.section
+        }
+        Countdown {
+            id: countdown
+            anchors.horizontalCenter: parent.horizontalCenter
+            text: screen.count
+        }
+        Notice {
+            id: notice
+            anchors.horizontalCenter: parent.horizontalCenter
+            newFeatureText: screen.newFeatureText
+            waterReminderText: screen.waterReminderText
+            hintText: screen.hintText
+            onTapped: screen.action("notice", "")
+        }
+        CapsuleButton {
+            id: skip
+            anchors.horizontalCenter: parent.horizontalCenter
+            visible: screen.skipOffered
+            text: screen.skipText
+            onActivated: screen.action("skip", "")
+        }
+    }
+}

@@ -1,0 +1,34 @@
+import QtQuick
+import Kelpa
+
+/// White words on a coloured capsule.
+Pressable {
+    id: button
+
+    property alias text: label.text
+    /// For places with little room.
+    property bool slim: false
+
+    implicitWidth: label.implicitWidth + 2 * Theme.padding
+    implicitHeight: label.implicitHeight + (slim ? 10 : 16)
+    Accessible.role: Accessible.Button
+    Accessible.name: text
+
+    RoundedBox {
+        anchors.fill: parent
+        radius: height / 2
+        color: button.pressed ? Theme.accentPressed : button.hovered ? Theme.accentHovered : Theme.accent
+        Behavior on color {
+            ColorAnimation { duration: Theme.quick }
+        }
+    }
+
+    Text {
+        id: label
+        anchors.centerIn: parent
+        color: Theme.accentText
+        font.pixelSize: Theme.headlineSize
+        font.bold: true
+        Accessible.ignored: true
+    }
+}

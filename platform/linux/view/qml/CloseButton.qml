@@ -1,0 +1,32 @@
+import QtQuick
+import Kelpa
+
+/// A small round button with a cross that takes its window away.
+Pressable {
+    id: button
+
+    implicitWidth: 18
+    implicitHeight: 18
+    ringMargin: 2
+    Accessible.role: Accessible.Button
+    Accessible.name: "✕"
+
+    RoundedBox {
+        anchors.fill: parent
+        radius: height / 2
+        color: button.pressed ? Theme.surfacePressed : button.hovered ? Theme.surfaceHovered : "transparent"
+    }
+    Repeater {
+        model: [45, -45]
+        Rectangle {
+            required property real modelData
+            anchors.centerIn: parent
+            width: 11
+            height: 1.6
+            radius: 0.8
+            rotation: modelData
+            antialiasing: true
+            color: Theme.secondary
+        }
+    }
+}

@@ -1,0 +1,34 @@
+import QtQuick
+
+/// What is new: a few words, a link and a line of explanation below it.
+Row {
+    id: notice
+
+    property alias newFeatureText: introduction.text
+    property alias waterReminderText: link.text
+    property alias hintText: hint.text
+    signal tapped()
+
+    spacing: Theme.tightSpace
+    bottomPadding: Theme.stackSpace
+
+    Text {
+        id: introduction
+        color: Theme.primary
+        font.pixelSize: Theme.bodySize
+    }
+    Column {
+        spacing: Theme.hairSpace
+
+        LinkButton {
+            id: link
+            Accessible.description: hint.text
+            onActivated: notice.tapped()
+        }
+        Text {
+            id: hint
+            color: Theme.secondary
+            font.pixelSize: Theme.footnoteSize
+        }
+    }
+}

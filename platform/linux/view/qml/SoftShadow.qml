@@ -1,0 +1,23 @@
+import QtQuick
+import Kelpa
+
+/// A soft shadow behind a capsule, made of a few thin rings: the software renderer has no blur.
+Item {
+    id: shadow
+
+    property real strength: 0.5
+
+    Repeater {
+        model: 3
+        RoundedBox {
+            required property int index
+            anchors.fill: parent
+            anchors.margins: -(index + 1)
+            anchors.topMargin: -index
+            anchors.bottomMargin: -(index + 2)
+            radius: height / 2
+            color: Theme.shadow
+            opacity: shadow.strength * (0.3 - index * 0.09)
+        }
+    }
+}

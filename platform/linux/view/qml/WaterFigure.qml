@@ -1,0 +1,37 @@
+import QtQuick
+
+/// A caption above a figure, which becomes a little smaller where it has no room.
+Item {
+    id: item
+
+    property alias caption: label.text
+    property alias figure: number.text
+    property alias color: number.color
+    property alias pixelSize: number.font.pixelSize
+
+    implicitHeight: label.implicitHeight + 40
+    Accessible.role: Accessible.StaticText
+    Accessible.name: caption + " " + figure
+
+    Text {
+        id: label
+        anchors.horizontalCenter: parent.horizontalCenter
+        color: Theme.primary
+        font.pixelSize: 10
+        textFormat: Text.PlainText
+        Accessible.ignored: true
+    }
+    Text {
+        id: number
+        anchors.top: label.bottom
+        anchors.bottom: parent.bottom
+        width: parent.width
+        horizontalAlignment: Text.AlignHCenter
+        verticalAlignment: Text.AlignVCenter
+        fontSizeMode: Text.HorizontalFit
+        minimumPixelSize: 10
+        font.bold: true
+        textFormat: Text.PlainText
+        Accessible.ignored: true
+    }
+}

@@ -1,0 +1,180 @@
+#include "platform/linux/windows/RemoteWindowSystem.h"
+
+#include "platform/linux/wire/ViewProtocol.h"
+
+#include <algorithm>
+#include <chrono>
+#include <utility>
+
+namespace kelpa {
+
+namespace view = wire::view;
+
+namespace {
+
+double secondsNow() {
+    return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
+}
+
+} // namespace
+
+RemoteWindowSystem::RemoteWindowSystem(const WindowSystemParts& parts, std::string program)
+    : parts_(parts), home_(static_cast<RemoteWindowHome*>(this), [](RemoteWindowHome*) {}),
+      view_(parts.loop, std::move(program), *this) {
+    parts_.screens.observe([this] {
+        if (client_ != nullptr)
+            client_->screensChanged();
+    });
+}
+
+RemoteWindowSystem::~RemoteWindowSystem() {
+    parts_.screens.observe(nullptr);
+    home_.reset();
+    for (const auto& record : std::exchange(records_, {}))
+        record->leave();
+}
+
+void RemoteWindowSystem::setClient(WindowSystemClient& client) {
+    client_ = &client;
+}
+
+std::unique_ptr<NativeWindow> RemoteWindowSystem::makeWindow(const WindowSpec& spec) {
+    return std::make_unique<RemoteWindow>(home_, spec);
+}
+
+WindowPlace RemoteWindowSystem::place(const Rect& frame, std::uint32_t screen) const {
+    return {parts_.screens.pixels(frame), parts_.screens.connector(screen)};
+}
+
+std::shared_ptr<WindowRecord> RemoteWindowSystem::makeRecord(std::string_view kind, const std::string& title,
+                                                             const WindowPlace& place) {
+    ViewLink& link = *this;
+    const auto record = std::make_shared<WindowRecord>(link, nextId_++, std::string(kind), title, place);
+    records_.push_back(record);
+    return record;
+}
+
+std::shared_ptr<WindowRecord> RemoteWindowSystem::record(const WindowSpec& spec, std::string_view kind) {
+    const WindowPlace where = place(spec.frame, spec.screen);
+    const auto ready = reserved_.find(spec.screen);
+    if (kind != view::breakKind || ready == reserved_.end())
+        return makeRecord(kind, spec.title, where);
+    const auto record = ready->second;
+    reserved_.erase(ready);
+    record->setTitle(spec.title);
+    record->setPlace(where);
+    return record;
+}
+
+void RemoteWindowSystem::forget(const std::shared_ptr<WindowRecord>& record) {
+    std::erase(records_, record);
+    record->leave();
+    visibilityChanged();
+}
+
+/// A break window that the core will ask for by the same title a moment later.
+void RemoteWindowSystem::reserveBreakWindows() {
+    for (const Screen& screen : parts_.screens.screens()) {
+        const std::string title = std::to_string(screen.number);
+        const bool known = std::any_of(records_.begin(), records_.end(), [&title](const auto& record) {
+            return record->kind() == view::breakKind && record->title() == title;
+        });
+        if (!known)
+            reserved_[screen.number] = makeRecord(view::breakKind, title, place(screen.frame, screen.number));
+    }
+}
+
+void RemoteWindowSystem::prepare() {
+    reserveBreakWindows();
+    startView();
+    visibilityChanged();
+}
+
+bool RemoteWindowSystem::anyVisible() const {
+    return std::any_of(records_.begin(), records_.end(),
+                       [](const auto& record) { return record->visible(); });
+}
+
+void RemoteWindowSystem::visibilityChanged() {
+    if (anyVisible()) {
+        idle_.cancel();
+        startView();
+    } else if (view_.running()) {
+        idle_ = parts_.loop.afterReal(parts_.idleSeconds, [this] { endView(); });
+    }
+}
+
+void RemoteWindowSystem::startView() {
+    if (view_.running())
+        return;
+    const std::string refused = view_.start();
+    if (refused.empty())
+        replay();
+    else
+        reportFailure("The windows cannot be drawn: " + refused);
+}
+
+void RemoteWindowSystem::replay() {
+    for (const auto& record : records_)
+        record->replay();
+    if (active_)
+        send({view::activate});
+}
+
+void RemoteWindowSystem::endView() {
+    idle_.cancel();
+    view_.end();
+    for (const auto& [screen, record] : reserved_)
+        std::erase(records_, record);
+    reserved_.clear();
+}
+
+void RemoteWindowSystem::reportFailure(const std::string& text) {
+    if (!failing_)
+        parts_.report.warning(text);
+    failing_ = true;
+}
+
+void RemoteWindowSystem::helperFailed(const std::string& how) {
+    idle_.cancel();
+    if (restarts_.take(secondsNow())) {
+        parts_.report.warning("kelpa-view " + how);
+        if (anyVisible())
+            startView();
+    } else {
+        reportFailure("kelpa-view " + how + " again and is left alone for now");
+    }
+}
+
+void RemoteWindowSystem::helperSaid(const wire::Message& message) {
+    if (message.verb() == view::ready)
+        failing_ = false;
+    else if (message.verb() == view::action)
+        didAct(message);
+    else if (message.verb() == view::warning)
+        parts_.report.warning("kelpa-view: " + message.field(1));
+}
+
+void RemoteWindowSystem::didAct(const wire::Message& message) {
+    const auto id = message.number(1);
+    const auto found = std::find_if(records_.begin(), records_.end(),
+                                    [id](const auto& record) { return record->id() == id; });
+    if (found == records_.end())
+        return;
+    const auto record = *found;
+    record->didAct(message.field(2), message.field(3));
+}
+
+void RemoteWindowSystem::activate() {
+    parts_.focus.remember();
+    active_ = true;
+    send({view::activate});
+}
+
+void RemoteWindowSystem::deactivate() {
+    active_ = false;
+    send({view::deactivate});
+    parts_.focus.giveBack();
+}
+
+} // namespace kelpa

@@ -1,0 +1,86 @@
+#pragma once
+
+#include "platform/linux/windows/HelperProcess.h"
+#include "platform/linux/windows/RemoteWindow.h"
+#include "platform/linux/windows/RestartBudget.h"
+#include "platform/linux/windows/ScreenSource.h"
+#include "platform/linux/windows/WindowReport.h"
+
+#include <map>
+#include <memory>
+#include <vector>
+
+namespace kelpa {
+
+/// What the window system works with; all of it outlives the window system.
+struct WindowSystemParts {
+    EventLoop& loop;
+    ScreenSource& screens;
+    FocusMemory& focus;
+    WindowReport& report;
+    /// How long a view that shows nothing is kept, in real seconds.
+    double idleSeconds = 20;
+};
+
+/// Windows drawn by `kelpa-view`, a process that runs only while something is shown and shortly before and
+/// after, so that the program itself stays small. Without that process, everything here goes on by the clock.
+class RemoteWindowSystem final : public WindowSystem,
+                                 private ViewLink,
+                                 private HelperClient,
+                                 private RemoteWindowHome {
+  public:
+    /// `program` is the path of `kelpa-view`.
+    RemoteWindowSystem(const WindowSystemParts& parts, std::string program);
+    ~RemoteWindowSystem() override;
+    RemoteWindowSystem(const RemoteWindowSystem&) = delete;
+    RemoteWindowSystem& operator=(const RemoteWindowSystem&) = delete;
+
+    void setClient(WindowSystemClient& client) override;
+    [[nodiscard]] std::vector<Screen> screens() const override { return parts_.screens.screens(); }
+    [[nodiscard]] const Screen* mainScreen() const override { return parts_.screens.mainScreen(); }
+    std::unique_ptr<NativeWindow> makeWindow(const WindowSpec& spec) override;
+    void prepare() override;
+    void activate() override;
+    void deactivate() override;
+
+    /// Process id of the view; 0 when none runs.
+    [[nodiscard]] int viewPid() const { return view_.pid(); }
+
+  private:
+    void send(std::initializer_list<std::string_view> fields) override { view_.send(fields); }
+    void visibilityChanged() override;
+
+    void helperSaid(const wire::Message& message) override;
+    void helperFailed(const std::string& how) override;
+
+    EventLoop& loop() override { return parts_.loop; }
+    [[nodiscard]] WindowPlace place(const Rect& frame, std::uint32_t screen) const override;
+    std::shared_ptr<WindowRecord> record(const WindowSpec& spec, std::string_view kind) override;
+    void forget(const std::shared_ptr<WindowRecord>& record) override;
+
+    [[nodiscard]] bool anyVisible() const;
+    std::shared_ptr<WindowRecord> makeRecord(std::string_view kind, const std::string& title,
+                                             const WindowPlace& place);
+    void startView();
+    void replay();
+    void reserveBreakWindows();
+    void endView();
+    void reportFailure(const std::string& text);
+    void didAct(const wire::Message& message);
+
+    WindowSystemParts parts_;
+    /// Owns nothing: windows see by it whether the system is still there.
+    std::shared_ptr<RemoteWindowHome> home_;
+    HelperProcess view_;
+    WindowSystemClient* client_ = nullptr;
+    std::vector<std::shared_ptr<WindowRecord>> records_;
+    /// Windows that the view made ready for screens that had none yet, by the number of the screen.
+    std::map<std::uint32_t, std::shared_ptr<WindowRecord>> reserved_;
+    int nextId_ = 1;
+    bool active_ = false;
+    bool failing_ = false;
+    RestartBudget restarts_;
+    Subscription idle_;
+};
+
+} // namespace kelpa

@@ -1,0 +1,127 @@
+#include "platform/linux/windows/WindowRecord.h"
+
+#include "platform/linux/wire/ViewProtocol.h"
+
+#include <algorithm>
+
+namespace kelpa {
+
+WindowRecord::WindowRecord(ViewLink& link, int id, std::string kind, std::string title, WindowPlace place)
+    : link_(&link), id_(id), idText_(std::to_string(id)), kind_(std::move(kind)), title_(std::move(title)),
+      place_(std::move(place)) {
+    sendOpen();
+}
+
+template <typename... Values>
+void WindowRecord::send(std::string_view verb, const Values&... values) const {
+    if (link_ != nullptr)
+        link_->send({verb, idText_, values...});
+}
+
+void WindowRecord::sendOpen() const {
+    const PixelRect& at = place_.pixels;
+    send(wire::view::open, kind_, title_, std::to_string(at.x), std::to_string(at.y),
+         std::to_string(at.width), std::to_string(at.height), place_.connector);
+}
+
+void WindowRecord::setTitle(const std::string& title) {
+    if (title == title_)
+        return;
+    title_ = title;
+    sendOpen();
+}
+
+void WindowRecord::setPlace(const WindowPlace& place) {
+    if (place == place_)
+        return;
+    place_ = place;
+    sendOpen();
+}
+
+void WindowRecord::setProperty(std::string_view name, std::string_view value) {
+    const auto known = std::find_if(properties_.begin(), properties_.end(),
+                                    [name](const auto& property) { return property.first == name; });
+    if (known == properties_.end())
+        properties_.emplace_back(name, value);
+    else if (known->second == value)
+        return;
+    else
+        known->second.assign(value);
+    send(wire::view::set, name, value);
+}
+
+void WindowRecord::setAlpha(double alpha) {
+    alpha_ = alpha;
+    fadeLength_ = {};
+    send(wire::view::alpha, wire::realText(alpha));
+}
+
+void WindowRecord::fadeTo(double alpha, double seconds) {
+    fadeFrom_ = opacityNow();
+    alpha_ = alpha;
+    fadeStart_ = Clock::now();
+    fadeLength_ = std::chrono::duration_cast<Clock::duration>(std::chrono::duration<double>(seconds));
+    send(wire::view::fade, wire::realText(alpha), wire::realText(seconds));
+}
+
+void WindowRecord::show() {
+    visible_ = true;
+    if (link_ == nullptr)
+        return;
+    link_->visibilityChanged();
+    send(wire::view::show);
+}
+
+void WindowRecord::hide() {
+    if (!visible_)
+        return;
+    visible_ = false;
+    send(wire::view::hide);
+    if (link_ != nullptr)
+        link_->visibilityChanged();
+}
+
+void WindowRecord::leave() {
+    hide();
+    send(wire::view::drop);
+    link_ = nullptr;
+    handler_ = nullptr;
+}
+
+void WindowRecord::setActionHandler(ActionHandler handler) {
+    handler_ = std::move(handler);
+}
+
+void WindowRecord::didAct(const std::string& action, const std::string& value) const {
+    // A copy, because what it sets off may take the window away.
+    const auto handler = handler_;
+    if (visible_ && handler)
+        handler(action, value);
+}
+
+void WindowRecord::replay() const {
+    sendOpen();
+    for (const auto& [name, value] : properties_)
+        send(wire::view::set, name, value);
+    replayOpacity();
+    if (visible_)
+        send(wire::view::show);
+}
+
+/// What is seen of the window, were it drawn by the clock.
+double WindowRecord::opacityNow() const {
+    const auto left = fadeStart_ + fadeLength_ - Clock::now();
+    if (left <= Clock::duration::zero())
+        return alpha_;
+    const double part = std::chrono::duration<double>(left) / std::chrono::duration<double>(fadeLength_);
+    return alpha_ + (fadeFrom_ - alpha_) * part;
+}
+
+void WindowRecord::replayOpacity() const {
+    const std::chrono::duration<double> left = fadeStart_ + fadeLength_ - Clock::now();
+    send(wire::view::alpha, wire::realText(opacityNow()));
+    if (left.count() > 0)
+        send(wire::view::fade, wire::realText(alpha_), wire::realText(left.count()));
+}
+
+} // namespace kelpa

@@ -1,0 +1,88 @@
+#pragma once
+
+#include "platform/linux/windows/ScreenSource.h"
+#include "platform/linux/wire/Message.h"
+
+#include <chrono>
+#include <functional>
+#include <initializer_list>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace kelpa {
+
+/// The way to the view; what is sent while no view runs is lost.
+class ViewLink {
+  public:
+    virtual ~ViewLink() = default;
+    virtual void send(std::initializer_list<std::string_view> fields) = 0;
+    /// A window was shown or hidden.
+    virtual void visibilityChanged() = 0;
+};
+
+/// Where a window stands.
+struct WindowPlace {
+    PixelRect pixels;
+    std::string connector;
+    bool operator==(const WindowPlace&) const = default;
+};
+
+/// All that a view has to know of one window. It is told of changes as they happen, and of everything again
+/// when another view takes over from one that crashed or was given back.
+class WindowRecord {
+  public:
+    /// `link` outlives the record or is taken from it with `leave()`.
+    WindowRecord(ViewLink& link, int id, std::string kind, std::string title, WindowPlace place);
+    WindowRecord(const WindowRecord&) = delete;
+    WindowRecord& operator=(const WindowRecord&) = delete;
+
+    [[nodiscard]] bool visible() const { return visible_; }
+    [[nodiscard]] int id() const { return id_; }
+    [[nodiscard]] const std::string& kind() const { return kind_; }
+    [[nodiscard]] const std::string& title() const { return title_; }
+
+    void setTitle(const std::string& title);
+    void setPlace(const WindowPlace& place);
+    /// Only a value that differs is sent on. Needs no memory for one of the same length.
+    void setProperty(std::string_view name, std::string_view value);
+    void setAlpha(double alpha);
+    void fadeTo(double alpha, double seconds);
+    void show();
+    void hide();
+    /// The window is gone; everything else does nothing from now on.
+    void leave();
+
+    using ActionHandler = std::function<void(const std::string& action, const std::string& value)>;
+    void setActionHandler(ActionHandler handler);
+    /// Of what is done in a window that does not show, nothing is passed on.
+    void didAct(const std::string& action, const std::string& value) const;
+
+    /// Tells a view everything that it must know to go on from here.
+    void replay() const;
+
+  private:
+    using Clock = std::chrono::steady_clock;
+    template <typename... Values>
+    void send(std::string_view verb, const Values&... values) const;
+    void sendOpen() const;
+    [[nodiscard]] double opacityNow() const;
+    void replayOpacity() const;
+
+    ViewLink* link_;
+    int id_;
+    std::string idText_;
+    std::string kind_;
+    std::string title_;
+    WindowPlace place_;
+    std::vector<std::pair<std::string, std::string>> properties_;
+    bool visible_ = false;
+    double alpha_ = 1;
+    double fadeFrom_ = 1;
+    Clock::time_point fadeStart_;
+    Clock::duration fadeLength_{};
+    ActionHandler handler_;
+};
+
+} // namespace kelpa

@@ -1,0 +1,63 @@
+#pragma once
+
+#include "platform/linux/EventLoop.h"
+
+#include <cstdlib>
+#include <functional>
+#include <list>
+#include <memory>
+#include <string>
+#include <xcb/xcb.h>
+
+namespace kelpa {
+
+/// What the X server answered; freed with the handle. Null when the request failed.
+struct FreeReply {
+    void operator()(void* reply) const { std::free(reply); }
+};
+template <typename Reply>
+using X11Reply = std::unique_ptr<Reply, FreeReply>;
+
+/// The program's own connection to the X server, read on the main loop.
+class X11Connection {
+  public:
+    using Handler = std::function<void(const xcb_generic_event_t&)>;
+
+    /// Null when no X server answers at $DISPLAY. `lost` runs once from the main loop when the server goes
+    /// away; the connection is dead from then on.
+    static std::unique_ptr<X11Connection> open(EventLoop& loop, std::function<void()> lost);
+    ~X11Connection();
+    X11Connection(const X11Connection&) = delete;
+    X11Connection& operator=(const X11Connection&) = delete;
+
+    [[nodiscard]] xcb_connection_t* get() const { return connection_; }
+    [[nodiscard]] xcb_window_t root() const { return screen_->root; }
+    [[nodiscard]] const xcb_screen_t& screen() const { return *screen_; }
+    [[nodiscard]] int screenNumber() const { return screenNumber_; }
+    [[nodiscard]] xcb_atom_t atom(const std::string& name) const;
+    /// Hands every event that comes to `handler` until the handle ends, which must be neither from inside a
+    /// handler nor after the connection.
+    Subscription listen(Handler handler);
+    /// Adds to the events of the root window that the server sends us.
+    void selectRoot(std::uint32_t mask);
+    /// To be called after answers were waited for: events that came with them would otherwise lie there until
+    /// the next one comes.
+    void settle();
+
+  private:
+    X11Connection(EventLoop& loop, xcb_connection_t* connection, int screenNumber,
+                  std::function<void()> lost);
+    void drain();
+
+    EventLoop& loop_;
+    xcb_connection_t* connection_;
+    int screenNumber_;
+    const xcb_screen_t* screen_ = nullptr;
+    std::uint32_t rootMask_ = 0;
+    std::function<void()> lost_;
+    std::list<Handler> handlers_;
+    Subscription readable_;
+    Subscription settling_;
+};
+
+} // namespace kelpa

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <string_view>
+
+/// What the program and `kelpa-tray` say to each other.
+namespace kelpa::wire::tray {
+
+// From the program to the tray.
+/// image NAME: the application image of the icon.
+inline constexpr std::string_view image = "image";
+/// title TEXT: beside the icon; empty for none.
+inline constexpr std::string_view title = "title";
+/// insert INDEX ID SEPARATOR ENABLED TITLE IMAGE KEY: a menu line; SEPARATOR and ENABLED are 0 or 1.
+inline constexpr std::string_view insert = "insert";
+/// change ID SEPARATOR ENABLED TITLE IMAGE KEY
+inline constexpr std::string_view change = "change";
+/// remove ID
+inline constexpr std::string_view remove = "remove";
+
+// From the tray to the program.
+/// click ID
+inline constexpr std::string_view click = "click";
+/// warning TEXT: for the log.
+inline constexpr std::string_view warning = "warning";
+
+} // namespace kelpa::wire::tray

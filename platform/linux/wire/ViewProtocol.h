@@ -1,0 +1,71 @@
+#pragma once
+
+#include <string_view>
+
+/// What the program and `kelpa-view` say to each other. A window is known by a number that the program gives.
+namespace kelpa::wire::view {
+
+// From the program to the view.
+/// open WINDOW KIND TITLE X Y WIDTH HEIGHT SCREEN: makes a hidden window, in pixels of the desktop, on the
+/// screen of that connector name; for a window that is there, gives it this title and place.
+inline constexpr std::string_view open = "open";
+/// set WINDOW PROPERTY VALUE: a property of the window's content.
+inline constexpr std::string_view set = "set";
+/// show WINDOW: in front of everything.
+inline constexpr std::string_view show = "show";
+/// hide WINDOW
+inline constexpr std::string_view hide = "hide";
+/// alpha WINDOW OPACITY: from 0 to 1, at once.
+inline constexpr std::string_view alpha = "alpha";
+/// fade WINDOW OPACITY SECONDS: from what is seen now.
+inline constexpr std::string_view fade = "fade";
+/// drop WINDOW: it never comes back.
+inline constexpr std::string_view drop = "drop";
+/// activate: the keyboard belongs to the windows that are shown.
+inline constexpr std::string_view activate = "activate";
+/// deactivate: the keyboard is given back.
+inline constexpr std::string_view deactivate = "deactivate";
+
+// From the view to the program.
+/// ready: it has started well.
+inline constexpr std::string_view ready = "ready";
+/// action WINDOW NAME VALUE: what a person did in the window's content; the value may be empty.
+inline constexpr std::string_view action = "action";
+/// warning TEXT: for the log.
+inline constexpr std::string_view warning = "warning";
+
+// Kinds of windows and what their contents understand.
+inline constexpr std::string_view breakKind = "break";
+inline constexpr std::string_view newFeatureText = "newFeatureText";
+inline constexpr std::string_view waterReminderText = "waterReminderText";
+inline constexpr std::string_view hintText = "hintText";
+inline constexpr std::string_view skipText = "skipText";
+inline constexpr std::string_view prompt = "prompt";
+inline constexpr std::string_view count = "count";
+inline constexpr std::string_view skipOffered = "skipOffered";
+inline constexpr std::string_view skipAction = "skip";
+inline constexpr std::string_view noticeAction = "notice";
+
+inline constexpr std::string_view waterKind = "water";
+inline constexpr std::string_view finishedText = "finishedText";
+inline constexpr std::string_view percentText = "percentText";
+inline constexpr std::string_view remainText = "remainText";
+inline constexpr std::string_view wellDoneText = "wellDoneText";
+inline constexpr std::string_view doneText = "doneText";
+/// Pairs of lines: millilitres, and the text that offers them.
+inline constexpr std::string_view amounts = "amounts";
+inline constexpr std::string_view finished = "finished";
+inline constexpr std::string_view percent = "percent";
+/// Empty once the day's target is met.
+inline constexpr std::string_view remain = "remain";
+inline constexpr std::string_view fraction = "fraction";
+inline constexpr std::string_view tip = "tip";
+/// Empty when nothing is counted down.
+inline constexpr std::string_view remaining = "remaining";
+inline constexpr std::string_view selectedAmount = "selectedAmount";
+/// With the millilitres as its value.
+inline constexpr std::string_view amountAction = "amount";
+inline constexpr std::string_view doneAction = "done";
+inline constexpr std::string_view closeAction = "close";
+
+} // namespace kelpa::wire::view

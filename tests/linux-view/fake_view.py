@@ -1,0 +1,31 @@
+#!/usr/bin/python3
+"""Stands in for kelpa-view: writes down every message that it gets, and does what the messages' texts say."""
+import os
+import socket
+import sys
+import time
+
+connection = socket.socket(fileno=3)
+received = open(os.environ["FAKE_VIEW_LOG"], "a", encoding="utf-8")
+received.write("started\n")
+received.flush()
+connection.sendall(b"ready\n")
+rest = b""
+while True:
+    more = connection.recv(4096)
+    if not more:
+        received.write("ended\n")
+        sys.exit(0)
+    *lines, rest = (rest + more).split(b"\n")
+    for line in lines:
+        text = line.decode()
+        received.write(text.replace("\t", " ") + "\n")
+        received.flush()
+        if text.endswith("crash"):
+            os._exit(7)
+        if text.endswith("sleep"):
+            time.sleep(60)
+        if text.endswith("babble"):
+            connection.sendall(b"\xff\xfe\\q\n\n" + b"x" * 200000 + b"\naction\t1\nwarning\tI am well\n")
+        if text.endswith("press"):
+            connection.sendall(f"action\t{text.split(chr(9))[1]}\tskip\t\n".encode())

@@ -1,0 +1,394 @@
+#!/usr/bin/python3
+"""Break windows on a virtual desktop, driven by a stand-in for the core: what they cover, who gets the keys, and
+what they look like. The pictures of a failed test are left in the build folder."""
+import os
+import queue
+import signal
+import subprocess
+import sys
+import threading
+import time
+import unittest
+from pathlib import Path
+
+ROOT = Path(__file__).resolve().parents[2]
+sys.path.insert(0, str(ROOT / "scripts"))
+
+from Xlib import X  # noqa: E402
+from virtual_desktop import (Box, Monitor, Session, break_windows, covers, wait_for_cover,  # noqa: E402
+                             wait_for_uncover, wait_until)
+
+DRIVER = os.environ.get("KELPA_DESK_DRIVER", ROOT / "build/dev/kelpa-desk-driver")
+LIGHT, DARK = (0xf1, 0xf2, 0xf4), (0x1e, 0x1f, 0x22)
+FADE = 2.0
+DEAF = 2.0     # seconds in which a break window listens to no key
+
+
+def start_talking(session, command, **environment):
+    """Starts a program of the session that is talked to through its standard input and output."""
+    with open(session.folder / "talkers.log", "ab") as log:
+        child = subprocess.Popen([str(part) for part in command], env={**session.environment, **environment},
+                                 stdin=subprocess.PIPE, stdout=subprocess.PIPE, stderr=log, text=True)
+    session.children.append(child)
+    return child
+
+
+class Driver:
+    """The stand-in for the core."""
+
+    def __init__(self, session, environment):
+        self.process = start_talking(session, [DRIVER], DRIVER_IDLE_SECONDS="1", **environment)
+        self.lines, self.said = queue.Queue(), []
+        threading.Thread(target=self._listen, daemon=True).start()
+
+    def _listen(self):
+        for line in self.process.stdout:
+            self.lines.put(line.strip())
+
+    def tell(self, *commands):
+        self.process.stdin.write("".join(command + "\n" for command in commands))
+        self.process.stdin.flush()
+
+    def hears(self, text, seconds=3):
+        """Whether the driver says a line that starts so."""
+        end = time.monotonic() + seconds
+        while not any(line.startswith(text) for line in self.said):
+            try:
+                self.said.append(self.lines.get(timeout=max(0.01, end - time.monotonic())))
+            except queue.Empty:
+                return None
+        found = next(line for line in self.said if line.startswith(text))
+        self.said.remove(found)
+        return found
+
+    def view(self):
+        self.tell("view")
+        return int(self.hears("view ").split()[1])
+
+
+class ViewTest(unittest.TestCase):
+    WIDTH, HEIGHT = 800, 600
+    COMPOSITOR = False
+
+    @classmethod
+    def setUpClass(cls):
+        cls.session = Session(monitors=2, width=cls.WIDTH, height=cls.HEIGHT)
+        cls.addClassCleanup(cls.session.stop)
+        cls.session.start()
+        cls.session.start_window_manager(cls.COMPOSITOR)
+        cls.screen, cls.monitors = cls.session.screen, cls.session.monitors
+        cls.screen.move(5, cls.HEIGHT - 5)
+
+    def drive(self, **environment):
+        driver = Driver(self.session, {"KELPA_APPEARANCE": "light", **environment})
+        self.addCleanup(self.finish, driver)
+        self.assertTrue(driver.hears("screens", 5), "the driver did not start")
+        return driver
+
+    def finish(self, driver):
+        if any(test is self for test, _ in self._outcome.result.failures + self._outcome.result.errors):
+            picture = Path(DRIVER).parent / f"failure-{self.id().rsplit('.', 1)[-1]}.png"
+            self.screen.picture().save(picture)
+            print(f"--- picture: {picture}; the driver said:", *driver.said, file=sys.stderr)
+        Session.end(driver.process)
+        wait_for_uncover(self.session, 3)
+
+    def shown(self, driver, **changes):
+        """A break that has faded in."""
+        driver.tell(*(f"{name} {value}" for name, value in changes.items()), "show")
+        windows = wait_for_cover(self.session, self.monitors, 5)
+        time.sleep(FADE + 0.3)
+        return windows
+
+    def paper(self, monitor):
+        return self.screen.picture(monitor).background()
+
+    def top_titles(self):
+        return [window.title for window in sorted(self.screen.windows(), key=lambda window: -window.level)]
+
+
+class BreakWindows(ViewTest):
+    def test_each_monitor_is_covered_at_once_when_it_was_prepared(self):
+        driver = self.drive()
+        driver.tell("prepare")
+        known = wait_until(lambda: {window.id for window in self.screen.root.query_tree().children
+                                    if window.get_wm_name() in ("1", "2")}, 5, "the prepared windows")
+        time.sleep(1.5 - 1)
+        self.assertFalse(break_windows(self.session), "they show before their time")
+        begin = time.monotonic()
+        driver.tell("show")
+        windows = wait_for_cover(self.session, self.monitors, 2)
+        self.assertLess(time.monotonic() - begin, 0.5)
+        self.assertEqual([window.title for window in windows], ["1", "2"])
+        self.assertEqual({window.id for window in windows}, known)
+        for window in windows:
+            attributes = self.screen.display.create_resource_object("window", window.id).get_attributes()
+            self.assertTrue(attributes.override_redirect)
+
+    def test_the_content_fades_out_of_the_background_and_back(self):
+        driver = self.drive()
+        driver.tell("show")
+        wait_for_cover(self.session, self.monitors, 5)
+        self.assertLess(self.screen.picture(self.monitors[0]).ink_share(), 0.002, "the text is there before the fade")
+        self.assertTrue(wait_until(lambda: self.screen.picture(self.monitors[0]).ink_share() > 0.01, FADE + 1))
+        time.sleep(FADE)
+        driver.tell("close")
+        self.assertTrue(driver.hears("closed 2", FADE + 1))
+        wait_for_uncover(self.session, 1)
+
+    def test_a_show_while_it_fades_out_keeps_the_window(self):
+        driver = self.drive()
+        windows = self.shown(driver)
+        driver.tell("close")
+        time.sleep(FADE / 2)
+        before = self.screen.picture(self.monitors[0]).ink(24)
+        driver.tell("show")
+        time.sleep(0.1)
+        after = self.screen.picture(self.monitors[0]).ink(24)
+        self.assertGreater(sum(map(sum, after)), sum(map(sum, before)) / 2, "it vanished before it came back")
+        time.sleep(FADE + 0.5)
+        self.assertEqual(break_windows(self.session), windows)
+        self.assertGreater(self.screen.picture(self.monitors[0]).ink_share(), 0.01)
+
+    def test_what_it_says(self):
+        driver = self.drive()
+        self.shown(driver, prompt="Stand up\\nand walk", count="0100:00", skip="0")
+        page = self.screen.picture(self.monitors[0])
+        self.assertEqual(page.background(), LIGHT)
+        # Two lines of prompt, the figures, the link and the hint.
+        self.assertEqual(page.lines(), 5)
+        driver.tell("count 0059:59")
+        time.sleep(0.3)
+        changed = page.differs(self.screen.picture(self.monitors[0]))
+        figures = self.screen.picture(Box(0, changed.y - 2, self.WIDTH, changed.height + 4))
+        self.assertEqual(figures.glyphs(), 7)
+        self.assertLess(abs(changed.x + changed.width / 2 - self.WIDTH / 2), 160)
+        self.assertEqual(self.screen.picture(self.monitors[0]).differs(
+            self.screen.picture(self.monitors[1])), None, "the two monitors show different things")
+
+        driver.tell("skip 1")
+        self.assertTrue(wait_until(lambda: self.screen.picture(self.monitors[0]).lines() == 6, 1), "no Skip")
+
+    def test_a_long_prompt_shrinks_and_is_shown_whole(self):
+        driver = self.drive()
+        self.shown(driver, prompt="words and more words " * 30)
+        page = self.screen.picture(self.monitors[0])
+        rows = [any(row) for row in page.ink()]
+        columns = [any(column) for column in zip(*page.ink())]
+        self.assertFalse(any(rows[:8]) or any(rows[-8:]) or any(columns[:8]) or any(columns[-8:]))
+        self.assertGreater(page.lines(), 8)
+
+    def test_clicks(self):
+        driver = self.drive()
+        self.shown(driver)
+        page = self.screen.picture(self.monitors[1])
+        def blue(box, row):
+            return [x for x in range(box.width) if row[x * 4] > 150 > 120 > row[x * 4 + 2]]
+        rows = [y for y in range(page.height) if blue(page, page.row(y))]
+        x = self.monitors[1].x + sum(blue(page, page.row(rows[-5]))) // len(blue(page, page.row(rows[-5])))
+        self.screen.click(x, rows[-5])
+        self.assertTrue(driver.hears("skip"))
+        link = blue(page, page.row(rows[2]))
+        self.screen.click(self.monitors[1].x + link[0], rows[2])
+        self.assertTrue(driver.hears("notice"))
+        driver.tell("close")
+        time.sleep(0.2)
+        self.screen.click(x, rows[-5])
+        self.assertFalse(driver.hears("skip", 0.5), "a window that is going still listens")
+        self.screen.move(5, self.HEIGHT - 5)
+
+    def test_dark(self):
+        driver = self.drive(KELPA_APPEARANCE="dark")
+        self.shown(driver)
+        self.assertEqual(self.paper(self.monitors[1]), DARK)
+
+    def test_a_crash_is_made_good(self):
+        driver = self.drive()
+        self.shown(driver, count="12:34")
+        page = self.screen.picture(self.monitors[0])
+        os.kill(driver.view(), signal.SIGSEGV)
+        self.assertEqual(driver.hears("warning", 5), "warning kelpa-view was ended by signal 11")
+        wait_for_cover(self.session, self.monitors, 5)
+        self.assertTrue(wait_until(lambda: page.differs(self.screen.picture(self.monitors[0])) is None, 3))
+
+    def test_the_view_goes_with_the_program(self):
+        driver = self.drive()
+        self.shown(driver)
+        view = driver.view()
+        driver.process.kill()
+        driver.process.wait()
+        wait_for_uncover(self.session, 2)
+        self.assertTrue(wait_until(lambda: not Path(f"/proc/{view}").exists() or
+                                   "Z" in Path(f"/proc/{view}/stat").read_text().split()[2], 2))
+
+    def test_what_climbs_above_is_covered_again(self):
+        driver = self.drive()
+        windows = self.shown(driver)
+        display = self.screen.display
+        popup = self.screen.root.create_window(100, 100, 200, 100, 0, X.CopyFromParent, override_redirect=True,
+                                               background_pixel=0xff0000)
+        self.addCleanup(display.sync)
+        self.addCleanup(popup.destroy)
+        popup.set_wm_name("popup")
+        popup.map()
+        display.sync()
+        self.assertTrue(wait_until(lambda: set(self.top_titles()[:2]) == {"1", "2"}, 2), self.top_titles())
+        # Whoever fights for the top wins in the end, as a screen locker must.
+        for _ in range(60):
+            popup.configure(stack_mode=X.Above)
+            display.sync()
+            time.sleep(0.12)
+        self.assertEqual(self.top_titles()[0], "popup")
+        self.assertEqual(len(windows), 2)
+
+    def test_monitors_that_come_and_go(self):
+        driver = self.drive()
+        self.shown(driver)
+        self.session.remove_monitor(self.monitors[1])
+        wait_for_cover(self.session, self.monitors[:1], 3)
+        self.session.add_monitor(self.monitors[1])
+        windows = wait_for_cover(self.session, self.monitors, 3)
+        self.assertEqual(windows[1].title, "2")
+        third = Monitor("V3", self.monitors[1].x + 300, 0, self.WIDTH - 300, 400)
+        self.session.remove_monitor(self.monitors[1])
+        self.session.add_monitor(third)
+        try:
+            windows = wait_for_cover(self.session, [self.monitors[0], third], 3)
+            self.assertEqual(windows[1].title, "3")
+        finally:
+            self.session.remove_monitor(third)
+            self.session.add_monitor(self.monitors[1])
+
+
+class Keys(ViewTest):
+    COMPOSITOR = True
+
+    def setUp(self):
+        typed = Path(self.session.folder) / f"typed-{time.monotonic()}"
+        terminal = self.session.spawn(["xterm", "-T", "terminal", "-e", f"cat >{typed}"])
+        self.addCleanup(Session.end, terminal)
+        self.terminal, self.typed = terminal, typed
+        wait_until(lambda: self.screen.focus() == "terminal" and typed.exists(), 10, "the terminal to have the keyboard")
+
+    def type_line(self, text):
+        self.screen.type(text)
+        self.screen.press("Return")
+
+    def wrote(self):
+        return self.typed.read_text()
+
+    def test_no_key_reaches_what_lies_beneath(self):
+        driver = self.drive()
+        self.type_line("before")
+        wait_until(lambda: self.wrote() == "before\n", 3, "the first line")
+        driver.tell("prepare", "show")
+        wait_for_cover(self.session, self.monitors, 5)
+        for _ in range(20):
+            self.type_line("during")
+            time.sleep(0.1)
+        self.assertEqual(self.screen.focus(), "1")
+        driver.tell("close")
+        wait_until(lambda: self.screen.focus() == "terminal", 1, "the keyboard to come back")
+        self.type_line("after")
+        wait_until(lambda: self.wrote().endswith("after\n"), 3, "the last line")
+        self.assertEqual(self.wrote(), "before\nafter\n")
+
+    def test_the_keyboard_is_taken_as_soon_as_another_lets_it_go(self):
+        window = self.screen.root
+        self.assertEqual(window.grab_keyboard(True, X.GrabModeAsync, X.GrabModeAsync, X.CurrentTime), X.GrabSuccess)
+        driver = self.drive()
+        self.shown(driver)
+        self.assertEqual(window.grab_keyboard(True, X.GrabModeAsync, X.GrabModeAsync, X.CurrentTime), X.GrabSuccess)
+        self.screen.display.ungrab_keyboard(X.CurrentTime)
+        self.screen.display.sync()
+        grabbed = lambda: window.grab_keyboard(  # noqa: E731
+            True, X.GrabModeAsync, X.GrabModeAsync, X.CurrentTime) == X.AlreadyGrabbed
+        time.sleep(0.4)
+        self.assertTrue(grabbed())
+        driver.tell("close")
+        time.sleep(0.3)
+        self.assertFalse(grabbed(), "the keyboard is kept while the window goes")
+        self.screen.display.ungrab_keyboard(X.CurrentTime)
+        self.screen.display.sync()
+
+    def test_keys_count_after_two_seconds_and_nothing_is_the_default(self):
+        driver = self.drive()
+        driver.tell("show")
+        wait_for_cover(self.session, self.monitors, 5)
+        for key in ("Tab", "Tab", "Return", "space"):
+            self.screen.press(key)
+        self.assertFalse(driver.hears("skip", DEAF + 0.3))
+        for key in ("Return", "space", "Escape"):
+            self.screen.press(key)
+        self.assertFalse(driver.hears("skip", 0.4), "something is set off without having been chosen")
+        for key in ("Tab", "Tab", "Return"):
+            self.screen.press(key)
+        self.assertTrue(driver.hears("skip"))
+        self.screen.press("Tab")
+        self.screen.press("space")
+        self.assertTrue(driver.hears("notice"))
+
+    def test_the_keyboard_goes_to_another_window_when_its_owner_is_gone(self):
+        other = self.session.spawn(["xterm", "-T", "other"])
+        self.addCleanup(Session.end, other)
+        wait_until(lambda: self.screen.focus() == "other", 5, "the other terminal")
+        driver = self.drive()
+        self.shown(driver)
+        Session.end(other)
+        driver.tell("close")
+        wait_until(lambda: self.screen.focus() == "terminal", 3, "the keyboard to go to the other terminal")
+
+    def test_it_is_seen_through_while_it_fades(self):
+        driver = self.drive()
+        before = self.screen.picture(self.monitors[1])
+        driver.tell("show")
+        wait_for_cover(self.session, self.monitors, 5)
+        time.sleep(FADE / 2)
+        middle = self.paper(self.monitors[1])
+        self.assertNotEqual(middle, LIGHT)
+        self.assertNotEqual(middle, before.background())
+        time.sleep(FADE)
+        self.assertEqual(self.paper(self.monitors[1]), LIGHT)
+
+
+class Scaled(ViewTest):
+    # 701 and 603 are no multiples of anything: a scaled window must still reach every edge.
+    WIDTH, HEIGHT = 701, 603
+
+    def test_every_pixel_is_covered_at_any_scale(self):
+        for factor in ("1.25", "1.5", "1.75", "2", "2.25"):
+            with self.subTest(factor=factor):
+                driver = self.drive(QT_SCALE_FACTOR=factor)
+                driver.tell("show")
+                wait_for_cover(self.session, self.monitors, 5)
+                for monitor in self.monitors:
+                    wait_until(lambda: self.edges(monitor) == {LIGHT}, 1)
+                    self.assertEqual(self.edges(monitor), {LIGHT})
+                self.finish(driver)
+
+    def edges(self, monitor):
+        """The colours along the edges of a monitor."""
+        page = self.screen.picture(monitor)
+        return ({page.pixel(x, y) for x in (0, self.WIDTH - 1) for y in range(self.HEIGHT)} |
+                {page.pixel(x, y) for x in range(self.WIDTH) for y in (0, self.HEIGHT - 1)})
+
+
+class PortalAppearance(ViewTest):
+    def test_it_follows_the_desktop(self):
+        portal = start_talking(self.session, [sys.executable, Path(__file__).with_name("fake_portal.py")])
+        self.addCleanup(Session.end, portal)
+        wait_until(lambda: self.session.has_owner("org.freedesktop.portal.Desktop"), 5, "the portal")
+        driver = self.drive(KELPA_APPEARANCE="")
+        self.shown(driver)
+        self.assertEqual(self.paper(self.monitors[0]), DARK)
+        for scheme, colour in (("2", LIGHT), ("1", DARK), ("0", LIGHT)):
+            portal.stdin.write(scheme + "\n")
+            portal.stdin.flush()
+            wait_until(lambda: self.paper(self.monitors[0]) == colour, 3, f"scheme {scheme}")
+
+
+if __name__ == "__main__":
+    if not os.access(DRIVER, os.X_OK):
+        sys.exit(f"{DRIVER} is not there; build it, or name another one in KELPA_DESK_DRIVER")
+    signal.signal(signal.SIGTERM, lambda *_: sys.exit(143))
+    unittest.main(verbosity=2)

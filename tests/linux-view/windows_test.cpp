@@ -1,0 +1,356 @@
+#include "platform/linux/windows/RemoteWindowSystem.h"
+#include "platform/linux/windows/RestartBudget.h"
+#include "platform/linux/windows/ScreenLayout.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <systemd/sd-event.h>
+#include <unistd.h>
+
+namespace {
+
+using namespace kelpa;
+
+TEST(RestartBudget, AllowsThreeAMinute) {
+    RestartBudget budget;
+    EXPECT_TRUE(budget.take(100));
+    EXPECT_TRUE(budget.take(101));
+    EXPECT_TRUE(budget.take(130));
+    EXPECT_FALSE(budget.take(159.9));
+    EXPECT_TRUE(budget.take(160));
+    EXPECT_FALSE(budget.take(160.5));
+    EXPECT_TRUE(budget.take(161));
+}
+
+TEST(ScreenLayout, CountsUpwardsFromThePrimaryScreen) {
+    ScreenLayout layout;
+    EXPECT_TRUE(layout.update({{"left", {0, 200, 1024, 768}, false}, {"main", {1024, 0, 1920, 1080}, true}}));
+    const std::vector<Screen> expected{{1, {0, 0, 1920, 1080}}, {2, {-1024, 112, 1024, 768}}};
+    EXPECT_EQ(layout.screens(), expected);
+    EXPECT_EQ(layout.pixels(layout.screens()[1].frame), (PixelRect{0, 200, 1024, 768}));
+    EXPECT_EQ(layout.pixels({1640, 750, 280, 330}), (PixelRect{2664, 0, 280, 330}));
+    EXPECT_EQ(layout.at(1023, 967)->number, 2U);
+    EXPECT_EQ(layout.at(1024, 0)->number, 1U);
+    EXPECT_EQ(layout.at(0, 100), nullptr);
+    EXPECT_EQ(layout.connector(2), "left");
+}
+
+TEST(ScreenLayout, NeverGivesANumberToAnotherConnector) {
+    ScreenLayout layout;
+    const Monitor a{"A", {0, 0, 800, 600}, true};
+    const Monitor b{"B", {800, 0, 800, 600}, false};
+    const Monitor c{"C", {1600, 0, 800, 600}, false};
+    layout.update({a, b});
+    layout.update({a});
+    EXPECT_EQ(layout.connector(2), "");
+    layout.update({a, c});
+    EXPECT_EQ(layout.screens().back().number, 3U);
+    layout.update({b, c, a});
+    EXPECT_EQ(layout.screens().front().number, 1U);
+    EXPECT_EQ(layout.connector(2), "B");
+    EXPECT_FALSE(layout.update({b, c, a}));
+    EXPECT_TRUE(layout.update({}));
+    EXPECT_TRUE(layout.screens().empty());
+}
+
+TEST(ScreenLayout, LeavesOutMirrorsAndMonitorsWithoutAnArea) {
+    ScreenLayout layout;
+    layout.update(
+        {{"A", {0, 0, 800, 600}, false}, {"mirror", {0, 0, 800, 600}, true}, {"off", {0, 0, 0, 0}, false}});
+    ASSERT_EQ(layout.screens().size(), 1U);
+    EXPECT_EQ(layout.connector(layout.screens().front().number), "mirror");
+}
+
+/// Screens, focus and log as plain values.
+class FakeDesktop final : public ScreenSource, public FocusMemory, public WindowReport {
+  public:
+    FakeDesktop() { layout.update({{"A", {0, 0, 800, 600}, true}, {"B", {800, 0, 640, 480}, false}}); }
+    [[nodiscard]] const std::vector<Screen>& screens() const override { return layout.screens(); }
+    [[nodiscard]] const Screen* mainScreen() override { return &screens().front(); }
+    [[nodiscard]] std::string connector(std::uint32_t number) const override {
+        return layout.connector(number);
+    }
+    [[nodiscard]] PixelRect pixels(const Rect& frame) const override { return layout.pixels(frame); }
+    void observe(std::function<void()> told) override { changed = std::move(told); }
+    void remember() override { events.emplace_back("remember"); }
+    void giveBack() override { events.emplace_back("give back"); }
+    void info(const std::string& text) override { events.push_back(text); }
+    void warning(const std::string& text) override { events.push_back(text); }
+
+    ScreenLayout layout;
+    std::function<void()> changed;
+    std::vector<std::string> events;
+};
+
+class Client final : public BreakScreenClient {
+  public:
+    void skipPressed() override { ++skips; }
+    void noticeTapped() override {}
+    int skips = 0;
+};
+
+/// A window system with a stand-in for the view, which writes down what it is told.
+class RemoteWindows : public testing::Test {
+  protected:
+    RemoteWindows() {
+        std::filesystem::remove(log_);
+        setenv("FAKE_VIEW_LOG", log_.c_str(), 1);
+    }
+    ~RemoteWindows() override { std::filesystem::remove(log_); }
+
+    void open(const std::string& program = KELPA_FAKE_VIEW, double idleSeconds = 60) {
+        windows_ = std::make_unique<RemoteWindowSystem>(
+            WindowSystemParts{loop_, desktop_, desktop_, desktop_, idleSeconds}, program);
+    }
+    void make(const Screen& screen) {
+        window_ = windows_->makeWindow(
+            {std::to_string(screen.number), screen.frame, 25, WindowStyle::FullSizeContent, screen.number});
+        face_ = window_->hostBreakScreen(client_);
+    }
+    void appear() const {
+        window_->setAlpha(0);
+        window_->fadeTo(1, 2, nullptr);
+        window_->orderFrontRegardless();
+    }
+    /// Runs the loop until `condition` holds; false when it does not within some seconds.
+    bool runUntil(const std::function<bool()>& condition) {
+        const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(5);
+        while (!condition() && std::chrono::steady_clock::now() < end)
+            sd_event_run(loop_.handle(), 20000);
+        return condition();
+    }
+    [[nodiscard]] std::vector<std::string> received() const {
+        std::vector<std::string> lines;
+        std::ifstream file(log_);
+        for (std::string text; std::getline(file, text);)
+            lines.push_back(text);
+        return lines;
+    }
+    bool receives(const std::string& text, std::ptrdiff_t times = 1) {
+        return runUntil([&] {
+            const auto lines = received();
+            return std::count(lines.begin(), lines.end(), text) >= times;
+        });
+    }
+
+    std::string log_ = testing::TempDir() + "fake-view-" + std::to_string(getpid());
+    EventLoop loop_;
+    FakeDesktop desktop_;
+    Client client_;
+    std::unique_ptr<RemoteWindowSystem> windows_;
+    std::unique_ptr<NativeWindow> window_;
+    std::unique_ptr<BreakScreenFace> face_;
+};
+
+TEST_F(RemoteWindows, NeedNoViewUntilSomethingIsShown) {
+    open();
+    make(desktop_.screens()[0]);
+    face_->setPrompt("rest");
+    bool closed = false;
+    window_->fadeTo(0, 0.05, [&] {
+        window_->close();
+        closed = true;
+    });
+    windows_->deactivate();
+    EXPECT_TRUE(runUntil([&] { return closed; }));
+    EXPECT_EQ(windows_->viewPid(), 0);
+    EXPECT_TRUE(received().empty());
+    EXPECT_EQ(desktop_.events, std::vector<std::string>{"give back"});
+}
+
+TEST_F(RemoteWindows, TellTheViewEverythingOnce) {
+    open();
+    make(desktop_.screens()[1]);
+    face_->setTexts({"new", "water", "hint", "skip it"});
+    face_->setPrompt("two\nlines");
+    face_->setCount("05:00");
+    face_->setSkipOffered(true);
+    appear();
+    windows_->activate();
+    face_->setCount("05:00");
+    face_->setCount("04:59");
+    ASSERT_TRUE(receives("set 1 count 04:59"));
+    const auto lines = received();
+    const std::vector<std::string> first{"started",
+                                         "open 1 break 2 800 0 640 480 B",
+                                         "set 1 newFeatureText new",
+                                         "set 1 waterReminderText water",
+                                         "set 1 hintText hint",
+                                         "set 1 skipText skip it",
+                                         "set 1 prompt two\\nlines",
+                                         "set 1 count 05:00",
+                                         "set 1 skipOffered 1"};
+    ASSERT_GT(lines.size(), first.size());
+    EXPECT_TRUE(std::equal(first.begin(), first.end(), lines.begin())) << testing::PrintToString(lines);
+    EXPECT_EQ(std::count(lines.begin(), lines.end(), "set 1 count 05:00"), 1);
+    EXPECT_EQ(std::count(lines.begin(), lines.end(), "activate"), 1);
+    EXPECT_EQ(desktop_.events, std::vector<std::string>{"remember"});
+}
+
+TEST_F(RemoteWindows, AreMadeReadyForEveryScreenAndThenUsed) {
+    open();
+    windows_->prepare();
+    ASSERT_TRUE(receives("open 2 break 2 800 0 640 480 B"));
+    make(desktop_.screens()[1]);
+    face_->setPrompt("ready");
+    ASSERT_TRUE(receives("set 2 prompt ready"));
+    windows_->prepare();
+    appear();
+    ASSERT_TRUE(receives("show 2"));
+    const auto lines = received();
+    EXPECT_EQ(std::count_if(lines.begin(), lines.end(),
+                            [](const auto& text) { return text.rfind("open ", 0) == 0; }),
+              2);
+}
+
+TEST_F(RemoteWindows, GiveTheViewBackWhenNothingIsShown) {
+    open(KELPA_FAKE_VIEW, 0.1);
+    windows_->prepare();
+    EXPECT_GT(windows_->viewPid(), 0);
+    EXPECT_TRUE(runUntil([&] { return windows_->viewPid() == 0; }));
+    EXPECT_TRUE(receives("ended"));
+
+    make(desktop_.screens()[0]);
+    appear();
+    const int view = windows_->viewPid();
+    bool later = false;
+    const auto wait = loop_.afterReal(0.3, [&later] { later = true; });
+    EXPECT_TRUE(runUntil([&later] { return later; }));
+    EXPECT_EQ(windows_->viewPid(), view) << "the view went while a window was shown";
+    window_->close();
+    EXPECT_TRUE(runUntil([&] { return windows_->viewPid() == 0; }));
+    EXPECT_TRUE(desktop_.events.empty()) << desktop_.events.front();
+}
+
+TEST_F(RemoteWindows, ComeBackAfterACrashAsTheyWere) {
+    open();
+    make(desktop_.screens()[0]);
+    face_->setCount("03:00");
+    appear();
+    windows_->activate();
+    ASSERT_TRUE(receives("show 1"));
+    face_->setCount("02:59");
+    face_->setPrompt("crash");
+    ASSERT_TRUE(receives("started", 2));
+    face_->setPrompt("well again");
+    ASSERT_TRUE(receives("set 1 prompt well again"));
+    EXPECT_TRUE(receives("show 1", 2));
+    EXPECT_TRUE(receives("activate", 2));
+    EXPECT_EQ(desktop_.events.back(), "kelpa-view ended with code 7");
+}
+
+TEST_F(RemoteWindows, LeaveAViewAloneThatCrashesAgainAndAgain) {
+    open();
+    make(desktop_.screens()[0]);
+    face_->setPrompt("crash");
+    appear();
+    ASSERT_TRUE(runUntil([&] { return desktop_.events.size() == 4; }));
+    EXPECT_EQ(desktop_.events.back(), "kelpa-view ended with code 7 again and is left alone for now");
+    EXPECT_EQ(windows_->viewPid(), 0);
+    EXPECT_TRUE(window_->visible());
+    bool done = false;
+    window_->fadeTo(0, 0.01, [&] { done = true; });
+    EXPECT_TRUE(runUntil([&] { return done; }));
+    EXPECT_TRUE(receives("started", 4));
+    EXPECT_FALSE(desktop_.events.size() > 4);
+}
+
+TEST_F(RemoteWindows, GoOnWithoutAnyView) {
+    open("/nowhere/kelpa-view");
+    make(desktop_.screens()[0]);
+    windows_->prepare();
+    appear();
+    bool done = false;
+    window_->fadeTo(0, 0.01, [&] { done = true; });
+    EXPECT_TRUE(runUntil([&] { return done; }));
+    window_->close();
+    EXPECT_FALSE(window_->visible());
+    ASSERT_EQ(desktop_.events.size(), 1U) << "one line for the log, however often it is tried";
+    EXPECT_NE(desktop_.events[0].find("/nowhere/kelpa-view"), std::string::npos);
+}
+
+TEST_F(RemoteWindows, AreNotHeldUpByAViewThatDoesNotRead) {
+    open();
+    make(desktop_.screens()[0]);
+    face_->setPrompt("sleep");
+    appear();
+    const int first = windows_->viewPid();
+    ASSERT_TRUE(receives("set 1 prompt sleep"));
+    face_->setPrompt("ok");
+    const std::string much(20000, 'm');
+    for (int i = 0; i < 60; ++i)
+        face_->setCount(much + std::to_string(i));
+    EXPECT_TRUE(runUntil([&] { return windows_->viewPid() != 0 && windows_->viewPid() != first; }))
+        << "it was not replaced";
+    EXPECT_TRUE(receives("started", 2));
+}
+
+TEST_F(RemoteWindows, SurviveWhateverTheViewSays) {
+    open();
+    make(desktop_.screens()[0]);
+    appear();
+    face_->setPrompt("babble");
+    EXPECT_TRUE(runUntil(
+        [&] { return !desktop_.events.empty() && desktop_.events.back() == "kelpa-view: I am well"; }));
+    EXPECT_EQ(client_.skips, 0);
+}
+
+TEST_F(RemoteWindows, ReportWhatAPersonDoesWhileTheyAreShown) {
+    open();
+    make(desktop_.screens()[0]);
+    windows_->prepare();
+    face_->setPrompt("press");
+    ASSERT_TRUE(receives("set 1 prompt press"));
+    appear();
+    face_->setPrompt("and press");
+    EXPECT_TRUE(runUntil([&] { return client_.skips == 1; })) << "the press on the hidden window counts not";
+    face_.reset();
+    window_.reset();
+    EXPECT_TRUE(receives("drop 1"));
+}
+
+TEST_F(RemoteWindows, FadeByTheClockAndEachFadeEndsOnce) {
+    open();
+    make(desktop_.screens()[0]);
+    std::vector<int> ended;
+    window_->fadeTo(1, 0.2, [&] { ended.push_back(1); });
+    window_->fadeTo(0, 0.05, [&] { ended.push_back(2); });
+    EXPECT_TRUE(ended.empty());
+    EXPECT_TRUE(runUntil([&] { return ended.size() == 2; }));
+    EXPECT_EQ(ended, (std::vector{2, 1}));
+}
+
+TEST_F(RemoteWindows, TurnAFadeAroundWithoutVanishing) {
+    open();
+    make(desktop_.screens()[0]);
+    appear();
+    window_->fadeTo(0, 2, nullptr);
+    appear();
+    ASSERT_TRUE(receives("show 1", 2));
+    const auto lines = received();
+    const auto last = std::find(lines.rbegin(), lines.rend(), "fade 1 0 2");
+    ASSERT_NE(last, lines.rend());
+    EXPECT_EQ(std::find(lines.rbegin(), last, "alpha 1 0"), last) << "it would blink";
+    window_->setAlpha(0.5);
+    EXPECT_TRUE(receives("alpha 1 0.5"));
+}
+
+TEST_F(RemoteWindows, MayBeUsedAfterTheirSystemIsGone) {
+    open();
+    make(desktop_.screens()[0]);
+    appear();
+    ASSERT_TRUE(receives("show 1"));
+    windows_.reset();
+    window_->setAlpha(1);
+    window_->fadeTo(0, 0.01, [] {});
+    window_->orderFrontRegardless();
+    face_->setCount("00:01");
+    window_->close();
+    EXPECT_TRUE(receives("ended"));
+}
+
+} // namespace

@@ -1,0 +1,81 @@
+#include "platform/linux/LinuxClock.h"
+#include "Support.h"
+
+#include <ctime>
+#include <gtest/gtest.h>
+#include <thread>
+
+namespace kelpa {
+namespace {
+
+double secondsOf(const std::optional<Date>& date) {
+    return date ? date->secondsSince1970 : -1;
+}
+
+struct LinuxClockTest : testing::Test {
+    LinuxClock clock;
+    LinuxClockTest() { setenv("TZ", "Europe/Berlin", 1); }
+};
+
+TEST_F(LinuxClockTest, aSkippedHourGivesTheFirstInstantAfterIt) {
+    // 2024-03-31 02:00 became 03:00, which was 01:00 UTC.
+    EXPECT_EQ(secondsOf(clock.date({2024, 3, 31, 1, 59, 59})), 1711846799);
+    EXPECT_EQ(secondsOf(clock.date({2024, 3, 31, 2, 0, 0})), 1711846800);
+    EXPECT_EQ(secondsOf(clock.date({2024, 3, 31, 2, 30, 0})), 1711846800);
+    EXPECT_EQ(secondsOf(clock.date({2024, 3, 31, 3, 0, 0})), 1711846800);
+    EXPECT_EQ(clock.civil({1711846800}), (CivilTime{2024, 3, 31, 3, 0, 0}));
+}
+
+TEST_F(LinuxClockTest, aDoubledHourGivesTheFirstOne) {
+    // 2024-10-27 03:00 became 02:00, which was 01:00 UTC.
+    EXPECT_EQ(secondsOf(clock.date({2024, 10, 27, 2, 30, 0})), 1729989000);
+    EXPECT_EQ(clock.utcOffset({1729989000}), 7200);
+    EXPECT_EQ(clock.civil({1729989000 + 3600}), (CivilTime{2024, 10, 27, 2, 30, 0}));
+    EXPECT_EQ(clock.utcOffset({1729989000 + 3600}), 3600);
+    EXPECT_EQ(secondsOf(clock.date({2024, 10, 27, 3, 0, 0})), 1729994400);
+}
+
+TEST_F(LinuxClockTest, partsOfASecondAreDroppedDownwards) {
+    EXPECT_EQ(clock.civil({1711846799.999}), (CivilTime{2024, 3, 31, 1, 59, 59}));
+    EXPECT_EQ(clock.civil({-0.5}), (CivilTime{1970, 1, 1, 0, 59, 59}));
+}
+
+TEST_F(LinuxClockTest, aChangedZoneIsSeenAtOnce) {
+    EXPECT_EQ(clock.utcOffset({1711846800}), 7200);
+    setenv("TZ", "Asia/Kolkata", 1);
+    EXPECT_EQ(clock.utcOffset({1711846800}), 19800);
+    EXPECT_EQ(clock.civil({1711846800}), (CivilTime{2024, 3, 31, 6, 30, 0}));
+}
+
+TEST_F(LinuxClockTest, theNowIsTheSystems) {
+    const auto before = static_cast<double>(std::time(nullptr)) - 1;
+    const double now = clock.now().secondsSince1970;
+    EXPECT_GE(now, before);
+    EXPECT_LE(now, before + 10);
+}
+
+TEST_F(LinuxClockTest, speedRunsAheadFromTheStart) {
+    const LinuxClock fast(1000);
+    const double start = clock.now().secondsSince1970;
+    EXPECT_NEAR(fast.now().secondsSince1970, start, 60);
+    std::this_thread::sleep_for(std::chrono::milliseconds(200));
+    EXPECT_GE(fast.now().secondsSince1970 - start, 190);
+    EXPECT_LT(clock.now().secondsSince1970 - start, 60);
+}
+
+TEST_F(LinuxClockTest, theWeekFollowsTheLocale) {
+    const test::TempFolder folder;
+    if (!test::useLocaleFolder(folder, "de_DE") || !test::useLocaleFolder(folder, "en_US"))
+        GTEST_SKIP() << "this machine has no sources of locales";
+    setenv("LC_ALL", "de_DE.UTF-8", 1);
+    EXPECT_EQ(clock.weekRule(), (WeekRule{1, 4}));
+    setenv("LC_ALL", "en_US.UTF-8", 1);
+    EXPECT_EQ(clock.weekRule(), (WeekRule{0, 1}));
+    for (const char* none : {"C", "POSIX", "C.UTF-8", "xx_XX.UTF-8"}) {
+        setenv("LC_ALL", none, 1);
+        EXPECT_EQ(clock.weekRule(), std::nullopt) << none;
+    }
+}
+
+} // namespace
+} // namespace kelpa

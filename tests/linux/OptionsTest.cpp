@@ -1,0 +1,54 @@
+#include "platform/linux/Options.h"
+
+#include <gtest/gtest.h>
+
+namespace kelpa {
+namespace {
+
+using Arguments = std::vector<std::string>;
+
+TEST(Options, readWhatIsAskedFor) {
+    EXPECT_EQ(parseOptions({}).options.speed, 1);
+    EXPECT_EQ(parseOptions({"--speed", "60"}).options.speed, 60);
+    EXPECT_EQ(parseOptions({"--speed=0.5"}).options.speed, 0.5);
+    EXPECT_EQ(parseOptions({"--speed", "1000"}).options.speed, 1000);
+    EXPECT_EQ(parseOptions({"--help", "--bogus"}).options.action, Options::Action::ShowHelp);
+    EXPECT_EQ(parseOptions({"--speed", "2", "--version"}).options.action, Options::Action::ShowVersion);
+    for (const Arguments& arguments : {Arguments{}, {"--speed", "60"}, {"--help"}, {"--version"}})
+        EXPECT_EQ(parseOptions(arguments).error, "");
+}
+
+TEST(Options, refuseWhatTheyDoNotKnowInOneLine) {
+    for (const Arguments& arguments : {Arguments{"--bogus"},
+                                       {"word"},
+                                       {""},
+                                       {"--speed"},
+                                       {"--speed", ""},
+                                       {"--speed", "0"},
+                                       {"--speed", "-1"},
+                                       {"--speed", "nan"},
+                                       {"--speed", "inf"},
+                                       {"--speed", "1000.1"},
+                                       {"--speed", "1e400"},
+                                       {"--speed", "5x"},
+                                       {"--speed", "1,5"},
+                                       {"--speed="},
+                                       {"--speed", "--help"},
+                                       {"a\nb"},
+                                       {"--speed", "2\n"}}) {
+        const auto parsed = parseOptions(arguments);
+        ASSERT_FALSE(parsed.error.empty()) << testing::PrintToString(arguments);
+        EXPECT_EQ(parsed.error.find('\n'), std::string::npos);
+        EXPECT_TRUE(parsed.error.starts_with("kelpa: "));
+        EXPECT_EQ(parsed.options.action, Options::Action::Run);
+    }
+}
+
+TEST(Options, sayWhatTheProgramIs) {
+    EXPECT_NE(helpText().find("--speed N"), std::string::npos);
+    EXPECT_TRUE(versionText().starts_with("Kelpa "));
+    EXPECT_TRUE(versionText().ends_with("\n"));
+}
+
+} // namespace
+} // namespace kelpa

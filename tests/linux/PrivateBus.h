@@ -1,0 +1,104 @@
+#pragma once
+
+#include "Support.h"
+#include "platform/linux/status/SessionBus.h"
+
+#include <csignal>
+#include <cstring>
+#include <memory>
+#include <string>
+#include <sys/wait.h>
+#include <systemd/sd-bus.h>
+#include <unistd.h>
+#include <vector>
+
+namespace kelpa::test {
+
+/// A session bus that only this test knows; the environment points to it.
+class PrivateBus {
+  public:
+    PrivateBus() {
+        int ends[2] = {-1, -1};
+        if (pipe(ends) != 0)
+            std::abort();
+        pid_ = fork();
+        if (pid_ == 0)
+            become(ends[1]);
+        close(ends[1]);
+        char byte = 0;
+        while (read(ends[0], &byte, 1) == 1 && byte != '\n')
+            address_ += byte;
+        close(ends[0]);
+        setenv("DBUS_SESSION_BUS_ADDRESS", address_.c_str(), 1);
+    }
+    ~PrivateBus() { end(); }
+    PrivateBus(const PrivateBus&) = delete;
+    PrivateBus& operator=(const PrivateBus&) = delete;
+
+    [[nodiscard]] const std::string& address() const { return address_; }
+    void end() {
+        if (pid_ <= 0)
+            return;
+        kill(pid_, SIGKILL);
+        waitpid(pid_, nullptr, 0);
+        pid_ = 0;
+    }
+
+  private:
+    [[noreturn]] static void become(int output) {
+        dup2(output, STDOUT_FILENO);
+        execlp("dbus-daemon", "dbus-daemon", "--session", "--nofork", "--nopidfile", "--print-address",
+               nullptr);
+        _exit(127);
+    }
+    pid_t pid_ = 0;
+    std::string address_;
+};
+
+struct ReleaseMessage {
+    void operator()(sd_bus_message* message) const { sd_bus_message_unref(message); }
+};
+using Message = std::unique_ptr<sd_bus_message, ReleaseMessage>;
+
+/// Another program on the bus, served by the test's own loop: what it asks, the tested object can answer.
+class Peer {
+  public:
+    explicit Peer(EventLoop& loop) : loop_(loop) {
+        sd_bus_open_user(&bus_);
+        sd_bus_set_exit_on_disconnect(bus_, 0);
+        sd_bus_attach_event(bus_, loop.handle(), 0);
+    }
+    ~Peer() {
+        sd_bus_detach_event(bus_);
+        sd_bus_flush_close_unref(bus_);
+    }
+    Peer(const Peer&) = delete;
+    Peer& operator=(const Peer&) = delete;
+
+    [[nodiscard]] sd_bus* bus() const { return bus_; }
+
+    /// The answer, or an error message; null when none comes.
+    template <typename... Arguments>
+    Message call(const std::string& service, const char* path, const char* interface, const char* member,
+                 const char* types, Arguments... arguments) {
+        answer_.reset();
+        sd_bus_slot* slot = nullptr;
+        sd_bus_call_method_async(bus_, &slot, service.c_str(), path, interface, member, keep, this, types,
+                                 arguments...);
+        spinUntil(loop_, [this] { return answer_ != nullptr; });
+        sd_bus_slot_unref(slot);
+        return std::move(answer_);
+    }
+
+  private:
+    static int keep(sd_bus_message* message, void* self, sd_bus_error*) {
+        static_cast<Peer*>(self)->answer_.reset(sd_bus_message_ref(message));
+        return 0;
+    }
+
+    EventLoop& loop_;
+    sd_bus* bus_ = nullptr;
+    Message answer_;
+};
+
+} // namespace kelpa::test

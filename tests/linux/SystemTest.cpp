@@ -1,0 +1,160 @@
+#include "Support.h"
+#include "platform/linux/AbortOnFatalErrors.h"
+#include "platform/linux/Folders.h"
+#include "platform/linux/GettextTranslations.h"
+#include "platform/linux/LinuxFonts.h"
+#include "platform/linux/LinuxSystemInfo.h"
+#include "platform/linux/SystemRandom.h"
+
+#include <clocale>
+#include <gtest/gtest.h>
+#include <set>
+#include <sys/utsname.h>
+
+namespace kelpa {
+namespace {
+
+using test::TempFolder;
+
+std::string numbers(std::string_view text) {
+    const auto version = leadingVersion(text);
+    if (!version)
+        return "none";
+    return std::to_string(version->major) + "." + std::to_string(version->minor) + "." +
+           std::to_string(version->patch);
+}
+
+TEST(LinuxSystemInfo, readsVersionsOfEveryShape) {
+    EXPECT_EQ(numbers("12"), "12.0.0");
+    EXPECT_EQ(numbers("22.04"), "22.4.0");
+    EXPECT_EQ(numbers("6.1.0-18-amd64"), "6.1.0");
+    EXPECT_EQ(numbers("15.5.1.2"), "15.5.1");
+    EXPECT_EQ(numbers("7-rc1"), "7.0.0");
+    EXPECT_EQ(numbers("3."), "3.0.0");
+    EXPECT_EQ(numbers("3.-4"), "3.0.0");
+    for (const char* none : {"", "rolling", "-5", "99999999999"})
+        EXPECT_EQ(numbers(none), "none") << none;
+}
+
+TEST(LinuxSystemInfo, findsTheVersionAmongTheLines) {
+    EXPECT_EQ(versionId("NAME=x\nVERSION_ID=\"12\"\nID=debian\n"), "12");
+    EXPECT_EQ(versionId("VERSION_ID='39'"), "39");
+    EXPECT_EQ(versionId("VERSION_ID=3.18.4\n"), "3.18.4");
+    EXPECT_EQ(versionId("NAME=x\nOLD_VERSION_ID=1\n"), std::nullopt);
+    EXPECT_EQ(versionId(""), std::nullopt);
+}
+
+TEST(LinuxSystemInfo, saysWhatProgramAndMachineAre) {
+    utsname names{};
+    ASSERT_EQ(uname(&names), 0);
+    const LinuxSystemInfo info;
+    EXPECT_EQ(info.machine(), names.machine);
+    EXPECT_GT(info.osVersion().major, 0);
+    EXPECT_EQ(info.bundleIdentifier(), "app.orvane.Kelpa");
+    EXPECT_EQ(std::get<std::string>(info.bundleInfo().at("CFBundleDisplayName")), "Kelpa");
+    for (const char* key : {"CFBundleShortVersionString", "CFBundleVersion"})
+        EXPECT_FALSE(std::get<std::string>(info.bundleInfo().at(key)).empty());
+}
+
+TEST(Folders, passOverRelativePaths) {
+    setenv("HOME", "/home/me", 1);
+    setenv("XDG_CONFIG_HOME", "/elsewhere", 1);
+    setenv("XDG_STATE_HOME", "not/absolute", 1);
+    EXPECT_EQ(configHome(), "/elsewhere");
+    EXPECT_EQ(stateHome(), "/home/me/.local/state");
+    EXPECT_EQ(LinuxSystemInfo().homeDirectory(), "/home/me/.local/state/app.orvane.Kelpa");
+    setenv("XDG_CONFIG_HOME", "", 1);
+    EXPECT_EQ(configHome(), "/home/me/.config");
+    setenv("HOME", "", 1);
+    EXPECT_EQ(configHome(), std::nullopt);
+    unsetenv("HOME");
+    EXPECT_EQ(LinuxSystemInfo().homeDirectory(), std::nullopt);
+}
+
+TEST(Folders, findTheDataOfABuildTreeAndOfAnInstallation) {
+    const TempFolder folder;
+    std::filesystem::create_directories(folder.file("build/share/kelpa"));
+    EXPECT_EQ(dataFoldersOf(folder.file("build/kelpa")).data, folder.file("build/share/kelpa"));
+    EXPECT_EQ(dataFoldersOf("/usr/bin/kelpa").data, "/usr/share/kelpa");
+    EXPECT_EQ(dataFoldersOf("/usr/bin/kelpa").locale, "/usr/share/locale");
+}
+
+struct TranslationsTest : testing::Test {
+    std::string folder = KELPA_BINARY_DIR "/share/locale";
+    TranslationsTest() {
+        for (const char* name : {"LC_ALL", "LC_MESSAGES", "LC_CTYPE", "LANG", "LANGUAGE"})
+            unsetenv(name);
+    }
+};
+
+TEST_F(TranslationsTest, speakALanguageWhoseLocaleTheMachineLacks) {
+    setenv("LOCPATH", "/nonexistent", 1); // nothing is generated but what the C library has built in
+    setenv("LANG", "zh_CN.UTF-8", 1);
+    setenv("LC_NUMERIC", "de_DE.UTF-8", 1);
+    const GettextTranslations translations(folder);
+    EXPECT_TRUE(translations.usable());
+    EXPECT_EQ(translations.lookUp("Quit"), "退出");
+    EXPECT_EQ(translations.lookUp("no such text"), "no such text");
+    EXPECT_EQ(translations.lookUp(""), "");
+    EXPECT_STREQ(std::setlocale(LC_NUMERIC, nullptr), "C");
+}
+
+TEST_F(TranslationsTest, keepToTheUsersChoiceOfLanguage) {
+    setenv("LOCPATH", "/nonexistent", 1);
+    setenv("LANG", "zh_CN.UTF-8", 1);
+    setenv("LANGUAGE", "en", 1);
+    EXPECT_EQ(GettextTranslations(folder).lookUp("Quit"), "Quit");
+}
+
+TEST_F(TranslationsTest, sayTheKeysWhereNoLanguageIsChosen) {
+    setenv("LC_ALL", "C", 1);
+    setenv("LANGUAGE", "zh_CN", 1);
+    EXPECT_EQ(GettextTranslations(folder).lookUp("Quit"), "Quit");
+}
+
+TEST_F(TranslationsTest, areUsableWithoutATable) {
+    setenv("LANG", "xx_XX.UTF-8", 1);
+    const GettextTranslations translations("/nonexistent");
+    EXPECT_TRUE(translations.usable());
+    EXPECT_EQ(translations.lookUp("Quit"), "Quit");
+}
+
+TEST(LinuxFonts, takeTheProgramsFontAndRefuseDamagedOnes) {
+    LinuxFonts fonts(KELPA_BINARY_DIR "/share/kelpa");
+    const auto font = fonts.fontAsset("iconfont");
+    ASSERT_TRUE(font);
+    EXPECT_EQ(fonts.registerFont(*font), std::nullopt);
+    EXPECT_EQ(fonts.fontAsset("missing"), std::nullopt);
+    constexpr std::size_t padding = 3; // the last table is filled up to a multiple of four
+    for (std::size_t length = 0; length + padding < font->size(); ++length) {
+        const std::vector<unsigned char> cut(font->begin(),
+                                             font->begin() + static_cast<std::ptrdiff_t>(length));
+        EXPECT_NE(fonts.registerFont(cut), std::nullopt) << length;
+    }
+    const TempFolder folder;
+    test::writeFile(folder.file("iconfont.ttf"), "no font");
+    EXPECT_EQ(LinuxFonts(folder.path()).fontAsset("iconfont"), std::nullopt);
+}
+
+TEST(SystemRandom, reachesEveryNumberBelow) {
+    SystemRandom random;
+    std::set<std::size_t> seen;
+    for (int i = 0; i < 1000; ++i)
+        seen.insert(random.below(7));
+    EXPECT_EQ(seen, (std::set<std::size_t>{0, 1, 2, 3, 4, 5, 6}));
+    EXPECT_EQ(random.below(1), 0u);
+}
+
+TEST(AbortOnFatalErrors, sayWhatIsWrongAndAbort) {
+    AbortOnFatalErrors* self = nullptr;
+    AbortOnFatalErrors errors([&self](const std::string& message) {
+        std::cerr << "logged: " << message << '\n';
+        self->end("while logging"); // comes back without being logged again
+    });
+    self = &errors;
+    EXPECT_EXIT(errors.end("the set is empty"), testing::KilledBySignal(SIGABRT),
+                "kelpa: the set is empty\nlogged: the set is empty\nkelpa: while logging");
+}
+
+} // namespace
+} // namespace kelpa
