@@ -1,0 +1,13 @@
+"""A virtual desktop for demonstrations, tests and measurements: an X server, buses, a window manager, a panel.
+
+Everything runs in a folder and a session of its own, touches nothing of the user's, and is ended by process id.
+"""
+from .break_screen import break_windows, complaints, covers, wait_for_cover, wait_for_uncover
+from .picture import Box, Picture
+from .program import Program
+from .screen import Monitor, Screen
+from .session import Session, wait_until
+from .status_item import StatusItem
+
+__all__ = ["Box", "Monitor", "Picture", "Program", "Screen", "Session", "StatusItem", "break_windows", "complaints",
+           "covers", "wait_for_cover", "wait_for_uncover", "wait_until"]

@@ -1,0 +1,48 @@
+"""What a person sees of a break: the windows that cover the screens and the countdown on them."""
+from .picture import Box
+from .session import wait_until
+
+
+def break_windows(session):
+    """The windows that are titled as break windows are: with the number of their screen."""
+    return session.screen.titled(lambda title: title.isdecimal())
+
+
+def covers(window, monitor):
+    return (window.x, window.y, window.width, window.height) == (monitor.x, monitor.y, monitor.width, monitor.height)
+
+
+def wait_for_cover(session, monitors, seconds=10):
+    """Waits until each of the monitors is covered by a break window of its own and nothing else is; gives the
+    windows in the monitors' order."""
+    def covered():
+        windows = break_windows(session)
+        found = [next((window for window in windows if covers(window, monitor)), None) for monitor in monitors]
+        return found if all(found) and len(windows) == len(monitors) else None
+
+    return wait_until(covered, seconds, f"break windows on {len(monitors)} monitors")
+
+
+def wait_for_uncover(session, seconds=10):
+    wait_until(lambda: not break_windows(session), seconds, "the break windows to close")
+
+
+def complaints(before, after):
+    """What is wrong with two pictures of one break window, taken at different seconds of its countdown."""
+    wrong = []
+    share = after.ink_share()
+    if not 0.003 < share < 0.3:
+        wrong.append(f"{share:.1%} of the picture stands out from its background, which is no text on a screen")
+    changed = before.differs(after)
+    if changed is None:
+        return wrong + ["nothing changed within a second, so no countdown runs"]
+    middle = changed.x + changed.width / 2
+    if not (0.25 < middle / after.width < 0.75 and changed.width < 0.6 * after.width):
+        wrong.append(f"what changes does not stand in the middle: {changed}")
+    if not 50 <= changed.height <= 250:
+        wrong.append(f"what changes has not the height of a large figure: {changed}")
+    top = max(changed.y - 4, 0)
+    row = after.crop(Box(0, top, after.width, min(changed.height + 8, after.height - top)))
+    if row.glyphs() != 5:
+        wrong.append(f"the countdown's row holds {row.glyphs()} shapes and not two digits, a colon and two digits")
+    return wrong

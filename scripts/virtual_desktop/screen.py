@@ -1,0 +1,166 @@
+"""What is on the X display: pictures, windows, the pointer and the keyboard."""
+import collections
+
+from Xlib import XK, X, Xatom, display, error
+from Xlib.ext import xtest
+from Xlib.protocol import event
+
+from .picture import Box, Picture
+
+Monitor = collections.namedtuple("Monitor", "name x y width height")
+Window = collections.namedtuple("Window", "id title x y width height level")
+
+
+class Screen:
+    """A connection of our own to the display. Windows that vanish while they are looked at are left out."""
+
+    def __init__(self, name):
+        self.display = display.Display(name)
+        self.display.set_error_handler(lambda *_: None)
+        self.root = self.display.screen().root
+        self._wallpaper = None
+
+    def close(self):
+        self.display.close()
+
+    # Pictures
+
+    def picture(self, area=None):
+        """A picture of an area (anything with x, y, width and height), or of the whole screen."""
+        whole = self.root.get_geometry()
+        box = area or Box(0, 0, whole.width, whole.height)
+        image = self.root.get_image(box.x, box.y, box.width, box.height, X.ZPixmap, 0xFFFFFFFF)
+        return Picture(box.width, box.height, image.data)
+
+    def paint_wallpaper(self, top, bottom):
+        """A gradient from one colour to another, so that nothing can be mistaken for an empty screen."""
+        size = self.root.get_geometry()
+        pixmap = self.root.create_pixmap(size.width, size.height, self.display.screen().root_depth)
+        pen = pixmap.create_gc()
+        for y in range(size.height):
+            share = y / size.height
+            red, green, blue = (round(a + (b - a) * share) for a, b in zip(top, bottom))
+            pen.change(foreground=red << 16 | green << 8 | blue)
+            pixmap.fill_rectangle(pen, 0, y, size.width, 1)
+        self.root.change_attributes(background_pixmap=pixmap)
+        # Compositors paint the background themselves and look here for it.
+        self.root.change_property(self.display.intern_atom("_XROOTPMAP_ID"), Xatom.PIXMAP, 32, [pixmap.id])
+        self.root.clear_area()
+        self.display.sync()
+        self._wallpaper = pixmap
+
+    # Windows
+
+    def windows(self):
+        """Every viewable window that has a title, the lowest first; `level` is its place among the top windows."""
+        found = []
+        for level, top in enumerate(self.root.query_tree().children):
+            self._collect(top, level, found)
+        return found
+
+    def _collect(self, window, level, found, depth=0):
+        try:
+            if window.get_attributes().map_state != X.IsViewable:
+                return
+            title = self.title(window)
+            if title:
+                corner, size = self.root.translate_coords(window, 0, 0), window.get_geometry()
+                found.append(Window(window.id, title, corner.x, corner.y, size.width, size.height, level))
+            if depth < 3:
+                for child in window.query_tree().children:
+                    self._collect(child, level, found, depth + 1)
+        except (error.XError, AttributeError):
+            return
+
+    def title(self, window):
+        for name, kind in (("_NET_WM_NAME", "UTF8_STRING"), ("WM_NAME", None)):
+            atom = self.display.intern_atom(kind) if kind else X.AnyPropertyType
+            value = window.get_full_property(self.display.intern_atom(name), atom)
+            if value is not None and value.value:
+                text = value.value
+                return text.decode("utf-8", "replace") if isinstance(text, bytes) else text
+        return ""
+
+    def titled(self, accepts):
+        """The viewable windows whose title `accepts`, each title once."""
+        found = {}
+        for window in self.windows():
+            if accepts(window.title):
+                found.setdefault(window.title, window)
+        return list(found.values())
+
+    def embedded(self):
+        """The viewable windows that are docked in an XEmbed tray."""
+        info = self.display.intern_atom("_XEMBED_INFO")
+        found = []
+
+        def walk(window, inside):
+            for child in window.query_tree().children:
+                if child.get_attributes().map_state != X.IsViewable:
+                    continue
+                if inside and child.get_full_property(info, X.AnyPropertyType):
+                    corner, size = self.root.translate_coords(child, 0, 0), child.get_geometry()
+                    found.append(Window(child.id, self.title(child), corner.x, corner.y, size.width, size.height, 0))
+                walk(child, True)
+
+        try:
+            walk(self.root, False)
+        except (error.XError, AttributeError):
+            pass    # a window went away while the tree was walked; the caller looks again
+        return found
+
+    def switch_workspace(self, number):
+        """Asks the window manager for another workspace."""
+        message = event.ClientMessage(window=self.root, data=(32, [number, X.CurrentTime, 0, 0, 0]),
+                                      client_type=self.display.intern_atom("_NET_CURRENT_DESKTOP"))
+        self.root.send_event(message, X.SubstructureRedirectMask | X.SubstructureNotifyMask)
+        self.display.sync()
+
+    def property(self, window_id, name):
+        """The value of a window's property; nothing when it has none."""
+        window = self.display.create_resource_object("window", window_id)
+        value = window.get_full_property(self.display.intern_atom(name), X.AnyPropertyType)
+        return None if value is None else value.value
+
+    def selection_owned(self, name):
+        return self.display.get_selection_owner(self.display.intern_atom(name)) != X.NONE
+
+    # Pointer and keyboard
+
+    def move(self, x, y):
+        xtest.fake_input(self.display, X.MotionNotify, x=x, y=y)
+        self.display.sync()
+
+    def click(self, x, y, button=1):
+        self.move(x, y)
+        for kind in (X.ButtonPress, X.ButtonRelease):
+            xtest.fake_input(self.display, kind, button)
+        self.display.sync()
+
+    def press(self, key):
+        """Presses and releases a key by its keysym name."""
+        keysym = XK.string_to_keysym(key)
+        code = self.display.keysym_to_keycode(keysym)
+        if not code:
+            raise ValueError(f"no key for {key!r}")
+        for kind in (X.KeyPress, X.KeyRelease):
+            xtest.fake_input(self.display, kind, code)
+        self.display.sync()
+
+    def type(self, text):
+        """Types lower-case letters, digits and blanks."""
+        for character in text:
+            self.press("space" if character == " " else character)
+
+    def focus(self):
+        """The title of the window that has the keyboard, of its nearest titled ancestor, or ""."""
+        try:
+            window = self.display.get_input_focus().focus
+            while not isinstance(window, int) and window.id != self.root.id:
+                title = self.title(window)
+                if title:
+                    return title
+                window = window.query_tree().parent
+        except (error.XError, AttributeError):
+            pass
+        return ""
