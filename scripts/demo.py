@@ -2,8 +2,8 @@
 """Shows Kelpa at work on a virtual desktop of its own: two monitors, a panel, one short break and one long one.
 
 The program's log runs along on the terminal and pictures of what a person would see go into a folder. It ends with
-success only if everything was really seen: the time as text in the panel, the menu, both breaks with a running
-countdown on each monitor, and work going on after them.
+success only if everything was really seen: the time as text in the panel, the menu, the water panel, both breaks with a
+running countdown on each monitor, and work going on after them.
 """
 import argparse
 import os
@@ -23,6 +23,10 @@ except ImportError as error:
 
 WORK_MINUTES, SHORT_SECONDS, LONG_MINUTES = 1, 48, 2
 WORK, LONG = WORK_MINUTES * 60, LONG_MINUTES * 60
+# The whole day is working time, and the first of its reminders comes after the demonstration.
+MIDNIGHT = time.mktime(time.localtime()[:3] + (0, 0, 0, 0, 0, -1))
+WATER = {"pref.water.enable": True, "pref.water.finished": 600, "pref.water.interval.start": str(MIDNIGHT),
+         "pref.water.interval.end": str(MIDNIGHT + 86399)}
 PANEL_HEIGHT = 32
 TIME = re.compile(r"\d\d:\d\d")
 
@@ -124,6 +128,23 @@ class Demo:
             self.save(picture, f"break-{name}-{monitor.name}")
         self.check(len(break_windows(self.session)) == len(windows), f"the {name} break lasting that long")
 
+    def see_water(self):
+        """The menu's water line brings the panel into its corner, and Skip takes it away."""
+        line = self.item.line("(40%")
+        self.check(line is not None, "the day's water in the menu")
+        self.item.click_line(line.id)
+        panel = wait_until(lambda: next(iter(self.screen.titled(lambda title: title == "Water Reminder")), None), 5,
+                           "the water panel")
+        first = self.session.monitors[0]
+        self.check((panel.x + panel.width, panel.y) == (first.x + first.width, first.y), "the panel in its corner")
+        time.sleep(2.2)
+        before = self.screen.picture(panel)
+        self.check(wait_until(lambda: before.differs(self.screen.picture(panel)), 2), "the time to the next drink")
+        self.save(self.screen.picture(panel), "water")
+        self.screen.click(panel.x + 144, panel.y + 303)
+        closed = wait_until(lambda: not self.screen.titled(lambda title: title == "Water Reminder"), 5)
+        self.check(closed, "the panel gone after its answer")
+
     def see_end(self, times):
         """The break ends by itself and work goes on."""
         self.program.wait_for("skip break view", 60, times=2 * times)
@@ -145,7 +166,8 @@ class Demo:
 
     def run(self):
         self.program.write_settings({"pref.work.time": WORK_MINUTES, "pref.break.time": SHORT_SECONDS,
-                                     "pref.short.break.times": 2, "pref.long.break.time": LONG_MINUTES})
+                                     "pref.short.break.times": 2, "pref.long.break.time": LONG_MINUTES,
+                                     **WATER, "pref.water.lastShowDate": time.time()})
         self.program.start("--speed", str(self.options.speed))
         teller = threading.Thread(target=self.show_log)
         teller.start()
@@ -154,6 +176,7 @@ class Demo:
             self.see_break("short", SHORT_SECONDS)
             self.see_end(1)
             self.see_menu()
+            self.see_water()
             self.see_break("long", LONG)
             self.see_end(2)
             self.program.wait_for(rf"ticktack timer start {WORK}$", 10, times=3)
@@ -191,7 +214,7 @@ def parse():
 def make_room(folder):
     """Makes the folder where it is not there and removes an earlier demonstration's pictures, nothing else."""
     folder.mkdir(parents=True, exist_ok=True)
-    for pattern in ("tray.png", "menu.png", "break-*.png", "failure.png"):
+    for pattern in ("tray.png", "menu.png", "water.png", "break-*.png", "failure.png"):
         for picture in folder.glob(pattern):
             picture.unlink()
 

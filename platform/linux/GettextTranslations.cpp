@@ -30,24 +30,33 @@ std::string languageOf(const std::string& locale) {
     return locale.substr(0, locale.find_first_of(".@"));
 }
 
-bool useUserLocale() {
-    return std::setlocale(LC_CTYPE, "") != nullptr && std::setlocale(LC_MESSAGES, "") != nullptr;
+bool isPlain(const std::string& locale) {
+    return locale == "C" || locale == "POSIX";
 }
 
-/// A machine knows only the locales that were generated on it, and a bare one has no more than this. Messages
-/// do not depend on the rest of a locale, so its name alone is handed to gettext.
-void useBareLocale() {
-    std::setlocale(LC_CTYPE, "C.UTF-8");
-    std::setlocale(LC_MESSAGES, "C.UTF-8");
-    setenv("LANGUAGE", languageOf(wantedLocale()).c_str(), 0);
+/// The user's languages in their order, and English behind them: some texts have a key that is not what is
+/// shown.
+std::string languages() {
+    const std::string locale = wantedLocale();
+    std::string wanted = isPlain(locale) ? "" : variable("LANGUAGE");
+    if (wanted.empty() && !isPlain(locale) && !locale.starts_with("C."))
+        wanted = languageOf(locale);
+    return wanted.empty() ? "en" : wanted + ":en";
 }
 
-bool tableExists(const std::string& folder, const std::string& language) {
-    const auto has = [&folder](const std::string& name) {
-        std::error_code none;
-        return std::filesystem::exists(folder + "/" + name + "/LC_MESSAGES/" + domain + ".mo", none);
-    };
-    return has(language) || has(language.substr(0, language.find('_')));
+/// A machine knows only the locales that were generated on it, and gettext looks at no language in the plain
+/// one. Messages do not depend on the rest of a locale, so that the barest one serves for them.
+void chooseLocale() {
+    if (isPlain(wantedLocale()) || std::setlocale(LC_CTYPE, "") == nullptr ||
+        std::setlocale(LC_MESSAGES, "") == nullptr) {
+        std::setlocale(LC_CTYPE, "C.UTF-8");
+        std::setlocale(LC_MESSAGES, "C.UTF-8");
+    }
+}
+
+bool tableExists(const std::string& folder) {
+    std::error_code none;
+    return std::filesystem::exists(folder + "/en/LC_MESSAGES/" + domain + ".mo", none);
 }
 
 /// The translation of the empty text is the table's own header, so there is one only where a table is in use.
@@ -58,12 +67,11 @@ bool tableInUse() {
 } // namespace
 
 GettextTranslations::GettextTranslations(const std::string& folder) {
+    setenv("LANGUAGE", languages().c_str(), 1);
+    chooseLocale();
     bindtextdomain(domain, folder.c_str());
     bind_textdomain_codeset(domain, "UTF-8");
-    if (useUserLocale())
-        return;
-    useBareLocale();
-    usable_ = tableInUse() || !tableExists(folder, languageOf(variable("LANGUAGE")));
+    usable_ = tableInUse() || !tableExists(folder);
 }
 
 std::string GettextTranslations::lookUp(const std::string& key) const {

@@ -23,8 +23,9 @@ void logCritical(const std::string& message) {
 Program::Program(EventLoop& loop, X11Connection& display, double speed)
     : loop_(loop), folders_(dataFolders()), clock_(speed), store_(settingsFile(), *this),
       screens_(loop, display), focus_(display),
-      windows_({loop, screens_, focus_, *this}, helperPath("kelpa-view")), fonts_(folders_.data),
-      translations_(folders_.locale),
+      windows_({loop, screens_, focus_, *this}, helperPath("kelpa-view")),
+      tray_(loop, display, *this, helperPath("kelpa-tray")), fallback_(loop, statusBar_, tray_),
+      fonts_(folders_.data), translations_(folders_.locale),
       fatalErrors_(logCritical), ports_{clock_,       loop,    loop,   store_,        statusBar_,
                                         windows_,     system_, fonts_, translations_, random_,
                                         fatalErrors_, loop,    lock_,  activity_,     Services{}},
@@ -48,6 +49,7 @@ void Program::openBus() {
     bus_ = SessionBus::open(loop_, why);
     if (!bus_) {
         warning("No session bus for the status item: " + why);
+        fallback_.setHostPresent(false);
         return;
     }
     item_.emplace(loop_, *bus_, ItemIdentity{build::identifier, build::displayName, folders_.data},
@@ -57,9 +59,10 @@ void Program::openBus() {
 
 void Program::hostChanged(bool present) {
     if (present)
-        info("The status item is shown.");
+        info("A panel shows the status item.");
     else
-        warning("Nothing shows the status item.");
+        warning("No panel on the session bus shows the status item.");
+    fallback_.setHostPresent(present);
 }
 
 void Program::warning(const std::string& message) {

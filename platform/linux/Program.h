@@ -15,8 +15,10 @@
 #include "platform/linux/status/LinuxStatusBar.h"
 #include "platform/linux/status/SessionBus.h"
 #include "platform/linux/status/StatusNotifierItem.h"
+#include "platform/linux/status/TrayFallback.h"
 #include "platform/linux/store/PlistStore.h"
 #include "platform/linux/windows/RemoteWindowSystem.h"
+#include "platform/linux/windows/TrayProcess.h"
 #include "platform/linux/windows/X11Focus.h"
 #include "platform/linux/windows/X11Screens.h"
 
@@ -53,6 +55,8 @@ class Program final : private StoreReport, private WindowReport {
     X11Screens screens_;
     X11Focus focus_;
     RemoteWindowSystem windows_;
+    TrayProcess tray_;
+    TrayFallback fallback_;
     LinuxSystemInfo system_;
     LinuxFonts fonts_;
     GettextTranslations translations_;

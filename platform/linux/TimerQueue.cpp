@@ -66,7 +66,7 @@ std::shared_ptr<TimerQueue::Job> TimerQueue::takeDue(Time now, std::uint64_t arm
     if (first == jobs_.end() || first->first.first > now || first->first.second >= armedBefore)
         return nullptr;
     auto node = jobs_.extract(first);
-    const auto job = node.mapped();
+    auto job = node.mapped();
     if (job->interval == 0) {
         job->armed = false;
         return job;

@@ -1,5 +1,6 @@
 """What is on the X display: pictures, windows, the pointer and the keyboard."""
 import collections
+import time
 
 from Xlib import XK, X, Xatom, display, error
 from Xlib.ext import xtest
@@ -89,6 +90,10 @@ class Screen:
                 found.setdefault(window.title, window)
         return list(found.values())
 
+    def titled_all(self, title, height):
+        """The viewable windows of exactly this title that are at least so high."""
+        return [window for window in self.windows() if window.title == title and window.height >= height]
+
     def embedded(self):
         """The viewable windows that are docked in an XEmbed tray."""
         info = self.display.intern_atom("_XEMBED_INFO")
@@ -135,6 +140,17 @@ class Screen:
         self.move(x, y)
         for kind in (X.ButtonPress, X.ButtonRelease):
             xtest.fake_input(self.display, kind, button)
+        self.display.sync()
+
+    def drag(self, x, y, right, down):
+        """Drags from a point, in steps as a hand does."""
+        steps = 10
+        self.move(x, y)
+        xtest.fake_input(self.display, X.ButtonPress, 1)
+        for step in range(1, steps + 1):
+            self.move(x + right * step // steps, y + down * step // steps)
+            time.sleep(0.02)
+        xtest.fake_input(self.display, X.ButtonRelease, 1)
         self.display.sync()
 
     def press(self, key):

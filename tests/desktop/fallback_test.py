@@ -27,9 +27,31 @@ class OldTray(DesktopTest):
         self.assertGreaterEqual(icon.height, 16)
         self.settle(1)
         icon = self.docked()
-        self.assertGreater(self.screen.picture(icon).ink_share(), 0.02)
-        if icon.width > 2 * icon.height:    # the host grants the width for the time beside the picture
-            self.assertTrue(self.shown_text_moves(icon))
+        self.assertGreater(icon.width, 2 * icon.height, "this host grants the width for the time beside the picture")
+        self.assertGreaterEqual(self.screen.picture(icon).glyphs(), 6)
+        self.assertTrue(self.shown_text_moves(icon))
+
+    def test_its_menu_works_with_pointer_and_keys(self):
+        self.start_old_tray()
+        program = self.launch(speed=1)
+        icon = wait_until(self.docked, 10, "an embedded icon")
+        self.click_middle(icon)
+        menu = wait_until(lambda: self.screen.titled_all("Kelpa", height=100), 5, "the menu")[0]
+        self.assertGreaterEqual(self.screen.picture(menu).lines(), 7)
+        for key in ("Down", "Return"):      # the first line that can be chosen stops the work period
+            self.screen.press(key)
+        program.wait_for("ticktack timer stoped 1.0$", 3, times=2)
+        self.assertEqual(self.screen.titled_all("Kelpa", height=100), [])
+
+    def test_it_makes_room_for_a_modern_tray(self):
+        self.start_old_tray()
+        program = self.launch(speed=1)
+        wait_until(self.docked, 10, "an embedded icon")
+        service = self.session.start_tray_service()
+        self.addCleanup(self.session.end, service)
+        self.assertTrue(wait_until(program.item().registered, 5))
+        wait_until(lambda: self.docked() is None, 5, "the embedded icon to go")
+        wait_until(lambda: not self.helpers(program), 5, "its program to end")
 
     def test_the_old_tray_may_come_later(self):
         program = self.launch(speed=1)

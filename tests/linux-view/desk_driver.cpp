@@ -2,6 +2,7 @@
 // and tells on standard output what happened.
 
 #include "platform/linux/windows/RemoteWindowSystem.h"
+#include "platform/linux/windows/TrayProcess.h"
 #include "platform/linux/windows/X11Focus.h"
 #include "platform/linux/windows/X11Screens.h"
 
@@ -33,6 +34,11 @@ class SpokenClient final : public BreakScreenClient {
     void noticeTapped() override { say("notice"); }
 };
 
+class SpokenClicks final : public MenuClicks {
+  public:
+    void didClick(int lineId) override { say("clicked " + std::to_string(lineId)); }
+};
+
 struct BreakWindow {
     std::unique_ptr<NativeWindow> window;
     std::unique_ptr<BreakScreenFace> face;
@@ -41,7 +47,8 @@ struct BreakWindow {
 
 class Driver final : public WindowSystemClient {
   public:
-    Driver(EventLoop& loop, RemoteWindowSystem& windows) : loop_(loop), windows_(windows) {
+    Driver(EventLoop& loop, RemoteWindowSystem& windows, TrayProcess& tray)
+        : loop_(loop), windows_(windows), tray_(tray) {
         windows_.setClient(*this);
         input_ = loop_.watch(STDIN_FILENO, [this] { read(); });
     }
@@ -90,10 +97,28 @@ class Driver final : public WindowSystemClient {
             close();
         else if (verb == "quit")
             loop_.terminate();
+        else if (verb == "tray")
+            tray_.show(item_, clicks_);
+        else if (verb == "untray")
+            tray_.hide();
+        else if (verb == "title")
+            setTitle(rest);
+        else if (verb == "pause")
+            pause(rest);
         else if (verb == "view")
             say("view " + std::to_string(windows_.viewPid()));
         else
             set(verb, rest);
+    }
+
+    void setTitle(const std::string& title) {
+        item_.title = title;
+        tray_.titleChanged(title);
+    }
+
+    void pause(const std::string& title) {
+        item_.lines[1].title = title;
+        tray_.lineChanged(item_.lines[1]);
     }
 
     void set(const std::string& verb, const std::string& text) {
@@ -159,7 +184,15 @@ class Driver final : public WindowSystemClient {
 
     EventLoop& loop_;
     RemoteWindowSystem& windows_;
+    TrayProcess& tray_;
     SpokenClient client_;
+    SpokenClicks clicks_;
+    StatusItemModel item_{"kelpa",
+                          "24:59",
+                          {{1, false, false, "    Kelpa", "", ""},
+                           {2, false, true, "- Stop -", "stop.circle", "p"},
+                           {3, true, true, "", "", ""},
+                           {4, false, true, "Quit & more", "escape", "q"}}};
     std::map<std::uint32_t, BreakWindow> breaks_;
     std::string count_ = "05:00";
     std::string prompt_ = "Look at something far away.";
@@ -189,7 +222,8 @@ int run(const std::string& view) {
     X11Focus focus(*connection);
     SpokenReport report;
     RemoteWindowSystem windows({loop, screens, focus, report, idleSeconds()}, view);
-    Driver driver(loop, windows);
+    TrayProcess tray(loop, *connection, report, helperPath("kelpa-tray"));
+    Driver driver(loop, windows, tray);
     say("screens " + std::to_string(windows.screens().size()));
     return loop.run();
 }

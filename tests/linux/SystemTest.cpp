@@ -106,10 +106,20 @@ TEST_F(TranslationsTest, keepToTheUsersChoiceOfLanguage) {
     EXPECT_EQ(GettextTranslations(folder).lookUp("Quit"), "Quit");
 }
 
-TEST_F(TranslationsTest, sayTheKeysWhereNoLanguageIsChosen) {
+TEST_F(TranslationsTest, speakEnglishWhereNoLanguageIsChosen) {
     setenv("LC_ALL", "C", 1);
     setenv("LANGUAGE", "zh_CN", 1);
-    EXPECT_EQ(GettextTranslations(folder).lookUp("Quit"), "Quit");
+    const GettextTranslations translations(folder);
+    EXPECT_EQ(translations.lookUp("Quit"), "Quit");
+    EXPECT_EQ(translations.lookUp("water.select.amount"), "ml");
+}
+
+TEST_F(TranslationsTest, speakEnglishWhereTheUsersLanguageIsMissing) {
+    for (const char* language : {"xx_XX.UTF-8", "C.UTF-8"}) {
+        setenv("LANG", language, 1);
+        unsetenv("LANGUAGE");
+        EXPECT_EQ(GettextTranslations(folder).lookUp("water.select.amount"), "ml") << language;
+    }
 }
 
 TEST_F(TranslationsTest, areUsableWithoutATable) {

@@ -49,7 +49,8 @@ void noWindow(BusWriter& writer, const Item&) {
 void empty(BusWriter& writer, const Item&) {
     writer.text("");
 }
-/// A name and not the file's path, although hosts take both: only named symbolic icons get the panel's colour.
+/// A name and not the file's path, although hosts take both: only named symbolic icons get the panel's
+/// colour.
 void iconName(BusWriter& writer, const Item&) {
     writer.text(symbolicIcon);
 }

@@ -12,7 +12,7 @@ namespace kelpa {
 namespace {
 
 constexpr int usualHeight = 24;
-constexpr int gap = 4;
+constexpr int gap = 2;
 constexpr int margin = 2;
 
 /// The text with every figure as wide as any other, so that the width changes only with the length.

@@ -3,6 +3,7 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QLoggingCategory>
 #include <cstdio>
 
 namespace {
@@ -15,6 +16,8 @@ void keepToolkitSmall() {
     if (qgetenv("XDG_CURRENT_DESKTOP") != "KDE")
         qputenv("QT_QPA_PLATFORMTHEME", "generic");
     qunsetenv("SESSION_MANAGER");
+    // The tray maps the icon's window before the toolkit shows it, which the toolkit finds strange each time.
+    QLoggingCategory::setFilterRules(QStringLiteral("qt.qpa.xcb.warning=false"));
 }
 
 /// The program's data: `share` beside it in a build tree, two folders up where it is installed.

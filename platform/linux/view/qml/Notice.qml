@@ -14,6 +14,8 @@ Row {
 
     Text {
         id: introduction
+        Accessible.role: Accessible.StaticText
+        Accessible.name: text
         color: Theme.primary
         font.pixelSize: Theme.bodySize
     }
