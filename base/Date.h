@@ -7,7 +7,8 @@ namespace kelpa {
 /// An instant: seconds since 1970-01-01 00:00:00 UTC, with a sub-second part.
 struct Date {
     double secondsSince1970 = 0;
-    auto operator<=>(const Date&) const = default;
+    auto
+    operator<=>(const Date&) const = default; // NOLINT(modernize-use-nullptr): the tool minds what this makes
 };
 
 /// What a wall calendar and clock show for an instant in one time zone. Months and days count from 1.

@@ -13,7 +13,7 @@ std::optional<std::string> pretty(const LogMetadata& metadata) {
         return std::nullopt;
     std::string text;
     for (const auto& [key, value] : metadata)
-        text += (text.empty() ? "" : " ") + key + "=" + value;
+        text.append(text.empty() ? "" : " ").append(key).append("=").append(value);
     return text;
 }
 

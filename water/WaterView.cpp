@@ -20,6 +20,7 @@ WaterPanelTexts texts() {
 
 std::vector<WaterAmount> offered(const std::vector<std::int64_t>& amounts) {
     std::vector<WaterAmount> all;
+    all.reserve(amounts.size());
     for (const std::int64_t amount : amounts)
         all.push_back({amount, std::to_string(amount) + localized("water.select.amount")});
     return all;

@@ -2,6 +2,7 @@
 
 #include "base/Checked.h"
 #include "logging/TextEncoder.h"
+#include "tests/support/Files.h"
 
 #include <gtest/gtest.h>
 
@@ -35,8 +36,9 @@ TEST(DecimalText, IsShortAlwaysHasAFractionAndReadsBack) {
 }
 
 TEST(DecimalText, DoesNotFollowTheLocale) {
-    if (!std::setlocale(LC_ALL, "de_DE.UTF-8"))
-        GTEST_SKIP() << "the machine has no locale with a decimal comma";
+    const test::TempFolder folder;
+    if (!test::useLocaleFolder(folder, "de_DE") || !std::setlocale(LC_ALL, "de_DE.UTF-8"))
+        GTEST_SKIP() << "no locale with a decimal comma can be made here";
     EXPECT_EQ(decimalText(0.5), "0.5");
     EXPECT_EQ(parseDecimal("0.5"), 0.5);
     EXPECT_EQ(parseDecimal("0,5"), std::nullopt);

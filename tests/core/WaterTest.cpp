@@ -1,5 +1,6 @@
 #include "app/AppState.h"
 #include "tests/core/Play.h"
+#include "tests/support/Files.h"
 #include "ui/WindowController.h"
 #include "water/WaterDates.h"
 
@@ -43,8 +44,9 @@ TEST(WaterDates, KeepTheirTextsApartFromTheLocale) {
 }
 
 TEST(WaterDates, ReadTheirTextsUnderADecimalComma) {
-    if (!std::setlocale(LC_ALL, "de_DE.UTF-8"))
-        GTEST_SKIP() << "the machine has no locale with a decimal comma";
+    const test::TempFolder folder;
+    if (!test::useLocaleFolder(folder, "de_DE") || !std::setlocale(LC_ALL, "de_DE.UTF-8"))
+        GTEST_SKIP() << "no locale with a decimal comma can be made here";
     EXPECT_EQ(timePointsText({Date{978307201.5}}), "[1.5]");
     EXPECT_EQ(timePointsFromText("[1.5]"), std::set{Date{978307201.5}});
 }

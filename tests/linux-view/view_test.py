@@ -115,8 +115,8 @@ class BreakWindows(ViewTest):
         driver = self.drive()
         self.shown(driver, count="12:34")
         page = self.screen.picture(self.monitors[0])
-        os.kill(driver.view(), signal.SIGSEGV)
-        self.assertEqual(driver.hears("warning", 5), "warning kelpa-view was ended by signal 11")
+        os.kill(driver.view(), signal.SIGKILL)
+        self.assertEqual(driver.hears("warning", 5), "warning kelpa-view was ended by signal 9")
         wait_for_cover(self.session, self.monitors, 5)
         self.assertTrue(wait_until(lambda: page.differs(self.screen.picture(self.monitors[0])) is None, 3))
 

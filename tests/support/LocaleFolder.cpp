@@ -1,4 +1,4 @@
-#include "Support.h"
+#include "tests/support/Files.h"
 
 // While LOCPATH is set, the C library itself loses a few bytes with every locale that it looks up.
 extern "C" const char* __lsan_default_suppressions();  // NOLINT(bugprone-reserved-identifier)
