@@ -14,8 +14,8 @@ namespace {
 constexpr double doneSeconds = 0.5;
 
 WaterPanelTexts texts() {
-    return {localized("Finished/ml"), localized("%"),    localized("Remain/ml"),
-            localized("Well Done!"),  localized("Skip"), localized("Done")};
+    return {localized("Finished/ml"), localized("%"),    localized("Remain/ml"), localized("Well Done!"),
+            localized("Skip"),        localized("Done"), localized("Close")};
 }
 
 std::vector<WaterAmount> offered(const std::vector<std::int64_t>& amounts) {

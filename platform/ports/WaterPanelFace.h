@@ -14,6 +14,7 @@ struct WaterPanelTexts {
     std::string wellDone; ///< in the place of the third once the target is met
     std::string skip;
     std::string done;
+    std::string close; ///< says what the window's close button does, to those who cannot see it
 };
 
 /// An amount that the panel offers.

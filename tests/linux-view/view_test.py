@@ -3,6 +3,7 @@
 what they look like."""
 import os
 import signal
+import struct
 import sys
 import time
 from pathlib import Path
@@ -294,6 +295,25 @@ class PortalAppearance(ViewTest):
             portal.stdin.write(scheme + "\n")
             portal.stdin.flush()
             wait_until(lambda: self.paper(self.monitors[0]) == colour, 3, f"scheme {scheme}")
+
+
+class ThemeAppearance(ViewTest):
+    """A desktop without a portal whose settings program names a theme."""
+
+    def test_a_dark_theme_makes_it_dark(self):
+        display = self.screen.display
+        manager = self.screen.root.create_window(0, 0, 1, 1, 0, X.CopyFromParent)
+        self.addCleanup(manager.destroy)
+        name, theme = b"Net/ThemeName", b"Yaru-dark"
+        settings = (struct.pack("<Bxxx I I", 0, 1, 1) + struct.pack("<BxH", 1, len(name)) + name.ljust(16, b"\0") +
+                    struct.pack("<II", 1, len(theme)) + theme.ljust(12, b"\0"))
+        settings_atom = display.intern_atom("_XSETTINGS_SETTINGS")
+        manager.change_property(settings_atom, settings_atom, 8, settings)
+        manager.set_selection_owner(display.intern_atom("_XSETTINGS_S0"), X.CurrentTime)
+        display.sync()
+        driver = self.drive(KELPA_APPEARANCE="")
+        self.shown(driver)
+        self.assertEqual(self.paper(self.monitors[0]), DARK)
 
 
 if __name__ == "__main__":

@@ -1,8 +1,10 @@
 #include "platform/linux/windows/RemoteWindowSystem.h"
 #include "platform/linux/windows/RestartBudget.h"
 #include "platform/linux/windows/ScreenLayout.h"
+#include "tests/linux-view/allocations.h"
 
 #include <algorithm>
+#include <array>
 #include <chrono>
 #include <cstdlib>
 #include <filesystem>
@@ -189,6 +191,20 @@ TEST_F(RemoteWindows, TellTheViewEverythingOnce) {
     EXPECT_EQ(std::count(lines.begin(), lines.end(), "set 1 count 05:00"), 1);
     EXPECT_EQ(std::count(lines.begin(), lines.end(), "activate"), 1);
     EXPECT_EQ(desktop_.events, std::vector<std::string>{"remember"});
+}
+
+TEST_F(RemoteWindows, NeedNoMemoryForATick) {
+    open();
+    make(desktop_.screens()[0]);
+    face_->setCount("05:00");
+    appear();
+    ASSERT_TRUE(receives("show 1"));
+    const std::array<std::string, 3> texts{"04:59", "04:58", "04:57"};
+    const std::size_t before = allocations();
+    for (const std::string& text : texts)
+        face_->setCount(text);
+    EXPECT_EQ(allocations(), before);
+    EXPECT_TRUE(receives("set 1 count 04:57"));
 }
 
 TEST_F(RemoteWindows, AreMadeReadyForEveryScreenAndThenUsed) {

@@ -39,10 +39,10 @@ void Desk::complain(const std::string& text) {
 }
 
 void Desk::obey(const wire::Message& message) {
-    if (message.verb() == view::activate)
-        return activate();
-    if (message.verb() == view::deactivate)
-        return deactivate();
+    if (message.verb() == view::activate || message.verb() == view::deactivate) {
+        focusDue_ = message.verb() == view::activate;
+        return;
+    }
     const auto id = message.number(1);
     if (id && message.verb() == view::open)
         return open(*id, message);
@@ -93,16 +93,6 @@ ViewWindow* Desk::make(int id, const std::string& kind) {
         complain(error.what());
         return nullptr;
     }
-}
-
-void Desk::activate() {
-    active_ = true;
-    focusDue_ = true;
-}
-
-void Desk::deactivate() {
-    active_ = false;
-    focusDue_ = false;
 }
 
 /// Of the windows that keep the keyboard to themselves, the one on the primary screen, else the first.

@@ -27,8 +27,6 @@ class Desk : public QObject {
     void obeyWindow(ViewWindow& window, const wire::Message& message);
     void open(int id, const wire::Message& message);
     ViewWindow* make(int id, const std::string& kind);
-    void activate();
-    void deactivate();
     void settle();
     [[nodiscard]] std::vector<xcb_window_t> shownWindows() const;
     void warmUp();
@@ -41,7 +39,6 @@ class Desk : public QObject {
     KeyboardGuard keyboard_;
     StackKeeper stack_;
     Windows windows_;
-    bool active_ = false;
     bool focusDue_ = false;
     bool ready_ = false;
 };

@@ -52,6 +52,7 @@ inline constexpr std::string_view percentText = "percentText";
 inline constexpr std::string_view remainText = "remainText";
 inline constexpr std::string_view wellDoneText = "wellDoneText";
 inline constexpr std::string_view doneText = "doneText";
+inline constexpr std::string_view closeText = "closeText";
 /// Pairs of lines: millilitres, and the text that offers them.
 inline constexpr std::string_view amounts = "amounts";
 inline constexpr std::string_view finished = "finished";

@@ -5,11 +5,13 @@ import Kelpa
 Pressable {
     id: button
 
+    property string name
+
     implicitWidth: 18
     implicitHeight: 18
     ringMargin: 2
     Accessible.role: Accessible.Button
-    Accessible.name: "✕"
+    Accessible.name: name
 
     RoundedBox {
         anchors.fill: parent

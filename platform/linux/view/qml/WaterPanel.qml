@@ -10,6 +10,7 @@ Rectangle {
     property string wellDoneText
     property string skipText
     property string doneText
+    property string closeText
     property string amounts
     property string finished
     property string percent
@@ -45,6 +46,7 @@ Rectangle {
             id: close
             anchors.left: parent.left
             anchors.top: parent.top
+            name: panel.closeText
             onActivated: panel.action("close", "")
         }
         WaterProgress {
