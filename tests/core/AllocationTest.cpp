@@ -9,17 +9,18 @@ namespace {
 std::size_t allocations = 0;
 }
 
-// Counting every allocation of the process needs the global operators.
-void* operator new(std::size_t size) {
+// Counting every allocation of the process needs the global operators. They are kept out of line, because a
+// compiler that sees through only one of a pair takes the two for mismatched.
+[[gnu::noinline]] void* operator new(std::size_t size) {
     ++allocations;
     if (void* memory = std::malloc(size))
         return memory;
     throw std::bad_alloc();
 }
-void operator delete(void* memory) noexcept {
+[[gnu::noinline]] void operator delete(void* memory) noexcept {
     std::free(memory);
 }
-void operator delete(void* memory, std::size_t) noexcept {
+[[gnu::noinline]] void operator delete(void* memory, std::size_t) noexcept {
     std::free(memory);
 }
 
