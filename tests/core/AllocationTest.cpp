@@ -1,38 +1,17 @@
 #include "tests/core/Play.h"
+#include "tests/support/Allocations.h"
 
 #include <gtest/gtest.h>
-
-#include <cstdlib>
-#include <new>
-
-namespace {
-std::size_t allocations = 0;
-}
-
-// Counting every allocation of the process needs the global operators. They are kept out of line, because a
-// compiler that sees through only one of a pair takes the two for mismatched.
-[[gnu::noinline]] void* operator new(std::size_t size) {
-    ++allocations;
-    if (void* memory = std::malloc(size))
-        return memory;
-    throw std::bad_alloc();
-}
-[[gnu::noinline]] void operator delete(void* memory) noexcept {
-    std::free(memory);
-}
-[[gnu::noinline]] void operator delete(void* memory, std::size_t) noexcept {
-    std::free(memory);
-}
 
 namespace kelpa {
 namespace {
 
 /// Allocations while an hour of ticks passes from the present state of the desk.
 std::size_t allocationsInTicks(test::Play& play, int seconds) {
-    const std::size_t before = allocations;
+    const std::size_t before = allocations();
     for (int i = 0; i < seconds; ++i)
         play.desk.pass(1'000'000);
-    return allocations - before;
+    return allocations() - before;
 }
 
 TEST(Tick, AllocatesNothingDuringWorkOrABreak) {
@@ -41,7 +20,7 @@ TEST(Tick, AllocatesNothingDuringWorkOrABreak) {
     EXPECT_EQ(allocationsInTicks(play, 7000), 0U);
     play("+300\n");
     EXPECT_EQ(allocationsInTicks(play, 7000 - 150), 0U);
-    EXPECT_GT(allocations, 0U);
+    EXPECT_GT(allocations(), 0U);
 }
 
 } // namespace

@@ -1,7 +1,7 @@
 #include "platform/linux/windows/RemoteWindowSystem.h"
 #include "platform/linux/windows/RestartBudget.h"
 #include "platform/linux/windows/ScreenLayout.h"
-#include "tests/linux-view/allocations.h"
+#include "tests/support/Allocations.h"
 
 #include <algorithm>
 #include <array>

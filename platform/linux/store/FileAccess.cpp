@@ -117,7 +117,7 @@ FileDescriptor::FileDescriptor(FileDescriptor&& other) noexcept : fd_(std::excha
 
 FileIdentity FileIdentity::of(const struct stat& status) {
     return {status.st_dev, status.st_ino, status.st_size,
-            status.st_mtim.tv_sec * std::int64_t{1'000'000'000} + status.st_mtim.tv_nsec};
+            status.st_ctim.tv_sec * std::int64_t{1'000'000'000} + status.st_ctim.tv_nsec};
 }
 
 FileIdentity FileIdentity::of(const std::string& path) {
@@ -143,10 +143,13 @@ std::optional<FileContent> readFile(const std::string& path) {
 FileIdentity replaceFile(const std::string& path, const std::string& bytes) {
     const std::string fresh = path + ".new";
     try {
-        const auto identity = writeNew(fresh, bytes);
+        const auto written = writeNew(fresh, bytes);
         check(rename(fresh.c_str(), path.c_str()) == 0, path);
         syncFolderOf(path);
-        return identity;
+        // The new name is a change as well. If the file is no longer ours, ours is told, so that theirs gets
+        // read.
+        const auto named = FileIdentity::of(path);
+        return named.inode == written.inode && named.device == written.device ? named : written;
     } catch (...) {
         unlink(fresh.c_str());
         throw;

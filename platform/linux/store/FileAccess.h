@@ -26,8 +26,9 @@ class FileDescriptor {
 struct FileIdentity {
     std::uint64_t device = 0;
     std::uint64_t inode = 0;
-    std::int64_t size = -1;    ///< -1 for no file
-    std::int64_t modified = 0; ///< nanoseconds since 1970
+    std::int64_t size = -1; ///< -1 for no file
+    /// Of the last change, nanoseconds since 1970. Not the time stamp of the content, which programs may set.
+    std::int64_t changed = 0;
     bool operator==(const FileIdentity&) const = default;
 
     [[nodiscard]] bool exists() const { return size >= 0; }

@@ -18,7 +18,7 @@ constexpr timespec halfWritten{0, 20'000'000};
 bool isSettled(const FileIdentity& identity) {
     timespec now{};
     clock_gettime(CLOCK_REALTIME, &now);
-    const auto age = now.tv_sec * nanosecondsASecond + now.tv_nsec - identity.modified;
+    const auto age = now.tv_sec * nanosecondsASecond + now.tv_nsec - identity.changed;
     return !identity.exists() || age > stampGrain || age < -stampGrain;
 }
 

@@ -6,6 +6,7 @@
 #include <QQuickWindow>
 #include <cstdio>
 #include <cstdlib>
+#include <malloc.h>
 
 namespace {
 
@@ -19,6 +20,13 @@ void keepToolkitSmall() {
     if (qgetenv("XDG_CURRENT_DESKTOP") != "KDE")
         qputenv("QT_QPA_PLATFORMTHEME", "generic");
     qunsetenv("SESSION_MANAGER");
+}
+
+/// Pictures as large as a screen are made and dropped: their memory is given back each time, and not kept in
+/// case there will be another.
+void giveLargeBlocksBack() {
+    constexpr int large = 512 * 1024;
+    mallopt(M_MMAP_THRESHOLD, large);
 }
 
 kelpa::Channel* messages = nullptr;
@@ -38,6 +46,7 @@ int main(int argc, char** argv) {
         return 2;
     }
     keepToolkitSmall();
+    giveLargeBlocksBack();
     QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
     QGuiApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("Kelpa"));

@@ -32,7 +32,7 @@ QtObject {
     readonly property color linkHovered: dark ? "#8dc0ff" : "#0048a5"
     readonly property color linkPressed: dark ? "#4491ef" : "#00377f"
     readonly property color accent: dark ? "#1f6fe0" : "#0066de"
-    readonly property color accentHovered: dark ? "#2f7be6" : "#0059c4"
+    readonly property color accentHovered: dark ? "#1b67d3" : "#0059c4"
     readonly property color accentPressed: dark ? "#195fc4" : "#004da9"
     readonly property color accentText: "#ffffff"
     readonly property color warning: dark ? "#ff7a70" : "#c4261b"

@@ -1,4 +1,4 @@
-#include "tests/linux-view/allocations.h"
+#include "tests/support/Allocations.h"
 
 #include <cstdlib>
 #include <new>
@@ -18,6 +18,13 @@ void* operator new(std::size_t size) {
     if (void* memory = std::malloc(size))
         return memory;
     throw std::bad_alloc();
+}
+
+// The standard library's algorithms ask this way for memory that they can do without, and free it with the
+// others.
+void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
+    ++count;
+    return std::malloc(size);
 }
 
 void operator delete(void* memory) noexcept {
