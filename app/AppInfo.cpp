@@ -56,6 +56,10 @@ std::string AppInfo::loginItemIdentifier() {
     return distribution::loginItemIdentifier;
 }
 
+std::optional<std::string> AppInfo::icon() {
+    return theSystem().applicationIcon();
+}
+
 std::string AppInfo::copyright() {
     const int year = wallClock->civil(wallClock->now()).year;
     return "Copyright © " + std::to_string(year) + " " + distribution::copyrightHolder + ".";

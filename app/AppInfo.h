@@ -4,6 +4,7 @@
 #include "platform/ports/SystemInfo.h"
 
 #include <map>
+#include <optional>
 #include <string>
 
 namespace kelpa {
@@ -21,6 +22,8 @@ class AppInfo {
     [[nodiscard]] static std::string build();
     [[nodiscard]] static std::string identifier();
     [[nodiscard]] static std::string loginItemIdentifier();
+    /// Name of the application's picture; nothing when it has none.
+    [[nodiscard]] static std::optional<std::string> icon();
     /// Of the current year in the user's calendar.
     [[nodiscard]] static std::string copyright();
     [[nodiscard]] static std::string releaseNotesLink();

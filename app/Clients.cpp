@@ -69,13 +69,10 @@ class TheUiClient final : public UiClient {
     bool manualPause() const override { return AppState::manualPause(); }
     void setManualPause(bool pause) override { AppState::setManualPause(pause); }
     AboutApp about() const override {
-        return {AppInfo::name(),
-                AppInfo::version(),
-                AppInfo::build(),
-                AppInfo::model(),
-                AppInfo::osVersion(),
-                AppInfo::copyright(),
-                AppInfo::releaseNotesLink(),
+        return {AppInfo::icon(),           AppInfo::name(),
+                AppInfo::version(),        AppInfo::build(),
+                AppInfo::model(),          AppInfo::osVersion(),
+                AppInfo::copyright(),      AppInfo::releaseNotesLink(),
                 AppInfo::feedbackMailbox()};
     }
 };

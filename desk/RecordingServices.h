@@ -1,6 +1,7 @@
 #pragma once
 
 #include "desk/Journal.h"
+#include "desk/RecordingPreferences.h"
 #include "logging/SharedLogger.h"
 #include "platform/ports/Ports.h"
 
@@ -52,20 +53,12 @@ class RecordingServices final : public LoginItem,
         time_.stop();
     }
     [[nodiscard]] const Mail& lastMail() const { return lastMail_; }
+    [[nodiscard]] RecordingPreferences& preferences() { return preferences_; }
 
   private:
-    class Preferences final : public PreferencesWindow {
-      public:
-        explicit Preferences(Journal& journal) : journal_(journal) {}
-        void show() override { journal_.note("settings"); }
-
-      private:
-        Journal& journal_;
-    };
-
     Journal& journal_;
     VirtualTime& time_;
-    Preferences preferences_{journal_};
+    RecordingPreferences preferences_{journal_};
     Mail lastMail_;
 };
 
@@ -76,9 +69,11 @@ class FixedSystem final : public SystemInfo {
     [[nodiscard]] std::string machine() const override { return "x86_64"; }
     [[nodiscard]] Version osVersion() const override { return {12, 0, 0}; }
     [[nodiscard]] std::optional<std::string> homeDirectory() const override { return home; }
+    [[nodiscard]] std::optional<std::string> applicationIcon() const override { return icon; }
 
     std::map<std::string, InfoValue> infos = {{"CFBundleDisplayName", std::string("Kelpa")}};
     std::optional<std::string> home = "/home/desk/app.orvane.Kelpa";
+    std::optional<std::string> icon = "app.orvane.Kelpa";
 };
 
 class NoFonts final : public Fonts {

@@ -12,6 +12,7 @@ struct TicktackState;
 
 /// What the program says of itself in menus, panels and mails.
 struct AboutApp {
+    std::optional<std::string> icon;
     std::string name;
     std::string version;
     std::string build;

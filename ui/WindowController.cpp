@@ -232,8 +232,9 @@ void WindowController::showAbout() {
     if (!the().services.about)
         return;
     const AboutApp about = the().client.about();
-    the().services.about->show(
-        {about.name, about.copyright, localized("Release Notes"), about.releaseNotesLink});
+    the().services.about->show({about.icon.value_or(""), about.name,
+                                "v" + about.version + "(" + about.build + ")", about.copyright,
+                                localized("Release Notes"), about.releaseNotesLink});
     the().system.activate();
 }
 

@@ -94,4 +94,8 @@ std::optional<std::string> LinuxSystemInfo::homeDirectory() const {
     return state ? std::optional(*state + "/" + build::identifier) : std::nullopt;
 }
 
+std::optional<std::string> LinuxSystemInfo::applicationIcon() const {
+    return build::identifier;
+}
+
 } // namespace kelpa

@@ -14,6 +14,7 @@ class LinuxSystemInfo final : public SystemInfo {
     [[nodiscard]] std::string machine() const override;
     [[nodiscard]] Version osVersion() const override;
     [[nodiscard]] std::optional<std::string> homeDirectory() const override;
+    [[nodiscard]] std::optional<std::string> applicationIcon() const override;
 };
 
 /// Up to three numbers that a text begins with: "12" is 12.0.0, "6.1.0-18-amd64" is 6.1.0; nothing for a text

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/ports/PreferencesWindow.h"
+
 #include <string>
 
 namespace kelpa {
@@ -39,7 +41,9 @@ class MailComposer {
 };
 
 struct AboutText {
+    std::string icon; ///< name of the application's picture
     std::string name;
+    std::string version;
     std::string copyright;
     std::string credits;     ///< text of the link
     std::string creditsLink; ///< its address
@@ -49,13 +53,6 @@ class AboutPanel {
   public:
     virtual ~AboutPanel() = default;
     virtual void show(const AboutText& text) = 0;
-};
-
-/// The program's preferences window.
-class PreferencesWindow {
-  public:
-    virtual ~PreferencesWindow() = default;
-    virtual void show() = 0;
 };
 
 /// The run of the program itself.

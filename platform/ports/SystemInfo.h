@@ -27,6 +27,8 @@ class SystemInfo {
     [[nodiscard]] virtual Version osVersion() const = 0;
     /// The folder that the program keeps its own files under; nothing when it has no usable home.
     [[nodiscard]] virtual std::optional<std::string> homeDirectory() const = 0;
+    /// The name by which the faces find the application's own picture; nothing when it has none.
+    [[nodiscard]] virtual std::optional<std::string> applicationIcon() const = 0;
 };
 
 } // namespace kelpa
