@@ -32,6 +32,12 @@ std::optional<std::string> stateHome() {
     return folder("XDG_STATE_HOME", "/.local/state");
 }
 
+std::string programPath() {
+    std::error_code none;
+    const auto image = absolute("APPIMAGE");
+    return image ? *image : std::filesystem::read_symlink("/proc/self/exe", none).string();
+}
+
 DataFolders dataFoldersOf(const std::string& program) {
     const auto beside = std::filesystem::path(program).parent_path();
     std::error_code none;

@@ -10,6 +10,10 @@ namespace kelpa {
 [[nodiscard]] std::optional<std::string> configHome();
 [[nodiscard]] std::optional<std::string> stateHome();
 
+/// What a person, or the desktop, starts to run this program: its own file, or the image that it is packed
+/// in.
+[[nodiscard]] std::string programPath();
+
 /// Where the program's data lies.
 struct DataFolders {
     std::string data;   ///< icons, symbols, the icon font

@@ -25,10 +25,16 @@ Program::Program(EventLoop& loop, X11Connection& display, double speed)
       screens_(loop, display), focus_(display),
       windows_({loop, screens_, focus_, *this}, helperPath("kelpa-view")),
       tray_(loop, display, *this, helperPath("kelpa-tray")), fallback_(loop, statusBar_, tray_),
-      fonts_(folders_.data), translations_(folders_.locale),
-      fatalErrors_(logCritical), ports_{clock_,       loop,    loop,   store_,        statusBar_,
-                                        windows_,     system_, fonts_, translations_, random_,
-                                        fatalErrors_, loop,    lock_,  activity_,     Services{}},
+      fonts_(folders_.data), translations_(folders_.locale), fatalErrors_(logCritical),
+      loginItem_(
+          {AutostartFolders::ofEnvironment(), {build::identifier, build::displayName, programPath()}},
+          programPath(), [this] { return portal(); }, systemLog_),
+      mail_(loop, [this] { return portal(); }),
+      ports_{clock_,  loop,         loop,
+             store_,  statusBar_,   windows_,
+             system_, fonts_,       translations_,
+             random_, fatalErrors_, loop,
+             lock_,   activity_,    Services{&loginItem_, nullptr, &mail_, nullptr, nullptr}},
       logFiles_(clock_), application_(ports_, logFiles_) {}
 
 Program::~Program() = default;
@@ -52,6 +58,8 @@ void Program::openBus() {
         fallback_.setHostPresent(false);
         return;
     }
+    if (inSandbox())
+        portal_.emplace(*bus_);
     item_.emplace(loop_, *bus_, ItemIdentity{build::identifier, build::displayName, folders_.data},
                   [this](bool present) { hostChanged(present); });
     statusBar_.addSink(*item_);

@@ -12,6 +12,8 @@
 #include "platform/linux/SilentActivity.h"
 #include "platform/linux/SilentLock.h"
 #include "platform/linux/SystemRandom.h"
+#include "platform/linux/services/LinuxLoginItem.h"
+#include "platform/linux/services/LinuxMail.h"
 #include "platform/linux/status/LinuxStatusBar.h"
 #include "platform/linux/status/SessionBus.h"
 #include "platform/linux/status/StatusNotifierItem.h"
@@ -45,6 +47,7 @@ class Program final : private StoreReport, private WindowReport {
     void error(const std::string& message) override;
     void info(const std::string& message) override;
     void openBus();
+    [[nodiscard]] Portal* portal() { return portal_ ? &*portal_ : nullptr; }
     void hostChanged(bool present);
 
     EventLoop& loop_;
@@ -64,11 +67,15 @@ class Program final : private StoreReport, private WindowReport {
     AbortOnFatalErrors fatalErrors_;
     SilentLock lock_;
     SilentActivity activity_;
+    Syslog systemLog_;
+    LinuxLoginItem loginItem_;
+    LinuxMail mail_;
     Ports ports_;
     DailyLogFiles logFiles_;
     Application application_;
     std::unique_ptr<SessionBus> bus_; ///< null in a session without one
     std::optional<StatusNotifierItem> item_;
+    std::optional<Portal> portal_; ///< in a sandbox
 };
 
 } // namespace kelpa

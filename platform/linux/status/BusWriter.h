@@ -19,6 +19,8 @@ class BusWriter {
         const int number = value ? 1 : 0;
         return basic(SD_BUS_TYPE_BOOLEAN, &number);
     }
+    /// The message keeps a descriptor of its own for the same file.
+    BusWriter& file(int fd) { return basic(SD_BUS_TYPE_UNIX_FD, &fd); }
     BusWriter& bytes(const std::string& value) {
         return then(sd_bus_message_append_array(message_, SD_BUS_TYPE_BYTE, value.data(), value.size()));
     }

@@ -1,5 +1,6 @@
 #include "platform/linux/windows/HelperProcess.h"
 
+#include "platform/linux/SpawnAttributes.h"
 #include "platform/linux/wire/LineReader.h"
 #include "platform/linux/wire/LineWriter.h"
 
@@ -8,7 +9,6 @@
 #include <cerrno>
 #include <csignal>
 #include <filesystem>
-#include <spawn.h>
 #include <sys/socket.h>
 #include <sys/wait.h>
 #include <system_error>
@@ -24,28 +24,6 @@ constexpr int helperDescriptor = 3;
 constexpr double patience = 2.0;
 /// When to try again what a busy helper had no room for.
 constexpr double retryAfter = 0.02;
-
-/// The helper starts with the signals of a fresh program, whatever ours are set to.
-class SpawnAttributes {
-  public:
-    SpawnAttributes() {
-        posix_spawnattr_init(&attributes_);
-        sigset_t none;
-        sigset_t all;
-        sigemptyset(&none);
-        sigfillset(&all);
-        posix_spawnattr_setsigmask(&attributes_, &none);
-        posix_spawnattr_setsigdefault(&attributes_, &all);
-        posix_spawnattr_setflags(&attributes_, POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
-    }
-    ~SpawnAttributes() { posix_spawnattr_destroy(&attributes_); }
-    SpawnAttributes(const SpawnAttributes&) = delete;
-    SpawnAttributes& operator=(const SpawnAttributes&) = delete;
-    [[nodiscard]] const posix_spawnattr_t* get() const { return &attributes_; }
-
-  private:
-    posix_spawnattr_t attributes_{};
-};
 
 class SpawnActions {
   public:

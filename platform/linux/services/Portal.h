@@ -1,0 +1,46 @@
+#pragma once
+
+#include "platform/linux/status/SessionBus.h"
+#include "platform/ports/Services.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace kelpa {
+
+class BusWriter;
+
+/// Whether the program runs in a sandbox, from which the desktop is reached through its portals alone.
+[[nodiscard]] bool inSandbox();
+
+/// What a sandboxed program may ask of the desktop. Nothing here waits: a refusal comes from the main loop.
+class Portal {
+  public:
+    /// The bus outlives the portal.
+    explicit Portal(SessionBus& bus) : bus_(bus) {}
+
+    using Refused = std::function<void(const std::string& why)>;
+
+    /// Asks to be started with `command` at log-in, or not to be any more.
+    void requestBackground(bool autostart, const std::vector<std::string>& command, Refused refused);
+    /// Opens a new message in the user's mail program.
+    void composeEmail(const Mail& mail, Refused refused);
+
+  private:
+    struct Request;
+    using Options = std::function<void(BusWriter&)>;
+
+    void call(const char* interface, const char* member, const Options& options, Refused refused);
+    void awaitResponse(Request& request, const std::string& token);
+    void answered(Request& request, sd_bus_message* message);
+    void responded(Request& request, sd_bus_message* message);
+    void finish(Request& request, const std::string& why);
+
+    SessionBus& bus_;
+    int calls_ = 0;
+    std::vector<std::shared_ptr<Request>> requests_;
+};
+
+} // namespace kelpa

@@ -1,0 +1,304 @@
+// What the program asks of the desktop beside its windows: to be started at log-in, to open a mail.
+#include "PrivateBus.h"
+#include "platform/linux/services/LinuxLoginItem.h"
+#include "platform/linux/services/LinuxMail.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+using namespace kelpa;
+using namespace kelpa::test;
+namespace fs = std::filesystem;
+
+namespace {
+
+void executable(const fs::path& path, const std::string& text) {
+    fs::create_directories(path.parent_path());
+    std::ofstream(path) << text;
+    fs::permissions(path, fs::perms::owner_all);
+}
+
+void writeText(const fs::path& path, const std::string& text) {
+    fs::create_directories(path.parent_path());
+    std::ofstream(path) << text;
+}
+
+struct RecordedLog final : SystemLog {
+    void error(const std::string& line) override { lines.push_back(line); }
+    std::vector<std::string> lines;
+};
+
+class LoginItemTest : public testing::Test {
+  protected:
+    LoginItemTest() { executable(program, "#!/bin/sh\necho started > \"$(dirname \"$0\")/mark\"\n"); }
+
+    [[nodiscard]] LinuxLoginItem item() {
+        return {Autostart({user, {system}}, {"app.orvane.Kelpa", "Kelpa", program.string()}),
+                program.string(), [] { return nullptr; }, log};
+    }
+    [[nodiscard]] static bool hidden(const fs::path& entry) {
+        const auto read = readDesktopEntry(contentOf(entry));
+        return !read || read->hidden;
+    }
+    [[nodiscard]] std::vector<std::string> userEntries() const {
+        std::vector<std::string> names;
+        if (fs::exists(user))
+            for (const auto& entry : fs::directory_iterator(user))
+                names.push_back(entry.path().filename());
+        return names;
+    }
+
+    TempFolder folder;
+    fs::path program = fs::path(folder.path()) / "odd $HOME `x` \"q\" back\\slash 名 'a';&" / "kelpa";
+    fs::path user = fs::path(folder.path()) / "config" / "autostart";
+    fs::path system = fs::path(folder.path()) / "xdg" / "autostart";
+    fs::path own = user / "app.orvane.Kelpa.desktop";
+    RecordedLog log;
+};
+
+TEST_F(LoginItemTest, TheEntryStartsExactlyThisProgramWhateverItsPathLooksLike) {
+    item().setEnabled(true);
+    ASSERT_EQ(userEntries(), std::vector<std::string>{"app.orvane.Kelpa.desktop"});
+    // The desktop's own library reads it and runs it.
+    const std::string script = "from gi.repository import Gio; "
+                               "Gio.DesktopAppInfo.new_from_filename('" +
+                               own.string() + "').launch([], None)";
+    ASSERT_EQ(std::system(("/usr/bin/python3 -c \"import gi; " + script + "\"").c_str()), 0);
+    EventLoop loop;
+    EXPECT_TRUE(spinUntil(loop, [this] { return fs::exists(program.parent_path() / "mark"); }));
+    item().setEnabled(false);
+    EXPECT_TRUE(userEntries().empty());
+    EXPECT_TRUE(log.lines.empty());
+}
+
+TEST(DesktopEntryTest, ArgumentsComeBackAsTheyWere) {
+    for (const std::string argument :
+         {"/opt/100%f off/kelpa", "/a\\b/kelpa", "/tab\there", "plain", "$x`y\"z"}) {
+        const auto entry = readDesktopEntry("[Desktop Entry]\nExec = " + entryValue(execArgument(argument)) +
+                                            " --speed 1\n");
+        EXPECT_EQ(entry->program, argument);
+    }
+    EXPECT_FALSE(readDesktopEntry("Exec=kelpa\n"));
+    EXPECT_EQ(readDesktopEntry("[A]\nExec=x\n[Desktop Entry]\n#Exec=y\n[Desktop Action B]\nExec=z")->program,
+              "");
+}
+
+TEST_F(LoginItemTest, WhatAPackageStartsIsNotStartedTwiceAndCanBeSwitchedOff) {
+    const std::string packaged = "[Desktop Entry]\nType=Application\nName=Kelpa\nExec=kelpa\n";
+    writeText(system / "app.orvane.Kelpa.desktop", packaged);
+    item().setEnabled(true);
+    EXPECT_TRUE(userEntries().empty());
+    item().setEnabled(false);
+    EXPECT_TRUE(hidden(own));
+    item().setEnabled(true);
+    EXPECT_TRUE(userEntries().empty());
+    EXPECT_EQ(contentOf(system / "app.orvane.Kelpa.desktop"), packaged);
+}
+
+TEST_F(LoginItemTest, AnEntryThatTheUserMadeIsKeptAndOnlyHidden) {
+    const std::string mine = "# mine\n[Desktop Entry]\nType=Application\nName=Breaks\nExec=" +
+                             entryValue(execArgument(program.string())) + " --speed 2\nX-Note=keep\n";
+    writeText(user / "breaks.desktop", mine);
+    item().setEnabled(true);
+    EXPECT_EQ(userEntries(), std::vector<std::string>{"breaks.desktop"});
+    item().setEnabled(false);
+    EXPECT_TRUE(hidden(user / "breaks.desktop"));
+    EXPECT_NE(contentOf(user / "breaks.desktop").find("X-Note=keep"), std::string::npos);
+    item().setEnabled(true);
+    EXPECT_EQ(contentOf(user / "breaks.desktop"), mine);
+    EXPECT_EQ(userEntries(), std::vector<std::string>{"breaks.desktop"});
+}
+
+TEST_F(LoginItemTest, AnotherProgramsEntryIsNoneOfOurs) {
+    const std::string other = "[Desktop Entry]\nType=Application\nName=Other\nExec=/bin/true\n";
+    writeText(user / "other.desktop", other);
+    item().setEnabled(true);
+    EXPECT_TRUE(fs::exists(own));
+    item().setEnabled(false);
+    EXPECT_EQ(contentOf(user / "other.desktop"), other);
+    EXPECT_FALSE(fs::exists(own));
+}
+
+TEST_F(LoginItemTest, AFailureIsOneLineInTheSystemLog) {
+    writeText(user, "a file where the folder should be");
+    item().setEnabled(true);
+    EXPECT_EQ(log.lines, std::vector<std::string>{"SMAppService error: "});
+}
+
+/// The mail program of this test notes the address that it is opened with.
+class MailTest : public testing::Test {
+  protected:
+    MailTest() {
+        executable(mailer, "#!/bin/sh\nprintf '%s' \"$1\" > \"" + noted.string() + "\"\n");
+        setenv("MAILER", mailer.c_str(), 1);
+        unsetenv("DISPLAY");
+        unsetenv("XDG_CURRENT_DESKTOP");
+        writeText(log, "lines");
+    }
+    [[nodiscard]] std::string opened() {
+        EXPECT_TRUE(spinUntil(loop, [this] { return fs::exists(noted) && fs::file_size(noted) > 0; }));
+        return plain(contentOf(noted));
+    }
+    static std::string plain(const std::string& url) {
+        std::string text;
+        for (std::size_t at = 0; at < url.size(); ++at)
+            if (url[at] == '%') {
+                text += static_cast<char>(std::stoi(url.substr(at + 1, 2), nullptr, 16));
+                at += 2;
+            } else {
+                text += url[at];
+            }
+        return text;
+    }
+
+    TempFolder folder;
+    fs::path mailer = fs::path(folder.path()) / "mailer";
+    fs::path noted = fs::path(folder.path()) / "noted";
+    fs::path log = fs::path(folder.path()) / "日志 with 100% & more.log";
+    EventLoop loop;
+};
+
+TEST_F(MailTest, EverythingReachesTheUsersMailProgram) {
+    LinuxMail mail(loop, [] { return nullptr; });
+    mail.compose({"Kelpa 反馈", "feedback@kelpa.example", "请写: \"x\" & $HOME\n\n\nApp version: v1\n", log});
+    const std::string url = opened();
+    EXPECT_NE(url.find("mailto:feedback@kelpa.example"), std::string::npos) << url;
+    EXPECT_NE(url.find("subject=Kelpa 反馈"), std::string::npos) << url;
+    EXPECT_NE(url.find("请写: \"x\" & $HOME"), std::string::npos) << url;
+    EXPECT_NE(url.find("App version: v1"), std::string::npos) << url;
+    EXPECT_NE(url.find("attach=" + log.string()), std::string::npos) << url;
+}
+
+TEST_F(MailTest, WithoutAnythingInstalledNothingHappens) {
+    setenv("PATH", folder.path().c_str(), 1);
+    LinuxMail mail(loop, [] { return nullptr; });
+    mail.compose({"s", "r@kelpa.example", "b", {}});
+    spin(loop, 0.05);
+    EXPECT_FALSE(fs::exists(noted));
+}
+
+/// A desktop's portal that notes what it is asked and answers with a response code.
+class FakePortal {
+  public:
+    explicit FakePortal(sd_bus* bus) {
+        static const sd_bus_vtable background[] = {
+            SD_BUS_VTABLE_START(0), SD_BUS_METHOD("RequestBackground", "sa{sv}", "o", asked, 0),
+            SD_BUS_VTABLE_END};
+        static const sd_bus_vtable email[] = {SD_BUS_VTABLE_START(0),
+                                              SD_BUS_METHOD("ComposeEmail", "sa{sv}", "o", asked, 0),
+                                              SD_BUS_VTABLE_END};
+        const char* path = "/org/freedesktop/portal/desktop";
+        sd_bus_add_object_vtable(bus, nullptr, path, "org.freedesktop.portal.Background", background, this);
+        sd_bus_add_object_vtable(bus, nullptr, path, "org.freedesktop.portal.Email", email, this);
+        sd_bus_request_name(bus, "org.freedesktop.portal.Desktop", 0);
+    }
+    std::uint32_t code = 0;
+    std::map<std::string, std::string> options;
+    int calls = 0;
+
+  private:
+    static int asked(sd_bus_message* message, void* self, sd_bus_error*) {
+        auto& portal = *static_cast<FakePortal*>(self);
+        ++portal.calls;
+        portal.options = read(message);
+        const std::string sender = sd_bus_message_get_sender(message);
+        std::string name = sender.substr(1);
+        std::replace(name.begin(), name.end(), '.', '_');
+        const std::string handle =
+            "/org/freedesktop/portal/desktop/request/" + name + "/" + portal.options["handle_token"];
+        sd_bus_reply_method_return(message, "o", handle.c_str());
+        return sd_bus_emit_signal(sd_bus_message_get_bus(message), handle.c_str(),
+                                  "org.freedesktop.portal.Request", "Response", "ua{sv}", portal.code, 0);
+    }
+    static std::map<std::string, std::string> read(sd_bus_message* message) {
+        std::map<std::string, std::string> options;
+        const char* parent = nullptr;
+        sd_bus_message_read(message, "s", &parent);
+        sd_bus_message_enter_container(message, 'a', "{sv}");
+        const char* key = nullptr;
+        while (sd_bus_message_enter_container(message, 'e', "sv") > 0) {
+            sd_bus_message_read(message, "s", &key);
+            options[key] = value(message);
+            sd_bus_message_exit_container(message);
+        }
+        return options;
+    }
+    static std::string value(sd_bus_message* message) {
+        char type = 0;
+        const char* contents = nullptr;
+        sd_bus_message_peek_type(message, &type, &contents);
+        const std::string kind = contents;
+        sd_bus_message_enter_container(message, 'v', contents);
+        std::string text;
+        if (kind == "s") {
+            const char* read = nullptr;
+            sd_bus_message_read(message, "s", &read);
+            text = read;
+        } else if (kind == "b") {
+            int read = 0;
+            sd_bus_message_read(message, "b", &read);
+            text = read != 0 ? "true" : "false";
+        } else if (kind == "ah") {
+            int fd = -1;
+            sd_bus_message_read(message, "ah", 1, &fd);
+            char bytes[64] = {};
+            const auto count = pread(fd, bytes, sizeof bytes - 1, 0);
+            text.assign(bytes, static_cast<std::size_t>(count > 0 ? count : 0));
+        } else {
+            sd_bus_message_skip(message, kind.c_str());
+            text = kind;
+        }
+        sd_bus_message_exit_container(message);
+        return text;
+    }
+};
+
+TEST(PortalTest, ASandboxAsksTheDesktop) {
+    const PrivateBus daemon;
+    EventLoop loop;
+    Peer desktop(loop);
+    FakePortal fake(desktop.bus());
+    std::string why;
+    const auto bus = SessionBus::open(loop, why);
+    ASSERT_TRUE(bus) << why;
+    Portal portal(*bus);
+    TempFolder folder;
+    RecordedLog log;
+    LinuxLoginItem item(
+        Autostart({folder.path(), {}}, {"app.orvane.Kelpa", "Kelpa", "/app/bin/kelpa"}), "/app/bin/kelpa",
+        [&portal] { return &portal; }, log);
+    item.setEnabled(true);
+    ASSERT_TRUE(spinUntil(loop, [&] { return fake.calls == 1; }));
+    EXPECT_EQ(fake.options["autostart"], "true");
+    EXPECT_TRUE(fs::is_empty(folder.path()));
+
+    writeText(fs::path(folder.path()) / "today.log", "lines of today");
+    LinuxMail mail(loop, [&portal] { return &portal; });
+    mail.compose({"Kelpa 反馈", "feedback@kelpa.example", "body", folder.path() + "/today.log"});
+    ASSERT_TRUE(spinUntil(loop, [&] { return fake.calls == 2; }));
+    EXPECT_EQ(fake.options["subject"], "Kelpa 反馈");
+    EXPECT_EQ(fake.options["address"], "feedback@kelpa.example");
+    EXPECT_EQ(fake.options["attachment_fds"], "lines of today");
+
+    spin(loop, 0.05);
+    EXPECT_TRUE(log.lines.empty());
+    fake.code = 2;
+    item.setEnabled(false);
+    EXPECT_TRUE(spinUntil(loop, [&] { return !log.lines.empty(); }));
+    EXPECT_EQ(log.lines, std::vector<std::string>{"SMAppService error: "});
+}
+
+TEST(PortalTest, ADesktopWithoutPortalRefuses) {
+    const PrivateBus daemon;
+    EventLoop loop;
+    std::string why;
+    const auto bus = SessionBus::open(loop, why);
+    ASSERT_TRUE(bus) << why;
+    Portal portal(*bus);
+    std::string refusal;
+    portal.requestBackground(true, {"kelpa"}, [&](const std::string& said) { refusal = said; });
+    EXPECT_TRUE(spinUntil(loop, [&] { return !refusal.empty(); }));
+}
+
+} // namespace
