@@ -64,6 +64,7 @@ class TheUiClient final : public UiClient {
     PrefState& prefState() override { return AppState::prefState(); }
     PromptState& promptState() override { return AppState::promptState(); }
     PrefWaterState& waterState() override { return AppState::waterState(); }
+    WaterPaneClient& waterPaneClient() override { return kelpa::waterPaneClient(); }
     TicktackState& workState() override { return AppState::workState(); }
     TicktackState& breakState() override { return AppState::breakState(); }
     bool manualPause() const override { return AppState::manualPause(); }

@@ -93,4 +93,17 @@ std::string replacingAll(std::string text, std::string_view from, std::string_vi
     return text;
 }
 
+std::string withArguments(std::string_view text, const std::vector<std::string>& arguments) {
+    constexpr std::size_t length = std::string_view("%1$s").size();
+    std::string all;
+    while (!text.empty()) {
+        const bool names = text.size() >= length && text[0] == '%' && text.substr(2, 2) == "$s";
+        const auto place = names ? static_cast<std::size_t>(text[1] - '1') : arguments.size();
+        const bool known = place < arguments.size();
+        all += known ? std::string_view(arguments[place]) : text.substr(0, 1);
+        text.remove_prefix(known ? length : 1);
+    }
+    return all;
+}
+
 } // namespace kelpa

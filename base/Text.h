@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace kelpa {
 
@@ -20,5 +21,9 @@ namespace kelpa {
 
 /// Replaces every occurrence of `from`, which must not be empty.
 [[nodiscard]] std::string replacingAll(std::string text, std::string_view from, std::string_view to);
+
+/// Puts each argument where the text names its place: "%1$s" is the first, "%9$s" the last that there can be.
+/// A place without an argument stays as it is.
+[[nodiscard]] std::string withArguments(std::string_view text, const std::vector<std::string>& arguments);
 
 } // namespace kelpa

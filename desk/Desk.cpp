@@ -2,6 +2,8 @@
 
 #include "app/AppState.h"
 #include "app/Clients.h"
+#include "ui/PreferencesView.h"
+#include "ui/WindowController.h"
 
 namespace kelpa::desk {
 
@@ -39,11 +41,8 @@ void Desk::pass(std::int64_t microseconds) {
     time.pass(microseconds);
 }
 
-PromptListEditor& Desk::styleEditor() {
-    if (!styleEditor_)
-        styleEditor_ = std::make_unique<PromptListEditor>(AppState::prefState().styleState());
-    styleEditor_->reload();
-    return *styleEditor_;
+PreferencesClient& Desk::preferences() {
+    return *WindowController::prefView();
 }
 
 WaterPane& Desk::waterPane() {

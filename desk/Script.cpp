@@ -3,6 +3,8 @@
 #include "base/Text.h"
 #include "desk/Preferences.h"
 #include "desk/Values.h"
+#include "prefs/PromptListEditor.h"
+#include "ui/PrefStyleView.h"
 
 #include <cmath>
 #include <map>
@@ -187,6 +189,8 @@ Run point(std::string_view rest) {
     };
 }
 
+constexpr const char* prompts = PrefStyleView::promptsId;
+
 Run styleEdit(std::string_view rest) {
     // An empty new text leaves nothing behind the arrow once the line is trimmed.
     const std::string line = std::string(rest) + (rest.ends_with(" =>") ? " " : "");
@@ -194,27 +198,28 @@ Run styleEdit(std::string_view rest) {
     if (arrow == std::string::npos)
         throw Problem("style edit needs OLD => NEW");
     return [old = line.substr(0, arrow), text = line.substr(arrow + 4)](Desk& desk) {
-        desk.styleEditor().edit(old, text);
+        desk.preferences().promptEdited(prompts, old, text);
     };
 }
 
 Run styleList(std::string_view rest) {
     if (rest != "break" && rest != "newday")
         throw Problem("there is no prompt list " + in(rest));
-    const auto kind = rest == "break" ? PromptListKind::Break : PromptListKind::NewDay;
-    return [kind](Desk& desk) { desk.styleEditor().select(kind); };
+    const auto kind =
+        static_cast<std::int64_t>(rest == "break" ? PromptListKind::Break : PromptListKind::NewDay);
+    return [kind](Desk& desk) { desk.preferences().chosen(PrefStyleView::listId, kind); };
 }
 
 Run styleCommand(std::string_view rest) {
     const std::string what = takeWord(rest);
     if (what == "add")
-        return [text = std::string(rest)](Desk& desk) { desk.styleEditor().add(text); };
+        return [text = std::string(rest)](Desk& desk) { desk.preferences().promptAdded(prompts, text); };
     if (what == "edit")
         return styleEdit(rest);
     if (what == "delete")
-        return [text = std::string(rest)](Desk& desk) { desk.styleEditor().remove(text); };
+        return [text = std::string(rest)](Desk& desk) { desk.preferences().promptDeleted(prompts, text); };
     if (what == "reset")
-        return [](Desk& desk) { desk.styleEditor().reset(); };
+        return [](Desk& desk) { desk.preferences().promptsReset(prompts); };
     if (what == "list")
         return styleList(rest);
     throw Problem("the Style pane has no " + in(what));

@@ -26,6 +26,22 @@ void PrefState::setStyleState(std::unique_ptr<PrefStyleState> state) {
     styleStateChanged_.tell();
 }
 
+Subscription PrefState::observeBreakStyle(const std::function<void()>& told) {
+    const auto chosen = std::make_shared<Subscription>();
+    const auto follow = [this, told, chosen] {
+        *chosen = styleState().breakStyle.observe([told](BreakStyle) { told(); });
+    };
+    follow();
+    const auto replaced = std::make_shared<Subscription>(observeStyleState([follow, told] {
+        follow();
+        told();
+    }));
+    return Subscription([chosen, replaced] {
+        replaced->cancel();
+        chosen->cancel();
+    });
+}
+
 bool PrefState::isNewDay() const {
     return !calendar_.isInToday(Date{lastWeakupTimestamp()});
 }

@@ -48,6 +48,9 @@ class PrefState {
         return styleStateChanged_.add(std::move(told));
     }
 
+    /// Told when the style is chosen anew, also by another style object that comes into place.
+    Subscription observeBreakStyle(const std::function<void()>& told);
+
     /// Whether the last recorded screen lock was on another day than today.
     [[nodiscard]] bool isNewDay() const;
     /// Records now as the moment of the last screen lock.

@@ -8,6 +8,7 @@ namespace kelpa {
 class PrefState;
 class PromptState;
 class PrefWaterState;
+class WaterPaneClient;
 struct TicktackState;
 
 /// What the program says of itself in menus, panels and mails.
@@ -30,6 +31,7 @@ class UiClient {
     [[nodiscard]] virtual PrefState& prefState() = 0;
     [[nodiscard]] virtual PromptState& promptState() = 0;
     [[nodiscard]] virtual PrefWaterState& waterState() = 0;
+    [[nodiscard]] virtual WaterPaneClient& waterPaneClient() = 0;
     [[nodiscard]] virtual TicktackState& workState() = 0;
     [[nodiscard]] virtual TicktackState& breakState() = 0;
     [[nodiscard]] virtual bool manualPause() const = 0;

@@ -5,6 +5,8 @@
 #include "prefs/PrefState.h"
 #include "prefs/PromptState.h"
 #include "ui/BreakView.h"
+#include "ui/PrefAboutView.h"
+#include "ui/PreferencesView.h"
 #include "ui/Window.h"
 #include "water/PrefWaterState.h"
 #include "water/WaterView.h"
@@ -45,6 +47,7 @@ struct Shared {
     Desktop desktop = {};
     Panel panel = {};
     std::vector<std::unique_ptr<Window>> windows = {};
+    std::unique_ptr<PreferencesView> prefView = {};
     bool breakShows = false; ///< from the break's showing to its closing: new screens join it
     bool hasUpdater = false;
 };
@@ -222,19 +225,26 @@ void WindowController::toggleWaterView() {
 }
 
 void WindowController::showPrefView() {
-    if (!the().services.preferences)
+    PreferencesView* view = prefView();
+    if (!view)
         return;
-    the().services.preferences->show();
+    view->show();
     the().system.activate();
+}
+
+PreferencesView* WindowController::prefView() {
+    auto& view = the().prefView;
+    if (!view && the().services.preferences)
+        view = std::make_unique<PreferencesView>(*the().services.preferences, the().client, the().mainQueue);
+    return view.get();
 }
 
 void WindowController::showAbout() {
     if (!the().services.about)
         return;
     const AboutApp about = the().client.about();
-    the().services.about->show({about.icon.value_or(""), about.name,
-                                "v" + about.version + "(" + about.build + ")", about.copyright,
-                                localized("Release Notes"), about.releaseNotesLink});
+    the().services.about->show({about.icon.value_or(""), about.name, PrefAboutView::versionLine(about),
+                                about.copyright, localized("Release Notes"), about.releaseNotesLink});
     the().system.activate();
 }
 

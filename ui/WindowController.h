@@ -8,6 +8,8 @@
 
 namespace kelpa {
 
+class PreferencesView;
+
 /// The one place that makes, shows and hides the program's windows. A window is found again by its title and
 /// kept until the program ends.
 class WindowController {
@@ -28,6 +30,8 @@ class WindowController {
     static void dismissWaterView();
     static void toggleWaterView();
     static void showPrefView();
+    /// What the preferences window shows and does, laid out on first use; null where there is no such window.
+    [[nodiscard]] static PreferencesView* prefView();
     static void showAbout();
     static void showUpdater();
 };

@@ -1,0 +1,24 @@
+#include "prefs/Pane.h"
+
+namespace kelpa {
+
+void Pane::show() {
+    for (const auto& control : controls_)
+        control->show();
+}
+
+void Pane::closed() {
+    for (const auto& control : controls_)
+        control->closed();
+}
+
+void Pane::addSection(std::string title) {
+    layout_.sections.push_back({std::move(title), {}});
+}
+
+void Pane::addRow(std::string caption, std::unique_ptr<PaneControl> control) {
+    layout_.sections.back().rows.push_back({std::move(caption), control->description()});
+    controls_.push_back(std::move(control));
+}
+
+} // namespace kelpa

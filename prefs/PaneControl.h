@@ -1,0 +1,49 @@
+#pragma once
+
+#include "platform/ports/PreferencesWindow.h"
+
+#include <utility>
+
+namespace kelpa {
+
+/// A control of a preferences pane and what it stands for: it shows the stored value and takes what a person
+/// does. Each kind of control takes what its kind allows; the rest is ignored.
+class PaneControl {
+  public:
+    /// The window must outlive the control.
+    PaneControl(PreferencesControl description, PreferencesWindow& window)
+        : description_(std::move(description)), window_(window) {}
+    virtual ~PaneControl() = default;
+    PaneControl(const PaneControl&) = delete;
+    PaneControl& operator=(const PaneControl&) = delete;
+
+    [[nodiscard]] const PreferencesControl& description() const { return description_; }
+    [[nodiscard]] const std::string& id() const { return description_.id; }
+
+    /// Shows what is stored now.
+    virtual void show() = 0;
+    /// The window is gone; what is still being typed is finished.
+    virtual void closed() {}
+
+    virtual void switched(bool /*on*/) {}
+    virtual void typed(const std::string& /*text*/) {}
+    virtual void entered(const std::string& /*text*/) {}
+    virtual void stepped(int /*direction*/) {}
+    virtual void chosen(std::int64_t /*value*/) {}
+    virtual void timeEntered(int /*hour*/, int /*minute*/) {}
+    virtual void timePointAdded(int /*hour*/, int /*minute*/) {}
+    virtual void timePointRemoved(int /*hour*/, int /*minute*/) {}
+    virtual void promptAdded(const std::string& /*text*/) {}
+    virtual void promptEdited(const std::string& /*old*/, const std::string& /*text*/) {}
+    virtual void promptDeleted(const std::string& /*text*/) {}
+    virtual void promptsReset() {}
+
+  protected:
+    [[nodiscard]] PreferencesWindow& window() const { return window_; }
+
+  private:
+    PreferencesControl description_;
+    PreferencesWindow& window_;
+};
+
+} // namespace kelpa

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "prefs/Pane.h"
+#include "ui/UiClient.h"
+
+#include <string>
+
+namespace kelpa {
+
+/// The About pane: what the program says of itself. Without a picture it shows its glyph of the icon font.
+class PrefAboutView final : public Pane {
+  public:
+    explicit PrefAboutView(const AboutApp& about);
+
+    /// Version and build as people read them, as in "v1.2.0(34)".
+    [[nodiscard]] static std::string versionLine(const AboutApp& about);
+};
+
+} // namespace kelpa

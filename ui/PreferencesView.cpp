@@ -1,0 +1,138 @@
+#include "ui/PreferencesView.h"
+
+#include "base/Localized.h"
+#include "logging/SharedLogger.h"
+#include "ui/DigitalAccumulatorView.h"
+#include "ui/PrefAboutView.h"
+#include "ui/PrefBreakView.h"
+#include "ui/PrefGeneralView.h"
+#include "ui/PrefStyleView.h"
+
+namespace kelpa {
+
+namespace {
+
+constexpr int minimumWidth = 480;
+constexpr int minimumHeight = 400;
+
+} // namespace
+
+PreferencesView::PreferencesView(PreferencesWindow& window, UiClient& client, Queue& mainQueue)
+    : mainQueue_(mainQueue), window_(window) {
+    AccumulatorMaker& accumulators = *this;
+    panes_.push_back(std::make_unique<PrefGeneralView>(client.prefState(), window_));
+    panes_.push_back(std::make_unique<PrefBreakView>(client.prefState(), window_, mainQueue));
+    panes_.push_back(std::make_unique<PrefStyleView>(client.prefState(), window_));
+    panes_.push_back(std::make_unique<PrefWaterView>(client.waterState(), client.waterPaneClient(), window_,
+                                                     accumulators));
+    panes_.push_back(std::make_unique<PrefAboutView>(client.about()));
+    for (const auto& pane : panes_)
+        for (const auto& control : pane->controls())
+            controls_.emplace(control->id(), control.get());
+    window_.setLayout(layout(), *this);
+}
+
+PreferencesLayout PreferencesView::layout() const {
+    PreferencesLayout layout;
+    layout.title = localized("Settings");
+    layout.minimumWidth = minimumWidth;
+    layout.minimumHeight = minimumHeight;
+    for (const auto& pane : panes_)
+        layout.panes.push_back(pane->layout());
+    layout.promptTexts = {localized("Add"), localized("Edit"), localized("Cancel"), localized("Delete"),
+                          localized("Reset to the built-in prompts")};
+    layout.addTimePoint = localized("Add a time");
+    layout.removeTimePoint = localized("Remove this time");
+    layout.decrease = localized("Decrease");
+    layout.increase = localized("Increase");
+    return layout;
+}
+
+std::unique_ptr<PaneControl> PreferencesView::makeAccumulator(PreferencesControl description,
+                                                              NumberBinding value, std::int64_t delta) {
+    return std::make_unique<DigitalAccumulatorView>(description, window_, mainQueue_, value, delta);
+}
+
+void PreferencesView::show() {
+    cameToFront();
+    window_.show();
+}
+
+void PreferencesView::cameToFront() {
+    for (const auto& pane : panes_)
+        pane->show();
+}
+
+void PreferencesView::closed() {
+    for (const auto& pane : panes_)
+        pane->closed();
+}
+
+PaneControl* PreferencesView::touched(const std::string& id) {
+    window_.forget(id);
+    const auto found = controls_.find(id);
+    if (found != controls_.end())
+        return found->second;
+    logger().warning("the preferences window has no control '" + id + "'", {"PreferencesView", "touched()"});
+    return nullptr;
+}
+
+/// Tells the control afterwards what holds, also where nothing was taken.
+void PreferencesView::act(const std::string& id, const std::function<void(PaneControl&)>& deed) {
+    if (PaneControl* control = touched(id)) {
+        deed(*control);
+        control->show();
+    }
+}
+
+void PreferencesView::switched(const std::string& id, bool on) {
+    act(id, [&](PaneControl& control) { control.switched(on); });
+}
+
+void PreferencesView::typed(const std::string& id, const std::string& text) {
+    // Nothing is shown: that would be in the way of what is being typed.
+    if (PaneControl* control = touched(id))
+        control->typed(text);
+}
+
+void PreferencesView::entered(const std::string& id, const std::string& text) {
+    act(id, [&](PaneControl& control) { control.entered(text); });
+}
+
+void PreferencesView::stepped(const std::string& id, int direction) {
+    act(id, [&](PaneControl& control) { control.stepped(direction); });
+}
+
+void PreferencesView::chosen(const std::string& id, std::int64_t value) {
+    act(id, [&](PaneControl& control) { control.chosen(value); });
+}
+
+void PreferencesView::timeEntered(const std::string& id, int hour, int minute) {
+    act(id, [&](PaneControl& control) { control.timeEntered(hour, minute); });
+}
+
+void PreferencesView::timePointAdded(const std::string& id, int hour, int minute) {
+    act(id, [&](PaneControl& control) { control.timePointAdded(hour, minute); });
+}
+
+void PreferencesView::timePointRemoved(const std::string& id, int hour, int minute) {
+    act(id, [&](PaneControl& control) { control.timePointRemoved(hour, minute); });
+}
+
+void PreferencesView::promptAdded(const std::string& id, const std::string& text) {
+    act(id, [&](PaneControl& control) { control.promptAdded(text); });
+}
+
+void PreferencesView::promptEdited(const std::string& id, const std::string& old, const std::string& text) {
+    act(id, [&](PaneControl& control) { control.promptEdited(old, text); });
+}
+
+void PreferencesView::promptDeleted(const std::string& id, const std::string& text) {
+    act(id, [&](PaneControl& control) { control.promptDeleted(text); });
+}
+
+void PreferencesView::promptsReset(const std::string& id) {
+    act(id, [](PaneControl& control) { control.promptsReset(); });
+}
+
+} // namespace kelpa
