@@ -22,6 +22,7 @@ class RecordingPreferences final : public PreferencesWindow {
         std::string problem;
         bool enabled = true;
         bool visible = true;
+        int told = 0; ///< how often it was told anything
     };
 
     explicit RecordingPreferences(Journal& journal) : journal_(journal) {}
@@ -31,27 +32,27 @@ class RecordingPreferences final : public PreferencesWindow {
         client_ = &client;
     }
     void show() override { journal_.note("settings"); }
-    void setSwitch(const std::string& id, bool on) override { controls_[id].on = on; }
-    void setText(const std::string& id, const std::string& text) override { controls_[id].text = text; }
+    void setSwitch(const std::string& id, bool on) override { tell(id).on = on; }
+    void setText(const std::string& id, const std::string& text) override { tell(id).text = text; }
     void setChoices(const std::string& id, const std::vector<PreferencesChoice>& choices) override {
-        controls_[id].choices = choices;
+        tell(id).choices = choices;
     }
-    void setChosen(const std::string& id, std::int64_t value) override { controls_[id].chosen = value; }
+    void setChosen(const std::string& id, std::int64_t value) override { tell(id).chosen = value; }
     void setTimeOfDay(const std::string& id, int hour, int minute) override {
-        controls_[id].time = {hour, minute, {}};
+        tell(id).time = {hour, minute, {}};
     }
     void setTimePoints(const std::string& id, const std::vector<TimePoint>& points) override {
-        controls_[id].points = points;
+        tell(id).points = points;
     }
     void setPrompts(const std::string& id, const std::vector<std::string>& prompts) override {
-        controls_[id].prompts = prompts;
+        tell(id).prompts = prompts;
     }
-    void setHint(const std::string& id, const std::string& hint) override { controls_[id].hint = hint; }
+    void setHint(const std::string& id, const std::string& hint) override { tell(id).hint = hint; }
     void setProblem(const std::string& id, const std::string& problem) override {
-        controls_[id].problem = problem;
+        tell(id).problem = problem;
     }
-    void setEnabled(const std::string& id, bool enabled) override { controls_[id].enabled = enabled; }
-    void setVisible(const std::string& id, bool visible) override { controls_[id].visible = visible; }
+    void setEnabled(const std::string& id, bool enabled) override { tell(id).enabled = enabled; }
+    void setVisible(const std::string& id, bool visible) override { tell(id).visible = visible; }
 
     [[nodiscard]] const PreferencesLayout& layout() const { return layout_; }
     [[nodiscard]] const Control& control(const std::string& id) { return controls_[id]; }
@@ -59,6 +60,11 @@ class RecordingPreferences final : public PreferencesWindow {
     [[nodiscard]] PreferencesClient* client() const { return client_; }
 
   private:
+    Control& tell(const std::string& id) {
+        ++controls_[id].told;
+        return controls_[id];
+    }
+
     Journal& journal_;
     PreferencesLayout layout_;
     PreferencesClient* client_ = nullptr;

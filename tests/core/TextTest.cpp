@@ -51,6 +51,12 @@ TEST(ParseDecimal, TakesAWholeNumberOrNothing) {
         EXPECT_EQ(parseDecimal(text), std::nullopt) << text;
 }
 
+TEST(WithArguments, PutsEachInItsPlaceAndLeavesTheRest) {
+    EXPECT_EQ(withArguments("%2$s, %1$s und %2$s", {"a", "%1$s"}), "%1$s, a und %1$s");
+    EXPECT_EQ(withArguments("100%, %0$s%3$s%$s %1$", {"a", "b"}), "100%, %0$s%3$s%$s %1$");
+    EXPECT_EQ(withArguments("", {"a"}), "");
+}
+
 TEST(TextEncoder, NeverLosesACharacter) {
     EXPECT_EQ(encoded("Grüße", TextEncoding::Latin1), "Gr\xFC\xDF"
                                                       "e");
