@@ -37,7 +37,8 @@ const std::map<std::string, InfoValue>& AppInfo::infos() {
 }
 
 std::string AppInfo::name() {
-    return localized(textOr("CFBundleDisplayName", "Kelpa"));
+    const std::string key = textOr("CFBundleDisplayName", translatable("Kelpa"));
+    return localized(key);
 }
 
 std::string AppInfo::version() {

@@ -64,11 +64,11 @@ void AppState::setWorking(bool working) {
     state().working = working;
     if (working) {
         TicktackController::work(checkedMultiply(prefState().workTime(), 60));
-        showPauseLine("stop.circle", "Stop");
+        showPauseLine("stop.circle", translatable("Stop"));
     } else {
         TicktackController::stop();
         // The word is the key of the text as people know it, misspelt as it is.
-        showPauseLine("play.circle", "Wrok");
+        showPauseLine("play.circle", translatable("Wrok"));
     }
 }
 

@@ -145,7 +145,7 @@ class Driver final : public WindowSystemClient {
             found.face = found.window->hostBreakScreen(client_);
             const bool chinese = std::getenv("DRIVER_CHINESE") != nullptr;
             found.face->setTexts(
-                chinese ? BreakScreenTexts{"新功能：", "喝水提醒", "可以在偏好设置中开启。", "跳过"}
+                chinese ? BreakScreenTexts{"新功能：", "喝水提醒", "可以在设置中开启。", "跳过"}
                         : BreakScreenTexts{"New Feature:", "Water Reminder",
                                            "You can enable it in the preference panel.", "Skip"});
             tell(*found.face);

@@ -6,8 +6,11 @@
 #include "platform/linux/LinuxSystemInfo.h"
 #include "platform/linux/SystemRandom.h"
 
+#include <array>
 #include <clocale>
 #include <gtest/gtest.h>
+#include <libintl.h>
+#include <map>
 #include <set>
 #include <sys/utsname.h>
 
@@ -79,10 +82,12 @@ TEST(Folders, findTheDataOfABuildTreeAndOfAnInstallation) {
     EXPECT_EQ(dataFoldersOf("/usr/bin/kelpa").locale, "/usr/share/locale");
 }
 
+constexpr std::array messageVariables{"LC_ALL", "LC_MESSAGES", "LC_CTYPE", "LC_TIME", "LANG", "LANGUAGE"};
+
 struct TranslationsTest : testing::Test {
     std::string folder = KELPA_BINARY_DIR "/share/locale";
     TranslationsTest() {
-        for (const char* name : {"LC_ALL", "LC_MESSAGES", "LC_CTYPE", "LANG", "LANGUAGE"})
+        for (const char* name : messageVariables)
             unsetenv(name);
     }
 };
@@ -120,6 +125,59 @@ TEST_F(TranslationsTest, speakEnglishWhereTheUsersLanguageIsMissing) {
         unsetenv("LANGUAGE");
         EXPECT_EQ(GettextTranslations(folder).lookUp("water.select.amount"), "ml") << language;
     }
+}
+
+struct Choice {
+    std::map<std::string, std::string> environment;
+    const char* quit;
+};
+
+const std::vector<Choice> choices{
+    {{{"LANG", "de_DE.UTF-8"}}, "Beenden"},
+    {{{"LANG", "de_AT.UTF-8"}}, "Beenden"},
+    {{{"LANG", "fr_FR.UTF-8"}}, "Quitter"},
+    {{{"LANG", "es_MX.UTF-8"}}, "Salir"},
+    {{{"LANG", "ja_JP.UTF-8"}}, "終了"},
+    {{{"LANG", "en_GB.UTF-8"}}, "Quit"},
+    {{{"LANGUAGE", "fr:de"}, {"LANG", "en_US.UTF-8"}}, "Quitter"},
+    {{{"LANGUAGE", "xx:de:fr"}, {"LANG", "en_US.UTF-8"}}, "Beenden"},
+    {{{"LANGUAGE", "xx:yy"}, {"LANG", "de_DE.UTF-8"}}, "Quit"},
+    {{{"LANGUAGE", "ja"}, {"LANG", "C.UTF-8"}}, "終了"},
+    {{{"LANGUAGE", ""}, {"LANG", "de_DE.UTF-8"}}, "Beenden"},
+    {{{"LC_MESSAGES", "es_ES.UTF-8"}, {"LANG", "de_DE.UTF-8"}}, "Salir"},
+    {{{"LC_MESSAGES", "C"}, {"LANGUAGE", "fr"}, {"LANG", "de_DE.UTF-8"}}, "Quit"},
+    {{{"LC_ALL", "fr_FR.UTF-8"}, {"LC_MESSAGES", "es_ES.UTF-8"}, {"LANG", "de_DE.UTF-8"}}, "Quitter"},
+    {{{"LC_ALL", "POSIX"}, {"LANGUAGE", "fr"}}, "Quit"},
+    {{{"LC_TIME", "fr_FR.UTF-8"}, {"LANG", "de_DE.UTF-8"}}, "Beenden"},
+};
+
+/// What each of the choices gives, on a machine with the locales that LOCPATH shows.
+void expectChoices(const std::string& folder) {
+    for (const auto& [environment, quit] : choices) {
+        std::string told;
+        for (const char* name : messageVariables)
+            unsetenv(name);
+        for (const auto& [name, value] : environment) {
+            setenv(name.c_str(), value.c_str(), 1);
+            told += name + "=" + value + " ";
+        }
+        textdomain("kelpa"); // makes the C library forget what it found before
+        const GettextTranslations translations(folder);
+        EXPECT_EQ(translations.lookUp("Quit"), quit) << told;
+        EXPECT_TRUE(translations.usable()) << told;
+    }
+}
+
+TEST_F(TranslationsTest, followTheEnvironmentOnAMachineWithoutLocales) {
+    setenv("LOCPATH", "/nonexistent", 1);
+    expectChoices(folder);
+}
+
+TEST_F(TranslationsTest, followTheEnvironmentOnAMachineWithLocales) {
+    const TempFolder locales;
+    if (!test::useLocaleFolder(locales, "de_DE"))
+        GTEST_SKIP() << "no sources of locales on this machine";
+    expectChoices(folder);
 }
 
 TEST_F(TranslationsTest, areUsableWithoutATable) {

@@ -6,47 +6,112 @@ import unittest
 from pathlib import Path
 
 ROOT = Path(__file__).resolve().parents[2]
-TEMPLATE = 'msgid ""\nmsgstr "Language: \\n"\n\n#. A comment.\nmsgid "Quit"\nmsgstr ""\n\nmsgid "a \\"b\\""\nmsgstr ""\n'
-COMPLETE = TEMPLATE.replace('msgid "Quit"\nmsgstr ""', 'msgid "Quit"\nmsgstr "Q"').replace(
-    'b\\""\nmsgstr ""', 'b\\""\nmsgstr "AB"')
-SOURCE = 'auto a = localized("Quit"); auto b = kelpa::localized("a "\n    "\\"b\\"");\n'
+HEADER = 'msgid ""\nmsgstr ""\n"Language: {}\\n"\n'
+ENTRIES = (("Quit", "Q"), ('a \\"b\\"', "AB"), ("from %1$s to %2$s", "nach %2$s von %1$s"), ("unit.water", "ml"),
+           ("%", "%"), ("%d of %s", "%d aus %s"))
+SOURCE = r'''
+// localized("in a comment")
+auto a = localized("Quit"); /* translatable("this too") */ auto b = kelpa::localized("a "
+    "\"b\"");
+auto c = localized(often ? "from %1$s to %2$s" : "unit.water") + localized("%");
+void show(const char* key) { paint(localized(key)); }
+void all() { show(translatable("%d of %s")); }
+'''
+
+
+def catalogue(language, entries=ENTRIES):
+    blocks = [f'#. Where it stands.\nmsgid "{key}"\nmsgstr "{text if language else ""}"\n' for key, text in entries]
+    return "\n".join([HEADER.format(language)] + blocks)
+
+
+TEMPLATE, COMPLETE = catalogue(""), catalogue("xx")
+ENGLISH = catalogue("en", [(key, "water" if key == "unit.water" else key) for key, _ in ENTRIES])
 
 
 class Check(unittest.TestCase):
-    def check(self, template=TEMPLATE, catalogue=COMPLETE, source=SOURCE):
+    def check(self, template=TEMPLATE, other=COMPLETE, english=ENGLISH, source=SOURCE, file="ui/a.cpp", more=None):
         with tempfile.TemporaryDirectory() as folder:
             root = Path(folder)
-            (root / "assets/locale").mkdir(parents=True)
-            (root / "ui").mkdir()
-            (root / "assets/locale/kelpa.pot").write_text(template)
-            (root / "assets/locale/xx.po").write_text(catalogue)
-            (root / "ui/a.cpp").write_text(source)
+            files = {"assets/locale/kelpa.pot": template, "assets/locale/xx.po": other,
+                     "assets/locale/en.po": english, file: source, **(more or {})}
+            for name, text in files.items():
+                (root / name).parent.mkdir(parents=True, exist_ok=True)
+                (root / name).write_text(text)
             done = subprocess.run([ROOT / "scripts/check_catalogues.py", root], capture_output=True, text=True)
             return done.returncode, done.stderr
 
-    def refuses(self, words, **files):
+    def refuses(self, *complaints, **files):
+        """Exactly these complaints, one a line, each as the end of its line."""
         status, message = self.check(**files)
         self.assertEqual(status, 1)
-        self.assertIn(words, message)
+        lines = message.splitlines()
+        self.assertEqual(len(lines), len(complaints), message)
+        for line, complaint in zip(lines, complaints):
+            self.assertTrue(line.endswith(complaint), line)
 
     def test_a_complete_tree_passes(self):
         self.assertEqual(self.check(), (0, ""))
 
-    def test_a_text_without_an_entry(self):
-        self.refuses('ui/a.cpp: "Water" is not in kelpa.pot', source=SOURCE + 'f(localized("Water"), 1);')
+    def test_a_text_in_code_without_an_entry(self):
+        for call in ('f(localized("Water"), 1);', 'localized(on ? "Quit" : "Water");', 'localized(("Water"));',
+                     'auto t = {translatable("Water")};'):
+            status, message = self.check(source=SOURCE + call)
+            self.assertEqual(status, 1, call)
+            self.assertIn('"Water" is not in kelpa.pot', message)
+        self.refuses('ui/a.cpp:8: "Water" is not in kelpa.pot', source=SOURCE + 'localized("Water");')
+        self.refuses('platform/linux/b.mm:1: "Water" is not in kelpa.pot',
+                     more={"platform/linux/b.mm": 'localized("Water");'})
 
-    def test_a_missing_entry(self):
-        self.refuses('xx.po: "Quit" is missing', catalogue=COMPLETE.replace("Quit", "Leave"))
-
-    def test_an_entry_too_many(self):
-        self.refuses('xx.po: "Leave" is not in kelpa.pot', catalogue=COMPLETE + '\nmsgid "Leave"\nmsgstr "L"\n')
-
-    def test_an_empty_or_doubtful_translation(self):
-        self.refuses('"Quit" has no translation', catalogue=TEMPLATE)
-        self.refuses('"Quit" has no translation', catalogue=COMPLETE.replace("#. A comment.", "#, fuzzy"))
+    def test_a_text_that_comes_by_a_detour_unmarked(self):
+        self.refuses("ui/b.cpp:2: which texts are looked up here? Mark them with translatable()",
+                     more={"ui/b.cpp": 'auto k = "Quit";\nauto a = localized(k);'})
 
     def test_a_core_that_looks_nothing_up(self):
         self.refuses("this check would find nothing", source="int a;")
+
+    def test_a_face_with_texts_of_its_own(self):
+        own = "a text of its own; the core looks texts up and gives them"
+        for line in ('text: "Quit"', "text: qsTr('x') + qsTr(\"y\")", 'Accessible.name: on ? "" : "Quit"',
+                     'property string skipText: "Skip"'):
+            status, message = self.check(more={"platform/linux/view/A.qml": "Item {\n    " + line + "\n}"})
+            self.assertEqual((status, message.splitlines()[0][-len(own):]), (1, own), line)
+        self.refuses("b.cpp:1: " + own, more={"platform/linux/b.cpp": 'label.setText(tr("Quit"));'})
+        harmless = 'text: entry.text\n// text: "Quit"\ntext: "\\ue64b"\nvisible: text !== "Quit"\ntext: "12:34"\n'
+        self.assertEqual(self.check(more={"platform/linux/view/A.qml": harmless}), (0, ""))
+
+    def test_a_missing_entry_and_one_too_many(self):
+        self.refuses('xx.po: "Quit" is missing', 'xx.po: "Leave" is not in kelpa.pot',
+                     other=COMPLETE.replace('"Quit"', '"Leave"'))
+
+    def test_an_empty_translation(self):
+        self.refuses('xx.po: "Quit" has no translation', other=COMPLETE.replace('msgstr "Q"', 'msgstr ""'))
+
+    def test_a_doubtful_translation(self):
+        self.refuses('xx.po: "Quit" has no translation', other=COMPLETE.replace('msgid "Quit"', '#, fuzzy\nmsgid "Quit"'))
+
+    def test_an_entry_out_of_use(self):
+        self.refuses("xx.po: has entries that are out of use (#~)", other=COMPLETE + '\n#~ msgid "Old"\n#~ msgstr "O"\n')
+
+    def test_a_placeholder_missing_or_extra(self):
+        for right, wrong in (("nach %2$s von %1$s", "nach %2$s"), ("nach %2$s von %1$s", "%1$s %2$s %3$s"),
+                             ("nach %2$s von %1$s", "%1$s %1$s"), ("%d aus %s", "%s aus %d"), ("%d aus %s", "%d aus")):
+            status, message = self.check(other=COMPLETE.replace(right, wrong))
+            self.assertEqual(status, 1, wrong)
+            self.assertIn("has the placeholders", message)
+        self.refuses("""xx.po: "unit.water" has the placeholders ['%d'] instead of []""",
+                     other=COMPLETE.replace('msgstr "ml"', 'msgstr "%d ml"'))
+        self.refuses("""en.po: "from %1$s to %2$s" has the placeholders ['%1$s'] instead of ['%1$s', '%2$s']""",
+                     english=ENGLISH.replace('msgstr "from %1$s to %2$s"', 'msgstr "from %1$s on"'))
+        # A key that is only a name takes its placeholders from what is shown in English.
+        self.refuses("""xx.po: "unit.water" has the placeholders [] instead of ['%s']""",
+                     english=ENGLISH.replace('msgstr "water"', 'msgstr "%s water"'))
+
+    def test_a_comment_that_is_not_the_templates(self):
+        self.refuses('the comment of "Quit" is not the template\'s; scripts/update_catalogues.sh mends that',
+                     other=COMPLETE.replace("#. Where it stands.", "#. Elsewhere.", 1))
+
+    def test_a_catalogue_of_another_language(self):
+        self.refuses('xx.po: its header does not say "Language: xx"', other=COMPLETE.replace("xx", "de"))
 
 
 if __name__ == "__main__":
