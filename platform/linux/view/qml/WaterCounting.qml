@@ -22,6 +22,8 @@ Item {
             color: Theme.secondary
             font.pixelSize: counting.counts ? 17 : 22
             font.bold: !counting.counts
+            horizontalAlignment: Text.AlignHCenter
+            verticalAlignment: Text.AlignVCenter
             fontSizeMode: Text.HorizontalFit
             minimumPixelSize: 11
             textFormat: Text.PlainText
