@@ -23,9 +23,10 @@ void logCritical(const std::string& message) {
 Program::Program(EventLoop& loop, X11Connection& display, double speed)
     : loop_(loop), folders_(dataFolders()), clock_(speed), store_(settingsFile(), *this),
       screens_(loop, display), focus_(display),
-      windows_({loop, screens_, focus_, *this}, helperPath("kelpa-view")),
-      tray_(loop, display, *this, helperPath("kelpa-tray")), fallback_(loop, statusBar_, tray_),
-      fonts_(folders_.data), translations_(folders_.locale), fatalErrors_(logCritical),
+      windows_({loop, screens_, focus_, *this}, helperPath("kelpa-view")), about_(windows_),
+      preferences_(windows_), tray_(loop, display, *this, helperPath("kelpa-tray")),
+      fallback_(loop, statusBar_, tray_), fonts_(folders_.data), translations_(folders_.locale),
+      fatalErrors_(logCritical),
       loginItem_(
           {AutostartFolders::ofEnvironment(), {build::identifier, build::displayName, programPath()}},
           programPath(), [this] { return portal(); }, systemLog_),
@@ -34,7 +35,7 @@ Program::Program(EventLoop& loop, X11Connection& display, double speed)
              store_,  statusBar_,   windows_,
              system_, fonts_,       translations_,
              random_, fatalErrors_, loop,
-             lock_,   activity_,    Services{&loginItem_, nullptr, &mail_, nullptr, nullptr}},
+             lock_,   activity_,    Services{&loginItem_, nullptr, &mail_, &about_, &preferences_}},
       logFiles_(clock_), application_(ports_, logFiles_) {}
 
 Program::~Program() = default;

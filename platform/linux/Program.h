@@ -19,6 +19,8 @@
 #include "platform/linux/status/StatusNotifierItem.h"
 #include "platform/linux/status/TrayFallback.h"
 #include "platform/linux/store/PlistStore.h"
+#include "platform/linux/windows/RemoteAboutPanel.h"
+#include "platform/linux/windows/RemotePreferencesWindow.h"
 #include "platform/linux/windows/RemoteWindowSystem.h"
 #include "platform/linux/windows/TrayProcess.h"
 #include "platform/linux/windows/X11Focus.h"
@@ -58,6 +60,8 @@ class Program final : private StoreReport, private WindowReport {
     X11Screens screens_;
     X11Focus focus_;
     RemoteWindowSystem windows_;
+    RemoteAboutPanel about_;
+    RemotePreferencesWindow preferences_;
     TrayProcess tray_;
     TrayFallback fallback_;
     LinuxSystemInfo system_;

@@ -1,10 +1,13 @@
 // Plays the core's part with real break windows, for desktop checks: does what lines on standard input say
 // and tells on standard output what happened.
 
+#include "platform/linux/windows/RemoteAboutPanel.h"
+#include "platform/linux/windows/RemotePreferencesWindow.h"
 #include "platform/linux/windows/RemoteWindowSystem.h"
 #include "platform/linux/windows/TrayProcess.h"
 #include "platform/linux/windows/X11Focus.h"
 #include "platform/linux/windows/X11Screens.h"
+#include "tests/linux-view/SamplePreferences.h"
 
 #include <iostream>
 #include <map>
@@ -48,7 +51,8 @@ struct BreakWindow {
 class Driver final : public WindowSystemClient {
   public:
     Driver(EventLoop& loop, RemoteWindowSystem& windows, TrayProcess& tray)
-        : loop_(loop), windows_(windows), tray_(tray) {
+        : loop_(loop), windows_(windows), tray_(tray), about_(windows), preferences_(windows),
+          settings_(preferences_, say) {
         windows_.setClient(*this);
         input_ = loop_.watch(STDIN_FILENO, [this] { read(); });
     }
@@ -105,10 +109,23 @@ class Driver final : public WindowSystemClient {
             setTitle(rest);
         else if (verb == "pause")
             pause(rest);
+        else if (verb == "settings" || verb == "about")
+            showManaged(verb);
+        else if (verb == "store")
+            settings_.set(rest.substr(0, rest.find(' ')), rest.substr(rest.find(' ') + 1));
         else if (verb == "view")
             say("view " + std::to_string(windows_.viewPid()));
         else
             set(verb, rest);
+    }
+
+    void showManaged(const std::string& which) {
+        if (which == "settings")
+            preferences_.show();
+        else
+            about_.show({"app.orvane.Kelpa", "Kelpa", "v0.1.0(1)", "Copyright © 2026 The Kelpa Authors.",
+                         "Release Notes", "https://kelpa.example/notes"});
+        windows_.activate();
     }
 
     void setTitle(const std::string& title) {
@@ -185,6 +202,9 @@ class Driver final : public WindowSystemClient {
     EventLoop& loop_;
     RemoteWindowSystem& windows_;
     TrayProcess& tray_;
+    RemoteAboutPanel about_;
+    RemotePreferencesWindow preferences_;
+    test::SamplePreferences settings_;
     SpokenClient client_;
     SpokenClicks clicks_;
     StatusItemModel item_{"kelpa",

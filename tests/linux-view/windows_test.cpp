@@ -298,7 +298,7 @@ TEST_F(RemoteWindows, AreNotHeldUpByAViewThatDoesNotRead) {
     ASSERT_TRUE(receives("set 1 prompt sleep"));
     face_->setPrompt("ok");
     const std::string much(20000, 'm');
-    for (int i = 0; i < 60; ++i)
+    for (int i = 0; i < 200; ++i)
         face_->setCount(much + std::to_string(i));
     EXPECT_TRUE(runUntil([&] { return windows_->viewPid() != 0 && windows_->viewPid() != first; }))
         << "it was not replaced";

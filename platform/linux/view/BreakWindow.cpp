@@ -12,9 +12,7 @@ constexpr qint64 deafMilliseconds = 2000;
 
 } // namespace
 
-BreakWindow::BreakWindow(QQmlEngine& engine) : ViewWindow(engine, QStringLiteral("BreakScreen.qml")) {
-    setFlags(Qt::Window | Qt::FramelessWindowHint | Qt::BypassWindowManagerHint);
-}
+BreakWindow::BreakWindow(QQmlEngine& engine) : PlacedWindow(engine, QStringLiteral("BreakScreen.qml")) {}
 
 void BreakWindow::appeared() {
     shown_.start();
@@ -26,12 +24,12 @@ void BreakWindow::appeared() {
 void BreakWindow::keyPressEvent(QKeyEvent* event) {
     const bool deaf = !staying() || !shown_.isValid() || shown_.elapsed() < deafMilliseconds;
     if (!deaf && !event->isAutoRepeat())
-        ViewWindow::keyPressEvent(event);
+        PlacedWindow::keyPressEvent(event);
 }
 
 void BreakWindow::keyReleaseEvent(QKeyEvent* event) {
     if (staying())
-        ViewWindow::keyReleaseEvent(event);
+        PlacedWindow::keyReleaseEvent(event);
 }
 
 } // namespace kelpa

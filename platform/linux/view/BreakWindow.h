@@ -1,13 +1,13 @@
 #pragma once
 
-#include "platform/linux/view/ViewWindow.h"
+#include "platform/linux/view/PlacedWindow.h"
 
 #include <QElapsedTimer>
 
 namespace kelpa {
 
 /// Covers a whole screen, above everything else and beyond the reach of the window manager.
-class BreakWindow : public ViewWindow {
+class BreakWindow : public PlacedWindow {
     Q_OBJECT
 
   public:

@@ -1,6 +1,7 @@
 #include "platform/linux/view/Channel.h"
 
 #include <QCoreApplication>
+#include <fcntl.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
@@ -15,6 +16,8 @@ bool Channel::isConnection(int fd) {
 Channel::Channel(int fd, QObject* parent)
     : QObject(parent), reader_(fd), writer_(fd), readable_(fd, QSocketNotifier::Read),
       writable_(fd, QSocketNotifier::Write) {
+    // A browser that outlives this program must not hold on to the connection.
+    ::fcntl(fd, F_SETFD, FD_CLOEXEC);
     writable_.setEnabled(false);
     connect(&readable_, &QSocketNotifier::activated, this, &Channel::read);
     connect(&writable_, &QSocketNotifier::activated, this, &Channel::flush);

@@ -1,6 +1,8 @@
 #include "platform/linux/view/Desk.h"
 
+#include "platform/linux/view/AboutWindow.h"
 #include "platform/linux/view/BreakWindow.h"
+#include "platform/linux/view/PreferencesWindow.h"
 #include "platform/linux/view/WaterWindow.h"
 #include "platform/linux/wire/ViewProtocol.h"
 
@@ -21,6 +23,10 @@ std::unique_ptr<ViewWindow> makeKind(QQmlEngine& engine, const std::string& kind
         return std::make_unique<BreakWindow>(engine);
     if (kind == view::waterKind)
         return std::make_unique<WaterWindow>(engine);
+    if (kind == view::preferencesKind)
+        return std::make_unique<PreferencesWindow>(engine);
+    if (kind == view::aboutKind)
+        return std::make_unique<AboutWindow>(engine);
     throw std::runtime_error("there is no window of the kind \"" + kind + "\"");
 }
 
@@ -49,15 +55,19 @@ void Desk::obey(const wire::Message& message) {
     const auto found = id ? windows_.find(*id) : windows_.end();
     if (found == windows_.end())
         return complain("no window for \"" + message.verb() + "\"");
-    if (message.verb() == view::drop)
+    if (message.verb() == view::drop) {
         windows_.erase(found);
-    else
-        obeyWindow(*found->second, message);
+        return;
+    }
+    if (message.verb() == view::show)
+        front_ = *id;
+    obeyWindow(*found->second, message);
 }
 
 void Desk::obeyWindow(ViewWindow& window, const wire::Message& message) {
     if (message.verb() == view::set)
-        window.setContentProperty(message.field(2).c_str(), QString::fromStdString(message.field(3)));
+        window.setContentProperty(QByteArray::fromStdString(message.field(2)),
+                                  QString::fromStdString(message.field(3)));
     else if (message.verb() == view::show)
         window.appear();
     else if (message.verb() == view::hide)
@@ -109,16 +119,26 @@ ViewWindow* Desk::guardingWindow() const {
     return first;
 }
 
+/// The one that was shown last, else any that stays.
+ViewWindow* Desk::frontWindow() const {
+    const auto last = windows_.find(front_);
+    if (last != windows_.end() && last->second->staying())
+        return last->second.get();
+    for (const auto& [id, window] : windows_)
+        if (window->staying())
+            return window.get();
+    return nullptr;
+}
+
 void Desk::giveKeyboard() {
     if (guardingWindow() != nullptr) {
         focusDue_ = false;
         return keyboard_.takeFocus();
     }
-    for (const auto& [id, window] : windows_)
-        if (window->staying()) {
-            focusDue_ = false;
-            return window->takeKeyboard();
-        }
+    if (ViewWindow* window = frontWindow()) {
+        focusDue_ = false;
+        window->takeKeyboard();
+    }
 }
 
 /// The lowest first: breaks cover everything.
@@ -126,7 +146,7 @@ std::vector<xcb_window_t> Desk::shownWindows() const {
     std::vector<xcb_window_t> shown;
     for (const bool covering : {false, true})
         for (const auto& [id, window] : windows_)
-            if (window->isVisible() && window->guardsKeyboard() == covering)
+            if (window->isVisible() && window->keptOnTop() && window->guardsKeyboard() == covering)
                 shown.push_back(static_cast<xcb_window_t>(window->winId()));
     return shown;
 }

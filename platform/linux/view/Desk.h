@@ -31,6 +31,7 @@ class Desk : public QObject {
     [[nodiscard]] std::vector<xcb_window_t> shownWindows() const;
     void warmUp();
     [[nodiscard]] ViewWindow* guardingWindow() const;
+    [[nodiscard]] ViewWindow* frontWindow() const;
     void giveKeyboard();
     void complain(const std::string& text);
 
@@ -39,6 +40,7 @@ class Desk : public QObject {
     KeyboardGuard keyboard_;
     StackKeeper stack_;
     Windows windows_;
+    int front_ = 0; ///< the window that was shown last
     bool focusDue_ = false;
     bool ready_ = false;
 };

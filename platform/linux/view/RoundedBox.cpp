@@ -1,9 +1,9 @@
 #include "platform/linux/view/RoundedBox.h"
 
+#include "platform/linux/view/PainterNode.h"
+
 #include <QPainter>
 #include <QQuickWindow>
-#include <QSGRenderNode>
-#include <QSGRendererInterface>
 #include <algorithm>
 
 namespace kelpa {
@@ -20,37 +20,11 @@ struct Look {
 void draw(QPainter& painter, const Look& look) {
     const qreal inset = look.border.style() == Qt::NoPen ? 0 : look.border.widthF() / 2;
     const QRectF box = look.box.adjusted(inset, inset, -inset, -inset);
-    const qreal radius = std::min({look.radius - inset, box.width() / 2, box.height() / 2});
-    painter.setRenderHint(QPainter::Antialiasing);
+    const qreal radius = std::max(0.0, std::min({look.radius - inset, box.width() / 2, box.height() / 2}));
     painter.setPen(look.border);
     painter.setBrush(look.color);
     painter.drawRoundedRect(box, radius, radius);
 }
-
-/// Draws with the very painter that the window's other parts are drawn with.
-class BoxNode final : public QSGRenderNode {
-  public:
-    explicit BoxNode(QQuickWindow& window) : window_(window) {}
-    void setLook(const Look& look) { look_ = look; }
-
-    void render(const RenderState* state) override {
-        auto* painter = static_cast<QPainter*>(
-            window_.rendererInterface()->getResource(&window_, QSGRendererInterface::PainterResource));
-        if (painter == nullptr)
-            return;
-        if (state->clipRegion() != nullptr && !state->clipRegion()->isEmpty())
-            painter->setClipRegion(*state->clipRegion(), Qt::ReplaceClip);
-        painter->setTransform(matrix()->toTransform());
-        painter->setOpacity(inheritedOpacity());
-        draw(*painter, look_);
-    }
-    [[nodiscard]] RenderingFlags flags() const override { return BoundedRectRendering; }
-    [[nodiscard]] QRectF rect() const override { return look_.box; }
-
-  private:
-    QQuickWindow& window_;
-    Look look_;
-};
 
 } // namespace
 
@@ -60,12 +34,11 @@ RoundedBox::RoundedBox(QQuickItem* parent) : QQuickItem(parent) {
 }
 
 QSGNode* RoundedBox::updatePaintNode(QSGNode* node, UpdatePaintNodeData* /*data*/) {
-    auto* box = node != nullptr ? static_cast<BoxNode*>(node) : new BoxNode(*window());
+    auto* box = node != nullptr ? static_cast<PainterNode*>(node) : new PainterNode(*window());
     Look look{boundingRect(), color_, Qt::NoPen, radius_};
     if (borderWidth_ > 0)
         look.border = QPen(borderColor_, borderWidth_);
-    box->setLook(look);
-    box->markDirty(QSGNode::DirtyMaterial);
+    box->setDrawing(boundingRect(), [look](QPainter& painter) { draw(painter, look); });
     return box;
 }
 

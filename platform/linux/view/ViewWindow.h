@@ -1,7 +1,5 @@
 #pragma once
 
-#include "platform/linux/view/Fade.h"
-
 #include <QQuickWindow>
 #include <QRect>
 
@@ -20,18 +18,21 @@ class ViewWindow : public QQuickWindow {
     ViewWindow(QQmlEngine& engine, const QString& file);
     ~ViewWindow() override;
 
-    /// Puts the window at `pixels` of the desktop, on the screen of that connector.
-    void setPlace(const QRect& pixels, const QString& connector);
-    void setContentProperty(const char* name, const QString& value);
-    void setAlpha(double alpha);
-    void fadeTo(double alpha, double seconds);
-    void appear();
-    void disappear();
+    /// Where the window stands: in pixels of the desktop, on the screen of that connector.
+    virtual void setPlace(const QRect& pixels, const QString& connector) = 0;
+    virtual void setContentProperty(const QByteArray& name, const QString& value);
+    virtual void setAlpha(double alpha) = 0;
+    virtual void fadeTo(double alpha, double seconds) = 0;
+    /// Shows the window in front of all others of its kind.
+    virtual void appear() = 0;
+    virtual void disappear() = 0;
     /// Makes everything ready that can be before the window is shown.
-    void warmUp();
+    virtual void warmUp() {}
     /// On screen, and not on its way out.
-    [[nodiscard]] bool staying() const { return isVisible() && fade_.target() > 0; }
+    [[nodiscard]] virtual bool staying() const { return isVisible(); }
 
+    /// Whether it belongs above the windows of all programs.
+    [[nodiscard]] virtual bool keptOnTop() const { return false; }
     /// Whether no key may reach anything else while the window shows.
     [[nodiscard]] virtual bool guardsKeyboard() const { return false; }
     /// The program wants the keyboard to belong to this window.
@@ -42,31 +43,17 @@ class ViewWindow : public QQuickWindow {
 
   protected:
     [[nodiscard]] QQuickItem& content() const { return *content_; }
+    /// The screen of a connector, else the primary one; null when there is none.
+    [[nodiscard]] static QScreen* screenOf(const QString& connector);
     void resizeEvent(QResizeEvent* event) override;
-    /// Asserts the place, because something else may have changed it.
-    void assertPlace();
-    virtual void appeared() {}
-    virtual void left() {}
-    /// Moves the window for good, in the toolkit's units.
-    void moveBy(QPoint distance);
 
-  private slots:
+  protected slots:
     void followBackground();
 
   private:
     void makeContent(QQmlEngine& engine, const QString& file);
-    void watchScreens();
-    [[nodiscard]] QScreen* targetScreen() const;
-    void applyOpacity(double value);
-    void settle();
-    void fillEdges();
 
     QQuickItem* content_ = nullptr;
-    QRect pixels_;
-    QString connector_;
-    Fade fade_;
-    bool composited_ = false;
-    bool warm_ = false;
 };
 
 } // namespace kelpa

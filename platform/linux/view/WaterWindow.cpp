@@ -15,9 +15,7 @@ constexpr qint64 deafMilliseconds = 1000;
 
 } // namespace
 
-WaterWindow::WaterWindow(QQmlEngine& engine) : ViewWindow(engine, QStringLiteral("WaterPanel.qml")) {
-    setFlags(Qt::Window | Qt::FramelessWindowHint | Qt::BypassWindowManagerHint);
-}
+WaterWindow::WaterWindow(QQmlEngine& engine) : PlacedWindow(engine, QStringLiteral("WaterPanel.qml")) {}
 
 void WaterWindow::appeared() {
     focused_.invalidate();
@@ -47,12 +45,12 @@ bool WaterWindow::deaf() const {
 
 void WaterWindow::keyPressEvent(QKeyEvent* event) {
     if (!deaf())
-        ViewWindow::keyPressEvent(event);
+        PlacedWindow::keyPressEvent(event);
 }
 
 void WaterWindow::keyReleaseEvent(QKeyEvent* event) {
     if (!deaf())
-        ViewWindow::keyReleaseEvent(event);
+        PlacedWindow::keyReleaseEvent(event);
 }
 
 /// Whoever clicks the panel wants it; and a press that no control takes begins to drag it.
@@ -60,20 +58,20 @@ void WaterWindow::mousePressEvent(QMouseEvent* event) {
     keysAtRest_.cancel();
     if (!focused_.isValid())
         focusNow();
-    ViewWindow::mousePressEvent(event);
+    PlacedWindow::mousePressEvent(event);
     dragged_ = event->button() == Qt::LeftButton && (mouseGrabberItem() == nullptr);
     grip_ = event->globalPosition().toPoint() - position();
 }
 
 void WaterWindow::mouseMoveEvent(QMouseEvent* event) {
-    ViewWindow::mouseMoveEvent(event);
+    PlacedWindow::mouseMoveEvent(event);
     if (dragged_ && (event->buttons() & Qt::LeftButton) != 0)
         moveBy(event->globalPosition().toPoint() - grip_ - position());
 }
 
 void WaterWindow::mouseReleaseEvent(QMouseEvent* event) {
     dragged_ = false;
-    ViewWindow::mouseReleaseEvent(event);
+    PlacedWindow::mouseReleaseEvent(event);
 }
 
 } // namespace kelpa

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/linux/view/KeysAtRest.h"
-#include "platform/linux/view/ViewWindow.h"
+#include "platform/linux/view/PlacedWindow.h"
 
 #include <QElapsedTimer>
 
@@ -9,7 +9,7 @@ namespace kelpa {
 
 /// The water panel: floats in its corner above everything but breaks, dragged by its background. Nobody asked
 /// for it, so it takes the keyboard only once no key has been pressed for a moment.
-class WaterWindow : public ViewWindow {
+class WaterWindow : public PlacedWindow {
     Q_OBJECT
 
   public:

@@ -120,6 +120,20 @@ void focus(xcb_window_t window) {
     xcb_flush(connection());
 }
 
+void activate(xcb_window_t window) {
+    constexpr std::uint32_t fromUser = 2;
+    xcb_client_message_event_t request{};
+    request.response_type = XCB_CLIENT_MESSAGE;
+    request.format = 32;
+    request.window = window;
+    request.type = atom("_NET_ACTIVE_WINDOW");
+    request.data.data32[0] = fromUser;
+    xcb_send_event(connection(), 0, root(),
+                   XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
+                   reinterpret_cast<const char*>(&request));
+    xcb_flush(connection());
+}
+
 void setBackground(xcb_window_t window, const QColor& color) {
     const std::uint32_t pixel = color.rgb() & 0xffffffU;
     xcb_change_window_attributes(connection(), window, XCB_CW_BACK_PIXEL, &pixel);

@@ -39,6 +39,8 @@ using ReplyPointer = std::unique_ptr<Reply, FreeReply>;
 void moveResize(xcb_window_t window, const QRect& pixels);
 void raise(xcb_window_t window);
 void focus(xcb_window_t window);
+/// Asks the window manager for the keyboard and a place in front, as for a person who chose the window.
+void activate(xcb_window_t window);
 /// What the server itself fills the window with before it is painted.
 void setBackground(xcb_window_t window, const QColor& color);
 /// Fills a part of the window with that.

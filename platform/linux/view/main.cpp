@@ -1,3 +1,4 @@
+#include "platform/linux/view/Browser.h"
 #include "platform/linux/view/Channel.h"
 #include "platform/linux/view/Desk.h"
 #include "platform/linux/wire/ViewProtocol.h"
@@ -20,6 +21,8 @@ void keepToolkitSmall() {
     if (qgetenv("XDG_CURRENT_DESKTOP") != "KDE")
         qputenv("QT_QPA_PLATFORMTHEME", "generic");
     qunsetenv("SESSION_MANAGER");
+    // The name that window managers know the windows by.
+    qputenv("RESOURCE_NAME", "kelpa");
 }
 
 /// Pictures as large as a screen are made and dropped: their memory is given back each time, and not kept in
@@ -45,6 +48,7 @@ int main(int argc, char** argv) {
         std::fputs("kelpa-view draws the windows of kelpa, which starts it when it is needed.\n", stderr);
         return 2;
     }
+    kelpa::Browser::setEnvironment(QProcessEnvironment::systemEnvironment());
     keepToolkitSmall();
     giveLargeBlocksBack();
     QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);

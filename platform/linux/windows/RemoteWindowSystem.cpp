@@ -47,9 +47,10 @@ WindowPlace RemoteWindowSystem::place(const Rect& frame, std::uint32_t screen) c
 }
 
 std::shared_ptr<WindowRecord> RemoteWindowSystem::makeRecord(std::string_view kind, const std::string& title,
-                                                             const WindowPlace& place) {
+                                                             const WindowPlace& place, Presence presence) {
     ViewLink& link = *this;
-    const auto record = std::make_shared<WindowRecord>(link, nextId_++, std::string(kind), title, place);
+    const auto record =
+        std::make_shared<WindowRecord>(link, nextId_++, std::string(kind), title, place, presence);
     records_.push_back(record);
     return record;
 }
@@ -64,6 +65,18 @@ std::shared_ptr<WindowRecord> RemoteWindowSystem::record(const WindowSpec& spec,
     record->setTitle(spec.title);
     record->setPlace(where);
     return record;
+}
+
+std::shared_ptr<WindowRecord> RemoteWindowSystem::makeManaged(std::string_view kind,
+                                                              const std::string& title) {
+    return makeRecord(kind, title, {}, Presence::WhileShown);
+}
+
+void RemoteWindowSystem::showManaged(WindowRecord& window) {
+    const Screen* screen = parts_.screens.mainScreen();
+    if (!window.visible() && screen != nullptr)
+        window.setPlace({{}, parts_.screens.connector(screen->number)});
+    window.show();
 }
 
 void RemoteWindowSystem::forget(const std::shared_ptr<WindowRecord>& record) {
@@ -165,9 +178,18 @@ void RemoteWindowSystem::didAct(const wire::Message& message) {
     record->didAct(message.field(2), message.field(3));
 }
 
+/// Whether something shows that takes the keyboard past the window manager, and so has to give it back.
+bool RemoteWindowSystem::anyTakesFocus() const {
+    return std::any_of(records_.begin(), records_.end(), [](const auto& record) {
+        return record->presence() == Presence::Always && record->staying();
+    });
+}
+
 void RemoteWindowSystem::activate() {
-    parts_.focus.remember();
-    active_ = true;
+    if (anyTakesFocus()) {
+        parts_.focus.remember();
+        active_ = true;
+    }
     send({view::activate});
 }
 

@@ -43,6 +43,11 @@ class RemoteWindowSystem final : public WindowSystem,
     void activate() override;
     void deactivate() override;
 
+    /// A window that the desktop's window manager looks after; nobody sees it yet.
+    [[nodiscard]] std::shared_ptr<WindowRecord> makeManaged(std::string_view kind, const std::string& title);
+    /// Shows such a window, at first on the main screen; one that is shown comes to the front.
+    void showManaged(WindowRecord& window);
+
     /// Process id of the view; 0 when none runs.
     [[nodiscard]] int viewPid() const { return view_.pid(); }
 
@@ -59,8 +64,9 @@ class RemoteWindowSystem final : public WindowSystem,
     void forget(const std::shared_ptr<WindowRecord>& record) override;
 
     [[nodiscard]] bool anyVisible() const;
+    [[nodiscard]] bool anyTakesFocus() const;
     std::shared_ptr<WindowRecord> makeRecord(std::string_view kind, const std::string& title,
-                                             const WindowPlace& place);
+                                             const WindowPlace& place, Presence presence = Presence::Always);
     void startView();
     void replay();
     void reserveBreakWindows();

@@ -6,15 +6,20 @@
 
 namespace kelpa {
 
-WindowRecord::WindowRecord(ViewLink& link, int id, std::string kind, std::string title, WindowPlace place)
-    : link_(&link), id_(id), idText_(std::to_string(id)), kind_(std::move(kind)), title_(std::move(title)),
-      place_(std::move(place)) {
+WindowRecord::WindowRecord(ViewLink& link, int id, std::string kind, std::string title, WindowPlace place,
+                           Presence presence)
+    : link_(&link), id_(id), idText_(std::to_string(id)), presence_(presence), kind_(std::move(kind)),
+      title_(std::move(title)), place_(std::move(place)) {
     sendOpen();
+}
+
+bool WindowRecord::known() const {
+    return link_ != nullptr && (visible_ || presence_ == Presence::Always);
 }
 
 template <typename... Values>
 void WindowRecord::send(std::string_view verb, const Values&... values) const {
-    if (link_ != nullptr)
+    if (known())
         link_->send({verb, idText_, values...});
 }
 
@@ -38,16 +43,33 @@ void WindowRecord::setPlace(const WindowPlace& place) {
     sendOpen();
 }
 
-void WindowRecord::setProperty(std::string_view name, std::string_view value) {
-    const auto known = std::find_if(properties_.begin(), properties_.end(),
+/// Keeps the value; false when it was that already.
+bool WindowRecord::store(std::string_view name, std::string_view value) {
+    const auto found = std::find_if(properties_.begin(), properties_.end(),
                                     [name](const auto& property) { return property.first == name; });
-    if (known == properties_.end())
+    if (found == properties_.end())
         properties_.emplace_back(name, value);
-    else if (known->second == value)
-        return;
+    else if (found->second == value)
+        return false;
     else
-        known->second.assign(value);
+        found->second.assign(value);
+    return true;
+}
+
+void WindowRecord::setProperty(std::string_view name, std::string_view value) {
+    if (store(name, value))
+        send(wire::view::set, name, value);
+}
+
+void WindowRecord::assertProperty(std::string_view name, std::string_view value) {
+    store(name, value);
     send(wire::view::set, name, value);
+}
+
+void WindowRecord::repeatProperty(std::string_view name) const {
+    for (const auto& [known, value] : properties_)
+        if (known == name)
+            send(wire::view::set, known, value);
 }
 
 void WindowRecord::setAlpha(double alpha) {
@@ -65,9 +87,13 @@ void WindowRecord::fadeTo(double alpha, double seconds) {
 }
 
 void WindowRecord::show() {
+    const bool wasKnown = known();
     visible_ = true;
     if (link_ == nullptr)
         return;
+    // A view that starts only now is told everything anyway.
+    if (!wasKnown)
+        replay();
     link_->visibilityChanged();
     send(wire::view::show);
 }
@@ -75,8 +101,8 @@ void WindowRecord::show() {
 void WindowRecord::hide() {
     if (!visible_)
         return;
+    send(presence_ == Presence::Always ? wire::view::hide : wire::view::drop);
     visible_ = false;
-    send(wire::view::hide);
     if (link_ != nullptr)
         link_->visibilityChanged();
 }

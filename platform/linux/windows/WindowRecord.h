@@ -29,17 +29,27 @@ struct WindowPlace {
     bool operator==(const WindowPlace&) const = default;
 };
 
+/// From when on a view knows of a window.
+enum class Presence {
+    Always,     ///< at once, so that it is shown without delay
+    WhileShown, ///< when it is shown and until it is hidden: most views never need it
+};
+
 /// All that a view has to know of one window. It is told of changes as they happen, and of everything again
 /// when another view takes over from one that crashed or was given back.
 class WindowRecord {
   public:
     /// `link` outlives the record or is taken from it with `leave()`.
-    WindowRecord(ViewLink& link, int id, std::string kind, std::string title, WindowPlace place);
+    WindowRecord(ViewLink& link, int id, std::string kind, std::string title, WindowPlace place,
+                 Presence presence = Presence::Always);
     WindowRecord(const WindowRecord&) = delete;
     WindowRecord& operator=(const WindowRecord&) = delete;
 
     [[nodiscard]] bool visible() const { return visible_; }
     [[nodiscard]] int id() const { return id_; }
+    [[nodiscard]] Presence presence() const { return presence_; }
+    /// Shown, and not on its way out.
+    [[nodiscard]] bool staying() const { return visible_ && alpha_ > 0; }
     [[nodiscard]] const std::string& kind() const { return kind_; }
     [[nodiscard]] const std::string& title() const { return title_; }
 
@@ -47,6 +57,10 @@ class WindowRecord {
     void setPlace(const WindowPlace& place);
     /// Only a value that differs is sent on. Needs no memory for one of the same length.
     void setProperty(std::string_view name, std::string_view value);
+    /// The same, but sent on in any case: a person may have changed what the window shows.
+    void assertProperty(std::string_view name, std::string_view value);
+    /// Sends on again what a property is.
+    void repeatProperty(std::string_view name) const;
     void setAlpha(double alpha);
     void fadeTo(double alpha, double seconds);
     void show();
@@ -67,12 +81,15 @@ class WindowRecord {
     template <typename... Values>
     void send(std::string_view verb, const Values&... values) const;
     void sendOpen() const;
+    [[nodiscard]] bool known() const;
+    bool store(std::string_view name, std::string_view value);
     [[nodiscard]] double opacityNow() const;
     void replayOpacity() const;
 
     ViewLink* link_;
     int id_;
     std::string idText_;
+    Presence presence_;
     std::string kind_;
     std::string title_;
     WindowPlace place_;

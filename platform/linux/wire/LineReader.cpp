@@ -10,6 +10,7 @@ namespace {
 
 /// A side that never stops writing must not keep us from everything else.
 constexpr int mostRounds = 64;
+constexpr std::size_t usualLine = 65536;
 
 } // namespace
 
@@ -46,6 +47,9 @@ void LineReader::take(std::string_view bytes, const std::function<void(const Mes
 void LineReader::finishLine(const std::function<void(const Message&)>& message) {
     const auto decoded = tooLong_ ? std::nullopt : decode(line_);
     line_.clear();
+    // One long message must not take its room for the rest of the day.
+    if (line_.capacity() > usualLine)
+        line_.shrink_to_fit();
     tooLong_ = false;
     if (decoded)
         message(*decoded);

@@ -12,7 +12,7 @@ namespace kelpa::wire {
 /// one that is too long is skipped to its end, and neither takes more memory than one line may have.
 class LineReader {
   public:
-    static constexpr std::size_t longestLine = 65536;
+    static constexpr std::size_t longestLine = 524288;
     enum class State { Open, Closed };
 
     /// The caller keeps owning `fd`.

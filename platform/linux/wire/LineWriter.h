@@ -11,7 +11,7 @@ namespace kelpa::wire {
 /// limit, and tried again with the next message or `flush()`.
 class LineWriter {
   public:
-    static constexpr std::size_t mostPending = 262144;
+    static constexpr std::size_t mostPending = 1048576;
     enum class State {
         Idle,    ///< everything is on its way
         Pending, ///< some is kept: call `flush()` again in a while

@@ -24,6 +24,17 @@ void appendEscaped(std::string_view text, std::string& line) {
     }
 }
 
+template <class Fields>
+void appendFields(const Fields& fields, std::string& line) {
+    bool first = true;
+    for (const std::string_view field : fields) {
+        if (!first)
+            line += '\t';
+        first = false;
+        appendEscaped(field, line);
+    }
+}
+
 /// Appends the text of one field; false when an escape is unknown or cut off.
 bool appendPlain(std::string_view text, std::string& field) {
     for (std::size_t i = 0; i < text.size(); ++i) {
@@ -65,14 +76,14 @@ std::optional<double> Message::real(std::size_t index) const {
     return value;
 }
 
+std::string Message::line() const {
+    std::string line;
+    appendFields(fields_, line);
+    return line;
+}
+
 void encode(std::initializer_list<std::string_view> fields, std::string& line) {
-    bool first = true;
-    for (const std::string_view field : fields) {
-        if (!first)
-            line += '\t';
-        first = false;
-        appendEscaped(field, line);
-    }
+    appendFields(fields, line);
     line += '\n';
 }
 

@@ -23,6 +23,8 @@ class Message {
     [[nodiscard]] std::optional<int> number(std::size_t index) const;
     /// A field as a finite number with a full stop as decimal separator, whatever the locale.
     [[nodiscard]] std::optional<double> real(std::size_t index) const;
+    /// The line that it is, without a line feed, as `decode` reads it.
+    [[nodiscard]] std::string line() const;
     bool operator==(const Message&) const = default;
 
   private:

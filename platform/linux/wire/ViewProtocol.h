@@ -7,7 +7,8 @@ namespace kelpa::wire::view {
 
 // From the program to the view.
 /// open WINDOW KIND TITLE X Y WIDTH HEIGHT SCREEN: makes a hidden window, in pixels of the desktop, on the
-/// screen of that connector name; for a window that is there, gives it this title and place.
+/// screen of that connector name; for a window that is there, gives it this title and place. A window of the
+/// window manager's gets its place from `bounds`, else stands in the middle of that screen.
 inline constexpr std::string_view open = "open";
 /// set WINDOW PROPERTY VALUE: a property of the window's content.
 inline constexpr std::string_view set = "set";
@@ -68,5 +69,47 @@ inline constexpr std::string_view selectedAmount = "selectedAmount";
 inline constexpr std::string_view amountAction = "amount";
 inline constexpr std::string_view doneAction = "done";
 inline constexpr std::string_view closeAction = "close";
+
+// Windows that the window manager looks after.
+/// X Y WIDTH HEIGHT, separated by blanks, in the toolkit's units: where the window was when it was closed
+/// last.
+inline constexpr std::string_view bounds = "bounds";
+/// The person closed the window; with its bounds as its value.
+inline constexpr std::string_view closedAction = "closed";
+
+inline constexpr std::string_view aboutKind = "about";
+/// What the panel says, as JSON.
+inline constexpr std::string_view about = "about";
+
+inline constexpr std::string_view preferencesKind = "preferences";
+/// Everything that never changes, as JSON.
+inline constexpr std::string_view layout = "layout";
+/// What a control shows: the property is one of these, a colon, and the control's id.
+inline constexpr std::string_view onField = "on";
+inline constexpr std::string_view textField = "text";
+/// JSON: objects of value and text.
+inline constexpr std::string_view entriesField = "entries";
+inline constexpr std::string_view chosenField = "chosen";
+/// HOUR:MINUTE
+inline constexpr std::string_view timeField = "time";
+inline constexpr std::string_view hintField = "hint";
+inline constexpr std::string_view problemField = "problem";
+inline constexpr std::string_view enabledField = "enabled";
+inline constexpr std::string_view visibleField = "visible";
+/// The window has the keyboard again.
+inline constexpr std::string_view cameToFrontAction = "cameToFront";
+// What a person did to a control. The value is a message in itself: the control's id and what follows here.
+inline constexpr std::string_view switchedAction = "switched";                 ///< 0 or 1
+inline constexpr std::string_view typedAction = "typed";                       ///< TEXT
+inline constexpr std::string_view enteredAction = "entered";                   ///< TEXT
+inline constexpr std::string_view steppedAction = "stepped";                   ///< -1 or 1
+inline constexpr std::string_view chosenAction = "chosen";                     ///< VALUE
+inline constexpr std::string_view timeEnteredAction = "timeEntered";           ///< HOUR MINUTE
+inline constexpr std::string_view timePointAddedAction = "timePointAdded";     ///< HOUR MINUTE
+inline constexpr std::string_view timePointRemovedAction = "timePointRemoved"; ///< HOUR MINUTE
+inline constexpr std::string_view promptAddedAction = "promptAdded";           ///< TEXT
+inline constexpr std::string_view promptEditedAction = "promptEdited";         ///< OLD NEW
+inline constexpr std::string_view promptDeletedAction = "promptDeleted";       ///< TEXT
+inline constexpr std::string_view promptsResetAction = "promptsReset";
 
 } // namespace kelpa::wire::view

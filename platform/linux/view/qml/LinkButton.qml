@@ -5,9 +5,10 @@ Pressable {
     id: link
 
     property alias text: label.text
+    property alias arrow: chevron.visible
     readonly property color tint: pressed ? Theme.linkPressed : hovered ? Theme.linkHovered : Theme.link
 
-    implicitWidth: chevron.x + chevron.width
+    implicitWidth: arrow ? chevron.x + chevron.width : label.implicitWidth
     implicitHeight: label.implicitHeight
     ringRadius: Theme.hairSpace
     ringMargin: Theme.hairSpace

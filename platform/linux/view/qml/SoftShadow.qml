@@ -6,6 +6,8 @@ Item {
     id: shadow
 
     property real strength: 0.5
+    /// Of what casts it.
+    property real radius: height / 2
 
     Repeater {
         model: 3
@@ -15,7 +17,7 @@ Item {
             anchors.margins: -(index + 1)
             anchors.topMargin: -index
             anchors.bottomMargin: -(index + 2)
-            radius: height / 2
+            radius: shadow.radius + index + 1
             color: Theme.shadow
             opacity: shadow.strength * (0.3 - index * 0.09)
         }

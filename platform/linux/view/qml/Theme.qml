@@ -10,6 +10,7 @@ QtObject {
     // Type
     readonly property int displaySize: 100
     readonly property int titleSize: 40
+    readonly property int largeTitleSize: 26
     readonly property int headlineSize: 15
     readonly property int bodySize: 14
     readonly property int footnoteSize: 12
@@ -21,6 +22,12 @@ QtObject {
     readonly property int stackSpace: 12
     readonly property int padding: 16
     readonly property int section: 80
+    /// Beside a form, however wide its window is.
+    readonly property int formWidth: 760
+    /// Of everything that is as high as one line: fields, buttons, switches with their labels.
+    readonly property int controlHeight: 30
+    readonly property int controlRadius: 7
+    readonly property int cardRadius: 12
     /// A line of text that is longer than this is hard to follow.
     readonly property int readableWidth: 1240
 
@@ -42,9 +49,25 @@ QtObject {
     readonly property color surfaceHovered: dark ? "#373a40" : "#dbdee4"
     readonly property color surfacePressed: dark ? "#424650" : "#cdd1d9"
     readonly property color track: dark ? "#35383e" : "#d9dce2"
+    readonly property color toolbar: dark ? "#26282c" : "#e8eaee"
+    readonly property color card: dark ? "#27292d" : "#fdfdfe"
+    readonly property color field: dark ? "#1b1c1f" : "#ffffff"
+    readonly property color control: dark ? "#3a3d44" : "#e9ebef"
+    readonly property color controlHovered: dark ? "#454952" : "#dfe2e8"
+    readonly property color controlPressed: dark ? "#50545e" : "#d1d5dc"
+    readonly property color controlFaint: dark ? "#26282c" : "#f3f4f6"
+    readonly property color tab: dark ? "#383b42" : "#d8dbe1"
+    /// The chosen one of several that lie on a track.
+    readonly property color raised: dark ? "#5a5f6a" : "#ffffff"
+    /// Around what can be changed: 3 to 1 or better to the card.
+    readonly property color outline: dark ? "#767b87" : "#878c96"
+    readonly property color outlineHovered: dark ? "#969ba7" : "#686d77"
     readonly property color hairline: dark ? "#3a3d44" : "#cfd3da"
     readonly property color shadow: dark ? "#000000" : "#5d626c"
     readonly property color focusRing: dark ? "#8062a8ff" : "#800066de"
+
+    /// How much is left of what cannot be used now.
+    readonly property real disabledOpacity: 0.45
 
     // Motion
     readonly property int quick: 120

@@ -1,0 +1,30 @@
+#include "platform/linux/view/ClockFormat.h"
+
+#include <QRegularExpression>
+
+namespace kelpa {
+
+namespace {
+
+/// What stands between the hours and the minutes; without its blanks and quotes, because they have fields of
+/// their own here.
+QString separatorIn(const QString& format) {
+    static const QRegularExpression between(QStringLiteral("[hH]([^hHm]+)m"));
+    QString found = between.match(format).captured(1).remove(QLatin1Char('\'')).trimmed();
+    return found.isEmpty() ? QStringLiteral(":") : found;
+}
+
+} // namespace
+
+ClockFormat::ClockFormat(const QLocale& locale, QObject* parent) : QObject(parent) {
+    const QString format = locale.timeFormat(QLocale::ShortFormat);
+    const qsizetype half = format.indexOf(QLatin1Char('a'), 0, Qt::CaseInsensitive);
+    twelveHours_ = half >= 0;
+    halfFirst_ = twelveHours_ && half < format.indexOf(QLatin1Char('m'));
+    zeroBeforeHour_ = format.contains(QLatin1String("hh"), Qt::CaseInsensitive);
+    separator_ = separatorIn(format);
+    am_ = locale.amText();
+    pm_ = locale.pmText();
+}
+
+} // namespace kelpa

@@ -1,0 +1,84 @@
+#include "platform/linux/view/EntryList.h"
+
+#include <algorithm>
+
+namespace kelpa {
+
+namespace {
+
+using Entries = QList<EntryList::Entry>;
+
+int commonStart(const Entries& a, const Entries& b) {
+    const auto ends = std::mismatch(a.begin(), a.end(), b.begin(), b.end());
+    return static_cast<int>(ends.first - a.begin());
+}
+
+/// Of what lies behind the common start.
+int commonEnd(const Entries& a, const Entries& b, int start) {
+    const auto ends = std::mismatch(a.rbegin(), a.rend() - start, b.rbegin(), b.rend() - start);
+    return static_cast<int>(ends.first - a.rbegin());
+}
+
+} // namespace
+
+/// A person changes one line at a time, so what differs lies between a common start and a common end.
+void EntryList::take(const QList<Entry>& entries) {
+    const int start = commonStart(entries_, entries);
+    const int end = commonEnd(entries_, entries, start);
+    const int before = count() - start - end;
+    const int after = static_cast<int>(entries.size()) - start - end;
+    const int changed = std::min(before, after);
+    std::copy_n(entries.begin() + start, changed, entries_.begin() + start);
+    if (changed > 0)
+        emit dataChanged(index(start), index(start + changed - 1));
+    remove(start + changed, before - changed);
+    insert(start + changed, entries.mid(start + changed, after - changed));
+}
+
+void EntryList::remove(int first, int count) {
+    if (count <= 0)
+        return;
+    beginRemoveRows({}, first, first + count - 1);
+    entries_.remove(first, count);
+    endRemoveRows();
+    emit countChanged();
+}
+
+void EntryList::insert(int first, const QList<Entry>& entries) {
+    if (entries.isEmpty())
+        return;
+    beginInsertRows({}, first, first + static_cast<int>(entries.size()) - 1);
+    entries_ = entries_.first(first) + entries + entries_.sliced(first);
+    endInsertRows();
+    emit countChanged();
+}
+
+QString EntryList::valueAt(int row) const {
+    return entries_.value(row).value;
+}
+
+QString EntryList::textAt(int row) const {
+    return entries_.value(row).text;
+}
+
+int EntryList::indexOf(const QString& value) const {
+    const auto found = std::find_if(entries_.begin(), entries_.end(),
+                                    [&value](const Entry& entry) { return entry.value == value; });
+    return found == entries_.end() ? -1 : static_cast<int>(found - entries_.begin());
+}
+
+int EntryList::rowCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : count();
+}
+
+QVariant EntryList::data(const QModelIndex& index, int role) const {
+    if (role == ValueRole)
+        return valueAt(index.row());
+    return role == TextRole || role == Qt::DisplayRole ? textAt(index.row()) : QVariant();
+}
+
+QHash<int, QByteArray> EntryList::roleNames() const {
+    return {{ValueRole, "value"}, {TextRole, "text"}};
+}
+
+} // namespace kelpa

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <QAbstractListModel>
+#include <QList>
+#include <QString>
+#include <QtQml/qqmlregistration.h>
+
+namespace kelpa {
+
+/// What a control offers or lists. Taking a new list changes only the lines that differ, so that a view of it
+/// keeps its place and the line that is being edited.
+class EntryList : public QAbstractListModel {
+    Q_OBJECT
+    Q_PROPERTY(int count READ count NOTIFY countChanged FINAL)
+    QML_ELEMENT
+    QML_UNCREATABLE("a control has one")
+
+  public:
+    struct Entry {
+        QString value;
+        QString text;
+        bool operator==(const Entry&) const = default;
+    };
+    enum Role { ValueRole = Qt::UserRole, TextRole };
+
+    using QAbstractListModel::QAbstractListModel;
+    void take(const QList<Entry>& entries);
+
+    [[nodiscard]] int count() const { return static_cast<int>(entries_.size()); }
+    /// Empty where there is no such line.
+    Q_INVOKABLE [[nodiscard]] QString valueAt(int row) const;
+    Q_INVOKABLE [[nodiscard]] QString textAt(int row) const;
+    /// -1 when none has it.
+    Q_INVOKABLE [[nodiscard]] int indexOf(const QString& value) const;
+
+    [[nodiscard]] int rowCount(const QModelIndex& parent) const override;
+    [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
+    [[nodiscard]] QHash<int, QByteArray> roleNames() const override;
+
+  signals:
+    void countChanged();
+
+  private:
+    void remove(int first, int count);
+    void insert(int first, const QList<Entry>& entries);
+
+    QList<Entry> entries_;
+};
+
+} // namespace kelpa

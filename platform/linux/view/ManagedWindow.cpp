@@ -1,0 +1,90 @@
+#include "platform/linux/view/ManagedWindow.h"
+
+#include "platform/linux/view/X11.h"
+#include "platform/linux/wire/ViewProtocol.h"
+
+#include <QGuiApplication>
+#include <QIcon>
+#include <QQuickItem>
+#include <QScreen>
+#include <QStringList>
+
+namespace kelpa {
+
+namespace {
+
+QString inWords(const QRect& rect) {
+    return QStringLiteral("%1 %2 %3 %4").arg(rect.x()).arg(rect.y()).arg(rect.width()).arg(rect.height());
+}
+
+/// Null for anything that is no rectangle.
+QRect fromWords(const QString& words) {
+    const QStringList parts = words.split(QLatin1Char(' '));
+    if (parts.size() != 4)
+        return {};
+    return {parts[0].toInt(), parts[1].toInt(), parts[2].toInt(), parts[3].toInt()};
+}
+
+/// Enough of the window's upper edge to take hold of it.
+bool reachable(const QRect& bounds) {
+    const QRect handle(bounds.center().x() - 20, bounds.y(), 40, 20);
+    for (const QScreen* screen : QGuiApplication::screens())
+        if (screen->availableGeometry().contains(handle))
+            return true;
+    return false;
+}
+
+} // namespace
+
+ManagedWindow::ManagedWindow(QQmlEngine& engine, const QString& file) : ViewWindow(engine, file) {
+    setIcon(QIcon(QStringLiteral(":/pictures/app.orvane.Kelpa.png")));
+}
+
+void ManagedWindow::setPlace(const QRect& /*pixels*/, const QString& connector) {
+    connector_ = connector;
+}
+
+void ManagedWindow::setContentProperty(const QByteArray& name, const QString& value) {
+    if (name == wire::view::bounds.data())
+        bounds_ = fromWords(value);
+    else
+        ViewWindow::setContentProperty(name, value);
+}
+
+QRect ManagedWindow::firstPlace() const {
+    const QScreen* target = screenOf(connector_);
+    const QRect room = target != nullptr ? target->availableGeometry() : QRect();
+    const QSize size = (bounds_.isValid() ? bounds_.size() : firstSize()).boundedTo(room.size());
+    QRect place(QPoint(), size);
+    place.moveCenter(room.center());
+    return place;
+}
+
+void ManagedWindow::appear() {
+    if (isVisible())
+        return takeKeyboard();
+    const QRect place = firstPlace();
+    setGeometry(place);
+    if (reachable(bounds_))
+        setFramePosition(bounds_.topLeft());
+    create();
+    followBackground();
+    show();
+}
+
+void ManagedWindow::takeKeyboard() {
+    if (x11::connection() != nullptr)
+        x11::activate(static_cast<xcb_window_t>(winId()));
+    else
+        requestActivate();
+}
+
+void ManagedWindow::closeEvent(QCloseEvent* event) {
+    // What is being typed counts as entered.
+    contentItem()->forceActiveFocus();
+    const QString bounds = inWords(QRect(framePosition(), size()));
+    ViewWindow::closeEvent(event);
+    emit action(QString::fromUtf8(wire::view::closedAction.data()), bounds);
+}
+
+} // namespace kelpa

@@ -1,0 +1,49 @@
+import QtQuick
+import Kelpa
+
+/// Minus, a field of digits, plus.
+Row {
+    id: control
+
+    required property ControlState told
+    required property var texts
+    property string label
+
+    function step(direction: int) {
+        field.finish();
+        told.report("stepped", [String(direction)]);
+    }
+
+    spacing: Theme.tightSpace
+    enabled: told.enabled
+
+    IconButton {
+        raised: true
+        symbol: "minus"
+        symbolSize: 14
+        text: control.texts.decrease
+        autoRepeat: true
+        onClicked: control.step(-1)
+    }
+    TextEntry {
+        id: field
+        told: control.told
+        label: control.label
+        implicitWidth: 84
+        horizontalAlignment: TextInput.AlignHCenter
+        inputMethodHints: Qt.ImhFormattedNumbersOnly
+        validator: RegularExpressionValidator {
+            regularExpression: /[-+]?[0-9]{0,18}/
+        }
+        Keys.onUpPressed: control.step(1)
+        Keys.onDownPressed: control.step(-1)
+    }
+    IconButton {
+        raised: true
+        symbol: "plus"
+        symbolSize: 14
+        text: control.texts.increase
+        autoRepeat: true
+        onClicked: control.step(1)
+    }
+}

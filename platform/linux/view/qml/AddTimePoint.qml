@@ -1,0 +1,42 @@
+import QtQuick
+import QtQuick.Templates as T
+import Kelpa
+
+/// Asks for a time of day. However it is left, that time counts.
+T.Popup {
+    id: popup
+
+    required property var texts
+    signal entered(int hour, int minute)
+
+    /// The next full hour is as good a guess as any.
+    function begin() {
+        time.hour = (new Date().getHours() + 1) % 24;
+        time.minute = 0;
+        open();
+        time.forceActiveFocus(Qt.TabFocusReason);
+    }
+
+    padding: Theme.stackSpace
+    margins: 8
+    focus: true
+    closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutside
+    onClosed: entered(time.hour, time.minute)
+
+    contentItem: TimeEntry {
+        id: time
+        focus: true
+        label: popup.texts.addTimePoint
+        decrease: popup.texts.decrease
+        increase: popup.texts.increase
+        Keys.onReturnPressed: popup.close()
+        Keys.onEnterPressed: popup.close()
+    }
+    background: Card {
+        SoftShadow {
+            anchors.fill: parent
+            z: -1
+            radius: Theme.cardRadius
+        }
+    }
+}

@@ -1,0 +1,35 @@
+import QtQuick
+import Kelpa
+
+/// A field of digits with a stepper.
+TextEntry {
+    id: control
+
+    required property var texts
+
+    function step(direction: int) {
+        finish();
+        told.report("stepped", [String(direction)]);
+    }
+
+    implicitWidth: 96
+    rightPadding: 26
+    horizontalAlignment: TextInput.AlignRight
+    inputMethodHints: Qt.ImhFormattedNumbersOnly
+    enabled: told.enabled
+    validator: RegularExpressionValidator {
+        regularExpression: /[-+]?[0-9]{0,18}/
+    }
+    Keys.onUpPressed: step(1)
+    Keys.onDownPressed: step(-1)
+
+    Stepper {
+        anchors.right: parent.right
+        anchors.rightMargin: 3
+        y: 3
+        height: parent.height - 6
+        decrease: control.texts.decrease
+        increase: control.texts.increase
+        onStepped: direction => control.step(direction)
+    }
+}

@@ -1,0 +1,130 @@
+import QtQuick
+import QtQuick.Templates as T
+import Kelpa
+
+/// One of a few entries, out of a list that drops down.
+T.ComboBox {
+    id: control
+
+    required property ControlState told
+    property string label
+
+    function follow() {
+        currentIndex = told.entries.indexOf(told.chosen);
+    }
+
+    implicitWidth: Math.max(116, implicitContentWidth + leftPadding + rightPadding)
+    implicitHeight: Theme.controlHeight
+    leftPadding: Theme.stackSpace
+    rightPadding: 34
+    implicitContentWidthPolicy: T.ComboBox.WidestText
+    hoverEnabled: true
+    wheelEnabled: false
+    enabled: told.enabled
+    opacity: enabled ? 1 : Theme.disabledOpacity
+    model: told.entries
+    textRole: "text"
+    valueRole: "value"
+    font.pixelSize: Theme.bodySize
+    Accessible.name: label
+    Accessible.description: displayText
+    Component.onCompleted: follow()
+    onActivated: index => told.report("chosen", [told.entries.valueAt(index)])
+    Keys.onReturnPressed: popup.open()
+
+    Connections {
+        target: control.told
+        function onChosenTold() {
+            control.follow();
+        }
+    }
+
+    contentItem: Text {
+        text: control.displayText
+        textFormat: Text.PlainText
+        elide: Text.ElideRight
+        verticalAlignment: Text.AlignVCenter
+        color: Theme.primary
+        font: control.font
+        Accessible.ignored: true
+    }
+    indicator: Symbol {
+        x: control.width - width - 10
+        y: (control.height - height) / 2
+        width: 14
+        height: 14
+        name: "chevron.up.chevron.down"
+        color: Theme.secondary
+    }
+    background: RoundedBox {
+        radius: Theme.controlRadius
+        color: control.pressed ? Theme.controlPressed : control.hovered ? Theme.controlHovered : Theme.control
+        FocusRing {
+            shown: control.visualFocus
+        }
+    }
+    delegate: T.ItemDelegate {
+        id: line
+        required property var model
+        required property int index
+        width: ListView.view.width
+        height: Theme.controlHeight
+        hoverEnabled: true
+        highlighted: control.highlightedIndex === index
+        text: model.text
+        Accessible.name: text
+
+        background: RoundedBox {
+            radius: 5
+            color: line.highlighted ? Theme.accent : "transparent"
+        }
+        Symbol {
+            x: 6
+            anchors.verticalCenter: parent.verticalCenter
+            visible: control.currentIndex === line.index
+            width: 13
+            height: 13
+            name: "checkmark"
+            color: line.highlighted ? Theme.accentText : Theme.primary
+        }
+        Text {
+            x: 25
+            width: line.width - x - 8
+            height: parent.height
+            verticalAlignment: Text.AlignVCenter
+            elide: Text.ElideRight
+            text: line.text
+            textFormat: Text.PlainText
+            color: line.highlighted ? Theme.accentText : Theme.primary
+            font: control.font
+            Accessible.ignored: true
+        }
+    }
+    popup: T.Popup {
+        y: control.height + 4
+        width: control.width + 4
+        height: Math.min(contentItem.implicitHeight + topPadding + bottomPadding, 320)
+        padding: 5
+        margins: 8
+
+        contentItem: ListView {
+            clip: true
+            implicitHeight: contentHeight
+            model: control.delegateModel
+            currentIndex: control.highlightedIndex
+            boundsBehavior: Flickable.StopAtBounds
+            Accessible.role: Accessible.List
+            Accessible.name: control.label
+        }
+        background: Card {
+            SoftShadow {
+                anchors.fill: parent
+                z: -1
+                radius: Theme.cardRadius
+            }
+        }
+    }
+    HoverHandler {
+        cursorShape: Qt.PointingHandCursor
+    }
+}

@@ -1,0 +1,143 @@
+import QtQuick
+import QtQuick.Templates as T
+import Kelpa
+
+/// One prompt of a list: read, edited where it stands, or deleted.
+T.Control {
+    id: line
+
+    required property int index
+    required property string text
+    required property var texts
+    property bool current: false
+    property bool editing: false
+    signal chosen()
+    signal edited(string text)
+    signal removed()
+
+    function edit() {
+        chosen();
+        editing = true;
+        editor.text = text;
+        editor.forceActiveFocus(Qt.TabFocusReason);
+    }
+    function leave() {
+        editing = false;
+        line.forceActiveFocus(Qt.TabFocusReason);
+    }
+    function save() {
+        const changed = editor.text !== text;
+        const result = editor.text;
+        leave();
+        if (changed)
+            edited(result);
+    }
+
+    implicitHeight: Math.max(40, (editing ? editor.implicitHeight : words.implicitHeight) + 16)
+    hoverEnabled: true
+    focusPolicy: Qt.StrongFocus
+    Accessible.role: Accessible.ListItem
+    Accessible.name: words.text
+    Accessible.focusable: true
+    Accessible.selectable: true
+    Accessible.selected: current
+    Keys.onReturnPressed: edit()
+    Keys.onEnterPressed: edit()
+    Keys.onPressed: event => {
+        if (event.key === Qt.Key_F2)
+            edit();
+        else if (event.key === Qt.Key_Delete)
+            removed();
+        else
+            return;
+        event.accepted = true;
+    }
+
+    background: RoundedBox {
+        radius: Theme.controlRadius
+        color: line.current ? Theme.control : line.hovered ? Theme.controlFaint : "transparent"
+        FocusRing {
+            shown: line.visualFocus && !line.editing
+            inset: 0
+        }
+    }
+    // Below the buttons, so that those come first.
+    MouseArea {
+        anchors.fill: parent
+        onPressed: {
+            line.chosen();
+            if (!line.editing)
+                line.forceActiveFocus(Qt.MouseFocusReason);
+        }
+        onDoubleClicked: line.edit()
+    }
+    Text {
+        id: words
+        anchors.left: parent.left
+        anchors.leftMargin: 10
+        anchors.right: buttons.left
+        anchors.rightMargin: 8
+        anchors.verticalCenter: parent.verticalCenter
+        visible: !line.editing
+        text: line.text.split("\\n").join("\n")
+        textFormat: Text.PlainText
+        wrapMode: Text.Wrap
+        lineHeight: 1.1
+        color: Theme.primary
+        font.pixelSize: Theme.bodySize
+        Accessible.ignored: true
+    }
+    TextEntry {
+        id: editor
+        anchors.left: parent.left
+        anchors.leftMargin: 4
+        anchors.right: buttons.left
+        anchors.rightMargin: 8
+        anchors.verticalCenter: parent.verticalCenter
+        visible: line.editing
+        label: line.texts.editPrompt
+        Keys.onReturnPressed: line.save()
+        Keys.onEnterPressed: line.save()
+        Keys.onEscapePressed: line.leave()
+    }
+    Row {
+        id: buttons
+        anchors.right: parent.right
+        anchors.rightMargin: 6
+        anchors.verticalCenter: parent.verticalCenter
+        opacity: line.hovered || line.current ? 1 : 0.55
+
+        IconButton {
+            visible: line.editing
+            symbol: "checkmark"
+            symbolSize: 16
+            text: line.texts.editPrompt
+            onClicked: line.save()
+        }
+        PushButton {
+            visible: line.editing
+            text: line.texts.cancelPrompt
+            onClicked: line.leave()
+        }
+        IconButton {
+            visible: !line.editing
+            focusPolicy: line.current ? Qt.StrongFocus : Qt.NoFocus
+            symbol: "square.and.pencil"
+            symbolSize: 17
+            tint: Theme.secondary
+            text: line.texts.editPrompt
+            Accessible.description: line.text
+            onClicked: line.edit()
+        }
+        IconButton {
+            visible: !line.editing
+            focusPolicy: line.current ? Qt.StrongFocus : Qt.NoFocus
+            symbol: "trash.fill"
+            symbolSize: 17
+            tint: hovered ? Theme.warning : Theme.secondary
+            text: line.texts.removePrompt
+            Accessible.description: line.text
+            onClicked: line.removed()
+        }
+    }
+}

@@ -1,0 +1,107 @@
+import QtQuick
+import Kelpa
+
+/// A list of prompts: a field that adds one on top, the prompts, and a way back to those that came with the program.
+Item {
+    id: control
+
+    required property ControlState told
+    required property var texts
+    property string label
+
+    function add() {
+        if (adder.text === "")
+            return;
+        told.report("promptAdded", [adder.text]);
+        adder.clear();
+        list.positionViewAtBeginning();
+    }
+    function remove(index: int) {
+        told.report("promptDeleted", [told.entries.textAt(index)]);
+    }
+
+    implicitHeight: 300
+    enabled: told.enabled
+    opacity: enabled ? 1 : Theme.disabledOpacity
+
+    TextEntry {
+        id: adder
+        anchors.left: parent.left
+        anchors.right: addButton.left
+        anchors.rightMargin: Theme.tightSpace
+        label: control.texts.addPrompt
+        placeholderText: control.texts.addPrompt
+        Keys.onReturnPressed: control.add()
+        Keys.onEnterPressed: control.add()
+        Keys.onEscapePressed: clear()
+    }
+    IconButton {
+        id: addButton
+        anchors.right: resetButton.left
+        anchors.rightMargin: Theme.stackSpace
+        raised: true
+        symbol: "plus"
+        symbolSize: 16
+        text: control.texts.addPrompt
+        onClicked: control.add()
+    }
+    PushButton {
+        id: resetButton
+        anchors.right: parent.right
+        symbol: "gobackward"
+        text: control.texts.resetPrompts
+        onClicked: control.told.report("promptsReset", [])
+    }
+    RoundedBox {
+        anchors.fill: list
+        anchors.margins: -list.edge
+        radius: Theme.controlRadius + 2
+        color: Theme.field
+        borderColor: Theme.hairline
+        borderWidth: 1
+    }
+    ListView {
+        id: list
+
+        readonly property real edge: 5
+
+        anchors.top: adder.bottom
+        anchors.topMargin: 10 + edge
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.bottom: parent.bottom
+        anchors.margins: edge
+        clip: true
+        spacing: 2
+        model: control.told.entries
+        currentIndex: 0
+        activeFocusOnTab: true
+        keyNavigationEnabled: true
+        boundsBehavior: Flickable.StopAtBounds
+        highlightMoveDuration: Theme.quick
+        reuseItems: false
+        Accessible.role: Accessible.List
+        Accessible.name: control.label
+        Keys.onPressed: event => {
+            if (event.key === Qt.Key_Home)
+                currentIndex = 0;
+            else if (event.key === Qt.Key_End)
+                currentIndex = count - 1;
+            else
+                return;
+            event.accepted = true;
+        }
+
+        delegate: PromptLine {
+            width: ListView.view.width - 8
+            texts: control.texts
+            current: ListView.isCurrentItem
+            onChosen: list.currentIndex = index
+            onEdited: changed => control.told.report("promptEdited", [text, changed])
+            onRemoved: control.remove(index)
+        }
+        ScrollIndicator {
+            flickable: list
+        }
+    }
+}

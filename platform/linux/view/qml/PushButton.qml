@@ -1,0 +1,51 @@
+import QtQuick
+import QtQuick.Templates as T
+import Kelpa
+
+/// Words on a button, with a symbol before them where it has one.
+T.AbstractButton {
+    id: button
+
+    property string symbol
+
+    implicitWidth: content.implicitWidth + 2 * Theme.stackSpace
+    implicitHeight: Theme.controlHeight
+    hoverEnabled: true
+    opacity: enabled ? 1 : Theme.disabledOpacity
+    Accessible.name: text
+    Keys.onReturnPressed: button.clicked()
+    Keys.onEnterPressed: button.clicked()
+
+    background: RoundedBox {
+        radius: Theme.controlRadius
+        color: button.pressed ? Theme.controlPressed : button.hovered ? Theme.controlHovered : Theme.control
+    }
+    FocusRing {
+        shown: button.visualFocus
+    }
+    Row {
+        id: content
+        anchors.centerIn: parent
+        spacing: Theme.tightSpace
+
+        Symbol {
+            anchors.verticalCenter: parent.verticalCenter
+            visible: button.symbol !== ""
+            width: 16
+            height: 16
+            name: button.symbol
+            color: Theme.primary
+        }
+        Text {
+            anchors.verticalCenter: parent.verticalCenter
+            text: button.text
+            textFormat: Text.PlainText
+            color: Theme.primary
+            font.pixelSize: Theme.bodySize
+            Accessible.ignored: true
+        }
+    }
+    HoverHandler {
+        cursorShape: Qt.PointingHandCursor
+    }
+}

@@ -1,0 +1,79 @@
+import QtQuick
+import QtQuick.Templates as T
+import Kelpa
+
+/// A switch and its label, both of which can be clicked.
+T.Switch {
+    id: control
+
+    required property ControlState told
+
+    function change() {
+        toggle();
+        toggled();
+    }
+
+    implicitWidth: leftPadding + label.implicitWidth
+    implicitHeight: Math.max(Theme.controlHeight, label.implicitHeight)
+    leftPadding: track.width + 10
+    hoverEnabled: true
+    checked: told.on
+    enabled: told.enabled
+    opacity: enabled ? 1 : Theme.disabledOpacity
+    Accessible.name: text
+    Accessible.description: told.problem !== "" ? told.problem : told.hint
+    onToggled: told.report("switched", [checked ? "1" : "0"])
+    Keys.onReturnPressed: change()
+    Keys.onEnterPressed: change()
+
+    Connections {
+        target: control.told
+        function onOnTold() {
+            control.checked = control.told.on;
+        }
+    }
+
+    indicator: RoundedBox {
+        id: track
+        y: (Theme.controlHeight - height) / 2
+        width: 42
+        height: 24
+        radius: height / 2
+        color: control.checked ? (control.hovered ? Theme.accentHovered : Theme.accent)
+            : (control.hovered ? Theme.outlineHovered : Theme.outline)
+        Behavior on color {
+            ColorAnimation { duration: Theme.quick }
+        }
+
+        RoundedBox {
+            id: knob
+            readonly property real rest: 3
+            x: control.checked ? track.width - width - rest : rest
+            y: rest
+            width: track.height - 2 * rest
+            height: width
+            radius: width / 2
+            color: Theme.accentText
+            Behavior on x {
+                NumberAnimation { duration: Theme.quick; easing.type: Easing.OutCubic }
+            }
+        }
+        FocusRing {
+            shown: control.visualFocus
+            corner: track.height / 2
+        }
+    }
+    contentItem: Text {
+        id: label
+        text: control.text
+        textFormat: Text.PlainText
+        wrapMode: Text.Wrap
+        verticalAlignment: Text.AlignVCenter
+        color: Theme.primary
+        font.pixelSize: Theme.bodySize
+        Accessible.ignored: true
+    }
+    HoverHandler {
+        cursorShape: Qt.PointingHandCursor
+    }
+}

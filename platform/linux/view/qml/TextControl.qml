@@ -1,0 +1,8 @@
+import QtQuick
+import Kelpa
+
+/// A line of text, as wide as there is room for one.
+TextEntry {
+    implicitWidth: 380
+    enabled: told.enabled
+}

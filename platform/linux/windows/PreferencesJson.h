@@ -1,0 +1,18 @@
+#pragma once
+
+#include "platform/ports/Services.h"
+
+#include <string>
+#include <vector>
+
+namespace kelpa {
+
+/// What the preferences window and the about panel consist of, as the view reads it.
+[[nodiscard]] std::string layoutJson(const PreferencesLayout& layout);
+[[nodiscard]] std::string aboutJson(const AboutContent& about);
+[[nodiscard]] std::string choicesJson(const std::vector<PreferencesChoice>& choices);
+[[nodiscard]] std::string timePointsJson(const std::vector<TimePoint>& points);
+/// As many of the prompts, from the top, as one message can carry.
+[[nodiscard]] std::string promptsJson(const std::vector<std::string>& prompts);
+
+} // namespace kelpa
