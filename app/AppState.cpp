@@ -22,6 +22,7 @@ struct State {
     std::optional<TicktackState> break_ = {};
     std::optional<PrefWaterState> water = {};
     std::shared_ptr<WorkItem> mouseMoveEventItem = {};
+    Listeners<> workingAssigned = {};
 };
 
 /// Never destroyed: parts of the program refer to each other in circles until its very end.
@@ -70,6 +71,11 @@ void AppState::setWorking(bool working) {
         // The word is the key of the text as people know it, misspelt as it is.
         showPauseLine("play.circle", translatable("Wrok"));
     }
+    state().workingAssigned.tell();
+}
+
+Subscription AppState::observeWorking(std::function<void()> told) {
+    return state().workingAssigned.add(std::move(told));
 }
 
 PrefState& AppState::prefState() {

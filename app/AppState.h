@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/Subscription.h"
 #include "base/WorkItem.h"
 #include "platform/ports/Ports.h"
 #include "prefs/PrefState.h"
@@ -7,6 +8,7 @@
 #include "timer/TicktackState.h"
 #include "water/PrefWaterState.h"
 
+#include <functional>
 #include <memory>
 
 namespace kelpa {
@@ -27,6 +29,8 @@ class AppState {
     /// its full length, false stops whatever period runs.
     [[nodiscard]] static bool working();
     static void setWorking(bool working);
+    /// Told after each assignment of `working`, and so also of `manualPause`.
+    static Subscription observeWorking(std::function<void()> told);
 
     [[nodiscard]] static PrefState& prefState();
     [[nodiscard]] static PromptState& promptState();

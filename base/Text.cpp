@@ -25,6 +25,17 @@ std::string hoursText(std::int64_t hours) {
     return text.size() < 2 ? "0" + text : text;
 }
 
+/// Nothing stands for 0; as many digits as an hour count can have and no more.
+std::optional<std::int64_t> wholeNumber(std::string_view digits) {
+    constexpr std::size_t mostDigits = 15;
+    if (digits.size() > mostDigits || digits.find_first_not_of("0123456789") != std::string_view::npos)
+        return std::nullopt;
+    std::int64_t value = 0;
+    for (const char c : digits)
+        value = value * 10 + (c - '0');
+    return value;
+}
+
 std::string formatted(double value, int precision) {
     std::ostringstream out;
     out.imbue(std::locale::classic());
@@ -49,6 +60,16 @@ std::string timeString(std::int64_t seconds) {
     *end++ = ':';
     end = twoDigits(end, seconds % 60);
     return {text, end};
+}
+
+std::int64_t secondsOf(std::string_view timeText) {
+    const auto colon = timeText.find(':');
+    if (colon == std::string_view::npos || colon < 2 || timeText.size() != colon + 3)
+        return 0;
+    const auto hours = wholeNumber(timeText.substr(0, colon - 2));
+    const auto minutes = wholeNumber(timeText.substr(colon - 2, 2));
+    const auto seconds = wholeNumber(timeText.substr(colon + 1));
+    return hours && minutes && seconds ? *hours * 3600 + *minutes * 60 + *seconds : 0;
 }
 
 std::string decimalText(double value) {

@@ -12,6 +12,10 @@ namespace kelpa {
 /// in front ("0102:05") once there is one. Short enough never to allocate for a countdown of a day.
 [[nodiscard]] std::string timeString(std::int64_t seconds);
 
+/// Reads what `timeString` writes: the last two digits before the colon are minutes, all before them hours.
+/// 0 for a text of another form.
+[[nodiscard]] std::int64_t secondsOf(std::string_view timeText);
+
 /// The shortest decimal text that reads back as the same number, always with a fractional part ("1.0"),
 /// whatever the process locale; "inf", "-inf" and "nan" where it is no number.
 [[nodiscard]] std::string decimalText(double value);

@@ -24,6 +24,7 @@ PromptState::PromptState(PromptClient& client, RandomSource& random)
 void PromptState::showBreak() {
     shortBreakTimes_ = remainder(checkedAdd(shortBreakTimes_, 1), client_.prefState().shortBreakTimes());
     client_.cancelMouseIdleCheck();
+    lastKind_ = shortBreakTimes_ == 0 ? BreakKind::Long : BreakKind::Short;
     client_.showBreakWindows();
     const std::int64_t seconds = nextLength();
     prompt.set(nextPrompt());
@@ -32,7 +33,7 @@ void PromptState::showBreak() {
 
 std::int64_t PromptState::nextLength() {
     PrefState& pref = client_.prefState();
-    if (shortBreakTimes_ != 0) {
+    if (lastKind_ == BreakKind::Short) {
         showSkipButton.set(true);
         return pref.breakTime();
     }
@@ -50,6 +51,7 @@ std::string PromptState::nextPrompt() {
 void PromptState::showNewDay() {
     prompt.set(anyOf(newDayPrompts(client_.prefState().styleState().breakStyle()), newDayFallback));
     showSkipButton.set(true);
+    lastKind_ = BreakKind::NewDay;
     client_.showBreakWindows();
     client_.startBreak(newDaySeconds);
 }

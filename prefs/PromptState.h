@@ -10,6 +10,8 @@
 
 namespace kelpa {
 
+enum class BreakKind { None, Short, Long, NewDay };
+
 /// What a break sets in motion elsewhere.
 class PromptClient {
   public:
@@ -40,6 +42,8 @@ class PromptState {
     void closePrompt();
     /// Makes the next break the first of a new cycle.
     void resetShortBreakTimes() { shortBreakTimes_ = 0; }
+    /// Of the break that was started last, also when it is over; none before the first.
+    [[nodiscard]] BreakKind lastKind() const { return lastKind_; }
 
   private:
     [[nodiscard]] std::int64_t nextLength();
@@ -49,6 +53,7 @@ class PromptState {
     PromptClient& client_;
     RandomSource& random_;
     std::int64_t shortBreakTimes_ = 0; ///< position of the last break in the cycle
+    BreakKind lastKind_ = BreakKind::None;
 };
 
 } // namespace kelpa

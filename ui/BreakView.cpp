@@ -38,9 +38,13 @@ BreakView::BreakView(NativeWindow& window, PromptState& promptState, TicktackSta
     });
 }
 
-void BreakView::skipAction() {
+void skipBreak(PromptState& promptState) {
     logger().info("skip break view", {"BreakView", "skipAction()"});
-    promptState_.closePrompt();
+    promptState.closePrompt();
+}
+
+void BreakView::skipAction() {
+    skipBreak(promptState_);
 }
 
 void BreakView::skipPressed() {

@@ -9,6 +9,9 @@
 
 namespace kelpa {
 
+/// Ends the break as the screen's Skip does.
+void skipBreak(PromptState& promptState);
+
 /// The content of one break window: the prompt, the countdown, the notice of the water reminder and, where it
 /// is offered, Skip. It ends the break when the break's time is up.
 class BreakView final : public WindowContent, private BreakScreenClient {

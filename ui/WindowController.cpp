@@ -2,6 +2,7 @@
 
 #include "base/FatalError.h"
 #include "base/Localized.h"
+#include "base/Published.h"
 #include "prefs/PrefState.h"
 #include "prefs/PromptState.h"
 #include "ui/BreakView.h"
@@ -49,6 +50,7 @@ struct Shared {
     std::vector<std::unique_ptr<Window>> windows = {};
     std::unique_ptr<PreferencesView> prefView = {};
     bool breakShows = false; ///< from the break's showing to its closing: new screens join it
+    Listeners<> breakShowsAssigned = {};
     bool hasUpdater = false;
 };
 
@@ -190,6 +192,7 @@ void WindowController::showBreak() {
     for (const Screen& screen : the().system.screens())
         breakWindow(screen).show();
     the().system.activate();
+    the().breakShowsAssigned.tell();
 }
 
 void WindowController::closeBreak() {
@@ -197,6 +200,15 @@ void WindowController::closeBreak() {
     for (const Screen& screen : the().system.screens())
         breakWindow(screen).close();
     the().system.deactivate();
+    the().breakShowsAssigned.tell();
+}
+
+bool WindowController::breakShows() {
+    return the().breakShows;
+}
+
+Subscription WindowController::observeBreakShows(std::function<void()> told) {
+    return the().breakShowsAssigned.add(std::move(told));
 }
 
 void WindowController::showWaterView() {

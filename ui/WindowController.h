@@ -1,10 +1,13 @@
 #pragma once
 
+#include "base/Subscription.h"
 #include "platform/ports/Queue.h"
 #include "platform/ports/Services.h"
 #include "platform/ports/Ticker.h"
 #include "platform/ports/WindowSystem.h"
 #include "ui/UiClient.h"
+
+#include <functional>
 
 namespace kelpa {
 
@@ -24,6 +27,10 @@ class WindowController {
     static void prepareBreak();
     static void showBreak();
     static void closeBreak();
+    /// Whether a break is on the screens: from its showing to its closing.
+    [[nodiscard]] static bool breakShows();
+    /// Told after each showing and each closing.
+    static Subscription observeBreakShows(std::function<void()> told);
     static void showWaterView();
     static void closeWaterView();
     /// Takes the water panel off the screen at once and without an answer.

@@ -1,3 +1,4 @@
+#include "app/RemoteControl.h"
 #include "tests/core/Play.h"
 #include "tests/support/Allocations.h"
 
@@ -21,6 +22,16 @@ TEST(Tick, AllocatesNothingDuringWorkOrABreak) {
     play("+300\n");
     EXPECT_EQ(allocationsInTicks(play, 7000 - 150), 0U);
     EXPECT_GT(allocations(), 0U);
+}
+
+TEST(Tick, AllocatesNothingOnceNoScriptWatchesAnyMore) {
+    test::Play play({"title", "count"});
+    play("store pref.work.time int 120\nlaunch\n");
+    int told = 0;
+    RemoteControl::observe([&told] { ++told; }).cancel();
+    play("+1\n");
+    EXPECT_EQ(allocationsInTicks(play, 3000), 0U);
+    EXPECT_EQ(told, 0);
 }
 
 } // namespace

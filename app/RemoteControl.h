@@ -1,0 +1,68 @@
+#pragma once
+
+#include "base/Subscription.h"
+#include "platform/ports/Services.h"
+#include "prefs/PromptState.h"
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace kelpa {
+
+/// The running program as scripts see it.
+struct RemoteStatus {
+    enum class State {
+        Working, ///< a work period counts down
+        Break,   ///< a break is on the screens, whatever runs beneath it
+        Stopped, ///< the program stopped by itself and will start again by itself
+        Paused,  ///< the user stopped it
+    };
+    State state = State::Working;
+    std::string time; ///< as it is shown
+    BreakKind breakKind = BreakKind::None;
+    bool paused = false; ///< the user's own stop, which may hold beneath a break
+    bool waterEnabled = false;
+    std::int64_t waterFinished = 0; ///< ml
+    std::int64_t waterTarget = 0;   ///< ml
+    bool operator==(const RemoteStatus&) const = default;
+};
+
+/// As scripts read them.
+[[nodiscard]] std::string_view nameOf(RemoteStatus::State state);
+[[nodiscard]] std::string_view nameOf(BreakKind kind);
+
+/// What scripts may see of the program and do to it: no more than the menu and the windows allow a person. A
+/// request that is refused changes nothing and gives the reason in plain words; one that was obeyed gives
+/// none.
+class RemoteControl {
+  public:
+    using Refusal = std::optional<std::string_view>;
+
+    /// `application` must outlive the object. The program must have been set up before any other call.
+    explicit RemoteControl(ApplicationLoop& application) : application_(application) {}
+
+    [[nodiscard]] static RemoteStatus status();
+    /// Tells that the status may have changed. It comes in the middle of the change, so read the status
+    /// later, from the main loop. As long as nobody observes, nothing of this costs a tick anything.
+    [[nodiscard]] static Subscription observe(const std::function<void()>& changed);
+
+    /// The user's own stop, and its end, as the menu's pause line has them. Asking for what is so already
+    /// changes nothing. While a break is on the screens nobody can reach that line, and these refuse.
+    Refusal pause();
+    Refusal resume();
+    Refusal toggle();
+    /// Ends the break where its screen offers that.
+    Refusal skip();
+    /// Shows the water panel where the menu has its line.
+    Refusal showWater();
+    Refusal showSettings();
+    Refusal quit();
+
+  private:
+    ApplicationLoop& application_;
+};
+
+} // namespace kelpa

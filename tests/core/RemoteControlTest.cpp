@@ -1,0 +1,192 @@
+#include "app/RemoteControl.h"
+
+#include "app/AppState.h"
+#include "base/Text.h"
+#include "tests/core/Play.h"
+#include "ui/WindowController.h"
+
+#include <gtest/gtest.h>
+
+namespace kelpa {
+namespace {
+
+using State = RemoteStatus::State;
+using test::Lines;
+
+constexpr const char* settings = "store pref.work.time int 1\nstore pref.break.time int 30\n"
+                                 "store pref.long.break.time int 70\nstore pref.short.break.times int 2\n";
+
+/// A desk with a script's grip on it. The journal keeps the log and the windows.
+class Remote : public test::Play {
+  public:
+    explicit Remote(const std::string& more = "") : Play({"title", "count", "item", "set", "app"}) {
+        (*this)(settings + more + "launch\n");
+    }
+
+    static std::string now() {
+        const RemoteStatus status = RemoteControl::status();
+        return std::string(nameOf(status.state)) + " " + status.time + " " +
+               std::string(nameOf(status.breakKind)) + (status.paused ? " paused" : "");
+    }
+    static std::string said(RemoteControl::Refusal refusal) { return std::string(refusal.value_or("")); }
+    /// What the desk notes while a request is obeyed, and its refusal behind it.
+    Lines after(RemoteControl::Refusal (RemoteControl::*verb)()) {
+        const auto before = journal.lines().size();
+        const auto refusal = (control.*verb)();
+        Lines noted(journal.lines().begin() + static_cast<std::ptrdiff_t>(before), journal.lines().end());
+        if (refusal)
+            noted.push_back("refused: " + std::string(*refusal));
+        return noted;
+    }
+
+    RemoteControl control{desk.services};
+};
+
+const Lines nothing;
+
+TEST(RemoteControl, tellsTheStateOfACycle) {
+    Remote remote;
+    EXPECT_EQ(Remote::now(), "working 01:00 none");
+    remote("+60\n");
+    EXPECT_EQ(Remote::now(), "break 00:30 short");
+    remote("+30\n");
+    EXPECT_EQ(Remote::now(), "working 01:00 none");
+    remote("+60\n+1\n");
+    EXPECT_EQ(Remote::now(), "break 0109:59 long");
+    remote("skip 1\n");
+    EXPECT_EQ(Remote::now(), "working 01:00 none") << "the windows fade, the break is over";
+    AppState::promptState().showNewDay();
+    EXPECT_EQ(Remote::now(), "break 00:10 newday");
+    remote("+10\n+5\n");
+    AppState::setWorking(false);
+    EXPECT_EQ(Remote::now(), "stopped 00:55 none");
+    AppState::setManualPause(true);
+    EXPECT_EQ(Remote::now(), "paused 00:55 none paused");
+}
+
+TEST(RemoteControl, aBreakThatTheScreenLockTookAwayShowsNoMore) {
+    Remote remote;
+    remote("+60\n");
+    AppState::setWorking(false);
+    WindowController::closeBreak();
+    EXPECT_EQ(Remote::now(), "stopped 00:00 none");
+}
+
+TEST(RemoteControl, tellsOfTheWater) {
+    Remote remote("store pref.water.enable bool true\nstore pref.water.target int 2000\n");
+    remote("pref finished 350\n");
+    const RemoteStatus status = RemoteControl::status();
+    EXPECT_TRUE(status.waterEnabled);
+    EXPECT_EQ(status.waterFinished, 350);
+    EXPECT_EQ(status.waterTarget, 2000);
+}
+
+TEST(RemoteControl, pausesAndResumesAsTheMenuLineDoes) {
+    Remote remote;
+    remote("+10\n");
+    EXPECT_EQ(remote.after(&RemoteControl::resume), nothing) << "a work period that runs goes on";
+    EXPECT_EQ(Remote::now(), "working 00:50 none");
+    EXPECT_EQ(remote.after(&RemoteControl::pause), (Lines{"10.000 log info ticktack timer stoped 1.0"}));
+    EXPECT_EQ(remote.after(&RemoteControl::pause), nothing);
+    EXPECT_EQ(Remote::now(), "paused 00:50 none paused");
+    EXPECT_EQ(remote("+100\n"), nothing);
+    EXPECT_EQ(remote.after(&RemoteControl::resume), (Lines{"110.000 log info ticktack timer stoped 1.0",
+                                                           "110.000 log info ticktack timer start 60"}));
+    EXPECT_EQ(Remote::now(), "working 01:00 none");
+    EXPECT_EQ(remote.after(&RemoteControl::toggle).size(), 1U);
+    EXPECT_EQ(Remote::now(), "paused 01:00 none paused");
+    EXPECT_EQ(remote.after(&RemoteControl::toggle).size(), 2U);
+    EXPECT_EQ(Remote::now(), "working 01:00 none");
+    // What the program stopped by itself a person may start, or stop for good.
+    AppState::setWorking(false);
+    EXPECT_EQ(remote.after(&RemoteControl::resume).size(), 2U);
+    EXPECT_EQ(Remote::now(), "working 01:00 none");
+    AppState::setWorking(false);
+    EXPECT_EQ(remote.after(&RemoteControl::pause).size(), 1U);
+    EXPECT_EQ(Remote::now(), "paused 01:00 none paused");
+}
+
+TEST(RemoteControl, aBreakCanBeNeitherPausedNorResumed) {
+    Remote remote;
+    remote("+60\n+5\n");
+    for (const auto verb : {&RemoteControl::pause, &RemoteControl::resume, &RemoteControl::toggle})
+        EXPECT_EQ(remote.after(verb),
+                  (Lines{"refused: A break is on the screen and can be neither paused nor resumed"}));
+    EXPECT_EQ(Remote::now(), "break 00:25 short");
+}
+
+TEST(RemoteControl, skipsOnlyWhereTheScreenOffersIt) {
+    Remote remote("store force_long_break bool true\n");
+    EXPECT_EQ(remote.after(&RemoteControl::skip), (Lines{"refused: No break is on the screen"}));
+    remote("+60\n+5\n");
+    EXPECT_EQ(
+        remote.after(&RemoteControl::skip),
+        (Lines{"65.000 log info skip break view", "65.000 window closing 1",
+               "65.000 log info ticktack timer stoped 1.0", "65.000 log info ticktack timer start 60"}));
+    EXPECT_EQ(remote.after(&RemoteControl::skip), (Lines{"refused: No break is on the screen"}))
+        << "it only fades";
+    remote("+60\n+5\n");
+    ASSERT_EQ(Remote::now(), "break 0109:55 long");
+    EXPECT_EQ(remote.after(&RemoteControl::skip), (Lines{"refused: This break cannot be skipped"}));
+    EXPECT_EQ(Remote::now(), "break 0109:55 long");
+}
+
+TEST(RemoteControl, showsWhatTheMenuCanShow) {
+    Remote remote;
+    EXPECT_EQ(remote.after(&RemoteControl::showWater),
+              (Lines{"refused: The water reminder is switched off"}));
+    remote("pref enable true\n");
+    EXPECT_EQ(remote.after(&RemoteControl::showWater), (Lines{"0.000 window show Water Reminder"}));
+    EXPECT_EQ(remote.after(&RemoteControl::showSettings), (Lines{"0.000 settings"}));
+}
+
+TEST(RemoteControl, endsTheProgramAtAnyTime) {
+    test::Play play({"title", "count", "item", "set", "log"});
+    play("store pref.work.time int 1\nstore pref.short.break.times int 1\nstore force_long_break bool true\n"
+         "launch\n+60\n");
+    RemoteControl control(play.desk.services);
+    EXPECT_FALSE(control.quit());
+    EXPECT_EQ(play.journal.lines().back(), "60.000 app quit");
+}
+
+/// What each event tells those who observe; the desk plays no time of its own here.
+TEST(RemoteControl, tellsThoseWhoObserveOfEveryChange) {
+    Remote remote("store pref.short.break.times int 1\n");
+    int told = 0;
+    auto observing = RemoteControl::observe([&] { ++told; });
+    const auto tells = [&](const std::function<void()>& change) {
+        told = 0;
+        change();
+        return told > 0;
+    };
+    EXPECT_TRUE(tells([&] { remote("+1\n"); })) << "a tick";
+    EXPECT_TRUE(tells([&] { remote.control.pause(); }));
+    EXPECT_FALSE(tells([&] { remote("+5\n"); })) << "nothing moves";
+    EXPECT_FALSE(tells([&] { remote.control.pause(); }));
+    EXPECT_TRUE(tells([&] { remote.control.resume(); }));
+    EXPECT_TRUE(tells([&] { remote("+60\n"); })) << "a break begins";
+    // The user's stop beneath a break: closing the windows is all that changes then.
+    AppState::setManualPause(true);
+    EXPECT_TRUE(tells([&] { remote.control.skip(); }));
+    EXPECT_EQ(Remote::now().substr(0, 6), "paused");
+    EXPECT_TRUE(tells([&] { remote("pref enable true\n"); }));
+    EXPECT_TRUE(tells([&] { remote("pref target 1000\n"); }));
+    EXPECT_TRUE(tells([&] { remote("pref finished 100\n"); }));
+    observing.cancel();
+    EXPECT_FALSE(tells([&] {
+        remote.control.resume();
+        remote("+61\npref finished 200\n");
+    }));
+}
+
+TEST(SecondsOf, readsWhatIsShown) {
+    for (const std::int64_t seconds : {0, 1, 59, 60, 299, 3599, 3600, 3725, 86399, 359999, 360000, 3660000})
+        EXPECT_EQ(secondsOf(timeString(seconds)), seconds);
+    EXPECT_EQ(secondsOf("0102:05"), 3725);
+    for (const char* odd :
+         {"", ":", "5:00", "05:0", "05:000", "0500", "ab:cd", "-1:00", "05:0x", "99999999999999999900:00"})
+        EXPECT_EQ(secondsOf(odd), 0) << odd;
+}
+
+} // namespace
+} // namespace kelpa
