@@ -269,6 +269,16 @@ Subscription EventLoop::watchChild(int pid, std::function<void(int status)> ende
     return handleOf(std::move(watch));
 }
 
+bool EventLoop::runUntil(const std::function<bool()>& reached, double seconds) {
+    const TimerQueue::Time end = monotonicNow() + wait(seconds);
+    while (!reached() && !state_->stopped) {
+        const TimerQueue::Time now = monotonicNow();
+        if (now >= end || sd_event_run(state_->event, end - now) < 0)
+            break;
+    }
+    return reached();
+}
+
 int EventLoop::run() {
     state_->runner = std::this_thread::get_id();
     const int code = sd_event_loop(state_->event);

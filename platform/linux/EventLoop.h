@@ -36,6 +36,9 @@ class EventLoop final : public TickerSource, public Queue, public ApplicationLoo
     /// Runs `ended` with the wait status when the child process ends, and reaps it. A handle that ends before
     /// leaves the child to its maker.
     Subscription watchChild(int pid, std::function<void(int status)> ended);
+    /// Serves the loop before it runs for good, until `reached` holds, `seconds` of real time are over or the
+    /// loop was told to end; gives what `reached` says at the end.
+    bool runUntil(const std::function<bool()>& reached, double seconds);
     /// Runs until `terminate()`, SIGTERM or SIGINT; gives the exit code.
     int run();
     /// For libraries that bring their own event sources; owned by the loop.

@@ -3,7 +3,9 @@
 #include "base/Text.h"
 #include "platform/linux/BuildConfig.h"
 
+#include <algorithm>
 #include <cmath>
+#include <optional>
 
 namespace kelpa {
 
@@ -36,20 +38,42 @@ ParsedOptions asked(Options::Action action) {
     return {options, {}};
 }
 
+bool asksForHelp(const std::string& argument) {
+    return argument == "--help" || argument == "-h";
+}
+
+ParsedOptions parseCommand(const std::vector<std::string>& arguments) {
+    if (std::any_of(arguments.begin(), arguments.end(), asksForHelp))
+        return asked(Options::Action::ShowHelp);
+    auto [command, error] = parseControl(arguments);
+    if (!error.empty())
+        return refused(error);
+    ParsedOptions parsed = asked(Options::Action::Control);
+    parsed.options.control = command;
+    return parsed;
+}
+
+/// What is no option is most likely meant as a command.
+ParsedOptions unknown(const std::string& argument) {
+    return refused((argument.starts_with("-") ? "unknown option '" : "unknown command '") + argument + "'");
+}
+
 } // namespace
 
 ParsedOptions parseOptions(const std::vector<std::string>& arguments) {
+    if (!arguments.empty() && isControlWord(arguments.front()))
+        return parseCommand(arguments);
     constexpr std::string_view withValue = "--speed=";
     Options options;
     for (std::size_t i = 0; i < arguments.size(); ++i) {
         const std::string& argument = arguments[i];
-        if (argument == "--help" || argument == "-h")
+        if (asksForHelp(argument))
             return asked(Options::Action::ShowHelp);
         if (argument == "--version")
             return asked(Options::Action::ShowVersion);
         const bool joined = argument.starts_with(withValue);
         if (!joined && argument != "--speed")
-            return refused("unknown option '" + argument + "'");
+            return unknown(argument);
         if (!joined && i + 1 == arguments.size())
             return refused("--speed needs a number");
         const std::string value = joined ? argument.substr(withValue.size()) : arguments[++i];
@@ -63,11 +87,17 @@ ParsedOptions parseOptions(const std::vector<std::string>& arguments) {
 
 std::string helpText() {
     return "Usage: kelpa [--speed N]\n"
-           "Reminds of breaks; lives in the desktop's tray.\n"
+           "       kelpa COMMAND\n"
+           "Reminds of breaks; lives in the desktop's tray. Where it runs already, it shows its "
+           "preferences.\n"
            "\n"
            "  --speed N   let N seconds pass in one, above 0 and up to 1000, for demonstrations\n"
            "  --help      show this help and end\n"
-           "  --version   show the version and end\n";
+           "  --version   show the version and end\n"
+           "\n"
+           "Commands for the Kelpa that runs:\n" +
+           controlHelp() +
+           "A command ends with 0, with 1 when it is refused and with 3 when Kelpa is not running.\n";
 }
 
 std::string versionText() {

@@ -1,6 +1,7 @@
 #pragma once
 
-#include <optional>
+#include "platform/linux/control/ControlCommand.h"
+
 #include <string>
 #include <vector>
 
@@ -8,9 +9,10 @@ namespace kelpa {
 
 /// What the command line asks for.
 struct Options {
-    enum class Action { Run, ShowHelp, ShowVersion };
+    enum class Action { Run, Control, ShowHelp, ShowVersion };
     Action action = Action::Run;
-    double speed = 1; ///< above 0 up to 1000: how many seconds pass in one
+    double speed = 1;       ///< above 0 up to 1000: how many seconds pass in one
+    ControlCommand control; ///< what to ask of the running program
 };
 
 struct ParsedOptions {

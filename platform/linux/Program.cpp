@@ -12,6 +12,10 @@ std::string settingsFile() {
     return folder ? *folder + "/" + build::identifier + ".plist" : "";
 }
 
+std::string iconFile(const std::string& data) {
+    return data + "/icons/hicolor/scalable/apps/" + build::identifier + ".svg";
+}
+
 /// Not before the first line of the run: an early error must not make the log that it would go to.
 void logCritical(const std::string& message) {
     if (loggerExists())
@@ -20,7 +24,7 @@ void logCritical(const std::string& message) {
 
 } // namespace
 
-Program::Program(EventLoop& loop, X11Connection& display, double speed)
+Program::Program(EventLoop& loop, X11Connection& display, double speed, Instance& instance)
     : loop_(loop), folders_(dataFolders()), clock_(speed), store_(settingsFile(), *this),
       screens_(loop, display), focus_(display),
       windows_({loop, screens_, focus_, *this}, helperPath("kelpa-view")), about_(windows_),
@@ -36,7 +40,11 @@ Program::Program(EventLoop& loop, X11Connection& display, double speed)
              system_, fonts_,       translations_,
              random_, fatalErrors_, loop,
              lock_,   activity_,    Services{&loginItem_, nullptr, &mail_, &about_, &preferences_}},
-      logFiles_(clock_), application_(ports_, logFiles_) {}
+      logFiles_(clock_), application_(ports_, logFiles_), remote_(loop), instance_(instance),
+      notice_(loop, {{build::displayName, build::identifier, iconFile(folders_.data)},
+                     [this] { return tray_.managerPresent(); },
+                     [this] { warning("No tray of this desktop shows the item."); },
+                     [this] { showSettings(); }}) {}
 
 Program::~Program() = default;
 
@@ -46,22 +54,25 @@ int Program::run() {
         warning(
             "The texts are shown in English: no locale for their translation is generated on this machine.");
     openBus();
+    instance_.serve(*this);
     const int code = loop_.run();
     application_.willTerminate();
     return code;
 }
 
 void Program::openBus() {
-    std::string why;
-    bus_ = SessionBus::open(loop_, why);
-    if (!bus_) {
-        warning("No session bus for the status item: " + why);
-        fallback_.setHostPresent(false);
+    SessionBus* const bus = instance_.bus();
+    if (!instance_.doubt().empty())
+        warning(instance_.doubt() + ".");
+    if (bus == nullptr) {
+        warning("No session bus for the status item: " + instance_.whyNoBus());
+        setHostPresent(false);
         return;
     }
     if (inSandbox())
-        portal_.emplace(*bus_);
-    item_.emplace(loop_, *bus_, ItemIdentity{build::identifier, build::displayName, folders_.data},
+        portal_.emplace(*bus);
+    control_.emplace(loop_, *bus, remote_);
+    item_.emplace(loop_, *bus, ItemIdentity{build::identifier, build::displayName, folders_.data},
                   [this](bool present) { hostChanged(present); });
     statusBar_.addSink(*item_);
 }
@@ -71,7 +82,21 @@ void Program::hostChanged(bool present) {
         info("A panel shows the status item.");
     else
         warning("No panel on the session bus shows the status item.");
+    setHostPresent(present);
+}
+
+void Program::setHostPresent(bool present) {
     fallback_.setHostPresent(present);
+    notice_.setHostPresent(present, instance_.bus());
+}
+
+void Program::showSettings() {
+    remote_.showSettings();
+}
+
+void Program::replaced() {
+    warning("Another start of the program did not find this one answering and takes its place.");
+    loop_.terminate();
 }
 
 void Program::warning(const std::string& message) {

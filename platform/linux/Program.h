@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/Application.h"
+#include "app/RemoteControl.h"
 #include "logging/FileLogging.h"
 #include "platform/linux/AbortOnFatalErrors.h"
 #include "platform/linux/EventLoop.h"
@@ -12,10 +13,12 @@
 #include "platform/linux/SilentActivity.h"
 #include "platform/linux/SilentLock.h"
 #include "platform/linux/SystemRandom.h"
+#include "platform/linux/control/ControlObject.h"
+#include "platform/linux/control/Instance.h"
+#include "platform/linux/control/TrayNotice.h"
 #include "platform/linux/services/LinuxLoginItem.h"
 #include "platform/linux/services/LinuxMail.h"
 #include "platform/linux/status/LinuxStatusBar.h"
-#include "platform/linux/status/SessionBus.h"
 #include "platform/linux/status/StatusNotifierItem.h"
 #include "platform/linux/status/TrayFallback.h"
 #include "platform/linux/store/PlistStore.h"
@@ -26,17 +29,16 @@
 #include "platform/linux/windows/X11Focus.h"
 #include "platform/linux/windows/X11Screens.h"
 
-#include <memory>
 #include <optional>
 #include <string>
 
 namespace kelpa {
 
 /// The whole program on a Linux desktop: everything that the core asks for, and the core on top of it.
-class Program final : private StoreReport, private WindowReport {
+class Program final : private StoreReport, private WindowReport, private InstanceClient {
   public:
-    /// Loop and display outlive the program.
-    Program(EventLoop& loop, X11Connection& display, double speed);
+    /// Loop, display and instance outlive the program.
+    Program(EventLoop& loop, X11Connection& display, double speed, Instance& instance);
     ~Program() override;
     Program(const Program&) = delete;
     Program& operator=(const Program&) = delete;
@@ -48,9 +50,12 @@ class Program final : private StoreReport, private WindowReport {
     void warning(const std::string& message) override;
     void error(const std::string& message) override;
     void info(const std::string& message) override;
+    void showSettings() override;
+    void replaced() override;
     void openBus();
     [[nodiscard]] Portal* portal() { return portal_ ? &*portal_ : nullptr; }
     void hostChanged(bool present);
+    void setHostPresent(bool present);
 
     EventLoop& loop_;
     DataFolders folders_;
@@ -77,9 +82,13 @@ class Program final : private StoreReport, private WindowReport {
     Ports ports_;
     DailyLogFiles logFiles_;
     Application application_;
-    std::unique_ptr<SessionBus> bus_; ///< null in a session without one
+    RemoteControl remote_;
+    Instance& instance_;
+    // Empty in a session without a bus.
     std::optional<StatusNotifierItem> item_;
     std::optional<Portal> portal_; ///< in a sandbox
+    std::optional<ControlObject> control_;
+    TrayNotice notice_;
 };
 
 } // namespace kelpa

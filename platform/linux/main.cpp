@@ -1,5 +1,7 @@
 #include "platform/linux/Options.h"
 #include "platform/linux/Program.h"
+#include "platform/linux/control/ControlClient.h"
+#include "platform/linux/control/Instance.h"
 
 #include <cstdlib>
 #include <iostream>
@@ -24,13 +26,18 @@ std::string whyNoDisplay() {
 
 int run(const kelpa::Options& options) {
     kelpa::EventLoop loop(options.speed);
+    kelpa::Instance instance(loop);
+    if (instance.claim() == kelpa::Instance::Role::Second) {
+        std::cout << "Kelpa runs already and shows its preferences." << std::endl;
+        return EXIT_SUCCESS;
+    }
     // The X server goes when the desktop session ends; so do we.
     const auto display = kelpa::X11Connection::open(loop, [&loop] { loop.terminate(); });
     if (!display) {
         std::cerr << "kelpa: no display: " << whyNoDisplay() << '\n';
         return failed;
     }
-    return kelpa::Program(loop, *display, options.speed).run();
+    return kelpa::Program(loop, *display, options.speed, instance).run();
 }
 
 } // namespace
@@ -48,6 +55,8 @@ int main(int argc, char** argv) {
     case kelpa::Options::Action::ShowVersion:
         std::cout << kelpa::versionText();
         return EXIT_SUCCESS;
+    case kelpa::Options::Action::Control:
+        return static_cast<int>(kelpa::runControl(options.control));
     case kelpa::Options::Action::Run:
         break;
     }

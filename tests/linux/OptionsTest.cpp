@@ -18,6 +18,33 @@ TEST(Options, readWhatIsAskedFor) {
         EXPECT_EQ(parseOptions(arguments).error, "");
 }
 
+TEST(Options, readCommandsForTheRunningProgram) {
+    const auto status = parseOptions({"status", "--follow", "--json"});
+    EXPECT_EQ(status.error, "");
+    EXPECT_EQ(status.options.action, Options::Action::Control);
+    EXPECT_TRUE(status.options.control.verb == nullptr && status.options.control.json &&
+                status.options.control.follow);
+    EXPECT_FALSE(parseOptions({"status"}).options.control.json);
+    for (const std::string word : {"pause", "resume", "toggle", "skip", "water", "settings", "quit"}) {
+        const auto parsed = parseOptions({word});
+        ASSERT_EQ(parsed.options.action, Options::Action::Control);
+        ASSERT_NE(parsed.options.control.verb, nullptr);
+        EXPECT_EQ(parsed.options.control.verb->word, word);
+        EXPECT_NE(helpText().find("\n  " + word + " "), std::string::npos);
+    }
+    EXPECT_EQ(parseOptions({"status", "--help"}).options.action, Options::Action::ShowHelp);
+    for (const Arguments& arguments : {Arguments{"pause", "--json"},
+                                       {"status", "pause"},
+                                       {"status", "--jso"},
+                                       {"--speed", "2", "status"},
+                                       {"Pause"},
+                                       {"skip", ""}}) {
+        const auto parsed = parseOptions(arguments);
+        EXPECT_TRUE(parsed.error.starts_with("kelpa: ")) << testing::PrintToString(arguments);
+        EXPECT_EQ(parsed.options.action, Options::Action::Run);
+    }
+}
+
 TEST(Options, refuseWhatTheyDoNotKnowInOneLine) {
     for (const Arguments& arguments : {Arguments{"--bogus"},
                                        {"word"},

@@ -15,6 +15,7 @@ class BusWriter {
     BusWriter& object(const char* path) { return basic(SD_BUS_TYPE_OBJECT_PATH, path); }
     BusWriter& integer(std::int32_t value) { return basic(SD_BUS_TYPE_INT32, &value); }
     BusWriter& natural(std::uint32_t value) { return basic(SD_BUS_TYPE_UINT32, &value); }
+    BusWriter& number(std::int64_t value) { return basic(SD_BUS_TYPE_INT64, &value); }
     BusWriter& boolean(bool value) {
         const int number = value ? 1 : 0;
         return basic(SD_BUS_TYPE_BOOLEAN, &number);

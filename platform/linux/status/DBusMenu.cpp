@@ -83,19 +83,14 @@ std::vector<int> readIds(sd_bus_message* message) {
     return ids;
 }
 
-struct ReleaseMessage {
-    void operator()(sd_bus_message* message) const { sd_bus_message_unref(message); }
-};
-using Message = std::unique_ptr<sd_bus_message, ReleaseMessage>;
-
-Message replyTo(sd_bus_message* call) {
+BusMessage replyTo(sd_bus_message* call) {
     sd_bus_message* reply = nullptr;
     sd_bus_message_new_method_return(call, &reply);
-    return Message(reply);
+    return BusMessage(reply);
 }
 
 /// Sends a reply that was written without a failure; otherwise the caller is told of the failure.
-int answer(const Message& reply, int written) {
+int answer(const BusMessage& reply, int written) {
     return written < 0 ? written : sd_bus_message_send(reply.get());
 }
 
@@ -132,7 +127,7 @@ void DBusMenu::layoutChanged() {
 void DBusMenu::lineChanged(const MenuLine& line) {
     sd_bus_message* made = nullptr;
     sd_bus_message_new_signal(bus_.handle(), &made, path, interface, "ItemsPropertiesUpdated");
-    const Message signal(made);
+    const BusMessage signal(made);
     if (!signal)
         return;
     const auto properties = menuProperties(line, pictures_);

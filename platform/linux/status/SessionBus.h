@@ -16,6 +16,11 @@ struct ReleaseSlot {
 /// Keeps an object, a match or a call with its callback alive; dropping it ends that.
 using BusSlot = std::unique_ptr<sd_bus_slot, ReleaseSlot>;
 
+struct ReleaseMessage {
+    void operator()(sd_bus_message* message) const { sd_bus_message_unref(message); }
+};
+using BusMessage = std::unique_ptr<sd_bus_message, ReleaseMessage>;
+
 /// Turns a member function into the callback that the bus library wants. The object is its user data and must
 /// outlive the slot.
 template <auto Member>

@@ -18,10 +18,6 @@ constexpr const char* hostGoneRule = "type='signal',sender='org.kde.StatusNotifi
                                      "interface='org.kde.StatusNotifierWatcher',"
                                      "member='StatusNotifierHostUnregistered'";
 
-struct ReleaseMessage {
-    void operator()(sd_bus_message* message) const { sd_bus_message_unref(message); }
-};
-
 } // namespace
 
 WatcherLink::WatcherLink(SessionBus& bus, std::function<void(bool present)> hostChanged)
@@ -51,7 +47,7 @@ void WatcherLink::registerItem() {
     sd_bus_message* made = nullptr;
     sd_bus_message_new_method_call(bus_.handle(), &made, watcher, watcherPath, watcher,
                                    "RegisterStatusNotifierItem");
-    const std::unique_ptr<sd_bus_message, ReleaseMessage> message(made);
+    const BusMessage message(made);
     if (!message)
         return setPresent(false);
     sd_bus_message_set_auto_start(made, 0);

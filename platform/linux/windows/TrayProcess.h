@@ -25,6 +25,9 @@ class TrayProcess final : public StatusItemSink, private HelperClient {
     void lineChanged(const MenuLine& line) override;
     void titleChanged(const std::string& title) override;
 
+    /// Whether an old system tray is there, as far as it was looked for: only while the item is to be shown.
+    [[nodiscard]] bool managerPresent() const { return manager_ != XCB_WINDOW_NONE; }
+
   private:
     void helperSaid(const wire::Message& message) override;
     void helperFailed(const std::string& how) override;

@@ -1,0 +1,83 @@
+#include "platform/linux/control/BusValues.h"
+
+namespace kelpa {
+
+namespace {
+
+const char* typeOf(const BusValue& value) {
+    if (std::holds_alternative<std::string>(value))
+        return "s";
+    return std::holds_alternative<bool>(value) ? "b" : "x";
+}
+
+/// What is in the variant that was entered; false for a type that the interface does not have.
+bool readContent(sd_bus_message* message, char type, BusValue& value) {
+    if (type == SD_BUS_TYPE_STRING) {
+        const char* text = nullptr;
+        if (sd_bus_message_read_basic(message, type, &text) < 0)
+            return false;
+        value = std::string(text);
+    } else if (type == SD_BUS_TYPE_INT64) {
+        std::int64_t number = 0;
+        if (sd_bus_message_read_basic(message, type, &number) < 0)
+            return false;
+        value = number;
+    } else if (type == SD_BUS_TYPE_BOOLEAN) {
+        int truth = 0;
+        if (sd_bus_message_read_basic(message, type, &truth) < 0)
+            return false;
+        value = truth != 0;
+    } else {
+        return false;
+    }
+    return true;
+}
+
+void readEntry(sd_bus_message* message, BusValues& values) {
+    const char *name = nullptr, *contents = nullptr;
+    char type = 0;
+    if (sd_bus_message_read_basic(message, SD_BUS_TYPE_STRING, &name) < 0 ||
+        sd_bus_message_peek_type(message, &type, &contents) < 0 || contents == nullptr)
+        return;
+    BusValue value;
+    const bool simple = contents[0] != '\0' && contents[1] == '\0';
+    if (simple && sd_bus_message_enter_container(message, SD_BUS_TYPE_VARIANT, contents) > 0) {
+        if (readContent(message, contents[0], value))
+            values.insert_or_assign(name, std::move(value));
+        else
+            sd_bus_message_skip(message, nullptr);
+        sd_bus_message_exit_container(message);
+    } else {
+        sd_bus_message_skip(message, "v");
+    }
+}
+
+} // namespace
+
+void writeValue(BusWriter& writer, const BusValue& value) {
+    if (const auto* text = std::get_if<std::string>(&value))
+        writer.text(*text);
+    else if (const auto* truth = std::get_if<bool>(&value))
+        writer.boolean(*truth);
+    else
+        writer.number(std::get<std::int64_t>(value));
+}
+
+void writeEntry(BusWriter& writer, const char* name, const BusValue& value) {
+    writer.open('e', "sv").text(name).open('v', typeOf(value));
+    writeValue(writer, value);
+    writer.close().close();
+}
+
+bool readValues(sd_bus_message* message, BusValues& values) {
+    if (sd_bus_message_enter_container(message, SD_BUS_TYPE_ARRAY, "{sv}") <= 0)
+        return false;
+    while (sd_bus_message_enter_container(message, SD_BUS_TYPE_DICT_ENTRY, "sv") > 0) {
+        readEntry(message, values);
+        if (sd_bus_message_exit_container(message) < 0)
+            return false;
+    }
+    return sd_bus_message_exit_container(message) >= 0;
+}
+
+} // namespace kelpa

@@ -1,0 +1,32 @@
+#pragma once
+
+/// The program's interface to scripts on the session bus: the names that both ends go by. They are a promise
+/// to people's scripts and no matter of how a build is configured.
+namespace kelpa::control {
+
+inline constexpr const char* service = "app.orvane.Kelpa";
+inline constexpr const char* path = "/app/orvane/Kelpa";
+inline constexpr const char* interface = "app.orvane.Kelpa1";
+/// The error of a request that the program understood and refuses; its message says why in plain words.
+inline constexpr const char* refused = "app.orvane.Kelpa1.Error.Refused";
+
+inline constexpr const char* state = "State";
+inline constexpr const char* time = "Time";
+inline constexpr const char* seconds = "Seconds";
+inline constexpr const char* breakKind = "BreakKind";
+inline constexpr const char* paused = "Paused";
+inline constexpr const char* waterEnabled = "WaterEnabled";
+inline constexpr const char* waterFinished = "WaterFinished";
+inline constexpr const char* waterTarget = "WaterTarget";
+
+inline constexpr const char* pause = "Pause";
+inline constexpr const char* resume = "Resume";
+inline constexpr const char* toggle = "Toggle";
+inline constexpr const char* skip = "Skip";
+inline constexpr const char* showWater = "ShowWater";
+inline constexpr const char* showSettings = "ShowSettings";
+inline constexpr const char* quit = "Quit";
+inline constexpr const char* watch = "Watch";
+inline constexpr const char* unwatch = "Unwatch";
+
+} // namespace kelpa::control

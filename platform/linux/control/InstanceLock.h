@@ -1,0 +1,86 @@
+#pragma once
+
+#include "platform/linux/EventLoop.h"
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <sys/socket.h>
+#include <sys/types.h>
+#include <sys/un.h>
+#include <utility>
+
+namespace kelpa {
+
+/// A descriptor that closes with its owner.
+class OwnedFd {
+  public:
+    explicit OwnedFd(int fd = -1) : fd_(fd) {}
+    OwnedFd(OwnedFd&& other) noexcept : fd_(std::exchange(other.fd_, -1)) {}
+    OwnedFd& operator=(OwnedFd&& other) noexcept;
+    ~OwnedFd();
+    [[nodiscard]] int get() const { return fd_; }
+    explicit operator bool() const { return fd_ >= 0; }
+
+  private:
+    int fd_;
+};
+
+/// What the holder of the lock is asked by other starts, from the main loop.
+class InstanceClient {
+  public:
+    virtual ~InstanceClient() = default;
+    virtual void showSettings() = 0;
+    /// Another start has given this one up and takes its place.
+    virtual void replaced() = 0;
+};
+
+/// A lock on one display of the user that dies with its process, and a socket beside it by which another
+/// start asks the holder. It needs no bus.
+class InstanceLock {
+  public:
+    enum class State { Free, Held, HeldByAnother, Unavailable };
+
+    /// The lock `name` in `folder`, which only the user can write to.
+    InstanceLock(const std::string& folder, std::string name);
+    ~InstanceLock();
+    InstanceLock(const InstanceLock&) = delete;
+    InstanceLock& operator=(const InstanceLock&) = delete;
+
+    /// Takes the lock unless another process has it.
+    State take();
+    /// Has the holder show its preferences. False when it did not answer within `seconds`; then, or before,
+    /// the lock may have become free, and `state` tells.
+    bool askHolder(EventLoop& loop, double seconds);
+    /// Takes the lock from a holder that does not answer. False when meanwhile another process took it.
+    bool takeOver();
+    [[nodiscard]] State state() const { return state_; }
+
+    /// Answers other starts from now on. Loop and client outlive the lock.
+    void serve(EventLoop& loop, InstanceClient& client);
+
+  private:
+    void listen();
+    void readRequest(InstanceClient& client);
+    [[nodiscard]] bool ourFile(int fd) const;
+    [[nodiscard]] sockaddr_un socketAddress() const;
+    bool send(int from, std::string_view request) const;
+
+    std::string name_;
+    OwnedFd folder_;
+    OwnedFd lock_;
+    OwnedFd socket_;
+    std::optional<ino_t> held_; ///< the file that another process holds
+    State state_ = State::Free;
+    Subscription requests_;
+};
+
+/// The folder for the lock: the session's runtime folder, else one of the user's own below /tmp; nothing
+/// where neither can be had.
+[[nodiscard]] std::optional<std::string> lockFolder();
+/// The lock's name: the program's, and the display's of the environment, so that each desktop of a user has
+/// one.
+[[nodiscard]] std::string lockName();
+
+} // namespace kelpa

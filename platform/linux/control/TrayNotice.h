@@ -1,0 +1,57 @@
+#pragma once
+
+#include "platform/linux/EventLoop.h"
+#include "platform/linux/status/SessionBus.h"
+#include "ui/NoTrayText.h"
+
+#include <functional>
+#include <string>
+
+namespace kelpa {
+
+/// What a notification says of its sender.
+struct NotifyingProgram {
+    std::string name;
+    std::string identifier; ///< of its desktop entry
+    std::string icon;       ///< path of a picture
+};
+
+/// Tells a person once in a run that nothing on this desktop shows the program, by a notification whose click
+/// opens the preferences. At log-in panels come up after the programs, so it waits first. Where nothing shows
+/// notifications either, nothing comes of it.
+class TrayNotice {
+  public:
+    static constexpr double usualPatience = 15; ///< real seconds without a tray
+
+    struct Desktop {
+        NotifyingProgram program;
+        std::function<bool()> oldTrayThere; ///< whether the item is shown without the bus
+        std::function<void()> nothingShows; ///< for the log
+        std::function<void()> openPreferences;
+    };
+
+    /// The loop outlives the notice.
+    TrayNotice(EventLoop& loop, Desktop desktop, double patience = usualPatience);
+
+    /// Whether something on the bus shows the item now. The bus, null where there is none, outlives the
+    /// notice.
+    void setHostPresent(bool present, SessionBus* bus);
+
+  private:
+    void decide();
+    void notify(const NoTrayText& text);
+    void notified(sd_bus_message* reply);
+    void clicked(sd_bus_message* signal);
+    void closed(sd_bus_message* signal);
+
+    EventLoop& loop_;
+    Desktop desktop_;
+    double patience_;
+    SessionBus* bus_ = nullptr;
+    bool told_ = false;
+    std::uint32_t number_ = 0; ///< the notification's; 0 until it has one
+    Subscription waiting_;
+    BusSlot call_, clicks_, closing_;
+};
+
+} // namespace kelpa

@@ -1,0 +1,335 @@
+#include "PrivateBus.h"
+#include "Support.h"
+#include "app/AppState.h"
+#include "platform/linux/control/BusValues.h"
+#include "platform/linux/control/ControlInterface.h"
+#include "platform/linux/control/ControlObject.h"
+#include "platform/linux/control/StatusLine.h"
+#include "platform/linux/control/TrayNotice.h"
+#include "tests/core/Play.h"
+
+#include <gtest/gtest.h>
+#include <memory>
+
+namespace kelpa::test {
+namespace {
+
+constexpr const char* propertiesInterface = "org.freedesktop.DBus.Properties";
+
+std::string errorOf(const Message& answer) {
+    if (!answer)
+        return "no answer";
+    const sd_bus_error* error = sd_bus_message_get_error(answer.get());
+    return error == nullptr ? "" : error->name;
+}
+
+/// A script: asks, and keeps what it is told of changes and when.
+class Script : public Peer {
+  public:
+    explicit Script(EventLoop& loop) : Peer(loop) {
+        sd_bus_match_signal(bus(), nullptr, nullptr, control::path, propertiesInterface, "PropertiesChanged",
+                            heard, this);
+    }
+    std::string does(const char* method) {
+        return errorOf(call(control::service, control::path, control::interface, method, ""));
+    }
+    BusValues reads() {
+        BusValues values;
+        const auto answer =
+            call(control::service, control::path, propertiesInterface, "GetAll", "s", control::interface);
+        readValues(answer.get(), values);
+        return values;
+    }
+    std::vector<BusValues> changes;
+    std::vector<double> times;
+
+  private:
+    static int heard(sd_bus_message* signal, void* self, sd_bus_error*) {
+        const char* interface = nullptr;
+        BusValues values;
+        sd_bus_message_read(signal, "s", &interface);
+        readValues(signal, values);
+        static_cast<Script*>(self)->changes.push_back(values);
+        static_cast<Script*>(self)->times.push_back(secondsNow());
+        return 0;
+    }
+};
+
+/// A program whose time passes when the test says so, on a real bus.
+struct ControlTest : testing::Test {
+    PrivateBus daemon;
+    EventLoop loop;
+    std::string why;
+    std::unique_ptr<SessionBus> bus = SessionBus::open(loop, why);
+    Play play;
+    RemoteControl remote{play.desk.services};
+    std::unique_ptr<ControlObject> object;
+
+    ControlTest() {
+        play("store pref.work.time int 62\nstore force_long_break bool true\n"
+             "store pref.short.break.times int 1\nlaunch\n");
+        sd_bus_request_name(bus->handle(), control::service, 0);
+        object = std::make_unique<ControlObject>(loop, *bus, remote);
+    }
+    /// Ticks until the script has heard so many changes.
+    bool hears(const Script& script, std::size_t changes, double seconds = 10) {
+        double next = secondsNow();
+        return spinUntil(
+            loop,
+            [&] {
+                if (secondsNow() >= next) {
+                    play("+1\n");
+                    next += 0.1;
+                }
+                return script.changes.size() >= changes;
+            },
+            seconds);
+    }
+};
+
+TEST_F(ControlTest, tellsHowThingsAre) {
+    Script script(loop);
+    play("+55\n");
+    const BusValues expected = {{"State", std::string("working")},
+                                {"Time", std::string("0101:05")},
+                                {"Seconds", std::int64_t{3665}},
+                                {"BreakKind", std::string("none")},
+                                {"Paused", false},
+                                {"WaterEnabled", false},
+                                {"WaterFinished", std::int64_t{0}},
+                                {"WaterTarget", std::int64_t{1500}}};
+    EXPECT_EQ(script.reads(), expected);
+    EXPECT_NE(errorOf(script.call(control::service, control::path, propertiesInterface, "Set", "ssv",
+                                  control::interface, "State", "s", "break")),
+              "");
+    play("+3665\n");
+    EXPECT_EQ(script.reads()["BreakKind"], BusValue(std::string("long")));
+}
+
+TEST_F(ControlTest, obeysOrRefusesInPlainWords) {
+    Script script(loop);
+    EXPECT_EQ(script.does("Pause"), "");
+    EXPECT_EQ(script.reads()["Paused"], BusValue(true));
+    EXPECT_EQ(script.does("Toggle"), "");
+    EXPECT_EQ(script.does("Pause"), "");
+    EXPECT_EQ(script.does("Resume"), "");
+    EXPECT_EQ(script.reads()["State"], BusValue(std::string("working")));
+    EXPECT_EQ(script.does("Skip"), control::refused);
+    EXPECT_EQ(script.does("ShowWater"), control::refused);
+    EXPECT_EQ(script.does("ShowSettings"), "");
+    EXPECT_EQ(script.does("Bogus"), SD_BUS_ERROR_UNKNOWN_METHOD);
+    play("+3720\n");
+    for (const char* method : {"Pause", "Resume", "Toggle", "Skip"})
+        EXPECT_EQ(script.does(method), control::refused) << method;
+    const auto answer = script.call(control::service, control::path, control::interface, "Skip", "");
+    EXPECT_STREQ(sd_bus_message_get_error(answer.get())->message, "This break cannot be skipped");
+    EXPECT_EQ(script.reads()["State"], BusValue(std::string("break")));
+    EXPECT_EQ(script.does("Quit"), "") << "it is answered before it is obeyed";
+    EXPECT_TRUE(play.time.stopped());
+}
+
+TEST_F(ControlTest, announcesChangesOnlyToThoseWhoWatchAndOnceASecond) {
+    Script script(loop);
+    EXPECT_FALSE(hears(script, 1, 1.5)) << "nobody watches";
+    ASSERT_EQ(script.does("Watch"), "");
+    ASSERT_EQ(script.does("Watch"), "");
+    const double began = secondsNow();
+    ASSERT_TRUE(hears(script, 3));
+    EXPECT_GE(script.times.front(), began + 0.9);
+    for (std::size_t i = 1; i < script.times.size(); ++i)
+        EXPECT_GE(script.times[i] - script.times[i - 1], 0.95);
+    // Only what differs is told.
+    EXPECT_EQ(script.changes.back().size(), 2U);
+    EXPECT_TRUE(script.changes.back().contains("Time") && script.changes.back().contains("Seconds"));
+    ASSERT_EQ(script.does("Unwatch"), "");
+    script.changes.clear();
+    EXPECT_FALSE(hears(script, 1, 1.5));
+    EXPECT_EQ(script.does("Unwatch"), "") << "nothing to take back is no error";
+}
+
+TEST_F(ControlTest, theAnnouncementsFollowTheLastClientOut) {
+    Script listener(loop);
+    auto first = std::make_unique<Script>(loop);
+    auto second = std::make_unique<Script>(loop);
+    first->does("Watch");
+    second->does("Watch");
+    first.reset();
+    ASSERT_TRUE(hears(listener, 1)) << "one is left";
+    second.reset();
+    spin(loop, 0.3);
+    listener.changes.clear();
+    EXPECT_FALSE(hears(listener, 1, 1.5));
+    Script third(loop);
+    third.does("Watch");
+    EXPECT_TRUE(hears(third, 1));
+}
+
+TEST_F(ControlTest, aWatcherThatLeavesAtOnceLeavesNothingBehind) {
+    Script listener(loop);
+    {
+        Peer hasty(loop);
+        sd_bus_message* call = nullptr;
+        sd_bus_message_new_method_call(hasty.bus(), &call, control::service, control::path,
+                                       control::interface, "Watch");
+        sd_bus_message_set_expect_reply(call, 0);
+        sd_bus_send(hasty.bus(), call, nullptr);
+        sd_bus_message_unref(call);
+    }
+    spin(loop, 0.3);
+    EXPECT_FALSE(hears(listener, 1, 1.5));
+}
+
+/// A pause must not wait for a tick that does not come.
+TEST_F(ControlTest, whatIsNoTickIsToldWithinASecond) {
+    Script script(loop);
+    script.does("Watch");
+    ASSERT_TRUE(hears(script, 1));
+    script.changes.clear();
+    spin(loop, 0.2);
+    remote.pause();
+    ASSERT_TRUE(spinUntil(
+        loop, [&] { return !script.changes.empty(); }, 1.5));
+    EXPECT_EQ(script.changes.front()["State"], BusValue(std::string("paused")));
+    script.changes.clear();
+    play("pref finished 400\n");
+    ASSERT_TRUE(spinUntil(
+        loop, [&] { return !script.changes.empty(); }, 1.5));
+    EXPECT_EQ(script.changes.front(), (BusValues{{"WaterFinished", std::int64_t{400}}}));
+}
+
+TEST_F(ControlTest, aBusThatGoesAwayIsSurvived) {
+    {
+        Script script(loop);
+        script.does("Watch");
+    }
+    Script script(loop);
+    script.does("Watch");
+    daemon.end();
+    spin(loop, 0.2);
+    play("+5\n");
+    spin(loop, 1.2);
+    object.reset();
+}
+
+TEST(StatusLine, isForPeopleOrForPrograms) {
+    BusValues values = {{"State", std::string("break")},
+                        {"Time", std::string("0102:05")},
+                        {"Seconds", std::int64_t{3725}},
+                        {"BreakKind", std::string("long")},
+                        {"Paused", true},
+                        {"WaterEnabled", true},
+                        {"WaterFinished", std::int64_t{600}},
+                        {"WaterTarget", std::int64_t{1500}}};
+    EXPECT_EQ(plainLine(values), "break 0102:05 long water 600/1500");
+    EXPECT_EQ(jsonLine(values),
+              R"({"state": "break", "time": "0102:05", "seconds": 3725, "break": "long", "paused": true, )"
+              R"("water": {"enabled": true, "finished": 600, "target": 1500}})");
+    values["Time"] = std::string("\"\\\n");
+    EXPECT_NE(jsonLine(values)->find(R"("time": "\"\\\u000a")"), std::string::npos);
+    values["Seconds"] = std::string("soon");
+    EXPECT_EQ(jsonLine(values), std::nullopt);
+    values.erase("Seconds");
+    EXPECT_EQ(plainLine(values), std::nullopt);
+}
+
+/// A desktop's notifications.
+class Notifications : public Peer {
+  public:
+    explicit Notifications(EventLoop& loop) : Peer(loop) {
+        sd_bus_add_object_vtable(bus(), nullptr, "/org/freedesktop/Notifications", name, vtable, this);
+        sd_bus_request_name(bus(), name, 0);
+    }
+    void tell(const char* member, const char* types, auto... arguments) {
+        sd_bus_emit_signal(bus(), "/org/freedesktop/Notifications", name, member, types, arguments...);
+    }
+    std::vector<std::string> shown; ///< summary, body and the name of the click
+    std::string failure;
+
+  private:
+    static constexpr const char* name = "org.freedesktop.Notifications";
+    static int notify(sd_bus_message* call, void* object, sd_bus_error* error) {
+        auto& self = *static_cast<Notifications*>(object);
+        const char *program = nullptr, *icon = nullptr, *summary = nullptr, *body = nullptr, *key = nullptr,
+                   *action = nullptr;
+        unsigned replaces = 0;
+        sd_bus_message_read(call, "susssas", &program, &replaces, &icon, &summary, &body, 2, &key, &action);
+        self.shown.push_back(std::string(summary) + "|" + body + "|" + key + "=" + action);
+        if (!self.failure.empty())
+            return sd_bus_error_set(error, self.failure.c_str(), "");
+        return sd_bus_reply_method_return(call, "u", 40 + static_cast<unsigned>(self.shown.size()));
+    }
+    inline static const sd_bus_vtable vtable[] = {
+        SD_BUS_VTABLE_START(0),
+        SD_BUS_METHOD("Notify", "susssasa{sv}i", "u", notify, SD_BUS_VTABLE_UNPRIVILEGED), SD_BUS_VTABLE_END};
+};
+
+struct TrayNoticeTest : testing::Test {
+    PrivateBus daemon;
+    EventLoop loop;
+    std::string why;
+    std::unique_ptr<SessionBus> bus = SessionBus::open(loop, why);
+    bool oldTray = false;
+    int logged = 0, opened = 0;
+    TrayNotice notice{loop,
+                      {{"Kelpa", "app.orvane.Kelpa", "/icon.svg"},
+                       [this] { return oldTray; },
+                       [this] { ++logged; },
+                       [this] { ++opened; }},
+                      0.3};
+};
+
+TEST_F(TrayNoticeTest, tellsOnceAndTheClickOpensThePreferences) {
+    Notifications desktop(loop);
+    notice.setHostPresent(false, bus.get());
+    spin(loop, 0.1);
+    EXPECT_EQ(desktop.shown.size(), 0U) << "a panel may be slow";
+    ASSERT_TRUE(spinUntil(loop, [&] { return desktop.shown.size() == 1; }));
+    EXPECT_EQ(
+        desktop.shown.front(),
+        "This desktop has no tray for Kelpa|Your breaks come all the same. Click here for the preferences, "
+        "or start Kelpa again.|default=Settings");
+    spin(loop, 0.1);
+    desktop.tell("ActionInvoked", "us", 7, "default");
+    desktop.tell("ActionInvoked", "us", 41, "other");
+    desktop.tell("NotificationClosed", "uu", 7, 1);
+    spin(loop, 0.2);
+    EXPECT_EQ(opened, 0);
+    desktop.tell("ActionInvoked", "us", 41, "default");
+    ASSERT_TRUE(spinUntil(loop, [&] { return opened == 1; }));
+    desktop.tell("NotificationClosed", "uu", 41, 2);
+    desktop.tell("ActionInvoked", "us", 41, "default");
+    notice.setHostPresent(true, bus.get());
+    notice.setHostPresent(false, bus.get());
+    spin(loop, 0.6);
+    EXPECT_EQ(opened, 1) << "the number may be another's now";
+    EXPECT_EQ(desktop.shown.size(), 1U);
+    EXPECT_EQ(logged, 1);
+}
+
+TEST_F(TrayNoticeTest, isSilentWhereSomethingShowsTheItem) {
+    Notifications desktop(loop);
+    notice.setHostPresent(false, bus.get());
+    spin(loop, 0.1);
+    notice.setHostPresent(true, bus.get());
+    spin(loop, 0.5);
+    oldTray = true;
+    notice.setHostPresent(false, bus.get());
+    spin(loop, 0.5);
+    EXPECT_EQ(desktop.shown.size(), 0U);
+    EXPECT_EQ(logged, 0);
+}
+
+TEST_F(TrayNoticeTest, needsNeitherNotificationsNorABus) {
+    notice.setHostPresent(false, bus.get());
+    ASSERT_TRUE(spinUntil(loop, [&] { return logged == 1; }));
+    Notifications desktop(loop);
+    desktop.failure = "org.example.Failure";
+    spin(loop, 0.3);
+    TrayNotice without(loop, {{}, [] { return false; }, [this] { ++logged; }, [] {}}, 0.1);
+    without.setHostPresent(false, nullptr);
+    ASSERT_TRUE(spinUntil(loop, [&] { return logged == 2; }));
+    EXPECT_EQ(opened, 0);
+}
+
+} // namespace
+} // namespace kelpa::test

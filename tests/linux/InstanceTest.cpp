@@ -1,0 +1,207 @@
+#include "platform/linux/control/Instance.h"
+#include "PrivateBus.h"
+#include "Support.h"
+#include "platform/linux/control/ControlInterface.h"
+
+#include <gtest/gtest.h>
+
+namespace kelpa::test {
+namespace {
+
+using State = InstanceLock::State;
+
+/// A running program, as far as other starts see it.
+struct Asked final : InstanceClient {
+    int shown = 0, gone = 0;
+    void showSettings() override { ++shown; }
+    void replaced() override { ++gone; }
+};
+
+struct LockTest : testing::Test {
+    TempFolder folder;
+    EventLoop loop;
+    Asked asked;
+};
+
+TEST_F(LockTest, letsOneInAndTheOthersAskIt) {
+    InstanceLock first(folder.path(), "lock"), second(folder.path(), "lock"),
+        elsewhere(folder.path(), "other");
+    ASSERT_EQ(first.take(), State::Held);
+    first.serve(loop, asked);
+    for (int start = 1; start <= 3; ++start) {
+        ASSERT_EQ(second.take(), State::HeldByAnother);
+        EXPECT_TRUE(second.askHolder(loop, 5));
+        EXPECT_EQ(asked.shown, start);
+    }
+    EXPECT_EQ(elsewhere.take(), State::Held);
+    EXPECT_EQ(asked.gone, 0);
+}
+
+TEST_F(LockTest, diesWithItsProcess) {
+    int ready[2] = {-1, -1};
+    ASSERT_EQ(pipe(ready), 0);
+    const pid_t child = fork();
+    if (child == 0) {
+        InstanceLock lock(folder.path(), "lock");
+        const char state = lock.take() == State::Held ? 'h' : 'n';
+        const bool told = write(ready[1], &state, 1) == 1;
+        pause();
+        _exit(told ? 0 : 1);
+    }
+    char state = 0;
+    ASSERT_EQ(read(ready[0], &state, 1), 1);
+    ASSERT_EQ(state, 'h');
+    InstanceLock lock(folder.path(), "lock");
+    EXPECT_EQ(lock.take(), State::HeldByAnother);
+    kill(child, SIGKILL);
+    waitpid(child, nullptr, 0);
+    EXPECT_EQ(lock.take(), State::Held) << "although its files are still there";
+    lock.serve(loop, asked);
+    InstanceLock second(folder.path(), "lock");
+    ASSERT_EQ(second.take(), State::HeldByAnother);
+    EXPECT_TRUE(second.askHolder(loop, 5));
+}
+
+TEST_F(LockTest, comesFreeWhileTheHolderIsAsked) {
+    auto first = std::make_unique<InstanceLock>(folder.path(), "lock");
+    InstanceLock second(folder.path(), "lock");
+    first->take();
+    second.take();
+    const auto leaving = loop.afterReal(0.3, [&] { first.reset(); });
+    EXPECT_FALSE(second.askHolder(loop, 10));
+    EXPECT_EQ(second.state(), State::Held);
+}
+
+TEST_F(LockTest, isTakenFromAHolderThatDoesNotAnswer) {
+    InstanceLock stale(folder.path(), "lock"), second(folder.path(), "lock"), third(folder.path(), "lock");
+    stale.take();
+    second.take();
+    third.take();
+    EXPECT_FALSE(second.askHolder(loop, 0.3));
+    ASSERT_TRUE(second.takeOver());
+    EXPECT_EQ(second.state(), State::Held);
+    EXPECT_FALSE(third.takeOver()) << "it asked the one before";
+    Asked fresh;
+    second.serve(loop, fresh);
+    EXPECT_TRUE(third.askHolder(loop, 5));
+    EXPECT_EQ(fresh.shown, 1);
+    // The stale one comes to itself.
+    stale.serve(loop, asked);
+    ASSERT_TRUE(spinUntil(loop, [&] { return asked.gone == 1; }));
+    EXPECT_EQ(fresh.gone, 0);
+}
+
+TEST_F(LockTest, isUnavailableWhereNothingCanBeWritten) {
+    InstanceLock lock(folder.file("missing"), "lock");
+    EXPECT_EQ(lock.take(), State::Unavailable);
+    lock.serve(loop, asked);
+}
+
+TEST(LockName, isTheDisplays) {
+    const auto nameOn = [](const char* display, const char* wayland) {
+        setenv("DISPLAY", display, 1);
+        setenv("WAYLAND_DISPLAY", wayland, 1);
+        return lockName();
+    };
+    EXPECT_EQ(nameOn(":0", ""), "app.orvane.Kelpa-:0");
+    EXPECT_EQ(nameOn(":0.0", "wayland-0"), "app.orvane.Kelpa-:0");
+    EXPECT_EQ(nameOn("far.example:10.1", ""), "app.orvane.Kelpa-far.example:10");
+    EXPECT_EQ(nameOn("", "wayland-1"), "app.orvane.Kelpa-wayland-1");
+    EXPECT_EQ(nameOn("", "/run/there/wayland-1"), "app.orvane.Kelpa-_run_there_wayland-1");
+    EXPECT_LT(nameOn("", std::string(300, 'x').c_str()).size(), 70U);
+    unsetenv("XDG_RUNTIME_DIR");
+    const auto folder = lockFolder();
+    ASSERT_TRUE(folder);
+    EXPECT_EQ(std::filesystem::status(*folder).permissions(), std::filesystem::perms::owner_all);
+}
+
+struct InstanceTest : testing::Test {
+    TempFolder runtime;
+    EventLoop loop;
+    Asked asked;
+    InstanceTest() {
+        setenv("XDG_RUNTIME_DIR", runtime.path().c_str(), 1);
+        setenv("DISPLAY", ":7", 1);
+        setenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent/bus", 1);
+    }
+    /// The object that the program has on the bus, which answers as `answers` says.
+    int answers = 0;
+    BusSlot object;
+    void export_(SessionBus& bus) {
+        static const sd_bus_vtable vtable[] = {
+            SD_BUS_VTABLE_START(0), SD_BUS_METHOD("ShowSettings", "", "", answer, 0), SD_BUS_VTABLE_END};
+        sd_bus_slot* slot = nullptr;
+        sd_bus_add_object_vtable(bus.handle(), &slot, control::path, control::interface, vtable, this);
+        object.reset(slot);
+    }
+    static int answer(sd_bus_message* call, void* self, sd_bus_error*) {
+        ++static_cast<InstanceTest*>(self)->asked.shown;
+        return static_cast<InstanceTest*>(self)->answers < 0 ? -EIO
+                                                             : sd_bus_reply_method_return(call, nullptr);
+    }
+};
+
+TEST_F(InstanceTest, isOneOnTheBus) {
+    PrivateBus daemon;
+    Instance first(loop), second(loop);
+    ASSERT_EQ(first.claim(), Instance::Role::First);
+    EXPECT_EQ(first.doubt(), "");
+    first.serve(asked);
+    export_(*first.bus());
+    EXPECT_EQ(second.claim(), Instance::Role::Second);
+    EXPECT_EQ(asked.shown, 1);
+    // Another display of the same bus.
+    setenv("DISPLAY", ":8", 1);
+    Instance third(loop);
+    EXPECT_EQ(third.claim(), Instance::Role::Second);
+    EXPECT_EQ(asked.shown, 2);
+    EXPECT_EQ(asked.gone, 0);
+}
+
+TEST_F(InstanceTest, isOneWithoutABusAndWhereOnlyTheSecondStartHasOne) {
+    Instance first(loop);
+    ASSERT_EQ(first.claim(), Instance::Role::First);
+    EXPECT_EQ(first.bus(), nullptr);
+    EXPECT_FALSE(first.whyNoBus().empty());
+    EXPECT_EQ(first.doubt(), "");
+    first.serve(asked);
+    Instance second(loop);
+    EXPECT_EQ(second.claim(), Instance::Role::Second);
+    PrivateBus daemon;
+    Instance third(loop);
+    EXPECT_EQ(third.claim(), Instance::Role::Second);
+    EXPECT_EQ(asked.shown, 2);
+}
+
+TEST_F(InstanceTest, isTakenFromAnOwnerOfTheNameThatOnlyFails) {
+    PrivateBus daemon;
+    answers = -1;
+    Instance first(loop);
+    ASSERT_EQ(first.claim(), Instance::Role::First);
+    first.serve(asked);
+    export_(*first.bus());
+    setenv("DISPLAY", ":8", 1);
+    Instance second(loop);
+    EXPECT_EQ(second.claim(), Instance::Role::First);
+    EXPECT_EQ(second.doubt(), "");
+    EXPECT_TRUE(spinUntil(loop, [&] { return asked.gone == 1; }));
+}
+
+TEST_F(InstanceTest, isTakenFromOneThatHangs) {
+    PrivateBus daemon;
+    Instance stale(loop);
+    ASSERT_EQ(stale.claim(), Instance::Role::First);
+    Instance second(loop);
+    const double began = secondsNow();
+    EXPECT_EQ(second.claim(), Instance::Role::First);
+    EXPECT_EQ(second.doubt(), "");
+    EXPECT_LT(secondsNow() - began, Instance::patience + 3);
+    Asked fresh;
+    second.serve(fresh);
+    stale.serve(asked);
+    EXPECT_TRUE(spinUntil(loop, [&] { return asked.gone > 0; }));
+    EXPECT_EQ(fresh.gone, 0);
+}
+
+} // namespace
+} // namespace kelpa::test
