@@ -41,10 +41,7 @@ Program::Program(EventLoop& loop, X11Connection& display, double speed, Instance
              random_, fatalErrors_, loop,
              lock_,   activity_,    Services{&loginItem_, nullptr, &mail_, &about_, &preferences_}},
       logFiles_(clock_), application_(ports_, logFiles_), remote_(loop), instance_(instance),
-      notice_(loop, {{build::displayName, build::identifier, iconFile(folders_.data)},
-                     [this] { return tray_.managerPresent(); },
-                     [this] { warning("No tray of this desktop shows the item."); },
-                     [this] { showSettings(); }}) {}
+      notice_(loop, noticeDesktop()) {}
 
 Program::~Program() = default;
 
@@ -85,12 +82,23 @@ void Program::hostChanged(bool present) {
     setHostPresent(present);
 }
 
+TrayNotice::Desktop Program::noticeDesktop() {
+    return {{build::displayName, build::identifier, iconFile(folders_.data)},
+            [this] { return tray_.managerPresent(); },
+            [this] { warning("No tray of this desktop shows the item."); },
+            [this] {
+                info("The notification was clicked, which asks for the preferences.");
+                remote_.showSettings();
+            }};
+}
+
 void Program::setHostPresent(bool present) {
     fallback_.setHostPresent(present);
     notice_.setHostPresent(present, instance_.bus());
 }
 
 void Program::showSettings() {
+    info("Another start of the program asks for the preferences.");
     remote_.showSettings();
 }
 

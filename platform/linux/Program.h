@@ -56,6 +56,7 @@ class Program final : private StoreReport, private WindowReport, private Instanc
     [[nodiscard]] Portal* portal() { return portal_ ? &*portal_ : nullptr; }
     void hostChanged(bool present);
     void setHostPresent(bool present);
+    TrayNotice::Desktop noticeDesktop();
 
     EventLoop& loop_;
     DataFolders folders_;

@@ -1,0 +1,404 @@
+#!/usr/bin/python3
+"""One instance, and the ways of scripts to it: the bus and the command line."""
+import configparser
+import json
+import os
+import re
+import signal
+import subprocess
+import time
+from pathlib import Path
+
+from gi.repository import Gio, GLib
+
+from support import LONG_ENOUGH, PROGRAM, ROOT, DesktopTest, main, wait_until
+from virtual_desktop import break_windows, wait_for_cover, wait_for_uncover
+from water_test import noon_zone
+
+NAME, OBJECT, INTERFACE = "app.orvane.Kelpa", "/app/orvane/Kelpa", "app.orvane.Kelpa1"
+PROPERTIES = "org.freedesktop.DBus.Properties"
+NO_BUS = {"DBUS_SESSION_BUS_ADDRESS": "unix:path=/nonexistent/bus"}
+FORCED = {"pref.short.break.times": 1, "pref.long.break.time": 60, "force_long_break": True}
+
+
+class Listener:
+    """Counts the announced changes with a connection of its own to the session bus."""
+
+    def __init__(self, session):
+        flags = Gio.DBusConnectionFlags
+        self.bus = Gio.DBusConnection.new_for_address_sync(
+            session.environment["DBUS_SESSION_BUS_ADDRESS"],
+            flags.AUTHENTICATION_CLIENT | flags.MESSAGE_BUS_CONNECTION, None, None)
+        self.bus.set_exit_on_close(False)
+        self.changes = []
+        self.bus.signal_subscribe(None, PROPERTIES, "PropertiesChanged", OBJECT, INTERFACE,
+                                  Gio.DBusSignalFlags.NONE, self.heard)
+
+    def heard(self, _bus, _sender, _path, _interface, _signal, arguments):
+        self.changes.append((time.monotonic(), arguments.unpack()[1]))
+
+    def call(self, method):
+        self.bus.call_sync(NAME, OBJECT, INTERFACE, method, None, None, Gio.DBusCallFlags.NONE, 5000, None)
+
+    def listen(self, seconds):
+        """What is heard within that time."""
+        self.changes.clear()
+        end = time.monotonic() + seconds
+        while time.monotonic() < end:
+            while GLib.MainContext.default().iteration(False):
+                pass
+            time.sleep(0.02)
+        return list(self.changes)
+
+    def close(self):
+        self.bus.close_sync(None)
+
+
+class ControlTest(DesktopTest):
+    MONITORS = ROOM = 1
+
+    def ask(self, *arguments, seconds=10, **environment):
+        """Runs the command line to its end: status, standard output, standard error."""
+        done = subprocess.run([PROGRAM, *arguments], env={**self.session.environment, **environment},
+                              capture_output=True, text=True, stdin=subprocess.DEVNULL, timeout=seconds)
+        return done.returncode, done.stdout, done.stderr
+
+    def status(self):
+        code, output, message = self.ask("status", "--json")
+        self.assertEqual((code, message), (0, ""))
+        return json.loads(output)
+
+    def obeys(self, *command):
+        self.assertEqual(self.ask(*command), (0, "", ""), command)
+
+    def refuses(self, *command):
+        code, output, message = self.ask(*command)
+        self.assertEqual((code, output), (1, ""), command)
+        self.assertRegex(message, r"^kelpa: [A-Z][^\n]+\n$")
+        return message
+
+    def assert_not_running(self, *command, **environment):
+        code, output, message = self.ask(*command, **environment)
+        self.assertEqual((code, output), (3, ""), command)
+        self.assertRegex(message, r"^kelpa: [^\n]+\n$")
+
+    def running(self, *arguments, **options):
+        program = self.launch(*arguments, **{"speed": 1, **options})
+        program.wait_for("sandbox home path", 10)
+        wait_until(lambda: self.ask("status")[0] == 0, 10, "an answer on the bus")
+        return program
+
+    def owner(self):
+        """The process that has the program's name on the bus."""
+        bus = "org.freedesktop.DBus"
+        return self.session.call(bus, "/org/freedesktop/DBus", bus, "GetConnectionUnixProcessID",
+                                 GLib.Variant("(s)", (NAME,)))[0]
+
+
+class OneInstance(ControlTest):
+    def assert_second_start_asks(self, program, **environment):
+        asked = program.count("asks for the preferences")
+        code, _, message = self.ask(**environment)
+        self.assertEqual((code, message), (0, ""))
+        program.wait_for("asks for the preferences", 5, times=asked + 1)
+        self.assertFalse(program.ended())
+
+    def test_a_second_start_asks_the_first_and_touches_nothing(self):
+        program = self.running()
+        log, = program.log_files()
+        older = log.with_name(f"{NAME}.20200101.log")
+        older.write_text("kept\n")
+        hellos = log.read_text().count("~~hello Kelpa~~")
+        settings = program.settings_file().read_bytes(), program.settings_file().stat().st_mtime_ns
+        for _ in range(2):
+            self.assert_second_start_asks(program)
+        self.assertEqual(log.read_text().count("~~hello Kelpa~~"), hellos)
+        self.assertTrue(older.exists(), "a second start deleted a log file")
+        older.unlink()
+        self.assertEqual((program.settings_file().read_bytes(), program.settings_file().stat().st_mtime_ns), settings)
+        self.assertEqual(self.owner(), program.process.pid)
+
+    def test_a_killed_one_never_stands_in_the_way(self):
+        for _ in range(3):
+            program = self.running()
+            program.process.send_signal(signal.SIGKILL)
+            program.process.wait(5)
+        started = time.monotonic()
+        program = self.running()
+        self.assertLess(time.monotonic() - started, 5)
+        self.assertEqual(self.owner(), program.process.pid)
+
+    def test_one_that_hangs_is_replaced_and_gives_way(self):
+        stale = self.running()
+        stale.process.send_signal(signal.SIGSTOP)
+        self.addCleanup(stale.process.send_signal, signal.SIGCONT)
+        program = self.launch(speed=1)
+        wait_until(lambda: self.owner() == program.process.pid, 20, "the new one to have the name")
+        wait_until(lambda: self.ask("status")[0] == 0, 10, "its answer")
+        stale.process.send_signal(signal.SIGCONT)
+        self.assertEqual(stale.process.wait(10), 0)
+        self.assertFalse(program.ended())
+        self.assert_second_start_asks(program)
+
+    def test_without_a_bus_it_is_one_as_well(self):
+        program = self.launch(speed=1, environment=NO_BUS)
+        program.wait_for("No session bus", 10)
+        self.assert_second_start_asks(program, **NO_BUS)
+        self.assert_second_start_asks(program)
+        self.assert_not_running("status", **NO_BUS)
+        program.process.send_signal(signal.SIGKILL)
+        program.process.wait(5)
+        again = self.launch(speed=1, environment=NO_BUS)
+        again.wait_for("No session bus", 10)
+        self.assert_second_start_asks(again, **NO_BUS)
+
+
+class Commands(ControlTest):
+    def test_status_says_what_the_tray_says(self):
+        program = self.running({"pref.work.time": 62})
+        status = self.status()
+        self.assertEqual(set(status), {"state", "time", "seconds", "break", "paused", "water"})
+        self.assertEqual(status["water"], {"enabled": False, "finished": 0, "target": 1500})
+        self.assertEqual((status["state"], status["break"], status["paused"]), ("working", "none", False))
+        self.assertRegex(status["time"], r"^0101:\d\d$|^0102:00$")
+        self.assertEqual(status["seconds"], 3600 + 60 * int(status["time"][2:4]) + int(status["time"][5:]))
+        # The label may have moved on between the two looks.
+        wait_until(lambda: program.item().label() == self.ask("status")[1].split()[1], 5, "the same time")
+        self.assertRegex(self.ask("status")[1], r"^working 010[12]:\d\d\n$")
+
+    def test_each_command_does_what_the_menu_does(self):
+        program = self.running()
+        item = program.item()
+        self.obeys("pause")
+        self.assertEqual((self.status()["state"], self.status()["paused"]), ("paused", True))
+        self.assertTrue(wait_until(lambda: item.line("- Wrok -"), 3))
+        self.obeys("toggle")
+        self.assertTrue(wait_until(lambda: item.line("- Stop -"), 3))
+        self.obeys("toggle")
+        self.obeys("resume")
+        self.assertEqual(self.status()["state"], "working")
+        self.assertIn("No break", self.refuses("skip"))
+        self.assertIn("water", self.refuses("water"))
+        self.obeys("settings")
+        self.obeys("quit")
+        self.assertEqual(program.process.wait(5), 0)
+
+    def test_water_shows_the_panel(self):
+        self.running({"pref.water.enable": True, "pref.water.finished": 300, "pref.water.target": 2000,
+                      "pref.water.lastShowDate": time.time()}, environment={"TZ": noon_zone()})
+        self.assertEqual(self.status()["water"], {"enabled": True, "finished": 300, "target": 2000})
+        self.assertRegex(self.ask("status")[1], r"^working \d\d:\d\d water 300/2000\n$")
+        self.obeys("water")
+        wait_until(lambda: self.screen.titled(lambda title: title == "Water Reminder"), 10, "the panel")
+
+    def test_where_it_does_not_run_they_say_so_and_leave_no_trace(self):
+        empty = self.session.folder / "empty"
+        empty.mkdir(mode=0o700)
+        self.addCleanup(empty.rmdir)
+        places = {"XDG_STATE_HOME": str(empty), "XDG_CONFIG_HOME": str(empty), "XDG_RUNTIME_DIR": str(empty)}
+        for command in ("status", "pause", "resume", "toggle", "skip", "water", "settings", "quit"):
+            self.assert_not_running(command, **places)
+            self.assert_not_running(command, **places, **NO_BUS)
+        self.assert_not_running("status", "--json", "--follow", **places)
+        self.assertEqual(list(empty.iterdir()), [])
+
+    def test_they_need_no_display_and_little_time(self):
+        self.running()
+        began = time.monotonic()
+        for _ in range(10):
+            self.assertEqual(self.ask("status", DISPLAY="", WAYLAND_DISPLAY="")[0], 0)
+        self.assertLess(time.monotonic() - began, 3)
+
+
+class Breaks(ControlTest):
+    def test_a_break_can_be_skipped_and_not_paused(self):
+        program = self.running({"pref.break.time": LONG_ENOUGH}, speed=20)
+        wait_for_cover(self.session, self.monitors, 20)
+        self.assertEqual((self.status()["state"], self.status()["break"]), ("break", "short"))
+        for command in ("toggle", "pause", "resume"):
+            self.assertIn("A break is on the screen", self.refuses(command))
+        self.assertTrue(break_windows(self.session))
+        self.obeys("skip")
+        program.wait_for("skip break view", 3)
+        self.assertEqual(self.status()["state"], "working")
+        wait_for_uncover(self.session)
+
+    def test_a_forced_long_break_stays(self):
+        program = self.running(FORCED, speed=20)
+        wait_for_cover(self.session, self.monitors, 20)
+        self.assertEqual(self.status()["break"], "long")
+        for command in ("skip", "toggle", "pause", "resume", "skip"):
+            self.refuses(command)
+        self.assertEqual(self.refuses("skip"), "kelpa: This break cannot be skipped\n")
+        self.obeys("settings")
+        self.assertEqual(self.ask()[0], 0, "a second start")
+        self.settle(2.5)
+        wait_for_cover(self.session, self.monitors, 1)
+        self.assertEqual(self.status()["state"], "break")
+        self.assertEqual(program.count("skip break view"), 0)
+
+
+class Snippets(ControlTest):
+    """What docs/SCRIPTING.md gives people to copy, run as their panels would."""
+
+    def snippet(self, language, part):
+        """The one block of that language in the document that holds `part`."""
+        text = (ROOT / "docs/SCRIPTING.md").read_text(encoding="utf-8")
+        found = [block for block in re.findall(rf"```{language}\n(.*?)```", text, re.S) if part in block]
+        self.assertEqual(len(found), 1, part)
+        return found[0]
+
+    def runs(self, script, lines=None):
+        """What a shell script prints; of one that goes on, its first lines."""
+        folder = self.session.folder / "bin"
+        folder.mkdir(exist_ok=True)
+        if not (folder / "kelpa").exists():
+            (folder / "kelpa").symlink_to(Path(PROGRAM).resolve())
+        environment = {**self.session.environment, "PATH": f"{folder}:{os.environ['PATH']}"}
+        process = subprocess.Popen(["sh", "-c", script], env=environment, stdout=subprocess.PIPE, text=True,
+                                   start_new_session=True)
+        with process.stdout:
+            if lines is None:
+                return process.communicate(timeout=20)[0]
+            told = [process.stdout.readline() for _ in range(lines)]
+            os.killpg(process.pid, signal.SIGTERM)
+            process.wait(10)
+            return "".join(told)
+
+    def test_they_print_what_the_panels_understand(self):
+        self.running({"pref.work.time": 25})
+        waybar = json.loads("{" + self.snippet("json", "custom/kelpa") + "}")["custom/kelpa"]
+        for line in self.runs(waybar["exec"], lines=2).splitlines():
+            told = json.loads(line)
+            self.assertEqual((told["class"], told["tooltip"]), ("working", "working"))
+            self.assertRegex(told["text"], r"^2[45]:\d\d$")
+        polybar = configparser.RawConfigParser()
+        polybar.read_string(self.snippet("ini", "module/kelpa"))
+        self.assertRegex(self.runs(polybar["module/kelpa"]["exec"], lines=2), r"^(working 2[45]:\d\d\n){2}$")
+        tmux = re.search(r"#\((.*)\)", self.snippet("tmux", "status-right"))[1]
+        self.assertRegex(self.runs(tmux), r"^working 2[45]:\d\d\n$")
+        argos = self.runs(self.snippet("sh", "---")).splitlines()
+        self.assertRegex(argos[0], r"^2[45]:\d\d$")
+        self.assertEqual(argos[1], "---")
+        for entry in argos[2:] + [waybar["on-click"], polybar["module/kelpa"]["click-right"]]:
+            command = re.search(r"bash='(.*?)'|(kelpa \w+)", entry)
+            self.assertNotEqual(self.ask(*(command[1] or command[2]).split()[1:])[0], 2, entry)
+
+    def test_they_bear_that_it_does_not_run(self):
+        self.assertEqual(self.runs(re.search(r"#\((.*)\)", self.snippet("tmux", "status-right"))[1]), "")
+        self.assertEqual(self.runs(self.snippet("sh", "---")).splitlines()[0], "off")
+
+
+class Watching(ControlTest):
+    def follow(self, *arguments):
+        follower = self.session.spawn([str(PROGRAM), "status", "--follow", *arguments], stdout=subprocess.PIPE,
+                                      stderr=subprocess.PIPE, text=True)
+        self.addCleanup(follower.stderr.close)
+        self.addCleanup(follower.stdout.close)
+        self.addCleanup(self.session.end, follower)
+        return follower
+
+    def test_following_prints_changes_once_a_second_and_ends_with_the_program(self):
+        program = self.running({"pref.work.time": 200}, speed=20)
+        follower = self.follow("--json")
+        lines, times = [], []
+        while len(lines) < 5:
+            lines.append(json.loads(follower.stdout.readline()))
+            times.append(time.monotonic())
+        self.assertGreaterEqual(times[-1] - times[0], 3.7)
+        self.assertEqual(len({line["time"] for line in lines}), 5)
+        self.obeys("pause")
+        while lines[-1]["state"] != "paused":
+            lines.append(json.loads(follower.stdout.readline()))
+        self.obeys("quit")
+        self.assertEqual(program.process.wait(5), 0)
+        self.assertEqual(follower.wait(5), 3)
+        self.assertEqual(follower.stderr.read(), "kelpa: Kelpa has ended\n")
+
+    def test_nobody_hears_anything_unless_somebody_watches(self):
+        self.running(speed=1)
+        listener = Listener(self.session)
+        self.addCleanup(listener.close)
+        self.assertEqual(listener.listen(2.5), [])
+        client = Listener(self.session)
+        client.call("Watch")
+        heard = listener.listen(3.5)
+        self.assertTrue(2 <= len(heard) <= 4, heard)
+        self.assertEqual(set(heard[-1][1]), {"Time", "Seconds"})
+        client.close()
+        listener.listen(0.3)
+        self.assertEqual(listener.listen(2.5), [])
+        # A client that is killed leaves the bus like any other, and so does one whose reader has gone.
+        follower = self.follow()
+        follower.stdout.readline()
+        self.assertGreaterEqual(len(listener.listen(2.5)), 1)
+        follower.kill()
+        follower.wait(5)
+        listener.listen(0.3)
+        self.assertEqual(listener.listen(2.5), [])
+        reader = subprocess.run(f"'{PROGRAM}' status --follow | head -n 1", shell=True, timeout=10,
+                                env=self.session.environment, capture_output=True, text=True)
+        self.assertRegex(reader.stdout, r"^working \d\d:\d\d\n$")
+
+    def test_a_terminal_ends_it_quietly(self):
+        self.running()
+        follower = self.follow()
+        follower.stdout.readline()
+        follower.send_signal(signal.SIGINT)
+        self.assertEqual((follower.wait(5), follower.stderr.read()), (0, ""))
+
+
+class NoTray(ControlTest):
+    TRAY = False
+    SILENT = "No tray of this desktop shows the item"
+
+    def notifications(self):
+        """A notification server that writes down what it is told; gives its log."""
+        log = self.session.folder / f"notifications-{self.id()}"
+        with open(log, "wb") as output:
+            server = self.session.spawn(["/usr/bin/python3", "-m", "dbusmock", "--session", "--template",
+                                         "notification_daemon"], stdout=output, stderr=output)
+        self.addCleanup(self.session.end, server)
+        wait_until(lambda: self.session.has_owner("org.freedesktop.Notifications"), 10, "the notification server")
+        return log
+
+    def test_it_says_so_once_and_a_click_opens_the_preferences(self):
+        log = self.notifications()
+        program = self.launch(speed=1, environment={"LANGUAGE": "zh_CN"})
+        self.settle(10)
+        self.assertEqual(program.count(self.SILENT), 0, "a panel may be slow at log-in")
+        program.wait_for(self.SILENT, 15)
+        told = wait_until(lambda: [line for line in log.read_text().splitlines() if " Notify " in line], 5,
+                          "the notification")
+        self.assertIn("此桌面没有可显示 Kelpa 的托盘", told[0])
+        self.settle(3)
+        self.assertEqual(log.read_text().count(" Notify "), 1)
+        self.assertEqual(program.count(self.SILENT), 1)
+        name = "org.freedesktop.Notifications"
+        for number, clicks in ((7, 0), (1, 1)):
+            click = GLib.Variant("av", [GLib.Variant("u", number), GLib.Variant("s", "default")])
+            self.session.bus.call_sync(
+                name, "/org/freedesktop/Notifications", "org.freedesktop.DBus.Mock", "EmitSignal",
+                GLib.Variant.new_tuple(GLib.Variant("s", name), GLib.Variant("s", "ActionInvoked"),
+                                       GLib.Variant("s", "us"), click), None, Gio.DBusCallFlags.NONE, 5000, None)
+            self.settle(0.5)
+            self.assertEqual(program.count("notification was clicked"), clicks)
+        self.assertFalse(program.ended())
+
+    def test_an_old_tray_is_one_and_no_server_is_no_matter(self):
+        tray = self.session.spawn(["trayer", "--edge", "top", "--widthtype", "request", "--height", "24"])
+        self.addCleanup(self.session.end, tray)
+        program = self.launch(speed=1)
+        wait_until(self.screen.embedded, 10, "an embedded icon")
+        self.settle(16)
+        self.assertEqual(program.count(self.SILENT), 0)
+        self.session.end(program.process)
+        self.session.end(tray)
+        program = self.launch(speed=1)
+        program.wait_for(self.SILENT, 25)
+        self.settle(1)
+        self.assertEqual(self.ask("status")[0], 0)
+
+
+if __name__ == "__main__":
+    main()
