@@ -226,11 +226,14 @@ TEST(WorkflowPane, ForeignNumbersAreShownAndStayUntilTheyAreEdited) {
     EXPECT_EQ(settings.after([](auto& window) {
         window.typed("shortBreakTimes", "0");
         window.entered("shortBreakTimes", "0");
+    }),
+              Lines{});
+    EXPECT_EQ(settings["shortBreakTimes"].problem, "");
+    EXPECT_EQ(settings.after([](auto& window) {
         window.closed();
         window.cameToFront();
     }),
               Lines{});
-    EXPECT_EQ(settings["shortBreakTimes"].problem, "");
     EXPECT_EQ(settings.after([](auto& window) {
         window.stepped("shortBreakTimes", -1);
         window.stepped("workTime", 1);
@@ -283,6 +286,8 @@ TEST(WorkflowPane, TheCustomPromptIsWrittenInPausesAndTypedOnlyWhileItIsWanted) 
         window.entered("breakPrompt", "");
     }),
               (Lines{"1.000 set break_prompt_text text "}));
+    settings.play("store break_prompt_text text same\n");
+    EXPECT_EQ(settings.after([](auto& window) { window.entered("breakPrompt", "same"); }), Lines{});
     settings.play.desk.store.put("break_prompt_text", std::string("two\nlines"));
     settings.client().cameToFront();
     EXPECT_EQ(settings["breakPrompt"].text, "two\\nlines");
