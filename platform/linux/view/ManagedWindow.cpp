@@ -25,6 +25,15 @@ QRect fromWords(const QString& words) {
     return {parts[0].toInt(), parts[1].toInt(), parts[2].toInt(), parts[3].toInt()};
 }
 
+/// In the sizes that task bars and window switchers show.
+QIcon applicationIcon() {
+    const QPixmap picture(QStringLiteral(":/pictures/app.orvane.Kelpa.png"));
+    QIcon icon;
+    for (const int size : {32, 64, 128})
+        icon.addPixmap(picture.scaled(size, size, Qt::KeepAspectRatio, Qt::SmoothTransformation));
+    return icon;
+}
+
 /// Enough of the window's upper edge to take hold of it.
 bool reachable(const QRect& bounds) {
     const QRect handle(bounds.center().x() - 20, bounds.y(), 40, 20);
@@ -37,7 +46,7 @@ bool reachable(const QRect& bounds) {
 } // namespace
 
 ManagedWindow::ManagedWindow(QQmlEngine& engine, const QString& file) : ViewWindow(engine, file) {
-    setIcon(QIcon(QStringLiteral(":/pictures/app.orvane.Kelpa.png")));
+    setIcon(applicationIcon());
 }
 
 void ManagedWindow::setPlace(const QRect& /*pixels*/, const QString& connector) {

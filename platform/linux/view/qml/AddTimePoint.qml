@@ -17,6 +17,8 @@ T.Popup {
         time.forceActiveFocus(Qt.TabFocusReason);
     }
 
+    implicitWidth: time.implicitWidth + 2 * padding
+    implicitHeight: time.implicitHeight + 2 * padding
     padding: Theme.stackSpace
     margins: 8
     focus: true

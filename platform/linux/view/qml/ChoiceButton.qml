@@ -3,7 +3,7 @@ import QtQuick.Templates as T
 import Kelpa
 
 /// One of several entries of which one is chosen. Among them the arrow keys go, and Tab goes past them all.
-T.AbstractButton {
+T.RadioButton {
     id: button
 
     required property ControlState told
@@ -15,7 +15,7 @@ T.AbstractButton {
 
     readonly property bool chosen: told.chosen === value
     /// The one that Tab goes to.
-    readonly property bool entrance: chosen || (index === 0 && told.entries.indexOf(told.chosen) < 0)
+    readonly property bool entrance: chosen || activeFocus || (index === 0 && told.entries.indexOf(told.chosen) < 0)
 
     function choose() {
         told.report("chosen", [value]);
@@ -23,10 +23,10 @@ T.AbstractButton {
 
     hoverEnabled: true
     focusPolicy: entrance ? Qt.StrongFocus : Qt.ClickFocus
-    Accessible.role: Accessible.RadioButton
+    // Again whenever the program says what is chosen, because a click alone does not choose.
+    checked: told.chosen === value
+    autoExclusive: false
     Accessible.name: text
-    Accessible.checkable: true
-    Accessible.checked: chosen
     onClicked: choose()
     Keys.onReturnPressed: choose()
     Keys.onEnterPressed: choose()

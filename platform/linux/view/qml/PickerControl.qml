@@ -13,11 +13,17 @@ T.ComboBox {
         currentIndex = told.entries.indexOf(told.chosen);
     }
 
-    implicitWidth: Math.max(116, implicitContentWidth + leftPadding + rightPadding)
+    readonly property real textWidth: {
+        let widest = 0;
+        for (let i = 0; i < told.entries.count; ++i)
+            widest = Math.max(widest, metrics.advanceWidth(told.entries.textAt(i)));
+        return Math.ceil(widest) + 1;
+    }
+
+    implicitWidth: Math.max(116, textWidth + leftPadding + rightPadding)
     implicitHeight: Theme.controlHeight
     leftPadding: Theme.stackSpace
     rightPadding: 34
-    implicitContentWidthPolicy: T.ComboBox.WidestText
     hoverEnabled: true
     wheelEnabled: false
     enabled: told.enabled
@@ -39,6 +45,10 @@ T.ComboBox {
         }
     }
 
+    FontMetrics {
+        id: metrics
+        font: control.font
+    }
     contentItem: Text {
         text: control.displayText
         textFormat: Text.PlainText

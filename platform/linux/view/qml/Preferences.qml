@@ -14,10 +14,10 @@ Rectangle {
     property int current: 0
 
     function choose(index: int) {
-        current = index;
         const tab = tabs.itemAt(index);
         if (bar.activeFocus && tab)
             tab.forceActiveFocus(Qt.TabFocusReason);
+        current = index;
     }
     function turn(places: int) {
         choose((current + places + panes.length) % panes.length);

@@ -20,7 +20,8 @@ Flickable {
         let widest = 0;
         for (const caption of captions)
             widest = Math.max(widest, metrics.advanceWidth(caption));
-        return Math.ceil(widest) + 1;
+        // Hinted letters can be a little wider than their measure.
+        return Math.ceil(widest * 1.03) + 2;
     }
 
     /// Scrolls as little as is needed to show an item.
@@ -58,7 +59,8 @@ Flickable {
         spacing: 20
 
         readonly property real inner: width - 2 * Theme.padding
-        readonly property real guide: Math.min(0.45 * inner, Math.max(pane.captionWidth, Math.round(0.3 * inner)))
+        /// Where no row has a caption, there is no column of them.
+        readonly property real guide: pane.captions.every(caption => caption === "") ? 0 : Math.min(0.45 * inner, Math.max(pane.captionWidth, Math.round(0.3 * inner)))
 
         Repeater {
             model: pane.layout.sections

@@ -16,8 +16,9 @@ Item {
     readonly property string caption: layout.caption
     readonly property string kind: layout.kind
     readonly property bool whole: caption === "" && (kind === "prompts" || kind === "tiles" || kind === "timePoints")
-    readonly property real start: whole ? 0 : guide + Theme.padding
+    readonly property real start: whole || guide === 0 ? 0 : guide + Theme.padding
     readonly property real space: width - start
+    readonly property real firstLine: kind === "tiles" || kind === "timePoints" ? Theme.tileHeight : Theme.controlHeight
     readonly property real unitWidth: unit.visible ? unit.implicitWidth + Theme.stackSpace : 0
 
     visible: told.visible
@@ -27,7 +28,7 @@ Item {
         id: captionText
         width: row.guide
         visible: row.caption !== ""
-        topPadding: Math.max(0, (Theme.controlHeight - metrics.height) / 2)
+        topPadding: Math.max(0, (row.firstLine - metrics.height) / 2)
         horizontalAlignment: Text.AlignRight
         wrapMode: Text.Wrap
         text: row.caption

@@ -3,7 +3,7 @@ import QtQuick.Templates as T
 import Kelpa
 
 /// One of the tabs: a symbol above its label.
-T.AbstractButton {
+T.TabButton {
     id: tab
 
     required property int index
@@ -16,11 +16,11 @@ T.AbstractButton {
     implicitHeight: 56
     hoverEnabled: true
     text: layout.label
-    focusPolicy: current ? Qt.TabFocus : Qt.NoFocus
-    Accessible.role: Accessible.PageTab
+    focusPolicy: current || activeFocus ? Qt.TabFocus : Qt.NoFocus
     Accessible.name: text
     Accessible.selectable: true
     Accessible.selected: current
+    Accessible.onPressAction: wanted(index)
     onClicked: wanted(index)
     Keys.onLeftPressed: wanted(Math.max(0, index - 1))
     Keys.onRightPressed: wanted(Math.min(count - 1, index + 1))

@@ -3,44 +3,52 @@ import QtQuick.Templates as T
 import Kelpa
 
 /// One prompt of a list: read, edited where it stands, or deleted.
-T.Control {
+T.ItemDelegate {
     id: line
 
     required property int index
-    required property string text
+    required property var model
     required property var texts
     property bool current: false
+    property bool ringed: false
     property bool editing: false
-    signal chosen()
+    signal approached()
     signal edited(string text)
     signal removed()
 
     function edit() {
-        chosen();
+        approached();
         editing = true;
         editor.text = text;
-        editor.forceActiveFocus(Qt.TabFocusReason);
+        editor.forceActiveFocus(Qt.MouseFocusReason);
+        editor.cursorPosition = editor.length;
     }
     function leave() {
         editing = false;
         line.forceActiveFocus(Qt.TabFocusReason);
     }
     function save() {
-        const changed = editor.text !== text;
-        const result = editor.text;
         leave();
-        if (changed)
-            edited(result);
+        take();
+    }
+    /// Whoever turns to something else wants to keep what was typed.
+    function take() {
+        editing = false;
+        if (editor.text !== text)
+            edited(editor.text);
     }
 
     implicitHeight: Math.max(40, (editing ? editor.implicitHeight : words.implicitHeight) + 16)
+    text: model.text
     hoverEnabled: true
-    focusPolicy: Qt.StrongFocus
-    Accessible.role: Accessible.ListItem
+    focusPolicy: Qt.ClickFocus
     Accessible.name: words.text
     Accessible.focusable: true
+    Accessible.onPressAction: edit()
     Accessible.selectable: true
     Accessible.selected: current
+    onPressed: approached()
+    onDoubleClicked: edit()
     Keys.onReturnPressed: edit()
     Keys.onEnterPressed: edit()
     Keys.onPressed: event => {
@@ -57,19 +65,9 @@ T.Control {
         radius: Theme.controlRadius
         color: line.current ? Theme.control : line.hovered ? Theme.controlFaint : "transparent"
         FocusRing {
-            shown: line.visualFocus && !line.editing
+            shown: line.ringed && line.activeFocus && !line.editing
             inset: 0
         }
-    }
-    // Below the buttons, so that those come first.
-    MouseArea {
-        anchors.fill: parent
-        onPressed: {
-            line.chosen();
-            if (!line.editing)
-                line.forceActiveFocus(Qt.MouseFocusReason);
-        }
-        onDoubleClicked: line.edit()
     }
     Text {
         id: words
@@ -99,6 +97,10 @@ T.Control {
         Keys.onReturnPressed: line.save()
         Keys.onEnterPressed: line.save()
         Keys.onEscapePressed: line.leave()
+        onActiveFocusChanged: {
+            if (!activeFocus && line.editing)
+                line.take();
+        }
     }
     Row {
         id: buttons
@@ -109,6 +111,7 @@ T.Control {
 
         IconButton {
             visible: line.editing
+            focusPolicy: Qt.NoFocus
             symbol: "checkmark"
             symbolSize: 16
             text: line.texts.editPrompt
@@ -116,6 +119,7 @@ T.Control {
         }
         PushButton {
             visible: line.editing
+            focusPolicy: Qt.NoFocus
             text: line.texts.cancelPrompt
             onClicked: line.leave()
         }

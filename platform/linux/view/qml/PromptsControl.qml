@@ -37,20 +37,12 @@ Item {
     }
     IconButton {
         id: addButton
-        anchors.right: resetButton.left
-        anchors.rightMargin: Theme.stackSpace
+        anchors.right: parent.right
         raised: true
         symbol: "plus"
         symbolSize: 16
         text: control.texts.addPrompt
         onClicked: control.add()
-    }
-    PushButton {
-        id: resetButton
-        anchors.right: parent.right
-        symbol: "gobackward"
-        text: control.texts.resetPrompts
-        onClicked: control.told.report("promptsReset", [])
     }
     RoundedBox {
         anchors.fill: list
@@ -64,13 +56,17 @@ Item {
         id: list
 
         readonly property real edge: 5
+        /// Whoever came by clicking needs no ring.
+        property bool clicked: false
 
         anchors.top: adder.bottom
         anchors.topMargin: 10 + edge
         anchors.left: parent.left
         anchors.right: parent.right
-        anchors.bottom: parent.bottom
-        anchors.margins: edge
+        anchors.bottom: resetButton.top
+        anchors.bottomMargin: 10 + edge
+        anchors.leftMargin: edge
+        anchors.rightMargin: edge
         clip: true
         spacing: 2
         model: control.told.entries
@@ -82,6 +78,11 @@ Item {
         reuseItems: false
         Accessible.role: Accessible.List
         Accessible.name: control.label
+        onActiveFocusChanged: {
+            if (!activeFocus)
+                clicked = false;
+        }
+        onCurrentIndexChanged: clicked = false
         Keys.onPressed: event => {
             if (event.key === Qt.Key_Home)
                 currentIndex = 0;
@@ -96,12 +97,25 @@ Item {
             width: ListView.view.width - 8
             texts: control.texts
             current: ListView.isCurrentItem
-            onChosen: list.currentIndex = index
+            ringed: !list.clicked
+            onApproached: {
+                list.currentIndex = index;
+                list.clicked = true;
+            }
             onEdited: changed => control.told.report("promptEdited", [text, changed])
             onRemoved: control.remove(index)
         }
         ScrollIndicator {
             flickable: list
         }
+    }
+    PushButton {
+        id: resetButton
+        anchors.left: parent.left
+        anchors.bottom: parent.bottom
+        mostWidth: parent.width
+        symbol: "gobackward"
+        text: control.texts.resetPrompts
+        onClicked: control.told.report("promptsReset", [])
     }
 }

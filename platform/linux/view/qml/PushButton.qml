@@ -7,6 +7,7 @@ T.AbstractButton {
     id: button
 
     property string symbol
+    property real mostWidth: Infinity
 
     implicitWidth: content.implicitWidth + 2 * Theme.stackSpace
     implicitHeight: Theme.controlHeight
@@ -38,6 +39,8 @@ T.AbstractButton {
         }
         Text {
             anchors.verticalCenter: parent.verticalCenter
+            width: Math.min(implicitWidth, button.mostWidth - 2 * Theme.stackSpace - x)
+            elide: Text.ElideRight
             text: button.text
             textFormat: Text.PlainText
             color: Theme.primary

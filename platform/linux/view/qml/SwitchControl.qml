@@ -17,6 +17,7 @@ T.Switch {
     implicitHeight: Math.max(Theme.controlHeight, label.implicitHeight)
     leftPadding: track.width + 10
     hoverEnabled: true
+    // Again whenever the program says so: what a person did is not always taken.
     checked: told.on
     enabled: told.enabled
     opacity: enabled ? 1 : Theme.disabledOpacity
@@ -25,13 +26,6 @@ T.Switch {
     onToggled: told.report("switched", [checked ? "1" : "0"])
     Keys.onReturnPressed: change()
     Keys.onEnterPressed: change()
-
-    Connections {
-        target: control.told
-        function onOnTold() {
-            control.checked = control.told.on;
-        }
-    }
 
     indicator: RoundedBox {
         id: track

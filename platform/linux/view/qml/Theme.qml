@@ -26,6 +26,7 @@ QtObject {
     readonly property int formWidth: 760
     /// Of everything that is as high as one line: fields, buttons, switches with their labels.
     readonly property int controlHeight: 30
+    readonly property int tileHeight: 36
     readonly property int controlRadius: 7
     readonly property int cardRadius: 12
     /// A line of text that is longer than this is hard to follow.

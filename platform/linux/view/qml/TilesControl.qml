@@ -48,7 +48,7 @@ Grid {
             text: model.text
             columns: control.columns
             width: control.tileWidth
-            height: 36
+            height: Theme.tileHeight
             onWanted: index => control.choose(index)
 
             background: RoundedBox {

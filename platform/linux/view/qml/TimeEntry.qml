@@ -1,10 +1,9 @@
 import QtQuick
-import QtQuick.Templates as T
 import Kelpa
 
 /// A time of day in the country's own way of writing it. One of its parts is chosen: the arrow keys change it and
 /// move on to the next one, and digits can be typed.
-T.Control {
+Item {
     id: entry
 
     property int hour: 0
@@ -92,8 +91,7 @@ T.Control {
 
     implicitWidth: row.implicitWidth + 2 * row.x + stepper.width + 6
     implicitHeight: Theme.controlHeight
-    hoverEnabled: true
-    focusPolicy: Qt.StrongFocus
+    activeFocusOnTab: true
     opacity: enabled ? 1 : Theme.disabledOpacity
     Accessible.role: Accessible.EditableText
     Accessible.name: label
@@ -114,19 +112,16 @@ T.Control {
             event.accepted = true;
         }
     }
-    onActiveFocusChanged: {
-        if (activeFocus && focusReason === Qt.BacktabFocusReason)
-            choose(parts[parts.length - 1]);
-        else if (activeFocus && focusReason === Qt.TabFocusReason)
-            choose(parts[0]);
-        typed = "";
-    }
+    onActiveFocusChanged: choose(parts[0])
 
-    background: FieldBox {
+    FieldBox {
+        anchors.fill: parent
         focused: entry.activeFocus
-        hovered: entry.hovered
+        hovered: hover.hovered
     }
-
+    HoverHandler {
+        id: hover
+    }
     FontMetrics {
         id: metrics
         font.pixelSize: Theme.bodySize
@@ -151,7 +146,10 @@ T.Control {
             color: cell.current ? Theme.accent : "transparent"
         }
         Text {
-            anchors.centerIn: parent
+            // An hour of one digit stands close to its minutes.
+            anchors.right: parent.right
+            anchors.rightMargin: 3
+            anchors.verticalCenter: parent.verticalCenter
             text: cell.shown
             textFormat: Text.PlainText
             color: cell.current ? Theme.accentText : Theme.primary

@@ -11,7 +11,6 @@ Flow {
     property real availableWidth: 400
 
     readonly property real tileWidth: Math.ceil(metrics.advanceWidth("00:00")) + 3 * Theme.padding
-    readonly property real tileHeight: 36
 
     function report(action: string, value: string) {
         told.report(action, value.split(":"));
@@ -50,7 +49,7 @@ Flow {
             readonly property alias remover: removeButton
 
             width: control.tileWidth
-            height: control.tileHeight
+            height: Theme.tileHeight
             Accessible.role: Accessible.ListItem
             Accessible.name: text
 
@@ -90,7 +89,7 @@ Flow {
     IconButton {
         id: plus
         width: control.tileWidth
-        height: control.tileHeight
+        height: Theme.tileHeight
         raised: true
         symbol: "plus"
         symbolSize: 16
