@@ -23,7 +23,7 @@ KELPA_DESKTOP_PACKAGES=(
 KELPA_TEST_PACKAGES=(python3-fonttools xterm trayer locales xdg-utils python3-dbusmock)
 
 # What `./test --all` adds.
-KELPA_CHECK_PACKAGES=(git clang clang-format clang-tidy shellcheck)
+KELPA_CHECK_PACKAGES=(git clang clang-format clang-tidy shellcheck clang-19 libc++-16-dev libgnustep-gui-dev)
 
 # The other program of the desktop benchmark.
 KELPA_BENCHMARK_PACKAGES=(workrave libglib2.0-bin)

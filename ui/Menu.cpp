@@ -21,9 +21,10 @@ void Menu::insert(std::size_t index, MenuItemSpec spec) {
     item->line_.image = std::move(spec.image);
     item->line_.title = std::move(spec.title);
     item->line_.keyEquivalent = std::move(spec.keyEquivalent);
-    item->line_.enabled = static_cast<bool>(spec.action);
-    item->tag_ = spec.tag;
-    item->action_ = std::move(spec.action);
+    item->line_.tag = spec.tag;
+    item->line_.action = spec.action.name;
+    item->line_.enabled = static_cast<bool>(spec.action.run);
+    item->action_ = std::move(spec.action.run);
     place(index, std::move(item));
 }
 
@@ -42,8 +43,8 @@ void Menu::remove(MenuItem& item) {
 }
 
 MenuItem* Menu::itemWithTag(int tag) const {
-    const auto found =
-        std::find_if(items_.begin(), items_.end(), [tag](const auto& item) { return item->tag_ == tag; });
+    const auto found = std::find_if(items_.begin(), items_.end(),
+                                    [tag](const auto& item) { return item->line_.tag == tag; });
     return found == items_.end() ? nullptr : found->get();
 }
 

@@ -23,17 +23,22 @@ class MenuItem {
     friend class Menu;
     Menu* menu_ = nullptr;
     MenuLine line_;
-    int tag_ = 0;
     std::function<void()> action_;
 };
 
-/// What a new line is made of. A line without an action is for information and shows as disabled.
+/// What a click on a line does, and what that is called. Without anything to run the line shows as disabled.
+struct MenuCommand {
+    const char* name = "";
+    std::function<void()> run;
+};
+
+/// What a new line is made of.
 struct MenuItemSpec {
     std::string image;
     std::string title;
     std::string keyEquivalent;
     int tag = 0; ///< 0 for none
-    std::function<void()> action;
+    MenuCommand action;
 };
 
 /// The status menu: owns its lines and keeps the face's copy of them up to date.

@@ -51,9 +51,13 @@ std::string waterTitle() {
            (state.inWorkTime() ? std::string() : localized("Out of hours")) + ")";
 }
 
+MenuCommand command(const char* name, void (MenuAction::*action)() const) {
+    return {name, [action] { (the().action.*action)(); }};
+}
+
 MenuItemSpec waterItem() {
     return {"drop.triangle", waterTitle(), "r", StatusBarController::water,
-            [] { the().action.didClickWater(); }};
+            command("didClickWater", &MenuAction::didClickWater)};
 }
 
 std::string versionTitle(const AboutApp& about) {
@@ -62,29 +66,27 @@ std::string versionTitle(const AboutApp& about) {
 
 /// The action of a line whose service this platform has; none, which disables the line, where it is missing.
 template <class Service>
-std::function<void()> actionIf(const Service* service, void (MenuAction::*action)() const) {
-    if (!service)
-        return {};
-    return [action] { (the().action.*action)(); };
+MenuCommand actionIf(const Service* service, const char* name, void (MenuAction::*action)() const) {
+    return service ? command(name, action) : MenuCommand{};
 }
 
 void fill(Menu& menu) {
     const Services& services = the().services;
     menu.add({"", versionTitle(the().client.about()), "", 0, {}});
     menu.addSeparator();
-    menu.add({"", "", "p", StatusBarController::pause, [] { the().action.didClickPause(); }});
+    menu.add({"", "", "p", StatusBarController::pause, command("didClickPause", &MenuAction::didClickPause)});
     if (the().client.waterState().enable())
         menu.add(waterItem());
     menu.add({"gearshape.circle", localized("Settings") + "...", ",", 0,
-              actionIf(services.preferences, &MenuAction::didClickSettings)});
+              actionIf(services.preferences, "didClickSettings", &MenuAction::didClickSettings)});
     menu.addSeparator();
     menu.add({"arrow.counterclockwise.icloud", localized("Check for Updates") + "...", "", 0,
-              actionIf(services.updater, &MenuAction::didClickUpdates)});
+              actionIf(services.updater, "didClickUpdates", &MenuAction::didClickUpdates)});
     menu.add({"mail.stack", localized("Feedback") + "...", "", 0,
-              actionIf(services.mail, &MenuAction::didClickFeedback)});
+              actionIf(services.mail, "didClickFeedback", &MenuAction::didClickFeedback)});
     menu.add({"info.circle", localized("About") + "...", "", 0,
-              actionIf(services.about, &MenuAction::didClickAbout)});
-    menu.add({"escape", localized("Quit"), "q", 0, [] { the().action.didClickQuit(); }});
+              actionIf(services.about, "didClickAbout", &MenuAction::didClickAbout)});
+    menu.add({"escape", localized("Quit"), "q", 0, command("didClickQuit", &MenuAction::didClickQuit)});
 }
 
 } // namespace

@@ -3,7 +3,6 @@
 #include "app/Application.h"
 #include "app/RemoteControl.h"
 #include "logging/FileLogging.h"
-#include "platform/linux/AbortOnFatalErrors.h"
 #include "platform/linux/EventLoop.h"
 #include "platform/linux/Folders.h"
 #include "platform/linux/GettextTranslations.h"
@@ -12,7 +11,6 @@
 #include "platform/linux/LinuxSystemInfo.h"
 #include "platform/linux/SilentActivity.h"
 #include "platform/linux/SilentLock.h"
-#include "platform/linux/SystemRandom.h"
 #include "platform/linux/control/ControlObject.h"
 #include "platform/linux/control/Instance.h"
 #include "platform/linux/control/TrayNotice.h"
@@ -28,6 +26,8 @@
 #include "platform/linux/windows/TrayProcess.h"
 #include "platform/linux/windows/X11Focus.h"
 #include "platform/linux/windows/X11Screens.h"
+#include "platform/posix/AbortOnFatalErrors.h"
+#include "platform/posix/SystemRandom.h"
 
 #include <optional>
 #include <string>

@@ -14,6 +14,8 @@ struct MenuLine {
     std::string title;
     std::string image;         ///< empty for none
     std::string keyEquivalent; ///< one character, with the platform's menu modifier; empty for none
+    int tag = 0;               ///< by which the program finds the line again; 0 for none
+    std::string action;        ///< name of what a click does, for menus that call by name; empty for none
     bool operator==(const MenuLine&) const = default;
 };
 

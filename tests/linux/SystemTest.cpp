@@ -1,10 +1,10 @@
 #include "Support.h"
-#include "platform/linux/AbortOnFatalErrors.h"
+#include "platform/posix/AbortOnFatalErrors.h"
 #include "platform/linux/Folders.h"
 #include "platform/linux/GettextTranslations.h"
 #include "platform/linux/LinuxFonts.h"
 #include "platform/linux/LinuxSystemInfo.h"
-#include "platform/linux/SystemRandom.h"
+#include "platform/posix/SystemRandom.h"
 
 #include <array>
 #include <clocale>

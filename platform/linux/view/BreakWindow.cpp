@@ -1,5 +1,7 @@
 #include "platform/linux/view/BreakWindow.h"
 
+#include "platform/ports/WindowSystem.h"
+
 #include <QKeyEvent>
 #include <QQuickItem>
 
@@ -8,7 +10,7 @@ namespace kelpa {
 namespace {
 
 /// Keys that are pressed so soon were meant for what was there before.
-constexpr qint64 deafMilliseconds = 2000;
+constexpr auto deafMilliseconds = static_cast<qint64>(1000 * deafSeconds(WindowStyle::FullSizeContent));
 
 } // namespace
 

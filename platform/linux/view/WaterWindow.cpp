@@ -1,6 +1,7 @@
 #include "platform/linux/view/WaterWindow.h"
 
 #include "platform/linux/view/X11.h"
+#include "platform/ports/WindowSystem.h"
 
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -11,7 +12,7 @@ namespace kelpa {
 namespace {
 
 /// Keys that are pressed so soon were meant for what had the keyboard before.
-constexpr qint64 deafMilliseconds = 1000;
+constexpr auto deafMilliseconds = static_cast<qint64>(1000 * deafSeconds(WindowStyle::Panel));
 
 } // namespace
 

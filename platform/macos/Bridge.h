@@ -1,0 +1,43 @@
+#pragma once
+
+#import <Foundation/Foundation.h>
+
+#include "base/FatalError.h"
+
+#include <exception>
+#include <string>
+#include <string_view>
+
+namespace kelpa {
+
+/// Texts of the core are UTF-8. One that is not (it came from a damaged file) is read byte by byte, so that
+/// the user still sees most of it.
+[[nodiscard]] inline NSString* toNSString(std::string_view text) {
+    NSString* whole = [[NSString alloc] initWithBytes:text.data()
+                                               length:text.size()
+                                             encoding:NSUTF8StringEncoding];
+    if (whole)
+        return whole;
+    return [[NSString alloc] initWithBytes:text.data() length:text.size() encoding:NSISOLatin1StringEncoding];
+}
+
+/// An absent text reads as empty.
+[[nodiscard]] inline std::string toString(NSString* text) {
+    const char* characters = [text UTF8String];
+    return characters ? std::string(characters) : std::string();
+}
+
+/// Every way from the system's frameworks into the core leads through here: those frameworks are not made for
+/// C++ exceptions, so that none may leave it.
+template <class Work>
+void callCore(const Work& work) noexcept {
+    try {
+        work();
+    } catch (const std::exception& error) {
+        fatalError(std::string("An unexpected exception: ") + error.what());
+    } catch (...) {
+        fatalError("An unexpected exception of an unknown kind");
+    }
+}
+
+} // namespace kelpa

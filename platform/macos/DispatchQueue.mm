@@ -1,0 +1,53 @@
+#import "platform/macos/DispatchQueue.h"
+
+#import "platform/macos/Bridge.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace kelpa {
+
+namespace {
+
+/// Longer waits are cut down to it, some 190 years, so that they fit into 64 bits of nanoseconds.
+constexpr double longestWait = 6e9;
+
+std::int64_t nanoseconds(double seconds) {
+    if (!(seconds > 0))
+        return 0;
+    return std::llround(std::min(seconds, longestWait) * static_cast<double>(NSEC_PER_SEC));
+}
+
+} // namespace
+
+void DispatchQueue::async(std::function<void()> work) {
+    dispatch_async(queue_, ^{
+      callCore(work);
+    });
+}
+
+void DispatchQueue::asyncAfter(double seconds, std::shared_ptr<WorkItem> item) {
+    // A timer of its own rather than dispatch_after: a cancelled one is gone at once, and mouse movements
+    // cancel many. DISPATCH_TIME_NOW counts on a clock that stands still while the machine sleeps.
+    dispatch_source_t timer = dispatch_source_create(DISPATCH_SOURCE_TYPE_TIMER, 0, 0, queue_);
+    const dispatch_time_t due = dispatch_time(DISPATCH_TIME_NOW, nanoseconds(seconds / speed_));
+    dispatch_source_set_timer(timer, due, DISPATCH_TIME_FOREVER, 0);
+    // The handler keeps the timer alive until it fires or is cancelled, either of which lets go of the
+    // handler.
+    dispatch_source_set_event_handler(timer, ^{
+      dispatch_source_cancel(timer);
+      callCore([&] { item->perform(); });
+    });
+    item->onCancel([timer] { dispatch_source_cancel(timer); });
+    dispatch_resume(timer);
+    // An item that was cancelled before it could be told how to leave must not stay behind either.
+    if (!item->pending())
+        dispatch_source_cancel(timer);
+}
+
+dispatch_queue_t makeSerialDispatchQueue(const std::string& label) {
+    return dispatch_queue_create_with_target(label.c_str(), DISPATCH_QUEUE_SERIAL,
+                                             dispatch_get_global_queue(QOS_CLASS_DEFAULT, 0));
+}
+
+} // namespace kelpa

@@ -1,0 +1,13 @@
+#pragma once
+
+#include "platform/ports/DesktopEvents.h"
+
+namespace kelpa {
+
+/// Lock and unlock as the login window tells of them to all applications of the user.
+class DistributedLock final : public LockNotifications {
+  public:
+    void observe(std::function<void()> locked, std::function<void()> unlocked) override;
+};
+
+} // namespace kelpa

@@ -1,0 +1,56 @@
+#import "platform/macos/DistributedLock.h"
+
+#import "platform/macos/Bridge.h"
+
+namespace {
+
+std::function<void()> whenLocked;
+std::function<void()> whenUnlocked;
+
+} // namespace
+
+/// The target of the notifications. There are no instances of it: the class itself observes.
+@interface SystemEventActions : NSObject
++ (void)didLockScreenShow:(NSNotification*)notification;
++ (void)didLockScreenDismiss:(NSNotification*)notification;
+@end
+
+@implementation SystemEventActions
+
++ (void)didLockScreenShow:(NSNotification*)notification {
+    (void)notification;
+    kelpa::callCore(whenLocked);
+}
+
++ (void)didLockScreenDismiss:(NSNotification*)notification {
+    (void)notification;
+    kelpa::callCore(whenUnlocked);
+}
+
+@end
+
+namespace kelpa {
+
+namespace {
+
+/// At once, although this application is not the active one when the screen is locked: the system holds back
+/// what is delivered in the usual way until it is.
+void add(SEL selector, NSString* name) {
+    [[NSDistributedNotificationCenter defaultCenter]
+               addObserver:[SystemEventActions class]
+                  selector:selector
+                      name:name
+                    object:nil
+        suspensionBehavior:NSNotificationSuspensionBehaviorDeliverImmediately];
+}
+
+} // namespace
+
+void DistributedLock::observe(std::function<void()> locked, std::function<void()> unlocked) {
+    whenLocked = std::move(locked);
+    whenUnlocked = std::move(unlocked);
+    add(@selector(didLockScreenShow:), @"com.apple.screenIsLocked");
+    add(@selector(didLockScreenDismiss:), @"com.apple.screenIsUnlocked");
+}
+
+} // namespace kelpa

@@ -1,0 +1,69 @@
+#pragma once
+
+#import "platform/macos/BundleTranslations.h"
+#import "platform/macos/DispatchQueue.h"
+#import "platform/macos/DistributedLock.h"
+#import "platform/macos/GlobalActivity.h"
+#import "platform/macos/MacClock.h"
+#import "platform/macos/MacFonts.h"
+#import "platform/macos/MacStatusBar.h"
+#import "platform/macos/MacSystemInfo.h"
+#import "platform/macos/MacUpdater.h"
+#import "platform/macos/RunLoopTickers.h"
+#import "platform/macos/ServiceLoginItem.h"
+#import "platform/macos/SharingMail.h"
+#import "platform/macos/StandardAboutPanel.h"
+#import "platform/macos/UserDefaultsStore.h"
+#import "platform/macos/preferences/MacPreferencesWindow.h"
+#import "platform/macos/windows/MacWindowSystem.h"
+
+#include "app/Application.h"
+#include "logging/SharedLogger.h"
+#include "platform/posix/AbortOnFatalErrors.h"
+#include "platform/posix/SystemRandom.h"
+
+#include <memory>
+
+namespace kelpa {
+
+/// The whole program on macOS: everything that the core asks for, and the core on top of it.
+class Program final : private ApplicationLoop {
+  public:
+    /// Ticks, delays and the wall clock run `speed` times as fast as real time.
+    explicit Program(double speed);
+    ~Program() override;
+    Program(const Program&) = delete;
+    Program& operator=(const Program&) = delete;
+
+    void launch();
+    void willTerminate();
+    void presentPreferences();
+
+  private:
+    void terminate() override;
+    Services services();
+
+    MacClock clock_;
+    RunLoopTickers tickers_;
+    DispatchQueue mainQueue_;
+    UserDefaultsStore store_;
+    MacStatusBar statusBar_;
+    MacWindowSystem windows_;
+    MacSystemInfo system_;
+    MacFonts fonts_;
+    BundleTranslations translations_;
+    SystemRandom random_;
+    AbortOnFatalErrors fatalErrors_;
+    DistributedLock lock_;
+    GlobalActivity activity_;
+    ServiceLoginItem loginItem_;
+    std::unique_ptr<Updater> updater_;
+    SharingMail mail_;
+    StandardAboutPanel about_;
+    MacPreferencesWindow preferences_;
+    Ports ports_;
+    DailyLogFiles logFiles_;
+    Application application_;
+};
+
+} // namespace kelpa

@@ -1,0 +1,53 @@
+#import "platform/macos/Program.h"
+
+#import "platform/macos/MainMenu.h"
+
+#include "app/AppInfo.h"
+#include "base/FatalError.h"
+
+namespace kelpa {
+
+namespace {
+
+/// Not before the first line of the run: an early error must not make the log that it would go to.
+void logCritical(const std::string& message) {
+    if (loggerExists())
+        logger().critical(message);
+}
+
+} // namespace
+
+Program::Program(double speed)
+    : clock_(speed), tickers_(speed), mainQueue_(dispatch_get_main_queue(), speed), fatalErrors_(logCritical),
+      loginItem_(AppInfo::loginItemIdentifier()),
+      updater_(makeMacUpdater()), ports_{clock_,       tickers_, mainQueue_, store_,        statusBar_,
+                                         windows_,     system_,  fonts_,     translations_, random_,
+                                         fatalErrors_, *this,    lock_,      activity_,     services()},
+      logFiles_(clock_), application_(ports_, logFiles_) {}
+
+Program::~Program() = default;
+
+Services Program::services() {
+    return {&loginItem_, updater_.get(), &mail_, &about_, &preferences_};
+}
+
+void Program::launch() {
+    installMainMenu();
+    application_.launch();
+}
+
+void Program::willTerminate() {
+    application_.willTerminate();
+}
+
+void Program::presentPreferences() {
+    preferences_.present();
+}
+
+void Program::terminate() {
+    if (!NSApp)
+        fatalError("There is no application to end");
+    [NSApp terminate:nil];
+}
+
+} // namespace kelpa

@@ -1,0 +1,399 @@
+#pragma once
+
+// What the macOS sources of this project use of the system's frameworks and what the headers of GNUstep lack:
+// names, types and values as their public documentation gives them, each marked with the macOS in which it
+// appeared, so that the compiler also sees what is used without asking on a system that is too old. Only for
+// checking sources on a machine without those frameworks: nothing is ever built with it. Values stand here
+// only where the sources rely on them or an enumeration has to have one.
+
+#include <cstddef>
+#include <cstdint>
+
+#ifdef __OBJC__
+#import <AppKit/AppKit.h>
+#endif
+
+#define SINCE(version) __attribute__((availability(macos, introduced = version)))
+
+// --- The names of the old Mac toolbox, which the system's headers put into the global namespace: ours live
+// beside them.
+
+struct Point {
+    short v;
+    short h;
+};
+struct Rect {
+    short top;
+    short left;
+    short bottom;
+    short right;
+};
+typedef long Size;
+typedef unsigned char Style;
+
+// --- Core Foundation
+
+typedef unsigned char Boolean;
+typedef unsigned long CFTypeID;
+typedef const void* CFTypeRef;
+typedef const struct __attribute__((objc_bridge(NSData))) __CFData* CFDataRef;
+typedef const struct __attribute__((objc_bridge(NSString))) __CFString* CFStringRef;
+typedef const struct __attribute__((objc_bridge(NSNumber))) __CFNumber* CFNumberRef;
+typedef struct __attribute__((objc_bridge(NSError))) __CFError* CFErrorRef;
+
+extern "C" {
+SINCE(10.0) CFTypeID CFGetTypeID(CFTypeRef object);
+SINCE(10.0) CFTypeID CFBooleanGetTypeID(void);
+SINCE(10.0) Boolean CFNumberIsFloatType(CFNumberRef number);
+}
+
+// --- Core Graphics and Core Text
+
+typedef struct CGColor* CGColorRef;
+typedef struct CGDataProvider* CGDataProviderRef;
+typedef struct CGFont* CGFontRef;
+
+extern "C" {
+SINCE(10.4) CGDataProviderRef CGDataProviderCreateWithCFData(CFDataRef data);
+/// Does nothing with null, as `CGFontRelease` does.
+SINCE(10.0) void CGDataProviderRelease(CGDataProviderRef provider);
+SINCE(10.5) CGFontRef CGFontCreateWithDataProvider(CGDataProviderRef provider);
+SINCE(10.0) void CGFontRelease(CGFontRef font);
+__attribute__((availability(macos, introduced = 10.8, deprecated = 15.0))) bool
+CTFontManagerRegisterGraphicsFont(CGFontRef font, CFErrorRef* error);
+}
+
+// --- libdispatch
+
+typedef void (^dispatch_block_t)(void);
+typedef std::uint64_t dispatch_time_t;
+#ifdef __OBJC__
+@protocol OS_dispatch_queue <NSObject>
+@end
+@protocol OS_dispatch_source <NSObject>
+@end
+typedef NSObject<OS_dispatch_queue>* dispatch_queue_t;
+typedef NSObject<OS_dispatch_source>* dispatch_source_t;
+typedef NSObject* dispatch_queue_attr_t;
+typedef const struct dispatch_source_type_s* dispatch_source_type_t;
+typedef unsigned int dispatch_qos_class_t;
+enum : dispatch_qos_class_t { QOS_CLASS_DEFAULT = 0x15 };
+#define DISPATCH_QUEUE_SERIAL NULL
+#define DISPATCH_TIME_NOW (0ull)
+#define DISPATCH_TIME_FOREVER (~0ull)
+#define NSEC_PER_SEC 1000000000ull
+
+extern "C" {
+extern const struct dispatch_source_type_s _dispatch_source_type_timer;
+#define DISPATCH_SOURCE_TYPE_TIMER (&_dispatch_source_type_timer)
+SINCE(10.6) dispatch_queue_t dispatch_get_main_queue(void);
+SINCE(10.6) dispatch_queue_t dispatch_get_global_queue(std::intptr_t identifier, std::uintptr_t flags);
+SINCE(10.12)
+dispatch_queue_t dispatch_queue_create_with_target(const char* label, dispatch_queue_attr_t attributes,
+                                                   dispatch_queue_t target)
+    __attribute__((ns_returns_retained));
+SINCE(10.6) void dispatch_async(dispatch_queue_t queue, dispatch_block_t block);
+SINCE(10.6) dispatch_time_t dispatch_time(dispatch_time_t when, std::int64_t delta);
+SINCE(10.6)
+dispatch_source_t dispatch_source_create(dispatch_source_type_t type, std::uintptr_t handle,
+                                         std::uintptr_t mask, dispatch_queue_t queue)
+    __attribute__((ns_returns_retained));
+SINCE(10.6)
+void dispatch_source_set_timer(dispatch_source_t source, dispatch_time_t start, std::uint64_t interval,
+                               std::uint64_t leeway);
+SINCE(10.6) void dispatch_source_set_event_handler(dispatch_source_t source, dispatch_block_t handler);
+SINCE(10.6) void dispatch_source_cancel(dispatch_source_t source);
+SINCE(10.6) void dispatch_resume(dispatch_source_t source);
+}
+
+// --- Foundation
+
+/// Hands the ownership of a Core Foundation object to ARC.
+static inline id CFBridgingRelease(CFTypeRef object) {
+    return (__bridge_transfer id)object;
+}
+
+typedef struct {
+    NSInteger majorVersion;
+    NSInteger minorVersion;
+    NSInteger patchVersion;
+} NSOperatingSystemVersion SINCE(10.10);
+
+@interface NSProcessInfo (MacDeclarations)
+- (NSOperatingSystemVersion)operatingSystemVersion SINCE(10.10);
+@end
+
+@interface NSTimer (MacDeclarations)
++ (NSTimer*)timerWithTimeInterval:(NSTimeInterval)interval
+                          repeats:(BOOL)repeats
+                            block:(void (^)(NSTimer* timer))block SINCE(10.12);
+- (void)setTolerance:(NSTimeInterval)tolerance SINCE(10.9);
+@end
+
+enum : NSUInteger { NSRectEdgeMaxY = 3 };
+
+// --- AppKit: the application, its menus and its events
+
+@class NSStatusBarButton;
+
+enum : NSUInteger {
+    NSEventMaskLeftMouseDown = 1ull << 1,
+    NSEventMaskLeftMouseUp = 1ull << 2,
+    NSEventMaskRightMouseDown = 1ull << 3,
+    NSEventMaskRightMouseUp = 1ull << 4,
+    NSEventMaskMouseMoved = 1ull << 5,
+    NSEventMaskLeftMouseDragged = 1ull << 6,
+    NSEventMaskRightMouseDragged = 1ull << 7,
+    NSEventMaskFlagsChanged = 1ull << 12,
+};
+enum : NSUInteger { NSEventTypeKeyDown = 10 };
+
+@interface NSEvent (MacDeclarations)
++ (id)addGlobalMonitorForEventsMatchingMask:(NSEventMask)mask
+                                    handler:(void (^)(NSEvent* event))block SINCE(10.6);
+@end
+
+@interface NSStatusItem (MacDeclarations)
+- (NSStatusBarButton*)button SINCE(10.10);
+@end
+
+@interface NSResponder (MacDeclarationsOfActions)
+- (void)undo:(id)sender;
+- (void)redo:(id)sender;
+@end
+
+extern NSString* const NSAboutPanelOptionCredits SINCE(10.13);
+extern NSString* const NSAboutPanelOptionApplicationName SINCE(10.13);
+extern NSString* const NSAboutPanelOptionApplicationIcon SINCE(10.13);
+extern NSString* const NSImageNameApplicationIcon SINCE(10.6);
+
+@class NSRunningApplication;
+
+SINCE(10.15) @interface NSWorkspaceOpenConfiguration : NSObject
++ (instancetype)configuration SINCE(10.15);
+- (void)setActivates:(BOOL)activates SINCE(10.15);
+@end
+
+@interface NSWorkspace (MacDeclarations)
+- (void)openApplicationAtURL:(NSURL*)applicationURL
+               configuration:(NSWorkspaceOpenConfiguration*)configuration
+           completionHandler:(void (^)(NSRunningApplication* app, NSError* error))completionHandler
+    SINCE(10.15);
+@end
+
+extern NSString* const NSSharingServiceNameComposeEmail SINCE(10.8);
+
+@interface NSSharingService (MacDeclarations)
++ (NSSharingService*)sharingServiceNamed:(NSString*)serviceName SINCE(10.8);
+- (void)setSubject:(NSString*)subject SINCE(10.9);
+- (void)setRecipients:(NSArray<NSString*>*)recipients SINCE(10.9);
+- (void)performWithItems:(NSArray*)items SINCE(10.8);
+@end
+
+// --- AppKit: fonts and images
+
+typedef NSString* NSFontTextStyle SINCE(11.0);
+extern NSFontTextStyle const NSFontTextStyleLargeTitle SINCE(11.0);
+extern NSFontTextStyle const NSFontTextStyleTitle1 SINCE(11.0);
+extern NSFontTextStyle const NSFontTextStyleTitle3 SINCE(11.0);
+extern NSFontTextStyle const NSFontTextStyleHeadline SINCE(11.0);
+extern NSFontTextStyle const NSFontTextStyleBody SINCE(11.0);
+extern NSFontTextStyle const NSFontTextStyleFootnote SINCE(11.0);
+typedef CGFloat NSFontWeight;
+extern const NSFontWeight NSFontWeightRegular SINCE(10.11);
+
+@interface NSFont (MacDeclarations)
++ (NSFont*)preferredFontForTextStyle:(NSFontTextStyle)style options:(NSDictionary*)options SINCE(11.0);
+@end
+
+typedef NSInteger NSImageSymbolScale SINCE(11.0);
+enum : NSInteger { NSImageSymbolScaleMedium = 2 };
+
+SINCE(11.0) @interface NSImageSymbolConfiguration : NSObject
++ (instancetype)configurationWithPointSize:(CGFloat)pointSize weight:(NSFontWeight)weight SINCE(11.0);
++ (instancetype)configurationWithScale:(NSImageSymbolScale)scale SINCE(11.0);
+@end
+
+@interface NSImage (MacDeclarations)
++ (instancetype)imageWithSystemSymbolName:(NSString*)symbolName
+                 accessibilityDescription:(NSString*)description SINCE(11.0);
+- (NSImage*)imageWithSymbolConfiguration:(NSImageSymbolConfiguration*)configuration SINCE(11.0);
+- (void)setTemplate:(BOOL)isTemplate SINCE(10.5);
+@end
+
+// --- AppKit: views and their layout
+
+extern const CGFloat NSViewNoIntrinsicMetric SINCE(10.11);
+
+@class CALayer;
+
+@interface NSView (MacDeclarations)
+- (id)animator SINCE(10.5);
+- (CALayer*)layer SINCE(10.5);
+- (void)setWantsLayer:(BOOL)wantsLayer SINCE(10.5);
+- (BOOL)wantsUpdateLayer SINCE(10.8);
+- (void)updateLayer SINCE(10.8);
+- (void)setShadow:(NSShadow*)shadow SINCE(10.5);
+- (void)layout SINCE(10.7);
+- (void)setNeedsLayout:(BOOL)needsLayout SINCE(10.7);
+- (NSSize)intrinsicContentSize SINCE(10.7);
+- (void)invalidateIntrinsicContentSize SINCE(10.7);
+- (void)setTranslatesAutoresizingMaskIntoConstraints:(BOOL)flag SINCE(10.7);
+- (void)setContentCompressionResistancePriority:(NSLayoutPriority)priority
+                                 forOrientation:(NSLayoutConstraintOrientation)orientation SINCE(10.7);
+- (void)viewDidChangeEffectiveAppearance SINCE(10.14);
+- (void)setIdentifier:(NSString*)identifier SINCE(10.7);
+- (NSLayoutXAxisAnchor*)leadingAnchor SINCE(10.11);
+- (NSLayoutXAxisAnchor*)trailingAnchor SINCE(10.11);
+- (NSLayoutXAxisAnchor*)centerXAnchor SINCE(10.11);
+- (NSLayoutYAxisAnchor*)topAnchor SINCE(10.11);
+- (NSLayoutYAxisAnchor*)bottomAnchor SINCE(10.11);
+- (NSLayoutYAxisAnchor*)centerYAnchor SINCE(10.11);
+- (NSLayoutDimension*)widthAnchor SINCE(10.11);
+- (NSLayoutDimension*)heightAnchor SINCE(10.11);
+- (NSLayoutGuide*)safeAreaLayoutGuide SINCE(11.0);
+@end
+
+extern NSString* const NSAccessibilityRadioButtonRole;
+extern NSString* const NSAccessibilityRadioGroupRole;
+extern NSString* const NSAccessibilityLinkRole;
+
+@interface NSView (MacDeclarationsOfAccessibility)
+- (void)setAccessibilityElement:(BOOL)accessibilityElement SINCE(10.10);
+- (void)setAccessibilityRole:(NSString*)role SINCE(10.10);
+- (void)setAccessibilityLabel:(NSString*)label SINCE(10.10);
+- (NSString*)accessibilityLabel SINCE(10.10);
+- (void)setAccessibilityHelp:(NSString*)help SINCE(10.10);
+- (void)setAccessibilityValue:(id)value SINCE(10.10);
+@end
+
+@interface NSColor (MacDeclarations)
++ (NSColor*)controlAccentColor SINCE(10.14);
++ (NSColor*)quaternaryLabelColor SINCE(10.10);
++ (NSColor*)systemBlueColor SINCE(10.10);
++ (NSColor*)systemGreenColor SINCE(10.10);
++ (NSColor*)systemRedColor SINCE(10.10);
+- (CGColorRef)CGColor SINCE(10.8);
+@end
+
+typedef NSInteger NSStackViewGravity SINCE(10.9);
+enum : NSInteger { NSStackViewGravityTrailing = 3 };
+typedef NSInteger NSStackViewDistribution SINCE(10.11);
+enum : NSInteger { NSStackViewDistributionFillEqually = 1, NSStackViewDistributionEqualSpacing = 3 };
+
+SINCE(10.9) @interface NSStackView : NSView
++ (instancetype)stackViewWithViews:(NSArray<NSView*>*)views SINCE(10.9);
+- (void)setOrientation:(NSUserInterfaceLayoutOrientation)orientation SINCE(10.9);
+- (void)setAlignment:(NSLayoutAttribute)alignment SINCE(10.9);
+- (void)setEdgeInsets:(NSEdgeInsets)edgeInsets SINCE(10.9);
+- (void)setSpacing:(CGFloat)spacing SINCE(10.9);
+- (void)setCustomSpacing:(CGFloat)spacing afterView:(NSView*)aView SINCE(10.9);
+- (void)setDistribution:(NSStackViewDistribution)distribution SINCE(10.11);
+- (void)addView:(NSView*)aView inGravity:(NSStackViewGravity)gravity SINCE(10.9);
+- (void)addArrangedSubview:(NSView*)view SINCE(10.11);
+- (NSArray<NSView*>*)arrangedSubviews SINCE(10.11);
+@end
+
+@interface NSGridRow (MacDeclarations)
+- (void)setHidden:(BOOL)hidden SINCE(10.12);
+@end
+
+@interface NSAnimationContext (MacDeclarations)
++ (void)runAnimationGroup:(void (^)(NSAnimationContext* context))changes
+        completionHandler:(void (^)(void))completionHandler SINCE(10.7);
+- (void)setDuration:(NSTimeInterval)duration SINCE(10.5);
+@end
+
+extern "C" SINCE(10.5) double CACurrentMediaTime(void);
+
+SINCE(10.5) @interface CALayer : NSObject
+- (void)setBackgroundColor:(CGColorRef)color SINCE(10.5);
+- (void)setCornerRadius:(CGFloat)radius SINCE(10.5);
+@end
+
+// --- AppKit: windows
+
+enum : NSInteger { NSWindowTitleHidden = 1 };
+typedef NSInteger NSWindowTitleVisibility SINCE(10.10);
+
+@interface NSWindow (MacDeclarations)
+- (id)animator SINCE(10.5);
+- (void)setTitleVisibility:(NSWindowTitleVisibility)visibility SINCE(10.10);
+- (void)setTitlebarAppearsTransparent:(BOOL)transparent SINCE(10.10);
+- (void)setTitlebarSeparatorStyle:(NSTitlebarSeparatorStyle)style SINCE(11.0);
+@end
+
+@protocol NSApplicationDelegateOfLaterSystems
+- (BOOL)applicationSupportsSecureRestorableState:(NSApplication*)app SINCE(12.0);
+@end
+
+// --- AppKit: controls
+
+enum : NSUInteger { NSImageLeading = 7, NSImageTrailing = 8 };
+constexpr NSButtonType NSButtonTypeMomentaryPushIn = NSMomentaryPushInButton;
+
+@interface NSButton (MacDeclarations)
++ (instancetype)buttonWithImage:(NSImage*)image target:(id)target action:(SEL)action SINCE(10.12);
++ (instancetype)buttonWithTitle:(NSString*)title target:(id)target action:(SEL)action SINCE(10.12);
+- (void)setContentTintColor:(NSColor*)color SINCE(10.14);
+@end
+
+@interface NSTextField (MacDeclarations)
++ (instancetype)labelWithString:(NSString*)stringValue SINCE(10.12);
++ (instancetype)wrappingLabelWithString:(NSString*)stringValue SINCE(10.12);
++ (instancetype)textFieldWithString:(NSString*)stringValue SINCE(10.12);
+- (void)setPreferredMaxLayoutWidth:(CGFloat)width SINCE(10.8);
+@end
+
+@interface NSControl (MacDeclarations)
+- (void)setLineBreakMode:(NSLineBreakMode)mode SINCE(10.10);
+@end
+
+@interface NSSegmentedControl (MacDeclarations)
+- (void)setTag:(NSInteger)tag forSegment:(NSInteger)segment SINCE(10.13);
+- (NSInteger)tagForSegment:(NSInteger)segment SINCE(10.13);
+@end
+
+enum : NSUInteger { NSDatePickerStyleTextFieldAndStepper = 0 };
+enum : NSUInteger { NSDatePickerElementFlagHourMinute = 0x000c };
+
+@interface NSTableView (MacDeclarations)
+- (NSView*)makeViewWithIdentifier:(NSString*)identifier owner:(id)owner SINCE(10.7);
+- (NSView*)viewAtColumn:(NSInteger)column
+                    row:(NSInteger)row
+        makeIfNecessary:(BOOL)makeIfNecessary SINCE(10.7);
+@end
+
+@interface NSTabViewItem (MacDeclarations)
+- (void)setImage:(NSImage*)image SINCE(10.10);
+@end
+
+// --- Service management
+
+extern "C" {
+__attribute__((availability(macos, introduced = 10.6, deprecated = 13.0))) Boolean
+SMLoginItemSetEnabled(CFStringRef identifier, Boolean enabled);
+}
+
+SINCE(13.0) @interface SMAppService : NSObject
++ (SMAppService*)mainAppService SINCE(13.0);
+- (BOOL)registerAndReturnError:(NSError**)error SINCE(13.0);
+- (BOOL)unregisterAndReturnError:(NSError**)error SINCE(13.0);
+@end
+
+// --- Sparkle 2, whose own documentation these are from
+
+@interface SPUUpdater : NSObject
+- (void)setAutomaticallyChecksForUpdates:(BOOL)checks;
+- (void)setUpdateCheckInterval:(NSTimeInterval)interval;
+- (void)setSendsSystemProfile:(BOOL)sends;
+- (void)checkForUpdates;
+@end
+
+@interface SPUStandardUpdaterController : NSObject
+- (instancetype)initWithStartingUpdater:(BOOL)startUpdater
+                        updaterDelegate:(id)updaterDelegate
+                     userDriverDelegate:(id)userDriverDelegate;
+- (SPUUpdater*)updater;
+@end
+#endif

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <objc/objc.h>
+
+// As much of the run-time library as the headers of GNUstep mention.
+@class Protocol;
+typedef struct objc_method* Method;
+typedef struct objc_ivar* Ivar;
+struct objc_method_description {
+    SEL name;
+    char* types;
+};

@@ -1,0 +1,36 @@
+#import <AppKit/AppKit.h>
+
+namespace {
+
+/// The application whose bundle this helper lies in:
+/// Kelpa.app/Contents/Library/LoginItems/KelpaLoginItem.app.
+NSURL* application() {
+    NSURL* place = [[NSBundle mainBundle] bundleURL];
+    for (int level = 0; level < 4; ++level)
+        place = [place URLByDeletingLastPathComponent];
+    return place;
+}
+
+} // namespace
+
+/// Starts the application when the user logs in, and ends. Only systems before macOS 13 need it: later ones
+/// start the application themselves.
+int main() {
+    @autoreleasepool {
+        NSApplication* helper = [NSApplication sharedApplication];
+        NSWorkspaceOpenConfiguration* configuration = [NSWorkspaceOpenConfiguration configuration];
+        // Nobody asked for it just now, so that whatever the user does keeps the keyboard.
+        [configuration setActivates:NO];
+        [[NSWorkspace sharedWorkspace] openApplicationAtURL:application()
+                                              configuration:configuration
+                                          completionHandler:^(NSRunningApplication*, NSError* error) {
+                                            if (error)
+                                                NSLog(@"Kelpa could not be started: %@", error);
+                                            dispatch_async(dispatch_get_main_queue(), ^{
+                                              [helper terminate:nil];
+                                            });
+                                          }];
+        [helper run];
+    }
+    return 0;
+}

@@ -1,0 +1,81 @@
+#import "platform/macos/preferences/AboutView.h"
+
+#import "platform/macos/Bridge.h"
+#import "platform/macos/views/Labels.h"
+#import "platform/macos/views/LinkButton.h"
+
+namespace {
+
+constexpr CGFloat pictureSize = 96;
+constexpr CGFloat glyphPadding = 20;
+constexpr CGFloat gap = 16;
+constexpr CGFloat spacing = 8;
+
+NSView* makePicture(const std::string& name) {
+    NSImageView* view = [[NSImageView alloc] initWithFrame:NSZeroRect];
+    [view setImage:[NSImage imageNamed:kelpa::toNSString(name)]];
+    [view setImageScaling:NSImageScaleProportionallyUpOrDown];
+    [view setAccessibilityElement:NO];
+    [[[view widthAnchor] constraintEqualToConstant:pictureSize] setActive:YES];
+    [[[view heightAnchor] constraintEqualToConstant:pictureSize] setActive:YES];
+    return view;
+}
+
+/// The glyph of the icon font that stands in for a missing picture.
+NSView* makeGlyph(const kelpa::AboutContent& content) {
+    NSFont* font = [NSFont fontWithName:kelpa::toNSString(content.glyphFont) size:pictureSize];
+    NSTextField* glyph = kelpa::makeLabel(content.glyph, font, [NSColor labelColor]);
+    [glyph setAccessibilityElement:NO];
+    NSStackView* padded = [NSStackView stackViewWithViews:@[ glyph ]];
+    [padded setEdgeInsets:NSEdgeInsetsMake(0, 0, glyphPadding, 0)];
+    return padded;
+}
+
+NSView* makeLink(const kelpa::AboutContent& content) {
+    NSURL* address = [NSURL URLWithString:kelpa::toNSString(content.linkAddress)];
+    KelpaLinkButton* link =
+        [[KelpaLinkButton alloc] initWithFont:[NSFont systemFontOfSize:0]
+                                       symbol:nil
+                                       action:^{
+                                         if (address)
+                                             [[NSWorkspace sharedWorkspace] openURL:address];
+                                       }];
+    [link setText:kelpa::toNSString(content.link)];
+    return link;
+}
+
+NSStackView* makeWords(const kelpa::AboutContent& content) {
+    NSFont* plain = [NSFont systemFontOfSize:0];
+    NSColor* color = [NSColor labelColor];
+    NSStackView* words = [NSStackView stackViewWithViews:@[
+        kelpa::makeLabel(content.name, kelpa::boldFont(NSFontTextStyleLargeTitle), color),
+        kelpa::makeLabel(content.version, plain, color), kelpa::makeLabel(content.copyright, plain, color),
+        makeLink(content)
+    ]];
+    [words setOrientation:NSUserInterfaceLayoutOrientationVertical];
+    [words setAlignment:NSLayoutAttributeLeading];
+    [words setSpacing:spacing];
+    return words;
+}
+
+} // namespace
+
+@implementation KelpaAboutView
+
+- (instancetype)initWithContent:(const kelpa::AboutContent&)content {
+    self = [super initWithFrame:NSZeroRect];
+    if (!self)
+        return nil;
+    NSView* picture = content.icon.empty() ? makeGlyph(content) : makePicture(content.icon);
+    NSStackView* row = [NSStackView stackViewWithViews:@[ picture, makeWords(content) ]];
+    [row setSpacing:gap];
+    [row setTranslatesAutoresizingMaskIntoConstraints:NO];
+    [self addSubview:row];
+    [NSLayoutConstraint activateConstraints:@[
+        [[row centerXAnchor] constraintEqualToAnchor:[self centerXAnchor]],
+        [[row centerYAnchor] constraintEqualToAnchor:[self centerYAnchor]],
+    ]];
+    return self;
+}
+
+@end

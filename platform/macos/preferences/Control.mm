@@ -1,0 +1,168 @@
+#import "platform/macos/preferences/Control.h"
+
+#import "platform/macos/Bridge.h"
+#import "platform/macos/preferences/ChoiceControls.h"
+#import "platform/macos/preferences/FieldControls.h"
+#import "platform/macos/preferences/PromptsControl.h"
+#import "platform/macos/preferences/TimeControls.h"
+#import "platform/macos/views/Labels.h"
+
+namespace {
+
+constexpr CGFloat spacing = 4;
+
+NSTextField* smallText(NSColor* color) {
+    NSTextField* label = [NSTextField wrappingLabelWithString:@""];
+    [label setFont:[NSFont systemFontOfSize:[NSFont smallSystemFontSize]]];
+    [label setTextColor:color];
+    [label setSelectable:NO];
+    [label setHidden:YES];
+    return label;
+}
+
+/// An empty text takes no room.
+void show(NSTextField* label, NSString* text) {
+    [label setStringValue:text];
+    [label setHidden:[text length] == 0];
+}
+
+} // namespace
+
+@implementation KelpaControl {
+    std::string _name;
+    kelpa::PreferencesClient* _client;
+    NSArray<NSView*>* _views;
+    NSTextField* _hint;
+    NSTextField* _problem;
+    NSStackView* _cell;
+}
+
+- (instancetype)initWithControl:(const kelpa::PreferencesControl&)control
+                         layout:(const kelpa::PreferencesLayout&)layout
+                         client:(kelpa::PreferencesClient&)client {
+    self = [super init];
+    if (self) {
+        _name = control.id;
+        _client = &client;
+        _hint = smallText([NSColor secondaryLabelColor]);
+        _problem = smallText([NSColor systemRedColor]);
+        _views = [self makeViews:control layout:layout];
+        [self fillCell:control];
+    }
+    return self;
+}
+
+- (void)fillCell:(const kelpa::PreferencesControl&)control {
+    NSStackView* line = [NSStackView stackViewWithViews:_views];
+    [line setSpacing:spacing];
+    if (!control.unit.empty())
+        [line addArrangedSubview:kelpa::makeLabel(control.unit, [NSFont systemFontOfSize:0],
+                                                  [NSColor labelColor])];
+    _cell = [NSStackView stackViewWithViews:@[ line, _hint, _problem ]];
+    [_cell setOrientation:NSUserInterfaceLayoutOrientationVertical];
+    [_cell setAlignment:NSLayoutAttributeLeading];
+    [_cell setSpacing:spacing];
+}
+
+- (NSArray<NSView*>*)makeViews:(const kelpa::PreferencesControl&)control
+                        layout:(const kelpa::PreferencesLayout&)layout {
+    (void)control;
+    (void)layout;
+    return @[];
+}
+
+- (NSView*)cell {
+    return _cell;
+}
+
+- (const std::string&)name {
+    return _name;
+}
+
+- (kelpa::PreferencesClient&)client {
+    return *_client;
+}
+
+- (void)setOn:(BOOL)on {
+    (void)on;
+}
+
+- (void)setText:(NSString*)text {
+    (void)text;
+}
+
+- (void)setChoices:(const std::vector<kelpa::PreferencesChoice>&)choices {
+    (void)choices;
+}
+
+- (void)setChosen:(std::int64_t)value {
+    (void)value;
+}
+
+- (void)setHour:(int)hour minute:(int)minute {
+    (void)hour;
+    (void)minute;
+}
+
+- (void)setTimePoints:(const std::vector<kelpa::TimePoint>&)points {
+    (void)points;
+}
+
+- (void)setPrompts:(const std::vector<std::string>&)prompts {
+    (void)prompts;
+}
+
+- (void)setHint:(NSString*)hint {
+    show(_hint, hint);
+}
+
+- (void)setProblem:(NSString*)problem {
+    show(_problem, problem);
+}
+
+- (void)setEnabled:(BOOL)enabled {
+    for (NSView* view in _views)
+        if ([view respondsToSelector:@selector(setEnabled:)])
+            [static_cast<NSControl*>(view) setEnabled:enabled];
+}
+
+@end
+
+namespace kelpa {
+
+namespace {
+
+Class classOf(PreferencesControlKind kind) {
+    switch (kind) {
+    case PreferencesControlKind::Switch:
+        return [KelpaSwitchControl class];
+    case PreferencesControlKind::Number:
+        return [KelpaNumberControl class];
+    case PreferencesControlKind::Accumulator:
+        return [KelpaAccumulatorControl class];
+    case PreferencesControlKind::Text:
+        return [KelpaTextControl class];
+    case PreferencesControlKind::Picker:
+        return [KelpaPickerControl class];
+    case PreferencesControlKind::Segments:
+        return [KelpaSegmentsControl class];
+    case PreferencesControlKind::TimeOfDay:
+        return [KelpaTimeControl class];
+    case PreferencesControlKind::Tiles:
+        return [KelpaTilesControl class];
+    case PreferencesControlKind::TimePoints:
+        return [KelpaTimePointsControl class];
+    case PreferencesControlKind::Prompts:
+        return [KelpaPromptsControl class];
+    }
+    fatalError("A control of the preferences window has no kind");
+}
+
+} // namespace
+
+KelpaControl* makeControl(const PreferencesControl& control, const PreferencesLayout& layout,
+                          PreferencesClient& client) {
+    return [[classOf(control.kind) alloc] initWithControl:control layout:layout client:client];
+}
+
+} // namespace kelpa

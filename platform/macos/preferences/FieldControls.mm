@@ -1,0 +1,119 @@
+#import "platform/macos/preferences/FieldControls.h"
+
+#import "platform/macos/Bridge.h"
+
+namespace {
+
+constexpr CGFloat textWidth = 240;
+constexpr CGFloat numberWidth = 64;
+
+} // namespace
+
+@implementation KelpaTextControl {
+    NSTextField* _field;
+}
+
+- (NSArray<NSView*>*)makeViews:(const kelpa::PreferencesControl&)control
+                        layout:(const kelpa::PreferencesLayout&)layout {
+    (void)layout;
+    return @[ [self makeField:control width:textWidth] ];
+}
+
+- (NSTextField*)makeField:(const kelpa::PreferencesControl&)control width:(CGFloat)width {
+    _field = [NSTextField textFieldWithString:@""];
+    [_field setDelegate:self];
+    [_field setAccessibilityLabel:kelpa::toNSString(control.label)];
+    [[[_field widthAnchor] constraintEqualToConstant:width] setActive:YES];
+    return _field;
+}
+
+/// Of a field that is being typed in, the text stands in the window's shared editor. A text that is there
+/// already is left alone, and with it the place of the cursor.
+- (void)setText:(NSString*)text {
+    NSText* editor = [_field currentEditor];
+    if ([text isEqualToString:editor ? [editor string] : [_field stringValue]])
+        return;
+    if (editor)
+        [editor setString:text];
+    else
+        [_field setStringValue:text];
+}
+
+- (void)controlTextDidChange:(NSNotification*)notification {
+    (void)notification;
+    const std::string text = kelpa::toString([_field stringValue]);
+    kelpa::callCore([&] { [self client].typed([self name], text); });
+}
+
+- (void)controlTextDidEndEditing:(NSNotification*)notification {
+    (void)notification;
+    const std::string text = kelpa::toString([_field stringValue]);
+    kelpa::callCore([&] { [self client].entered([self name], text); });
+}
+
+- (void)step:(int)direction {
+    kelpa::callCore([&] { [self client].stepped([self name], direction); });
+}
+
+@end
+
+@implementation KelpaNumberControl {
+    NSStepper* _stepper;
+}
+
+- (NSArray<NSView*>*)makeViews:(const kelpa::PreferencesControl&)control
+                        layout:(const kelpa::PreferencesLayout&)layout {
+    (void)layout;
+    NSTextField* field = [self makeField:control width:numberWidth];
+    [field setAlignment:NSTextAlignmentRight];
+    // The core knows the number and its limits: this stepper only tells up from down.
+    _stepper = [[NSStepper alloc] initWithFrame:NSZeroRect];
+    [_stepper setMinValue:-1];
+    [_stepper setMaxValue:1];
+    [_stepper setIncrement:1];
+    [_stepper setValueWraps:NO];
+    [_stepper setTarget:self];
+    [_stepper setAction:@selector(stepperClicked:)];
+    [_stepper setAccessibilityLabel:kelpa::toNSString(control.label)];
+    return @[ field, _stepper ];
+}
+
+- (void)stepperClicked:(id)sender {
+    (void)sender;
+    const int direction = [_stepper intValue];
+    [_stepper setIntValue:0];
+    if (direction != 0)
+        [self step:direction];
+}
+
+@end
+
+@implementation KelpaAccumulatorControl
+
+- (NSArray<NSView*>*)makeViews:(const kelpa::PreferencesControl&)control
+                        layout:(const kelpa::PreferencesLayout&)layout {
+    NSTextField* field = [self makeField:control width:numberWidth];
+    [field setAlignment:NSTextAlignmentCenter];
+    return @[
+        [self buttonWithSymbol:@"minus" name:layout.decrease action:@selector(minusClicked:)], field,
+        [self buttonWithSymbol:@"plus" name:layout.increase action:@selector(plusClicked:)]
+    ];
+}
+
+- (NSButton*)buttonWithSymbol:(NSString*)symbol name:(const std::string&)name action:(SEL)action {
+    NSImage* image = [NSImage imageWithSystemSymbolName:symbol
+                               accessibilityDescription:kelpa::toNSString(name)];
+    return [NSButton buttonWithImage:image target:self action:action];
+}
+
+- (void)minusClicked:(id)sender {
+    (void)sender;
+    [self step:-1];
+}
+
+- (void)plusClicked:(id)sender {
+    (void)sender;
+    [self step:1];
+}
+
+@end

@@ -1,0 +1,109 @@
+#import "platform/macos/preferences/FormView.h"
+
+#import "platform/macos/Bridge.h"
+#import "platform/macos/views/Labels.h"
+
+#include <vector>
+
+namespace {
+
+constexpr CGFloat margin = 20;
+constexpr CGFloat rowSpacing = 10;
+constexpr CGFloat captionGap = 16;
+constexpr CGFloat sectionGap = 8;
+
+/// A title's row in the grid, or -1, and the rows that stand under it.
+struct Section {
+    NSInteger title = -1;
+    std::vector<NSInteger> rows;
+};
+
+} // namespace
+
+@implementation KelpaFormView {
+    NSGridView* _grid;
+    NSMutableArray<KelpaControl*>* _controls;
+    std::vector<Section> _sections;
+}
+
+- (instancetype)initWithPane:(const kelpa::PreferencesPane&)pane
+                      layout:(const kelpa::PreferencesLayout&)layout
+                      client:(kelpa::PreferencesClient&)client {
+    self = [super initWithFrame:NSZeroRect];
+    if (self) {
+        _controls = [NSMutableArray array];
+        [self makeGrid];
+        for (const kelpa::PreferencesSection& section : pane.sections)
+            [self addSection:section layout:layout client:client];
+        [[_grid columnAtIndex:0] setXPlacement:NSGridCellPlacementTrailing];
+    }
+    return self;
+}
+
+- (NSArray<KelpaControl*>*)controls {
+    return _controls;
+}
+
+- (void)makeGrid {
+    _grid = [NSGridView gridViewWithNumberOfColumns:2 rows:0];
+    [_grid setRowSpacing:rowSpacing];
+    [_grid setColumnSpacing:captionGap];
+    [_grid setRowAlignment:NSGridRowAlignmentFirstBaseline];
+    [_grid setTranslatesAutoresizingMaskIntoConstraints:NO];
+    [self addSubview:_grid];
+    // As wide as its content, in the middle; what room is left stays below.
+    [NSLayoutConstraint activateConstraints:@[
+        [[_grid topAnchor] constraintEqualToAnchor:[self topAnchor] constant:margin],
+        [[_grid centerXAnchor] constraintEqualToAnchor:[self centerXAnchor]],
+        [[_grid leadingAnchor] constraintGreaterThanOrEqualToAnchor:[self leadingAnchor] constant:margin],
+        [[_grid bottomAnchor] constraintLessThanOrEqualToAnchor:[self bottomAnchor] constant:-margin],
+    ]];
+}
+
+- (void)addSection:(const kelpa::PreferencesSection&)section
+            layout:(const kelpa::PreferencesLayout&)layout
+            client:(kelpa::PreferencesClient&)client {
+    Section place;
+    if (!section.title.empty())
+        place.title = [self addTitle:section.title];
+    for (const kelpa::PreferencesRow& row : section.rows) {
+        KelpaControl* control = kelpa::makeControl(row.control, layout, client);
+        [_controls addObject:control];
+        place.rows.push_back([self addCaption:row.caption cell:[control cell]]);
+    }
+    _sections.push_back(place);
+}
+
+- (NSInteger)addTitle:(const std::string&)title {
+    NSFont* font = [NSFont boldSystemFontOfSize:[NSFont systemFontSize]];
+    NSTextField* label = kelpa::makeLabel(title, font, [NSColor labelColor]);
+    NSGridRow* row = [_grid addRowWithViews:@[ label, [NSGridCell emptyContentView] ]];
+    [row setTopPadding:sectionGap];
+    [row mergeCellsInRange:NSMakeRange(0, 2)];
+    [[row cellAtIndex:0] setXPlacement:NSGridCellPlacementLeading];
+    return [_grid indexOfRow:row];
+}
+
+- (NSInteger)addCaption:(const std::string&)caption cell:(NSView*)cell {
+    NSView* label = caption.empty()
+                        ? [NSGridCell emptyContentView]
+                        : kelpa::makeLabel(caption, [NSFont systemFontOfSize:0], [NSColor labelColor]);
+    return [_grid indexOfRow:[_grid addRowWithViews:@[ label, cell ]]];
+}
+
+- (void)setControl:(KelpaControl*)control visible:(BOOL)visible {
+    [[[_grid cellForView:[control cell]] row] setHidden:!visible];
+    for (const Section& section : _sections)
+        [self updateTitle:section];
+}
+
+- (void)updateTitle:(const Section&)section {
+    if (section.title < 0)
+        return;
+    BOOL anyVisible = NO;
+    for (const NSInteger row : section.rows)
+        anyVisible = anyVisible || ![[_grid rowAtIndex:row] isHidden];
+    [[_grid rowAtIndex:section.title] setHidden:!anyVisible];
+}
+
+@end

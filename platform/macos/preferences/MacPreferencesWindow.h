@@ -1,0 +1,51 @@
+#pragma once
+
+#import <AppKit/AppKit.h>
+
+#import "platform/macos/preferences/FormView.h"
+
+#include <map>
+#include <string>
+
+@class KelpaPreferencesWatch;
+
+namespace kelpa {
+
+/// The preferences window: tabs in the toolbar, a form under each.
+class MacPreferencesWindow final : public PreferencesWindow {
+  public:
+    void setLayout(const PreferencesLayout& layout, PreferencesClient& client) override;
+    /// Asks for the window as the system's own Settings line does; whoever answers that calls `present`.
+    void show() override;
+    void present();
+
+    void setSwitch(const std::string& id, bool on) override;
+    void setText(const std::string& id, const std::string& text) override;
+    void setChoices(const std::string& id, const std::vector<PreferencesChoice>& choices) override;
+    void setChosen(const std::string& id, std::int64_t value) override;
+    void setTimeOfDay(const std::string& id, int hour, int minute) override;
+    void setTimePoints(const std::string& id, const std::vector<TimePoint>& points) override;
+    void setPrompts(const std::string& id, const std::vector<std::string>& prompts) override;
+    void setHint(const std::string& id, const std::string& hint) override;
+    void setProblem(const std::string& id, const std::string& problem) override;
+    void setEnabled(const std::string& id, bool enabled) override;
+    void setVisible(const std::string& id, bool visible) override;
+
+  private:
+    /// A control and the form that it stands in.
+    struct Place {
+        KelpaControl* control = nil;
+        KelpaFormView* form = nil;
+    };
+    NSViewController* makePane(const PreferencesPane& pane, const PreferencesLayout& layout,
+                               PreferencesClient& client);
+    void makeWindow(NSTabViewController* tabs, const PreferencesLayout& layout, PreferencesClient& client);
+    /// Nil for a control that there is not.
+    KelpaControl* control(const std::string& id) const;
+
+    NSWindow* window_ = nil;
+    KelpaPreferencesWatch* watch_ = nil; ///< the window's delegate, which it does not own
+    std::map<std::string, Place, std::less<>> places_;
+};
+
+} // namespace kelpa

@@ -1,0 +1,165 @@
+#import "platform/macos/preferences/MacPreferencesWindow.h"
+
+#import "platform/macos/Bridge.h"
+#import "platform/macos/KelpaDelegate.h"
+#import "platform/macos/preferences/AboutView.h"
+
+/// Tells the core when the window comes and goes.
+@interface KelpaPreferencesWatch : NSObject <NSWindowDelegate>
+- (instancetype)initWithClient:(kelpa::PreferencesClient&)client;
+@end
+
+@implementation KelpaPreferencesWatch {
+    kelpa::PreferencesClient* _client;
+}
+
+- (instancetype)initWithClient:(kelpa::PreferencesClient&)client {
+    self = [super init];
+    if (self)
+        _client = &client;
+    return self;
+}
+
+- (void)windowDidBecomeKey:(NSNotification*)notification {
+    (void)notification;
+    kelpa::callCore([&] { _client->cameToFront(); });
+}
+
+- (void)windowWillClose:(NSNotification*)notification {
+    (void)notification;
+    kelpa::callCore([&] { _client->closed(); });
+}
+
+@end
+
+namespace kelpa {
+
+namespace {
+
+NSTabViewItem* makeTab(NSViewController* content, const PreferencesPane& pane) {
+    NSString* label = toNSString(pane.label);
+    NSTabViewItem* tab = [NSTabViewItem tabViewItemWithViewController:content];
+    [tab setLabel:label];
+    [tab setImage:[NSImage imageWithSystemSymbolName:toNSString(pane.symbol) accessibilityDescription:label]];
+    return tab;
+}
+
+/// Small screens must still reach the last row.
+NSView* scrolling(NSView* form) {
+    NSScrollView* scroll = [[NSScrollView alloc] initWithFrame:NSZeroRect];
+    [scroll setDrawsBackground:NO];
+    [scroll setHasVerticalScroller:YES];
+    [scroll setAutohidesScrollers:YES];
+    [scroll setDocumentView:form];
+    [form setTranslatesAutoresizingMaskIntoConstraints:NO];
+    NSView* clip = [scroll contentView];
+    [NSLayoutConstraint activateConstraints:@[
+        [[form topAnchor] constraintEqualToAnchor:[clip topAnchor]],
+        [[form leadingAnchor] constraintEqualToAnchor:[clip leadingAnchor]],
+        [[form widthAnchor] constraintEqualToAnchor:[clip widthAnchor]],
+        [[form heightAnchor] constraintGreaterThanOrEqualToAnchor:[clip heightAnchor]],
+    ]];
+    return scroll;
+}
+
+} // namespace
+
+void MacPreferencesWindow::setLayout(const PreferencesLayout& layout, PreferencesClient& client) {
+    NSTabViewController* tabs = [[NSTabViewController alloc] init];
+    [tabs setTabStyle:NSTabViewControllerTabStyleToolbar];
+    // The window keeps its own title, whichever pane is chosen.
+    [tabs setCanPropagateSelectedChildViewControllerTitle:NO];
+    for (const PreferencesPane& pane : layout.panes)
+        [tabs addTabViewItem:makeTab(makePane(pane, layout, client), pane)];
+    makeWindow(tabs, layout, client);
+}
+
+NSViewController* MacPreferencesWindow::makePane(const PreferencesPane& pane, const PreferencesLayout& layout,
+                                                 PreferencesClient& client) {
+    NSViewController* controller = [[NSViewController alloc] init];
+    if (pane.about) {
+        [controller setView:[[KelpaAboutView alloc] initWithContent:*pane.about]];
+        return controller;
+    }
+    KelpaFormView* form = [[KelpaFormView alloc] initWithPane:pane layout:layout client:client];
+    for (KelpaControl* control in [form controls])
+        places_[[control name]] = {control, form};
+    [controller setView:scrolling(form)];
+    return controller;
+}
+
+void MacPreferencesWindow::makeWindow(NSTabViewController* tabs, const PreferencesLayout& layout,
+                                      PreferencesClient& client) {
+    const NSSize least = NSMakeSize(layout.minimumWidth, layout.minimumHeight);
+    window_ = [NSWindow windowWithContentViewController:tabs];
+    [window_ setTitle:toNSString(layout.title)];
+    [window_ setReleasedWhenClosed:NO];
+    [window_ setContentMinSize:least];
+    [window_ setContentSize:least];
+    watch_ = [[KelpaPreferencesWatch alloc] initWithClient:client];
+    [window_ setDelegate:watch_];
+    [window_ center];
+}
+
+void MacPreferencesWindow::show() {
+    if (@available(macOS 13.0, *))
+        [NSApp sendAction:@selector(showSettingsWindow:) to:nil from:nil];
+    else
+        [NSApp sendAction:@selector(showPreferencesWindow:) to:nil from:nil];
+}
+
+void MacPreferencesWindow::present() {
+    [window_ makeKeyAndOrderFront:nil];
+}
+
+KelpaControl* MacPreferencesWindow::control(const std::string& id) const {
+    const auto found = places_.find(id);
+    return found == places_.end() ? nil : found->second.control;
+}
+
+void MacPreferencesWindow::setSwitch(const std::string& id, bool on) {
+    [control(id) setOn:on];
+}
+
+void MacPreferencesWindow::setText(const std::string& id, const std::string& text) {
+    [control(id) setText:toNSString(text)];
+}
+
+void MacPreferencesWindow::setChoices(const std::string& id, const std::vector<PreferencesChoice>& choices) {
+    [control(id) setChoices:choices];
+}
+
+void MacPreferencesWindow::setChosen(const std::string& id, std::int64_t value) {
+    [control(id) setChosen:value];
+}
+
+void MacPreferencesWindow::setTimeOfDay(const std::string& id, int hour, int minute) {
+    [control(id) setHour:hour minute:minute];
+}
+
+void MacPreferencesWindow::setTimePoints(const std::string& id, const std::vector<TimePoint>& points) {
+    [control(id) setTimePoints:points];
+}
+
+void MacPreferencesWindow::setPrompts(const std::string& id, const std::vector<std::string>& prompts) {
+    [control(id) setPrompts:prompts];
+}
+
+void MacPreferencesWindow::setHint(const std::string& id, const std::string& hint) {
+    [control(id) setHint:toNSString(hint)];
+}
+
+void MacPreferencesWindow::setProblem(const std::string& id, const std::string& problem) {
+    [control(id) setProblem:toNSString(problem)];
+}
+
+void MacPreferencesWindow::setEnabled(const std::string& id, bool enabled) {
+    [control(id) setEnabled:enabled];
+}
+
+void MacPreferencesWindow::setVisible(const std::string& id, bool visible) {
+    if (const auto found = places_.find(id); found != places_.end())
+        [found->second.form setControl:found->second.control visible:visible];
+}
+
+} // namespace kelpa

@@ -1,0 +1,202 @@
+#import "platform/macos/preferences/PromptsControl.h"
+
+#import "platform/macos/Bridge.h"
+
+namespace {
+
+constexpr CGFloat listWidth = 360;
+constexpr CGFloat listHeight = 120;
+constexpr CGFloat spacing = 4;
+
+NSString* const columnName = @"prompt";
+
+} // namespace
+
+@implementation KelpaPromptsControl {
+    NSArray<NSString*>* _prompts;
+    NSTableView* _table;
+    NSTextField* _newPrompt;
+    NSButton* _edit;
+    NSString* _editName;
+    NSString* _cancelName;
+    NSInteger _editedRow;
+    BOOL _cancelled;
+}
+
+- (NSArray<NSView*>*)makeViews:(const kelpa::PreferencesControl&)control
+                        layout:(const kelpa::PreferencesLayout&)layout {
+    const kelpa::PromptListTexts& texts = layout.promptTexts;
+    _prompts = @[];
+    _editedRow = -1;
+    _editName = kelpa::toNSString(texts.edit);
+    _cancelName = kelpa::toNSString(texts.cancel);
+    NSStackView* column = [NSStackView stackViewWithViews:@[
+        [self makeList:kelpa::toNSString(control.label)], [self makeAddRow:kelpa::toNSString(texts.add)],
+        [self makeButtons:texts]
+    ]];
+    [column setOrientation:NSUserInterfaceLayoutOrientationVertical];
+    [column setAlignment:NSLayoutAttributeLeading];
+    [column setSpacing:spacing];
+    return @[ column ];
+}
+
+- (NSScrollView*)makeList:(NSString*)label {
+    _table = [[NSTableView alloc] initWithFrame:NSZeroRect];
+    NSTableColumn* column = [[NSTableColumn alloc] initWithIdentifier:columnName];
+    [column setWidth:listWidth];
+    [_table addTableColumn:column];
+    [_table setHeaderView:nil];
+    [_table setDataSource:self];
+    [_table setDelegate:self];
+    [_table setTarget:self];
+    [_table setDoubleAction:@selector(editClicked:)];
+    [_table setAccessibilityLabel:label];
+    NSScrollView* scroll = [[NSScrollView alloc] initWithFrame:NSZeroRect];
+    [scroll setDocumentView:_table];
+    [scroll setHasVerticalScroller:YES];
+    [scroll setBorderType:NSBezelBorder];
+    [[[scroll widthAnchor] constraintGreaterThanOrEqualToConstant:listWidth] setActive:YES];
+    [[[scroll heightAnchor] constraintGreaterThanOrEqualToConstant:listHeight] setActive:YES];
+    return scroll;
+}
+
+- (NSStackView*)makeAddRow:(NSString*)name {
+    _newPrompt = [NSTextField textFieldWithString:@""];
+    [_newPrompt setTarget:self];
+    [_newPrompt setAction:@selector(addClicked:)];
+    [_newPrompt setAccessibilityLabel:name];
+    // Only Enter adds: a field that is merely left keeps what was typed.
+    [[_newPrompt cell] setSendsActionOnEndEditing:NO];
+    NSButton* plus = [self button:@"plus" name:name action:@selector(addClicked:)];
+    [[[_newPrompt widthAnchor] constraintEqualToConstant:listWidth - listHeight / 3] setActive:YES];
+    return [NSStackView stackViewWithViews:@[ _newPrompt, plus ]];
+}
+
+- (NSStackView*)makeButtons:(const kelpa::PromptListTexts&)texts {
+    _edit = [self button:@"square.and.pencil" name:_editName action:@selector(editClicked:)];
+    return [NSStackView stackViewWithViews:@[
+        _edit,
+        [self button:@"trash.fill" name:kelpa::toNSString(texts.remove) action:@selector(deleteClicked:)],
+        [self button:@"gobackward" name:kelpa::toNSString(texts.reset) action:@selector(resetClicked:)]
+    ]];
+}
+
+- (NSButton*)button:(NSString*)symbol name:(NSString*)name action:(SEL)action {
+    NSImage* image = [NSImage imageWithSystemSymbolName:symbol accessibilityDescription:name];
+    NSButton* button = [NSButton buttonWithImage:image target:self action:action];
+    [button setToolTip:name];
+    return button;
+}
+
+- (void)setPrompts:(const std::vector<std::string>&)prompts {
+    NSMutableArray* all = [NSMutableArray arrayWithCapacity:prompts.size()];
+    for (const std::string& prompt : prompts)
+        [all addObject:kelpa::toNSString(prompt)];
+    _prompts = all;
+    [self endEditing];
+    [_table reloadData];
+}
+
+- (NSInteger)numberOfRowsInTableView:(NSTableView*)tableView {
+    (void)tableView;
+    return static_cast<NSInteger>([_prompts count]);
+}
+
+- (NSView*)tableView:(NSTableView*)tableView
+    viewForTableColumn:(NSTableColumn*)tableColumn
+                   row:(NSInteger)row {
+    (void)tableColumn;
+    NSTextField* field = static_cast<NSTextField*>([tableView makeViewWithIdentifier:columnName owner:nil]);
+    if (!field) {
+        field = [NSTextField labelWithString:@""];
+        [field setIdentifier:columnName];
+        [field setLineBreakMode:NSLineBreakByTruncatingTail];
+        [field setDelegate:self];
+    }
+    [field setStringValue:[_prompts objectAtIndex:static_cast<NSUInteger>(row)]];
+    [field setEditable:row == _editedRow];
+    return field;
+}
+
+- (NSString*)selectedPrompt {
+    const NSInteger row = [_table selectedRow];
+    return row < 0 ? nil : [_prompts objectAtIndex:static_cast<NSUInteger>(row)];
+}
+
+- (void)addClicked:(id)sender {
+    (void)sender;
+    const std::string text = kelpa::toString([_newPrompt stringValue]);
+    if (text.empty())
+        return;
+    [_newPrompt setStringValue:@""];
+    kelpa::callCore([&] { [self client].promptAdded([self name], text); });
+}
+
+/// The same button begins to edit the chosen text and gives that up again.
+- (void)editClicked:(id)sender {
+    (void)sender;
+    if (_editedRow >= 0)
+        return [self cancelEditing];
+    if (![self selectedPrompt])
+        return;
+    _editedRow = [_table selectedRow];
+    _cancelled = NO;
+    [self nameEditButton:_cancelName];
+    [_table reloadData];
+    [[_table window] makeFirstResponder:[_table viewAtColumn:0 row:_editedRow makeIfNecessary:YES]];
+}
+
+- (void)nameEditButton:(NSString*)name {
+    [_edit setAccessibilityLabel:name];
+    [_edit setToolTip:name];
+}
+
+- (void)cancelEditing {
+    _cancelled = YES;
+    [[_table window] makeFirstResponder:_table];
+    [self endEditing];
+    [_table reloadData];
+}
+
+- (void)endEditing {
+    _editedRow = -1;
+    [self nameEditButton:_editName];
+}
+
+/// Escape gives the changes up, as the button does.
+- (BOOL)control:(NSControl*)control textView:(NSTextView*)textView doCommandBySelector:(SEL)commandSelector {
+    (void)control;
+    (void)textView;
+    if (commandSelector != @selector(cancelOperation:))
+        return NO;
+    [self cancelEditing];
+    return YES;
+}
+
+- (void)controlTextDidEndEditing:(NSNotification*)notification {
+    NSTextField* field = static_cast<NSTextField*>([notification object]);
+    if (_editedRow < 0 || _cancelled)
+        return;
+    const std::string old = kelpa::toString([_prompts objectAtIndex:static_cast<NSUInteger>(_editedRow)]);
+    const std::string text = kelpa::toString([field stringValue]);
+    [self endEditing];
+    [_table reloadData];
+    if (text != old)
+        kelpa::callCore([&] { [self client].promptEdited([self name], old, text); });
+}
+
+- (void)deleteClicked:(id)sender {
+    (void)sender;
+    NSString* prompt = [self selectedPrompt];
+    if (!prompt)
+        return;
+    const std::string text = kelpa::toString(prompt);
+    kelpa::callCore([&] { [self client].promptDeleted([self name], text); });
+}
+
+- (void)resetClicked:(id)sender {
+    (void)sender;
+    kelpa::callCore([&] { [self client].promptsReset([self name]); });
+}
+
+@end

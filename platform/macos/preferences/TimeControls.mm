@@ -1,0 +1,220 @@
+#import "platform/macos/preferences/TimeControls.h"
+
+#import "platform/macos/Bridge.h"
+#import "platform/macos/views/Capsule.h"
+#import "platform/macos/views/Labels.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr CGFloat spacing = 8;
+constexpr CGFloat tilePadding = 8;
+constexpr CGFloat tileShadow = 0.5;
+constexpr CGFloat pickerWidth = 80;
+constexpr CGFloat pickerPadding = 8;
+constexpr std::size_t tilesInRow = 4;
+constexpr NSCalendarUnit hourAndMinute = NSCalendarUnitHour | NSCalendarUnitMinute;
+
+NSDatePicker* makePicker() {
+    NSDatePicker* picker = [[NSDatePicker alloc] initWithFrame:NSZeroRect];
+    [picker setDatePickerStyle:NSDatePickerStyleTextFieldAndStepper];
+    [picker setDatePickerElements:NSDatePickerElementFlagHourMinute];
+    return picker;
+}
+
+/// The picker keeps whole dates; the day of this one means nothing.
+NSDate* dateOf(int hour, int minute) {
+    NSDateComponents* components = [[NSDateComponents alloc] init];
+    [components setYear:2001];
+    [components setMonth:1];
+    [components setDay:1];
+    [components setHour:hour];
+    [components setMinute:minute];
+    return [[NSCalendar currentCalendar] dateFromComponents:components];
+}
+
+struct TimeOfDay {
+    int hour = 0;
+    int minute = 0;
+};
+
+TimeOfDay timeOf(NSDatePicker* picker) {
+    NSDateComponents* components = [[NSCalendar currentCalendar] components:hourAndMinute
+                                                                   fromDate:[picker dateValue]];
+    return {static_cast<int>([components hour]), static_cast<int>([components minute])};
+}
+
+} // namespace
+
+@implementation KelpaTimeControl {
+    NSDatePicker* _picker;
+}
+
+- (NSArray<NSView*>*)makeViews:(const kelpa::PreferencesControl&)control
+                        layout:(const kelpa::PreferencesLayout&)layout {
+    (void)layout;
+    _picker = makePicker();
+    [_picker setTarget:self];
+    [_picker setAction:@selector(entered:)];
+    [_picker setAccessibilityLabel:kelpa::toNSString(control.label)];
+    return @[ _picker ];
+}
+
+- (void)setHour:(int)hour minute:(int)minute {
+    [_picker setDateValue:dateOf(hour, minute)];
+}
+
+- (void)entered:(id)sender {
+    (void)sender;
+    const TimeOfDay time = timeOf(_picker);
+    kelpa::callCore([&] { [self client].timeEntered([self name], time.hour, time.minute); });
+}
+
+@end
+
+/// A time on a capsule, and the button that removes it.
+@interface KelpaTimeTile : KelpaCapsule
+- (instancetype)initWithPoint:(const kelpa::TimePoint&)point
+                       remove:(NSString*)removeName
+                      removed:(void (^)(void))removed;
+@end
+
+@implementation KelpaTimeTile {
+    void (^_removed)(void);
+}
+
+- (instancetype)initWithPoint:(const kelpa::TimePoint&)point
+                       remove:(NSString*)removeName
+                      removed:(void (^)(void))removed {
+    self = [super initWithColor:[NSColor controlBackgroundColor]];
+    if (self) {
+        _removed = [removed copy];
+        [self castShadow:tileShadow];
+        NSImage* cross = [NSImage imageWithSystemSymbolName:@"xmark.circle.fill"
+                                   accessibilityDescription:removeName];
+        NSButton* button = [NSButton buttonWithImage:cross target:self action:@selector(clicked:)];
+        [button setBordered:NO];
+        // Which of the times it removes is said with the button, because each tile has one.
+        [button
+            setAccessibilityLabel:[removeName stringByAppendingFormat:@" %@", kelpa::toNSString(point.text)]];
+        [self fillWith:kelpa::makeLabel(point.text, [NSFont systemFontOfSize:0], [NSColor labelColor])
+                button:button];
+    }
+    return self;
+}
+
+- (void)fillWith:(NSTextField*)label button:(NSButton*)button {
+    NSStackView* row = [NSStackView stackViewWithViews:@[ label, button ]];
+    [row setSpacing:spacing / 2];
+    [row setEdgeInsets:NSEdgeInsetsMake(tilePadding / 2, tilePadding, tilePadding / 2, tilePadding)];
+    [row setTranslatesAutoresizingMaskIntoConstraints:NO];
+    [self addSubview:row];
+    [NSLayoutConstraint activateConstraints:@[
+        [[row leadingAnchor] constraintEqualToAnchor:[self leadingAnchor]],
+        [[row trailingAnchor] constraintEqualToAnchor:[self trailingAnchor]],
+        [[row topAnchor] constraintEqualToAnchor:[self topAnchor]],
+        [[row bottomAnchor] constraintEqualToAnchor:[self bottomAnchor]],
+    ]];
+}
+
+- (void)clicked:(id)sender {
+    (void)sender;
+    _removed();
+}
+
+@end
+
+@implementation KelpaTimePointsControl {
+    NSStackView* _rows;
+    NSButton* _plus;
+    NSString* _removeName;
+    NSDatePicker* _newTime;
+    NSPopover* _popover;
+}
+
+- (NSArray<NSView*>*)makeViews:(const kelpa::PreferencesControl&)control
+                        layout:(const kelpa::PreferencesLayout&)layout {
+    _removeName = kelpa::toNSString(layout.removeTimePoint);
+    NSString* addName = kelpa::toNSString(layout.addTimePoint);
+    NSImage* plus = [NSImage imageWithSystemSymbolName:@"plus" accessibilityDescription:addName];
+    _plus = [NSButton buttonWithImage:plus target:self action:@selector(plusClicked:)];
+    [_plus setBordered:NO];
+    [_plus setAccessibilityLabel:addName];
+    _rows = [[NSStackView alloc] initWithFrame:NSZeroRect];
+    [_rows setOrientation:NSUserInterfaceLayoutOrientationVertical];
+    [_rows setAlignment:NSLayoutAttributeLeading];
+    [_rows setSpacing:spacing];
+    [_rows setAccessibilityLabel:kelpa::toNSString(control.label)];
+    [self showTiles:@[ _plus ]];
+    return @[ _rows ];
+}
+
+- (void)setTimePoints:(const std::vector<kelpa::TimePoint>&)points {
+    NSMutableArray* tiles = [NSMutableArray array];
+    for (const kelpa::TimePoint& point : points)
+        [tiles addObject:[self tileOf:point]];
+    [tiles addObject:_plus];
+    [self showTiles:tiles];
+}
+
+- (KelpaTimeTile*)tileOf:(const kelpa::TimePoint&)point {
+    __weak KelpaTimePointsControl* weakSelf = self;
+    const TimeOfDay time{point.hour, point.minute};
+    return [[KelpaTimeTile alloc] initWithPoint:point
+                                         remove:_removeName
+                                        removed:^{
+                                          [weakSelf removeHour:time.hour minute:time.minute];
+                                        }];
+}
+
+- (void)showTiles:(NSArray<NSView*>*)tiles {
+    for (NSView* row in [_rows arrangedSubviews])
+        [row removeFromSuperview];
+    for (NSUInteger i = 0; i < [tiles count]; i += tilesInRow) {
+        const NSUInteger length = std::min<NSUInteger>(tilesInRow, [tiles count] - i);
+        NSStackView* row = [NSStackView stackViewWithViews:[tiles subarrayWithRange:NSMakeRange(i, length)]];
+        [row setSpacing:spacing];
+        [_rows addArrangedSubview:row];
+    }
+}
+
+- (void)removeHour:(int)hour minute:(int)minute {
+    kelpa::callCore([&] { [self client].timePointRemoved([self name], hour, minute); });
+}
+
+/// Made anew for each time that is added, so that it starts at the present one.
+- (void)plusClicked:(id)sender {
+    (void)sender;
+    _newTime = makePicker();
+    [_newTime setDateValue:[NSDate date]];
+    [_newTime setAccessibilityLabel:[_plus accessibilityLabel]];
+    NSViewController* content = [[NSViewController alloc] init];
+    [content setView:[self popoverContent]];
+    _popover = [[NSPopover alloc] init];
+    [_popover setBehavior:NSPopoverBehaviorTransient];
+    [_popover setContentViewController:content];
+    [_popover setDelegate:self];
+    [_popover showRelativeToRect:[_plus bounds] ofView:_plus preferredEdge:NSRectEdgeMaxY];
+}
+
+- (NSView*)popoverContent {
+    NSStackView* frame = [NSStackView stackViewWithViews:@[ _newTime ]];
+    [frame setEdgeInsets:NSEdgeInsetsMake(pickerPadding, pickerPadding, pickerPadding, pickerPadding)];
+    [[[_newTime widthAnchor] constraintGreaterThanOrEqualToConstant:pickerWidth] setActive:YES];
+    return frame;
+}
+
+/// The time is taken when the popover closes.
+- (void)popoverDidClose:(NSNotification*)notification {
+    (void)notification;
+    const TimeOfDay time = timeOf(_newTime);
+    _popover = nil;
+    kelpa::callCore([&] { [self client].timePointAdded([self name], time.hour, time.minute); });
+}
+
+- (void)setEnabled:(BOOL)enabled {
+    [_plus setEnabled:enabled];
+}
+
+@end

@@ -1,0 +1,135 @@
+#import "platform/macos/views/Capsule.h"
+
+#import <QuartzCore/QuartzCore.h>
+
+#include <cmath>
+
+namespace {
+
+constexpr CGFloat shadowRadius = 3;
+
+NSDictionary* attributes(NSFont* font, NSColor* color) {
+    NSMutableParagraphStyle* centered = [[NSMutableParagraphStyle alloc] init];
+    [centered setAlignment:NSTextAlignmentCenter];
+    return @{
+        NSFontAttributeName : font,
+        NSForegroundColorAttributeName : color,
+        NSParagraphStyleAttributeName : centered,
+    };
+}
+
+} // namespace
+
+@implementation KelpaCapsule {
+    NSColor* _color;
+    CGFloat _shadowOpacity;
+}
+
+- (instancetype)initWithColor:(NSColor*)color {
+    self = [super initWithFrame:NSZeroRect];
+    if (self) {
+        _color = color;
+        [self setWantsLayer:YES];
+    }
+    return self;
+}
+
+- (void)castShadow:(CGFloat)opacity {
+    _shadowOpacity = opacity;
+    NSShadow* shadow = [[NSShadow alloc] init];
+    [shadow setShadowColor:[[NSColor secondaryLabelColor] colorWithAlphaComponent:opacity]];
+    [shadow setShadowBlurRadius:shadowRadius];
+    [self setShadow:shadow];
+}
+
+- (BOOL)wantsUpdateLayer {
+    return YES;
+}
+
+/// Called with the view's appearance in force, so that the colour is the right one of the two.
+- (void)updateLayer {
+    [[self layer] setBackgroundColor:[_color CGColor]];
+}
+
+- (void)viewDidChangeEffectiveAppearance {
+    [super viewDidChangeEffectiveAppearance];
+    [self setNeedsDisplay:YES];
+    if (_shadowOpacity > 0)
+        [self castShadow:_shadowOpacity];
+}
+
+- (void)layout {
+    [super layout];
+    [[self layer] setCornerRadius:NSHeight([self bounds]) / 2];
+}
+
+@end
+
+/// A button without a bezel that keeps some room around its words.
+@interface KelpaPaddedButton : NSButton
+@property(nonatomic) NSSize padding;
+@end
+
+@implementation KelpaPaddedButton
+
+- (NSSize)intrinsicContentSize {
+    const NSSize words = [[self attributedTitle] size];
+    return NSMakeSize(std::ceil(words.width) + 2 * [self padding].width,
+                      std::ceil(words.height) + 2 * [self padding].height);
+}
+
+@end
+
+@implementation KelpaCapsuleButton {
+    KelpaPaddedButton* _button;
+    NSDictionary* _attributes;
+    void (^_action)(void);
+}
+
+- (instancetype)initWithColor:(NSColor*)color
+                         font:(NSFont*)font
+                    textColor:(NSColor*)textColor
+                      padding:(NSSize)padding
+                       action:(void (^)(void))action {
+    self = [super initWithColor:color];
+    if (self) {
+        _attributes = attributes(font, textColor);
+        _action = [action copy];
+        _button = [[KelpaPaddedButton alloc] initWithFrame:NSZeroRect];
+        [_button setPadding:padding];
+        [_button setButtonType:NSButtonTypeMomentaryPushIn];
+        [_button setBordered:NO];
+        [_button setTarget:self];
+        [_button setAction:@selector(clicked:)];
+        [self fillWith:_button];
+    }
+    return self;
+}
+
+- (void)fillWith:(NSView*)view {
+    [view setTranslatesAutoresizingMaskIntoConstraints:NO];
+    [self addSubview:view];
+    [NSLayoutConstraint activateConstraints:@[
+        [[view leadingAnchor] constraintEqualToAnchor:[self leadingAnchor]],
+        [[view trailingAnchor] constraintEqualToAnchor:[self trailingAnchor]],
+        [[view topAnchor] constraintEqualToAnchor:[self topAnchor]],
+        [[view bottomAnchor] constraintEqualToAnchor:[self bottomAnchor]],
+    ]];
+}
+
+- (void)setText:(NSString*)text {
+    [_button setAttributedTitle:[[NSAttributedString alloc] initWithString:text attributes:_attributes]];
+    [_button setAccessibilityLabel:text];
+    [_button invalidateIntrinsicContentSize];
+}
+
+- (void)setEnabled:(BOOL)enabled {
+    [_button setEnabled:enabled];
+}
+
+- (void)clicked:(id)sender {
+    (void)sender;
+    _action();
+}
+
+@end

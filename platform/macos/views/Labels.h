@@ -1,0 +1,20 @@
+#pragma once
+
+#import <AppKit/AppKit.h>
+
+#include <string>
+
+namespace kelpa {
+
+/// A text that is only read, on one line, in a colour that follows light and dark.
+[[nodiscard]] NSTextField* makeLabel(const std::string& text, NSFont* font, NSColor* color);
+/// The same on as many lines as it needs, centred.
+[[nodiscard]] NSTextField* makeCenteredText(const std::string& text, NSFont* font, NSColor* color);
+/// The system's font for a kind of text, made bold.
+[[nodiscard]] NSFont* boldFont(NSFontTextStyle style);
+[[nodiscard]] NSFont* textFont(NSFontTextStyle style);
+/// A symbol of the system's by its name, of `points` height, hidden from screen readers: what stands beside
+/// it says the same in words.
+[[nodiscard]] NSImageView* makeSymbol(NSString* name, CGFloat points);
+
+} // namespace kelpa

@@ -1,0 +1,47 @@
+#import "platform/macos/views/Labels.h"
+
+#import "platform/macos/Bridge.h"
+
+namespace kelpa {
+
+namespace {
+
+NSTextField* styled(NSTextField* label, NSFont* font, NSColor* color) {
+    [label setFont:font];
+    [label setTextColor:color];
+    return label;
+}
+
+} // namespace
+
+NSTextField* makeLabel(const std::string& text, NSFont* font, NSColor* color) {
+    return styled([NSTextField labelWithString:toNSString(text)], font, color);
+}
+
+NSTextField* makeCenteredText(const std::string& text, NSFont* font, NSColor* color) {
+    NSTextField* label = styled([NSTextField wrappingLabelWithString:toNSString(text)], font, color);
+    [label setAlignment:NSTextAlignmentCenter];
+    [label setSelectable:NO];
+    return label;
+}
+
+NSFont* textFont(NSFontTextStyle style) {
+    return [NSFont preferredFontForTextStyle:style options:@{}];
+}
+
+NSFont* boldFont(NSFontTextStyle style) {
+    return [NSFont boldSystemFontOfSize:[textFont(style) pointSize]];
+}
+
+NSImageView* makeSymbol(NSString* name, CGFloat points) {
+    NSImageSymbolConfiguration* size =
+        [NSImageSymbolConfiguration configurationWithPointSize:points weight:NSFontWeightRegular];
+    NSImage* image = [[NSImage imageWithSystemSymbolName:name
+                                accessibilityDescription:nil] imageWithSymbolConfiguration:size];
+    NSImageView* view = [[NSImageView alloc] initWithFrame:NSZeroRect];
+    [view setImage:image];
+    [view setAccessibilityElement:NO];
+    return view;
+}
+
+} // namespace kelpa

@@ -1,0 +1,42 @@
+#import "platform/macos/views/LinkButton.h"
+
+@implementation KelpaLinkButton {
+    void (^_linkAction)(void);
+}
+
+- (instancetype)initWithFont:(NSFont*)font symbol:(NSString*)symbol action:(void (^)(void))action {
+    self = [super initWithFrame:NSZeroRect];
+    if (self) {
+        _linkAction = [action copy];
+        [self setButtonType:NSButtonTypeMomentaryPushIn];
+        [self setBordered:NO];
+        [self setFont:font];
+        [self setContentTintColor:[NSColor systemBlueColor]];
+        if (symbol) {
+            [self setImage:[NSImage imageWithSystemSymbolName:symbol accessibilityDescription:nil]];
+            [self setImagePosition:NSImageTrailing];
+        }
+        [self setTarget:self];
+        [self setAction:@selector(followed:)];
+        [self setAccessibilityRole:NSAccessibilityLinkRole];
+    }
+    return self;
+}
+
+- (void)setText:(NSString*)text {
+    [self setAttributedTitle:[[NSAttributedString alloc]
+                                 initWithString:text
+                                     attributes:@{
+                                         NSFontAttributeName : [self font],
+                                         NSForegroundColorAttributeName : [NSColor systemBlueColor],
+                                         NSUnderlineStyleAttributeName : @(NSUnderlineStyleSingle),
+                                     }]];
+    [self setAccessibilityLabel:text];
+}
+
+- (void)followed:(id)sender {
+    (void)sender;
+    _linkAction();
+}
+
+@end

@@ -1,0 +1,164 @@
+#import "platform/macos/views/MacBreakScreen.h"
+
+#import "platform/macos/Bridge.h"
+#import "platform/macos/views/Capsule.h"
+#import "platform/macos/views/Labels.h"
+#import "platform/macos/views/LinkButton.h"
+
+namespace {
+
+constexpr CGFloat promptSize = 40;
+constexpr CGFloat countSize = 100;
+constexpr CGFloat spacerHeight = 80;
+/// What the system puts around a view that asks for room without saying how much.
+constexpr CGFloat defaultPadding = 16;
+constexpr CGFloat defaultSpacing = 8;
+constexpr NSSize skipPadding = {16, 8};
+
+NSStackView* stackOf(NSArray* views, NSUserInterfaceLayoutOrientation orientation,
+                     NSLayoutAttribute alignment) {
+    NSStackView* stack = [NSStackView stackViewWithViews:views];
+    [stack setOrientation:orientation];
+    [stack setAlignment:alignment];
+    [stack setSpacing:defaultSpacing];
+    return stack;
+}
+
+} // namespace
+
+@implementation KelpaBreakView {
+    NSTextField* _prompt;
+    NSTextField* _count;
+    NSTextField* _newFeature;
+    KelpaLinkButton* _link;
+    NSTextField* _hint;
+    KelpaCapsuleButton* _skip;
+    kelpa::BreakScreenClient* _client;
+}
+
+- (instancetype)initWithClient:(kelpa::BreakScreenClient&)client {
+    self = [super initWithFrame:NSZeroRect];
+    if (self) {
+        _client = &client;
+        [self makeTexts];
+        [self makeButtons];
+        [self layOut];
+    }
+    return self;
+}
+
+- (void)makeTexts {
+    NSColor* secondary = [NSColor secondaryLabelColor];
+    NSFont* body = kelpa::textFont(NSFontTextStyleBody);
+    _prompt = kelpa::makeCenteredText("", [NSFont boldSystemFontOfSize:promptSize], secondary);
+    _count = kelpa::makeLabel("", [NSFont boldSystemFontOfSize:countSize], [NSColor labelColor]);
+    // Never cut off or broken: the layout around it makes room.
+    for (const auto orientation :
+         {NSLayoutConstraintOrientationHorizontal, NSLayoutConstraintOrientationVertical})
+        [_count setContentCompressionResistancePriority:NSLayoutPriorityRequired forOrientation:orientation];
+    _newFeature = kelpa::makeLabel("", body, [NSColor labelColor]);
+    _hint = kelpa::makeLabel("", kelpa::textFont(NSFontTextStyleFootnote), secondary);
+}
+
+- (void)makeButtons {
+    kelpa::BreakScreenClient* client = _client;
+    _link = [[KelpaLinkButton alloc] initWithFont:kelpa::boldFont(NSFontTextStyleBody)
+                                           symbol:@"chevron.forward"
+                                           action:^{
+                                             kelpa::callCore([client] { client->noticeTapped(); });
+                                           }];
+    _skip = [[KelpaCapsuleButton alloc] initWithColor:[NSColor systemBlueColor]
+                                                 font:kelpa::textFont(NSFontTextStyleHeadline)
+                                            textColor:[NSColor whiteColor]
+                                              padding:skipPadding
+                                               action:^{
+                                                 kelpa::callCore([client] { client->skipPressed(); });
+                                               }];
+    [_skip setHidden:YES];
+}
+
+- (void)layOut {
+    NSView* spacer = [[NSView alloc] initWithFrame:NSZeroRect];
+    NSStackView* column =
+        stackOf(@[ _link, _hint ], NSUserInterfaceLayoutOrientationVertical, NSLayoutAttributeLeading);
+    NSStackView* notice =
+        stackOf(@[ _newFeature, column ], NSUserInterfaceLayoutOrientationHorizontal, NSLayoutAttributeTop);
+    NSStackView* stack = stackOf(@[ _prompt, spacer, _count, notice, _skip ],
+                                 NSUserInterfaceLayoutOrientationVertical, NSLayoutAttributeCenterX);
+    [stack setCustomSpacing:defaultSpacing + defaultPadding afterView:_prompt];
+    [stack setCustomSpacing:defaultSpacing + defaultPadding afterView:spacer];
+    [stack setCustomSpacing:defaultSpacing + defaultPadding afterView:_count];
+    [stack setTranslatesAutoresizingMaskIntoConstraints:NO];
+    [self addSubview:stack];
+    [NSLayoutConstraint activateConstraints:@[
+        [[spacer heightAnchor] constraintEqualToConstant:spacerHeight],
+        [[stack centerXAnchor] constraintEqualToAnchor:[self centerXAnchor]],
+        [[stack centerYAnchor] constraintEqualToAnchor:[self centerYAnchor]],
+    ]];
+}
+
+/// A prompt that is too long for one line goes on to the next.
+- (void)setFrameSize:(NSSize)size {
+    [super setFrameSize:size];
+    [_prompt setPreferredMaxLayoutWidth:size.width - 2 * defaultPadding];
+}
+
+- (void)setTexts:(const kelpa::BreakScreenTexts&)texts {
+    [_newFeature setStringValue:kelpa::toNSString(texts.newFeature)];
+    [_link setText:kelpa::toNSString(texts.waterReminder)];
+    [_link setAccessibilityHelp:kelpa::toNSString(texts.hint)];
+    [_hint setStringValue:kelpa::toNSString(texts.hint)];
+    [_skip setText:kelpa::toNSString(texts.skip)];
+}
+
+- (void)setPrompt:(NSString*)prompt {
+    [_prompt setStringValue:prompt];
+}
+
+- (void)setCount:(NSString*)count {
+    [_count setStringValue:count];
+}
+
+- (void)setSkipOffered:(BOOL)offered {
+    [_skip setHidden:!offered];
+}
+
+- (void)windowWillShow {
+    // No button is the one that a key would press.
+    [[self window] makeFirstResponder:nil];
+}
+
+/// A break has its own ways out; the window as such cannot be closed.
+- (void)windowWantsToClose {
+}
+
+- (void)drawRect:(NSRect)dirtyRect {
+    [[NSColor windowBackgroundColor] setFill];
+    NSRectFill(dirtyRect);
+}
+
+@end
+
+namespace kelpa {
+
+MacBreakScreen::~MacBreakScreen() {
+    [view_ removeFromSuperview];
+}
+
+void MacBreakScreen::setTexts(const BreakScreenTexts& texts) {
+    [view_ setTexts:texts];
+}
+
+void MacBreakScreen::setPrompt(const std::string& prompt) {
+    [view_ setPrompt:toNSString(prompt)];
+}
+
+void MacBreakScreen::setCount(const std::string& count) {
+    [view_ setCount:toNSString(count)];
+}
+
+void MacBreakScreen::setSkipOffered(bool offered) {
+    [view_ setSkipOffered:offered];
+}
+
+} // namespace kelpa

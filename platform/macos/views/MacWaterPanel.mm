@@ -1,0 +1,224 @@
+#import "platform/macos/views/MacWaterPanel.h"
+
+#import "platform/macos/Bridge.h"
+#import "platform/macos/views/Capsule.h"
+#import "platform/macos/views/Labels.h"
+#import "platform/macos/views/ProgressBar.h"
+#import "platform/macos/views/TileGrid.h"
+#import "platform/macos/views/WaterFigure.h"
+
+namespace {
+
+constexpr CGFloat padding = 8;
+constexpr CGFloat spacing = 8;
+constexpr NSInteger columns = 3;
+constexpr CGFloat countAlpha = 0.8;
+constexpr CGFloat answerShadow = 0.2;
+constexpr CGFloat dividerHeight = 16;
+constexpr NSSize answerPadding = {16, 5};
+
+NSStackView* rowOf(NSArray* views) {
+    NSStackView* row = [NSStackView stackViewWithViews:views];
+    [row setSpacing:spacing];
+    return row;
+}
+
+NSBox* makeDivider() {
+    NSBox* divider = [[NSBox alloc] initWithFrame:NSZeroRect];
+    [divider setBoxType:NSBoxSeparator];
+    [[[divider widthAnchor] constraintEqualToConstant:1] setActive:YES];
+    [[[divider heightAnchor] constraintEqualToConstant:dividerHeight] setActive:YES];
+    return divider;
+}
+
+} // namespace
+
+@implementation KelpaWaterView {
+    kelpa::WaterPanelClient* _client;
+    KelpaWaterFigure* _finished;
+    KelpaWaterFigure* _percent;
+    KelpaWaterFigure* _remain;
+    NSTextField* _wellDone;
+    KelpaProgressBar* _bar;
+    NSTextField* _tip;
+    NSTextField* _remaining;
+    KelpaTileGrid* _amounts;
+    KelpaCapsuleButton* _skip;
+    KelpaCapsuleButton* _done;
+}
+
+- (instancetype)initWithClient:(kelpa::WaterPanelClient&)client {
+    self = [super initWithFrame:NSZeroRect];
+    if (self) {
+        _client = &client;
+        [self setMaterial:NSVisualEffectMaterialPopover];
+        [self setBlendingMode:NSVisualEffectBlendingModeBehindWindow];
+        [self setState:NSVisualEffectStateActive];
+        [self makeFigures];
+        [self makeAmounts];
+        [self makeAnswers];
+        [self layOut];
+    }
+    return self;
+}
+
+- (void)makeFigures {
+    NSColor* primary = [NSColor labelColor];
+    _finished = [[KelpaWaterFigure alloc] initWithStyle:NSFontTextStyleTitle1
+                                                  color:[NSColor systemBlueColor]];
+    _percent = [[KelpaWaterFigure alloc] initWithStyle:NSFontTextStyleLargeTitle color:primary];
+    _remain = [[KelpaWaterFigure alloc] initWithStyle:NSFontTextStyleTitle1 color:[NSColor systemRedColor]];
+    _wellDone = kelpa::makeLabel("", kelpa::boldFont(NSFontTextStyleTitle3), [NSColor systemGreenColor]);
+    _bar = [[KelpaProgressBar alloc] initWithFrame:NSZeroRect];
+    _tip = kelpa::makeCenteredText("", kelpa::textFont(NSFontTextStyleTitle3), [NSColor secondaryLabelColor]);
+    _remaining = kelpa::makeLabel("", kelpa::textFont(NSFontTextStyleTitle1),
+                                  [primary colorWithAlphaComponent:countAlpha]);
+}
+
+- (void)makeAmounts {
+    kelpa::WaterPanelClient* client = _client;
+    _amounts = [[KelpaTileGrid alloc] initWithColumns:columns
+                                               chosen:^(std::int64_t value) {
+                                                 kelpa::callCore([=] { client->amountTapped(value); });
+                                               }];
+}
+
+- (void)makeAnswers {
+    __weak KelpaWaterView* weakSelf = self;
+    kelpa::WaterPanelClient* client = _client;
+    _skip = [[KelpaCapsuleButton alloc] initWithColor:[NSColor controlBackgroundColor]
+                                                 font:kelpa::textFont(NSFontTextStyleBody)
+                                            textColor:[NSColor systemRedColor]
+                                              padding:answerPadding
+                                               action:^{
+                                                 [weakSelf setAnswered:YES];
+                                                 kelpa::callCore([=] { client->skipPressed(); });
+                                               }];
+    _done = [[KelpaCapsuleButton alloc] initWithColor:[NSColor systemBlueColor]
+                                                 font:kelpa::textFont(NSFontTextStyleHeadline)
+                                            textColor:[NSColor whiteColor]
+                                              padding:answerPadding
+                                               action:^{
+                                                 [weakSelf setAnswered:YES];
+                                                 kelpa::callCore([=] { client->donePressed(); });
+                                               }];
+    [_skip castShadow:answerShadow];
+    [_done castShadow:answerShadow];
+}
+
+- (void)layOut {
+    NSStackView* figures = rowOf(@[ _finished, _percent, _remain, _wellDone ]);
+    [figures setDistribution:NSStackViewDistributionFillEqually];
+    NSStackView* counting = rowOf(@[ _tip, _remaining ]);
+    NSStackView* answers = [[NSStackView alloc] initWithFrame:NSZeroRect];
+    [answers setSpacing:spacing];
+    for (NSView* view in @[ _skip, makeDivider(), _done ])
+        [answers addView:view inGravity:NSStackViewGravityTrailing];
+    // The countdown takes what the others leave.
+    NSStackView* stack = [NSStackView stackViewWithViews:@[ figures, _bar, counting, _amounts, answers ]];
+    [stack setOrientation:NSUserInterfaceLayoutOrientationVertical];
+    [stack setDistribution:NSStackViewDistributionEqualSpacing];
+    [stack setTranslatesAutoresizingMaskIntoConstraints:NO];
+    [self addSubview:stack];
+    [self pin:stack];
+    for (NSView* wide in @[ figures, _bar, _amounts, answers ])
+        [[[wide widthAnchor] constraintEqualToAnchor:[stack widthAnchor]] setActive:YES];
+}
+
+/// Below the transparent title bar, with some room on all sides.
+- (void)pin:(NSView*)stack {
+    NSLayoutGuide* safe = [self safeAreaLayoutGuide];
+    [NSLayoutConstraint activateConstraints:@[
+        [[stack topAnchor] constraintEqualToAnchor:[safe topAnchor]],
+        [[stack leadingAnchor] constraintEqualToAnchor:[self leadingAnchor] constant:padding],
+        [[stack trailingAnchor] constraintEqualToAnchor:[self trailingAnchor] constant:-padding],
+        [[stack bottomAnchor] constraintEqualToAnchor:[self bottomAnchor] constant:-padding],
+    ]];
+}
+
+/// Words that are too long for one line go on to the next.
+- (void)setFrameSize:(NSSize)size {
+    [super setFrameSize:size];
+    [_tip setPreferredMaxLayoutWidth:size.width - 2 * padding];
+}
+
+- (void)setTexts:(const kelpa::WaterPanelTexts&)texts
+         amounts:(const std::vector<kelpa::WaterAmount>&)amounts {
+    [_finished setCaption:texts.finished];
+    [_percent setCaption:texts.percent];
+    [_remain setCaption:texts.remain];
+    [_wellDone setStringValue:kelpa::toNSString(texts.wellDone)];
+    [_skip setText:kelpa::toNSString(texts.skip)];
+    [_done setText:kelpa::toNSString(texts.done)];
+    std::vector<std::pair<std::int64_t, std::string>> entries;
+    for (const kelpa::WaterAmount& amount : amounts)
+        entries.emplace_back(amount.millilitres, amount.text);
+    [_amounts setEntries:entries];
+}
+
+- (void)setProgress:(const kelpa::WaterProgress&)progress {
+    const CGFloat third = (NSWidth([self bounds]) - 2 * padding - 2 * spacing) / 3;
+    for (KelpaWaterFigure* figure in @[ _finished, _percent, _remain ])
+        [figure setRoom:third];
+    [_finished setFigure:progress.finished];
+    [_percent setFigure:progress.percent];
+    [_remain setFigure:progress.remain];
+    [_remain setHidden:progress.remain.empty()];
+    [_wellDone setHidden:!progress.remain.empty()];
+    [_bar setFraction:progress.fraction];
+}
+
+- (void)setCounting:(const kelpa::WaterCounting&)counting {
+    const BOOL counts = !counting.remaining.empty();
+    [_tip setStringValue:kelpa::toNSString(counting.tip)];
+    [_tip setFont:counts ? kelpa::textFont(NSFontTextStyleTitle3) : kelpa::boldFont(NSFontTextStyleTitle1)];
+    [_remaining setStringValue:kelpa::toNSString(counting.remaining)];
+    [_remaining setHidden:!counts];
+}
+
+- (void)setSelectedAmount:(std::int64_t)millilitres {
+    [_amounts choose:millilitres];
+}
+
+/// An answer counts once: until the panel is shown again, a second click does nothing.
+- (void)setAnswered:(BOOL)answered {
+    [_skip setEnabled:!answered];
+    [_done setEnabled:!answered];
+}
+
+- (void)windowWillShow {
+    [self setAnswered:NO];
+    // No button is the one that a key would press.
+    [[self window] makeFirstResponder:nil];
+}
+
+- (void)windowWantsToClose {
+    kelpa::WaterPanelClient* client = _client;
+    kelpa::callCore([client] { client->closePressed(); });
+}
+
+@end
+
+namespace kelpa {
+
+MacWaterPanel::~MacWaterPanel() {
+    [view_ removeFromSuperview];
+}
+
+void MacWaterPanel::setTexts(const WaterPanelTexts& texts, const std::vector<WaterAmount>& amounts) {
+    [view_ setTexts:texts amounts:amounts];
+}
+
+void MacWaterPanel::setProgress(const WaterProgress& progress) {
+    [view_ setProgress:progress];
+}
+
+void MacWaterPanel::setCounting(const WaterCounting& counting) {
+    [view_ setCounting:counting];
+}
+
+void MacWaterPanel::setSelectedAmount(std::int64_t millilitres) {
+    [view_ setSelectedAmount:millilitres];
+}
+
+} // namespace kelpa

@@ -1,0 +1,73 @@
+#import "platform/macos/views/ProgressBar.h"
+
+#import "platform/macos/views/Capsule.h"
+#import "platform/macos/views/Labels.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr CGFloat barHeight = 24;
+constexpr CGFloat trackHeight = 8;
+constexpr CGFloat cupSize = 15;
+constexpr CGFloat cupOffset = 15;
+constexpr NSTimeInterval moveSeconds = 0.4;
+
+} // namespace
+
+@implementation KelpaProgressBar {
+    KelpaCapsule* _track;
+    KelpaCapsule* _fill;
+    NSImageView* _cup;
+    CGFloat _fraction;
+    NSSize _laidOutSize;
+}
+
+- (instancetype)initWithFrame:(NSRect)frame {
+    self = [super initWithFrame:frame];
+    if (self) {
+        _track = [[KelpaCapsule alloc] initWithColor:[NSColor quaternaryLabelColor]];
+        _fill = [[KelpaCapsule alloc] initWithColor:[NSColor systemBlueColor]];
+        _cup = kelpa::makeSymbol(@"cup.and.saucer.fill", cupSize);
+        for (NSView* part in @[ _track, _fill, _cup ])
+            [self addSubview:part];
+        // The figures above say the same in words.
+        [self setAccessibilityElement:NO];
+    }
+    return self;
+}
+
+- (NSSize)intrinsicContentSize {
+    return NSMakeSize(NSViewNoIntrinsicMetric, barHeight);
+}
+
+- (void)setFraction:(CGFloat)fraction {
+    _fraction = std::clamp<CGFloat>(fraction, 0, 1);
+    [self placeIn:moveSeconds];
+}
+
+- (void)placeIn:(NSTimeInterval)seconds {
+    const CGFloat end = NSWidth([self bounds]) * _fraction;
+    const CGFloat middle = NSMidY([self bounds]);
+    NSView* fill = _fill;
+    NSView* cup = _cup;
+    [NSAnimationContext
+        runAnimationGroup:^(NSAnimationContext* context) {
+          [context setDuration:seconds];
+          [[fill animator] setFrame:NSMakeRect(0, middle - trackHeight / 2, end, trackHeight)];
+          [[cup animator] setFrame:NSMakeRect(end - cupOffset, middle - barHeight / 2, barHeight, barHeight)];
+        }
+        completionHandler:nil];
+}
+
+- (void)layout {
+    [super layout];
+    if (NSEqualSizes(_laidOutSize, [self bounds].size))
+        return;
+    _laidOutSize = [self bounds].size;
+    [_track
+        setFrame:NSMakeRect(0, NSMidY([self bounds]) - trackHeight / 2, NSWidth([self bounds]), trackHeight)];
+    [self placeIn:0];
+}
+
+@end

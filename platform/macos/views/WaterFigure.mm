@@ -1,0 +1,51 @@
+#import "platform/macos/views/WaterFigure.h"
+
+#import "platform/macos/Bridge.h"
+#import "platform/macos/views/Labels.h"
+
+namespace {
+
+constexpr CGFloat captionSize = 10;
+constexpr CGFloat smallestScale = 0.8;
+
+} // namespace
+
+@implementation KelpaWaterFigure {
+    NSTextField* _caption;
+    NSTextField* _figure;
+    NSFont* _font;
+    CGFloat _room;
+}
+
+- (instancetype)initWithStyle:(NSFontTextStyle)style color:(NSColor*)color {
+    self = [super initWithFrame:NSZeroRect];
+    if (self) {
+        _font = kelpa::boldFont(style);
+        _caption = kelpa::makeLabel("", [NSFont systemFontOfSize:captionSize], [NSColor labelColor]);
+        _figure = kelpa::makeLabel("", _font, color);
+        [self setOrientation:NSUserInterfaceLayoutOrientationVertical];
+        [self setAlignment:NSLayoutAttributeCenterX];
+        [self setSpacing:0];
+        [self addArrangedSubview:_caption];
+        [self addArrangedSubview:_figure];
+    }
+    return self;
+}
+
+- (void)setRoom:(CGFloat)width {
+    _room = width;
+}
+
+- (void)setCaption:(const std::string&)caption {
+    [_caption setStringValue:kelpa::toNSString(caption)];
+}
+
+- (void)setFigure:(const std::string&)figure {
+    NSString* text = kelpa::toNSString(figure);
+    const CGFloat width = [text sizeWithAttributes:@{NSFontAttributeName : _font}].width;
+    const CGFloat size = [_font pointSize] * (width > _room ? smallestScale : 1);
+    [_figure setFont:[NSFont boldSystemFontOfSize:size]];
+    [_figure setStringValue:text];
+}
+
+@end

@@ -1,0 +1,121 @@
+#import "platform/macos/windows/KelpaWindow.h"
+
+#import <QuartzCore/QuartzCore.h>
+
+#import "platform/macos/Bridge.h"
+
+namespace {
+
+NSWindowStyleMask styleMask(kelpa::WindowStyle style) {
+    if (style == kelpa::WindowStyle::FullSizeContent)
+        return NSWindowStyleMaskFullSizeContentView;
+    return NSWindowStyleMaskTitled | NSWindowStyleMaskClosable | NSWindowStyleMaskFullSizeContentView;
+}
+
+/// Waits for the keyboard, which goes to it when the application becomes the active one.
+__weak KelpaWindow* presented;
+
+} // namespace
+
+@implementation KelpaWindow {
+    NSTimeInterval _deafSeconds;
+    NSTimeInterval _deafUntil;
+    __weak NSView<KelpaContent>* _content;
+}
+
+- (instancetype)initWithSpec:(const kelpa::WindowSpec&)spec {
+    const kelpa::WindowStyle style = spec.style;
+    self = [super initWithContentRect:kelpa::toNSRect(spec.frame)
+                            styleMask:styleMask(style)
+                              backing:NSBackingStoreBuffered
+                                defer:NO];
+    if (!self)
+        return nil;
+    _deafSeconds = kelpa::deafSeconds(style);
+    [self setOpaque:NO];
+    [self setReleasedWhenClosed:NO];
+    [self setBackgroundColor:[NSColor clearColor]];
+    [self setLevel:spec.level];
+    [self setCollectionBehavior:NSWindowCollectionBehaviorCanJoinAllSpaces];
+    [self setTitle:kelpa::toNSString(spec.title)];
+    if (style == kelpa::WindowStyle::Panel)
+        [self becomePanel];
+    [self setDelegate:self];
+    [NSApp addWindowsItem:self title:[self title] filename:NO];
+    return self;
+}
+
+- (void)becomePanel {
+    [self setTitlebarSeparatorStyle:NSTitlebarSeparatorStyleNone];
+    [self setTitlebarAppearsTransparent:YES];
+    // The title names the window to screen readers and in lists; over the panel's own content it would only
+    // be in the way.
+    [self setTitleVisibility:NSWindowTitleHidden];
+    [self setMovableByWindowBackground:YES];
+}
+
+- (void)host:(NSView<KelpaContent>*)content {
+    NSView* parent = [self contentView];
+    [content setFrame:[parent bounds]];
+    [content setAutoresizingMask:NSViewWidthSizable | NSViewHeightSizable];
+    [parent addSubview:content];
+    _content = content;
+}
+
+- (void)present {
+    _deafUntil = CACurrentMediaTime() + _deafSeconds;
+    [_content windowWillShow];
+    [self orderFrontRegardless];
+    presented = self;
+}
+
++ (KelpaWindow*)takePresented {
+    KelpaWindow* window = presented;
+    presented = nil;
+    return window;
+}
+
+/// Windows without a title bar do not, unless they say so.
+- (BOOL)canBecomeKeyWindow {
+    return YES;
+}
+
+/// The system keeps windows below the menu bar and on one screen; a break covers everything.
+- (NSRect)constrainFrameRect:(NSRect)frameRect toScreen:(NSScreen*)screen {
+    (void)screen;
+    return frameRect;
+}
+
+- (BOOL)isDeaf {
+    return CACurrentMediaTime() < _deafUntil;
+}
+
+- (void)sendEvent:(NSEvent*)event {
+    if ([event type] == NSEventTypeKeyDown && [self isDeaf])
+        return;
+    [super sendEvent:event];
+}
+
+/// What counts as answered goes no further, the main menu included.
+- (BOOL)performKeyEquivalent:(NSEvent*)event {
+    return [self isDeaf] || [super performKeyEquivalent:event];
+}
+
+/// A key that means nothing here makes no sound: a person who types on into a break has done nothing wrong.
+- (void)noResponderFor:(SEL)eventSelector {
+    (void)eventSelector;
+}
+
+- (void)cancelOperation:(id)sender {
+    (void)sender;
+    [_content windowWantsToClose];
+}
+
+/// What becomes of the window is the core's decision.
+- (BOOL)windowShouldClose:(NSWindow*)sender {
+    (void)sender;
+    [_content windowWantsToClose];
+    return NO;
+}
+
+@end

@@ -1,0 +1,97 @@
+#!/usr/bin/env bash
+# Checks the macOS sources on a machine without macOS: that every Objective-C++ source compiles against GNUstep's headers
+# and the declarations in platform/macos/check, and that the core uses nothing of the standard library that macOS 12
+# does not have. The compiler works for macOS 12, so that it also sees calls to what only later systems have.
+# usage: scripts/check_macos.sh [SOURCE]...      (default: all of them)
+set -euo pipefail
+cd "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")/.."
+
+compiler=clang++-19
+machine=$(uname -m)
+libcxx=/usr/lib/llvm-16/include/c++/v1
+gnustep=/usr/include/GNUstep
+for need in "$(command -v "$compiler" || echo "$compiler")" "$libcxx" "$gnustep"; do
+    if [[ ! -e $need ]]; then
+        echo "check_macos: $need is missing; the packages are clang-19, libc++-16-dev and libgnustep-gui-dev" >&2
+        exit 1
+    fi
+done
+
+scratch=$(mktemp -d)
+trap 'rm -rf "$scratch"' EXIT
+
+# What CMake would fill in; any value serves to check.
+for template in app/*.h.in; do
+    mkdir -p "$scratch/generated/app"
+    sed 's/@[A-Za-z_]*@/0/g' "$template" >"$scratch/generated/app/$(basename "${template%.in}")"
+done
+
+warnings=(-Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Wold-style-cast -Wcast-qual -Woverloaded-virtual
+    -Wconversion -Wno-sign-conversion -Wunguarded-availability -Werror)
+# This machine's C library serves for that of macOS, and is not told that the compiler works for another system.
+common=("$compiler" -std=c++20 "--target=${machine/aarch64/arm64}-apple-macos12" -nostdlibinc -nostdinc++ -U__APPLE__ -U__MACH__ -U__nonnull
+    -D_GNU_SOURCE -D__linux__ -D__GNU_LIBOBJC__=1 -isystem "$libcxx" -isystem platform/macos/check
+    -isystem "$("$compiler" -print-resource-dir)/include" -isystem "$gnustep"
+    -isystem "/usr/include/$machine-linux-gnu" -isystem /usr/include
+    -include platform/macos/check/LibcxxAvailability.h -I. -I "$scratch/generated" "${warnings[@]}")
+objective=(-fsyntax-only -fobjc-arc -fblocks -Wundeclared-selector -Wobjc-method-access -Wprotocol
+    -include platform/macos/check/MacDeclarations.h)
+
+# Parts of the standard library's binary that came after the one of macOS 12. Its headers do not mark all of them.
+absent='St3__18to_charsEPcS0_[fde]|from_chars_floating_point|St3__13pmr|__libcpp_verbose_abort|St3__14tzdb'
+absent+='|St3__16chrono9time_zone|__is_posix_terminal|__hash_memory|__cxa_init_primary_exception'
+absent+='|__atomic_(monitor|wait)_global|__format_error'
+
+# Compiles a source as far as the assembler's text, whose names tell what the program would ask of the library.
+check_core() {
+    "${common[@]}" -S -o "$scratch/assembly" "$1" || return 1
+    if grep -oE "_Z[A-Za-z0-9_]*($absent)[A-Za-z0-9_]*" "$scratch/assembly" | sort -u >"$scratch/names" && [[ -s $scratch/names ]]; then
+        echo "$1 needs what the standard library of macOS 12 does not have:" >&2
+        sed 's/^/  /' "$scratch/names" >&2
+        return 1
+    fi
+}
+
+check_source() {
+    case $1 in
+        *.mm) "${common[@]}" "${objective[@]}" "$1" ;;
+        *) check_core "$1" ;;
+    esac
+}
+
+# A check that cannot fail is none: each of these must be refused.
+refuses() {
+    local file=$scratch/refused.$1
+    printf '%s\n' "$3" >"$file"
+    if check_source "$file" >"$scratch/said" 2>&1 || ! grep -qE "$2" "$scratch/said"; then
+        echo "check_macos: this is not refused as it should be: $3" >&2
+        cat "$scratch/said" >&2
+        return 1
+    fi
+}
+
+refuses cpp "'to_chars' is unavailable" $'#include <charconv>\nchar b[9]; auto f() { return std::to_chars(b, b + 9, 0.5); }'
+refuses cpp 'pmr19new_delete_resource' $'#include <memory_resource>\nstd::pmr::memory_resource* f() { return std::pmr::new_delete_resource(); }'
+refuses mm 'only available on macOS 13' 'id f() { return [SMAppService mainAppService]; }'
+refuses mm 'no known class method' 'id f() { return [NSColor colourOfTheDay]; }'
+refuses mm 'undeclared selector' 'SEL f() { return @selector(nobodyAnswersThis:); }'
+
+if (($#)); then
+    sources=("$@")
+else
+    mapfile -t sources < <(git ls-files --cached --others --exclude-standard -- \
+        {base,logging,prefs,timer,water,ui,app,platform/posix}/'*.cpp' 'platform/macos/*.cpp' 'platform/macos/*.mm')
+fi
+failed=0
+if git grep -nE '#include <(format|memory_resource|syncstream|stop_token|print)>' -- base logging prefs timer water ui app platform/ports platform/posix; then
+    echo 'check_macos: these headers are not all there in the oldest library that has to do' >&2
+    failed=1
+fi
+for source in "${sources[@]}"; do
+    check_source "$source" || failed=$((failed + 1))
+done
+if ((failed)); then
+    echo "check_macos: $failed of ${#sources[@]} sources failed" >&2
+    exit 1
+fi
+echo "${#sources[@]} sources fit macOS 12"
