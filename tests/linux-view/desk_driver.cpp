@@ -209,10 +209,10 @@ class Driver final : public WindowSystemClient {
     SpokenClicks clicks_;
     StatusItemModel item_{"kelpa",
                           "24:59",
-                          {{1, false, false, "    Kelpa", "", ""},
-                           {2, false, true, "- Stop -", "stop.circle", "p"},
-                           {3, true, true, "", "", ""},
-                           {4, false, true, "Quit & more", "escape", "q"}}};
+                          {{1, false, false, "    Kelpa", "", "", 0, ""},
+                           {2, false, true, "- Stop -", "stop.circle", "p", 0, ""},
+                           {3, true, true, "", "", "", 0, ""},
+                           {4, false, true, "Quit & more", "escape", "q", 0, ""}}};
     std::map<std::uint32_t, BreakWindow> breaks_;
     std::string count_ = "05:00";
     std::string prompt_ = "Look at something far away.";

@@ -144,7 +144,7 @@ ReadLine readLine(sd_bus_message* m) {
 }
 
 MenuLine line(int id, const std::string& title, const std::string& image = "", const std::string& key = "") {
-    return {id, false, true, title, image, key};
+    return {id, false, true, title, image, key, 0, ""};
 }
 
 std::string errorOf(const Message& answer) {
@@ -173,7 +173,7 @@ struct StatusItemTest : testing::Test {
         bus = SessionBus::open(loop, why);
         ASSERT_TRUE(bus) << why;
         bar.lineInserted(0, line(1, "Version"));
-        bar.lineInserted(1, {2, true, true, "", "", ""});
+        bar.lineInserted(1, {2, true, true, "", "", "", 0, ""});
         bar.lineInserted(2, line(3, "Stop_it", "stop.circle", "p"));
         bar.lineInserted(3, line(4, "Settings...", "../symbols/stop.circle", ","));
         MenuLine version = line(1, "Version");
