@@ -113,10 +113,17 @@ class ScriptedEvents final : public LockNotifications, public ActivityMonitor {
         locked_ = std::move(locked);
         unlocked_ = std::move(unlocked);
     }
-    void observe(std::function<void()> activity) override { activity_ = std::move(activity); }
+    Watch observe(std::function<void()> activity, std::function<void()> lost) override {
+        activity_ = std::move(activity);
+        activityLost_ = std::move(lost);
+        return watch;
+    }
     void lock() const { call(locked_); }
     void unlock() const { call(unlocked_); }
     void activity() const { call(activity_); }
+    void loseActivity() const { call(activityLost_); }
+
+    Watch watch = Watch::Working; ///< what the program is answered when it asks for activity
 
   private:
     static void call(const std::function<void()>& event) {
@@ -126,6 +133,7 @@ class ScriptedEvents final : public LockNotifications, public ActivityMonitor {
     std::function<void()> locked_;
     std::function<void()> unlocked_;
     std::function<void()> activity_;
+    std::function<void()> activityLost_;
 };
 
 /// A log without files: each record that reaches the handlers is noted.

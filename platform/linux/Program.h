@@ -9,11 +9,12 @@
 #include "platform/linux/LinuxClock.h"
 #include "platform/linux/LinuxFonts.h"
 #include "platform/linux/LinuxSystemInfo.h"
-#include "platform/linux/SilentActivity.h"
 #include "platform/linux/SilentLock.h"
 #include "platform/linux/control/ControlObject.h"
 #include "platform/linux/control/Instance.h"
 #include "platform/linux/control/TrayNotice.h"
+#include "platform/linux/events/DeskGate.h"
+#include "platform/linux/events/DesktopActivity.h"
 #include "platform/linux/services/LinuxLoginItem.h"
 #include "platform/linux/services/LinuxMail.h"
 #include "platform/linux/status/LinuxStatusBar.h"
@@ -76,7 +77,8 @@ class Program final : private StoreReport, private WindowReport, private Instanc
     SystemRandom random_;
     AbortOnFatalErrors fatalErrors_;
     SilentLock lock_;
-    SilentActivity activity_;
+    DeskGate gate_;
+    DesktopActivity activity_;
     Syslog systemLog_;
     LinuxLoginItem loginItem_;
     LinuxMail mail_;

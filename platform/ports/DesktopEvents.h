@@ -15,9 +15,14 @@ class LockNotifications {
 /// Mouse and modifier-key activity that goes to other programs.
 class ActivityMonitor {
   public:
+    enum class Watch {
+        Working,
+        None, ///< nothing here tells of activity, for now
+    };
     virtual ~ActivityMonitor() = default;
-    /// Called once; `activity` runs on the main thread for the rest of the process.
-    virtual void observe(std::function<void()> activity) = 0;
+    /// Called once; both run on the main thread for the rest of the process: `activity` at each event, also
+    /// where there was nothing to watch at first, and `lost` when nothing will tell of activity any more.
+    virtual Watch observe(std::function<void()> activity, std::function<void()> lost) = 0;
 };
 
 } // namespace kelpa

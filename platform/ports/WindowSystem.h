@@ -24,8 +24,8 @@ enum class WindowStyle {
     Panel,           ///< titled and closable with a transparent title bar, dragged by its background
 };
 
-/// For how many seconds of real time a window of a style ignores the keyboard after it was shown: what is typed
-/// then was meant for something else.
+/// For how many seconds of real time a window of a style ignores the keyboard after it was shown: what is
+/// typed then was meant for something else.
 [[nodiscard]] constexpr double deafSeconds(WindowStyle style) {
     return style == WindowStyle::FullSizeContent ? 2.0 : 1.0;
 }

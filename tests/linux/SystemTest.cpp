@@ -1,9 +1,9 @@
 #include "Support.h"
-#include "platform/posix/AbortOnFatalErrors.h"
 #include "platform/linux/Folders.h"
 #include "platform/linux/GettextTranslations.h"
 #include "platform/linux/LinuxFonts.h"
 #include "platform/linux/LinuxSystemInfo.h"
+#include "platform/posix/AbortOnFatalErrors.h"
 #include "platform/posix/SystemRandom.h"
 
 #include <array>

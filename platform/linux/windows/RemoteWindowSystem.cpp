@@ -108,6 +108,17 @@ bool RemoteWindowSystem::anyVisible() const {
                        [](const auto& record) { return record->visible(); });
 }
 
+bool RemoteWindowSystem::coverEveryScreen() const {
+    const auto& screens = parts_.screens.screens();
+    const auto covered = [this](const Screen& screen) {
+        const std::string connector = parts_.screens.connector(screen.number);
+        return std::any_of(records_.begin(), records_.end(), [&connector](const auto& record) {
+            return record->kind() == view::breakKind && record->staying() && record->connector() == connector;
+        });
+    };
+    return !screens.empty() && std::all_of(screens.begin(), screens.end(), covered);
+}
+
 void RemoteWindowSystem::visibilityChanged() {
     if (anyVisible()) {
         idle_.cancel();

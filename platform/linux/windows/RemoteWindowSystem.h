@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/linux/windows/HelperProcess.h"
+#include "platform/linux/windows/OwnWindows.h"
 #include "platform/linux/windows/RemoteWindow.h"
 #include "platform/linux/windows/RestartBudget.h"
 #include "platform/linux/windows/ScreenSource.h"
@@ -25,6 +26,7 @@ struct WindowSystemParts {
 /// Windows drawn by `kelpa-view`, a process that runs only while something is shown and shortly before and
 /// after, so that the program itself stays small. Without that process, everything here goes on by the clock.
 class RemoteWindowSystem final : public WindowSystem,
+                                 public OwnWindows,
                                  private ViewLink,
                                  private HelperClient,
                                  private RemoteWindowHome {
@@ -48,8 +50,9 @@ class RemoteWindowSystem final : public WindowSystem,
     /// Shows such a window, at first on the main screen; one that is shown comes to the front.
     void showManaged(WindowRecord& window);
 
-    /// Process id of the view; 0 when none runs.
-    [[nodiscard]] int viewPid() const { return view_.pid(); }
+    [[nodiscard]] int viewPid() const override { return view_.pid(); }
+    [[nodiscard]] bool anyVisible() const override;
+    [[nodiscard]] bool coverEveryScreen() const override;
 
   private:
     void send(std::initializer_list<std::string_view> fields) override { view_.send(fields); }
@@ -63,7 +66,6 @@ class RemoteWindowSystem final : public WindowSystem,
     std::shared_ptr<WindowRecord> record(const WindowSpec& spec, std::string_view kind) override;
     void forget(const std::shared_ptr<WindowRecord>& record) override;
 
-    [[nodiscard]] bool anyVisible() const;
     [[nodiscard]] bool anyTakesFocus() const;
     std::shared_ptr<WindowRecord> makeRecord(std::string_view kind, const std::string& title,
                                              const WindowPlace& place, Presence presence = Presence::Always);
