@@ -5,6 +5,7 @@
 #include "app/Clients.h"
 #include "base/FatalError.h"
 #include "base/Localized.h"
+#include "timer/SystemEventController.h"
 #include "ui/IconFont.h"
 #include "ui/StatusBarController.h"
 #include "ui/WindowController.h"
@@ -20,6 +21,8 @@ Application::Application(Ports& ports, LogFiles& logFiles)
     AppState::wire(ports);
     wireClients(ports);
     TicktackController::wire(ticktackClient(), ports.tickers);
+    SystemEventController::wire(systemEventClient(),
+                                {ports.lock, ports.activity, ports.queues, ports.mainQueue});
     StatusBarController::wire(uiClient(), ports.statusBar, ports.application, ports.services);
     WindowController::wire(uiClient(), ports.windows, ports.tickers, ports.mainQueue, ports.services);
     IconFont::wire(ports.fonts);

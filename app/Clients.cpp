@@ -59,6 +59,31 @@ class TheWaterPaneClient final : public WaterPaneClient {
     void closeWaterView() override { WindowController::closeWaterView(); }
 };
 
+class TheSystemEventClient final : public SystemEventClient {
+  public:
+    std::string identifier() const override { return AppInfo::identifier(); }
+    PrefState& prefState() override { return AppState::prefState(); }
+    PromptState& promptState() override { return AppState::promptState(); }
+    bool manualPause() const override { return AppState::manualPause(); }
+    bool working() const override { return AppState::working(); }
+    void setWorking(bool working) override { AppState::setWorking(working); }
+    const std::shared_ptr<WorkItem>& mouseMoveEventItem() const override {
+        return AppState::mouseMoveEventItem();
+    }
+    void setMouseMoveEventItem(std::shared_ptr<WorkItem> item) override {
+        AppState::setMouseMoveEventItem(std::move(item));
+    }
+    void closeBreakWindows() override { WindowController::closeBreak(); }
+    bool waterHasNewDay() const override {
+        return AppState::waterState().enable() && AppState::waterState().isNewDay();
+    }
+    void closeWaterView() override { WindowController::closeWaterView(); }
+    void startWaterDay() override {
+        AppState::waterState().reset();
+        AppState::waterState().schedule();
+    }
+};
+
 class TheUiClient final : public UiClient {
   public:
     PrefState& prefState() override { return AppState::prefState(); }
@@ -102,6 +127,11 @@ WaterPaneClient& waterPaneClient() {
 
 TicktackClient& ticktackClient() {
     static TheTicktackClient client;
+    return client;
+}
+
+SystemEventClient& systemEventClient() {
+    static TheSystemEventClient client;
     return client;
 }
 

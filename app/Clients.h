@@ -4,6 +4,7 @@
 #include "platform/ports/Ports.h"
 #include "prefs/PrefState.h"
 #include "prefs/PromptState.h"
+#include "timer/SystemEventController.h"
 #include "timer/TicktackController.h"
 #include "ui/UiClient.h"
 #include "water/PrefWaterState.h"
@@ -18,6 +19,7 @@ namespace kelpa {
 [[nodiscard]] WaterClient& waterClient();
 [[nodiscard]] WaterPaneClient& waterPaneClient();
 [[nodiscard]] TicktackClient& ticktackClient();
+[[nodiscard]] SystemEventClient& systemEventClient();
 [[nodiscard]] UiClient& uiClient();
 
 /// The ports that the clients need; they must outlive the process's last use.

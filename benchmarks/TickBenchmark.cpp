@@ -30,7 +30,8 @@ void tick(benchmark::State& state) {
     for (const char* kind : {"title", "count", "log"})
         journal.quiet(kind);
     desk::Desk desk(time, journal, 1);
-    std::istringstream script("store pref.work.time int 1000000000\nlaunch\n");
+    std::istringstream script(
+        "store stop_timer_after_mouse_stop bool false\nstore pref.work.time int 1000000000\nlaunch\n");
     desk::play(desk, desk::readScript(script));
     for (auto each : state)
         desk.pass(1'000'000);

@@ -26,7 +26,7 @@ int main() {
     journal.quiet("title");
     journal.quiet("count");
     kelpa::desk::Desk desk(time, journal, 1);
-    std::istringstream script("launch\n+31536000\n");
+    std::istringstream script("store stop_timer_after_mouse_stop bool false\nlaunch\n+31536000\n");
     const auto began = std::chrono::steady_clock::now();
     kelpa::desk::play(desk, kelpa::desk::readScript(script));
     const std::chrono::duration<double> took = std::chrono::steady_clock::now() - began;

@@ -113,17 +113,17 @@ class ScriptedEvents final : public LockNotifications, public ActivityMonitor {
         locked_ = std::move(locked);
         unlocked_ = std::move(unlocked);
     }
-    Watch observe(std::function<void()> activity, std::function<void()> lost) override {
+    Watch watch(std::function<void()> activity, std::function<void()> lost) override {
         activity_ = std::move(activity);
         activityLost_ = std::move(lost);
-        return watch;
+        return activityWatch;
     }
     void lock() const { call(locked_); }
     void unlock() const { call(unlocked_); }
     void activity() const { call(activity_); }
     void loseActivity() const { call(activityLost_); }
 
-    Watch watch = Watch::Working; ///< what the program is answered when it asks for activity
+    Watch activityWatch = Watch::Working; ///< what the program is answered when it asks for activity
 
   private:
     static void call(const std::function<void()>& event) {

@@ -240,11 +240,33 @@ Run suspend(std::string_view rest) {
     return [slept = seconds(rest)](Desk& desk) { desk.suspend(slept); };
 }
 
+/// Something that happens at the desk and needs no further word.
+std::function<Run(std::string_view)> event(void (ScriptedEvents::*happens)() const) {
+    return [happens](std::string_view rest) {
+        expectNothing(rest);
+        return [happens](Desk& desk) { (desk.events.*happens)(); };
+    };
+}
+
 const std::map<std::string, std::function<Run(std::string_view)>, std::less<>>& readers() {
     static const std::map<std::string, std::function<Run(std::string_view)>, std::less<>> all = {
-        {"zone", zone},   {"screens", screens}, {"store", store},     {"launch", launch}, {"pref", pref},
-        {"menu", menu},   {"skip", skip},       {"notice", notice},   {"style", style},   {"water", water},
-        {"point", point}, {"clock", clockStep}, {"suspend", suspend}, {"start", start},
+        {"zone", zone},
+        {"screens", screens},
+        {"store", store},
+        {"launch", launch},
+        {"pref", pref},
+        {"menu", menu},
+        {"skip", skip},
+        {"notice", notice},
+        {"style", style},
+        {"water", water},
+        {"point", point},
+        {"clock", clockStep},
+        {"suspend", suspend},
+        {"start", start},
+        {"lock", event(&ScriptedEvents::lock)},
+        {"unlock", event(&ScriptedEvents::unlock)},
+        {"activity", event(&ScriptedEvents::activity)},
     };
     return all;
 }

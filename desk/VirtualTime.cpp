@@ -88,4 +88,8 @@ void VirtualTime::asyncAfter(double seconds, std::shared_ptr<WorkItem> item) {
     });
 }
 
+Queue& VirtualTime::makeSerialQueue(const std::string& /*label*/) {
+    return *this;
+}
+
 } // namespace kelpa::desk

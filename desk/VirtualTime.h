@@ -6,13 +6,14 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <string>
 #include <vector>
 
 namespace kelpa::desk {
 
 /// A monotonic clock that moves only when told to, with the timers and the queue that run on it. Jobs due at
 /// one instant run in the order they were armed; a ticker counts as armed anew at each tick.
-class VirtualTime final : public TickerSource, public Queue {
+class VirtualTime final : public TickerSource, public Queue, public QueueSource {
   public:
     [[nodiscard]] std::int64_t microseconds() const { return now_; }
     [[nodiscard]] double seconds() const { return static_cast<double>(now_) / 1e6; }
@@ -26,6 +27,8 @@ class VirtualTime final : public TickerSource, public Queue {
     std::unique_ptr<Ticker> makeTicker(double interval) override;
     void async(std::function<void()> work) override;
     void asyncAfter(double seconds, std::shared_ptr<WorkItem> item) override;
+    /// In virtual time nothing runs beside anything else: the queue's work takes its turn with all other.
+    Queue& makeSerialQueue(const std::string& label) override;
 
     Subscription every(double interval, std::function<void()> tick);
 

@@ -168,6 +168,7 @@ class Demo:
     def run(self):
         self.program.write_settings({"pref.work.time": WORK_MINUTES, "pref.break.time": SHORT_SECONDS,
                                      "pref.short.break.times": 2, "pref.long.break.time": LONG_MINUTES,
+                                     "stop_timer_after_mouse_stop": False,  # nobody sits at this desktop
                                      **WATER, "pref.water.lastShowDate": time.time()})
         self.program.start("--speed", str(self.options.speed))
         teller = threading.Thread(target=self.show_log)

@@ -1,14 +1,13 @@
 #include "platform/linux/EventLoop.h"
 
+#include "platform/linux/Monotonic.h"
 #include "platform/linux/TimerQueue.h"
 
 #include <systemd/sd-event.h>
 
 #include <algorithm>
 #include <atomic>
-#include <cmath>
 #include <csignal>
-#include <ctime>
 #include <sys/epoll.h>
 #include <sys/eventfd.h>
 #include <sys/wait.h>
@@ -20,25 +19,8 @@ namespace kelpa {
 
 namespace {
 
-constexpr double microseconds = 1e6;
-/// Some three thousand years: longer waits are cut down to it, so that no sum of times overflows.
-constexpr double longestWait = 1e11;
 /// What the loop asks the kernel for; anything above 1 lets it come as late as that on every tick.
 constexpr std::uint64_t accuracy = 1;
-
-TimerQueue::Time monotonicNow() {
-    timespec now{};
-    clock_gettime(CLOCK_MONOTONIC, &now);
-    return static_cast<TimerQueue::Time>(now.tv_sec) * 1'000'000U +
-           static_cast<TimerQueue::Time>(now.tv_nsec) / 1000U;
-}
-
-/// Zero for what is not above zero, "not a number" included.
-TimerQueue::Time wait(double seconds) {
-    if (!(seconds > 0))
-        return 0;
-    return static_cast<TimerQueue::Time>(std::llround(std::min(seconds, longestWait) * microseconds));
-}
 
 void check(int result, const char* what) {
     if (result < 0)
@@ -62,7 +44,7 @@ class LoopTicker final : public Ticker {
         : queue_(std::move(queue)), interval_(interval), real_(real) {}
     [[nodiscard]] double interval() const override { return interval_; }
     Subscription connect(std::function<void()> tick) override {
-        return handleOf(queue_, queue_->add(monotonicNow() + real_, real_, std::move(tick)));
+        return handleOf(queue_, queue_->add(monotonicMicroseconds() + real_, real_, std::move(tick)));
     }
 
   private:
@@ -175,7 +157,7 @@ struct EventLoop::State {
     }
 
     std::shared_ptr<TimerQueue::Job> arm(TimerQueue::Time delay, std::function<void()> work) {
-        auto job = queue->add(monotonicNow() + delay, 0, std::move(work));
+        auto job = queue->add(monotonicMicroseconds() + delay, 0, std::move(work));
         wake();
         return job;
     }
@@ -202,7 +184,7 @@ struct EventLoop::State {
     static State& of(void* data) { return *static_cast<State*>(data); }
     static int onTime(sd_event_source*, std::uint64_t, void* data) noexcept {
         of(data).armedFor = 0;
-        of(data).queue->runDue(monotonicNow(), of(data).stopped);
+        of(data).queue->runDue(monotonicMicroseconds(), of(data).stopped);
         return 0;
     }
     static int onWake(sd_event_source*, int fd, std::uint32_t, void*) noexcept {
@@ -229,7 +211,7 @@ EventLoop::EventLoop(double speed) : state_(std::make_unique<State>(speed)) {}
 EventLoop::~EventLoop() = default;
 
 std::unique_ptr<Ticker> EventLoop::makeTicker(double interval) {
-    const auto real = std::max<TimerQueue::Time>(1, wait(interval / state_->speed));
+    const auto real = std::max<TimerQueue::Time>(1, microsecondsOf(interval / state_->speed));
     return std::make_unique<LoopTicker>(state_->queue, interval, real);
 }
 
@@ -238,7 +220,7 @@ void EventLoop::async(std::function<void()> work) {
 }
 
 void EventLoop::asyncAfter(double seconds, std::shared_ptr<WorkItem> item) {
-    const auto job = state_->arm(wait(seconds / state_->speed), [item] { item->perform(); });
+    const auto job = state_->arm(microsecondsOf(seconds / state_->speed), [item] { item->perform(); });
     const auto leave = std::make_shared<Subscription>(handleOf(state_->queue, job));
     item->onCancel([leave] { leave->cancel(); });
     // An item that was cancelled before it could be told how to leave must not stay behind either.
@@ -251,7 +233,7 @@ void EventLoop::terminate() {
 }
 
 Subscription EventLoop::afterReal(double seconds, std::function<void()> work) {
-    return handleOf(state_->queue, state_->arm(wait(seconds), std::move(work)));
+    return handleOf(state_->queue, state_->arm(microsecondsOf(seconds), std::move(work)));
 }
 
 Subscription EventLoop::watch(int fd, std::function<void()> readable) {
@@ -270,9 +252,9 @@ Subscription EventLoop::watchChild(int pid, std::function<void(int status)> ende
 }
 
 bool EventLoop::runUntil(const std::function<bool()>& reached, double seconds) {
-    const TimerQueue::Time end = monotonicNow() + wait(seconds);
+    const TimerQueue::Time end = monotonicMicroseconds() + microsecondsOf(seconds);
     while (!reached() && !state_->stopped) {
-        const TimerQueue::Time now = monotonicNow();
+        const TimerQueue::Time now = monotonicMicroseconds();
         if (now >= end || sd_event_run(state_->event, end - now) < 0)
             break;
     }

@@ -31,7 +31,7 @@ std::vector<std::unique_ptr<ActivitySource>> activitySources() {
 } // namespace
 
 Program::Program(EventLoop& loop, X11Connection& display, double speed, Instance& instance)
-    : loop_(loop), folders_(dataFolders()), clock_(speed), store_(settingsFile(), *this),
+    : loop_(loop), queues_(speed), folders_(dataFolders()), clock_(speed), store_(settingsFile(), *this),
       screens_(loop, display), focus_(display),
       windows_({loop, screens_, focus_, *this}, helperPath("kelpa-view")), about_(windows_),
       preferences_(windows_), tray_(loop, display, *this, helperPath("kelpa-tray")),
@@ -41,11 +41,11 @@ Program::Program(EventLoop& loop, X11Connection& display, double speed, Instance
           {AutostartFolders::ofEnvironment(), {build::identifier, build::displayName, programPath()}},
           programPath(), [this] { return portal(); }, systemLog_),
       mail_(loop, [this] { return portal(); }),
-      ports_{clock_,  loop,         loop,
-             store_,  statusBar_,   windows_,
-             system_, fonts_,       translations_,
-             random_, fatalErrors_, loop,
-             lock_,   activity_,    Services{&loginItem_, nullptr, &mail_, &about_, &preferences_}},
+      ports_{
+          clock_, loop,          loop,      queues_,
+          store_, statusBar_,    windows_,  system_,
+          fonts_, translations_, random_,   fatalErrors_,
+          loop,   lock_,         activity_, Services{&loginItem_, nullptr, &mail_, &about_, &preferences_}},
       logFiles_(clock_), application_(ports_, logFiles_), remote_(loop), instance_(instance),
       notice_(loop, noticeDesktop()) {}
 

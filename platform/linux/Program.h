@@ -9,6 +9,7 @@
 #include "platform/linux/LinuxClock.h"
 #include "platform/linux/LinuxFonts.h"
 #include "platform/linux/LinuxSystemInfo.h"
+#include "platform/linux/SerialQueues.h"
 #include "platform/linux/SilentLock.h"
 #include "platform/linux/control/ControlObject.h"
 #include "platform/linux/control/Instance.h"
@@ -60,6 +61,7 @@ class Program final : private StoreReport, private WindowReport, private Instanc
     TrayNotice::Desktop noticeDesktop();
 
     EventLoop& loop_;
+    SerialQueues queues_;
     DataFolders folders_;
     LinuxClock clock_;
     PlistStore store_;

@@ -4,7 +4,9 @@
 
 #import <dispatch/dispatch.h>
 
+#include <memory>
 #include <string>
+#include <vector>
 
 namespace kelpa {
 
@@ -21,7 +23,16 @@ class DispatchQueue final : public Queue {
     double speed_;
 };
 
-/// A serial queue of its own, with default attributes and default quality of service.
-[[nodiscard]] dispatch_queue_t makeSerialDispatchQueue(const std::string& label);
+/// Serial queues with default attributes and default quality of service. Delays pass `speed` times as fast as
+/// real time.
+class SerialDispatchQueues final : public QueueSource {
+  public:
+    explicit SerialDispatchQueues(double speed) : speed_(speed) {}
+    Queue& makeSerialQueue(const std::string& label) override;
+
+  private:
+    double speed_;
+    std::vector<std::unique_ptr<DispatchQueue>> queues_;
+};
 
 } // namespace kelpa

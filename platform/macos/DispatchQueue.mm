@@ -45,9 +45,10 @@ void DispatchQueue::asyncAfter(double seconds, std::shared_ptr<WorkItem> item) {
         dispatch_source_cancel(timer);
 }
 
-dispatch_queue_t makeSerialDispatchQueue(const std::string& label) {
-    return dispatch_queue_create_with_target(label.c_str(), DISPATCH_QUEUE_SERIAL,
-                                             dispatch_get_global_queue(QOS_CLASS_DEFAULT, 0));
+Queue& SerialDispatchQueues::makeSerialQueue(const std::string& label) {
+    const dispatch_queue_t queue = dispatch_queue_create_with_target(
+        label.c_str(), DISPATCH_QUEUE_SERIAL, dispatch_get_global_queue(QOS_CLASS_DEFAULT, 0));
+    return *queues_.emplace_back(std::make_unique<DispatchQueue>(queue, speed_));
 }
 
 } // namespace kelpa

@@ -8,7 +8,7 @@ namespace kelpa {
 /// modifier keys are seen only once the user has allowed the application to watch the keyboard.
 class GlobalActivity final : public ActivityMonitor {
   public:
-    void observe(std::function<void()> activity) override;
+    Watch watch(std::function<void()> activity, std::function<void()> lost) override;
 };
 
 } // namespace kelpa

@@ -16,12 +16,13 @@ constexpr NSEventMask watched = NSEventMaskLeftMouseDown | NSEventMaskLeftMouseU
 
 } // namespace
 
-void GlobalActivity::observe(std::function<void()> activity) {
+ActivityMonitor::Watch GlobalActivity::watch(std::function<void()> activity, std::function<void()> /*lost*/) {
     // The monitor watches to the end of the process, so that nobody keeps its handle.
-    (void)[NSEvent addGlobalMonitorForEventsMatchingMask:watched
-                                                 handler:^(NSEvent*) {
-                                                   callCore(activity);
-                                                 }];
+    const id monitor = [NSEvent addGlobalMonitorForEventsMatchingMask:watched
+                                                              handler:^(NSEvent*) {
+                                                                callCore(activity);
+                                                              }];
+    return monitor != nil ? Watch::Working : Watch::None;
 }
 
 } // namespace kelpa

@@ -46,6 +46,7 @@ class Program final : private ApplicationLoop {
     MacClock clock_;
     RunLoopTickers tickers_;
     DispatchQueue mainQueue_;
+    SerialDispatchQueues queues_;
     UserDefaultsStore store_;
     MacStatusBar statusBar_;
     MacWindowSystem windows_;

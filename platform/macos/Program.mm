@@ -18,11 +18,11 @@ void logCritical(const std::string& message) {
 } // namespace
 
 Program::Program(double speed)
-    : clock_(speed), tickers_(speed), mainQueue_(dispatch_get_main_queue(), speed), fatalErrors_(logCritical),
-      loginItem_(AppInfo::loginItemIdentifier()),
-      updater_(makeMacUpdater()), ports_{clock_,       tickers_, mainQueue_, store_,        statusBar_,
-                                         windows_,     system_,  fonts_,     translations_, random_,
-                                         fatalErrors_, *this,    lock_,      activity_,     services()},
+    : clock_(speed), tickers_(speed), mainQueue_(dispatch_get_main_queue(), speed), queues_(speed),
+      fatalErrors_(logCritical), loginItem_(AppInfo::loginItemIdentifier()),
+      updater_(makeMacUpdater()), ports_{clock_,   tickers_, mainQueue_, queues_,       store_,  statusBar_,
+                                         windows_, system_,  fonts_,     translations_, random_, fatalErrors_,
+                                         *this,    lock_,    activity_,  services()},
       logFiles_(clock_), application_(ports_, logFiles_) {}
 
 Program::~Program() = default;

@@ -22,7 +22,7 @@ class ActivityMonitor {
     virtual ~ActivityMonitor() = default;
     /// Called once; both run on the main thread for the rest of the process: `activity` at each event, also
     /// where there was nothing to watch at first, and `lost` when nothing will tell of activity any more.
-    virtual Watch observe(std::function<void()> activity, std::function<void()> lost) = 0;
+    virtual Watch watch(std::function<void()> activity, std::function<void()> lost) = 0;
 };
 
 } // namespace kelpa

@@ -22,6 +22,7 @@ struct Ports {
     Clock& clock;
     TickerSource& tickers;
     Queue& mainQueue;
+    QueueSource& queues;
     DefaultsStore& defaults;
     StatusBar& statusBar;
     WindowSystem& windows;

@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <memory>
+#include <string>
 
 namespace kelpa {
 
@@ -18,6 +19,14 @@ class Queue {
     /// or less means as soon as the queue gets to it. The queue shares the item until it ran or was
     /// cancelled.
     virtual void asyncAfter(double seconds, std::shared_ptr<WorkItem> item) = 0;
+};
+
+class QueueSource {
+  public:
+    virtual ~QueueSource() = default;
+    /// A queue that runs its work one piece after another, beside the main thread where the platform has
+    /// threads. `label` tells a person who looks at the process what the queue is for. The source owns it.
+    virtual Queue& makeSerialQueue(const std::string& label) = 0;
 };
 
 } // namespace kelpa

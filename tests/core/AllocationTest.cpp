@@ -17,7 +17,8 @@ std::size_t allocationsInTicks(test::Play& play, int seconds) {
 
 TEST(Tick, AllocatesNothingDuringWorkOrABreak) {
     test::Play play({"title", "count"});
-    play("screens 1 2\nstore pref.work.time int 120\nstore pref.break.time int 7200\nlaunch\n+1\n");
+    play("screens 1 2\n" + test::mouseMayRest +
+         "store pref.work.time int 120\nstore pref.break.time int 7200\nlaunch\n+1\n");
     EXPECT_EQ(allocationsInTicks(play, 7000), 0U);
     play("+300\n");
     EXPECT_EQ(allocationsInTicks(play, 7000 - 150), 0U);

@@ -11,6 +11,7 @@ namespace kelpa {
 namespace {
 
 using test::Lines;
+using test::mouseMayRest;
 using test::Play;
 
 constexpr const char* minuteCycle = "store pref.work.time int 1\n"
@@ -74,7 +75,7 @@ Lines expectedEnds(std::int64_t until, std::int64_t work, std::int64_t shortBrea
 
 TEST(Cycle, ADayOfDefaults) {
     Play play({"title", "count"});
-    const Lines day = play("launch\n+86400\n");
+    const Lines day = play(mouseMayRest + "launch\n+86400\n");
     EXPECT_EQ(ends(day), expectedEnds(86400, 1500, 300, 900, 4));
     // Each work period logs a start, each end of either kind its own lines; nothing else may happen.
     const auto has = [&](const char* text) {
@@ -93,7 +94,7 @@ TEST(Cycle, ADayOfDefaults) {
 void expectCycleOf(int cycle) {
     Play play({"title", "count"});
     const auto journal =
-        play("store pref.short.break.times int " + std::to_string(cycle) +
+        play(mouseMayRest + "store pref.short.break.times int " + std::to_string(cycle) +
              "\nstore pref.break.time int 20\nstore pref.long.break.time int 5\nlaunch\n+20000\n");
     EXPECT_EQ(ends(journal), expectedEnds(20000, 1500, 20, 300, cycle));
 }
@@ -148,7 +149,7 @@ TEST(Cycle, SkipOnEitherScreenEndsTheBreakEverywhere) {
 
 TEST(Cycle, PauseStopsWorkWhereItIsAndResumingStartsAfresh) {
     Play play;
-    play("launch\n+100\n");
+    play(mouseMayRest + "launch\n+100\n");
     EXPECT_EQ(play("menu pause\n+1000\n"), (Lines{"100.000 log info ticktack timer stoped 1.0",
                                                   "100.000 item pause play.circle \"- Wrok -\""}));
     EXPECT_EQ(play("pref workTime 2\n"), (Lines{"1100.000 set pref.work.time int 2"}));
@@ -224,7 +225,7 @@ TEST(Cycle, HoursAreShownWhole) {
 
 TEST(Cycle, ACycleLengthOfZeroEndsTheProgram) {
     Play play({"title"});
-    play("launch\n+1499\nstore pref.short.break.times int 0\n");
+    play(mouseMayRest + "launch\n+1499\nstore pref.short.break.times int 0\n");
     EXPECT_THROW(play("+1\n"), desk::FatalEnd);
     EXPECT_EQ(play.journal.lines().back(), "1500.000 fatal Division by zero in remainder operation");
 }

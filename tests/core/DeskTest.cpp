@@ -6,6 +6,7 @@ namespace kelpa {
 namespace {
 
 using test::Lines;
+using test::mouseMayRest;
 using test::Play;
 
 std::string problem(const std::string& script) {
@@ -42,7 +43,7 @@ TEST(Script, StopsWhereTheDeskIsNotReady) {
 
 TEST(Script, TimeZonesStepsAndSleepMoveTheWallClockAlone) {
     Play play({"title", "item"});
-    play("start 2026-11-23T08:59:00\nzone Europe/Berlin\nlaunch\n");
+    play("start 2026-11-23T08:59:00\nzone Europe/Berlin\n" + mouseMayRest + "launch\n");
     desk::VirtualClock& clock = play.desk.clock;
     EXPECT_EQ(clock.civil(clock.now()), (CivilTime{2026, 11, 23, 8, 59, 0}));
     play("+1.25\nclock +3600\n");

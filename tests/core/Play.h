@@ -33,4 +33,7 @@ class Play {
 
 using Lines = std::vector<std::string>;
 
+/// Nobody moves the mouse on a written desk; this lets the cycle run all the same.
+inline const std::string mouseMayRest = "store stop_timer_after_mouse_stop bool false\n";
+
 } // namespace kelpa::test

@@ -16,7 +16,9 @@ SPEED = 20
 # A work period lasts a minute of the program, three seconds here; breaks last until a test ends them.
 WORK = 60
 LONG_ENOUGH = 3000
-SETTINGS = {"pref.work.time": 1, "pref.break.time": LONG_ENOUGH, "pref.short.break.times": 100}
+# Nobody moves the mouse all the time; the tests of that rule switch it on.
+SETTINGS = {"pref.work.time": 1, "pref.break.time": LONG_ENOUGH, "pref.short.break.times": 100,
+            "stop_timer_after_mouse_stop": False}
 
 
 class DesktopTest(unittest.TestCase):

@@ -8,7 +8,7 @@ DesktopActivity::DesktopActivity(const ActivityGate& gate, WindowReport& report,
                                  std::vector<std::unique_ptr<ActivitySource>> sources)
     : gate_(gate), report_(report), sources_(std::move(sources)) {}
 
-ActivityMonitor::Watch DesktopActivity::observe(std::function<void()> activity, std::function<void()> lost) {
+ActivityMonitor::Watch DesktopActivity::watch(std::function<void()> activity, std::function<void()> lost) {
     activity_ = std::move(activity);
     lost_ = std::move(lost);
     return start() == ActivitySource::Start::Watching ? Watch::Working : Watch::None;

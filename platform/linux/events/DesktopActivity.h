@@ -18,7 +18,7 @@ class DesktopActivity final : public ActivityMonitor, private ActivitySink {
     DesktopActivity(const ActivityGate& gate, WindowReport& report,
                     std::vector<std::unique_ptr<ActivitySource>> sources);
 
-    Watch observe(std::function<void()> activity, std::function<void()> lost) override;
+    Watch watch(std::function<void()> activity, std::function<void()> lost) override;
 
   private:
     void happened() override;

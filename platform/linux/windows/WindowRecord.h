@@ -46,8 +46,6 @@ class WindowRecord {
     WindowRecord& operator=(const WindowRecord&) = delete;
 
     [[nodiscard]] bool visible() const { return visible_; }
-    /// Visible, and not on its way out.
-    [[nodiscard]] bool staying() const { return visible_ && alpha_ > 0; }
     [[nodiscard]] const std::string& connector() const { return place_.connector; }
     [[nodiscard]] int id() const { return id_; }
     [[nodiscard]] Presence presence() const { return presence_; }
