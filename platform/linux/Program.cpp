@@ -36,7 +36,8 @@ Program::Program(EventLoop& loop, X11Connection& display, double speed, Instance
       windows_({loop, screens_, focus_, *this}, helperPath("kelpa-view")), about_(windows_),
       preferences_(windows_), tray_(loop, display, *this, helperPath("kelpa-tray")),
       fallback_(loop, statusBar_, tray_), fonts_(folders_.data), translations_(folders_.locale),
-      fatalErrors_(logCritical), gate_(windows_), activity_(gate_, *this, activitySources()),
+      fatalErrors_(logCritical), lock_(loop), gate_(lock_, windows_),
+      activity_(gate_, *this, activitySources()),
       loginItem_(
           {AutostartFolders::ofEnvironment(), {build::identifier, build::displayName, programPath()}},
           programPath(), [this] { return portal(); }, systemLog_),

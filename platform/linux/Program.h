@@ -10,12 +10,12 @@
 #include "platform/linux/LinuxFonts.h"
 #include "platform/linux/LinuxSystemInfo.h"
 #include "platform/linux/SerialQueues.h"
-#include "platform/linux/SilentLock.h"
 #include "platform/linux/control/ControlObject.h"
 #include "platform/linux/control/Instance.h"
 #include "platform/linux/control/TrayNotice.h"
 #include "platform/linux/events/DeskGate.h"
 #include "platform/linux/events/DesktopActivity.h"
+#include "platform/linux/events/DesktopLock.h"
 #include "platform/linux/services/LinuxLoginItem.h"
 #include "platform/linux/services/LinuxMail.h"
 #include "platform/linux/status/LinuxStatusBar.h"
@@ -78,7 +78,7 @@ class Program final : private StoreReport, private WindowReport, private Instanc
     GettextTranslations translations_;
     SystemRandom random_;
     AbortOnFatalErrors fatalErrors_;
-    SilentLock lock_;
+    DesktopLock lock_;
     DeskGate gate_;
     DesktopActivity activity_;
     Syslog systemLog_;

@@ -14,22 +14,23 @@
 
 namespace kelpa::test {
 
-/// A session bus that only this test knows; the environment points to it.
+/// A bus that only this test knows; the environment points to it.
 class PrivateBus {
   public:
-    PrivateBus() {
+    /// `variable` is what programs find this bus by. A bus at a given address can be started there again.
+    explicit PrivateBus(const char* variable = "DBUS_SESSION_BUS_ADDRESS", const std::string& at = {}) {
         int ends[2] = {-1, -1};
         if (pipe(ends) != 0)
             std::abort();
         pid_ = fork();
         if (pid_ == 0)
-            become(ends[1]);
+            become(ends[1], at);
         close(ends[1]);
         char byte = 0;
         while (read(ends[0], &byte, 1) == 1 && byte != '\n')
             address_ += byte;
         close(ends[0]);
-        setenv("DBUS_SESSION_BUS_ADDRESS", address_.c_str(), 1);
+        setenv(variable, address_.c_str(), 1);
     }
     ~PrivateBus() { end(); }
     PrivateBus(const PrivateBus&) = delete;
@@ -45,10 +46,11 @@ class PrivateBus {
     }
 
   private:
-    [[noreturn]] static void become(int output) {
+    [[noreturn]] static void become(int output, const std::string& at) {
         dup2(output, STDOUT_FILENO);
+        const std::string address = "--address=" + at;
         execlp("dbus-daemon", "dbus-daemon", "--session", "--nofork", "--nopidfile", "--print-address",
-               nullptr);
+               at.empty() ? nullptr : address.c_str(), nullptr);
         _exit(127);
     }
     pid_t pid_ = 0;
@@ -63,8 +65,9 @@ using Message = std::unique_ptr<sd_bus_message, ReleaseMessage>;
 /// Another program on the bus, served by the test's own loop: what it asks, the tested object can answer.
 class Peer {
   public:
-    explicit Peer(EventLoop& loop) : loop_(loop) {
-        sd_bus_open_user(&bus_);
+    using Opener = int (*)(sd_bus**);
+    explicit Peer(EventLoop& loop, Opener opener = sd_bus_open_user) : loop_(loop) {
+        opener(&bus_);
         sd_bus_set_exit_on_disconnect(bus_, 0);
         sd_bus_attach_event(bus_, loop.handle(), 0);
     }

@@ -1,18 +1,20 @@
 #pragma once
 
 #include "platform/linux/events/ActivityGate.h"
+#include "platform/linux/events/DesktopLock.h"
 #include "platform/linux/windows/OwnWindows.h"
 
 namespace kelpa {
 
-/// Open while the desk is not covered by a break.
+/// Open while somebody can work at the desk.
 class DeskGate final : public ActivityGate {
   public:
-    /// The windows outlive the gate.
-    explicit DeskGate(const OwnWindows& windows) : windows_(windows) {}
-    [[nodiscard]] bool open() const override { return !windows_.coverEveryScreen(); }
+    /// Both outlive the gate.
+    DeskGate(const DesktopLock& lock, const OwnWindows& windows) : lock_(lock), windows_(windows) {}
+    [[nodiscard]] bool open() const override { return !lock_.locked() && !windows_.coverEveryScreen(); }
 
   private:
+    const DesktopLock& lock_;
     const OwnWindows& windows_;
 };
 

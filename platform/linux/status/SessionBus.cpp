@@ -5,8 +5,16 @@
 namespace kelpa {
 
 std::unique_ptr<SessionBus> SessionBus::open(EventLoop& loop, std::string& why) {
+    return openWith(sd_bus_open_user, loop, why);
+}
+
+std::unique_ptr<SessionBus> SessionBus::openSystem(EventLoop& loop, std::string& why) {
+    return openWith(sd_bus_open_system, loop, why);
+}
+
+std::unique_ptr<SessionBus> SessionBus::openWith(Opener opener, EventLoop& loop, std::string& why) {
     sd_bus* connection = nullptr;
-    int result = sd_bus_open_user(&connection);
+    int result = opener(&connection);
     if (result < 0) {
         why = std::strerror(-result);
         return nullptr;

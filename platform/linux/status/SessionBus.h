@@ -45,6 +45,8 @@ class SessionBus {
   public:
     /// Null when the session has no bus; `why` then says what is missing. The loop outlives the bus.
     static std::unique_ptr<SessionBus> open(EventLoop& loop, std::string& why);
+    /// The same for the machine's bus, on which the system tells of the user's session.
+    static std::unique_ptr<SessionBus> openSystem(EventLoop& loop, std::string& why);
     ~SessionBus();
     SessionBus(const SessionBus&) = delete;
     SessionBus& operator=(const SessionBus&) = delete;
@@ -56,6 +58,8 @@ class SessionBus {
 
   private:
     explicit SessionBus(sd_bus* bus) : bus_(bus) {}
+    using Opener = int (*)(sd_bus**);
+    static std::unique_ptr<SessionBus> openWith(Opener opener, EventLoop& loop, std::string& why);
     void watchEnd();
     void disconnected(sd_bus_message* message);
 
