@@ -2,6 +2,7 @@
 
 #include "logging/SharedLogger.h"
 #include "platform/linux/BuildConfig.h"
+#include "platform/linux/events/X11Activity.h"
 
 namespace kelpa {
 
@@ -23,8 +24,10 @@ void logCritical(const std::string& message) {
 }
 
 /// The best source that this desktop may have comes first.
-std::vector<std::unique_ptr<ActivitySource>> activitySources() {
+std::vector<std::unique_ptr<ActivitySource>> activitySources(EventLoop& loop, const ActivityGate& gate,
+                                                             const OwnWindows& windows) {
     std::vector<std::unique_ptr<ActivitySource>> sources;
+    sources.push_back(std::make_unique<X11Activity>(loop, gate, windows));
     return sources;
 }
 
@@ -37,7 +40,7 @@ Program::Program(EventLoop& loop, X11Connection& display, double speed, Instance
       preferences_(windows_), tray_(loop, display, *this, helperPath("kelpa-tray")),
       fallback_(loop, statusBar_, tray_), fonts_(folders_.data), translations_(folders_.locale),
       fatalErrors_(logCritical), lock_(loop), gate_(lock_, windows_),
-      activity_(gate_, *this, activitySources()),
+      activity_(gate_, *this, activitySources(loop, gate_, windows_)),
       loginItem_(
           {AutostartFolders::ofEnvironment(), {build::identifier, build::displayName, programPath()}},
           programPath(), [this] { return portal(); }, systemLog_),

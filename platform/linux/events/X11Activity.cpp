@@ -1,0 +1,213 @@
+#include "platform/linux/events/X11Activity.h"
+
+#include "platform/linux/events/XcbKeyboard.h"
+
+namespace kelpa {
+
+namespace {
+
+/// Raw events that come whoever has grabbed the pointer need this much of the extension.
+constexpr std::uint16_t inputMajor = 2;
+constexpr std::uint16_t inputMinor = 2;
+constexpr std::uint32_t leftButton = 1;
+constexpr std::uint32_t rightButton = 3;
+/// The first two axes move the pointer; wheels turn on others.
+constexpr std::uint32_t pointerAxes = 0b11;
+constexpr double lookSeconds = 1.0;
+/// A window manager's frame, the program's window in it, and some more for those who nest deeper.
+constexpr int deepestWindow = 6;
+constexpr std::uint8_t sentEventBit = 0x80;
+
+std::uint8_t typeOf(const xcb_generic_event_t& event) {
+    return static_cast<std::uint8_t>(event.response_type & ~sentEventBit);
+}
+
+} // namespace
+
+X11Activity::X11Activity(EventLoop& loop, const ActivityGate& gate, const OwnWindows& windows)
+    : loop_(loop), gate_(gate), windows_(windows) {}
+
+X11Activity::~X11Activity() {
+    if (look_)
+        look_->cancel();
+}
+
+ActivitySource::Start X11Activity::start(ActivitySink& sink) {
+    sink_ = &sink;
+    connection_ = X11Connection::open(loop_, [this] { sink_->failed("the X server is gone"); });
+    if (!connection_ || !queryInput())
+        return Start::Absent;
+    pid_ = connection_->atom("_NET_WM_PID");
+    events_ = connection_->listen([this](const xcb_generic_event_t& event) { handle(event); });
+    select(Motion::Told);
+    watchModifiers();
+    connection_->settle();
+    return Start::Watching;
+}
+
+bool X11Activity::queryInput() {
+    const auto* extension = xcb_get_extension_data(connection_->get(), &xcb_input_id);
+    if (extension == nullptr || extension->present == 0)
+        return false;
+    inputOpcode_ = extension->major_opcode;
+    const auto cookie = xcb_input_xi_query_version(connection_->get(), inputMajor, inputMinor);
+    const X11Reply<xcb_input_xi_query_version_reply_t> version(
+        xcb_input_xi_query_version_reply(connection_->get(), cookie, nullptr));
+    return version && (version->major_version > inputMajor ||
+                       (version->major_version == inputMajor && version->minor_version >= inputMinor));
+}
+
+/// The server tells when a modifier goes down or up, and nothing of any other key.
+void X11Activity::watchModifiers() {
+    const auto* extension = xcb_get_extension_data(connection_->get(), &xcb_xkb_id);
+    if (extension == nullptr || extension->present == 0)
+        return;
+    const auto cookie =
+        xcb_xkb_use_extension(connection_->get(), XCB_XKB_MAJOR_VERSION, XCB_XKB_MINOR_VERSION);
+    const X11Reply<xcb_xkb_use_extension_reply_t> reply(
+        xcb_xkb_use_extension_reply(connection_->get(), cookie, nullptr));
+    if (!reply || reply->supported == 0)
+        return;
+    keyboardEvent_ = extension->first_event;
+    xcb_xkb_select_events_details_t details{};
+    details.affectState = details.stateDetails = XCB_XKB_STATE_PART_MODIFIER_BASE;
+    xcb_xkb_select_events_aux(connection_->get(), XCB_XKB_ID_USE_CORE_KBD, XCB_XKB_EVENT_TYPE_STATE_NOTIFY, 0,
+                              0, 0, 0, &details);
+    xcb_flush(connection_->get());
+}
+
+/// Master devices speak for every device that is attached to them, also later.
+void X11Activity::select(Motion motion) {
+    struct {
+        xcb_input_event_mask_t head;
+        std::uint32_t mask;
+    } events = {};
+    events.head.deviceid = XCB_INPUT_DEVICE_ALL_MASTER;
+    events.head.mask_len = 1;
+    events.mask = XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_PRESS | XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_RELEASE;
+    if (motion == Motion::Told)
+        events.mask |= XCB_INPUT_XI_EVENT_MASK_RAW_MOTION;
+    xcb_input_xi_select_events(connection_->get(), connection_->root(), 1, &events.head);
+    xcb_flush(connection_->get());
+}
+
+void X11Activity::handle(const xcb_generic_event_t& event) {
+    const std::uint8_t type = typeOf(event);
+    if (type == XCB_GE_GENERIC)
+        handleRaw(reinterpret_cast<const xcb_ge_generic_event_t&>(event));
+    else if (keyboardEvent_ != 0 && type == keyboardEvent_)
+        handleModifiers(event);
+}
+
+void X11Activity::handleRaw(const xcb_ge_generic_event_t& event) {
+    if (event.extension != inputOpcode_)
+        return;
+    const auto& raw = reinterpret_cast<const RawEvent&>(event);
+    if (event.event_type == XCB_INPUT_RAW_MOTION)
+        handleMotion(raw);
+    else if ((event.event_type == XCB_INPUT_RAW_BUTTON_PRESS ||
+              event.event_type == XCB_INPUT_RAW_BUTTON_RELEASE) &&
+             (raw.detail == leftButton || raw.detail == rightButton) && gate_.open())
+        told(overOwnWindow(pointer().window));
+}
+
+/// The rest of this second is not wanted, also not of a wheel, whose turning does not count.
+void X11Activity::handleMotion(const RawEvent& raw) {
+    if (look_)
+        return;
+    keepMotion();
+    if (!gate_.open())
+        return;
+    last_ = pointer();
+    const auto* axes = xcb_input_raw_button_press_valuator_mask(&raw);
+    if (raw.valuators_len > 0 && (*axes & pointerAxes) != 0)
+        told(overOwnWindow(last_.window));
+}
+
+void X11Activity::keepMotion() {
+    select(Motion::Kept);
+    look_ = std::make_shared<WorkItem>([this] { look(); });
+    loop_.asyncAfter(lookSeconds, look_);
+}
+
+/// A mouse that moved on since it was looked at last is looked at again in a second; one that rests wakes us
+/// when it moves again.
+void X11Activity::look() {
+    look_ = nullptr;
+    if (gate_.open() && pointerMoved()) {
+        keepMotion();
+        return told(overOwnWindow(last_.window));
+    }
+    select(Motion::Told);
+    // What moved between the look and the server's knowing that we listen again must not be missed.
+    if (gate_.open() && pointerMoved())
+        told(overOwnWindow(last_.window));
+}
+
+bool X11Activity::pointerMoved() {
+    const Pointer before = last_;
+    last_ = pointer();
+    return last_.x != before.x || last_.y != before.y;
+}
+
+/// A state that a program changed, and no key, is nobody's activity.
+void X11Activity::handleModifiers(const xcb_generic_event_t& event) {
+    const auto& state = reinterpret_cast<const xcb_xkb_state_notify_event_t&>(event);
+    if (state.xkbType == XCB_XKB_STATE_NOTIFY && state.keycode != 0 && gate_.open())
+        told(focusInOwnWindow());
+}
+
+void X11Activity::told(bool inOwnWindow) {
+    if (!inOwnWindow)
+        sink_->happened();
+}
+
+X11Activity::Pointer X11Activity::pointer() {
+    const auto cookie = xcb_query_pointer(connection_->get(), connection_->root());
+    const X11Reply<xcb_query_pointer_reply_t> reply(
+        xcb_query_pointer_reply(connection_->get(), cookie, nullptr));
+    connection_->settle();
+    return reply ? Pointer{reply->root_x, reply->root_y, reply->child} : Pointer{};
+}
+
+xcb_window_t X11Activity::childUnderPointer(xcb_window_t window) {
+    const auto cookie = xcb_query_pointer(connection_->get(), window);
+    const X11Reply<xcb_query_pointer_reply_t> reply(
+        xcb_query_pointer_reply(connection_->get(), cookie, nullptr));
+    return reply ? reply->child : static_cast<xcb_window_t>(XCB_WINDOW_NONE);
+}
+
+/// Nothing is asked while no window of ours is there, which is nearly always.
+bool X11Activity::overOwnWindow(xcb_window_t window) {
+    if (!windows_.anyVisible())
+        return false;
+    for (int depth = 0; depth < deepestWindow && window != XCB_WINDOW_NONE; ++depth) {
+        if (own(window))
+            return true;
+        window = childUnderPointer(window);
+    }
+    return false;
+}
+
+bool X11Activity::focusInOwnWindow() {
+    if (!windows_.anyVisible())
+        return false;
+    const auto cookie = xcb_get_input_focus(connection_->get());
+    const X11Reply<xcb_get_input_focus_reply_t> focus(
+        xcb_get_input_focus_reply(connection_->get(), cookie, nullptr));
+    connection_->settle();
+    return focus && focus->focus > XCB_INPUT_FOCUS_POINTER_ROOT && own(focus->focus);
+}
+
+bool X11Activity::own(xcb_window_t window) {
+    const auto cookie = xcb_get_property(connection_->get(), 0, window, pid_, XCB_ATOM_CARDINAL, 0, 1);
+    const X11Reply<xcb_get_property_reply_t> reply(
+        xcb_get_property_reply(connection_->get(), cookie, nullptr));
+    connection_->settle();
+    if (!reply || xcb_get_property_value_length(reply.get()) != sizeof(std::uint32_t))
+        return false;
+    const auto pid = *static_cast<const std::uint32_t*>(xcb_get_property_value(reply.get()));
+    return windows_.viewPid() != 0 && pid == static_cast<std::uint32_t>(windows_.viewPid());
+}
+
+} // namespace kelpa
