@@ -136,11 +136,30 @@ class Screen:
         xtest.fake_input(self.display, X.MotionNotify, x=x, y=y)
         self.display.sync()
 
+    def push(self, right, down):
+        """Moves the pointer by a distance, as a mouse does."""
+        relative = 1
+        xtest.fake_input(self.display, X.MotionNotify, relative, x=right, y=down)
+        self.display.sync()
+
+    def push_for(self, seconds, times_a_second=50):
+        """Keeps the mouse moving to and fro about where it is."""
+        began = time.monotonic()
+        step = 0
+        while time.monotonic() - began < seconds:
+            self.push(3 if step // 5 % 2 == 0 else -3, 0)
+            step += 1
+            time.sleep(max(0.0, began + step / times_a_second - time.monotonic()))
+
+    def button(self, number=1):
+        """Presses and releases a button of the mouse where the pointer is."""
+        for kind in (X.ButtonPress, X.ButtonRelease):
+            xtest.fake_input(self.display, kind, number)
+        self.display.sync()
+
     def click(self, x, y, button=1):
         self.move(x, y)
-        for kind in (X.ButtonPress, X.ButtonRelease):
-            xtest.fake_input(self.display, kind, button)
-        self.display.sync()
+        self.button(button)
 
     def drag(self, x, y, right, down):
         """Drags from a point, in steps as a hand does."""

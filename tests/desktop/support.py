@@ -61,6 +61,28 @@ class DesktopTest(unittest.TestCase):
         self.screen.picture().save(picture)
         print(f"--- picture: {picture}; what the program said:", *program.lines()[-40:], sep="\n", file=sys.stderr)
 
+    def mock(self, template, *, system=False):
+        """Puts one of the test doubles that come with python3-dbusmock on a bus; gives what calls its methods."""
+        name, path = {"logind": ("org.freedesktop.login1", "/org/freedesktop/login1"),
+                      "gnome_screensaver": ("org.gnome.ScreenSaver", "/org/gnome/ScreenSaver")}[template]
+        double = self.session.spawn([sys.executable, "-m", "dbusmock", "--system" if system else "--session",
+                                     "--template", template])
+        self.addCleanup(Session.end, double)
+
+        def call(member, *arguments, at=path, interface=name):
+            tool = ["gdbus", "call", "--system" if system else "--session", "-d", name, "-o", at, "-m",
+                    f"{interface}.{member}", *arguments]
+            return self.session.run_tool(*tool).stdout
+
+        def answers():
+            try:
+                return call("Ping", at="/", interface="org.freedesktop.DBus.Peer")
+            except RuntimeError:
+                return None
+
+        wait_until(answers, 10, f"the double of {name}")
+        return call
+
     # Processes
 
     @staticmethod

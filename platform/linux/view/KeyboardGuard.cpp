@@ -12,7 +12,8 @@ using namespace std::chrono_literals;
 namespace {
 
 constexpr auto retryInterval = 100ms;
-constexpr auto quietTime = 60s;
+/// Screen lockers try for some four seconds to get the keyboard.
+constexpr auto quietTime = 2s;
 constexpr std::uint8_t sentEventBit = 0x80;
 
 } // namespace

@@ -8,9 +8,9 @@
 namespace kelpa {
 
 /// Keeps every key from what lies beneath, as long as a window is guarded: by an active grab of the keyboard,
-/// tried again while another program has one. When nobody has pressed a key for a minute, and the window has
+/// tried again while another program has one. When nobody has pressed a key for a moment, and the window has
 /// the focus anyway, the grab rests until the next key or until the focus goes elsewhere, because a screen
-/// locker that finds the keyboard grabbed cannot lock.
+/// locker that finds the keyboard grabbed cannot lock, and a break is when people leave their desk.
 class KeyboardGuard : public QObject, public QAbstractNativeEventFilter {
     Q_OBJECT
 

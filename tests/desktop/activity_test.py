@@ -1,0 +1,163 @@
+#!/usr/bin/python3
+"""The mouse at rest: what stops the cycle after five minutes, what starts it again, and what does neither."""
+import threading
+import time
+
+from support import DesktopTest, Session, main, wait_until
+from virtual_desktop import Screen, wait_for_cover
+
+# Five minutes of the program are three seconds here.
+FAST = 100
+LIMIT = 300 / FAST
+STOPPED = "ticktack timer stoped"
+HOURS = 600
+NEVER = {"pref.work.time": HOURS, "stop_timer_after_mouse_stop": True}
+STARTED = f"ticktack timer start {HOURS * 60}$"
+SCROLL_DOWN, BACK = 5, 8
+
+
+class Activity(DesktopTest):
+    MONITORS = 1
+    ROOM = 1
+
+    def start(self, settings=None, speed=FAST, **options):
+        program = self.launch({**NEVER, **(settings or {})}, speed=speed, **options)
+        program.wait_for("Activity is heard of from the X server", 10)
+        return program
+
+    def stops(self, program):
+        return program.count(STOPPED)
+
+    def wait_stopped(self, program, times, seconds=LIMIT + 5):
+        program.wait_for(STOPPED, seconds, times=times)
+        return time.monotonic()
+
+    def keep_moving(self, seconds):
+        """Moves the mouse meanwhile, over a connection of its own."""
+        def move():
+            screen = Screen(self.session.display)
+            screen.push_for(seconds)
+            screen.close()
+
+        mover = threading.Thread(target=move)
+        mover.start()
+        self.addCleanup(mover.join)
+        return mover
+
+    def test_the_cycle_stops_five_minutes_after_the_last_motion_and_the_next_starts_it(self):
+        program = self.start()
+        self.assertEqual(program.count("heard of"), 1)
+        self.settle(1)
+        self.screen.push_for(LIMIT + 1)
+        moved = time.monotonic()
+        self.assertEqual(self.stops(program), 1, "it stopped under a moving mouse")
+        self.assertAlmostEqual(self.wait_stopped(program, 2) - moved, LIMIT, delta=0.5)
+        self.settle(1)
+        self.assertEqual(program.count(STARTED), 1)
+        self.screen.push(4, 0)
+        program.wait_for(STARTED, 3, times=2)
+
+    def test_buttons_and_modifiers_count_and_other_keys_wheel_and_side_buttons_do_not(self):
+        program = self.start(speed=2 * FAST)
+        starts = 1
+        for act in (lambda: self.screen.button(1), lambda: self.screen.button(3),
+                    lambda: self.screen.press("Shift_L"), lambda: self.screen.press("Control_R"),
+                    lambda: self.screen.press("Alt_L"), lambda: self.screen.press("Caps_Lock")):
+            # It starts with a stop line of its own, and stops with the next.
+            self.wait_stopped(program, 2 * starts)
+            act()
+            starts += 1
+            program.wait_for(STARTED, 3, times=starts)
+        self.screen.press("Caps_Lock")
+        self.wait_stopped(program, 2 * starts)
+        self.screen.type("nobody is there 0")
+        for key in ("Return", "F5", "Escape", "Left"):
+            self.screen.press(key)
+        for button in (2, 4, SCROLL_DOWN, BACK):
+            self.screen.button(button)
+        self.settle(1)
+        self.assertEqual(program.count(STARTED), starts)
+
+    def test_a_mouse_of_many_events_a_second_wakes_the_program_once_or_twice(self):
+        program = self.start(speed=1)
+        self.settle(1)
+
+        def sleeps():
+            with open(f"/proc/{program.process.pid}/status", encoding="ascii") as status:
+                return next(int(line.split()[1]) for line in status if line.startswith("voluntary"))
+
+        def in_seconds(seconds, act):
+            before = sleeps()
+            act(seconds)
+            return (sleeps() - before) / seconds
+
+        rest = in_seconds(4, self.settle)
+        moving = in_seconds(4, lambda seconds: self.screen.push_for(seconds, 1000))
+        # The tick and what it sends; a look at the pointer is a question to the X server and its answer.
+        self.assertLess(moving - rest, 5)
+
+    def test_a_mouse_that_only_crosses_a_break_lets_it_run_to_its_end(self):
+        program = self.start({"pref.work.time": 1, "pref.short.break.times": 1})
+        wait_for_cover(self.session, self.monitors, 10)
+        program.wait_for("ticktack timer start 900$", 3)
+        mover = self.keep_moving(900 / FAST - 1)
+        program.wait_for("ticktack timer timesup for 900$", 900 / FAST + 5)
+        mover.join()
+        # The stops: at the start, at the break's beginning and at its end.
+        self.assertEqual(self.stops(program), 3)
+
+    def test_the_greeting_of_a_new_day_runs_to_its_end_under_a_moving_mouse(self):
+        saver = self.mock("gnome_screensaver")
+        program = self.start({"show_new_day_tip": True}, speed=2)
+        saver("SetActive", "true")
+        program.wait_for(STOPPED, 5, times=2)
+        settings = {**NEVER, "show_new_day_tip": True, "last_weakup_timestamp": time.time() - 2 * 86400}
+        program.write_settings(settings)
+        self.settle(0.5)
+        mover = self.keep_moving(6)
+        saver("SetActive", "false")
+        program.wait_for("ticktack timer start 10$", 3)
+        wait_for_cover(self.session, self.monitors, 5)
+        program.wait_for("ticktack timer timesup for 10$", 8)
+        program.wait_for(STARTED, 3, times=2)
+        # At the start, at the lock, where the greeting begins and where it ends.
+        self.assertEqual(self.stops(program), 4)
+        mover.join()
+
+    def test_a_mouse_over_the_water_panel_is_not_at_work(self):
+        noon = f"NOON{(time.gmtime().tm_hour - 12):+d}"
+        program = self.start({"pref.water.enable": True, "pref.water.lastShowDate": time.time()},
+                             environment={"TZ": noon})
+        item = program.item()
+        item.click_line(item.line("Water").id)
+        panel = wait_until(lambda: (self.screen.titled(lambda title: title == "Water Reminder") or [None])[0], 10,
+                           "the water panel")
+        self.screen.move(panel.x + 140, panel.y + 24)
+        self.settle(0.5)
+        stops, began = self.stops(program), time.monotonic()
+        mover = self.keep_moving(LIMIT + 3)
+        self.assertLess(self.wait_stopped(program, stops + 1) - began, LIMIT + 1)
+        self.screen.press("Shift_L")
+        mover.join()
+        self.assertEqual(program.count(STARTED), 1)
+        self.screen.move(200, 500)
+        self.screen.push(5, 5)
+        program.wait_for(STARTED, 3, times=2)
+        Session.end(program.process)
+        self.screen.move(5, 590)
+
+    def test_nothing_counts_while_the_screen_is_locked(self):
+        saver = self.mock("gnome_screensaver")
+        program = self.start()
+        saver("SetActive", "true")
+        self.wait_stopped(program, 2)
+        self.screen.push_for(1)
+        self.screen.press("Control_L")
+        self.settle(0.5)
+        self.assertEqual(program.count(STARTED), 1)
+        saver("SetActive", "false")
+        program.wait_for(STARTED, 3, times=2)
+
+
+if __name__ == "__main__":
+    main()

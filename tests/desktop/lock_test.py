@@ -1,0 +1,121 @@
+#!/usr/bin/python3
+"""Locking and unlocking the screen: what becomes of work and of a break, whoever locks."""
+import os
+import plistlib
+import signal
+import time
+
+from support import LONG_ENOUGH, WORK, DesktopTest, Session, main, wait_until
+from virtual_desktop import break_windows, wait_for_cover, wait_for_uncover
+
+STOPPED = "ticktack timer stoped"
+STARTED = f"ticktack timer start {WORK}$"
+SESSION_PATH, SESSION = "/org/freedesktop/login1/session/c1", "org.freedesktop.login1.Session"
+DOUBLE = "org.freedesktop.DBus.Mock"
+# Slow enough that no break comes by itself.
+SLOW = 1
+
+
+class Lock(DesktopTest):
+    def logind(self):
+        """Gives what calls the double of logind, with one session of ours."""
+        call = self.mock("logind", system=True)
+        call("AddSession", "c1", "seat0", str(os.getuid()), "tester", "true", interface=DOUBLE)
+        self.own_session = {"XDG_SESSION_ID": "c1"}
+        return call
+
+    @staticmethod
+    def hint(logind, locked):
+        logind("SetLockedHint", locked, at=SESSION_PATH, interface=SESSION)
+
+    @staticmethod
+    def request(logind, what):
+        logind("EmitSignal", SESSION, what, "", "[]", at=SESSION_PATH, interface=DOUBLE)
+
+    def test_several_that_tell_of_one_lock_count_once(self):
+        logind, saver = self.logind(), self.mock("gnome_screensaver")
+        program = self.launch(speed=SLOW, environment=self.own_session)
+        program.wait_for(STARTED, 10)
+        self.settle(0.5)
+        self.request(logind, "Lock")
+        self.settle(0.5)
+        self.assertEqual(program.count(STOPPED), 1, "a request that nobody obeyed stopped the cycle")
+        saver("SetActive", "true")
+        program.wait_for(STOPPED, 3, times=2)
+        self.hint(logind, "true")
+        self.request(logind, "Unlock")
+        program.wait_for(STARTED, 3, times=2)
+        saver("SetActive", "false")
+        self.hint(logind, "false")
+        self.settle(0.5)
+        self.assertEqual((program.count(STOPPED), program.count(STARTED)), (3, 2))
+
+    def test_a_break_is_taken_off_every_monitor_and_does_not_come_back(self):
+        logind = self.logind()
+        program = self.launch(environment=self.own_session)
+        wait_for_cover(self.session, self.monitors, 15)
+        self.hint(logind, "true")
+        program.wait_for(STOPPED, 3, times=3)
+        wait_for_uncover(self.session, 5)
+        self.settle(1)
+        self.assertEqual(break_windows(self.session), [])
+        self.hint(logind, "false")
+        program.wait_for(STARTED, 3, times=2)
+        self.assertEqual(program.count("skip break view"), 0)
+
+    def test_the_first_unlock_of_a_day_is_greeted(self):
+        logind = self.logind()
+        program = self.launch({"show_new_day_tip": True}, speed=2, environment=self.own_session)
+        program.wait_for(STARTED, 10)
+        self.settle(0.5)
+        self.hint(logind, "true")
+        program.wait_for(STOPPED, 3, times=2)
+        stored = plistlib.loads(program.settings_file().read_bytes())
+        self.assertAlmostEqual(stored["last_weakup_timestamp"], time.time(), delta=30)
+        program.write_settings({**stored, "last_weakup_timestamp": time.time() - 86400})
+        self.settle(0.3)
+        self.hint(logind, "false")
+        program.wait_for("ticktack timer start 10$", 3)
+        wait_for_cover(self.session, self.monitors, 5)
+        program.wait_for(STARTED, 10, times=2)
+        wait_for_uncover(self.session, 5)
+
+    def test_a_screen_locker_of_a_real_desktop(self):
+        locker = self.session.spawn(["mate-screensaver", "--no-daemon"])
+        self.addCleanup(Session.end, locker)
+        wait_until(lambda: self.session.has_owner("org.mate.ScreenSaver"), 10, "the screen saver")
+        program = self.launch()
+        wait_for_cover(self.session, self.monitors, 15)
+        stops = program.count(STOPPED)
+        self.session.run_tool("mate-screensaver-command", "--lock")
+        program.wait_for(STOPPED, 15, times=stops + 1)
+        wait_for_uncover(self.session, 5)
+        self.session.run_tool("mate-screensaver-command", "--deactivate")
+        program.wait_for(STARTED, 10, times=2)
+
+    def test_a_program_that_is_killed_leaves_no_window(self):
+        program = self.launch()
+        wait_for_cover(self.session, self.monitors, 15)
+        view = self.helpers(program, "kelpa-view")[0]
+        os.kill(program.process.pid, signal.SIGKILL)
+        wait_for_uncover(self.session, 3)
+        wait_until(lambda: not os.path.exists(f"/proc/{view}"), 3, "the view to end")
+
+
+class ServerGone(DesktopTest):
+    MONITORS = 1
+    ROOM = 1
+
+    def test_when_the_x_server_dies_program_and_view_end_in_good_order(self):
+        program = self.launch({"pref.break.time": LONG_ENOUGH})
+        wait_for_cover(self.session, self.monitors, 15)
+        view = self.helpers(program, "kelpa-view")[0]
+        server = next(child for child in self.session.children if "Xvfb" in child.args[0])
+        server.kill()
+        self.assertEqual(program.process.wait(10), 0)
+        wait_until(lambda: not os.path.exists(f"/proc/{view}"), 5, "the view to end")
+        self.session.screen = None      # its connection is dead
+
+
+if __name__ == "__main__":
+    main()
