@@ -24,7 +24,8 @@ LOOK_UP = re.compile(r"\blocalized\(")
 MARKED = re.compile(rf"\btranslatable\(\s*({LITERAL}(?:\s*{LITERAL})*)\s*\)")
 TOOLKIT_LOOK_UP = re.compile(r"\b(?:qsTr|qsTrId|QT_TR_NOOP|tr|translate)\(\s*\"")
 SHOWN_IN_QML = re.compile(rf"^\s*(?:property \w+ )?(?:text|title|tip|label|caption|placeholderText|\w+Text|Accessible\.\w+)"
-                          rf"\s*:[^\n]*?(\"[^\"\n]*[^\W\d_][^\"\n]*\")", re.M)
+                          rf"\s*:(?:[^\"\n]|\"(?:[^\"\n\w]|[\d_])*\")*?(\"[^\"\n]*[^\W\d_][^\"\n]*\")", re.M)
+ESCAPE = re.compile(r"\\u[0-9a-fA-F]{4}|\\\\n|\\.")    # signs of the icon font and line ends are no text
 PLACEHOLDER = re.compile(r"%(?:\d+\$)?[-+#0]*\d*(?:\.\d+)?(?:hh|ll|[hlqjzt])?[diouxXeEfgGcs@]|%%|%\d+|\{\d*\}")
 
 
@@ -87,7 +88,7 @@ def own_texts(root):
         code = without_comments(text)
         found = list(TOOLKIT_LOOK_UP.finditer(code))
         if path.suffix == ".qml":
-            found += SHOWN_IN_QML.finditer(re.sub(r"\\u[0-9a-fA-F]{4}", "      ", code))    # signs of the icon font are no text
+            found += SHOWN_IN_QML.finditer(ESCAPE.sub(lambda sign: " " * len(sign[0]), code))
         for match in found:
             yield f"{path}:{line_of(code, match.end())}: a text of its own; the core looks texts up and gives them"
 

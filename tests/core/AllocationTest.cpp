@@ -27,7 +27,7 @@ TEST(Tick, AllocatesNothingDuringWorkOrABreak) {
 
 TEST(Tick, AllocatesNothingOnceNoScriptWatchesAnyMore) {
     test::Play play({"title", "count"});
-    play("store pref.work.time int 120\nlaunch\n");
+    play(test::mouseMayRest + "store pref.work.time int 120\nlaunch\n");
     int told = 0;
     RemoteControl::observe([&told] { ++told; }).cancel();
     play("+1\n");
