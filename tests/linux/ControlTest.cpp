@@ -67,7 +67,7 @@ struct ControlTest : testing::Test {
 
     ControlTest() {
         play(test::mouseMayRest + "store pref.work.time int 62\nstore force_long_break bool true\n"
-             "store pref.short.break.times int 1\nlaunch\n");
+                                  "store pref.short.break.times int 1\nlaunch\n");
         sd_bus_request_name(bus->handle(), control::service, 0);
         object = std::make_unique<ControlObject>(loop, *bus, remote);
     }

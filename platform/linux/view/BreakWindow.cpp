@@ -25,8 +25,17 @@ void BreakWindow::appeared() {
 
 void BreakWindow::keyPressEvent(QKeyEvent* event) {
     const bool deaf = !staying() || !shown_.isValid() || shown_.elapsed() < deafMilliseconds;
-    if (!deaf && !event->isAutoRepeat())
+    if (deaf || event->isAutoRepeat())
+        return;
+    if (event->key() == Qt::Key_Escape)
+        leave();
+    else
         PlacedWindow::keyPressEvent(event);
+}
+
+void BreakWindow::leave() {
+    if (content().property("skipOffered").toBool())
+        emit action(QStringLiteral("skip"), {});
 }
 
 void BreakWindow::keyReleaseEvent(QKeyEvent* event) {

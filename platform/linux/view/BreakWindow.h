@@ -21,6 +21,9 @@ class BreakWindow : public PlacedWindow {
     void appeared() override;
 
   private:
+    /// What Escape asks for: the same as Skip, and nothing where Skip is not offered.
+    void leave();
+
     QElapsedTimer shown_;
 };
 
