@@ -97,11 +97,13 @@ def _die_with_parent():
 class Session:
     """A desktop that exists from `start` to `stop`; also a context manager. Monitors stand side by side."""
 
-    def __init__(self, monitors=2, width=960, height=1080, language=None):
+    def __init__(self, monitors=2, width=960, height=1080, language=None, activation=True):
+        """Without activation nothing that is installed here answers on the session bus unless it is started."""
         self.mark = uuid.uuid4().hex
         self.folder = Path(tempfile.mkdtemp(prefix="kelpa-desktop-"))
         self.monitors = [Monitor(f"V{i + 1}", i * width, 0, width, height) for i in range(monitors)]
         self.size = (monitors * width, height)
+        self.activation = activation
         self.children = []
         self.screen = None
         self.bus = None
@@ -164,7 +166,7 @@ class Session:
     def _start_buses(self):
         for kind, variable in (("session", "DBUS_SESSION_BUS_ADDRESS"), ("system", "DBUS_SYSTEM_BUS_ADDRESS")):
             path, config = self.folder / f"{kind}-bus", self.folder / f"{kind}-bus.conf"
-            services = "<standard_session_servicedirs/>" if kind == "session" else ""
+            services = "<standard_session_servicedirs/>" if kind == "session" and self.activation else ""
             config.write_text(BUS.format(kind=kind, path=path, services=services))
             # The buses start other programs, and those need to know both.
             self.environment[variable] = f"unix:path={path}"

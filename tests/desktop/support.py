@@ -26,10 +26,11 @@ class DesktopTest(unittest.TestCase):
     ROOM = 2            # monitors that the X server has room for
     TRAY = True
     COMPOSITOR = False
+    ACTIVATION = True   # of the services that this machine has for a session bus
 
     @classmethod
     def setUpClass(cls):
-        cls.session = Session(monitors=cls.ROOM, width=800, height=600)
+        cls.session = Session(monitors=cls.ROOM, width=800, height=600, activation=cls.ACTIVATION)
         cls.addClassCleanup(cls.session.stop)
         cls.session.start()
         cls.monitors = cls.session.monitors
