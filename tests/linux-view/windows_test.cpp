@@ -1,6 +1,6 @@
-#include "platform/linux/windows/RemoteWindowSystem.h"
 #include "platform/linux/windows/RestartBudget.h"
 #include "platform/linux/windows/ScreenLayout.h"
+#include "tests/linux-view/RemoteWindows.h"
 #include "tests/support/Allocations.h"
 
 #include <algorithm>
@@ -16,6 +16,7 @@
 namespace {
 
 using namespace kelpa;
+using test::RemoteWindows;
 
 TEST(RestartBudget, AllowsThreeAMinute) {
     RestartBudget budget;
@@ -66,87 +67,6 @@ TEST(ScreenLayout, LeavesOutMirrorsAndMonitorsWithoutAnArea) {
     ASSERT_EQ(layout.screens().size(), 1U);
     EXPECT_EQ(layout.connector(layout.screens().front().number), "mirror");
 }
-
-/// Screens, focus and log as plain values.
-class FakeDesktop final : public ScreenSource, public FocusMemory, public WindowReport {
-  public:
-    FakeDesktop() { layout.update({{"A", {0, 0, 800, 600}, true}, {"B", {800, 0, 640, 480}, false}}); }
-    [[nodiscard]] const std::vector<Screen>& screens() const override { return layout.screens(); }
-    [[nodiscard]] const Screen* mainScreen() override { return &screens().front(); }
-    [[nodiscard]] std::string connector(std::uint32_t number) const override {
-        return layout.connector(number);
-    }
-    [[nodiscard]] PixelRect pixels(const Rect& frame) const override { return layout.pixels(frame); }
-    void observe(std::function<void()> told) override { changed = std::move(told); }
-    void remember() override { events.emplace_back("remember"); }
-    void giveBack() override { events.emplace_back("give back"); }
-    void info(const std::string& text) override { events.push_back(text); }
-    void warning(const std::string& text) override { events.push_back(text); }
-
-    ScreenLayout layout;
-    std::function<void()> changed;
-    std::vector<std::string> events;
-};
-
-class Client final : public BreakScreenClient {
-  public:
-    void skipPressed() override { ++skips; }
-    void noticeTapped() override {}
-    int skips = 0;
-};
-
-/// A window system with a stand-in for the view, which writes down what it is told.
-class RemoteWindows : public testing::Test {
-  protected:
-    RemoteWindows() {
-        std::filesystem::remove(log_);
-        setenv("FAKE_VIEW_LOG", log_.c_str(), 1);
-    }
-    ~RemoteWindows() override { std::filesystem::remove(log_); }
-
-    void open(const std::string& program = KELPA_FAKE_VIEW, double idleSeconds = 60) {
-        windows_ = std::make_unique<RemoteWindowSystem>(
-            WindowSystemParts{loop_, desktop_, desktop_, desktop_, idleSeconds}, program);
-    }
-    void make(const Screen& screen) {
-        window_ = windows_->makeWindow(
-            {std::to_string(screen.number), screen.frame, 25, WindowStyle::FullSizeContent, screen.number});
-        face_ = window_->hostBreakScreen(client_);
-    }
-    void appear() const {
-        window_->setAlpha(0);
-        window_->fadeTo(1, 2, nullptr);
-        window_->orderFrontRegardless();
-    }
-    /// Runs the loop until `condition` holds; false when it does not within some seconds.
-    bool runUntil(const std::function<bool()>& condition) {
-        const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(5);
-        while (!condition() && std::chrono::steady_clock::now() < end)
-            sd_event_run(loop_.handle(), 20000);
-        return condition();
-    }
-    [[nodiscard]] std::vector<std::string> received() const {
-        std::vector<std::string> lines;
-        std::ifstream file(log_);
-        for (std::string text; std::getline(file, text);)
-            lines.push_back(text);
-        return lines;
-    }
-    bool receives(const std::string& text, std::ptrdiff_t times = 1) {
-        return runUntil([&] {
-            const auto lines = received();
-            return std::count(lines.begin(), lines.end(), text) >= times;
-        });
-    }
-
-    std::string log_ = testing::TempDir() + "fake-view-" + std::to_string(getpid());
-    EventLoop loop_;
-    FakeDesktop desktop_;
-    Client client_;
-    std::unique_ptr<RemoteWindowSystem> windows_;
-    std::unique_ptr<NativeWindow> window_;
-    std::unique_ptr<BreakScreenFace> face_;
-};
 
 TEST_F(RemoteWindows, NeedNoViewUntilSomethingIsShown) {
     open();

@@ -25,6 +25,11 @@ QSize AboutWindow::firstSize() const {
 }
 
 void AboutWindow::appear() {
+    // Only what was drawn once knows its size.
+    if (!isVisible()) {
+        resize(firstSize());
+        grabWindow();
+    }
     setMinimumSize(firstSize());
     setMaximumSize(firstSize());
     ManagedWindow::appear();

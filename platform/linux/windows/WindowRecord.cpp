@@ -95,7 +95,8 @@ void WindowRecord::show() {
     if (!wasKnown)
         replay();
     link_->visibilityChanged();
-    send(wire::view::show);
+    if (wasKnown)
+        send(wire::view::show);
 }
 
 void WindowRecord::hide() {

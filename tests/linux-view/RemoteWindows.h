@@ -1,0 +1,106 @@
+#pragma once
+
+#include "platform/linux/windows/RemoteWindowSystem.h"
+#include "platform/linux/windows/ScreenLayout.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <memory>
+#include <string>
+#include <systemd/sd-event.h>
+#include <unistd.h>
+#include <vector>
+
+namespace kelpa::test {
+
+/// Screens, focus and log as plain values.
+class FakeDesktop final : public ScreenSource, public FocusMemory, public WindowReport {
+  public:
+    FakeDesktop() { layout.update({{"A", {0, 0, 800, 600}, true}, {"B", {800, 0, 640, 480}, false}}); }
+    [[nodiscard]] const std::vector<Screen>& screens() const override { return layout.screens(); }
+    [[nodiscard]] const Screen* mainScreen() override { return &screens().front(); }
+    [[nodiscard]] std::string connector(std::uint32_t number) const override {
+        return layout.connector(number);
+    }
+    [[nodiscard]] PixelRect pixels(const Rect& frame) const override { return layout.pixels(frame); }
+    void observe(std::function<void()> told) override { changed = std::move(told); }
+    void remember() override { events.emplace_back("remember"); }
+    void giveBack() override { events.emplace_back("give back"); }
+    void info(const std::string& text) override { events.push_back(text); }
+    void warning(const std::string& text) override { events.push_back(text); }
+
+    ScreenLayout layout;
+    std::function<void()> changed;
+    std::vector<std::string> events;
+};
+
+class Client final : public BreakScreenClient {
+  public:
+    void skipPressed() override { ++skips; }
+    void noticeTapped() override {}
+    int skips = 0;
+};
+
+/// A window system with a stand-in for the view, which writes down what it is told.
+class RemoteWindows : public testing::Test {
+  protected:
+    RemoteWindows() {
+        std::filesystem::remove(log_);
+        setenv("FAKE_VIEW_LOG", log_.c_str(), 1);
+    }
+    ~RemoteWindows() override { std::filesystem::remove(log_); }
+
+    void open(const std::string& program = KELPA_FAKE_VIEW, double idleSeconds = 60) {
+        windows_ = std::make_unique<RemoteWindowSystem>(
+            WindowSystemParts{loop_, desktop_, desktop_, desktop_, idleSeconds}, program);
+    }
+    void make(const Screen& screen) {
+        window_ = windows_->makeWindow(
+            {std::to_string(screen.number), screen.frame, 25, WindowStyle::FullSizeContent, screen.number});
+        face_ = window_->hostBreakScreen(client_);
+    }
+    void appear() const {
+        window_->setAlpha(0);
+        window_->fadeTo(1, 2, nullptr);
+        window_->orderFrontRegardless();
+    }
+    [[nodiscard]] std::vector<std::string> receivedSince(const std::string& text) const {
+        const auto lines = received();
+        const auto last = std::find(lines.rbegin(), lines.rend(), text);
+        return {last.base(), lines.end()};
+    }
+    /// Runs the loop until `condition` holds; false when it does not within some seconds.
+    bool runUntil(const std::function<bool()>& condition) {
+        const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(5);
+        while (!condition() && std::chrono::steady_clock::now() < end)
+            sd_event_run(loop_.handle(), 20000);
+        return condition();
+    }
+    [[nodiscard]] std::vector<std::string> received() const {
+        std::vector<std::string> lines;
+        std::ifstream file(log_);
+        for (std::string text; std::getline(file, text);)
+            lines.push_back(text);
+        return lines;
+    }
+    bool receives(const std::string& text, std::ptrdiff_t times = 1) {
+        return runUntil([&] {
+            const auto lines = received();
+            return std::count(lines.begin(), lines.end(), text) >= times;
+        });
+    }
+
+    std::string log_ = testing::TempDir() + "fake-view-" + std::to_string(getpid());
+    EventLoop loop_;
+    FakeDesktop desktop_;
+    Client client_;
+    std::unique_ptr<RemoteWindowSystem> windows_;
+    std::unique_ptr<NativeWindow> window_;
+    std::unique_ptr<BreakScreenFace> face_;
+};
+
+} // namespace kelpa::test
