@@ -33,7 +33,8 @@ Row {
         horizontalAlignment: TextInput.AlignHCenter
         inputMethodHints: Qt.ImhFormattedNumbersOnly
         validator: RegularExpressionValidator {
-            regularExpression: /[-+]?[0-9]{0,18}/
+            // No letters; what else is no number, the program says.
+            regularExpression: /[^\p{L}]{0,24}/
         }
         Keys.onUpPressed: control.step(1)
         Keys.onDownPressed: control.step(-1)

@@ -18,7 +18,8 @@ TextEntry {
     inputMethodHints: Qt.ImhFormattedNumbersOnly
     enabled: told.enabled
     validator: RegularExpressionValidator {
-        regularExpression: /[-+]?[0-9]{0,18}/
+        // No letters; what else is no number, the program says.
+        regularExpression: /[^\p{L}]{0,24}/
     }
     Keys.onUpPressed: step(1)
     Keys.onDownPressed: step(-1)
