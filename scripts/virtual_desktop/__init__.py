@@ -2,6 +2,7 @@
 
 Everything runs in a folder and a session of its own, touches nothing of the user's, and is ended by process id.
 """
+from .accessible import Accessibility
 from .break_screen import break_windows, complaints, covers, wait_for_cover, wait_for_uncover
 from .picture import Box, Picture
 from .program import Program
@@ -9,5 +10,5 @@ from .screen import Monitor, Screen
 from .session import Session, wait_until
 from .status_item import StatusItem
 
-__all__ = ["Box", "Monitor", "Picture", "Program", "Screen", "Session", "StatusItem", "break_windows", "complaints",
+__all__ = ["Accessibility", "Box", "Monitor", "Picture", "Program", "Screen", "Session", "StatusItem", "break_windows", "complaints",
            "covers", "wait_for_cover", "wait_for_uncover", "wait_until"]

@@ -114,11 +114,25 @@ class Screen:
             pass    # a window went away while the tree was walked; the caller looks again
         return found
 
-    def switch_workspace(self, number):
-        """Asks the window manager for another workspace."""
-        message = event.ClientMessage(window=self.root, data=(32, [number, X.CurrentTime, 0, 0, 0]),
-                                      client_type=self.display.intern_atom("_NET_CURRENT_DESKTOP"))
+    def _ask_manager(self, window, request, *values):
+        """Sends the window manager a request as a pager would."""
+        message = event.ClientMessage(window=window, data=(32, [*values, *[0] * (5 - len(values))]),
+                                      client_type=self.display.intern_atom(request))
         self.root.send_event(message, X.SubstructureRedirectMask | X.SubstructureNotifyMask)
+        self.display.sync()
+
+    def switch_workspace(self, number):
+        self._ask_manager(self.root, "_NET_CURRENT_DESKTOP", number)
+
+    def activate(self, window_id):
+        self._ask_manager(self.display.create_resource_object("window", window_id), "_NET_ACTIVE_WINDOW", 2)
+
+    def close_window(self, window_id):
+        """As a click on the close button of the title bar."""
+        self._ask_manager(self.display.create_resource_object("window", window_id), "_NET_CLOSE_WINDOW")
+
+    def resize(self, window_id, width, height):
+        self.display.create_resource_object("window", window_id).configure(width=width, height=height)
         self.display.sync()
 
     def property(self, window_id, name):
@@ -157,9 +171,10 @@ class Screen:
             xtest.fake_input(self.display, kind, number)
         self.display.sync()
 
-    def click(self, x, y, button=1):
+    def click(self, x, y, button=1, times=1):
         self.move(x, y)
-        self.button(button)
+        for _ in range(times):
+            self.button(button)
 
     def drag(self, x, y, right, down):
         """Drags from a point, in steps as a hand does."""
@@ -172,14 +187,15 @@ class Screen:
         xtest.fake_input(self.display, X.ButtonRelease, 1)
         self.display.sync()
 
-    def press(self, key):
-        """Presses and releases a key by its keysym name."""
-        keysym = XK.string_to_keysym(key)
-        code = self.display.keysym_to_keycode(keysym)
-        if not code:
-            raise ValueError(f"no key for {key!r}")
-        for kind in (X.KeyPress, X.KeyRelease):
-            xtest.fake_input(self.display, kind, code)
+    def press(self, *keys):
+        """Presses keys by their keysym names, the first ones held, and releases them."""
+        codes = [self.display.keysym_to_keycode(XK.string_to_keysym(key)) for key in keys]
+        if not all(codes):
+            raise ValueError(f"no key for one of {keys!r}")
+        for code in codes:
+            xtest.fake_input(self.display, X.KeyPress, code)
+        for code in reversed(codes):
+            xtest.fake_input(self.display, X.KeyRelease, code)
         self.display.sync()
 
     def type(self, text):

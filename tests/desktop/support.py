@@ -24,13 +24,14 @@ SETTINGS = {"pref.work.time": 1, "pref.break.time": LONG_ENOUGH, "pref.short.bre
 class DesktopTest(unittest.TestCase):
     MONITORS = 2        # plugged in at the start
     ROOM = 2            # monitors that the X server has room for
+    WIDTH, HEIGHT = 800, 600    # of each
     TRAY = True
     COMPOSITOR = False
     ACTIVATION = True   # of the services that this machine has for a session bus
 
     @classmethod
     def setUpClass(cls):
-        cls.session = Session(monitors=cls.ROOM, width=800, height=600, activation=cls.ACTIVATION)
+        cls.session = Session(monitors=cls.ROOM, width=cls.WIDTH, height=cls.HEIGHT, activation=cls.ACTIVATION)
         cls.addClassCleanup(cls.session.stop)
         cls.session.start()
         cls.monitors = cls.session.monitors
@@ -41,7 +42,7 @@ class DesktopTest(unittest.TestCase):
         if cls.TRAY:
             cls.service = cls.session.start_tray()
         # Anything that hovers would change colours under the pointer.
-        cls.screen.move(5, 590)
+        cls.screen.move(5, cls.HEIGHT - 10)
 
     def launch(self, settings=None, *arguments, speed=SPEED, environment=None):
         """Starts the program with these settings; it is ended after the test, and shown when the test failed."""
