@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Checks the macOS sources on a machine without macOS: that every Objective-C++ source compiles against GNUstep's headers
 # and the declarations in platform/macos/check, and that the core uses nothing of the standard library that macOS 12
-# does not have. The compiler works for macOS 12, so that it also sees calls to what only later systems have.
+# does not have. The compiler works for macOS 12, so that it also sees calls to what only later systems have. Without
+# arguments it also configures the build for macOS and makes of the bundle what can be made here.
 # usage: scripts/check_macos.sh [SOURCE]...      (default: all of them)
 set -euo pipefail
 cd "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")/.."
@@ -76,6 +77,36 @@ refuses mm 'only available on macOS 13' 'id f() { return [SMAppService mainAppSe
 refuses mm 'no known class method' 'id f() { return [NSColor colourOfTheDay]; }'
 refuses mm 'undeclared selector' 'SEL f() { return @selector(nobodyAnswersThis:); }'
 
+# Configures the build for macOS with this machine's tools, and makes of the bundle what they can make.
+check_build() {
+    local build=$scratch/build tool settings=() answered
+    for tool in C CXX OBJCXX; do
+        settings+=("-DCMAKE_${tool}_COMPILER=$(command -v "$compiler")" "-DCMAKE_${tool}_COMPILER_WORKS=1" "-DCMAKE_${tool}_ABI_COMPILED=1")
+    done
+    if ! answered=$(cmake -S . -B "$build" -G Ninja -Wno-dev -DCMAKE_SYSTEM_NAME=Darwin -DCMAKE_SYSTEM_VERSION=21 \
+        -DCMAKE_OSX_SYSROOT=/ -DCMAKE_INSTALL_NAME_TOOL="$(command -v true)" -DKELPA_ICONUTIL="$(command -v true)" \
+        -DBUILD_TESTING=OFF -DKELPA_BENCHMARKS=OFF "${settings[@]}" 2>&1 && ninja -C "$build" kelpa_resources 2>&1); then
+        printf '%s\n' "$answered" >&2
+        return 1
+    fi
+    local part
+    for part in Kelpa.app/Contents/Info.plist KelpaLoginItem.app/Contents/Info.plist \
+        platform/macos/bundle/Resources/{kelpa.png,iconfont.ttf,en.lproj/Localizable.strings}; do
+        if [[ ! -s $build/$part ]]; then
+            echo "check_macos: the build made no $part" >&2
+            return 1
+        fi
+    done
+    # Every source of the face is part of the application, or it would be checked and never built.
+    comm -13 <(grep -o '"file": ".*platform/macos/.*"' "$build/compile_commands.json" | sed 's|.*platform/macos/||; s|"||' | sort -u) \
+        <(cd platform/macos && git ls-files '*.mm' '*.cpp' | grep -v SparkleUpdater | sort) >"$scratch/unbuilt"
+    if [[ -s $scratch/unbuilt ]]; then
+        echo 'check_macos: these sources are in no target:' >&2
+        cat "$scratch/unbuilt" >&2
+        return 1
+    fi
+}
+
 if (($#)); then
     sources=("$@")
 else
@@ -90,8 +121,11 @@ fi
 for source in "${sources[@]}"; do
     check_source "$source" || failed=$((failed + 1))
 done
+if (($# == 0)); then
+    check_build || failed=$((failed + 1))
+fi
 if ((failed)); then
-    echo "check_macos: $failed of ${#sources[@]} sources failed" >&2
+    echo "check_macos: $failed checks failed" >&2
     exit 1
 fi
 echo "${#sources[@]} sources fit macOS 12"

@@ -20,7 +20,7 @@ KELPA_DESKTOP_PACKAGES=(
 )
 
 # What the tests use beyond that.
-KELPA_TEST_PACKAGES=(python3-fonttools xterm trayer locales xdg-utils python3-dbusmock)
+KELPA_TEST_PACKAGES=(python3-fonttools python3-yaml xterm trayer locales xdg-utils python3-dbusmock)
 
 # What `./test --all` adds.
 KELPA_CHECK_PACKAGES=(git clang clang-format clang-tidy shellcheck clang-19 libc++-16-dev libgnustep-gui-dev)
