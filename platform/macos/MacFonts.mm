@@ -75,6 +75,8 @@ std::optional<std::vector<unsigned char>> MacFonts::fontAsset(const std::string&
 
 std::optional<std::string> MacFonts::registerFont(const std::vector<unsigned char>& font) {
     const GraphicsFont graphicsFont([NSData dataWithBytes:font.data() length:font.size()]);
+    if (!graphicsFont.get())
+        return "no font can be made of it";
     CFErrorRef error = nullptr;
     if (CTFontManagerRegisterGraphicsFont(graphicsFont.get(), &error))
         return std::nullopt;

@@ -62,6 +62,7 @@ class Program final : private ApplicationLoop {
     SharingMail mail_;
     StandardAboutPanel about_;
     MacPreferencesWindow preferences_;
+    id<NSObject> awake_ = nil; ///< as long as it is kept, timers are on time
     Ports ports_;
     DailyLogFiles logFiles_;
     Application application_;

@@ -33,6 +33,11 @@ Services Program::services() {
 
 void Program::launch() {
     installMainMenu();
+    // The system slows down the timers of applications that seem to do nothing; this one counts seconds. The
+    // machine may go to sleep all the same. The reason shows in the tools that list such requests.
+    awake_ =
+        [[NSProcessInfo processInfo] beginActivityWithOptions:NSActivityUserInitiatedAllowingIdleSystemSleep
+                                                       reason:@"countdown"];
     application_.launch();
 }
 

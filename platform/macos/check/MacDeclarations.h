@@ -313,18 +313,10 @@ SINCE(10.5) @interface CALayer : NSObject
 
 // --- AppKit: windows
 
-enum : NSInteger { NSWindowTitleHidden = 1 };
-typedef NSInteger NSWindowTitleVisibility SINCE(10.10);
-
 @interface NSWindow (MacDeclarations)
 - (id)animator SINCE(10.5);
-- (void)setTitleVisibility:(NSWindowTitleVisibility)visibility SINCE(10.10);
 - (void)setTitlebarAppearsTransparent:(BOOL)transparent SINCE(10.10);
 - (void)setTitlebarSeparatorStyle:(NSTitlebarSeparatorStyle)style SINCE(11.0);
-@end
-
-@protocol NSApplicationDelegateOfLaterSystems
-- (BOOL)applicationSupportsSecureRestorableState:(NSApplication*)app SINCE(12.0);
 @end
 
 // --- AppKit: controls

@@ -40,6 +40,11 @@ struct Section {
     return self;
 }
 
+/// Counted from the top, so that a pane that does not fit begins with its first row.
+- (BOOL)isFlipped {
+    return YES;
+}
+
 - (NSArray<KelpaControl*>*)controls {
     return _controls;
 }

@@ -26,7 +26,8 @@
 }
 
 - (void)windowWillClose:(NSNotification*)notification {
-    (void)notification;
+    // What is being typed counts as entered.
+    [static_cast<NSWindow*>([notification object]) makeFirstResponder:nil];
     kelpa::callCore([&] { _client->closed(); });
 }
 

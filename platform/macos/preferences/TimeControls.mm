@@ -120,7 +120,9 @@ TimeOfDay timeOf(NSDatePicker* picker) {
 
 - (void)clicked:(id)sender {
     (void)sender;
-    _removed();
+    // The tile goes with its time, and the block with it.
+    void (^const removed)(void) = _removed;
+    removed();
 }
 
 @end

@@ -129,7 +129,9 @@ NSDictionary* attributes(NSFont* font, NSColor* color) {
 
 - (void)clicked:(id)sender {
     (void)sender;
-    _action();
+    // What it does may take the button, and with it the block, away.
+    void (^const action)(void) = _action;
+    action();
 }
 
 @end

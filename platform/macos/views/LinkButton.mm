@@ -36,7 +36,9 @@
 
 - (void)followed:(id)sender {
     (void)sender;
-    _linkAction();
+    // What it does may take the button, and with it the block, away.
+    void (^const action)(void) = _linkAction;
+    action();
 }
 
 @end

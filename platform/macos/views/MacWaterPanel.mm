@@ -117,6 +117,7 @@ NSBox* makeDivider() {
     // The countdown takes what the others leave.
     NSStackView* stack = [NSStackView stackViewWithViews:@[ figures, _bar, counting, _amounts, answers ]];
     [stack setOrientation:NSUserInterfaceLayoutOrientationVertical];
+    [stack setAlignment:NSLayoutAttributeCenterX];
     [stack setDistribution:NSStackViewDistributionEqualSpacing];
     [stack setTranslatesAutoresizingMaskIntoConstraints:NO];
     [self addSubview:stack];

@@ -138,7 +138,9 @@ constexpr NSTimeInterval slideSeconds = 0.25;
 
 /// What is chosen shows only when the core says so.
 - (void)clicked:(id)sender {
-    _chosen([static_cast<NSButton*>(sender) tag]);
+    // What it does may take the grid, and with it the block, away.
+    void (^const chosen)(std::int64_t) = _chosen;
+    chosen([static_cast<NSButton*>(sender) tag]);
 }
 
 - (void)setEnabled:(BOOL)enabled {

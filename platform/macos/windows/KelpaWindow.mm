@@ -48,9 +48,6 @@ __weak KelpaWindow* presented;
 - (void)becomePanel {
     [self setTitlebarSeparatorStyle:NSTitlebarSeparatorStyleNone];
     [self setTitlebarAppearsTransparent:YES];
-    // The title names the window to screen readers and in lists; over the panel's own content it would only
-    // be in the way.
-    [self setTitleVisibility:NSWindowTitleHidden];
     [self setMovableByWindowBackground:YES];
 }
 
