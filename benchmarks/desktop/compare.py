@@ -9,6 +9,7 @@ what is measured
   tray        start of the program to its item's arrival in the tray, ms
   pss         proportional memory of all of the program's processes, MB: idle, in a break, and some time after it
   cpu         time on a processor in the work period that is watched, ms, and voluntary context switches
+  mouse cpu   the same two while a mouse sends a thousand events a second
   desk cpu    what the X server, panel, tray service, bus and window manager used meanwhile, less what they use with no
               such program, ms
   mapped      end of the work period (Workrave: the call for a break) to the break windows, ms: Kelpa's on both
@@ -48,7 +49,7 @@ class Kelpa:
         self.session = session
         self.command = [str(options.kelpa)]
         # The work period ends by itself some seconds after the watched time.
-        self.work_minutes = -(-(options.settle + options.window + 20) // 60)
+        self.work_minutes = -(-(options.settle + options.window + options.mouse + 20) // 60)
         settings = Path(session.environment["XDG_CONFIG_HOME"]) / "app.orvane.Kelpa.plist"
         settings.write_text(
             '<?xml version="1.0" encoding="UTF-8"?>\n<plist version="1.0"><dict>'
@@ -170,6 +171,12 @@ class Desk:
         self.figures["cpu"], self.figures["switches"] = own.used(self.members())
         self.figures["desk cpu"] = desk.used(self.desk_processes())[0]
 
+    def watch_mouse(self):
+        """The cost of a mouse that is moved all the time."""
+        own = Meter(self.members())
+        self.screen.push_for(self.options.mouse, 1000)
+        self.figures["mouse cpu"], self.figures["mouse switches"] = own.used(self.members())
+
     def watch_break(self, program):
         """From the end of the work period to windows on both screens and to their being painted."""
         before = self.grid()
@@ -224,6 +231,7 @@ class Desk:
         self.work(self.options.settle)
         self.figures["pss idle"] = self.pss()
         self.watch_work()
+        self.watch_mouse()
         self.watch_break(program)
         time.sleep(5)
         self.figures["pss break"] = self.pss()
@@ -245,14 +253,14 @@ def quiet_desk(options):
 
 def report(results, zero):
     print(f"\nmedians of {len(results['Kelpa'])}; the desktop alone uses {zero:.0f} ms\n")
-    print(f"{'':<12}{'Kelpa':>10}{'Workrave':>10}{'ratio':>8}")
-    for key in ("tray", "pss idle", "pss break", "pss after", "cpu", "switches", "desk cpu", "mapped", "painted",
-                "screens"):
+    print(f"{'':<15}{'Kelpa':>10}{'Workrave':>10}{'ratio':>8}")
+    for key in ("tray", "pss idle", "pss break", "pss after", "cpu", "switches", "desk cpu", "mouse cpu",
+                "mouse switches", "mapped", "painted", "screens"):
         ours, theirs = (statistics.median(run[key] for run in results[name]) for name in ("Kelpa", "Workrave"))
         if key == "desk cpu":
             ours, theirs = ours - zero, theirs - zero
         ratio = f"{ours / theirs:.2f}" if theirs > 0 and key != "screens" else "-"
-        print(f"{key:<12}{ours:>10.1f}{theirs:>10.1f}{ratio:>8}")
+        print(f"{key:<15}{ours:>10.1f}{theirs:>10.1f}{ratio:>8}")
 
 
 def parse():
@@ -261,12 +269,13 @@ def parse():
     parser.add_argument("--reps", type=int, default=1, help="runs of each program (default 1); medians are printed")
     parser.add_argument("--settle", type=int, default=30, help="seconds before the idle memory is read (default 30)")
     parser.add_argument("--window", type=int, default=120, help="seconds of work that are watched (default 120)")
+    parser.add_argument("--mouse", type=int, default=60, help="seconds of a moving mouse (default 60)")
     parser.add_argument("--after", type=int, default=120, help="seconds after the break (default 120)")
     parser.add_argument("--tray", choices=TRAYS, default="labels",
                         help="a tray that shows Kelpa's time as text (default), or one that shows only icons")
     parser.add_argument("--json", type=Path, help="also write every run's figures to this file")
     options = parser.parse_args()
-    for name in ("reps", "settle", "window", "after"):
+    for name in ("reps", "settle", "window", "mouse", "after"):
         if getattr(options, name) < 1:
             parser.error(f"--{name} must be at least 1")
     if not os.access(options.kelpa, os.X_OK):
