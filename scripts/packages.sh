@@ -5,7 +5,8 @@
 KELPA_BUILD_PACKAGES=(
     g++ cmake ninja-build pkg-config python3
     libsystemd-dev libplist-dev libxcb1-dev libxcb-randr0-dev libxcb-xinput-dev libxcb-xkb-dev
-    qt6-base-dev qt6-declarative-dev qt6-declarative-dev-tools qt6-svg-dev
+    libwayland-dev libwayland-bin wayland-protocols plasma-wayland-protocols qt6-wayland
+    qt6-base-dev qt6-base-private-dev qt6-declarative-dev qt6-declarative-dev-tools qt6-svg-dev
     qml6-module-qtqml qml6-module-qtqml-workerscript qml6-module-qtquick qml6-module-qtquick-templates
     qml6-module-qtquick-window
     gettext librsvg2-bin
@@ -23,7 +24,10 @@ KELPA_DESKTOP_PACKAGES=(
 KELPA_TEST_PACKAGES=(python3-fonttools python3-yaml xterm trayer locales xdg-utils python3-dbusmock)
 
 # What `./test --all` adds.
-KELPA_CHECK_PACKAGES=(git clang clang-format clang-tidy shellcheck clang-19 libc++-16-dev libgnustep-gui-dev)
+KELPA_CHECK_PACKAGES=(
+    git clang clang-format clang-tidy shellcheck clang-19 libc++-16-dev libgnustep-gui-dev
+    sway grim foot
+)
 
 # The other program of the desktop benchmark.
 KELPA_BENCHMARK_PACKAGES=(workrave libglib2.0-bin)
@@ -81,7 +85,7 @@ kelpa_install() {
 # Where there is no apt nobody can say which packages are there, so the tools themselves are looked for.
 kelpa_check_tools() {
     local tool absent=()
-    for tool in c++ cmake ninja pkg-config python3 msgfmt rsvg-convert; do
+    for tool in c++ cmake ninja pkg-config python3 msgfmt rsvg-convert wayland-scanner; do
         command -v "$tool" >/dev/null || absent+=("$tool")
     done
     if ((${#absent[@]})); then

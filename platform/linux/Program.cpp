@@ -33,13 +33,11 @@ std::vector<std::unique_ptr<ActivitySource>> activitySources(EventLoop& loop, co
 
 } // namespace
 
-Program::Program(EventLoop& loop, X11Connection& display, double speed, Instance& instance)
+Program::Program(EventLoop& loop, Display& display, double speed, Instance& instance)
     : loop_(loop), queues_(speed), folders_(dataFolders()), clock_(speed), store_(settingsFile(), *this),
-      screens_(loop, display), focus_(display),
-      windows_({loop, screens_, focus_, *this}, helperPath("kelpa-view")), about_(windows_),
-      preferences_(windows_), tray_(loop, display, *this, helperPath("kelpa-tray")),
-      fallback_(loop, statusBar_, tray_), fonts_(folders_.data), translations_(folders_.locale),
-      fatalErrors_(logCritical), lock_(loop), gate_(lock_, windows_),
+      windows_({loop, display.screens(), display.focus(), *this}, helperPath("kelpa-view")), about_(windows_),
+      preferences_(windows_), tray_(display.makeTray(*this)), fonts_(folders_.data),
+      translations_(folders_.locale), fatalErrors_(logCritical), lock_(loop), gate_(lock_, windows_),
       activity_(gate_, *this, activitySources(loop, gate_, windows_)),
       loginItem_(
           {AutostartFolders::ofEnvironment(), {build::identifier, build::displayName, programPath()}},
@@ -51,7 +49,10 @@ Program::Program(EventLoop& loop, X11Connection& display, double speed, Instance
           fonts_, translations_, random_,   fatalErrors_,
           loop,   lock_,         activity_, Services{&loginItem_, nullptr, &mail_, &about_, &preferences_}},
       logFiles_(clock_), application_(ports_, logFiles_), remote_(loop), instance_(instance),
-      notice_(loop, noticeDesktop()) {}
+      notice_(loop, noticeDesktop()) {
+    if (tray_)
+        fallback_.emplace(loop_, statusBar_, *tray_);
+}
 
 Program::~Program() = default;
 
@@ -94,7 +95,7 @@ void Program::hostChanged(bool present) {
 
 TrayNotice::Desktop Program::noticeDesktop() {
     return {{build::displayName, build::identifier, iconFile(folders_.data)},
-            [this] { return tray_.managerPresent(); },
+            [this] { return tray_ && tray_->managerPresent(); },
             [this] { warning("No tray of this desktop shows the item."); },
             [this] {
                 info("The notification was clicked, which asks for the preferences.");
@@ -103,7 +104,8 @@ TrayNotice::Desktop Program::noticeDesktop() {
 }
 
 void Program::setHostPresent(bool present) {
-    fallback_.setHostPresent(present);
+    if (fallback_)
+        fallback_->setHostPresent(present);
     notice_.setHostPresent(present, instance_.bus());
 }
 

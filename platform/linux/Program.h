@@ -22,15 +22,14 @@
 #include "platform/linux/status/StatusNotifierItem.h"
 #include "platform/linux/status/TrayFallback.h"
 #include "platform/linux/store/PlistStore.h"
+#include "platform/linux/windows/Display.h"
 #include "platform/linux/windows/RemoteAboutPanel.h"
 #include "platform/linux/windows/RemotePreferencesWindow.h"
 #include "platform/linux/windows/RemoteWindowSystem.h"
-#include "platform/linux/windows/TrayProcess.h"
-#include "platform/linux/windows/X11Focus.h"
-#include "platform/linux/windows/X11Screens.h"
 #include "platform/posix/AbortOnFatalErrors.h"
 #include "platform/posix/SystemRandom.h"
 
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -40,7 +39,7 @@ namespace kelpa {
 class Program final : private StoreReport, private WindowReport, private InstanceClient {
   public:
     /// Loop, display and instance outlive the program.
-    Program(EventLoop& loop, X11Connection& display, double speed, Instance& instance);
+    Program(EventLoop& loop, Display& display, double speed, Instance& instance);
     ~Program() override;
     Program(const Program&) = delete;
     Program& operator=(const Program&) = delete;
@@ -66,13 +65,11 @@ class Program final : private StoreReport, private WindowReport, private Instanc
     LinuxClock clock_;
     PlistStore store_;
     LinuxStatusBar statusBar_;
-    X11Screens screens_;
-    X11Focus focus_;
     RemoteWindowSystem windows_;
     RemoteAboutPanel about_;
     RemotePreferencesWindow preferences_;
-    TrayProcess tray_;
-    TrayFallback fallback_;
+    std::unique_ptr<DisplayTray> tray_;    ///< null where the display server knows of none
+    std::optional<TrayFallback> fallback_; ///< there with the tray
     LinuxSystemInfo system_;
     LinuxFonts fonts_;
     GettextTranslations translations_;

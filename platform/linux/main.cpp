@@ -11,19 +11,6 @@ namespace {
 constexpr int failed = 1;
 constexpr int misused = 2;
 
-std::string variable(const char* name) {
-    const char* value = std::getenv(name);
-    return value == nullptr ? "" : value;
-}
-
-std::string whyNoDisplay() {
-    if (const auto display = variable("DISPLAY"); !display.empty())
-        return "DISPLAY '" + display + "' cannot be opened";
-    if (!variable("WAYLAND_DISPLAY").empty())
-        return "DISPLAY is not set, which Xwayland does in a Wayland session";
-    return "set DISPLAY or WAYLAND_DISPLAY";
-}
-
 int run(const kelpa::Options& options) {
     kelpa::EventLoop loop(options.speed);
     kelpa::Instance instance(loop);
@@ -31,10 +18,10 @@ int run(const kelpa::Options& options) {
         std::cout << "Kelpa runs already and shows its preferences." << std::endl;
         return EXIT_SUCCESS;
     }
-    // The X server goes when the desktop session ends; so do we.
-    const auto display = kelpa::X11Connection::open(loop, [&loop] { loop.terminate(); });
+    // The display server goes when the desktop session ends; so do we.
+    const auto [display, error] = kelpa::openDisplay(loop, [&loop] { loop.terminate(); });
     if (!display) {
-        std::cerr << "kelpa: no display: " << whyNoDisplay() << '\n';
+        std::cerr << "kelpa: no display: " << error << '\n';
         return failed;
     }
     return kelpa::Program(loop, *display, options.speed, instance).run();

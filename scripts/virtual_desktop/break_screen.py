@@ -27,6 +27,24 @@ def wait_for_uncover(session, seconds=10):
     wait_until(lambda: not break_windows(session), seconds, "the break windows to close")
 
 
+def blue_rows(picture):
+    """The blue things of a break window from top to bottom, as boxes in the picture: the link, then Skip."""
+    rows = []
+    for y in range(picture.height):
+        row = picture.row(y)
+        blue, green, red = row[0::4], row[1::4], row[2::4]
+        columns = [x for x in range(picture.width) if blue[x] > 150 and red[x] < 120 and blue[x] > green[x] + 40]
+        if not columns:
+            continue
+        if rows and rows[-1][1] == y - 1:
+            top, _, left, right = rows[-1]
+            rows[-1] = (top, y, min(left, columns[0]), max(right, columns[-1]))
+        else:
+            rows.append((y, y, columns[0], columns[-1]))
+    return [Box(left, top, right - left + 1, bottom - top + 1)
+            for top, bottom, left, right in rows if bottom - top >= 5]
+
+
 def complaints(before, after):
     """What is wrong with two pictures of one break window, taken at different seconds of its countdown."""
     wrong = []

@@ -135,6 +135,14 @@ class Screen:
         self.display.create_resource_object("window", window_id).configure(width=width, height=height)
         self.display.sync()
 
+    def ask_to_close(self, window):
+        """What a window manager does when the cross in the title bar is clicked."""
+        data = [self.display.intern_atom("WM_DELETE_WINDOW"), X.CurrentTime, 0, 0, 0]
+        target = self.display.create_resource_object("window", window.id)
+        target.send_event(event.ClientMessage(window=target, data=(32, data),
+                                              client_type=self.display.intern_atom("WM_PROTOCOLS")))
+        self.display.sync()
+
     def property(self, window_id, name):
         """The value of a window's property; nothing when it has none."""
         window = self.display.create_resource_object("window", window_id)

@@ -9,7 +9,7 @@ from pathlib import Path
 ROOT = Path(__file__).resolve().parents[2]
 sys.path.insert(0, str(ROOT / "scripts"))
 
-from virtual_desktop import Box, Program, Session, wait_until  # noqa: E402
+from virtual_desktop import Box, Program, Session, blue_rows, wait_until  # noqa: E402
 
 PROGRAM = os.environ.get("KELPA_PROGRAM", ROOT / "build/dev/kelpa")
 SPEED = 20
@@ -60,7 +60,10 @@ class DesktopTest(unittest.TestCase):
 
     def show_what_happened(self, program):
         picture = ROOT / "build" / f"failure-{self.id().rsplit('.', 1)[-1]}.png"
-        self.screen.picture().save(picture)
+        try:
+            self.screen.picture().save(picture)
+        except Exception as error:  # a display that a test has ended gives no picture
+            picture = error
         print(f"--- picture: {picture}; what the program said:", *program.lines()[-40:], sep="\n", file=sys.stderr)
 
     def mock(self, template, *, system=False):
@@ -111,21 +114,8 @@ class DesktopTest(unittest.TestCase):
 
     def blue_rows(self, monitor):
         """The blue things of a break window from top to bottom, as boxes on the screen: the link, then Skip."""
-        picture = self.screen.picture(monitor)
-        rows = []
-        for y in range(picture.height):
-            row = picture.row(y)
-            blue, green, red = row[0::4], row[1::4], row[2::4]
-            columns = [x for x in range(picture.width) if blue[x] > 150 and red[x] < 120 and blue[x] > green[x] + 40]
-            if not columns:
-                continue
-            if rows and rows[-1][1] == y - 1:
-                top, _, left, right = rows[-1]
-                rows[-1] = (top, y, min(left, columns[0]), max(right, columns[-1]))
-            else:
-                rows.append((y, y, columns[0], columns[-1]))
-        return [Box(monitor.x + left, monitor.y + top, right - left + 1, bottom - top + 1)
-                for top, bottom, left, right in rows if bottom - top >= 5]
+        return [box._replace(x=monitor.x + box.x, y=monitor.y + box.y)
+                for box in blue_rows(self.screen.picture(monitor))]
 
     def click_middle(self, box):
         self.screen.click(box.x + box.width // 2, box.y + box.height // 2)

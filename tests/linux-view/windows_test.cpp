@@ -56,16 +56,23 @@ TEST(ScreenLayout, NeverGivesANumberToAnotherConnector) {
     EXPECT_EQ(layout.screens().front().number, 1U);
     EXPECT_EQ(layout.connector(2), "B");
     EXPECT_FALSE(layout.update({b, c, a}));
+    EXPECT_EQ(layout.first()->number, 1U);
     EXPECT_TRUE(layout.update({}));
     EXPECT_TRUE(layout.screens().empty());
+    EXPECT_EQ(layout.first()->number, 1U) << "a panel that falls due now has to belong somewhere";
+    EXPECT_EQ(ScreenLayout().first(), nullptr);
 }
 
 TEST(ScreenLayout, LeavesOutMirrorsAndMonitorsWithoutAnArea) {
+    const std::vector<Monitor> monitors{
+        {"A", {0, 0, 800, 600}, false}, {"mirror", {0, 0, 800, 600}, true}, {"off", {0, 0, 0, 0}, false}};
     ScreenLayout layout;
-    layout.update(
-        {{"A", {0, 0, 800, 600}, false}, {"mirror", {0, 0, 800, 600}, true}, {"off", {0, 0, 0, 0}, false}});
+    layout.update(monitors);
     ASSERT_EQ(layout.screens().size(), 1U);
     EXPECT_EQ(layout.connector(layout.screens().front().number), "mirror");
+    ScreenLayout outputs(Mirrors::EachItsOwn);
+    outputs.update(monitors);
+    EXPECT_EQ(outputs.screens().size(), 2U) << "a window of Wayland shows on one output";
 }
 
 TEST_F(RemoteWindows, NeedNoViewUntilSomethingIsShown) {

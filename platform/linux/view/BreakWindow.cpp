@@ -14,7 +14,8 @@ constexpr auto deafMilliseconds = static_cast<qint64>(1000 * deafSeconds(WindowS
 
 } // namespace
 
-BreakWindow::BreakWindow(QQmlEngine& engine) : PlacedWindow(engine, QStringLiteral("BreakScreen.qml")) {}
+BreakWindow::BreakWindow(Stage& stage, QQmlEngine& engine)
+    : PlacedWindow(stage, engine, QStringLiteral("BreakScreen.qml"), WindowRole::Cover) {}
 
 void BreakWindow::appeared() {
     shown_.start();

@@ -6,12 +6,12 @@
 
 namespace kelpa {
 
-/// Covers a whole screen, above everything else and beyond the reach of the window manager.
+/// Covers a whole screen, above everything else.
 class BreakWindow : public PlacedWindow {
     Q_OBJECT
 
   public:
-    explicit BreakWindow(QQmlEngine& engine);
+    BreakWindow(Stage& stage, QQmlEngine& engine);
 
     [[nodiscard]] bool guardsKeyboard() const override { return true; }
 

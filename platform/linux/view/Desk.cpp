@@ -18,11 +18,11 @@ namespace view = wire::view;
 namespace {
 
 /// The kinds of windows that there are.
-std::unique_ptr<ViewWindow> makeKind(QQmlEngine& engine, const std::string& kind) {
+std::unique_ptr<ViewWindow> makeKind(Stage& stage, QQmlEngine& engine, const std::string& kind) {
     if (kind == view::breakKind)
-        return std::make_unique<BreakWindow>(engine);
+        return std::make_unique<BreakWindow>(stage, engine);
     if (kind == view::waterKind)
-        return std::make_unique<WaterWindow>(engine);
+        return std::make_unique<WaterWindow>(stage, engine);
     if (kind == view::preferencesKind)
         return std::make_unique<PreferencesWindow>(engine);
     if (kind == view::aboutKind)
@@ -93,7 +93,7 @@ void Desk::open(int id, const wire::Message& message) {
 
 ViewWindow* Desk::make(int id, const std::string& kind) {
     try {
-        auto window = makeKind(engine_, kind);
+        auto window = makeKind(*stage_, engine_, kind);
         connect(
             window.get(), &ViewWindow::action, this, [this, id](const QString& name, const QString& value) {
                 channel_.send({view::action, std::to_string(id), name.toStdString(), value.toStdString()});
@@ -133,7 +133,7 @@ ViewWindow* Desk::frontWindow() const {
 void Desk::giveKeyboard() {
     if (guardingWindow() != nullptr) {
         focusDue_ = false;
-        return keyboard_.takeFocus();
+        return stage_->focusGuarded();
     }
     if (ViewWindow* window = frontWindow()) {
         focusDue_ = false;
@@ -142,20 +142,20 @@ void Desk::giveKeyboard() {
 }
 
 /// The lowest first: breaks cover everything.
-std::vector<xcb_window_t> Desk::shownWindows() const {
-    std::vector<xcb_window_t> shown;
+std::vector<QQuickWindow*> Desk::shownWindows() const {
+    std::vector<QQuickWindow*> shown;
     for (const bool covering : {false, true})
         for (const auto& [id, window] : windows_)
             if (window->isVisible() && window->keptOnTop() && window->guardsKeyboard() == covering)
-                shown.push_back(static_cast<xcb_window_t>(window->winId()));
+                shown.push_back(window.get());
     return shown;
 }
 
 void Desk::settle() {
-    keyboard_.guard(guardingWindow());
+    stage_->guardKeyboard(guardingWindow());
     if (focusDue_)
         giveKeyboard();
-    stack_.keep(shownWindows());
+    stage_->keepOnTop(shownWindows());
     QTimer::singleShot(0, this, &Desk::warmUp);
 }
 

@@ -1,8 +1,7 @@
 #pragma once
 
 #include "platform/linux/view/Channel.h"
-#include "platform/linux/view/KeyboardGuard.h"
-#include "platform/linux/view/StackKeeper.h"
+#include "platform/linux/view/Stage.h"
 #include "platform/linux/view/ViewWindow.h"
 
 #include <QQmlEngine>
@@ -28,7 +27,7 @@ class Desk : public QObject {
     void open(int id, const wire::Message& message);
     ViewWindow* make(int id, const std::string& kind);
     void settle();
-    [[nodiscard]] std::vector<xcb_window_t> shownWindows() const;
+    [[nodiscard]] std::vector<QQuickWindow*> shownWindows() const;
     void warmUp();
     [[nodiscard]] ViewWindow* guardingWindow() const;
     [[nodiscard]] ViewWindow* frontWindow() const;
@@ -37,8 +36,7 @@ class Desk : public QObject {
 
     Channel& channel_;
     QQmlEngine engine_;
-    KeyboardGuard keyboard_;
-    StackKeeper stack_;
+    std::unique_ptr<Stage> stage_ = makeStage();
     Windows windows_;
     int front_ = 0; ///< the window that was shown last
     bool focusDue_ = false;

@@ -1,20 +1,24 @@
 #pragma once
 
 #include "platform/linux/view/Fade.h"
+#include "platform/linux/view/Stage.h"
 #include "platform/linux/view/ViewWindow.h"
+
+#include <memory>
 
 namespace kelpa {
 
-/// A window beyond the reach of the window manager: above all others, exactly where the program wants it, and
-/// faded in and out.
+/// A window above all others, exactly where the program wants it, and faded in and out, as far as the display
+/// server lets it be.
 class PlacedWindow : public ViewWindow {
     Q_OBJECT
 
   public:
-    PlacedWindow(QQmlEngine& engine, const QString& file);
+    /// The stage outlives the window.
+    PlacedWindow(Stage& stage, QQmlEngine& engine, const QString& file, WindowRole role);
     ~PlacedWindow() override;
 
-    void setPlace(const QRect& pixels, const QString& connector) override;
+    void setPlace(const QRect& place, const QString& connector) override;
     void setAlpha(double alpha) override;
     void fadeTo(double alpha, double seconds) override;
     void appear() override;
@@ -24,23 +28,15 @@ class PlacedWindow : public ViewWindow {
     [[nodiscard]] bool keptOnTop() const override { return true; }
 
   protected:
-    /// Asserts the place, because something else may have changed it.
-    void assertPlace();
+    [[nodiscard]] WindowHost& host() const { return *host_; }
     virtual void appeared() {}
-    virtual void left() {}
-    /// Moves the window for good, in the toolkit's units.
-    void moveBy(QPoint distance);
+    void followBackground() override;
 
   private:
-    void watchScreens();
-    void applyOpacity(double value);
     void settle();
-    void fillEdges();
 
-    QRect pixels_;
-    QString connector_;
+    std::unique_ptr<WindowHost> host_;
     Fade fade_;
-    bool composited_ = false;
     bool warm_ = false;
 };
 

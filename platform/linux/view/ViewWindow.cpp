@@ -13,6 +13,7 @@ namespace kelpa {
 
 ViewWindow::ViewWindow(QQmlEngine& engine, const QString& file) {
     makeContent(engine, file);
+    ViewWindow::followBackground();
     connect(content_, SIGNAL(action(QString, QString)), this, SIGNAL(action(QString, QString)));
     connect(content_, SIGNAL(colorChanged()), this, SLOT(followBackground()));
 }
@@ -26,7 +27,6 @@ void ViewWindow::makeContent(QQmlEngine& engine, const QString& file) {
         throw std::runtime_error(component.errorString().toStdString());
     content_->setParent(this);
     content_->setParentItem(contentItem());
-    followBackground();
 }
 
 void ViewWindow::followBackground() {

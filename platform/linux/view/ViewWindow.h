@@ -18,8 +18,8 @@ class ViewWindow : public QQuickWindow {
     ViewWindow(QQmlEngine& engine, const QString& file);
     ~ViewWindow() override;
 
-    /// Where the window stands: in pixels of the desktop, on the screen of that connector.
-    virtual void setPlace(const QRect& pixels, const QString& connector) = 0;
+    /// Where the window stands: in the desktop's units, on the screen of that connector.
+    virtual void setPlace(const QRect& place, const QString& connector) = 0;
     virtual void setContentProperty(const QByteArray& name, const QString& value);
     virtual void setAlpha(double alpha) = 0;
     virtual void fadeTo(double alpha, double seconds) = 0;
@@ -48,7 +48,8 @@ class ViewWindow : public QQuickWindow {
     void resizeEvent(QResizeEvent* event) override;
 
   protected slots:
-    void followBackground();
+    /// The colour of the content's background is another one.
+    virtual void followBackground();
 
   private:
     void makeContent(QQmlEngine& engine, const QString& file);

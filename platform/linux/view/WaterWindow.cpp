@@ -1,6 +1,5 @@
 #include "platform/linux/view/WaterWindow.h"
 
-#include "platform/linux/view/X11.h"
 #include "platform/ports/WindowSystem.h"
 
 #include <QKeyEvent>
@@ -16,7 +15,8 @@ constexpr auto deafMilliseconds = static_cast<qint64>(1000 * deafSeconds(WindowS
 
 } // namespace
 
-WaterWindow::WaterWindow(QQmlEngine& engine) : PlacedWindow(engine, QStringLiteral("WaterPanel.qml")) {}
+WaterWindow::WaterWindow(Stage& stage, QQmlEngine& engine)
+    : PlacedWindow(stage, engine, QStringLiteral("WaterPanel.qml"), WindowRole::Panel) {}
 
 void WaterWindow::appeared() {
     focused_.invalidate();
@@ -25,19 +25,13 @@ void WaterWindow::appeared() {
     content().forceActiveFocus();
 }
 
-void WaterWindow::left() {
-    keysAtRest_.cancel();
-}
-
 void WaterWindow::takeKeyboard() {
-    keysAtRest_.whenReached([this] { focusNow(); });
+    host().takeKeyboardInQuiet();
 }
 
-void WaterWindow::focusNow() {
-    if (!staying() || x11::connection() == nullptr)
-        return;
-    x11::focus(static_cast<xcb_window_t>(winId()));
+void WaterWindow::focusInEvent(QFocusEvent* event) {
     focused_.start();
+    PlacedWindow::focusInEvent(event);
 }
 
 bool WaterWindow::deaf() const {
@@ -56,18 +50,18 @@ void WaterWindow::keyReleaseEvent(QKeyEvent* event) {
 
 /// Whoever clicks the panel wants it; and a press that no control takes begins to drag it.
 void WaterWindow::mousePressEvent(QMouseEvent* event) {
-    keysAtRest_.cancel();
-    if (!focused_.isValid())
-        focusNow();
+    if (!isActive())
+        host().takeKeyboard();
     PlacedWindow::mousePressEvent(event);
-    dragged_ = event->button() == Qt::LeftButton && (mouseGrabberItem() == nullptr);
-    grip_ = event->globalPosition().toPoint() - position();
+    dragged_ = event->button() == Qt::LeftButton && mouseGrabberItem() == nullptr;
+    if (dragged_)
+        host().beginDrag(*event);
 }
 
 void WaterWindow::mouseMoveEvent(QMouseEvent* event) {
     PlacedWindow::mouseMoveEvent(event);
     if (dragged_ && (event->buttons() & Qt::LeftButton) != 0)
-        moveBy(event->globalPosition().toPoint() - grip_ - position());
+        host().drag(*event);
 }
 
 void WaterWindow::mouseReleaseEvent(QMouseEvent* event) {

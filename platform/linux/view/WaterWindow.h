@@ -1,6 +1,5 @@
 #pragma once
 
-#include "platform/linux/view/KeysAtRest.h"
 #include "platform/linux/view/PlacedWindow.h"
 
 #include <QElapsedTimer>
@@ -13,26 +12,23 @@ class WaterWindow : public PlacedWindow {
     Q_OBJECT
 
   public:
-    explicit WaterWindow(QQmlEngine& engine);
+    WaterWindow(Stage& stage, QQmlEngine& engine);
 
     void takeKeyboard() override;
 
   protected:
+    void focusInEvent(QFocusEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void keyReleaseEvent(QKeyEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void appeared() override;
-    void left() override;
 
   private:
     [[nodiscard]] bool deaf() const;
-    void focusNow();
 
-    KeysAtRest keysAtRest_;
     QElapsedTimer focused_;
-    QPoint grip_;
     bool dragged_ = false;
 };
 

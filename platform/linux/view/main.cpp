@@ -11,12 +11,21 @@
 
 namespace {
 
+/// The display server is the one that the program chose; where Qt cannot speak to a compositor, it may still
+/// reach the X server that most of them bring along.
+void chooseDisplay() {
+    const bool wayland = qgetenv("KELPA_DISPLAY") == "wayland";
+    qputenv("QT_QPA_PLATFORM", wayland ? "wayland;xcb" : "xcb");
+    // Windows that ask for it are left to us to place.
+    qputenv("QT_WAYLAND_USE_BYPASSWINDOWMANAGERHINT", "1");
+}
+
 /// Keeps the toolkit from loading what only costs memory here: another toolkit for its colours, another main
 /// loop, OpenGL for windows that are painted by the processor, and a session manager that would want to start
 /// us at log-in.
 void keepToolkitSmall() {
-    qputenv("QT_QPA_PLATFORM", "xcb");
     qputenv("QT_XCB_GL_INTEGRATION", "none");
+    qputenv("QT_WAYLAND_CLIENT_BUFFER_INTEGRATION", "none");
     qputenv("QT_NO_GLIB", "1");
     if (qgetenv("XDG_CURRENT_DESKTOP") != "KDE")
         qputenv("QT_QPA_PLATFORMTHEME", "generic");
@@ -36,7 +45,14 @@ kelpa::Channel* messages = nullptr;
 /// A complaint that comes with every frame must not fill the log.
 int messagesLeft = 20;
 
+/// What Qt says of something that it was told not to look for.
+bool expected(const QString& text) {
+    return text.contains(QStringLiteral("client buffer integration"));
+}
+
 void passOn(QtMsgType type, const QMessageLogContext& /*context*/, const QString& text) {
+    if (expected(text))
+        return;
     if ((type == QtWarningMsg || type == QtCriticalMsg) && messagesLeft-- > 0)
         messages->send({kelpa::wire::view::warning, text.toStdString()});
 }
@@ -49,6 +65,7 @@ int main(int argc, char** argv) {
         return 2;
     }
     kelpa::Browser::setEnvironment(QProcessEnvironment::systemEnvironment());
+    chooseDisplay();
     keepToolkitSmall();
     giveLargeBlocksBack();
     QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);

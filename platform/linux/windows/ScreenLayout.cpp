@@ -15,22 +15,23 @@ bool contains(const PixelRect& rect, int x, int y) {
     return x >= rect.x && x < rect.x + rect.width && y >= rect.y && y < rect.y + rect.height;
 }
 
+} // namespace
+
 /// Leaves the usable monitors in the order in which they are shown: the primary one, then as the server
 /// lists them.
-void tidy(std::vector<Monitor>& monitors) {
+void ScreenLayout::tidy(std::vector<Monitor>& monitors) const {
     std::stable_partition(monitors.begin(), monitors.end(), [](const Monitor& one) { return one.primary; });
     std::vector<Monitor> usable;
     for (auto& monitor : monitors) {
-        const bool mirrored = std::any_of(usable.begin(), usable.end(), [&monitor](const Monitor& other) {
-            return other.pixels == monitor.pixels;
-        });
-        if (!mirrored && monitor.pixels.width > 0 && monitor.pixels.height > 0)
+        const bool covered = mirrors_ == Mirrors::ShareOneWindow &&
+                             std::any_of(usable.begin(), usable.end(), [&monitor](const Monitor& other) {
+                                 return other.pixels == monitor.pixels;
+                             });
+        if (!covered && monitor.pixels.width > 0 && monitor.pixels.height > 0)
             usable.push_back(std::move(monitor));
     }
     monitors = std::move(usable);
 }
-
-} // namespace
 
 bool ScreenLayout::update(std::vector<Monitor> monitors) {
     tidy(monitors);
@@ -40,7 +41,13 @@ bool ScreenLayout::update(std::vector<Monitor> monitors) {
     screens_.clear();
     for (const Monitor& monitor : monitors_)
         screens_.push_back({numberOf(monitor.connector), frame(monitor.pixels)});
+    if (!screens_.empty())
+        first_ = screens_.front();
     return true;
+}
+
+const Screen* ScreenLayout::first() const {
+    return first_.number == 0 ? nullptr : &first_;
 }
 
 std::uint32_t ScreenLayout::numberOf(const std::string& connector) {

@@ -16,26 +16,39 @@ struct Monitor {
     bool operator==(const Monitor&) const = default;
 };
 
+/// What becomes of monitors that show the very same part of the desktop.
+enum class Mirrors {
+    ShareOneWindow, ///< the window shows on all of them, as on X11
+    EachItsOwn,     ///< a window is shown on one output, as on Wayland
+};
+
 /// Turns monitors into screens: gives each connector a number that stays its own for as long as the program
 /// runs, and counts in points upwards from the first screen's lower left corner.
 class ScreenLayout {
   public:
-    /// Monitors without an area are left out, and so is one that shows the very same part of the desktop as
-    /// another: one window covers both. True when anything differs from before.
+    explicit ScreenLayout(Mirrors mirrors = Mirrors::ShareOneWindow) : mirrors_(mirrors) {}
+    /// Monitors without an area are left out, and so is one for which another's window does. True when
+    /// anything differs from before.
     bool update(std::vector<Monitor> monitors);
     [[nodiscard]] const std::vector<Screen>& screens() const { return screens_; }
+    /// Null as long as there has not been any. While there is none, as when the only monitor is switched off,
+    /// the one that was the first.
+    [[nodiscard]] const Screen* first() const;
     [[nodiscard]] std::string connector(std::uint32_t number) const;
     [[nodiscard]] PixelRect pixels(const Rect& frame) const;
     /// The screen at a pixel of the desktop; null beside them all.
     [[nodiscard]] const Screen* at(int x, int y) const;
 
   private:
+    void tidy(std::vector<Monitor>& monitors) const;
     std::uint32_t numberOf(const std::string& connector);
     [[nodiscard]] Rect frame(const PixelRect& pixels) const;
 
+    Mirrors mirrors_;
     std::map<std::string, std::uint32_t> numbers_;
     std::vector<Monitor> monitors_;
     std::vector<Screen> screens_;
+    Screen first_;
 };
 
 } // namespace kelpa

@@ -25,7 +25,8 @@ class ScreenSource {
     virtual ~ScreenSource() = default;
     /// The primary screen comes first.
     [[nodiscard]] virtual const std::vector<Screen>& screens() const = 0;
-    /// The one that has the keyboard focus, else the first; null when there is none.
+    /// The one that has the keyboard focus, else the first, also when that is switched off just now; null
+    /// when there has never been one.
     [[nodiscard]] virtual const Screen* mainScreen() = 0;
     /// The connector's name; empty for a number that no screen has now.
     [[nodiscard]] virtual std::string connector(std::uint32_t number) const = 0;

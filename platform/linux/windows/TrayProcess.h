@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/StatusItemSink.h"
+#include "platform/linux/windows/DisplayTray.h"
 #include "platform/linux/windows/HelperProcess.h"
 #include "platform/linux/windows/RestartBudget.h"
 #include "platform/linux/windows/WindowReport.h"
@@ -10,7 +10,7 @@ namespace kelpa {
 
 /// Shows the status item as an icon embedded in an old system tray, by way of `kelpa-tray`, a process that
 /// runs only while the item is to be shown and such a tray is there.
-class TrayProcess final : public StatusItemSink, private HelperClient {
+class TrayProcess final : public DisplayTray, private HelperClient {
   public:
     /// All arguments outlive the sink; `program` is the path of `kelpa-tray`.
     TrayProcess(EventLoop& loop, X11Connection& connection, WindowReport& report, std::string program);
@@ -26,7 +26,7 @@ class TrayProcess final : public StatusItemSink, private HelperClient {
     void titleChanged(const std::string& title) override;
 
     /// Whether an old system tray is there, as far as it was looked for: only while the item is to be shown.
-    [[nodiscard]] bool managerPresent() const { return manager_ != XCB_WINDOW_NONE; }
+    [[nodiscard]] bool managerPresent() const override { return manager_ != XCB_WINDOW_NONE; }
 
   private:
     void helperSaid(const wire::Message& message) override;

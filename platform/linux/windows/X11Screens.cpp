@@ -98,7 +98,7 @@ const Screen* X11Screens::mainScreen() {
     const X11Reply<xcb_get_input_focus_reply_t> focus(
         xcb_get_input_focus_reply(connection_.get(), cookie, nullptr));
     connection_.settle();
-    const Screen* first = screens().empty() ? nullptr : &screens().front();
+    const Screen* first = layout_.first();
     if (!focus || focus->focus <= XCB_INPUT_FOCUS_POINTER_ROOT || focus->focus == connection_.root())
         return first;
     const auto size = xcb_get_geometry(connection_.get(), focus->focus);

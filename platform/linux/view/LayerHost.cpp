@@ -1,0 +1,237 @@
+#include "platform/linux/view/LayerHost.h"
+
+#include "platform/linux/view/WaylandNative.h"
+
+#include <QGuiApplication>
+#include <QMouseEvent>
+#include <QPlatformSurfaceEvent>
+#include <QQuickItem>
+#include <QQuickWindow>
+#include <QScreen>
+#include <algorithm>
+#include <layer-shell.h>
+#include <utility>
+#include <wayland-client.h>
+
+namespace kelpa {
+
+namespace {
+
+constexpr std::uint32_t allEdges = ZWLR_LAYER_SURFACE_V1_ANCHOR_TOP | ZWLR_LAYER_SURFACE_V1_ANCHOR_BOTTOM |
+                                   ZWLR_LAYER_SURFACE_V1_ANCHOR_LEFT | ZWLR_LAYER_SURFACE_V1_ANCHOR_RIGHT;
+constexpr std::uint32_t topRight = ZWLR_LAYER_SURFACE_V1_ANCHOR_TOP | ZWLR_LAYER_SURFACE_V1_ANCHOR_RIGHT;
+/// Makes the surface neither push panels aside nor make room for them.
+constexpr std::int32_t overPanels = -1;
+
+} // namespace
+
+LayerHost::LayerHost(LayerShell& shell, QQuickWindow& window, QQuickItem& content, WindowRole role)
+    : shell_(shell), window_(window), content_(content), role_(role) {
+    // The hint keeps Qt from making a window of the surface.
+    window_.setFlags(Qt::Window | Qt::FramelessWindowHint | Qt::BypassWindowManagerHint);
+    // What is painted with alpha lets the desktop shine through.
+    QSurfaceFormat format = window_.requestedFormat();
+    format.setAlphaBufferSize(8);
+    window_.setFormat(format);
+    window_.setColor(Qt::transparent);
+    window_.installEventFilter(this);
+    connect(qApp, &QGuiApplication::screenAdded, this, &LayerHost::screensChanged, Qt::QueuedConnection);
+    connect(qApp, &QGuiApplication::screenRemoved, this, &LayerHost::screensChanged, Qt::QueuedConnection);
+}
+
+LayerHost::~LayerHost() {
+    withdraw();
+}
+
+QScreen* LayerHost::targetScreen() const {
+    for (QScreen* screen : QGuiApplication::screens())
+        if (screen->name() == connector_)
+            return screen;
+    return nullptr;
+}
+
+void LayerHost::setPlace(const QRect& place, const QString& connector) {
+    place_ = place;
+    connector_ = connector;
+    if (!wanted_)
+        return;
+    if (connector_ != shownOn_)
+        return screensChanged();
+    describe();
+    commit();
+}
+
+/// The window is where it should be, or goes there; without its screen it waits for that.
+void LayerHost::screensChanged() {
+    QScreen* screen = wanted_ ? targetScreen() : nullptr;
+    if (surface_ != nullptr && (screen == nullptr || shownOn_ != connector_))
+        withdraw();
+    if (surface_ == nullptr && screen != nullptr)
+        return showNow(*screen);
+    if (surface_ == nullptr)
+        return;
+    // When a surface that had the keyboard goes with its screen, one that says again that it wants it gets
+    // it.
+    describe();
+    commit();
+}
+
+void LayerHost::prepare() {
+    if (QScreen* screen = targetScreen())
+        window_.setScreen(screen);
+    window_.resize(place_.size());
+    window_.create();
+}
+
+void LayerHost::show() {
+    wanted_ = true;
+    screensChanged();
+}
+
+void LayerHost::hide() {
+    wanted_ = false;
+    withdraw();
+}
+
+void LayerHost::showNow(QScreen& screen) {
+    prepare();
+    makeSurface(screen);
+    describe();
+    commit();
+}
+
+void LayerHost::makeSurface(QScreen& screen) {
+    static constexpr zwlr_layer_surface_v1_listener listener{
+        [](void* data, zwlr_layer_surface_v1*, std::uint32_t serial, std::uint32_t width,
+           std::uint32_t height) {
+            static_cast<LayerHost*>(data)->configured(
+                serial, QSize(static_cast<int>(width), static_cast<int>(height)));
+        },
+        [](void* data, zwlr_layer_surface_v1*) { static_cast<LayerHost*>(data)->withdraw(); }};
+    shownOn_ = connector_;
+    const auto layer =
+        role_ == WindowRole::Cover ? ZWLR_LAYER_SHELL_V1_LAYER_OVERLAY : ZWLR_LAYER_SHELL_V1_LAYER_TOP;
+    surface_ = shell_.makeSurface(wayland::surface(window_), wayland::output(screen), layer);
+    zwlr_layer_surface_v1_add_listener(surface_, &listener, this);
+}
+
+/// The surface loses its role before Qt destroys it; the next one is made from scratch.
+void LayerHost::withdraw() {
+    if (moving_ != nullptr)
+        wl_callback_destroy(std::exchange(moving_, nullptr));
+    if (surface_ != nullptr)
+        zwlr_layer_surface_v1_destroy(std::exchange(surface_, nullptr));
+    shownOn_.clear();
+    window_.hide();
+    window_.destroy();
+}
+
+bool LayerHost::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::PlatformSurface && surface_ != nullptr &&
+        static_cast<QPlatformSurfaceEvent*>(event)->surfaceEventType() ==
+            QPlatformSurfaceEvent::SurfaceAboutToBeDestroyed)
+        zwlr_layer_surface_v1_destroy(std::exchange(surface_, nullptr));
+    return QObject::eventFilter(watched, event);
+}
+
+void LayerHost::configured(std::uint32_t serial, QSize size) {
+    zwlr_layer_surface_v1_ack_configure(surface_, serial);
+    // A side that the compositor leaves to us is 0.
+    window_.resize(size.width() > 0 ? size.width() : place_.width(),
+                   size.height() > 0 ? size.height() : place_.height());
+    if (window_.isVisible())
+        return commit();
+    window_.show();
+    letInputThrough(leaving_);
+}
+
+void LayerHost::describe() {
+    const bool covers = role_ == WindowRole::Cover;
+    const QRect screen = window_.screen()->geometry();
+    const auto width = static_cast<std::uint32_t>(covers ? 0 : place_.width());
+    const auto height = static_cast<std::uint32_t>(covers ? 0 : place_.height());
+    zwlr_layer_surface_v1_set_size(surface_, width, height);
+    zwlr_layer_surface_v1_set_anchor(surface_, covers ? allEdges : topRight);
+    zwlr_layer_surface_v1_set_exclusive_zone(surface_, overPanels);
+    if (!covers)
+        zwlr_layer_surface_v1_set_margin(surface_, place_.top() - screen.top(),
+                                         screen.right() - place_.right(), 0, 0);
+    zwlr_layer_surface_v1_set_keyboard_interactivity(surface_, keyboard());
+}
+
+std::uint32_t LayerHost::keyboard() const {
+    if (leaving_)
+        return ZWLR_LAYER_SURFACE_V1_KEYBOARD_INTERACTIVITY_NONE;
+    if (role_ == WindowRole::Cover)
+        return ZWLR_LAYER_SURFACE_V1_KEYBOARD_INTERACTIVITY_EXCLUSIVE;
+    // Before this there was only all or nothing, and a panel that nobody asked for must not take all.
+    const auto version = zwlr_layer_surface_v1_get_version(surface_);
+    return version >= ZWLR_LAYER_SURFACE_V1_KEYBOARD_INTERACTIVITY_ON_DEMAND_SINCE_VERSION
+               ? ZWLR_LAYER_SURFACE_V1_KEYBOARD_INTERACTIVITY_ON_DEMAND
+               : ZWLR_LAYER_SURFACE_V1_KEYBOARD_INTERACTIVITY_NONE;
+}
+
+void LayerHost::letInputThrough(bool through) {
+    wl_region* nowhere = through ? wl_compositor_create_region(wayland::compositor()) : nullptr;
+    wl_surface_set_input_region(wayland::surface(window_), nowhere);
+    if (nowhere != nullptr)
+        wl_region_destroy(nowhere);
+}
+
+void LayerHost::commit() {
+    wl_surface_commit(wayland::surface(window_));
+    wl_display_flush(wayland::display());
+}
+
+void LayerHost::followBackground() {}
+
+void LayerHost::setOpacity(double value) {
+    content_.setOpacity(value);
+}
+
+void LayerHost::setLeaving(bool leaving) {
+    if (leaving == std::exchange(leaving_, leaving) || surface_ == nullptr)
+        return;
+    zwlr_layer_surface_v1_set_keyboard_interactivity(surface_, keyboard());
+    letInputThrough(leaving);
+    commit();
+}
+
+void LayerHost::beginDrag(const QMouseEvent& event) {
+    grip_ = event.position();
+}
+
+/// Positions count from the surface's own corner, so while it moves they say nothing.
+void LayerHost::drag(const QMouseEvent& event) {
+    if (surface_ != nullptr && moving_ == nullptr)
+        moveTo(place_.topLeft() + (event.position() - grip_).toPoint());
+}
+
+void LayerHost::moveTo(QPoint corner) {
+    const QRect screen = window_.screen()->geometry();
+    const QPoint least = screen.topLeft();
+    const QPoint most = screen.bottomRight() - place_.bottomRight() + place_.topLeft();
+    corner = QPoint(std::clamp(corner.x(), least.x(), std::max(least.x(), most.x())),
+                    std::clamp(corner.y(), least.y(), std::max(least.y(), most.y())));
+    if (corner == place_.topLeft())
+        return;
+    place_.moveTopLeft(corner);
+    describe();
+    static constexpr wl_callback_listener listener{[](void* data, wl_callback* callback, std::uint32_t) {
+        auto& host = *static_cast<LayerHost*>(data);
+        // After the motions that came before it, which Qt hands on from a queue.
+        QMetaObject::invokeMethod(
+            &host,
+            [&host, callback] {
+                if (host.moving_ == callback)
+                    wl_callback_destroy(std::exchange(host.moving_, nullptr));
+            },
+            Qt::QueuedConnection);
+    }};
+    commit();
+    moving_ = wl_display_sync(wayland::display());
+    wl_callback_add_listener(moving_, &listener, this);
+    wl_display_flush(wayland::display());
+}
+
+} // namespace kelpa

@@ -1,0 +1,16 @@
+#include "platform/linux/view/Stage.h"
+
+#include "platform/linux/view/WaylandStage.h"
+#include "platform/linux/view/X11Stage.h"
+
+#include <QGuiApplication>
+
+namespace kelpa {
+
+std::unique_ptr<Stage> makeStage() {
+    if (QGuiApplication::platformName() == QStringLiteral("wayland"))
+        return std::make_unique<WaylandStage>();
+    return std::make_unique<X11Stage>();
+}
+
+} // namespace kelpa

@@ -1,0 +1,146 @@
+#include "platform/linux/view/X11Host.h"
+
+#include "platform/linux/view/X11.h"
+
+#include <QGuiApplication>
+#include <QMouseEvent>
+#include <QQuickItem>
+#include <QQuickWindow>
+#include <QScreen>
+
+namespace kelpa {
+
+namespace {
+
+xcb_window_t idOf(const QQuickWindow& window) {
+    return static_cast<xcb_window_t>(window.winId());
+}
+
+} // namespace
+
+X11Host::X11Host(QQuickWindow& window, QQuickItem& content) : window_(window), content_(content) {
+    window_.setFlags(Qt::Window | Qt::FramelessWindowHint | Qt::BypassWindowManagerHint);
+    connect(&window_, &QQuickWindow::frameSwapped, this, &X11Host::fillEdges);
+    watchScreens();
+}
+
+X11Host::~X11Host() = default;
+
+/// A screen that comes, goes or changes can move windows that have nothing to do with it.
+void X11Host::watchScreens() {
+    const auto watch = [this](const QScreen* screen) {
+        connect(screen, &QScreen::geometryChanged, this, &X11Host::assertPlace, Qt::QueuedConnection);
+    };
+    for (const QScreen* screen : QGuiApplication::screens())
+        watch(screen);
+    connect(qApp, &QGuiApplication::screenAdded, this, watch);
+    for (const auto signal : {&QGuiApplication::screenAdded, &QGuiApplication::screenRemoved,
+                              &QGuiApplication::primaryScreenChanged})
+        connect(qApp, signal, this, &X11Host::assertPlace, Qt::QueuedConnection);
+}
+
+QScreen* X11Host::targetScreen() const {
+    for (QScreen* screen : QGuiApplication::screens())
+        if (screen->name() == connector_)
+            return screen;
+    return QGuiApplication::primaryScreen();
+}
+
+void X11Host::setPlace(const QRect& place, const QString& connector) {
+    pixels_ = place;
+    connector_ = connector;
+    assertPlace();
+}
+
+void X11Host::assertPlace() {
+    QScreen* target = targetScreen();
+    if (pixels_.isEmpty() || target == nullptr)
+        return;
+    // Qt counts in its own units, of which a screen need not be a whole number; the server counts in pixels.
+    const double factor = target->devicePixelRatio();
+    const QPoint inScreen = pixels_.topLeft() - target->geometry().topLeft();
+    const QRect place((QPointF(inScreen) / factor).toPoint() + target->geometry().topLeft(),
+                      QSize(qCeil(pixels_.width() / factor), qCeil(pixels_.height() / factor)));
+    if (window_.screen() != target)
+        window_.setScreen(target);
+    if (window_.geometry() != place)
+        window_.setGeometry(place);
+    if (window_.handle() != nullptr)
+        x11::moveResize(idOf(window_), pixels_);
+}
+
+/// At a fractional scale what is painted can end a pixel short of the right and the lower edge, and be black
+/// there.
+void X11Host::fillEdges() {
+    const double factor = window_.devicePixelRatio();
+    const int right = qFloor(qFloor(pixels_.width() / factor) * factor);
+    const int bottom = qFloor(qFloor(pixels_.height() / factor) * factor);
+    if (right < pixels_.width())
+        x11::clear(idOf(window_), QRect(right, 0, pixels_.width() - right, pixels_.height()));
+    if (bottom < pixels_.height())
+        x11::clear(idOf(window_), QRect(0, bottom, pixels_.width(), pixels_.height() - bottom));
+}
+
+void X11Host::prepare() {
+    window_.create();
+    assertPlace();
+    followBackground();
+}
+
+void X11Host::show() {
+    if (!window_.isVisible()) {
+        prepare();
+        window_.show();
+    }
+    x11::raise(idOf(window_));
+}
+
+void X11Host::hide() {
+    keysAtRest_.cancel();
+    window_.hide();
+}
+
+void X11Host::followBackground() {
+    window_.setColor(content_.property("color").value<QColor>());
+    if (window_.handle() != nullptr)
+        x11::setBackground(idOf(window_), window_.color());
+}
+
+void X11Host::beginFade() {
+    composited_ = x11::composited();
+}
+
+/// Without a compositor the window itself cannot be seen through: then its content comes out of the
+/// background.
+void X11Host::setOpacity(double value) {
+    window_.setOpacity(composited_ ? value : 1.0);
+    content_.setProperty("reveal", composited_ ? 1.0 : value);
+}
+
+/// Where one sees through it one can also click through it.
+void X11Host::setLeaving(bool leaving) {
+    window_.setFlag(Qt::WindowTransparentForInput, leaving && composited_);
+}
+
+void X11Host::takeKeyboard() {
+    keysAtRest_.cancel();
+    if (window_.isVisible())
+        x11::focus(idOf(window_));
+}
+
+void X11Host::takeKeyboardInQuiet() {
+    keysAtRest_.whenReached([this] { takeKeyboard(); });
+}
+
+void X11Host::beginDrag(const QMouseEvent& event) {
+    grip_ = event.globalPosition().toPoint() - window_.position();
+}
+
+void X11Host::drag(const QMouseEvent& event) {
+    const QPoint distance = event.globalPosition().toPoint() - grip_ - window_.position();
+    const double factor = window_.screen()->devicePixelRatio();
+    pixels_.translate((QPointF(distance) * factor).toPoint());
+    window_.setPosition(window_.position() + distance);
+}
+
+} // namespace kelpa

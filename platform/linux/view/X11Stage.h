@@ -1,0 +1,22 @@
+#pragma once
+
+#include "platform/linux/view/KeyboardGuard.h"
+#include "platform/linux/view/StackKeeper.h"
+#include "platform/linux/view/Stage.h"
+
+namespace kelpa {
+
+/// An X server, where focus and place in the stack are ours to take and to defend.
+class X11Stage final : public Stage {
+  public:
+    std::unique_ptr<WindowHost> makeHost(QQuickWindow& window, QQuickItem& content, WindowRole role) override;
+    void guardKeyboard(QQuickWindow* window) override;
+    void focusGuarded() override { keyboard_.takeFocus(); }
+    void keepOnTop(const std::vector<QQuickWindow*>& windows) override;
+
+  private:
+    KeyboardGuard keyboard_;
+    StackKeeper stack_;
+};
+
+} // namespace kelpa
