@@ -3,6 +3,7 @@ import ctypes
 import os
 import shutil
 import signal
+import socket
 import subprocess
 import tempfile
 import time
@@ -172,12 +173,18 @@ class Session:
             self.environment[variable] = f"unix:path={path}"
         for kind in ("system", "session"):
             self.spawn(["dbus-daemon", f"--config-file={self.folder}/{kind}-bus.conf", "--nofork", "--nopidfile"])
-            wait_until((self.folder / f"{kind}-bus").exists, 10, f"the {kind} bus")
+            wait_until(lambda: self._listens(self.folder / f"{kind}-bus"), 10, f"the {kind} bus")
         flags = Gio.DBusConnectionFlags
         self.bus = Gio.DBusConnection.new_for_address_sync(
             self.environment["DBUS_SESSION_BUS_ADDRESS"],
             flags.AUTHENTICATION_CLIENT | flags.MESSAGE_BUS_CONNECTION, None, None)
         self.bus.set_exit_on_close(False)
+
+    @staticmethod
+    def _listens(path):
+        """Whether somebody takes connections at the socket, which can be there a moment earlier."""
+        with socket.socket(socket.AF_UNIX, socket.SOCK_STREAM) as connection:
+            return connection.connect_ex(str(path)) == 0
 
     def spawn(self, command, environment=None, **options):
         """Starts a program in the session; what it says goes into a file that `output` reads."""

@@ -71,6 +71,7 @@ class Break(WaylandTest):
             self.check_countdown(monitor)
         # A change during the break.
         self.session.command(f"output {self.monitors[0].name} scale 1")
+        self.session.move(5, 590)   # a pointer beside the figures would look like one more
         self.settle(1)
         self.wait_for_cover()
         self.check_countdown(self.monitors[0])
