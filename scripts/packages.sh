@@ -21,7 +21,9 @@ KELPA_DESKTOP_PACKAGES=(
 )
 
 # What the tests use beyond that.
-KELPA_TEST_PACKAGES=(python3-fonttools python3-yaml xterm trayer locales xdg-utils python3-dbusmock)
+KELPA_TEST_PACKAGES=(
+    python3-fonttools python3-yaml xterm trayer locales xdg-utils python3-dbusmock at-spi2-core python3-pyatspi
+)
 
 # What `./test --all` adds.
 KELPA_CHECK_PACKAGES=(

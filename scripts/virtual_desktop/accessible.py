@@ -12,7 +12,7 @@ PROPERTIES = "org.freedesktop.DBus.Properties"
 ON_SCREEN = 0
 # Of the numbers that the protocol gives to states, those that are looked at here.
 STATES = {1: "active", 4: "checked", 8: "enabled", 11: "focusable", 12: "focused", 23: "selected", 25: "showing",
-          30: "visible", 41: "checkable"}
+          30: "visible", 41: "checkable", 43: "read only"}
 
 
 class Accessibility:
@@ -124,6 +124,7 @@ class Element:
         for child in self.children():
             yield from child.walk()
 
-    def find(self, role, name=None):
-        """The first element of that role, and name, that can be seen; nothing when there is none."""
-        return next((one for one in self.walk() if one.role() == role and name in (None, one.name())), None)
+    def find(self, role, name=None, description=None):
+        """The first element of that role, name and description that can be seen; nothing when there is none."""
+        return next((one for one in self.walk() if one.role() == role and name in (None, one.name()) and
+                     description in (None, one.description())), None)

@@ -22,6 +22,7 @@ Row {
         symbol: "minus"
         symbolSize: 14
         text: control.texts.decrease
+        Accessible.description: control.label
         autoRepeat: true
         onClicked: control.step(-1)
     }
@@ -44,6 +45,7 @@ Row {
         symbol: "plus"
         symbolSize: 14
         text: control.texts.increase
+        Accessible.description: control.label
         autoRepeat: true
         onClicked: control.step(1)
     }

@@ -29,6 +29,7 @@ TextEntry {
         anchors.rightMargin: 3
         y: 3
         height: parent.height - 6
+        label: control.label
         decrease: control.texts.decrease
         increase: control.texts.increase
         onStepped: direction => control.step(direction)

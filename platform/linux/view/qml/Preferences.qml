@@ -38,11 +38,7 @@ Rectangle {
         onActivated: page.turn(-1)
     }
 
-    // A click beside everything ends what is being typed.
-    MouseArea {
-        anchors.fill: parent
-        onPressed: page.forceActiveFocus(Qt.MouseFocusReason)
-    }
+    ClickableGround {}
     Rectangle {
         id: toolbar
         width: page.width
@@ -125,6 +121,7 @@ Rectangle {
                     Accessible.role: Accessible.Pane
                     Accessible.name: loader.modelData.label
 
+                    ClickableGround {}
                     AboutPage {
                         id: about
                         anchors.centerIn: parent

@@ -51,6 +51,7 @@ Flickable {
         id: metrics
         font.pixelSize: Theme.bodySize
     }
+    ClickableGround {}
     Column {
         id: column
         x: Math.round((pane.width - width) / 2)

@@ -41,7 +41,8 @@ T.ItemDelegate {
     implicitHeight: Math.max(40, (editing ? editor.implicitHeight : words.implicitHeight) + 16)
     text: model.text
     hoverEnabled: true
-    focusPolicy: Qt.ClickFocus
+    // Tab goes to the chosen one, then to its buttons, and past the others.
+    focusPolicy: current ? Qt.StrongFocus : Qt.ClickFocus
     Accessible.name: words.text
     Accessible.focusable: true
     Accessible.onPressAction: edit()

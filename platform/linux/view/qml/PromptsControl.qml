@@ -71,7 +71,6 @@ Item {
         spacing: 2
         model: control.told.entries
         currentIndex: 0
-        activeFocusOnTab: true
         keyNavigationEnabled: true
         boundsBehavior: Flickable.StopAtBounds
         highlightMoveDuration: Theme.quick

@@ -8,6 +8,8 @@ Column {
 
     property string decrease
     property string increase
+    /// What goes up and down.
+    property string label
     signal stepped(int direction)
 
     width: 20
@@ -21,6 +23,7 @@ Column {
         autoRepeat: true
         focusPolicy: Qt.NoFocus
         Accessible.name: text
+        Accessible.description: stepper.label
 
         background: RoundedBox {
             radius: 4

@@ -32,6 +32,8 @@ T.TextField {
     verticalAlignment: TextInput.AlignVCenter
     hoverEnabled: true
     selectByMouse: true
+    // Screen readers are not told what is disabled.
+    readOnly: !enabled
     opacity: enabled ? 1 : Theme.disabledOpacity
     text: told ? told.text : ""
     Accessible.name: label

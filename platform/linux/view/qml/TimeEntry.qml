@@ -204,6 +204,7 @@ Item {
         anchors.rightMargin: 3
         y: 3
         height: parent.height - 6
+        label: entry.label
         decrease: entry.decrease
         increase: entry.increase
         onStepped: direction => {

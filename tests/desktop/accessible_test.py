@@ -1,0 +1,218 @@
+#!/usr/bin/python3
+"""The windows of the real program without eyes and without a mouse: what a screen reader is told of everything that
+can be operated, and that the keyboard reaches it in the order in which it is read."""
+import json
+import time
+from pathlib import Path
+
+from preferences_support import PANES, WORK, PreferencesTest
+from support import main, wait_until
+
+READER = Path(__file__).with_name("screen_reader.py")
+OPERABLE = {"page tab", "check box", "radio button", "combo box", "push button", "link", "text", "list item"}
+# What only holds others or is only read.
+PASSIVE = {"application", "frame", "panel", "page tab list", "list", "heading", "label", "image", "filler", "alert"}
+FIRST = "给你的眼睛一个小小的暂停，它们会感激你的关心。"
+HOURS = [f"{hour:02}:00" for hour in range(9, 20)]
+
+# Where Tab goes, pane by pane, after the tab itself.
+STOPS = {
+    "General": [("check box", "Launch at login"), ("check box", "Show time in StatusBar"),
+                ("check box", "Auto check update for Kelpa")],
+    "Workflow": [("text", WORK), ("text", "Length of a short break in seconds"), ("check box", "Custom break prompt"),
+                 ("text", "Custom break prompt"), ("text", "Breaks from one long break to the next"),
+                 ("text", "Length of a long break in minutes"),
+                 ("check box", "Force for long breaks(skip button will not display)"),
+                 ("check box", "Restart timer after Mac awake"), ("check box", "Stop timer after Mouse stop for 5 mins"),
+                 ("check box", "Show a new day prompt")],
+    "Style": [("combo box", "Break Style"), ("radio button", "Break"), ("text", "Add"), ("push button", "Add"),
+              ("list item", FIRST), ("push button", "Edit"), ("push button", "Delete"),
+              ("push button", "Reset to the built-in prompts")],
+    "Water": [("check box", "Enable drink water reminder"), ("push button", "Decrease"), ("text", "Target"),
+              ("push button", "Increase"), ("combo box", "Mode"), ("text", "Start time"), ("text", "End time"),
+              ("radio button", "15min")],
+    "About": [("link", "Release Notes")],
+}
+TIME_POINTS = [*STOPS["Water"][:5], *(("push button", f"Remove this time {hour}") for hour in HOURS),
+               ("push button", "Add a time")]
+
+
+class Reader:
+    """A screen reader that listens to what gets the keyboard."""
+
+    def __init__(self, test):
+        self.session, self.output = test.session, test.session.folder / "heard"
+        with open(self.output, "wb") as output:
+            process = self.session.spawn([str(READER), "follow"], stdout=output)
+        test.addCleanup(self.session.end, process)
+        wait_until(lambda: self.lines() == ["listening"], 10, "the screen reader")
+
+    def lines(self):
+        return self.output.read_text().split("\n")[:-1]
+
+    def heard(self):
+        """Role and name of each element that got the keyboard so far."""
+        return [tuple(json.loads(line)[:2]) for line in self.lines()[1:]]
+
+    def after(self, press):
+        """What gets the keyboard by a key."""
+        before = len(self.heard())
+        press()
+        return wait_until(lambda: self.heard()[before:], 3, "something else to get the keyboard")[-1]
+
+    def read(self):
+        """Everything that can be seen now: role, name, description, states."""
+        return [json.loads(line) for line in self.session.run_tool(str(READER), "read").stdout.splitlines()]
+
+
+class Accessible(PreferencesTest):
+    def assert_told(self, elements, place):
+        """Each element can be told from the others by role and name; gives those that can be operated."""
+        for role, name, *_ in elements:
+            self.assertIn(role, OPERABLE | PASSIVE, f"{place}: {name}")
+            if role in OPERABLE | {"heading", "label", "alert", "image", "list", "frame"}:
+                self.assertTrue(name, f"{place}: a {role} has no name")
+        operable = [tuple(element[:3]) for element in elements if element[0] in OPERABLE]
+        self.assertEqual(len(set(operable)), len(operable), f"{place}: {operable}")
+        return [element[:2] for element in operable]
+
+    def test_everything_has_a_name_and_a_role(self):
+        self.open({"pref.water.enable": True})
+        reader = Reader(self)
+        for pane in PANES:
+            self.turn_to(pane)
+            told = self.assert_told(reader.read(), pane)
+            self.assertEqual([name for role, name in told if role == "page tab"], list(PANES))
+            for stop in STOPS[pane]:
+                if stop != ("text", "Custom break prompt"):
+                    self.assertIn(stop, told, pane)
+
+    def test_states_and_explanations_are_told(self):
+        self.open({"pref.water.enable": True, "pref.water.selectedInterval": 45, "force_long_break": True},
+                  pane="Workflow")
+        reader = Reader(self)
+        self.assertIn("checked", self.find("check box", "Force for long breaks(skip button will not display)").states())
+        self.assertNotIn("checked", self.find("check box", "Show a new day prompt").states())
+        self.assertEqual(self.find("text", WORK).text(), "60")
+        self.enter("text", WORK, "1000", end=None)
+        problem = "Please enter a number from 1 to 600."
+        wait_until(lambda: ["alert", problem] in [element[:2] for element in reader.read()], 5, "the explanation")
+        self.assertEqual(self.find("text", WORK).description(), problem)
+        self.turn_to("Style")
+        self.assertEqual(self.find("combo box", "Break Style").description(), "Default")
+        self.turn_to("Water")
+        self.assertIn("checked", self.find("radio button", "45min").states())
+        self.assertEqual(self.find("text", "Start time").text(), "07:00")
+
+    def assert_tab_goes_round(self, reader, pane, stops):
+        """Forwards and backwards, each stop being heard and to be seen."""
+        self.turn_to(pane)
+        self.screen.click(self.on_screen().x + 3, self.on_screen().y + 120)     # beside everything
+        self.screen.move(5, self.HEIGHT - 10)
+        wait_until(lambda: not any("focused" in one.states() for one in self.window.walk() if one.role() in OPERABLE), 3,
+                   "nothing to have the keyboard")
+        shown = self.screen.picture(self.on_screen())
+        round_trip = [*stops, ("page tab", pane)]
+        first = reader.after(lambda: self.screen.press("Tab"))
+        if first == round_trip[-1]:
+            round_trip = [round_trip[-1], *stops]
+        for number, stop in enumerate([*round_trip, round_trip[0]]):
+            heard = first if number == 0 else reader.after(lambda: self.screen.press("Tab"))
+            self.assertEqual(heard, stop, f"{pane}, stop {number}")
+            wait_until(lambda before=shown: before.differs(self.screen.picture(self.on_screen())), 2,
+                       f"the focus to show on {stop}")
+            shown = self.screen.picture(self.on_screen())
+        for stop in reversed(round_trip):
+            self.assertEqual(reader.after(lambda: self.screen.press("Shift_L", "Tab")), stop, f"{pane}, backwards")
+
+    def test_tab_reaches_everything_in_the_order_in_which_it_is_read(self):
+        self.open({"custom_break_prompt": True, "pref.water.enable": True})
+        reader = Reader(self)
+        for pane, stops in STOPS.items():
+            self.assert_tab_goes_round(reader, pane, stops)
+        self.turn_to("Water")
+        self.find("combo box", "Mode").press()
+        self.screen.press("Down")
+        self.screen.press("Return")
+        self.find("push button", "Add a time")
+        self.assert_tab_goes_round(reader, "Water", TIME_POINTS)
+
+    def test_no_mouse_is_needed(self):
+        program = self.open()
+        reader = Reader(self)
+        hear = lambda *keys: reader.after(lambda: self.screen.press(*keys))
+        self.assertEqual(hear("Tab"), ("page tab", "General"))
+        self.assertEqual(hear("Right"), ("page tab", "Workflow"))
+        self.assertEqual(hear("Tab"), ("text", WORK))
+        self.screen.type("50")      # what was there is selected
+        self.screen.press("Return")
+        self.wait_stored(program, "pref.work.time", 50)
+        self.screen.press("Control_L", "Next")
+        self.find("panel", "Style")
+        self.screen.press("Control_L", "Prior")
+        self.find("panel", "Workflow")
+        self.screen.press("Control_L", "Tab")
+        self.find("combo box", "Break Style")
+        while hear("Tab") != ("combo box", "Break Style"):
+            pass
+        self.screen.press("space")
+        self.find("list item", "Struggle")
+        self.screen.press("End")
+        self.screen.press("space")
+        self.wait_stored(program, "break_style", 2)
+        self.assertEqual(hear("Tab"), ("radio button", "Break"))
+        self.assertEqual(hear("Right"), ("radio button", "New Day"))
+        self.assertEqual(hear("Tab"), ("text", "Add"))
+        self.screen.type("up")
+        self.screen.press("Return")
+        key = "new_day_break_prompt_list_2"
+        wait_until(lambda: self.stored(program).get(key, [None])[0] == "up", 5, "the new prompt")
+        self.assertEqual(hear("Tab"), ("push button", "Add"))
+        hear("Tab")
+        self.screen.press("Home")
+        wait_until(lambda: "focused" in self.find("list item", "up").states(), 3, "the first prompt to have the keyboard")
+        self.screen.press("F2")
+        self.screen.press("Control_L", "a")
+        self.screen.type("rise")
+        self.screen.press("Return")
+        wait_until(lambda: self.stored(program)[key][0] == "rise", 5, "the edited prompt")
+        self.screen.press("Delete")
+        wait_until(lambda: len(self.stored(program)[key]) == 10, 5, "the prompt to go")
+
+    def test_the_panels(self):
+        program = self.launch({"pref.work.time": 60, "pref.water.enable": True,
+                               "pref.water.lastShowDate": time.time()}, speed=1)
+        reader = Reader(self)
+        item = program.item()
+        item.click_line(item.line("About...").id)
+        self.accessibility.window("Kelpa")
+        self.assertEqual(self.assert_told(reader.read(), "About"), [("link", "Release Notes")])
+        wait_until(lambda: self.screen.focus() == "Kelpa", 5, "the panel to have the keyboard")
+        self.assertEqual(reader.after(lambda: self.screen.press("Tab")), ("link", "Release Notes"))
+        self.screen.press("Escape")
+
+        item.click_line(item.line("Water (").id)
+        self.accessibility.window("Water Reminder")
+        amounts = [("radio button", f"{amount}ml") for amount in (50, 100, 150, 200, 250, 300, 350, 400, 500)]
+        answers = [("push button", "Skip"), ("push button", "Done")]
+        told = wait_until(lambda: [tuple(one[:2]) for one in reader.read() if one[0] in OPERABLE], 5, "the panel")
+        self.assertEqual(told, [("push button", "Close"), *amounts, *answers])
+        self.assert_told(reader.read(), "water panel")
+
+    def test_a_break(self):
+        self.launch({"pref.work.time": 1, "custom_break_prompt": True, "break_prompt_text": "look\\nfar"}, speed=20)
+        reader = Reader(self)
+        window = self.accessibility.window("1", seconds=20)
+        wait_until(lambda: window.find("push button", "Skip"), 5, "the break to be seen")
+        told = self.assert_told(reader.read(), "break")
+        self.assertEqual(told, [("link", "Water Reminder"), ("push button", "Skip")])
+        texts = [element[1] for element in reader.read() if element[0] == "label"]
+        self.assertIn("look\nfar", texts)
+        self.assertTrue(any(text.count(":") == 1 and text[-1].isdigit() for text in texts), texts)
+        self.settle(2.2)
+        self.assertEqual(reader.after(lambda: self.screen.press("Tab")), ("link", "Water Reminder"))
+        self.assertEqual(reader.after(lambda: self.screen.press("Tab")), ("push button", "Skip"))
+
+
+if __name__ == "__main__":
+    main()
