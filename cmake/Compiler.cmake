@@ -6,6 +6,16 @@ set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 
 option(KELPA_WERROR "Treat warnings as errors" ON)
 
+# What goes to users is hardened, and does not tell where it was built. Distributions that build with flags of their
+# own have another build type.
+if(CMAKE_BUILD_TYPE STREQUAL "Release" AND CMAKE_SYSTEM_NAME STREQUAL "Linux")
+    include(CheckPIESupported)
+    check_pie_supported(LANGUAGES CXX)
+    add_compile_options(-fstack-protector-strong -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2
+        -ffile-prefix-map=${PROJECT_SOURCE_DIR}=.)
+    add_link_options(-Wl,-z,relro,-z,now,--as-needed)
+endif()
+
 # Every target of ours uses these: the whole tree is clean under them with g++ and clang.
 function(kelpa_warnings target)
     target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Wold-style-cast

@@ -1,5 +1,7 @@
 #include "platform/linux/Folders.h"
 
+#include "platform/linux/BuildConfig.h"
+
 #include <cstdlib>
 #include <filesystem>
 
@@ -42,7 +44,7 @@ DataFolders dataFoldersOf(const std::string& program) {
     const auto beside = std::filesystem::path(program).parent_path();
     std::error_code none;
     const bool inBuildTree = std::filesystem::is_directory(beside / "share" / "kelpa", none);
-    const auto share = (inBuildTree ? beside : beside.parent_path()) / "share";
+    const auto share = inBuildTree ? beside / "share" : (beside / build::shareFolder).lexically_normal();
     return {share / "kelpa", share / "locale"};
 }
 

@@ -20,8 +20,8 @@ struct DataFolders {
     std::string locale; ///< the string tables
 };
 
-/// The data that belongs to a program file: in `share` beside it in a build tree, in `../share` of an
-/// installed one.
+/// The data that belongs to a program file: in `share` beside it in a build tree, in the share folder
+/// of an installed one, usually `../share`.
 [[nodiscard]] DataFolders dataFoldersOf(const std::string& program);
 /// The data of the running program.
 [[nodiscard]] DataFolders dataFolders();

@@ -66,7 +66,7 @@ std::string helperPath(const std::string& name) {
     const auto beside = folder / name;
     if (!error && std::filesystem::exists(beside, error))
         return beside.string();
-    return (folder.parent_path() / "libexec" / "kelpa" / name).string();
+    return (folder / KELPA_HELPER_FOLDER / name).lexically_normal().string();
 }
 
 struct HelperProcess::Child {

@@ -12,7 +12,7 @@
 namespace kelpa {
 
 /// Path of one of the program's own helper programs: beside the program in a build tree, in
-/// `../libexec/kelpa` where it is installed.
+/// the folder for helpers where it is installed, usually `../libexec/kelpa`.
 [[nodiscard]] std::string helperPath(const std::string& name);
 
 /// Told of a helper program, always from the main loop.
