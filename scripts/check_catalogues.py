@@ -4,15 +4,17 @@
 usage: check_catalogues.py [ROOT]      (default: the project this script belongs to)
 
 It fails when
-- a source looks up a text that is not in the template, or one that cannot be told from the source: a text that
-  reaches localized() by a detour is marked where it is written, translatable("...");
+- a source, the desktop entry, the metainfo file or the macOS bundle looks up a text that is not in the template, or a source one that
+  cannot be told: a text that reaches localized() by a detour is marked where it is written, translatable("...");
 - QML or a face's C++ holds a text of its own, instead of showing what the core gives it;
+- the template has a text that nothing looks up;
 - a catalogue misses an entry of the template, has one of its own or one that is out of use;
 - a translation is empty, marked as doubtful, or has other placeholders than the English text;
 - a catalogue names another language than its file does, or its comments are not the template's.
 """
 import re
 import sys
+import xml.etree.ElementTree as xml
 from pathlib import Path
 
 CODE = ("base", "logging", "prefs", "timer", "water", "ui", "app", "platform")
@@ -80,6 +82,22 @@ def looked_up(root):
         for literal in marked:
             keys.setdefault(unquote(literal), str(path))
     return keys, unknown
+
+
+def in_packages(root):
+    """Every text that is translated in the desktop entry, the metainfo file and the bundle's information, with its file."""
+    for path in sorted((root / "packaging").glob("*.desktop.in")):
+        for text in re.findall(r"^(?:Name|GenericName|Comment|Keywords)=(.*)$", path.read_text(encoding="utf-8"), re.M):
+            yield text, path.relative_to(root)
+    for path in sorted((root / "packaging").glob("*.metainfo.xml.in")):
+        component = xml.parse(path).getroot()
+        for where in ("name", "summary", "description//p", "description//li", "screenshots//caption"):
+            for element in component.findall(where):
+                yield element.text, path.relative_to(root)
+    for path in sorted((root / "platform/macos/bundle").glob("*.py")):
+        for information in re.findall(r"^INFO = \{\n(.*?)^\}", path.read_text(encoding="utf-8"), re.M | re.S):
+            for text in re.findall(r'^ +"\w+": "(.*)",$', information, re.M):
+                yield text, path.relative_to(root)
 
 
 def own_texts(root):
@@ -163,9 +181,13 @@ def complaints(root):
     if not used:
         yield "no source looks up any text; this check would find nothing"
     yield from unknown
+    for key, place in in_packages(root):
+        used.setdefault(key, place)
     for key, place in used.items():
         if key not in template.entries:
             yield f'{place}: "{key}" is not in kelpa.pot'
+    for key in template.entries.keys() - used.keys():
+        yield f'kelpa.pot: nothing looks up "{key}"'
     yield from own_texts(root)
     yield from wrong_catalogues(root)
 

@@ -29,6 +29,7 @@ KELPA_TEST_PACKAGES=(
 KELPA_CHECK_PACKAGES=(
     git clang clang-format clang-tidy shellcheck clang-19 libc++-16-dev libgnustep-gui-dev
     sway grim foot
+    appstream desktop-file-utils dpkg-dev fish flatpak-builder lintian makepkg man-db zsh
 )
 
 # The other program of the desktop benchmark.

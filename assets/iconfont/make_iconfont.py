@@ -78,7 +78,8 @@ def build():
         "version": "Version 1.000",
         "psName": FAMILY,
     })
-    builder.setupOS2(sTypoAscender=ASCENT, sTypoDescender=DESCENT, usWinAscent=ASCENT, usWinDescent=-DESCENT)
+    # fsType 0: a document may hold the font and whoever reads it may use it, as the licence has it.
+    builder.setupOS2(sTypoAscender=ASCENT, sTypoDescender=DESCENT, usWinAscent=ASCENT, usWinDescent=-DESCENT, fsType=0)
     builder.setupPost(isFixedPitch=1)
     builder.updateHead(created=TIMESTAMP, modified=TIMESTAMP)
     return builder

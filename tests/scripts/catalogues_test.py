@@ -66,8 +66,20 @@ class Check(unittest.TestCase):
         self.refuses("ui/b.cpp:2: which texts are looked up here? Mark them with translatable()",
                      more={"ui/b.cpp": 'auto k = "Quit";\nauto a = localized(k);'})
 
+    def test_a_text_of_the_desktop_entry_or_the_metainfo_file_without_an_entry(self):
+        self.refuses('packaging/k.desktop.in: "Water" is not in kelpa.pot',
+                     more={"packaging/k.desktop.in": "[Desktop Entry]\nName=Quit\nComment=Water\nExec=kelpa\n"})
+        metainfo = "<component><name>Quit</name><description><ul><li>Water</li></ul></description></component>"
+        self.refuses('packaging/k.metainfo.xml.in: "Water" is not in kelpa.pot',
+                     more={"packaging/k.metainfo.xml.in": metainfo})
+
+    def test_a_text_that_nothing_looks_up(self):
+        self.refuses('kelpa.pot: nothing looks up "Quit"', source=SOURCE.replace('localized("Quit")', '"Quit"'))
+
     def test_a_core_that_looks_nothing_up(self):
-        self.refuses("this check would find nothing", source="int a;")
+        status, message = self.check(source="int a;")
+        self.assertEqual(status, 1)
+        self.assertIn("this check would find nothing", message)
 
     def test_a_face_with_texts_of_its_own(self):
         own = "a text of its own; the core looks texts up and gives them"

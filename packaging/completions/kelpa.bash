@@ -1,0 +1,19 @@
+# shellcheck shell=bash
+# Completion of kelpa's options and commands for bash.
+_kelpa() {
+    local words='' word=${COMP_WORDS[COMP_CWORD]}
+    COMPREPLY=()
+    case ${COMP_WORDS[1]} in
+        status) words='--json --follow --help' ;;
+        pause | resume | toggle | skip | water | settings | quit) words='--help' ;;
+    esac
+    if ((COMP_CWORD == 1)); then
+        words='status pause resume toggle skip water settings quit --speed --help --version'
+    elif [[ ${COMP_WORDS[COMP_CWORD - 1]} == --speed ]]; then
+        return
+    elif [[ ${COMP_WORDS[1]} == --speed ]]; then
+        words='--help --version'
+    fi
+    mapfile -t COMPREPLY < <(compgen -W "$words" -- "$word")
+}
+complete -F _kelpa kelpa
