@@ -22,6 +22,7 @@ if len(sys.argv) < 3:
     sys.exit(__doc__.strip())
 PACKAGE, ROOT = (Path(sys.argv.pop(1)).resolve() for _ in range(2))
 SHARE = ROOT / "usr/share"
+MANIFEST = PROJECT / "packaging/flatpak/app.orvane.Kelpa.json"
 
 
 def output(*command, **options):
@@ -159,12 +160,18 @@ class Contents(unittest.TestCase):
 class OtherSystems(unittest.TestCase):
     def test_flatpaks_own_reader_keeps_all_of_the_manifest(self):
         """What the reader does not know, or finds of the wrong kind, it leaves out."""
-        path = PROJECT / "packaging/flatpak/app.orvane.Kelpa.json"
-        read = subprocess.run(["flatpak-builder", "--show-manifest", path], capture_output=True, text=True, check=True)
+        with tempfile.TemporaryDirectory() as folder:       # it makes itself at home where it runs
+            read = subprocess.run(["flatpak-builder", "--show-manifest", MANIFEST], cwd=folder, capture_output=True,
+                                  text=True, check=True)
         self.assertEqual(read.stderr, "")
-        manifest = json.loads(path.read_text())
-        self.assertEqual(set(leaves(manifest)) - set(leaves(json.loads(read.stdout))), set())
-        self.assertEqual((manifest["id"], manifest["command"]), ("app.orvane.Kelpa", "kelpa"))
+        self.assertEqual(set(leaves(manifest())) - set(leaves(json.loads(read.stdout))), set())
+        self.assertEqual((manifest()["id"], manifest()["command"]), ("app.orvane.Kelpa", "kelpa"))
+
+    def test_flatpaks_manifest_builds_the_libraries_that_no_runtime_has(self):
+        modules = {"libplist3": "libplist", "libsodium23": "libsodium"}
+        needed = {modules[name] for name in package_names(field("Depends")) if name in modules}
+        self.assertIn("libplist", needed)
+        self.assertEqual(needed - {module["name"] for module in manifest()["modules"]}, set())
 
     def test_arch_has_everything_that_the_package_is_linked_with(self):
         owners = {"libsystemd0": "systemd-libs", "libplist3": "libplist", "libxcb1": "libxcb", "libqt6gui6": "qt6-base",
@@ -172,6 +179,10 @@ class OtherSystems(unittest.TestCase):
         needed = {owners[name] for name in package_names(field("Depends")) if name in owners}
         self.assertLessEqual({"libplist", "qt6-base"}, needed)
         self.assertEqual(needed - set(re.findall(r"^\tdepends = (\S+)", recipe_for_arch(), re.M)), set())
+
+
+def manifest():
+    return json.loads(MANIFEST.read_text())
 
 
 def leaves(tree, path=()):

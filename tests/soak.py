@@ -1,0 +1,254 @@
+#!/usr/bin/python3
+"""A long day in minutes: the real program at sixty times the speed on a virtual desktop, hour after hour the same.
+
+Every hour has two breaks, one of them with a monitor that is plugged in and out while it shows and one that is cut off
+by the locked screen; the water panel, which is answered; and a tray that goes away and comes back. Memory is sampled
+all the time. The program fails when after the last hour it has grown by more than 3 MB since the first, idle or with its
+windows open, when its log has an error, or when something of the hour did not happen.
+
+Not part of ./test: it takes ten minutes and wants a machine that has nothing else to do.
+"""
+import argparse
+import os
+import plistlib
+import re
+import statistics
+import sys
+import threading
+import time
+from pathlib import Path
+
+ROOT = Path(__file__).resolve().parents[1]
+sys.path[:0] = [str(ROOT / "scripts"), str(ROOT / "benchmarks/desktop")]
+
+from cost import memory, parents, read  # noqa: E402
+from gi.repository import GLib  # noqa: E402
+from virtual_desktop import Program, Session, wait_for_cover, wait_for_uncover, wait_until  # noqa: E402
+
+SPEED = 60
+HOUR = 3600 / SPEED
+WORK_MINUTES, BREAK_SECONDS = 25, 300
+MOST_GROWTH = 3.0
+GLASS = 200
+# Where the button stands in the water panel.
+DONE = (230, 303)
+# Seconds of real time from the start of an hour. A work period is over at 25, a break at 30, the next period at 55.
+PLUG, UNPLUG, WATER, TRAY, LOCK = 26.5, 28, 33, 42, 57
+# Between the last window of an hour and the first of the next the view has ended. So long lasts what follows the last
+# hour.
+EPILOGUE = 24
+SAVER, SAVER_PATH = "org.freedesktop.ScreenSaver", "/org/freedesktop/ScreenSaver"
+DOUBLE = "org.freedesktop.DBus.Mock"
+
+
+class Sampler(threading.Thread):
+    """Writes down what the program and its helpers take, each by its name in MB."""
+
+    def __init__(self, root):
+        super().__init__(daemon=True)
+        self.root, self.samples, self.over = root, [], threading.Event()
+
+    def run(self):
+        while not self.over.wait(0.5):
+            self.samples.append((time.monotonic(), self.sample()))
+
+    def sample(self):
+        found = {}
+        helpers = [pid for pid, parent in parents().items() if parent == self.root]
+        for pid in [self.root, *helpers]:
+            name = read(Path(f"/proc/{pid}/comm")).strip()
+            found[name] = found.get(name, 0) + memory([pid])["Pss"] / 1024
+        # A process that has just ended still has a name and no memory.
+        return {name: size for name, size in found.items() if size}
+
+    def between(self, start, end):
+        return [sample for when, sample in self.samples if start <= when < end]
+
+
+class Soak:
+    def __init__(self, options, session):
+        self.hours, self.session = options.hours, session
+        self.program = Program(session, options.program)
+        self.pair, self.third = session.monitors[:2], session.monitors[2]
+        self.missed = []
+
+    # The desk
+
+    def start(self):
+        self.session.remove_monitor(self.third)
+        self.session.start_window_manager()
+        self.tray = self.session.start_tray()
+        self.session.screen.move(5, 590)
+        self.start_screen_saver()
+        self.begin = time.monotonic()
+        self.program.write_settings(self.settings(time.time()))
+        self.program.start("--speed", str(SPEED), environment={"TZ": self.morning()})
+        self.sampler = Sampler(self.program.process.pid)
+        self.sampler.start()
+
+    @staticmethod
+    def morning():
+        """A time zone in which it is about seven, so that the day of the soak is one day."""
+        return f"SOAK{time.gmtime().tm_hour - 7:+d}"
+
+    def settings(self, now):
+        """A reminder of water for every hour, and one at each end, which never come."""
+        due = [now + SPEED * (hour * HOUR + WATER) for hour in range(self.hours)]
+        times = [now - 3600, *due, now + 3600 * (self.hours + 1)]
+        reference = 978307200
+        return {"pref.work.time": WORK_MINUTES, "pref.break.time": BREAK_SECONDS, "pref.short.break.times": 1000,
+                "stop_timer_after_mouse_stop": False, "pref.water.enable": True, "pref.water.mode": 1,
+                "pref.water.target": 100000, "pref.water.lastSelectedAmount": GLASS, "pref.water.lastShowDate": now,
+                "pref.water.selectedTimings": "[" + ",".join(f"{each - reference:.0f}" for each in times) + "]"}
+
+    def start_screen_saver(self):
+        self.session.spawn([sys.executable, "-m", "dbusmock", "--session", SAVER, SAVER_PATH, SAVER])
+        wait_until(lambda: self.session.has_owner(SAVER), 10, "the screen saver")
+        self.lock(False)
+
+    def lock(self, locked):
+        answer = GLib.Variant("(sssss)", (SAVER, "GetActive", "", "b", f"ret = {locked}"))
+        signal = GLib.Variant("(sssav)", (SAVER, "ActiveChanged", "b", [GLib.Variant("b", locked)]))
+        self.session.call(SAVER, SAVER_PATH, DOUBLE, "AddMethod", answer)
+        self.session.call(SAVER, SAVER_PATH, DOUBLE, "EmitSignal", signal)
+
+    # An hour
+
+    def at(self, hour, seconds):
+        time.sleep(max(0, self.begin + hour * HOUR + seconds - time.monotonic()))
+
+    def see(self, hour, what, condition):
+        """Runs a step; one that fails is told, and the soak goes on."""
+        try:
+            condition()
+        except TimeoutError as error:
+            self.missed.append(f"hour {hour + 1}: {what}: {error}")
+            print(f"soak: NOT SEEN in {self.missed[-1]}", flush=True)
+
+    def hour(self, number):
+        steps = [
+            (0, "unlocking", lambda: self.lock(False)),
+            (24, "a break", lambda: wait_for_cover(self.session, self.pair, 5)),
+            (PLUG, "a break on a new monitor", self.plug),
+            (UNPLUG, "a monitor less", self.unplug),
+            (29, "the break's end", lambda: wait_for_uncover(self.session, 5)),
+            (WATER - 0.5, "the water panel", self.drink),
+            (TRAY, "another tray", self.restart_tray),
+            (54, "the next break", lambda: wait_for_cover(self.session, self.pair, 5)),
+            (LOCK, "the locked screen", self.lock_the_break),
+        ]
+        for seconds, what, step in steps:
+            self.at(number, seconds)
+            self.see(number, what, step)
+
+    def plug(self):
+        self.session.add_monitor(self.third)
+        wait_for_cover(self.session, [*self.pair, self.third], 3)
+
+    def unplug(self):
+        self.session.remove_monitor(self.third)
+        wait_for_cover(self.session, self.pair, 3)
+
+    def panel(self):
+        return next(iter(self.session.screen.titled(lambda title: title == "Water Reminder")), None)
+
+    def drink(self):
+        panel = wait_until(self.panel, 5, "the panel")
+        time.sleep(2.2)     # it fades in
+        self.session.screen.click(panel.x + DONE[0], panel.y + DONE[1])
+        self.session.screen.move(5, 590)
+        wait_until(lambda: not self.panel(), 5, "the panel to close")
+
+    def restart_tray(self):
+        Session.end(self.tray)
+        time.sleep(1)
+        self.tray = self.session.start_tray_service()
+        wait_until(lambda: self.program.item().registered(), 10, "the item in the new tray")
+
+    def lock_the_break(self):
+        self.lock(True)
+        wait_for_uncover(self.session, 2)   # before the break would end by itself
+
+    # All of it
+
+    def run(self):
+        for number in range(self.hours):
+            self.hour(number)
+            self.show(number)
+            if self.program.ended():
+                said = "\n".join(self.program.lines()[-20:])
+                sys.exit(f"soak: the program ended with {self.program.process.returncode}:\n{said}")
+        self.at(self.hours, 0)
+        self.lock(False)
+        self.at(self.hours, EPILOGUE)
+        self.sampler.over.set()
+        self.sampler.join()
+        line = self.program.item().line("Quit")
+        self.program.item().click_line(line.id)
+        if self.program.process.wait(10) != 0:
+            self.missed.append(f"the program ended with {self.program.process.returncode}")
+
+    def span(self, first, last):
+        return self.begin + first * HOUR, self.begin + last * HOUR
+
+    def most(self, number):
+        """The most that all processes together took in an hour."""
+        return max(sum(sample.values()) for sample in self.sampler.between(*self.span(number, number + 1)))
+
+    def idle(self, number):
+        """What the program took after an hour, when nothing else of it was there."""
+        end = self.begin + (number + 1) * HOUR
+        alone = [sample["kelpa"] for sample in self.sampler.between(end, end + EPILOGUE) if set(sample) == {"kelpa"}]
+        if not alone:
+            sys.exit(f"soak: after hour {number + 1} the program was never alone")
+        return statistics.median(alone)
+
+    def show(self, number):
+        print(f"soak: hour {number + 1}: at most {self.most(number):.2f} MB", flush=True)
+
+    def verdict(self):
+        """Says what was measured; gives what is wrong."""
+        wrong = list(self.missed)
+        for what, figure in (("idle after", self.idle), ("the most in", self.most)):
+            first, last = figure(0), figure(self.hours - 1)
+            print(f"soak: {what} the first hour {first:.2f} MB, the last {last:.2f} MB, each hour "
+                  + " ".join(f"{figure(number):.2f}" for number in range(self.hours)))
+            if last - first > MOST_GROWTH:
+                wrong.append(f"{what} an hour: grown by {last - first:.2f} MB")
+        lines = [line for path in self.program.log_files() for line in path.read_text(errors="replace").splitlines()]
+        errors = [line for line in {*lines, *self.program.lines()} if re.match(r"\S+ (error|critical) ", line)]
+        # What has no time in front does not come from the log but from a library, and is worth a look.
+        strange = [line for line in self.program.lines() if not re.match(r"\d{4}-\d\d-\d\dT", line)]
+        print(f"soak: {len(lines)} lines in the log, {len(errors)} of them errors, {len(strange)} lines from elsewhere")
+        print("".join(f"soak: from elsewhere: {line}\n" for line in strange[:20]), end="")
+        if not lines:
+            wrong.append("there is no log")
+        finished = plistlib.loads(self.program.settings_file().read_bytes()).get("pref.water.finished", 0)
+        if finished != self.hours * GLASS:
+            wrong.append(f"{finished} ml of water are counted and {self.hours} glasses of {GLASS} were drunk")
+        return wrong + errors
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__.split("\n")[0])
+    parser.add_argument("--program", type=Path, default=ROOT / "build/release/kelpa")
+    parser.add_argument("--hours", type=int, default=10,
+                        help="hours of the program, each a minute (default: %(default)s)")
+    options = parser.parse_args()
+    if not os.access(options.program, os.X_OK):
+        sys.exit(f"soak: {options.program} is not there; scripts/build.sh release kelpa makes it")
+    if not 2 <= options.hours <= 15:
+        sys.exit("soak: between 2 and 15 hours, or nothing can be compared within one day")
+    with Session(monitors=3, width=800, height=600) as session:
+        soak = Soak(options, session)
+        soak.start()
+        soak.run()
+        wrong = soak.verdict()
+    for each in wrong:
+        print(f"soak: WRONG: {each}")
+    print(f"soak: {'failed' if wrong else 'passed'}")
+    return 1 if wrong else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
