@@ -157,6 +157,7 @@ class Contents(unittest.TestCase):
         self.assertIn(f'<release version="{version}"', (SHARE / "metainfo/app.orvane.Kelpa.metainfo.xml").read_text())
         self.assertIn(f"\tpkgver = {version}\n", recipe_for_arch())
 
+
 class OtherSystems(unittest.TestCase):
     def test_flatpaks_own_reader_keeps_all_of_the_manifest(self):
         """What the reader does not know, or finds of the wrong kind, it leaves out."""
