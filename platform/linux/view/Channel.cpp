@@ -26,9 +26,8 @@ Channel::Channel(int fd, QObject* parent)
 void Channel::read() {
     const auto state = reader_.read([this](const wire::Message& message) { emit received(message); });
     emit settled();
-    // Nothing here is worth being put away tidily, and a person waits for the windows to go.
     if (state == wire::LineReader::State::Closed)
-        ::_exit(EXIT_SUCCESS);
+        end();
 }
 
 void Channel::send(std::initializer_list<std::string_view> fields) {
@@ -40,7 +39,13 @@ void Channel::flush() {
     const auto state = writer_.flush();
     writable_.setEnabled(state == wire::LineWriter::State::Pending);
     if (state == wire::LineWriter::State::Broken)
-        ::_exit(EXIT_SUCCESS);
+        end();
+}
+
+/// Little here is worth being put away tidily, and a person waits for the windows to go.
+void Channel::end() {
+    emit closing();
+    ::_exit(EXIT_SUCCESS);
 }
 
 } // namespace kelpa

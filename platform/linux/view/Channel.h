@@ -28,10 +28,13 @@ class Channel : public QObject {
     void received(const kelpa::wire::Message& message);
     /// What came in one go has been handed over.
     void settled();
+    /// This program ends as soon as everybody has been told.
+    void closing();
 
   private:
     void read();
     void flush();
+    [[noreturn]] void end();
 
     wire::LineReader reader_;
     wire::LineWriter writer_;

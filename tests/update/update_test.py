@@ -1,0 +1,341 @@
+#!/usr/bin/python3
+"""kelpa-update against a real HTTPS server: what it finds, what it refuses, and what it leaves on the disk."""
+import tempfile
+import time
+import unittest
+from pathlib import Path
+
+from support import ENDING, SPARKLE, Authority, Helper, Maker, Server, feed, item, redirect
+
+PACKAGE = bytes(range(256)) * 1200
+MOST_MEMORY = 64
+
+
+class UpdateTest(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        folder = tempfile.TemporaryDirectory()
+        cls.addClassCleanup(folder.cleanup)
+        cls.folder = Path(folder.name)
+        cls.authority, cls.maker = Authority(cls.folder), Maker(cls.folder)
+        cls.signature = cls.maker.sign(PACKAGE)
+
+    def setUp(self):
+        self.server = Server(self.authority)
+        self.addCleanup(self.server.stop)
+        self.cache = Path(tempfile.mkdtemp(dir=self.folder)) / "update"
+        self.package_url = self.server.base + "/kelpa" + ENDING
+        self.server.paths["/kelpa" + ENDING] = PACKAGE
+
+    def helper(self, feed_url=None, running="1", system="12.0.0", key=None, patience=(20, 20), certificates=None):
+        helper = Helper(certificates or self.authority.certificate)
+        self.addCleanup(helper.close)
+        helper.tell("source", feed_url or self.server.base + "/feed.xml", key or self.maker.key, ENDING)
+        helper.tell("running", running, "0.1.0", system)
+        helper.tell("folder", self.cache)
+        helper.tell("patience", *patience)
+        return helper
+
+    def release(self, version="2", signature=None, length=len(PACKAGE), url=None, **more):
+        return item(version, url or self.package_url, length, signature or self.signature, **more)
+
+    def publish(self, *items):
+        self.server.paths["/feed.xml"] = feed(*items)
+
+    def check(self, *items, **how):
+        """What a check of a feed with these releases says."""
+        if items:
+            self.publish(*items)
+        helper = self.helper(**how)
+        helper.tell("check")
+        return helper.hears()
+
+    def download(self, *items, **how):
+        self.publish(*items or [self.release()])
+        helper = self.helper(**how)
+        helper.tell("check")
+        self.assertEqual(helper.hears()[0], "found")
+        helper.tell("download")
+        return helper
+
+    def left(self):
+        return sorted(file.name for file in self.cache.iterdir()) if self.cache.exists() else []
+
+    def refused(self, reason, message):
+        self.assertEqual(message[:2], ["failed", reason], message)
+        self.assertEqual(self.left(), [])
+
+
+class Feed(UpdateTest):
+    def test_the_newest_release_for_everybody_is_found(self):
+        notes = "<sparkle:releaseNotesLink>notes/2.html</sparkle:releaseNotesLink>"
+        found = self.check(self.release("2", name="0.2", more=notes), self.release("10", name="0.10", more=notes),
+                           self.release("11", more="<sparkle:channel>beta</sparkle:channel>"), self.release("9"))
+        self.assertEqual(found, ["found", "10", "0.10", self.server.base + "/notes/2.html", str(len(PACKAGE))])
+
+    def test_other_systems_packages_are_passed_over(self):
+        windows, linux = 'sparkle:os="windows"', 'sparkle:os="linux"'
+        other = self.server.base + "/kelpa.dmg"
+        self.assertEqual(self.check(self.release("3", attributes=windows), self.release("4", url=other),
+                                    self.release("5", more="<sparkle:os>macos</sparkle:os>"),
+                                    self.release("2", attributes=linux))[1], "2")
+
+    def test_nothing_newer_and_never_an_older_one(self):
+        self.assertEqual(self.check(self.release("7"), running="7"), ["latest"])
+        self.assertEqual(self.check(self.release("6"), self.release("7b1"), running="7"), ["latest"])
+        self.assertEqual(self.check(item(""), running="7"), ["latest"])
+
+    def test_a_release_for_a_newer_system_is_told_of(self):
+        newer = self.release("3", more="<sparkle:minimumSystemVersion>13</sparkle:minimumSystemVersion>")
+        self.assertEqual(self.check(newer), ["outgrown"])
+        self.assertEqual(self.check(newer, self.release("2"))[1], "2")
+        self.assertEqual(self.check(newer, system="13.0.0")[1], "3")
+
+    def test_the_profile_is_sent_when_there_is_one_and_nothing_else(self):
+        self.publish(self.release())
+        helper = self.helper(feed_url=self.server.base + "/feed.xml?a=b")
+        helper.tell("check")
+        helper.hears()
+        helper.tell("profile", "lang", "zh_CN & more=1")
+        helper.tell("check")
+        helper.hears()
+        (plain, headers), (told, _) = self.server.requests
+        self.assertEqual(plain, "/feed.xml?a=b")
+        self.assertEqual(told, "/feed.xml?a=b&lang=zh_CN%20%26%20more%3D1")
+        self.assertEqual(set(headers), {"Host", "Accept-Encoding", "Accept-Language", "Cache-Control", "Connection", "Pragma",
+                                        "User-Agent"})
+        self.assertEqual((headers["User-Agent"], headers["Accept-Language"]), ("Kelpa/0.1.0", "en"))
+
+    def test_a_link_to_notes_leads_to_a_secure_page_or_nowhere(self):
+        for link in ("http://kelpa.example/", "file:///etc/passwd", "javascript:alert(1)", "ssh://kelpa.example"):
+            notes = f"<sparkle:releaseNotesLink>{link}</sparkle:releaseNotesLink>"
+            self.assertEqual(self.check(self.release(more=notes))[3], "", link)
+
+    def test_what_is_no_feed_is_refused(self):
+        deep = b"<a>" * 100000
+        bomb = b'<!DOCTYPE rss [<!ENTITY a "aaaaaaaaaa">' + b"".join(
+            b'<!ENTITY %c "&%c;&%c;&%c;&%c;&%c;&%c;&%c;&%c;">' % ((n,) + (n - 1,) * 8) for n in range(98, 120))
+        bomb += b"]><rss><channel><title>&w;</title></channel></rss>"
+        item_deep = b"<rss><channel><item>" + b"<b>" * 40 + b"</b>" * 40 + b"</item></channel></rss>"
+        for bytes_ in (b"", b"<html></html>", b"not XML", feed(self.release())[:-8], deep, bomb, item_deep,
+                       b"<rss><channel/></rss><rss/>", b"<rss version='2.0'></rss>", b"\xff\xfe\x00",
+                       b'<?xml version="1.0" encoding="utf-8"?><rss><channel>\xff</channel></rss>'):
+            self.server.paths["/feed.xml"] = bytes_
+            self.refused("malformed", self.check())
+
+    def test_a_feed_that_takes_long_to_read_does_not_take_long(self):
+        many = b" ".join(b'a%d=""' % number for number in range(90000))
+        for bytes_ in (b"<rss><channel><item %s/></channel></rss>" % many,
+                       b"<rss><channel>" + b"<item/>" * 140000 + b"</channel></rss>",
+                       b"<rss><channel><item><title>" + b"&amp;" * 200000 + b"</title></item></channel></rss>"):
+            self.server.paths["/feed.xml"] = bytes_
+            start = time.monotonic()
+            helper = self.helper()
+            helper.tell("check")
+            self.assertIn(helper.hears(60)[0], ("latest", "failed"))
+            self.assertLess(time.monotonic() - start, 10)
+            self.assertLess(helper.memory(), 2 * MOST_MEMORY)
+
+    def test_a_huge_feed_is_refused_in_little_memory(self):
+        def announced(request):
+            request.send_response(200)
+            request.send_header("Content-Length", str(1 << 40))
+            request.end_headers()
+            self.flood(request)
+        for answer in (announced, self.endless):
+            self.server.paths["/feed.xml"] = answer
+            helper = self.helper()
+            helper.tell("check")
+            self.refused("tooLarge", helper.hears())
+            self.assertLess(helper.memory(), MOST_MEMORY, answer.__name__)
+
+    def test_headers_without_end_are_refused_before_they_fill_the_memory(self):
+        self.server.paths["/feed.xml"] = self.endless_headers
+        helper = self.helper()
+        helper.tell("check")
+        most = 0
+        while (message := helper.hears_within(0.05)) is None:
+            most = max(most, helper.memory())
+        self.refused("tooLarge", message)
+        self.assertLess(most, 3 * MOST_MEMORY)
+
+    def flood(self, request, piece=b"<item></item>" * 5000):
+        while not self.server.ending.is_set():
+            request.wfile.write(piece)
+
+    def endless(self, request):
+        request.send_response(200)
+        request.end_headers()
+        request.wfile.write(b"<rss><channel>")
+        self.flood(request)
+
+    def endless_headers(self, request):
+        request.wfile.write(b"HTTP/1.1 200 OK\r\n")
+        self.flood(request, b"X-More: " + b"x" * 8000 + b"\r\n")
+
+    def test_a_slow_server_is_not_waited_for(self):
+        def silent(_):
+            self.server.ending.wait(30)
+
+        def dripping(request):
+            request.send_response(200)
+            request.end_headers()
+            while not self.server.ending.wait(0.1):
+                request.wfile.write(b" ")
+        for answer in (silent, dripping):
+            self.server.paths["/feed.xml"] = answer
+            start = time.monotonic()
+            self.refused("slow", self.check(patience=(1, 1)))
+            self.assertLess(time.monotonic() - start, 10)
+
+
+class Transport(UpdateTest):
+    def test_nothing_but_https_is_ever_spoken(self):
+        insecure = Server()
+        self.addCleanup(insecure.stop)
+        insecure.paths["/feed.xml"] = feed(self.release())
+        insecure.paths["/kelpa" + ENDING] = PACKAGE
+        self.refused("insecure", self.check(feed_url=insecure.base + "/feed.xml"))
+        self.refused("insecure", self.check(self.release(url=insecure.base + "/kelpa" + ENDING)))
+        self.server.paths["/feed.xml"] = redirect(insecure.base + "/feed.xml")
+        self.refused("insecure", self.check())
+        self.server.paths["/moved" + ENDING] = redirect(insecure.base + "/kelpa" + ENDING)
+        helper = self.download(self.release(url=self.server.base + "/moved" + ENDING))
+        self.refused("insecure", helper.outcome())
+        self.assertEqual(insecure.requests, [])
+        for url in ("file:///etc/passwd", "ftp://localhost/feed", "https://", "feed.xml", "https:///feed.xml"):
+            self.refused("insecure", self.check(feed_url=url))
+
+    def test_a_redirect_to_a_file_of_this_machine_is_refused(self):
+        (self.folder / "local.xml").write_bytes(feed(self.release()))
+        self.server.paths["/feed.xml"] = redirect((self.folder / "local.xml").as_uri())
+        self.refused("insecure", self.check())
+
+    def test_a_secure_redirect_is_followed_but_not_for_ever(self):
+        self.publish(self.release())
+        self.server.paths["/old.xml"] = redirect(self.server.base + "/feed.xml")
+        self.assertEqual(self.check(feed_url=self.server.base + "/old.xml")[0], "found")
+        self.server.paths["/round.xml"] = redirect(self.server.base + "/round.xml")
+        self.refused("answer", self.check(feed_url=self.server.base + "/round.xml"))
+
+    def test_a_server_that_nobody_vouches_for_is_refused(self):
+        folder = Path(tempfile.mkdtemp(dir=self.folder))
+        self.publish(self.release())
+        self.refused("insecure", self.check(certificates=Authority(folder).certificate))
+        self.refused("insecure", self.check(certificates=folder / "missing"))
+        # The certificate is for the server's name.
+        self.refused("insecure", self.check(feed_url=self.server.base.replace("localhost", "127.0.0.1") + "/feed.xml"))
+        self.assertEqual(self.server.requests, [])
+
+    def test_what_is_not_there_is_told(self):
+        self.refused("answer", self.check(feed_url=self.server.base + "/missing.xml"))
+        self.server.stop()
+        self.refused("unreachable", self.check())
+
+
+class Download(UpdateTest):
+    def test_what_its_maker_signed_is_kept_under_a_tame_name(self):
+        helper = self.download(self.release("2.0/../../x y"))
+        said = []
+        while not said or said[-1][0] == "progress":
+            said.append(helper.hears())
+        path = Path(said[-1][1])
+        self.assertEqual(said[-1][0], "ready")
+        self.assertEqual(path.read_bytes(), PACKAGE)
+        self.assertEqual(self.left(), ["kelpa_2.0-..-..-x-y" + ENDING])
+        self.assertEqual((path.stat().st_mode & 0o777, self.cache.stat().st_mode & 0o777), (0o600, 0o700))
+        received = [int(message[1]) for message in said[:-1]]
+        self.assertEqual(received, sorted(set(received)))
+        self.assertEqual(received[-1], len(PACKAGE))
+        self.assertLessEqual(len(received), 100)
+
+    def test_what_is_left_of_another_download_goes(self):
+        self.cache.mkdir(mode=0o755)
+        for name in ("unverified", ".hidden", "kelpa_1" + ENDING):
+            (self.cache / name).write_text("old")
+        self.assertEqual(self.download().outcome()[0], "ready")
+        self.assertEqual(self.left(), ["kelpa_2" + ENDING])
+
+    def test_what_nobody_or_somebody_else_signed_is_thrown_away(self):
+        other = Maker(self.folder)
+        self.refused("signature", self.download(key=other.key).outcome())
+        self.refused("signature", self.download(self.release(signature=other.sign(PACKAGE))).outcome())
+        self.refused("signature", self.download(self.release(signature="AAAA")).outcome())
+        self.refused("signature", self.download(key="nonsense").outcome())
+        self.refused("signature", self.check(item("2", self.package_url, len(PACKAGE))))
+
+    def test_a_tampered_package_is_thrown_away(self):
+        for tampered in (PACKAGE[:-1] + b"x", b"x" + PACKAGE[1:]):
+            self.server.paths["/kelpa" + ENDING] = tampered
+            self.refused("signature", self.download().outcome())
+
+    def test_a_package_of_another_length_is_thrown_away(self):
+        for length in (len(PACKAGE) - 1, len(PACKAGE) + 1, 1):
+            self.refused("length", self.download(self.release(length=length)).outcome())
+        for length in (0, -5, 1 << 40, "many"):
+            self.refused("length", self.check(self.release(length=length)))
+
+    def test_an_endless_package_takes_no_more_than_was_announced(self):
+        def endless(request):
+            request.send_response(200)
+            request.end_headers()
+            while not self.server.ending.is_set():
+                request.wfile.write(PACKAGE)
+        self.server.paths["/kelpa" + ENDING] = endless
+        helper = self.download(self.release(length=50_000_000))
+        self.refused("length", helper.outcome())
+        self.assertLess(helper.memory(), MOST_MEMORY)
+
+    def test_a_large_package_needs_little_memory(self):
+        large = PACKAGE * 100
+        self.server.paths["/kelpa" + ENDING] = large
+        signature = self.maker.sign(large)
+        helper = self.download(self.release(signature=signature, length=len(large)))
+        self.assertEqual(helper.outcome(60)[0], "ready")
+        # The signature is checked through the page cache, which counts as well while it is looked at.
+        status = Path(f"/proc/{helper.process.pid}/status").read_text()
+        anonymous = int(status.split("RssAnon:")[1].split()[0]) / 1024
+        self.assertLess(anonymous, MOST_MEMORY)
+
+    def test_a_package_that_stops_coming_is_given_up(self):
+        def stalling(request):
+            request.send_response(200)
+            request.send_header("Content-Length", str(len(PACKAGE)))
+            request.end_headers()
+            request.wfile.write(PACKAGE[:1000])
+            self.server.ending.wait(30)
+        self.server.paths["/kelpa" + ENDING] = stalling
+        self.refused("slow", self.download(patience=(20, 1)).outcome())
+
+        def breaking(request):
+            request.send_response(200)
+            request.send_header("Content-Length", str(len(PACKAGE)))
+            request.end_headers()
+            request.wfile.write(PACKAGE[:1000])
+        self.server.paths["/kelpa" + ENDING] = breaking
+        self.assertEqual(self.download().outcome()[0], "failed")
+        self.assertEqual(self.left(), [])
+
+    def test_a_cancelled_download_leaves_nothing(self):
+        def half(request):
+            request.send_response(200)
+            request.send_header("Content-Length", str(len(PACKAGE)))
+            request.end_headers()
+            request.wfile.write(PACKAGE[:len(PACKAGE) // 2])
+            self.server.ending.wait(30)
+        self.server.paths["/kelpa" + ENDING] = half
+        helper = self.download()
+        self.assertEqual(helper.hears()[0], "progress")
+        self.assertEqual(self.left(), ["unverified"])
+        self.assertEqual(helper.close(), 0)
+        self.assertEqual(self.left(), [])
+
+    def test_a_disk_that_takes_nothing_is_told(self):
+        self.cache.parent.mkdir(exist_ok=True)
+        self.cache.write_text("a file where the folder should be")
+        message = self.download().outcome()
+        self.assertEqual(message[:2], ["failed", "disk"], message)
+
+
+if __name__ == "__main__":
+    unittest.main()
