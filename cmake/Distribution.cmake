@@ -1,5 +1,13 @@
 # What a distribution of the program sets for itself, all in one place.
-set(KELPA_FEED_URL "" CACHE STRING "Address of the update feed; empty switches updates off")
+find_program(KELPA_DPKG dpkg)
+if(KELPA_DPKG)
+    execute_process(COMMAND ${KELPA_DPKG} --print-architecture OUTPUT_VARIABLE KELPA_PACKAGE_ARCHITECTURE OUTPUT_STRIP_TRAILING_WHITESPACE)
+else()
+    set(KELPA_PACKAGE_ARCHITECTURE ${CMAKE_HOST_SYSTEM_PROCESSOR})
+endif()
+set(KELPA_FEED_URL "" CACHE STRING "Address of the update feed, over HTTPS; empty switches updates off")
+set(KELPA_UPDATE_PUBLIC_KEY "" CACHE STRING "Ed25519 public key of whoever signs the packages in the feed, in base64")
+set(KELPA_UPDATE_PACKAGE "_${KELPA_PACKAGE_ARCHITECTURE}.deb" CACHE STRING "How the names of the packages in the feed end that this build can be replaced by")
 set(KELPA_FEEDBACK_MAILBOX "feedback@kelpa.example" CACHE STRING "Who receives feedback mail")
 set(KELPA_HOMEPAGE "https://kelpa.example" CACHE STRING "The program's web page; its folder pictures/ has those of docs/pictures")
 set(KELPA_RELEASE_NOTES_URL "https://kelpa.example/release-notes" CACHE STRING "The release-notes web page")
@@ -10,3 +18,8 @@ set(KELPA_RELEASE_DATE "2026-11-21" CACHE STRING "The day of this version, year-
 set(KELPA_DISPLAY_NAME "Kelpa")
 set(KELPA_IDENTIFIER "app.orvane.Kelpa")
 set(KELPA_LOGIN_ITEM_IDENTIFIER "app.orvane.Kelpa.LoginItem")
+
+string(LENGTH "${KELPA_UPDATE_PUBLIC_KEY}" KELPA_KEY_LENGTH)
+if(KELPA_FEED_URL AND NOT KELPA_KEY_LENGTH EQUAL 44)
+    message(FATAL_ERROR "KELPA_FEED_URL is set, but KELPA_UPDATE_PUBLIC_KEY is not the base64 of 32 bytes: no update could be verified")
+endif()

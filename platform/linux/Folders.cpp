@@ -34,6 +34,10 @@ std::optional<std::string> stateHome() {
     return folder("XDG_STATE_HOME", "/.local/state");
 }
 
+std::optional<std::string> cacheHome() {
+    return folder("XDG_CACHE_HOME", "/.cache");
+}
+
 std::string programPath() {
     std::error_code none;
     const auto image = absolute("APPIMAGE");

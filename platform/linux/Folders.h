@@ -5,10 +5,12 @@
 
 namespace kelpa {
 
-/// The user's folder for settings ($XDG_CONFIG_HOME, else ~/.config) or for state ($XDG_STATE_HOME, else
-/// ~/.local/state); nothing when neither the variable nor HOME holds an absolute path.
+/// The user's folder for settings ($XDG_CONFIG_HOME, else ~/.config), for state ($XDG_STATE_HOME, else
+/// ~/.local/state) or for what can be fetched again ($XDG_CACHE_HOME, else ~/.cache); nothing when neither
+/// the variable nor HOME holds an absolute path.
 [[nodiscard]] std::optional<std::string> configHome();
 [[nodiscard]] std::optional<std::string> stateHome();
+[[nodiscard]] std::optional<std::string> cacheHome();
 
 /// What a person, or the desktop, starts to run this program: its own file, or the image that it is packed
 /// in.

@@ -1,11 +1,10 @@
 #pragma once
 
-#include "platform/linux/EventLoop.h"
+#include "platform/linux/services/Launcher.h"
 #include "platform/linux/services/Portal.h"
 #include "platform/ports/Services.h"
 
 #include <functional>
-#include <list>
 
 namespace kelpa {
 
@@ -14,16 +13,14 @@ namespace kelpa {
 class LinuxMail final : public MailComposer {
   public:
     /// `portal` gives the desktop's portal in a sandbox and null outside.
-    LinuxMail(EventLoop& loop, std::function<Portal*()> portal) : loop_(loop), portal_(std::move(portal)) {}
+    LinuxMail(EventLoop& loop, std::function<Portal*()> portal)
+        : launcher_(loop), portal_(std::move(portal)) {}
 
     void compose(const Mail& mail) override;
 
   private:
-    void watch(int pid);
-
-    EventLoop& loop_;
+    Launcher launcher_;
     std::function<Portal*()> portal_;
-    std::list<Subscription> running_; ///< one for each composer that has not ended
 };
 
 } // namespace kelpa

@@ -25,10 +25,6 @@ using Seal = std::array<unsigned char, crypto_sign_BYTES>;
 
 } // namespace
 
-bool isPublicKey(const std::string& key) {
-    return decoded<std::tuple_size_v<Key>>(key).has_value();
-}
-
 bool isSigned(std::span<const unsigned char> bytes, const std::string& signature, const std::string& key) {
     const auto seal = decoded<std::tuple_size_v<Seal>>(signature);
     const auto publicKey = decoded<std::tuple_size_v<Key>>(key);

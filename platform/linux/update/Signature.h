@@ -5,9 +5,6 @@
 
 namespace kelpa {
 
-/// Whether a text is an Ed25519 public key in base64.
-[[nodiscard]] bool isPublicKey(const std::string& key);
-
 /// Whether whoever holds the other half of `key` signed exactly these bytes. Key and signature are Ed25519 in
 /// base64; a text that is none signs nothing.
 [[nodiscard]] bool isSigned(std::span<const unsigned char> bytes, const std::string& signature,
