@@ -1,0 +1,103 @@
+// Plays the core's part with a real updater whose window is standard output: does what lines on standard
+// input say and tells what a person would see.
+//
+// usage: kelpa-update-driver FEED KEY PACKAGE HELPER STORE FOLDER SPEED
+
+#include "platform/linux/LinuxClock.h"
+#include "platform/linux/store/PlistStore.h"
+#include "platform/linux/update/LinuxUpdater.h"
+
+#include <iostream>
+#include <map>
+#include <string>
+#include <unistd.h>
+#include <vector>
+
+namespace {
+
+using namespace kelpa;
+
+void say(const std::string& text) {
+    std::cout << text << std::endl; // a script waits for each line
+}
+
+struct SpokenReport final : WindowReport, StoreReport {
+    void info(const std::string& text) override { say("info " + text); }
+    void warning(const std::string& text) override { say("warning " + text); }
+    void error(const std::string& text) override { say("error " + text); }
+};
+
+struct SpokenWindow final : UpdateWindow {
+    void setPage(const UpdatePage& page) override { say("page " + page.headline + " | " + page.text); }
+    void present() override { say("present"); }
+    void close() override { say("close"); }
+};
+
+class Driver {
+  public:
+    Driver(EventLoop& loop, LinuxUpdater& updater) : loop_(loop), updater_(updater) {
+        input_ = loop.watch(STDIN_FILENO, [this] { read(); });
+    }
+
+  private:
+    void read() {
+        char bytes[256];
+        const ssize_t count = ::read(STDIN_FILENO, bytes, sizeof bytes);
+        if (count <= 0)
+            return loop_.terminate();
+        buffer_.append(bytes, static_cast<std::size_t>(count));
+        for (std::size_t end = 0; (end = buffer_.find('\n')) != std::string::npos; buffer_.erase(0, end + 1))
+            obey(buffer_.substr(0, end));
+    }
+    void obey(const std::string& command) {
+        static const std::map<std::string, UpdateAction> actions{
+            {"install", UpdateAction::Install}, {"later", UpdateAction::Later},
+            {"skip", UpdateAction::Skip},       {"cancel", UpdateAction::Cancel},
+            {"close", UpdateAction::Close},     {"notes", UpdateAction::Notes}};
+        if (command == "ask")
+            updater_.checkForUpdates();
+        else
+            updater_.act(actions.at(command));
+    }
+
+    EventLoop& loop_;
+    LinuxUpdater& updater_;
+    std::string buffer_;
+    Subscription input_;
+};
+
+UpdateSetup setupOf(const std::vector<std::string>& arguments) {
+    UpdateSetup setup;
+    setup.support = arguments.at(0).empty() ? UpdateSupport::NoFeed : UpdateSupport::Feed;
+    setup.feed = arguments.at(0);
+    setup.key = arguments.at(1);
+    setup.package = arguments.at(2);
+    setup.helper = arguments.at(3);
+    setup.folder = arguments.at(5);
+    setup.version = "5";
+    setup.name = "0.1.0";
+    setup.system = "12.0.0";
+    setup.processor = "x86_64";
+    setup.language = "zh_CN";
+    return setup;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    const std::vector<std::string> arguments(argv + 1, argv + argc);
+    const double speed = std::stod(arguments.at(6));
+    EventLoop loop(speed);
+    const LinuxClock clock(speed);
+    SpokenReport report;
+    SpokenWindow window;
+    PlistStore store(arguments.at(4), report);
+    LinuxUpdater updater({loop, clock, store, window, report}, setupOf(arguments));
+    updater.setAutomaticallyChecks(true);
+    updater.setCheckInterval(43200);
+    updater.setSendsSystemProfile(true);
+    updater.start();
+    const Driver driver(loop, updater);
+    say("started");
+    return loop.run();
+}
