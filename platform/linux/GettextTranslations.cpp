@@ -67,7 +67,9 @@ bool tableInUse() {
 } // namespace
 
 GettextTranslations::GettextTranslations(const std::string& folder) {
-    setenv("LANGUAGE", languages().c_str(), 1);
+    const std::string wanted = languages();
+    language_ = wanted.substr(0, wanted.find(':'));
+    setenv("LANGUAGE", wanted.c_str(), 1);
     chooseLocale();
     bindtextdomain(domain, folder.c_str());
     bind_textdomain_codeset(domain, "UTF-8");

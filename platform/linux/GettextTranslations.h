@@ -11,10 +11,13 @@ class GettextTranslations final : public Translations {
     /// `folder` holds LANGUAGE/LC_MESSAGES/kelpa.mo.
     explicit GettextTranslations(const std::string& folder);
     [[nodiscard]] std::string lookUp(const std::string& key) const override;
+    /// The first of the user's languages, as in "zh_CN".
+    [[nodiscard]] const std::string& language() const { return language_; }
     /// False when the user's language has a table that the C library cannot be brought to use.
     [[nodiscard]] bool usable() const { return usable_; }
 
   private:
+    std::string language_;
     bool usable_ = true;
 };
 

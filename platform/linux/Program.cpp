@@ -42,12 +42,14 @@ Program::Program(EventLoop& loop, Display& display, double speed, Instance& inst
       loginItem_(
           {AutostartFolders::ofEnvironment(), {build::identifier, build::displayName, programPath()}},
           programPath(), [this] { return portal(); }, systemLog_),
-      mail_(loop, [this] { return portal(); }),
+      mail_(loop, [this] { return portal(); }), updateWindow_(windows_),
+      updater_({loop, clock_, store_, updateWindow_, *this},
+               UpdateSetup::ofThisCopy(system_, translations_.language())),
       ports_{
           clock_, loop,          loop,      queues_,
           store_, statusBar_,    windows_,  system_,
           fonts_, translations_, random_,   fatalErrors_,
-          loop,   lock_,         activity_, Services{&loginItem_, nullptr, &mail_, &about_, &preferences_}},
+          loop,   lock_,         activity_, Services{&loginItem_, &updater_, &mail_, &about_, &preferences_}},
       logFiles_(clock_), application_(ports_, logFiles_), remote_(loop), instance_(instance),
       notice_(loop, noticeDesktop()) {
     if (tray_)

@@ -22,6 +22,8 @@
 #include "platform/linux/status/StatusNotifierItem.h"
 #include "platform/linux/status/TrayFallback.h"
 #include "platform/linux/store/PlistStore.h"
+#include "platform/linux/update/LinuxUpdater.h"
+#include "platform/linux/update/RemoteUpdateWindow.h"
 #include "platform/linux/windows/Display.h"
 #include "platform/linux/windows/RemoteAboutPanel.h"
 #include "platform/linux/windows/RemotePreferencesWindow.h"
@@ -81,6 +83,8 @@ class Program final : private StoreReport, private WindowReport, private Instanc
     Syslog systemLog_;
     LinuxLoginItem loginItem_;
     LinuxMail mail_;
+    RemoteUpdateWindow updateWindow_;
+    LinuxUpdater updater_;
     Ports ports_;
     DailyLogFiles logFiles_;
     Application application_;

@@ -21,24 +21,27 @@ struct Journal final : UpdateWindow, UpdateWork {
                         ? " | busy"
                         : " | " + std::to_string(static_cast<int>(page.fraction * 100)) + "%";
         if (!page.notes.empty())
-            line += " | <" + page.notes + ">";
+            line += " | <" + page.notes + " at " + page.notesLink + ">";
         for (const auto& button : page.buttons)
             line += " [" + button.text + "]";
         lines.push_back(line);
     }
-    void present() override { lines.push_back("present"); }
+    void present(Attention attention) override {
+        lines.push_back(attention == Attention::Wanted ? "present" : "present quietly");
+    }
+    void setClient(UpdateWindowClient* told) override { client = told; }
     void close() override { lines.push_back("close"); }
     void check(Cause cause) override { lines.push_back(cause == Cause::Asked ? "check asked" : "check due"); }
     void download() override { lines.push_back("download"); }
     void stop() override { lines.push_back("stop"); }
     void openPackage(const std::string& path) override { lines.push_back("open " + path); }
-    void openPage(const std::string& address) override { lines.push_back("browse " + address); }
     void setSkipped(const std::string& version) override { skipped = version; }
     [[nodiscard]] bool isSkipped(const std::string& version) const override { return version == skipped; }
 
     Lines take() { return std::exchange(lines, {}); }
     Lines lines;
     std::string skipped;
+    UpdateWindowClient* client = nullptr;
 };
 
 class UpdateDialogTest : public testing::Test {
@@ -49,7 +52,10 @@ class UpdateDialogTest : public testing::Test {
     const std::string looking = "page Looking for updates | busy [Cancel]";
     const std::string offered =
         "page A new version of Kelpa is available | Version 0.2.0 is available; you have 0.1.0. | "
-        "<Release Notes> [Skip This Version] [Later] [Install]";
+        "<Release Notes at https://kelpa.example/notes> [Skip This Version] [Later] [Install]";
+    const std::string ready =
+        "page The update is ready | The program that installs software on this computer "
+        "opens it now. Once it is installed, quit Kelpa and start it again. [OK]";
 };
 
 } // namespace
@@ -67,7 +73,7 @@ TEST_F(UpdateDialogTest, WhoAsksIsToldWhatIsGoingOnAndHowItEnds) {
     EXPECT_EQ(journal.take(),
               (Lines{"page A newer system is needed | There is a new version of Kelpa, but not "
                      "for this version of your system. [OK]"}));
-    dialog.act(UpdateAction::Close);
+    journal.client->act(UpdateAction::Close);
     EXPECT_EQ(journal.take(), (Lines{"close"}));
 }
 
@@ -81,15 +87,15 @@ TEST_F(UpdateDialogTest, ACheckByItselfIsSeenOnlyWhenItFindsSomething) {
     EXPECT_EQ(journal.take(), (Lines{"check due", "check due", "check due"}));
     dialog.due();
     dialog.found(release);
-    EXPECT_EQ(journal.take(), (Lines{"check due", offered, "present"}));
+    EXPECT_EQ(journal.take(), (Lines{"check due", offered, "present quietly"}));
     // Nobody has answered yet.
     dialog.due();
     EXPECT_EQ(journal.take(), Lines{});
-    dialog.act(UpdateAction::Later);
+    journal.client->act(UpdateAction::Later);
     EXPECT_EQ(journal.take(), (Lines{"stop", "close"}));
     dialog.due();
     dialog.found(release);
-    EXPECT_EQ(journal.take(), (Lines{"check due", offered, "present"}));
+    EXPECT_EQ(journal.take(), (Lines{"check due", offered, "present quietly"}));
 }
 
 TEST_F(UpdateDialogTest, WhoAsksDuringACheckByItselfGetsItsAnswer) {
@@ -105,15 +111,15 @@ TEST_F(UpdateDialogTest, WhoAsksDuringACheckByItselfGetsItsAnswer) {
 TEST_F(UpdateDialogTest, ASkippedVersionComesBackOnlyWhenAskedFor) {
     dialog.asked();
     dialog.found(release);
-    dialog.act(UpdateAction::Skip);
+    journal.client->act(UpdateAction::Skip);
     EXPECT_EQ(journal.take(), (Lines{looking, "present", "check asked", offered, "stop", "close"}));
     dialog.due();
     dialog.found(release);
     EXPECT_EQ(journal.take(), (Lines{"check due", "stop"}));
     dialog.due();
     dialog.found({"8", "0.2.0", release.notes, 1});
-    EXPECT_EQ(journal.take(), (Lines{"check due", offered, "present"}));
-    dialog.act(UpdateAction::Later);
+    EXPECT_EQ(journal.take(), (Lines{"check due", offered, "present quietly"}));
+    journal.client->act(UpdateAction::Later);
     journal.take();
     dialog.asked();
     dialog.found(release);
@@ -123,34 +129,34 @@ TEST_F(UpdateDialogTest, ASkippedVersionComesBackOnlyWhenAskedFor) {
 TEST_F(UpdateDialogTest, AnUpdateIsFetchedAndHandedOver) {
     dialog.asked();
     dialog.found(release);
-    dialog.act(UpdateAction::Notes);
     journal.take();
-    dialog.act(UpdateAction::Install);
+    journal.client->act(UpdateAction::Install);
     dialog.received(1'549'999);
     EXPECT_EQ(journal.take(),
               (Lines{"page Downloading version 0.2.0 | 0.0 of 3.0 MB | 0% [Cancel]", "download",
                      "page Downloading version 0.2.0 | 1.5 of 3.0 MB | 51% [Cancel]"}));
-    dialog.act(UpdateAction::Install);
+    journal.client->act(UpdateAction::Install);
     dialog.due();
     dialog.asked();
     dialog.ready("/cache/kelpa.deb");
-    EXPECT_EQ(journal.take(), (Lines{"present", "open /cache/kelpa.deb"}));
+    EXPECT_EQ(journal.take(), (Lines{"present", ready, "open /cache/kelpa.deb"}));
+    dialog.asked();
+    EXPECT_EQ(journal.take(), (Lines{"present"}));
     dialog.packageOpened(true);
-    EXPECT_EQ(journal.take(),
-              (Lines{"page The update is ready | The program that installs software on this "
-                     "computer has it now. When it is installed, quit Kelpa and start it again. "
-                     "[OK]"}));
+    EXPECT_EQ(journal.take(), Lines{});
+    journal.client->act(UpdateAction::Close);
+    EXPECT_EQ(journal.take(), Lines{"close"});
 }
 
 TEST_F(UpdateDialogTest, WithoutAnInstallerThePackageIsNotLost) {
     dialog.asked();
     dialog.found(release);
-    dialog.act(UpdateAction::Install);
+    journal.client->act(UpdateAction::Install);
     dialog.ready("/cache/kelpa.deb");
     journal.take();
     dialog.packageOpened(false);
     EXPECT_EQ(journal.take(),
-              (Lines{"page No program installs the update | The update is safe and lies here: "
+              (Lines{"page No program installs the update | The download was checked and lies in this file:\n"
                      "/cache/kelpa.deb [OK]"}));
 }
 
@@ -158,18 +164,17 @@ TEST_F(UpdateDialogTest, ADownloadCanBeCancelledAndCanFail) {
     for (const bool cancelled : {true, false}) {
         dialog.asked();
         dialog.found({"7", "0.2.0", "", 10});
-        dialog.act(UpdateAction::Install);
+        journal.client->act(UpdateAction::Install);
         journal.take();
         if (cancelled) {
-            dialog.act(UpdateAction::Cancel);
+            journal.client->act(UpdateAction::Cancel);
             dialog.received(5);
             dialog.packageOpened(true);
             EXPECT_EQ(journal.take(), (Lines{"stop", "close"}));
         } else {
             dialog.failed(UpdateFailure::Signature);
-            EXPECT_EQ(journal.take(),
-                      (Lines{"page The update did not work | The download is not signed by the "
-                             "makers of Kelpa, so it was thrown away. [OK]"}));
+            EXPECT_EQ(journal.take(), (Lines{"page The update did not work | The update is not signed by the "
+                                             "makers of Kelpa, so it is not used. [OK]"}));
         }
     }
 }
@@ -194,13 +199,13 @@ TEST(UpdateSupportTest, WithoutAFeedNothingIsEverFetchedAndTheMenuSaysWhy) {
         const std::string why =
             support == UpdateSupport::Store
                 ? "The software store that Kelpa came from also brings its new versions."
-                : "This copy of Kelpa does not look for updates. New versions come the way it came.";
+                : "This copy of Kelpa does not look for updates. Get new versions where you got this one.";
         const Lines told{"page Kelpa does not update itself here | " + why + " [OK]", "present"};
         dialog.asked();
         EXPECT_EQ(journal.take(), told);
         dialog.asked();
         EXPECT_EQ(journal.take(), told);
-        dialog.act(UpdateAction::Close);
+        journal.client->act(UpdateAction::Close);
         EXPECT_EQ(journal.take(), Lines{"close"});
     }
 }

@@ -107,9 +107,15 @@ class Feed(UpdateTest):
         self.assertEqual((headers["User-Agent"], headers["Accept-Language"]), ("Kelpa/0.1.0", "en"))
 
     def test_a_link_to_notes_leads_to_a_secure_page_or_nowhere(self):
-        for link in ("http://kelpa.example/", "file:///etc/passwd", "javascript:alert(1)", "ssh://kelpa.example"):
+        for link in ("http://kelpa.example/", "file:///etc/passwd", "javascript:alert(1)", "ssh://kelpa.example",
+                     "https://kelpa.example/" + "x" * 10000):
             notes = f"<sparkle:releaseNotesLink>{link}</sparkle:releaseNotesLink>"
             self.assertEqual(self.check(self.release(more=notes))[3], "", link)
+
+    def test_a_version_that_cannot_be_shown_is_refused(self):
+        for version in ("2" * 100000, "2 \u202e fdp.exe", "2\nand a line"):
+            self.refused("malformed", self.check(self.release(version)))
+            self.refused("malformed", self.check(self.release("2", name=version)))
 
     def test_what_is_no_feed_is_refused(self):
         deep = b"<a>" * 100000
@@ -273,7 +279,7 @@ class Download(UpdateTest):
         for length in (len(PACKAGE) - 1, len(PACKAGE) + 1, 1):
             self.refused("length", self.download(self.release(length=length)).outcome())
         for length in (0, -5, 1 << 40, "many"):
-            self.refused("length", self.check(self.release(length=length)))
+            self.refused("malformed", self.check(self.release(length=length)))
 
     def test_an_endless_package_takes_no_more_than_was_announced(self):
         def endless(request):

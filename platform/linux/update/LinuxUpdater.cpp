@@ -113,10 +113,6 @@ void LinuxUpdater::openPackage(const std::string& path) {
         dialog_.packageOpened(false);
 }
 
-void LinuxUpdater::openPage(const std::string& address) {
-    launcher_.run({"xdg-open", address});
-}
-
 void LinuxUpdater::setSkipped(const std::string& version) {
     parts_.store.setText(skippedKey, version);
 }

@@ -3,6 +3,7 @@
 #include "platform/linux/services/Launcher.h"
 #include "platform/linux/update/UpdateDialog.h"
 #include "platform/linux/update/UpdateSchedule.h"
+#include "platform/linux/update/UpdateSetup.h"
 #include "platform/linux/windows/HelperProcess.h"
 #include "platform/linux/windows/WindowReport.h"
 #include "platform/ports/Services.h"
@@ -10,23 +11,6 @@
 #include <string>
 
 namespace kelpa {
-
-/// What the updater has to know of this copy of the program.
-struct UpdateSetup {
-    UpdateSupport support = UpdateSupport::NoFeed;
-    std::string feed;
-    std::string key;       ///< public, of whoever signs the packages
-    std::string package;   ///< how the names of the packages end that can be installed here
-    std::string version;   ///< by which releases are ordered
-    std::string name;      ///< the version that people are shown
-    std::string system;    ///< version of the system
-    std::string processor; ///< as the system calls its kind
-    std::string language;  ///< as in "zh_CN"
-    std::string folder;    ///< for downloads, and nothing else
-    std::string helper;    ///< path of kelpa-update
-    int feedSeconds = 30;  ///< that the feed may take
-    int stallSeconds = 60; ///< that a download may stand still
-};
 
 /// What it works with; all of it outlives the updater.
 struct UpdateParts {
@@ -55,15 +39,11 @@ class LinuxUpdater final : public Updater, private UpdateWork, private HelperCli
     void start() override;
     void checkForUpdates() override { dialog_.asked(); }
 
-    /// What a person did in the window.
-    void act(UpdateAction action) { dialog_.act(action); }
-
   private:
     void check(Cause cause) override;
     void download() override;
     void stop() override { helper_.end(); }
     void openPackage(const std::string& path) override;
-    void openPage(const std::string& address) override;
     void setSkipped(const std::string& version) override;
     [[nodiscard]] bool isSkipped(const std::string& version) const override;
 

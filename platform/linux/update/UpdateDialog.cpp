@@ -4,19 +4,25 @@
 #include "base/Text.h"
 
 #include <utility>
+#include <vector>
 
 namespace kelpa {
 
 namespace {
 
-std::string filled(const std::string& key, const std::string& first, const std::string& second = {}) {
-    return replacingAll(replacingAll(localized(key), "%2", second), "%1", first);
+/// The text with these in place of %1, %2 and so on.
+std::string filled(std::string text, const std::vector<std::string>& parts) {
+    for (std::size_t number = parts.size(); number > 0; --number)
+        text = replacingAll(text, "%" + std::to_string(number), parts[number - 1]);
+    return text;
 }
 
-/// With one digit behind the point, which is as exact as anybody wants it.
-std::string megabytes(std::int64_t bytes) {
-    const std::int64_t tenths = (bytes + 50'000) / 100'000;
-    return std::to_string(tenths / 10) + "." + std::to_string(tenths % 10);
+/// In megabytes with one digit behind the point, which is as exact as anybody wants it.
+std::string soFar(std::int64_t bytes, std::int64_t length) {
+    const auto tenths = [](std::int64_t count) { return (count + 50'000) / 100'000; };
+    const auto whole = [&](std::int64_t count) { return std::to_string(tenths(count) / 10); };
+    const auto digit = [&](std::int64_t count) { return std::to_string(tenths(count) % 10); };
+    return filled(localized("%1.%2 of %3.%4 MB"), {whole(bytes), digit(bytes), whole(length), digit(length)});
 }
 
 UpdateButton button(UpdateAction action, const std::string& text) {
@@ -34,13 +40,13 @@ std::string inWords(UpdateFailure failure) {
     case UpdateFailure::Slow:
         return localized("The update server took too long to answer. Please try again later.");
     case UpdateFailure::TooLarge:
-        return localized("The list of updates is too large, so it was not read.");
+        return localized("The list of updates is too large, so it is not used.");
     case UpdateFailure::Malformed:
-        return localized("The list of updates is damaged, so it was not read.");
+        return localized("The list of updates is damaged, so it is not used.");
     case UpdateFailure::Length:
         return localized("The download does not have the announced size, so it was thrown away.");
     case UpdateFailure::Signature:
-        return localized("The download is not signed by the makers of Kelpa, so it was thrown away.");
+        return localized("The update is not signed by the makers of Kelpa, so it is not used.");
     case UpdateFailure::Disk:
         return localized("The download cannot be stored. Is the disk full?");
     case UpdateFailure::Helper:
@@ -52,22 +58,28 @@ std::string inWords(UpdateFailure failure) {
 } // namespace
 
 UpdateDialog::UpdateDialog(UpdateSupport support, std::string running, UpdateWindow& window, UpdateWork& work)
-    : support_(support), running_(std::move(running)), window_(window), work_(work) {}
+    : support_(support), running_(std::move(running)), window_(window), work_(work) {
+    window_.setClient(this);
+}
+
+UpdateDialog::~UpdateDialog() {
+    window_.setClient(nullptr);
+}
 
 void UpdateDialog::tell(const std::string& headline, const std::string& text) {
     state_ = State::Telling;
-    window_.setPage({headline, text, {}, {button(UpdateAction::Close, localized("OK"))}});
+    window_.setPage({headline, text, {}, {}, {button(UpdateAction::Close, localized("OK"))}});
 }
 
 void UpdateDialog::explain(const std::string& why) {
     tell(localized("Kelpa does not update itself here"), why);
-    window_.present();
+    window_.present(UpdateWindow::Attention::Wanted);
 }
 
 void UpdateDialog::asked() {
     if (support_ == UpdateSupport::NoFeed) {
-        explain(
-            localized("This copy of Kelpa does not look for updates. New versions come the way it came."));
+        explain(localized(
+            "This copy of Kelpa does not look for updates. Get new versions where you got this one."));
     } else if (support_ == UpdateSupport::Store) {
         explain(localized("The software store that Kelpa came from also brings its new versions."));
     } else if (state_ == State::Idle || state_ == State::Telling) {
@@ -76,7 +88,7 @@ void UpdateDialog::asked() {
     } else if (state_ == State::CheckingQuietly) {
         showChecking();
     } else {
-        window_.present();
+        window_.present(UpdateWindow::Attention::Wanted);
     }
 }
 
@@ -85,9 +97,10 @@ void UpdateDialog::showChecking() {
     window_.setPage({localized("Looking for updates"),
                      {},
                      {},
+                     {},
                      {button(UpdateAction::Cancel, localized("Cancel"))},
                      UpdatePage::Progress::Busy});
-    window_.present();
+    window_.present(UpdateWindow::Attention::Wanted);
 }
 
 void UpdateDialog::due() {
@@ -105,7 +118,8 @@ bool UpdateDialog::endQuietly() {
 
 void UpdateDialog::latest() {
     if (!endQuietly())
-        tell(localized("Kelpa is up to date"), filled("You have the newest version, %1.", running_));
+        tell(localized("Kelpa is up to date"),
+             filled(localized("You have the newest version, %1."), {running_}));
 }
 
 void UpdateDialog::outgrown() {
@@ -124,13 +138,14 @@ void UpdateDialog::found(const Release& release) {
     release_ = release;
     state_ = State::Offering;
     window_.setPage({localized("A new version of Kelpa is available"),
-                     filled("Version %1 is available; you have %2.", release.name, running_),
+                     filled(localized("Version %1 is available; you have %2."), {release.name, running_}),
                      release.notes.empty() ? "" : localized("Release Notes"),
+                     release.notes,
                      {button(UpdateAction::Skip, localized("Skip This Version")),
                       button(UpdateAction::Later, localized("Later")),
                       button(UpdateAction::Install, localized("Install"))}});
     if (quiet)
-        window_.present();
+        window_.present(UpdateWindow::Attention::None);
 }
 
 void UpdateDialog::startDownload() {
@@ -144,8 +159,9 @@ void UpdateDialog::received(std::int64_t bytes) {
         return;
     const double fraction =
         release_.length > 0 ? static_cast<double>(bytes) / static_cast<double>(release_.length) : 0;
-    window_.setPage({filled("Downloading version %1", release_.name),
-                     filled("%1 of %2 MB", megabytes(bytes), megabytes(release_.length)),
+    window_.setPage({filled(localized("Downloading version %1"), {release_.name}),
+                     soFar(bytes, release_.length),
+                     {},
                      {},
                      {button(UpdateAction::Cancel, localized("Cancel"))},
                      UpdatePage::Progress::Known,
@@ -154,6 +170,10 @@ void UpdateDialog::received(std::int64_t bytes) {
 
 void UpdateDialog::ready(const std::string& path) {
     package_ = path;
+    tell(localized("The update is ready"),
+         localized("The program that installs software on this computer opens it now. Once it is installed, "
+                   "quit Kelpa and start it again."));
+    // Some desktops tell at once that the package has been opened, some only when the installer is closed.
     state_ = State::Opening;
     work_.openPackage(path);
 }
@@ -161,14 +181,10 @@ void UpdateDialog::ready(const std::string& path) {
 void UpdateDialog::packageOpened(bool taken) {
     if (state_ != State::Opening)
         return;
-    if (taken)
-        tell(
-            localized("The update is ready"),
-            localized("The program that installs software on this computer has it now. When it is installed, "
-                      "quit Kelpa and start it again."));
-    else
+    state_ = State::Telling;
+    if (!taken)
         tell(localized("No program installs the update"),
-             filled("The update is safe and lies here: %1", package_));
+             filled(localized("The download was checked and lies in this file:\n%1"), {package_}));
 }
 
 void UpdateDialog::failed(UpdateFailure failure) {
@@ -181,10 +197,6 @@ void UpdateDialog::act(UpdateAction action) {
     case UpdateAction::Install:
         if (state_ == State::Offering)
             startDownload();
-        return;
-    case UpdateAction::Notes:
-        if (!release_.notes.empty())
-            work_.openPage(release_.notes);
         return;
     case UpdateAction::Skip:
         if (state_ == State::Offering)

@@ -46,17 +46,19 @@ class UpdateWork {
     virtual void stop() = 0;
     /// Hands a verified package to the desktop.
     virtual void openPackage(const std::string& path) = 0;
-    virtual void openPage(const std::string& address) = 0;
     virtual void setSkipped(const std::string& version) = 0;
     [[nodiscard]] virtual bool isSkipped(const std::string& version) const = 0;
 };
 
 /// Decides what a person who is offered an update sees, and what happens then. A check that nobody asked for
 /// is seen only when it finds something that is not to be skipped.
-class UpdateDialog {
+class UpdateDialog final : private UpdateWindowClient {
   public:
     /// Both outlive the dialog. `running` is the version that people are shown.
     UpdateDialog(UpdateSupport support, std::string running, UpdateWindow& window, UpdateWork& work);
+    ~UpdateDialog() override;
+    UpdateDialog(const UpdateDialog&) = delete;
+    UpdateDialog& operator=(const UpdateDialog&) = delete;
 
     /// Somebody wants to know.
     void asked();
@@ -73,12 +75,10 @@ class UpdateDialog {
     /// Whether some program took the package.
     void packageOpened(bool taken);
 
-    /// What a person did; `Close` also when the window was closed by itself.
-    void act(UpdateAction action);
-
   private:
     enum class State { Idle, CheckingQuietly, Checking, Offering, Downloading, Opening, Telling };
 
+    void act(UpdateAction action) override;
     void tell(const std::string& headline, const std::string& text);
     void explain(const std::string& why);
     void showChecking();

@@ -3,6 +3,7 @@
 #include "platform/linux/view/AboutWindow.h"
 #include "platform/linux/view/BreakWindow.h"
 #include "platform/linux/view/PreferencesWindow.h"
+#include "platform/linux/view/UpdateWindow.h"
 #include "platform/linux/view/WaterWindow.h"
 #include "platform/linux/wire/ViewProtocol.h"
 
@@ -27,6 +28,8 @@ std::unique_ptr<ViewWindow> makeKind(Stage& stage, QQmlEngine& engine, const std
         return std::make_unique<PreferencesWindow>(engine);
     if (kind == view::aboutKind)
         return std::make_unique<AboutWindow>(engine);
+    if (kind == view::updateKind)
+        return std::make_unique<UpdateWindow>(engine);
     throw std::runtime_error("there is no window of the kind \"" + kind + "\"");
 }
 

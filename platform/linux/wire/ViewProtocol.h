@@ -81,6 +81,17 @@ inline constexpr std::string_view aboutKind = "about";
 /// What the panel says, as JSON.
 inline constexpr std::string_view about = "about";
 
+inline constexpr std::string_view updateKind = "update";
+inline constexpr std::string_view headline = "headline";
+inline constexpr std::string_view text = "text";
+/// Text and address of a link; empty for none.
+inline constexpr std::string_view notes = "notes";
+inline constexpr std::string_view notesLink = "notesLink";
+/// Pairs of lines: the action of a button, and its text. The last one is the one that leads on.
+inline constexpr std::string_view buttons = "buttons";
+/// A fraction; below 0 while nobody knows how long it takes, empty when there is none.
+inline constexpr std::string_view progress = "progress";
+
 inline constexpr std::string_view preferencesKind = "preferences";
 /// Everything that never changes, as JSON.
 inline constexpr std::string_view layout = "layout";

@@ -4,6 +4,7 @@
 #include "platform/linux/wire/UpdateProtocol.h"
 
 #include <QRegularExpression>
+#include <algorithm>
 
 namespace kelpa {
 
@@ -15,6 +16,8 @@ constexpr qint64 largestFeed = 1024 * 1024;
 constexpr qint64 largestPackage = 512 * 1024 * 1024;
 /// Nobody waits longer for a download, however steadily it trickles in.
 constexpr int downloadSeconds = 2 * 60 * 60;
+constexpr int longestVersion = 60;
+constexpr int longestLink = 2000;
 
 QString text(const wire::Message& message, std::size_t field) {
     return QString::fromStdString(message.field(field));
@@ -23,7 +26,20 @@ QString text(const wire::Message& message, std::size_t field) {
 /// Of what a feed says only letters, digits and a few signs become part of a file's name.
 QString fileName(const QString& version, const QString& ending) {
     static const QRegularExpression odd(QStringLiteral("[^A-Za-z0-9.~-]"));
-    return QStringLiteral("kelpa_") + QString(version).replace(odd, QStringLiteral("-")).left(60) + ending;
+    return QStringLiteral("kelpa_") +
+           QString(version).replace(odd, QStringLiteral("-")).left(longestVersion) + ending;
+}
+
+/// Whether it can be shown to a person as a version: short, and without signs that nobody sees.
+bool isVersion(const QString& text) {
+    return text.size() <= longestVersion &&
+           std::all_of(text.begin(), text.end(), [](QChar sign) { return sign.isPrint(); });
+}
+
+/// The address of the notes; none where it leads to no secure page.
+std::string linkTo(const QUrl& notes) {
+    const std::string link = notes.toString(QUrl::FullyEncoded).toStdString();
+    return Fetch::refusal(notes).empty() && link.size() <= longestLink ? link : "";
 }
 
 } // namespace
@@ -115,10 +131,11 @@ void UpdateTask::offer(const AppcastOffer& offer) {
     if (package.signature.isEmpty())
         return fail(update::signature, "the package has none");
     if (package.length <= 0 || package.length > largestPackage)
-        return fail(update::length, "announced are " + std::to_string(package.length) + " bytes");
+        return fail(update::malformed, "announced are " + std::to_string(package.length) + " bytes");
+    if (!isVersion(item.version) || !isVersion(item.name))
+        return fail(update::malformed, "the version is none");
     offer_ = offer;
-    const std::string notes = Fetch::refusal(item.notes).empty() ? item.notes.toString().toStdString() : "";
-    channel_.send({update::found, item.version.toStdString(), item.name.toStdString(), notes,
+    channel_.send({update::found, item.version.toStdString(), item.name.toStdString(), linkTo(item.notes),
                    std::to_string(package.length)});
 }
 

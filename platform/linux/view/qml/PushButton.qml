@@ -8,6 +8,9 @@ T.AbstractButton {
 
     property string symbol
     property real mostWidth: Infinity
+    /// The one that leads on.
+    property bool prominent: false
+    readonly property color ink: prominent ? Theme.accentText : Theme.primary
 
     implicitWidth: content.implicitWidth + 2 * Theme.stackSpace
     implicitHeight: Theme.controlHeight
@@ -19,7 +22,9 @@ T.AbstractButton {
 
     background: RoundedBox {
         radius: Theme.controlRadius
-        color: button.pressed ? Theme.controlPressed : button.hovered ? Theme.controlHovered : Theme.control
+        color: button.prominent
+            ? (button.pressed ? Theme.accentPressed : button.hovered ? Theme.accentHovered : Theme.accent)
+            : (button.pressed ? Theme.controlPressed : button.hovered ? Theme.controlHovered : Theme.control)
     }
     FocusRing {
         shown: button.visualFocus
@@ -35,7 +40,7 @@ T.AbstractButton {
             width: 16
             height: 16
             name: button.symbol
-            color: Theme.primary
+            color: button.ink
         }
         Text {
             anchors.verticalCenter: parent.verticalCenter
@@ -43,7 +48,7 @@ T.AbstractButton {
             elide: Text.ElideRight
             text: button.text
             textFormat: Text.PlainText
-            color: Theme.primary
+            color: button.ink
             font.pixelSize: Theme.bodySize
             Accessible.ignored: true
         }

@@ -1,0 +1,120 @@
+import QtQuick
+import Kelpa
+
+/// What is known of updates, and what can be done about it.
+Rectangle {
+    id: page
+
+    property string headline
+    property string text
+    property string notes
+    property string notesLink
+    /// Pairs of lines: the action of a button, and its text.
+    property string buttons
+    property string progress
+    readonly property var buttonLines: buttons === "" ? [] : buttons.split("\n")
+    signal action(string name, string value)
+
+    implicitWidth: 460
+    implicitHeight: content.implicitHeight + 2 * Theme.padding
+    color: Theme.card
+    focus: true
+    onButtonsChanged: settling.restart()
+
+    /// The second click of two is not for the button that took the place of the first one.
+    Timer {
+        id: settling
+        interval: Theme.slow
+    }
+    Shortcut {
+        sequences: ["Ctrl+W", "Escape"]
+        onActivated: page.Window.window.close()
+    }
+    Column {
+        id: content
+        x: Theme.padding
+        y: Theme.padding
+        width: page.width - 2 * Theme.padding
+        spacing: Theme.padding
+
+        Row {
+            width: parent.width
+            spacing: Theme.padding
+
+            Image {
+                id: picture
+                width: 64
+                height: 64
+                source: "qrc:/pictures/app.orvane.Kelpa.png"
+                sourceSize: Qt.size(width * Screen.devicePixelRatio, height * Screen.devicePixelRatio)
+                Accessible.ignored: true
+            }
+            Column {
+                width: parent.width - picture.width - parent.spacing
+                spacing: Theme.tightSpace
+
+                Text {
+                    width: parent.width
+                    text: page.headline
+                    textFormat: Text.PlainText
+                    wrapMode: Text.Wrap
+                    color: Theme.primary
+                    font.pixelSize: Theme.headlineSize
+                    font.bold: true
+                    Accessible.role: Accessible.Heading
+                    Accessible.name: text
+                }
+                // It may name a file, which is to be copied.
+                TextEdit {
+                    width: parent.width
+                    visible: text !== ""
+                    text: page.text
+                    textFormat: TextEdit.PlainText
+                    wrapMode: TextEdit.Wrap
+                    readOnly: true
+                    selectByMouse: true
+                    selectionColor: Theme.accent
+                    selectedTextColor: Theme.accentText
+                    color: Theme.secondary
+                    font.pixelSize: Theme.bodySize
+                    Accessible.role: Accessible.StaticText
+                    Accessible.name: text
+                }
+                LinkButton {
+                    visible: page.notes !== ""
+                    text: page.notes
+                    arrow: false
+                    onActivated: Browser.open(page.notesLink)
+                }
+                UpdateProgress {
+                    width: parent.width
+                    visible: page.progress !== ""
+                    value: page.progress
+                }
+            }
+        }
+        Flow {
+            width: parent.width
+            layoutDirection: Qt.RightToLeft
+            spacing: Theme.stackSpace
+
+            Repeater {
+                model: page.buttonLines.length / 2
+
+                PushButton {
+                    required property int index
+                    // From the right end: the last one comes first.
+                    readonly property int line: page.buttonLines.length - 2 * (index + 1)
+                    readonly property string name: page.buttonLines[line]
+
+                    text: page.buttonLines[line + 1]
+                    prominent: index === 0 && name !== "cancel"
+                    onClicked: {
+                        if (!settling.running)
+                            page.action(name, "");
+                    }
+                }
+            }
+        }
+    }
+}
