@@ -335,13 +335,24 @@ TEST_F(PlistStoreTest, whatWasHeldIsTriedOnceMoreAtTheEnd) {
     EXPECT_EQ(report.errors.size(), 1u);
 }
 
+/// A dictionary that has 42 for its only key, which is given as it is encoded.
+std::string binaryList(const std::string& key) {
+    const auto value = static_cast<char>(11 + key.size());
+    const auto table = static_cast<char>(value + 2);
+    const std::string sizes("\0\0\0\0\0\0\x01\x01\0\0\0\0\0\0\0\x03\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0", 31);
+    return "bplist00\xd1\x01\x02" + key + "\x10*" + "\x08\x0b" + value + sizes + table;
+}
+
 TEST_F(PlistStoreTest, readsABinaryList) {
-    writeFile(
-        path,
-        std::string("bplist00\xd1\x01\x02Skey\x10*\x08\x0b\x0f\0\0\0\0\0\0\x01\x01\0\0\0\0\0\0\0\x03\0\0\0\0"
-                    "\0\0\0\0\0\0\0\0\0\0\0\x11",
-                    52));
+    writeFile(path, binaryList("Skey"));
     EXPECT_EQ(store.integer("key"), 42);
+}
+
+TEST_F(PlistStoreTest, aZeroByteInAKeyDoesNotEndTheProgram) {
+    writeFile(path, binaryList({"c\0k\0\0\0y", 7}));
+    EXPECT_EQ(store.integer("key"), std::nullopt);
+    store.setInteger("key", 5);
+    EXPECT_EQ(PlistStore(path, report).integer("key"), 5);
 }
 
 } // namespace

@@ -47,6 +47,15 @@ plist_t parsed(const std::string& bytes) {
     return root;
 }
 
+/// Read anew from its XML: of the binary form the library would take a zero byte into a key, and end the
+/// program when it is asked for that key.
+plist_t parsedBinary(const std::string& bytes) {
+    const plist_t root = parsed(bytes);
+    const std::string xml = root == nullptr ? std::string() : xmlOf(root);
+    plist_free(root);
+    return xml.find('\0') == std::string::npos ? parsed(xml) : nullptr;
+}
+
 /// The library hands out 64 bits without their sign: with the top bit set only the written form tells a
 /// negative number from one that is too large.
 std::optional<StoreValue> integerOf(plist_t node) {
@@ -144,7 +153,7 @@ PlistDocument& PlistDocument::operator=(PlistDocument&& other) noexcept {
 
 std::optional<PlistDocument> PlistDocument::parse(const std::string& bytes) {
     const bool binary = bytes.starts_with("bplist");
-    const plist_t root = parsed(binary ? bytes : withoutFalseNumbers(bytes));
+    const plist_t root = binary ? parsedBinary(bytes) : parsed(withoutFalseNumbers(bytes));
     if (root == nullptr)
         return std::nullopt;
     PlistDocument document(root);
