@@ -36,6 +36,10 @@ void Application::willTerminate() {
     delegate_.applicationWillTerminate();
 }
 
+bool Application::supportsSecureRestorableState() const {
+    return delegate_.applicationSupportsSecureRestorableState();
+}
+
 std::string Application::identifier() const {
     return AppInfo::identifier();
 }

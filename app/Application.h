@@ -18,6 +18,7 @@ class Application final : private LogClient {
     /// Runs the start-up sequence; from then on the main loop drives the program.
     void launch();
     void willTerminate();
+    [[nodiscard]] bool supportsSecureRestorableState() const;
 
   private:
     [[nodiscard]] const Clock& clock() const override { return ports_.clock; }

@@ -25,6 +25,12 @@ void PerfWaterTimePointView::show() {
     };
     std::sort(points.begin(), points.end(), earlier);
     window().setTimePoints(id(), points);
+    propose();
+}
+
+void PerfWaterTimePointView::propose() {
+    const Calendar& calendar = state_.calendar();
+    window().setTimeOfDay(id(), (calendar.civil(calendar.now()).hour + 1) % 24, 0);
 }
 
 void PerfWaterTimePointView::timePointAdded(int hour, int minute) {

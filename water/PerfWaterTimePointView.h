@@ -19,6 +19,9 @@ class PerfWaterTimePointView final : public PaneControl {
     void timePointRemoved(int hour, int minute) override;
 
   private:
+    /// The next full hour is as good a guess as any at what will be added.
+    void propose();
+
     PrefWaterState& state_;
     WaterPane& waterPane_;
     Subscription told_;

@@ -26,7 +26,16 @@
 
 - (BOOL)applicationSupportsSecureRestorableState:(NSApplication*)application {
     (void)application;
-    return YES;
+    return _program->supportsSecureRestorableState();
+}
+
+/// Whoever starts a program that runs already wants to see something of it, and its place in the menu bar may
+/// be hidden.
+- (BOOL)applicationShouldHandleReopen:(NSApplication*)application hasVisibleWindows:(BOOL)visible {
+    (void)application;
+    (void)visible;
+    kelpa::callCore([&] { _program->startedAgain(); });
+    return NO;
 }
 
 - (void)showSettingsWindow:(id)sender {

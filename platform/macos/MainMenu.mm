@@ -1,5 +1,11 @@
 #import "platform/macos/MainMenu.h"
 
+/// What the windows of text fields answer without saying so in a header.
+@protocol KelpaEditActions
+- (void)undo:(id)sender;
+- (void)redo:(id)sender;
+@end
+
 namespace kelpa {
 
 namespace {

@@ -10,6 +10,8 @@
 @interface MenuAction : NSObject
 /// `clicks` must outlive the process's last click.
 + (void)setClicks:(kelpa::MenuClicks*)clicks;
+/// The line whose click is being dealt with; nil at any other time.
++ (id)sender;
 + (void)didClickPause:(id)sender;
 + (void)didClickWater:(id)sender;
 + (void)didClickSettings:(id)sender;

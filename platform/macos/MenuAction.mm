@@ -7,11 +7,14 @@
 namespace {
 
 kelpa::MenuClicks* theClicks = nullptr;
+id theSender = nil;
 
 void clicked(id sender) {
     const int line = [[static_cast<NSMenuItem*>(sender) representedObject] intValue];
+    theSender = sender;
     if (theClicks)
         kelpa::callCore([line] { theClicks->didClick(line); });
+    theSender = nil;
 }
 
 } // namespace
@@ -20,6 +23,10 @@ void clicked(id sender) {
 
 + (void)setClicks:(kelpa::MenuClicks*)clicks {
     theClicks = clicks;
+}
+
++ (id)sender {
+    return theSender;
 }
 
 + (void)didClickPause:(id)sender {

@@ -18,6 +18,7 @@
 #import "platform/macos/windows/MacWindowSystem.h"
 
 #include "app/Application.h"
+#include "app/RemoteControl.h"
 #include "logging/SharedLogger.h"
 #include "platform/posix/AbortOnFatalErrors.h"
 #include "platform/posix/SystemRandom.h"
@@ -37,6 +38,9 @@ class Program final : private ApplicationLoop {
 
     void launch();
     void willTerminate();
+    [[nodiscard]] bool supportsSecureRestorableState() const;
+    /// The user started the program although it runs.
+    void startedAgain();
     void presentPreferences();
 
   private:
@@ -66,6 +70,7 @@ class Program final : private ApplicationLoop {
     Ports ports_;
     DailyLogFiles logFiles_;
     Application application_;
+    RemoteControl remote_{*this};
 };
 
 } // namespace kelpa

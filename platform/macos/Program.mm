@@ -1,10 +1,10 @@
 #import "platform/macos/Program.h"
 
 #import "platform/macos/MainMenu.h"
+#import "platform/macos/MenuAction.h"
+#import "platform/macos/RunningApplication.h"
 
 #include "app/AppInfo.h"
-#include "base/FatalError.h"
-
 namespace kelpa {
 
 namespace {
@@ -45,14 +45,20 @@ void Program::willTerminate() {
     application_.willTerminate();
 }
 
+bool Program::supportsSecureRestorableState() const {
+    return application_.supportsSecureRestorableState();
+}
+
+void Program::startedAgain() {
+    remote_.showSettings();
+}
+
 void Program::presentPreferences() {
     preferences_.present();
 }
 
 void Program::terminate() {
-    if (!NSApp)
-        fatalError("There is no application to end");
-    [NSApp terminate:nil];
+    [runningApplication() terminate:[MenuAction sender]];
 }
 
 } // namespace kelpa

@@ -135,6 +135,7 @@ class PreferencesWindow {
     /// The entries of a picker, of segments or of tiles, in order.
     virtual void setChoices(const std::string& id, const std::vector<PreferencesChoice>& choices) = 0;
     virtual void setChosen(const std::string& id, std::int64_t value) = 0;
+    /// The value of a time of day; of time points the one that adding another starts at.
     virtual void setTimeOfDay(const std::string& id, int hour, int minute) = 0;
     virtual void setTimePoints(const std::string& id, const std::vector<TimePoint>& points) = 0;
     virtual void setPrompts(const std::string& id, const std::vector<std::string>& prompts) = 0;

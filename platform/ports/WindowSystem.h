@@ -52,7 +52,7 @@ class NativeWindow {
     virtual void setAlpha(double alpha) = 0;
     /// Animates the opacity over real seconds; `done` (may be empty) runs once from the main loop when the
     /// animation ends, also for a window that is not on screen. A later fade takes over from a running one,
-    /// whose `done` still runs at its time.
+    /// whose `done` still runs, at its time or earlier.
     virtual void fadeTo(double alpha, double seconds, std::function<void()> done) = 0;
     /// Shows the window above all others of its level without regard to which application is active.
     virtual void orderFrontRegardless() = 0;

@@ -31,6 +31,11 @@ struct Rect {
 typedef long Size;
 typedef unsigned char Style;
 
+// And the macros of its assertions, which may or may not be there: no name of ours may depend on that.
+#define check(assertion) static_assert(false)
+#define verify(assertion) static_assert(false)
+#define require(assertion, label) static_assert(false)
+
 // --- Core Foundation
 
 typedef unsigned char Boolean;
@@ -157,17 +162,15 @@ enum : NSUInteger { NSEventTypeKeyDown = 10 };
 - (NSStatusBarButton*)button SINCE(10.10);
 @end
 
-@interface NSResponder (MacDeclarationsOfActions)
-- (void)undo:(id)sender;
-- (void)redo:(id)sender;
-@end
-
 extern NSString* const NSAboutPanelOptionCredits SINCE(10.13);
 extern NSString* const NSAboutPanelOptionApplicationName SINCE(10.13);
 extern NSString* const NSAboutPanelOptionApplicationIcon SINCE(10.13);
 extern NSString* const NSImageNameApplicationIcon SINCE(10.6);
 
-@class NSRunningApplication;
+@interface NSRunningApplication (MacDeclarations)
++ (NSArray<NSRunningApplication*>*)runningApplicationsWithBundleIdentifier:(NSString*)bundleIdentifier
+    SINCE(10.6);
+@end
 
 SINCE(10.15) @interface NSWorkspaceOpenConfiguration : NSObject
 + (instancetype)configuration SINCE(10.15);

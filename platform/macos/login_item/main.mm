@@ -11,12 +11,21 @@ NSURL* application() {
     return place;
 }
 
+/// As when the system opened it again itself: to open it once more would ask it for a window.
+bool runs(NSURL* place) {
+    NSString* identifier = [[NSBundle bundleWithURL:place] bundleIdentifier];
+    return identifier &&
+           [[NSRunningApplication runningApplicationsWithBundleIdentifier:identifier] count] > 0;
+}
+
 } // namespace
 
 /// Starts the application when the user logs in, and ends. Only systems before macOS 13 need it: later ones
 /// start the application themselves.
 int main() {
     @autoreleasepool {
+        if (runs(application()))
+            return 0;
         NSApplication* helper = [NSApplication sharedApplication];
         NSWorkspaceOpenConfiguration* configuration = [NSWorkspaceOpenConfiguration configuration];
         // Nobody asked for it just now, so that whatever the user does keeps the keyboard.

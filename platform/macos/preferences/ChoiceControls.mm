@@ -131,8 +131,6 @@ constexpr NSInteger tileColumns = 3;
                                             chosen:^(std::int64_t value) {
                                               [weakSelf picked:value];
                                             }];
-    [_grid setAccessibilityElement:YES];
-    [_grid setAccessibilityRole:NSAccessibilityRadioGroupRole];
     [_grid setAccessibilityLabel:kelpa::toNSString(control.label)];
     return @[ _grid ];
 }

@@ -6,10 +6,14 @@
 @interface KelpaTextControl : KelpaControl <NSTextFieldDelegate>
 @end
 
-/// A field of digits with a stepper.
-@interface KelpaNumberControl : KelpaTextControl
+/// A field of digits in which a number goes up and down by steps.
+@interface KelpaStepsControl : KelpaTextControl
 @end
 
-/// A minus button, a field of digits, a plus button.
-@interface KelpaAccumulatorControl : KelpaTextControl
+/// With a stepper behind it.
+@interface KelpaNumberControl : KelpaStepsControl
+@end
+
+/// Between a minus and a plus button.
+@interface KelpaAccumulatorControl : KelpaStepsControl
 @end

@@ -41,18 +41,31 @@ constexpr CGFloat numberWidth = 64;
 
 - (void)controlTextDidChange:(NSNotification*)notification {
     (void)notification;
-    const std::string text = kelpa::toString([_field stringValue]);
-    kelpa::callCore([&] { [self client].typed([self name], text); });
+    kelpa::callCore([&] { [self client].typed([self name], kelpa::toString([_field stringValue])); });
 }
 
 - (void)controlTextDidEndEditing:(NSNotification*)notification {
     (void)notification;
-    const std::string text = kelpa::toString([_field stringValue]);
-    kelpa::callCore([&] { [self client].entered([self name], text); });
+    kelpa::callCore([&] { [self client].entered([self name], kelpa::toString([_field stringValue])); });
 }
+
+@end
+
+@implementation KelpaStepsControl
 
 - (void)step:(int)direction {
     kelpa::callCore([&] { [self client].stepped([self name], direction); });
+}
+
+/// The arrow keys step.
+- (BOOL)control:(NSControl*)control textView:(NSTextView*)textView doCommandBySelector:(SEL)commandSelector {
+    (void)control;
+    (void)textView;
+    const bool up = commandSelector == @selector(moveUp:);
+    if (!up && commandSelector != @selector(moveDown:))
+        return NO;
+    [self step:up ? 1 : -1];
+    return YES;
 }
 
 @end

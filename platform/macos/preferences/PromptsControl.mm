@@ -125,11 +125,9 @@ NSString* const columnName = @"prompt";
 
 - (void)addClicked:(id)sender {
     (void)sender;
-    const std::string text = kelpa::toString([_newPrompt stringValue]);
-    if (text.empty())
-        return;
+    NSString* text = [_newPrompt stringValue];
     [_newPrompt setStringValue:@""];
-    kelpa::callCore([&] { [self client].promptAdded([self name], text); });
+    kelpa::callCore([&] { [self client].promptAdded([self name], kelpa::toString(text)); });
 }
 
 /// The same button begins to edit the chosen text and gives that up again.
@@ -177,21 +175,19 @@ NSString* const columnName = @"prompt";
     NSTextField* field = static_cast<NSTextField*>([notification object]);
     if (_editedRow < 0 || _cancelled)
         return;
-    const std::string old = kelpa::toString([_prompts objectAtIndex:static_cast<NSUInteger>(_editedRow)]);
-    const std::string text = kelpa::toString([field stringValue]);
+    NSString* old = [_prompts objectAtIndex:static_cast<NSUInteger>(_editedRow)];
+    NSString* text = [field stringValue];
     [self endEditing];
     [_table reloadData];
-    if (text != old)
-        kelpa::callCore([&] { [self client].promptEdited([self name], old, text); });
+    if (![text isEqualToString:old])
+        kelpa::callCore(
+            [&] { [self client].promptEdited([self name], kelpa::toString(old), kelpa::toString(text)); });
 }
 
 - (void)deleteClicked:(id)sender {
     (void)sender;
-    NSString* prompt = [self selectedPrompt];
-    if (!prompt)
-        return;
-    const std::string text = kelpa::toString(prompt);
-    kelpa::callCore([&] { [self client].promptDeleted([self name], text); });
+    if (NSString* prompt = [self selectedPrompt])
+        kelpa::callCore([&] { [self client].promptDeleted([self name], kelpa::toString(prompt)); });
 }
 
 - (void)resetClicked:(id)sender {

@@ -133,6 +133,7 @@ TimeOfDay timeOf(NSDatePicker* picker) {
     NSString* _removeName;
     NSDatePicker* _newTime;
     NSPopover* _popover;
+    TimeOfDay _proposed;
 }
 
 - (NSArray<NSView*>*)makeViews:(const kelpa::PreferencesControl&)control
@@ -185,11 +186,14 @@ TimeOfDay timeOf(NSDatePicker* picker) {
     kelpa::callCore([&] { [self client].timePointRemoved([self name], hour, minute); });
 }
 
-/// Made anew for each time that is added, so that it starts at the present one.
+- (void)setHour:(int)hour minute:(int)minute {
+    _proposed = {hour, minute};
+}
+
 - (void)plusClicked:(id)sender {
     (void)sender;
     _newTime = makePicker();
-    [_newTime setDateValue:[NSDate date]];
+    [_newTime setDateValue:dateOf(_proposed.hour, _proposed.minute)];
     [_newTime setAccessibilityLabel:[_plus accessibilityLabel]];
     NSViewController* content = [[NSViewController alloc] init];
     [content setView:[self popoverContent]];

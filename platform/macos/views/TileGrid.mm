@@ -34,6 +34,8 @@ constexpr NSTimeInterval slideSeconds = 0.25;
         [_selection castShadow:selectionShadow];
         [_selection setHidden:YES];
         [self addSubview:_selection];
+        [self setAccessibilityElement:YES];
+        [self setAccessibilityRole:NSAccessibilityRadioGroupRole];
     }
     return self;
 }

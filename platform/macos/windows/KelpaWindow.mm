@@ -77,12 +77,6 @@ __weak KelpaWindow* presented;
     return YES;
 }
 
-/// The system keeps windows below the menu bar and on one screen; a break covers everything.
-- (NSRect)constrainFrameRect:(NSRect)frameRect toScreen:(NSScreen*)screen {
-    (void)screen;
-    return frameRect;
-}
-
 - (BOOL)isDeaf {
     return CACurrentMediaTime() < _deafUntil;
 }

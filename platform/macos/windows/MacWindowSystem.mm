@@ -1,6 +1,7 @@
 #import "platform/macos/windows/MacWindowSystem.h"
 
 #import "platform/macos/Bridge.h"
+#import "platform/macos/RunningApplication.h"
 #import "platform/macos/windows/MacWindow.h"
 
 namespace kelpa {
@@ -55,13 +56,13 @@ std::unique_ptr<NativeWindow> MacWindowSystem::makeWindow(const WindowSpec& spec
 }
 
 void MacWindowSystem::activate() {
-    [NSApp activateIgnoringOtherApps:YES];
+    [runningApplication() activateIgnoringOtherApps:YES];
     // The keyboard goes to what was just shown, also when another window of ours had it.
     [[KelpaWindow takePresented] makeKeyWindow];
 }
 
 void MacWindowSystem::deactivate() {
-    [NSApp deactivate];
+    [runningApplication() deactivate];
 }
 
 } // namespace kelpa

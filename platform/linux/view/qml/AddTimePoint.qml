@@ -9,10 +9,9 @@ T.Popup {
     required property var texts
     signal entered(int hour, int minute)
 
-    /// The next full hour is as good a guess as any.
-    function begin() {
-        time.hour = (new Date().getHours() + 1) % 24;
-        time.minute = 0;
+    function begin(hour: int, minute: int) {
+        time.hour = hour;
+        time.minute = minute;
         open();
         time.forceActiveFocus(Qt.TabFocusReason);
     }

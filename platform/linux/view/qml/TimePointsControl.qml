@@ -94,7 +94,7 @@ Flow {
         symbol: "plus"
         symbolSize: 16
         text: control.texts.addTimePoint
-        onClicked: popover.begin()
+        onClicked: popover.begin(control.told.hour, control.told.minute)
 
         AddTimePoint {
             id: popover
