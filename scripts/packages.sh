@@ -27,7 +27,7 @@ KELPA_TEST_PACKAGES=(
 
 # What `./test --all` adds.
 KELPA_CHECK_PACKAGES=(
-    git clang clang-format clang-tidy shellcheck clang-19 libc++-16-dev libgnustep-gui-dev
+    git clang libclang-rt-14-dev clang-format clang-tidy shellcheck clang-19 libc++-16-dev libgnustep-gui-dev
     sway grim foot
     appstream desktop-file-utils dpkg-dev fish flatpak-builder lintian makepkg man-db zsh
 )
