@@ -4,8 +4,9 @@
 usage: check_catalogues.py [ROOT]      (default: the project this script belongs to)
 
 It fails when
-- a source, the desktop entry, the metainfo file or the macOS bundle looks up a text that is not in the template, or a source one that
-  cannot be told: a text that reaches localized() by a detour is marked where it is written, translatable("...");
+- a source, the desktop entry, the metainfo file or the macOS bundle looks up a text that is not in the template, or a
+  source one that cannot be told: a text that reaches localized() by a detour is marked where it is written,
+  translatable("...");
 - QML or a face's C++ holds a text of its own, instead of showing what the core gives it;
 - the template has a text that nothing looks up;
 - a catalogue misses an entry of the template, has one of its own or one that is out of use;
@@ -85,7 +86,7 @@ def looked_up(root):
 
 
 def in_packages(root):
-    """Every text that is translated in the desktop entry, the metainfo file and the bundle's information, with its file."""
+    """Every text of the desktop entry, the metainfo file and the bundle's information, with its file."""
     for path in sorted((root / "packaging").glob("*.desktop.in")):
         for text in re.findall(r"^(?:Name|GenericName|Comment|Keywords)=(.*)$", path.read_text(encoding="utf-8"), re.M):
             yield text, path.relative_to(root)
