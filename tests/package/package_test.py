@@ -176,7 +176,8 @@ class OtherSystems(unittest.TestCase):
 
     def test_arch_has_everything_that_the_package_is_linked_with(self):
         owners = {"libsystemd0": "systemd-libs", "libplist3": "libplist", "libxcb1": "libxcb", "libqt6gui6": "qt6-base",
-                  "libqt6quick6": "qt6-declarative", "libqt6svg6": "qt6-svg", "libsodium23": "libsodium"}
+                  "libqt6quick6": "qt6-declarative", "libqt6svg6": "qt6-svg", "libsodium23": "libsodium",
+                  "libwayland-client0": "wayland"}
         needed = {owners[name] for name in package_names(field("Depends")) if name in owners}
         self.assertLessEqual({"libplist", "qt6-base"}, needed)
         self.assertEqual(needed - set(re.findall(r"^\tdepends = (\S+)", recipe_for_arch(), re.M)), set())
