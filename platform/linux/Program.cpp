@@ -2,6 +2,9 @@
 
 #include "logging/SharedLogger.h"
 #include "platform/linux/BuildConfig.h"
+#include "platform/linux/events/LogindActivity.h"
+#include "platform/linux/events/MutterActivity.h"
+#include "platform/linux/events/WaylandActivity.h"
 #include "platform/linux/events/X11Activity.h"
 
 namespace kelpa {
@@ -23,11 +26,18 @@ void logCritical(const std::string& message) {
         logger().critical(message);
 }
 
-/// The best source that this desktop may have comes first.
+/// The best source that this desktop may have comes first. The X server of a Wayland session hears only of
+/// what goes to its own windows.
 std::vector<std::unique_ptr<ActivitySource>> activitySources(EventLoop& loop, const ActivityGate& gate,
-                                                             const OwnWindows& windows) {
+                                                             const OwnWindows& windows, double speed) {
     std::vector<std::unique_ptr<ActivitySource>> sources;
-    sources.push_back(std::make_unique<X11Activity>(loop, gate, windows));
+    if (inWaylandSession()) {
+        sources.push_back(std::make_unique<WaylandActivity>(loop, windows, speed));
+        sources.push_back(std::make_unique<MutterActivity>(loop, windows, speed));
+    } else {
+        sources.push_back(std::make_unique<X11Activity>(loop, gate, windows));
+    }
+    sources.push_back(std::make_unique<LogindActivity>(loop, windows));
     return sources;
 }
 
@@ -38,7 +48,7 @@ Program::Program(EventLoop& loop, Display& display, double speed, Instance& inst
       windows_({loop, display.screens(), display.focus(), *this}, helperPath("kelpa-view")), about_(windows_),
       preferences_(windows_), tray_(display.makeTray(*this)), fonts_(folders_.data),
       translations_(folders_.locale), fatalErrors_(logCritical), lock_(loop), gate_(lock_, windows_),
-      activity_(gate_, *this, activitySources(loop, gate_, windows_)),
+      activity_(gate_, *this, activitySources(loop, gate_, windows_, speed)),
       loginItem_(
           {AutostartFolders::ofEnvironment(), {build::identifier, build::displayName, programPath()}},
           programPath(), [this] { return portal(); }, systemLog_),

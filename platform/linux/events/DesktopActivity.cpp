@@ -49,6 +49,10 @@ void DesktopActivity::watching() {
 
 void DesktopActivity::failed(const std::string& why) {
     report_.warning("Activity cannot be heard of from " + sources_[current_]->name() + ": " + why);
+    absent();
+}
+
+void DesktopActivity::absent() {
     ++current_;
     if (start() == ActivitySource::Start::Watching)
         happened();

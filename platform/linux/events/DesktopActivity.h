@@ -23,6 +23,7 @@ class DesktopActivity final : public ActivityMonitor, private ActivitySink {
   private:
     void happened() override;
     void watching() override;
+    void absent() override;
     void failed(const std::string& why) override;
     void use();
     /// Goes on with the first source from `current_` on that is not absent.

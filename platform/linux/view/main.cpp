@@ -1,6 +1,7 @@
 #include "platform/linux/view/Browser.h"
 #include "platform/linux/view/Channel.h"
 #include "platform/linux/view/Desk.h"
+#include "platform/linux/view/InputReport.h"
 #include "platform/linux/wire/ViewProtocol.h"
 
 #include <QGuiApplication>
@@ -8,6 +9,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <malloc.h>
+#include <optional>
 
 namespace {
 
@@ -78,5 +80,9 @@ int main(int argc, char** argv) {
     messages = &channel;
     qInstallMessageHandler(passOn);
     const kelpa::Desk desk(channel);
+    // An X server tells the program itself who uses which window.
+    std::optional<kelpa::InputReport> input;
+    if (QGuiApplication::platformName() == QStringLiteral("wayland"))
+        input.emplace(channel);
     return QGuiApplication::exec();
 }

@@ -28,6 +28,9 @@ struct OpenedDisplay {
     std::string error;                ///< one line that says why
 };
 
+/// Whether this is a Wayland session, of which an X server may be a part.
+[[nodiscard]] bool inWaylandSession();
+
 /// Connects to the session's Wayland compositor, or else to its X server. `KELPA_DISPLAY` set to `wayland` or
 /// `x11` in the environment settles which; the choice is left there for the helper programs. `lost` runs once
 /// from the main loop when the server goes away.

@@ -119,6 +119,10 @@ bool RemoteWindowSystem::coverEveryScreen() const {
     return !screens.empty() && std::all_of(screens.begin(), screens.end(), covered);
 }
 
+double RemoteWindowSystem::secondsSinceInput() const {
+    return secondsNow() - usedAt_;
+}
+
 void RemoteWindowSystem::visibilityChanged() {
     if (anyVisible()) {
         idle_.cancel();
@@ -175,6 +179,8 @@ void RemoteWindowSystem::helperSaid(const wire::Message& message) {
         failing_ = false;
     else if (message.verb() == view::action)
         didAct(message);
+    else if (message.verb() == view::input)
+        usedAt_ = secondsNow();
     else if (message.verb() == view::warning)
         parts_.report.warning("kelpa-view: " + message.field(1));
 }

@@ -7,6 +7,7 @@
 #include "platform/linux/windows/ScreenSource.h"
 #include "platform/linux/windows/WindowReport.h"
 
+#include <limits>
 #include <map>
 #include <memory>
 #include <vector>
@@ -53,6 +54,7 @@ class RemoteWindowSystem final : public WindowSystem,
     [[nodiscard]] int viewPid() const override { return view_.pid(); }
     [[nodiscard]] bool anyVisible() const override;
     [[nodiscard]] bool coverEveryScreen() const override;
+    [[nodiscard]] double secondsSinceInput() const override;
 
   private:
     void send(std::initializer_list<std::string_view> fields) override { view_.send(fields); }
@@ -87,6 +89,8 @@ class RemoteWindowSystem final : public WindowSystem,
     int nextId_ = 1;
     bool active_ = false;
     bool failing_ = false;
+    /// When a person last used a window, as the view tells.
+    double usedAt_ = -std::numeric_limits<double>::infinity();
     RestartBudget restarts_;
     Subscription idle_;
 };

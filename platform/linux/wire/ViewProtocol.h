@@ -32,6 +32,9 @@ inline constexpr std::string_view deactivate = "deactivate";
 inline constexpr std::string_view ready = "ready";
 /// action WINDOW NAME VALUE: what a person did in the window's content; the value may be empty.
 inline constexpr std::string_view action = "action";
+/// input: a person uses mouse or keyboard in a window; five times a second at most, and only where the
+/// display server does not tell the program itself.
+inline constexpr std::string_view input = "input";
 /// warning TEXT: for the log.
 inline constexpr std::string_view warning = "warning";
 
