@@ -13,5 +13,5 @@ from .session import Session, wait_until
 from .status_item import StatusItem
 
 __all__ = ["Accessibility", "Box", "Monitor", "NestedWaylandSession", "Picture", "Program", "Screen", "Session",
-           "StatusItem", "WaylandSession", "blue_rows", "break_windows", "complaints", "covers", "wait_for_cover", "wait_for_uncover",
-           "wait_until"]
+           "StatusItem", "WaylandSession", "blue_rows", "break_windows", "complaints", "covers", "wait_for_cover",
+           "wait_for_uncover", "wait_until"]

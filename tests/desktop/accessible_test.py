@@ -23,7 +23,8 @@ STOPS = {
                  ("text", "Custom break prompt"), ("text", "Breaks from one long break to the next"),
                  ("text", "Length of a long break in minutes"),
                  ("check box", "Force for long breaks(skip button will not display)"),
-                 ("check box", "Restart timer after Mac awake"), ("check box", "Stop timer after Mouse stop for 5 mins"),
+                 ("check box", "Restart timer after Mac awake"),
+                 ("check box", "Stop timer after Mouse stop for 5 mins"),
                  ("check box", "Show a new day prompt")],
     "Style": [("combo box", "Break Style"), ("radio button", "Break"), ("text", "Add"), ("push button", "Add"),
               ("list item", FIRST), ("push button", "Edit"), ("push button", "Delete"),
@@ -104,13 +105,15 @@ class Accessible(PreferencesTest):
         self.assertIn("checked", self.find("radio button", "45min").states())
         self.assertEqual(self.find("text", "Start time").text(), "07:00")
 
+    def focused(self):
+        return [one for one in self.window.walk() if one.role() in OPERABLE and "focused" in one.states()]
+
     def assert_tab_goes_round(self, reader, pane, stops):
         """Forwards and backwards, each stop being heard and to be seen."""
         self.turn_to(pane)
         self.screen.click(self.on_screen().x + 3, self.on_screen().y + 120)     # beside everything
         self.screen.move(5, self.HEIGHT - 10)
-        wait_until(lambda: not any("focused" in one.states() for one in self.window.walk() if one.role() in OPERABLE), 3,
-                   "nothing to have the keyboard")
+        wait_until(lambda: not self.focused(), 3, "nothing to have the keyboard")
         shown = self.screen.picture(self.on_screen())
         round_trip = [*stops, ("page tab", pane)]
         first = reader.after(lambda: self.screen.press("Tab"))
@@ -140,7 +143,9 @@ class Accessible(PreferencesTest):
     def test_no_mouse_is_needed(self):
         program = self.open()
         reader = Reader(self)
-        hear = lambda *keys: reader.after(lambda: self.screen.press(*keys))
+        def hear(*keys):
+            return reader.after(lambda: self.screen.press(*keys))
+
         self.assertEqual(hear("Tab"), ("page tab", "General"))
         self.assertEqual(hear("Right"), ("page tab", "Workflow"))
         self.assertEqual(hear("Tab"), ("text", WORK))
@@ -170,7 +175,7 @@ class Accessible(PreferencesTest):
         self.assertEqual(hear("Tab"), ("push button", "Add"))
         hear("Tab")
         self.screen.press("Home")
-        wait_until(lambda: "focused" in self.find("list item", "up").states(), 3, "the first prompt to have the keyboard")
+        wait_until(lambda: "focused" in self.find("list item", "up").states(), 3, "the first prompt")
         self.screen.press("F2")
         self.screen.press("Control_L", "a")
         self.screen.type("rise")

@@ -143,7 +143,7 @@ class Panes(PreferencesTest):
         self.enter("text", "Add", "wake up", end=None)
         self.click("push button", "Add")
         new_day = "new_day_break_prompt_list_1"
-        wait_until(lambda: self.stored(program).get(new_day, [None])[0] == "wake up", 5, "the new prompt of the morning")
+        wait_until(lambda: self.stored(program).get(new_day, [None])[0] == "wake up", 5, "the prompt of the morning")
         self.assertEqual(len(self.stored(program)[new_day]), 11)
         self.assertEqual(len(self.stored(program)[key]), 10, "the other list stayed as it was")
         self.click_into("radio button", "New Day")
@@ -192,10 +192,10 @@ class Panes(PreferencesTest):
         self.click_into("text", "Start time")
         self.screen.press("Left")       # from the minutes, which a click in the middle chooses
         self.screen.type("0615")
-        wait_until(lambda: self.clock(self.stored(program).get("pref.water.interval.start", 0)) == (6, 15), 5, "the start of the hours")
+        self.wait_clock(program, "pref.water.interval.start", (6, 15))
         self.screen.press("Tab")
         self.screen.press("Down")
-        wait_until(lambda: self.clock(self.stored(program).get("pref.water.interval.end", 0)) == (19, 0), 5, "the end of the hours")
+        self.wait_clock(program, "pref.water.interval.end", (19, 0))
 
         self.click("combo box", "Mode")
         self.find("list item", "Timing")
@@ -253,9 +253,11 @@ class Panes(PreferencesTest):
         stamps = json.loads(self.stored(program)["pref.water.selectedTimings"])
         return sorted(time.strftime("%H:%M", time.gmtime(stamp + EPOCH)) for stamp in stamps)
 
-    @staticmethod
-    def clock(stamp):
-        return time.gmtime(float(stamp))[3:5]
+    def wait_clock(self, program, key, clock):
+        def stored():
+            return time.gmtime(float(self.stored(program).get(key, 0)))[3:5]
+
+        wait_until(lambda: stored() == clock, 5, f"{key} to be {clock}")
 
     def test_twelve_hours(self):
         self.open({"pref.water.mode": 0}, pane="Water", LC_ALL="", LC_TIME="en_US.UTF-8", LANG="C.UTF-8")
@@ -351,9 +353,9 @@ class Windows(PreferencesTest):
         self.wait_stored(program, "pref.break.time", 77)
         os.kill(view, signal.SIGKILL)
         program.wait_for("kelpa-view was ended by signal 9", 5)
-        wait_until(lambda: self.helpers(program, "kelpa-view") not in ([], [view]) and self.on_screen(), 5, "another view")
-        self.window = wait_until(lambda: next((one for one in self.accessibility.windows() if one.name() == "Settings" and
-                                               one.states()), None), 5, "the window to be told again")
+        wait_until(lambda: self.helpers(program, "kelpa-view") not in ([], [view]), 5, "another view")
+        self.window = wait_until(lambda: [one for one in self.accessibility.windows()
+                                          if one.name() == "Settings" and one.states()], 5, "the window again")[0]
         self.turn_to("Workflow")
         self.wait_shown("Length of a short break in seconds", "77")
 

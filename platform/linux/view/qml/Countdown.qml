@@ -12,7 +12,7 @@ Item {
     Accessible.role: Accessible.StaticText
     Accessible.name: text
 
-    FontMetrics {
+    TextMeasure {
         id: metrics
         font.pixelSize: Theme.displaySize
         font.bold: true
@@ -21,7 +21,7 @@ Item {
     readonly property real figureWidth: {
         let widest = 0;
         for (const figure of "0123456789")
-            widest = Math.max(widest, metrics.advanceWidth(figure));
+            widest = Math.max(widest, metrics.widthOf(figure));
         return Math.ceil(widest);
     }
 

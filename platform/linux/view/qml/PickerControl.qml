@@ -16,7 +16,7 @@ T.ComboBox {
     readonly property real textWidth: {
         let widest = 0;
         for (let i = 0; i < told.entries.count; ++i)
-            widest = Math.max(widest, metrics.advanceWidth(told.entries.textAt(i)));
+            widest = Math.max(widest, metrics.widthOf(told.entries.textAt(i)));
         return Math.ceil(widest) + 1;
     }
 
@@ -45,7 +45,7 @@ T.ComboBox {
         }
     }
 
-    FontMetrics {
+    TextMeasure {
         id: metrics
         font: control.font
     }

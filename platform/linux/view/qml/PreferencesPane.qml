@@ -19,7 +19,7 @@ Flickable {
     readonly property real captionWidth: {
         let widest = 0;
         for (const caption of captions)
-            widest = Math.max(widest, metrics.advanceWidth(caption));
+            widest = Math.max(widest, metrics.widthOf(caption));
         // Hinted letters can be a little wider than their measure.
         return Math.ceil(widest * 1.03) + 2;
     }
@@ -47,7 +47,7 @@ Flickable {
     Accessible.role: Accessible.Pane
     Accessible.name: layout.label
 
-    FontMetrics {
+    TextMeasure {
         id: metrics
         font.pixelSize: Theme.bodySize
     }
@@ -61,7 +61,7 @@ Flickable {
 
         readonly property real inner: width - 2 * Theme.padding
         /// Where no row has a caption, there is no column of them.
-        readonly property real guide: pane.captions.every(caption => caption === "") ? 0 : Math.min(0.45 * inner, Math.max(pane.captionWidth, Math.round(0.3 * inner)))
+        readonly property real guide: pane.captions.every(caption => caption === "") ? 0 : Math.min(0.45 * inner, Math.max(pane.captionWidth, Math.round(0.24 * inner)))
 
         Repeater {
             model: pane.layout.sections

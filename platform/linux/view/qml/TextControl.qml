@@ -3,6 +3,6 @@ import Kelpa
 
 /// A line of text, as wide as there is room for one.
 TextEntry {
-    implicitWidth: 380
+    implicitWidth: 480
     enabled: told.enabled
 }

@@ -12,7 +12,7 @@ Grid {
     readonly property real tileWidth: {
         let widest = 88;
         for (let i = 0; i < told.entries.count; ++i)
-            widest = Math.max(widest, Math.ceil(metrics.advanceWidth(told.entries.textAt(i))) + 2 * Theme.padding);
+            widest = Math.max(widest, Math.ceil(metrics.widthOf(told.entries.textAt(i))) + 2 * Theme.padding);
         return widest;
     }
 
@@ -31,7 +31,7 @@ Grid {
     Accessible.role: Accessible.Grouping
     Accessible.name: label
 
-    FontMetrics {
+    TextMeasure {
         id: metrics
         font.pixelSize: Theme.bodySize
         font.bold: true

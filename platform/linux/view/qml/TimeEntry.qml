@@ -122,7 +122,7 @@ Item {
     HoverHandler {
         id: hover
     }
-    FontMetrics {
+    TextMeasure {
         id: metrics
         font.pixelSize: Theme.bodySize
     }
@@ -135,7 +135,7 @@ Item {
         property string widest: "00"
         readonly property bool current: entry.activeFocus && entry.part === name
 
-        width: Math.ceil(metrics.advanceWidth(widest)) + 6
+        width: Math.ceil(metrics.widthOf(widest)) + 6
         height: entry.height
 
         RoundedBox {
@@ -167,7 +167,7 @@ Item {
     component Half: Part {
         name: "half"
         shown: entry.halfText
-        widest: metrics.advanceWidth(ClockFormat.am) > metrics.advanceWidth(ClockFormat.pm) ? ClockFormat.am
+        widest: metrics.widthOf(ClockFormat.am) > metrics.widthOf(ClockFormat.pm) ? ClockFormat.am
             : ClockFormat.pm
         visible: ClockFormat.twelveHours
     }

@@ -10,7 +10,7 @@ Flow {
     property string label
     property real availableWidth: 400
 
-    readonly property real tileWidth: Math.ceil(metrics.advanceWidth("00:00")) + 3 * Theme.padding
+    readonly property real tileWidth: Math.ceil(metrics.widthOf("00:00")) + 3 * Theme.padding
 
     function report(action: string, value: string) {
         told.report(action, value.split(":"));
@@ -29,7 +29,7 @@ Flow {
     Accessible.role: Accessible.List
     Accessible.name: label
 
-    FontMetrics {
+    TextMeasure {
         id: metrics
         font.pixelSize: Theme.bodySize
     }
