@@ -172,8 +172,11 @@ class Soak:
         wait_until(lambda: self.program.item().registered(), 10, "the item in the new tray")
 
     def lock_the_break(self):
+        skipped = self.program.count("skip break view")
         self.lock(True)
-        wait_for_uncover(self.session, 2)   # before the break would end by itself
+        wait_for_uncover(self.session, 5)
+        if self.program.count("skip break view") != skipped:
+            raise TimeoutError("the break ended by itself")
 
     # All of it
 
