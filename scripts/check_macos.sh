@@ -77,19 +77,47 @@ refuses mm 'only available on macOS 13' 'id f() { return [SMAppService mainAppSe
 refuses mm 'no known class method' 'id f() { return [NSColor colourOfTheDay]; }'
 refuses mm 'undeclared selector' 'SEL f() { return @selector(nobodyAnswersThis:); }'
 
-# Configures the build for macOS with this machine's tools, and makes of the bundle what they can make.
-check_build() {
-    local build=$scratch/build tool settings=() answered
+# Configures the build for macOS with this machine's tools in a folder. Prints what was said if that fails.
+configure() {
+    local build=$1 tool settings=() answered
+    shift
     for tool in C CXX OBJCXX; do
         settings+=("-DCMAKE_${tool}_COMPILER=$(command -v "$compiler")" "-DCMAKE_${tool}_COMPILER_WORKS=1" "-DCMAKE_${tool}_ABI_COMPILED=1")
     done
-    if ! answered=$(cmake -S . -B "$build" -G Ninja -Wno-dev -DCMAKE_SYSTEM_NAME=Darwin -DCMAKE_SYSTEM_VERSION=21 \
+    answered=$(cmake -S . -B "$build" -G Ninja -Wno-dev -DCMAKE_SYSTEM_NAME=Darwin -DCMAKE_SYSTEM_VERSION=21 \
         -DCMAKE_OSX_SYSROOT=/ -DCMAKE_INSTALL_NAME_TOOL="$(command -v true)" -DKELPA_ICONUTIL="$(command -v true)" \
-        -DBUILD_TESTING=OFF -DKELPA_BENCHMARKS=OFF "${settings[@]}" 2>&1 && ninja -C "$build" kelpa_resources 2>&1); then
+        -DBUILD_TESTING=OFF -DKELPA_BENCHMARKS=OFF "${settings[@]}" "$@" 2>&1) && return
+    printf '%s\n' "$answered" >&2
+    return 1
+}
+
+# The folder's platform/macos sources that are compiled there.
+built_in() {
+    grep -o '"file": ".*platform/macos/.*"' "$1/compile_commands.json" | sed 's|.*platform/macos/||; s|"||' | sort -u
+}
+
+# With a framework and a feed the application updates itself, and each part of the framework is signed.
+check_updating_build() {
+    local build=$scratch/updating framework=$scratch/Sparkle.framework key
+    mkdir -p "$framework/Versions/Current"
+    touch "$framework/Versions/Current/Autoupdate"
+    printf -v key '%043d=' 0
+    configure "$build" -DKELPA_SPARKLE="$framework" -DKELPA_FEED_URL=https://kelpa.example/feed -DKELPA_UPDATE_PUBLIC_KEY="$key" || return 1
+    if ! built_in "$build" | grep -qx SparkleUpdater.mm || ! grep -q 'codesign.*Sparkle.framework/Versions/Current/Autoupdate' "$build/build.ninja" ||
+        ! grep -q "$key" "$build/Kelpa.app/Contents/Info.plist"; then
+        echo 'check_macos: the build with the Sparkle framework lacks it' >&2
+        return 1
+    fi
+}
+
+# Makes of the bundle what this machine's tools can make.
+check_build() {
+    local build=$scratch/build answered part
+    configure "$build" || return 1
+    if ! answered=$(ninja -C "$build" kelpa_resources 2>&1); then
         printf '%s\n' "$answered" >&2
         return 1
     fi
-    local part
     for part in Kelpa.app/Contents/Info.plist KelpaLoginItem.app/Contents/Info.plist \
         platform/macos/bundle/Resources/{kelpa.png,iconfont.ttf,en.lproj/Localizable.strings}; do
         if [[ ! -s $build/$part ]]; then
@@ -98,8 +126,7 @@ check_build() {
         fi
     done
     # Every source of the face is part of the application, or it would be checked and never built.
-    comm -13 <(grep -o '"file": ".*platform/macos/.*"' "$build/compile_commands.json" | sed 's|.*platform/macos/||; s|"||' | sort -u) \
-        <(cd platform/macos && git ls-files '*.mm' '*.cpp' | grep -v SparkleUpdater | sort) >"$scratch/unbuilt"
+    comm -13 <(built_in "$build") <(cd platform/macos && git ls-files '*.mm' '*.cpp' | grep -v SparkleUpdater | sort) >"$scratch/unbuilt"
     if [[ -s $scratch/unbuilt ]]; then
         echo 'check_macos: these sources are in no target:' >&2
         cat "$scratch/unbuilt" >&2
@@ -123,6 +150,7 @@ for source in "${sources[@]}"; do
 done
 if (($# == 0)); then
     check_build || failed=$((failed + 1))
+    check_updating_build || failed=$((failed + 1))
 fi
 if ((failed)); then
     echo "check_macos: $failed checks failed" >&2

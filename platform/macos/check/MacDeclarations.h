@@ -359,6 +359,11 @@ enum : NSUInteger { NSDatePickerElementFlagHourMinute = 0x000c };
         makeIfNecessary:(BOOL)makeIfNecessary SINCE(10.7);
 @end
 
+@interface NSScroller (MacDeclarations)
++ (CGFloat)scrollerWidthForControlSize:(NSControlSize)controlSize
+                         scrollerStyle:(NSScrollerStyle)scrollerStyle SINCE(10.7);
+@end
+
 @interface NSTabViewItem (MacDeclarations)
 - (void)setImage:(NSImage*)image SINCE(10.10);
 @end

@@ -12,4 +12,6 @@
 @property(nonatomic, readonly) NSArray<KelpaControl*>* controls;
 /// Shows or hides a row; a section whose rows are all hidden is hidden with its title.
 - (void)setControl:(KelpaControl*)control visible:(BOOL)visible;
+/// Keeps the view that the form scrolls in, up and down alone, as wide as the rows need.
+- (void)widen:(NSScrollView*)scroll;
 @end

@@ -102,6 +102,13 @@ struct Section {
         [self updateTitle:section];
 }
 
+- (void)widen:(NSScrollView*)scroll {
+    const CGFloat scroller = [NSScroller scrollerWidthForControlSize:NSControlSizeRegular
+                                                       scrollerStyle:NSScrollerStyleLegacy];
+    [[[scroll widthAnchor] constraintGreaterThanOrEqualToAnchor:[_grid widthAnchor]
+                                                       constant:2 * margin + scroller] setActive:YES];
+}
+
 - (void)updateTitle:(const Section&)section {
     if (section.title < 0)
         return;

@@ -46,7 +46,7 @@ NSTabViewItem* makeTab(NSViewController* content, const PreferencesPane& pane) {
 }
 
 /// Small screens must still reach the last row.
-NSView* scrolling(NSView* form) {
+NSView* scrolling(KelpaFormView* form) {
     NSScrollView* scroll = [[NSScrollView alloc] initWithFrame:NSZeroRect];
     [scroll setDrawsBackground:NO];
     [scroll setHasVerticalScroller:YES];
@@ -60,6 +60,7 @@ NSView* scrolling(NSView* form) {
         [[form widthAnchor] constraintEqualToAnchor:[clip widthAnchor]],
         [[form heightAnchor] constraintGreaterThanOrEqualToAnchor:[clip heightAnchor]],
     ]];
+    [form widen:scroll];
     return scroll;
 }
 
