@@ -128,8 +128,10 @@ NSStackView* stackOf(NSArray* views, NSUserInterfaceLayoutOrientation orientatio
     [[self window] makeFirstResponder:nil];
 }
 
-/// A break has its own ways out; the window as such cannot be closed.
+/// The way out of a break is Skip, where it is offered; the window as such cannot be closed.
 - (void)windowWantsToClose {
+    kelpa::BreakScreenClient* client = _client;
+    kelpa::callCore([client] { client->skipPressed(); });
 }
 
 - (void)drawRect:(NSRect)dirtyRect {
