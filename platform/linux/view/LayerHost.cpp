@@ -25,8 +25,8 @@ constexpr std::int32_t overPanels = -1;
 
 } // namespace
 
-LayerHost::LayerHost(LayerShell& shell, QQuickWindow& window, QQuickItem& content, WindowRole role)
-    : shell_(shell), window_(window), content_(content), role_(role) {
+LayerHost::LayerHost(LayerTools tools, QQuickWindow& window, QQuickItem& content, WindowRole role)
+    : tools_(tools), window_(window), content_(content), role_(role) {
     // The hint keeps Qt from making a window of the surface.
     window_.setFlags(Qt::Window | Qt::FramelessWindowHint | Qt::BypassWindowManagerHint);
     // What is painted with alpha lets the desktop shine through.
@@ -111,14 +111,13 @@ void LayerHost::makeSurface(QScreen& screen) {
     shownOn_ = connector_;
     const auto layer =
         role_ == WindowRole::Cover ? ZWLR_LAYER_SHELL_V1_LAYER_OVERLAY : ZWLR_LAYER_SHELL_V1_LAYER_TOP;
-    surface_ = shell_.makeSurface(wayland::surface(window_), wayland::output(screen), layer);
+    surface_ = tools_.shell.makeSurface(wayland::surface(window_), wayland::output(screen), layer);
     zwlr_layer_surface_v1_add_listener(surface_, &listener, this);
 }
 
 /// The surface loses its role before Qt destroys it; the next one is made from scratch.
 void LayerHost::withdraw() {
-    if (moving_ != nullptr)
-        wl_callback_destroy(std::exchange(moving_, nullptr));
+    endDrag();
     if (surface_ != nullptr)
         zwlr_layer_surface_v1_destroy(std::exchange(surface_, nullptr));
     shownOn_.clear();
@@ -197,41 +196,32 @@ void LayerHost::setLeaving(bool leaving) {
     commit();
 }
 
-void LayerHost::beginDrag(const QMouseEvent& event) {
-    grip_ = event.position();
+/// Where the pointer is in a surface that moves under it, compositors tell each in a way of its own; how far
+/// it went they tell alike.
+void LayerHost::beginDrag(const QMouseEvent&) {
+    if (tools_.pointer == nullptr)
+        return;
+    corner_ = place_.topLeft();
+    tools_.pointer->follow([this](QPointF distance) { moveTo(corner_ + distance); });
 }
 
-/// Positions count from the surface's own corner, so while it moves they say nothing.
-void LayerHost::drag(const QMouseEvent& event) {
-    if (surface_ != nullptr && moving_ == nullptr)
-        moveTo(place_.topLeft() + (event.position() - grip_).toPoint());
+void LayerHost::endDrag() {
+    if (role_ == WindowRole::Panel && tools_.pointer != nullptr)
+        tools_.pointer->rest();
 }
 
-void LayerHost::moveTo(QPoint corner) {
+void LayerHost::moveTo(QPointF corner) {
+    corner_ = corner;
     const QRect screen = window_.screen()->geometry();
     const QPoint least = screen.topLeft();
     const QPoint most = screen.bottomRight() - place_.bottomRight() + place_.topLeft();
-    corner = QPoint(std::clamp(corner.x(), least.x(), std::max(least.x(), most.x())),
-                    std::clamp(corner.y(), least.y(), std::max(least.y(), most.y())));
-    if (corner == place_.topLeft())
+    const QPoint reached(std::clamp(qRound(corner.x()), least.x(), std::max(least.x(), most.x())),
+                         std::clamp(qRound(corner.y()), least.y(), std::max(least.y(), most.y())));
+    if (surface_ == nullptr || reached == place_.topLeft())
         return;
-    place_.moveTopLeft(corner);
+    place_.moveTopLeft(reached);
     describe();
-    static constexpr wl_callback_listener listener{[](void* data, wl_callback* callback, std::uint32_t) {
-        auto& host = *static_cast<LayerHost*>(data);
-        // After the motions that came before it, which Qt hands on from a queue.
-        QMetaObject::invokeMethod(
-            &host,
-            [&host, callback] {
-                if (host.moving_ == callback)
-                    wl_callback_destroy(std::exchange(host.moving_, nullptr));
-            },
-            Qt::QueuedConnection);
-    }};
     commit();
-    moving_ = wl_display_sync(wayland::display());
-    wl_callback_add_listener(moving_, &listener, this);
-    wl_display_flush(wayland::display());
 }
 
 } // namespace kelpa

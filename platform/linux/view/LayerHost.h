@@ -1,23 +1,29 @@
 #pragma once
 
 #include "platform/linux/view/LayerShell.h"
+#include "platform/linux/view/RelativePointer.h"
 #include "platform/linux/view/Stage.h"
 
 #include <QObject>
 #include <QPointF>
 
 class QScreen;
-struct wl_callback;
 
 namespace kelpa {
+
+/// What layers are made with, all of it the stage's.
+struct LayerTools {
+    LayerShell& shell;
+    RelativePointer* pointer = nullptr; ///< null where the compositor has none
+};
 
 /// A window as a surface in a layer of the compositor: above everything, exactly where it belongs, and with
 /// the keyboard to itself where that is its role. Qt paints it and hears its input; its place is told from
 /// here.
 class LayerHost final : public QObject, public WindowHost {
   public:
-    /// The shell outlives the host.
-    LayerHost(LayerShell& shell, QQuickWindow& window, QQuickItem& content, WindowRole role);
+    /// The tools outlive the host.
+    LayerHost(LayerTools tools, QQuickWindow& window, QQuickItem& content, WindowRole role);
     ~LayerHost() override;
 
     void setPlace(const QRect& place, const QString& connector) override;
@@ -32,7 +38,8 @@ class LayerHost final : public QObject, public WindowHost {
     void takeKeyboard() override {}
     void takeKeyboardInQuiet() override {}
     void beginDrag(const QMouseEvent& event) override;
-    void drag(const QMouseEvent& event) override;
+    void drag(const QMouseEvent&) override {}
+    void endDrag() override;
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -48,9 +55,9 @@ class LayerHost final : public QObject, public WindowHost {
     [[nodiscard]] std::uint32_t keyboard() const;
     void letInputThrough(bool through);
     void commit();
-    void moveTo(QPoint corner);
+    void moveTo(QPointF corner);
 
-    LayerShell& shell_;
+    LayerTools tools_;
     QQuickWindow& window_;
     QQuickItem& content_;
     WindowRole role_;
@@ -58,8 +65,7 @@ class LayerHost final : public QObject, public WindowHost {
     QString connector_;
     QString shownOn_;
     zwlr_layer_surface_v1* surface_ = nullptr; ///< null while the window is not on its way to the screen
-    wl_callback* moving_ = nullptr;            ///< null when the compositor has followed every move
-    QPointF grip_;
+    QPointF corner_;      ///< where a drag takes the window, were there no edges of the screen
     bool wanted_ = false; ///< shown, or to be shown as soon as its screen is there
     bool leaving_ = false;
 };

@@ -40,9 +40,10 @@ class WindowHost {
     virtual void takeKeyboard() = 0;
     /// The same, but nobody asked for it: only once nobody is typing.
     virtual void takeKeyboardInQuiet() = 0;
-    /// A drag of the window by its background: the press, and each motion after it.
+    /// A drag of the window by its background: the press, each motion after it, and the release.
     virtual void beginDrag(const QMouseEvent& event) = 0;
     virtual void drag(const QMouseEvent& event) = 0;
+    virtual void endDrag() = 0;
 };
 
 /// What the display server lets this program do.

@@ -27,6 +27,7 @@ class ToplevelHost final : public QObject, public WindowHost {
     void takeKeyboardInQuiet() override {}
     void beginDrag(const QMouseEvent& event) override;
     void drag(const QMouseEvent&) override {}
+    void endDrag() override {}
 
   private:
     [[nodiscard]] QScreen* targetScreen() const;

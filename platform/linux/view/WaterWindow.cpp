@@ -5,6 +5,7 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QQuickItem>
+#include <utility>
 
 namespace kelpa {
 
@@ -65,7 +66,8 @@ void WaterWindow::mouseMoveEvent(QMouseEvent* event) {
 }
 
 void WaterWindow::mouseReleaseEvent(QMouseEvent* event) {
-    dragged_ = false;
+    if (std::exchange(dragged_, false))
+        host().endDrag();
     PlacedWindow::mouseReleaseEvent(event);
 }
 

@@ -1,18 +1,29 @@
 #pragma once
 
+#include <cstdint>
+
 class QQuickWindow;
 class QScreen;
 struct wl_compositor;
 struct wl_display;
+struct wl_interface;
 struct wl_output;
+struct wl_pointer;
 struct wl_surface;
 
-/// The Wayland objects behind what Qt has made. Null where there is none; never to be destroyed.
+/// The Wayland objects behind what Qt has made: null where there is none, and never to be destroyed. And more
+/// of them over the same connection.
 namespace kelpa::wayland {
 
 [[nodiscard]] wl_display* display();
 [[nodiscard]] wl_compositor* compositor();
 [[nodiscard]] wl_output* output(QScreen& screen);
+[[nodiscard]] wl_pointer* pointer();
 [[nodiscard]] wl_surface* surface(QQuickWindow& window);
+
+/// Takes up what the compositor offers under the interface's name, in no higher a version than `version`.
+/// Null where it does not offer that. The caller destroys what it gets, and waits for one answer of the
+/// compositor.
+[[nodiscard]] void* bind(const wl_interface& interface, std::uint32_t version);
 
 } // namespace kelpa::wayland

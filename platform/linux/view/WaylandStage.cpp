@@ -10,12 +10,14 @@ namespace kelpa {
 WaylandStage::WaylandStage() {
     if (qgetenv("KELPA_LAYER_SHELL") != "no")
         layers_ = LayerShell::find();
+    if (layers_)
+        pointer_ = RelativePointer::find();
 }
 
 std::unique_ptr<WindowHost> WaylandStage::makeHost(QQuickWindow& window, QQuickItem& content,
                                                    WindowRole role) {
     if (layers_)
-        return std::make_unique<LayerHost>(*layers_, window, content, role);
+        return std::make_unique<LayerHost>(LayerTools{*layers_, pointer_.get()}, window, content, role);
     return std::make_unique<ToplevelHost>(window, content, role);
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/linux/view/LayerShell.h"
+#include "platform/linux/view/RelativePointer.h"
 #include "platform/linux/view/Stage.h"
 
 namespace kelpa {
@@ -16,7 +17,8 @@ class WaylandStage final : public Stage {
     void keepOnTop(const std::vector<QQuickWindow*>&) override {}
 
   private:
-    std::unique_ptr<LayerShell> layers_; ///< null where the compositor has no layers
+    std::unique_ptr<LayerShell> layers_;       ///< null where the compositor has no layers
+    std::unique_ptr<RelativePointer> pointer_; ///< null where it tells only where the pointer is
 };
 
 } // namespace kelpa

@@ -29,6 +29,7 @@ class X11Host final : public QObject, public WindowHost {
     void takeKeyboardInQuiet() override;
     void beginDrag(const QMouseEvent& event) override;
     void drag(const QMouseEvent& event) override;
+    void endDrag() override {}
 
   private:
     void watchScreens();
