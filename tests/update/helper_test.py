@@ -1,11 +1,12 @@
 #!/usr/bin/python3
 """kelpa-update against a real HTTPS server: what it finds, what it refuses, and what it leaves on the disk."""
+import shutil
 import tempfile
 import time
 import unittest
 from pathlib import Path
 
-from support import ENDING, SPARKLE, Authority, Helper, Maker, Server, feed, item, redirect
+from support import ENDING, SPARKLE, Authority, Helper, Maker, Server, debian_package, feed, item, redirect
 
 PACKAGE = bytes(range(256)) * 1200
 MOST_MEMORY = 64
@@ -274,6 +275,19 @@ class Download(UpdateTest):
         for tampered in (PACKAGE[:-1] + b"x", b"x" + PACKAGE[1:]):
             self.server.paths["/kelpa" + ENDING] = tampered
             self.refused("signature", self.download().outcome())
+
+    @unittest.skipUnless(shutil.which("dpkg-deb"), "nothing here reads Debian packages")
+    def test_an_old_package_that_is_passed_off_as_a_new_one_is_thrown_away(self):
+        for version, outcome in (("0.0.9-1", "older"), ("3:0.0.9", "older"), ("0.1.0~rc1", "older"), ("0.1.0-1", None),
+                                 ("0.2.0", None)):
+            package = debian_package(self.folder, version)
+            self.server.paths["/kelpa" + ENDING] = package
+            release = self.release("9", signature=self.maker.sign(package), length=len(package))
+            if outcome:
+                self.refused(outcome, self.download(release).outcome())
+            else:
+                self.assertEqual(self.download(release).outcome()[0], "ready", version)
+                shutil.rmtree(self.cache)
 
     def test_a_package_of_another_length_is_thrown_away(self):
         for length in (len(PACKAGE) - 1, len(PACKAGE) + 1, 1):

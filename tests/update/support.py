@@ -104,6 +104,16 @@ class Server:
         self.http.server_close()
 
 
+def debian_package(folder, version):
+    """The bytes of a Debian package of that version, with nothing in it."""
+    tree, package = folder / f"package-{os.urandom(4).hex()}", folder / "built.deb"
+    (tree / "DEBIAN").mkdir(parents=True)
+    (tree / "DEBIAN/control").write_text(f"Package: kelpa\nVersion: {version}\nArchitecture: all\n"
+                                         "Maintainer: nobody <nobody@kelpa.example>\nDescription: none\n")
+    subprocess.run(["dpkg-deb", "--build", tree, package], check=True, capture_output=True)
+    return package.read_bytes()
+
+
 def redirect(to):
     def answer(request):
         request.send_response(302)

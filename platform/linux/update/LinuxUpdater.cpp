@@ -28,6 +28,7 @@ UpdateFailure failureOf(const std::string& reason) {
         {update::malformed, UpdateFailure::Malformed},
         {update::length, UpdateFailure::Length},
         {update::signature, UpdateFailure::Signature},
+        {update::older, UpdateFailure::Older},
         {update::disk, UpdateFailure::Disk}};
     for (const auto& [word, failure] : failures)
         if (word == reason)

@@ -47,6 +47,8 @@ std::string inWords(UpdateFailure failure) {
         return localized("The download does not have the announced size, so it was thrown away.");
     case UpdateFailure::Signature:
         return localized("The update is not signed by the makers of Kelpa, so it is not used.");
+    case UpdateFailure::Older:
+        return localized("The download is an older version than yours, so it was thrown away.");
     case UpdateFailure::Disk:
         return localized("The download cannot be stored. Is the disk full?");
     case UpdateFailure::Helper:

@@ -23,6 +23,7 @@ enum class UpdateFailure {
     Malformed,
     Length,
     Signature,
+    Older,
     Disk,
     Helper,
 };

@@ -46,6 +46,7 @@ inline constexpr std::string_view tooLarge = "tooLarge";
 inline constexpr std::string_view malformed = "malformed"; ///< no feed, or one that is built to do harm
 inline constexpr std::string_view length = "length";       ///< not as long as announced
 inline constexpr std::string_view signature = "signature"; ///< not signed by the maker
+inline constexpr std::string_view older = "older";         ///< a version before the one that runs
 inline constexpr std::string_view disk = "disk";
 
 } // namespace kelpa::wire::update

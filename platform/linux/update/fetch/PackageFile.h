@@ -22,6 +22,7 @@ class PackageFile {
     /// False when the disk does not take it.
     bool append(QByteArrayView bytes);
     [[nodiscard]] qint64 size() const { return size_; }
+    [[nodiscard]] QString path() const { return file_.fileName(); }
     /// Whether the holder of `key` signed what has been appended. Looks at the file through the page cache,
     /// of which the system can take back what it needs.
     [[nodiscard]] bool isSigned(const std::string& signature, const std::string& key);

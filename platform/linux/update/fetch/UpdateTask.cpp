@@ -1,6 +1,7 @@
 #include "platform/linux/update/fetch/UpdateTask.h"
 
-#include "platform/linux/update/Signature.h"
+#include "platform/linux/update/VersionOrder.h"
+#include "platform/linux/update/fetch/PackageVersion.h"
 #include "platform/linux/wire/UpdateProtocol.h"
 
 #include <QRegularExpression>
@@ -168,6 +169,10 @@ void UpdateTask::verify() {
                     std::to_string(file_->size()) + " bytes instead of " + std::to_string(package.length));
     if (!file_->isSigned(package.signature.toStdString(), key_))
         return fail(update::signature, "the package is not what its maker signed");
+    // The signature does not tell which version was signed: a feed could pass an old one off as new.
+    if (const auto inside = versionInside(file_->path()).toStdString();
+        !inside.empty() && versionOrder(inside, runningName_.toStdString()) < 0)
+        return fail(update::older, "the package is version " + inside);
     const QString path = file_->keepAs(fileName(item.version, reader_.packageEnding));
     if (path.isEmpty())
         return fail(update::disk, file_->error());

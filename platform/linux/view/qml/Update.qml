@@ -15,7 +15,7 @@ Rectangle {
     readonly property var buttonLines: buttons === "" ? [] : buttons.split("\n")
     signal action(string name, string value)
 
-    implicitWidth: 460
+    implicitWidth: 500
     implicitHeight: content.implicitHeight + 2 * Theme.padding
     color: Theme.card
     focus: true
