@@ -31,7 +31,7 @@ struct Journal final : UpdateWindow, UpdateWork {
     }
     void setClient(UpdateWindowClient* told) override { client = told; }
     void close() override { lines.push_back("close"); }
-    void check(Cause cause) override { lines.push_back(cause == Cause::Asked ? "check asked" : "check due"); }
+    void check() override { lines.push_back("check"); }
     void download() override { lines.push_back("download"); }
     void stop() override { lines.push_back("stop"); }
     void openPackage(const std::string& path) override { lines.push_back("open " + path); }
@@ -62,11 +62,11 @@ class UpdateDialogTest : public testing::Test {
 
 TEST_F(UpdateDialogTest, WhoAsksIsToldWhatIsGoingOnAndHowItEnds) {
     dialog.asked();
-    EXPECT_EQ(journal.take(), (Lines{looking, "present", "check asked"}));
+    EXPECT_EQ(journal.take(), (Lines{looking, "present", "check"}));
     dialog.latest();
     EXPECT_EQ(journal.take(), (Lines{"page Kelpa is up to date | You have the newest version, 0.1.0. [OK]"}));
     dialog.asked();
-    EXPECT_EQ(journal.take(), (Lines{looking, "present", "check asked"}));
+    EXPECT_EQ(journal.take(), (Lines{looking, "present", "check"}));
     dialog.asked();
     EXPECT_EQ(journal.take(), (Lines{"present"}));
     dialog.outgrown();
@@ -84,10 +84,10 @@ TEST_F(UpdateDialogTest, ACheckByItselfIsSeenOnlyWhenItFindsSomething) {
     dialog.outgrown();
     dialog.due();
     dialog.failed(UpdateFailure::Unreachable);
-    EXPECT_EQ(journal.take(), (Lines{"check due", "check due", "check due"}));
+    EXPECT_EQ(journal.take(), (Lines{"check", "check", "check"}));
     dialog.due();
     dialog.found(release);
-    EXPECT_EQ(journal.take(), (Lines{"check due", offered, "present quietly"}));
+    EXPECT_EQ(journal.take(), (Lines{"check", offered, "present quietly"}));
     // Nobody has answered yet.
     dialog.due();
     EXPECT_EQ(journal.take(), Lines{});
@@ -95,13 +95,13 @@ TEST_F(UpdateDialogTest, ACheckByItselfIsSeenOnlyWhenItFindsSomething) {
     EXPECT_EQ(journal.take(), (Lines{"stop", "close"}));
     dialog.due();
     dialog.found(release);
-    EXPECT_EQ(journal.take(), (Lines{"check due", offered, "present quietly"}));
+    EXPECT_EQ(journal.take(), (Lines{"check", offered, "present quietly"}));
 }
 
 TEST_F(UpdateDialogTest, WhoAsksDuringACheckByItselfGetsItsAnswer) {
     dialog.due();
     dialog.asked();
-    EXPECT_EQ(journal.take(), (Lines{"check due", looking, "present"}));
+    EXPECT_EQ(journal.take(), (Lines{"check", looking, "present"}));
     dialog.failed(UpdateFailure::Slow);
     EXPECT_EQ(journal.take(),
               (Lines{"page The update did not work | The update server took too long to answer. "
@@ -112,18 +112,18 @@ TEST_F(UpdateDialogTest, ASkippedVersionComesBackOnlyWhenAskedFor) {
     dialog.asked();
     dialog.found(release);
     journal.client->act(UpdateAction::Skip);
-    EXPECT_EQ(journal.take(), (Lines{looking, "present", "check asked", offered, "stop", "close"}));
+    EXPECT_EQ(journal.take(), (Lines{looking, "present", "check", offered, "stop", "close"}));
     dialog.due();
     dialog.found(release);
-    EXPECT_EQ(journal.take(), (Lines{"check due", "stop"}));
+    EXPECT_EQ(journal.take(), (Lines{"check", "stop"}));
     dialog.due();
     dialog.found({"8", "0.2.0", release.notes, 1});
-    EXPECT_EQ(journal.take(), (Lines{"check due", offered, "present quietly"}));
+    EXPECT_EQ(journal.take(), (Lines{"check", offered, "present quietly"}));
     journal.client->act(UpdateAction::Later);
     journal.take();
     dialog.asked();
     dialog.found(release);
-    EXPECT_EQ(journal.take(), (Lines{looking, "present", "check asked", offered}));
+    EXPECT_EQ(journal.take(), (Lines{looking, "present", "check", offered}));
 }
 
 TEST_F(UpdateDialogTest, AnUpdateIsFetchedAndHandedOver) {

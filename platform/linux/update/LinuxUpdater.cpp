@@ -50,13 +50,13 @@ void LinuxUpdater::start() {
         schedule_.start(interval_);
 }
 
-void LinuxUpdater::check(Cause cause) {
+void LinuxUpdater::check() {
     schedule_.noteCheck();
     helper_.end();
     if (const std::string refused = helper_.start(); !refused.empty())
         return helperFailed("cannot be started: " + refused);
     configure();
-    if (cause == Cause::Due && profile_)
+    if (profile_)
         sendProfile();
     helper_.send({update::check});
 }

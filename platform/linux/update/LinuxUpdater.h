@@ -40,7 +40,7 @@ class LinuxUpdater final : public Updater, private UpdateWork, private HelperCli
     void checkForUpdates() override { dialog_.asked(); }
 
   private:
-    void check(Cause cause) override;
+    void check() override;
     void download() override;
     void stop() override { helper_.end(); }
     void openPackage(const std::string& path) override;

@@ -86,7 +86,7 @@ void UpdateDialog::asked() {
         explain(localized("The software store that Kelpa came from also brings its new versions."));
     } else if (state_ == State::Idle || state_ == State::Telling) {
         showChecking();
-        work_.check(UpdateWork::Cause::Asked);
+        work_.check();
     } else if (state_ == State::CheckingQuietly) {
         showChecking();
     } else {
@@ -109,7 +109,7 @@ void UpdateDialog::due() {
     if (support_ != UpdateSupport::Feed || state_ != State::Idle)
         return;
     state_ = State::CheckingQuietly;
-    work_.check(UpdateWork::Cause::Due);
+    work_.check();
 }
 
 bool UpdateDialog::endQuietly() {

@@ -39,9 +39,8 @@ struct Release {
 /// What is done for the dialog while it waits.
 class UpdateWork {
   public:
-    enum class Cause { Asked, Due };
     virtual ~UpdateWork() = default;
-    virtual void check(Cause cause) = 0;
+    virtual void check() = 0;
     virtual void download() = 0;
     /// Ends whatever goes on; nothing more is heard of it.
     virtual void stop() = 0;
