@@ -149,6 +149,17 @@ class Window(Desktop):
         self.click_until("Skip This Version", lambda: not self.window())
         self.assertEqual(self.skipped(), "6")
 
+    def test_a_screen_reader_presses_the_buttons(self):
+        self.offer()
+
+        def pressed():
+            button = self.accessibility.window(TITLE).find("push button", "Install")
+            if button:
+                button.press()
+            return wait_until(self.handed.exists, 1)
+        wait_until(pressed, 15, "the download")
+        self.assertEqual(len(self.handed.read_text().splitlines()), 1)
+
     def test_a_second_click_is_not_for_the_button_that_took_the_place_of_the_first(self):
         self.server.paths["/kelpa" + ENDING] = lambda _: self.server.ending.wait(60)
         self.offer()

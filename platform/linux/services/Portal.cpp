@@ -135,7 +135,7 @@ void Portal::answered(Request& request, sd_bus_message* message) {
 }
 
 void Portal::responded(Request& request, sd_bus_message* message) {
-    std::uint32_t code = 0;
+    std::uint32_t code = 2; // "ended in some other way", also for an answer that cannot be read
     sd_bus_message_read_basic(message, SD_BUS_TYPE_UINT32, &code);
     finish(request, code == 0 ? "" : "the desktop refused");
 }
