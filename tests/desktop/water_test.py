@@ -23,12 +23,12 @@ class Water(DesktopTest):
     ROOM = 1
     COMPOSITOR = True
 
-    def start(self, due, **changes):
+    def start(self, due, environment=None, **changes):
         """Starts the program with the reminder due in some seconds."""
         settings = {"pref.water.enable": True, "pref.water.finished": 1000, "pref.work.time": 60,
                     "pref.water.lastShowDate": time.time() - INTERVAL + due}
         settings.update({key.replace("_", "."): value for key, value in changes.items()})
-        return self.launch(settings, speed=1, environment={"TZ": noon_zone()})
+        return self.launch(settings, speed=1, environment={"TZ": noon_zone(), **(environment or {})})
 
     def panels(self):
         return self.screen.titled(lambda title: title == "Water Reminder")
@@ -72,6 +72,13 @@ class Water(DesktopTest):
         self.assertEqual(stored["pref.water.finished"], 1250)
         self.assertAlmostEqual(stored["pref.water.lastShowDate"], time.time(), delta=10)
         self.assertIsNotNone(program.item().line("Water (83% )"))
+
+    def test_it_grows_with_the_desktop_and_stays_in_its_corner(self):
+        self.start(1, environment={"QT_SCALE_FACTOR": "1.5"})
+        panel = self.panel()
+        self.assertEqual((panel.width, panel.height), tuple(length * 3 // 2 for length in PANEL))
+        screen = self.monitors[0]
+        self.assertEqual((panel.x, panel.y), (screen.x + screen.width - panel.width, screen.y))
 
     def test_skip_adds_nothing_and_the_close_button_answers_nothing(self):
         program = self.start(1)

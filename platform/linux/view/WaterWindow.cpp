@@ -1,10 +1,12 @@
 #include "platform/linux/view/WaterWindow.h"
 
+#include "platform/linux/view/X11.h"
 #include "platform/ports/WindowSystem.h"
 
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QQuickItem>
+#include <QScreen>
 #include <utility>
 
 namespace kelpa {
@@ -18,6 +20,16 @@ constexpr auto deafMilliseconds = static_cast<qint64>(1000 * deafSeconds(WindowS
 
 WaterWindow::WaterWindow(Stage& stage, QQmlEngine& engine)
     : PlacedWindow(stage, engine, QStringLiteral("WaterPanel.qml"), WindowRole::Panel) {}
+
+/// An X server counts in pixels however large the desktop draws, so that the panel's size does not say yet how many
+/// it has there. It keeps its corner. A Wayland compositor counts in the units that Qt draws in.
+void WaterWindow::setPlace(const QRect& place, const QString& connector) {
+    const QScreen* screen = screenOf(connector);
+    const double factor = x11::connection() != nullptr && screen != nullptr ? screen->devicePixelRatio() : 1;
+    QRect drawn(QPoint(), (QSizeF(place.size()) * factor).toSize());
+    drawn.moveTopRight(place.topRight());
+    PlacedWindow::setPlace(drawn, connector);
+}
 
 void WaterWindow::appeared() {
     focused_.invalidate();

@@ -14,6 +14,7 @@ class WaterWindow : public PlacedWindow {
   public:
     WaterWindow(Stage& stage, QQmlEngine& engine);
 
+    void setPlace(const QRect& place, const QString& connector) override;
     void takeKeyboard() override;
 
   protected:
