@@ -32,7 +32,7 @@ shown, the program takes some two megabytes of memory.")
 set(KELPA_QML_PACKAGES qml6-module-qtqml qml6-module-qtqml-workerscript qml6-module-qtquick qml6-module-qtquick-templates)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 list(JOIN KELPA_QML_PACKAGES ", " CPACK_DEBIAN_PACKAGE_DEPENDS)
-# The built-in prompts are Chinese; feedback mail and links go through xdg-utils.
-set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "default-dbus-session-bus | dbus-session-bus, fonts-wqy-microhei | fonts-noto-cjk, qt6-wayland, xdg-utils")
+# The built-in prompts are Chinese; feedback mail and links go through xdg-utils, updates over HTTPS.
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "default-dbus-session-bus | dbus-session-bus, ca-certificates, fonts-wqy-microhei | fonts-noto-cjk, qt6-wayland, xdg-utils")
 
 include(CPack)

@@ -29,7 +29,7 @@ SPEED = 60
 HOUR = 3600 / SPEED
 WORK_MINUTES, BREAK_SECONDS = 25, 300
 MOST_GROWTH = 3.0
-# The proportional set size is what counts on a desktop, but it shrinks when another program loads the same libraries.
+# The proportional set size is what counts on a desktop, but it shrinks while another program has the same libraries.
 # What a process has written to is its own whatever runs beside it.
 KINDS = {"pss": "Pss", "own": "Private_Dirty"}
 GLASS = 200
@@ -45,19 +45,25 @@ DOUBLE = "org.freedesktop.DBus.Mock"
 
 
 class Sampler(threading.Thread):
-    """Writes down what the program and its helpers take: for each by its name the KINDS of memory, in MB."""
+    """Writes down what the program and its helpers take: for each by its name the KINDS of memory, in MB. Moments in
+    which another Kelpa has windows are left out."""
 
     def __init__(self, root):
         super().__init__(daemon=True)
-        self.root, self.samples, self.over = root, [], threading.Event()
+        self.root, self.samples, self.left_out, self.over = root, [], 0, threading.Event()
 
     def run(self):
         while not self.over.wait(0.5):
-            self.samples.append((time.monotonic(), self.sample()))
+            running = parents()
+            helpers = [pid for pid, parent in running.items() if parent == self.root]
+            names = [read(Path(f"/proc/{pid}/comm")).strip() for pid in running.keys() - {self.root, *helpers}]
+            if "kelpa-view" in names:
+                self.left_out += 1
+            else:
+                self.samples.append((time.monotonic(), self.sample(helpers)))
 
-    def sample(self):
+    def sample(self, helpers):
         found = {}
-        helpers = [pid for pid, parent in parents().items() if parent == self.root]
         for pid in [self.root, *helpers]:
             folder = Path(f"/proc/{pid}")
             fields = dict(re.findall(r"^(\w+): +(\d+) kB$", read(folder / "smaps_rollup"), re.M))
@@ -183,7 +189,7 @@ class Soak:
     def run(self):
         for number in range(self.hours):
             self.hour(number)
-            self.show(number)
+            print(f"soak: hour {number + 1} is over", flush=True)
             if self.program.ended():
                 said = "\n".join(self.program.lines()[-20:])
                 sys.exit(f"soak: the program ended with {self.program.process.returncode}:\n{said}")
@@ -201,8 +207,10 @@ class Soak:
         return self.begin + first * HOUR, self.begin + last * HOUR
 
     def busy(self, number, kind):
-        """What all processes together took in an hour when they had most to do: in a tenth of the time they took more."""
+        """What all processes together took in an hour when they had most to do: more than in nine tenths of the time."""
         samples = self.sampler.between(*self.span(number, number + 1))
+        if len(samples) < HOUR / 2:
+            sys.exit(f"soak: in hour {number + 1} another Kelpa had its windows open nearly all the time")
         return statistics.quantiles((sum(each[kind] for each in sample.values()) for sample in samples), n=10)[-1]
 
     def idle(self, number, kind):
@@ -211,11 +219,8 @@ class Soak:
         samples = self.sampler.between(end, end + EPILOGUE)
         alone = [sample["kelpa"][kind] for sample in samples if set(sample) == {"kelpa"}]
         if not alone:
-            sys.exit(f"soak: after hour {number + 1} the program was never alone")
+            sys.exit(f"soak: after hour {number + 1} the program was never alone, or another Kelpa had windows")
         return statistics.median(alone)
-
-    def show(self, number):
-        print(f"soak: hour {number + 1}: {self.busy(number, 'pss'):.2f} MB when busy", flush=True)
 
     def verdict(self):
         """Says what was measured; gives what is wrong."""
@@ -226,6 +231,7 @@ class Soak:
                 print(f"soak: {kind}, {what} each hour, MB: " + " ".join(f"{hour:.2f}" for hour in hours))
                 if hours[-1] - hours[0] > MOST_GROWTH:
                     wrong.append(f"{kind}, {what} an hour: grown by {hours[-1] - hours[0]:.2f} MB")
+        print(f"soak: {len(self.sampler.samples)} samples, {self.sampler.left_out} more beside another Kelpa")
         lines = [line for path in self.program.log_files() for line in path.read_text(errors="replace").splitlines()]
         errors = [line for line in {*lines, *self.program.lines()} if re.match(r"\S+ (error|critical) ", line)]
         # What has no time in front does not come from the log but from a library, and is worth a look.
