@@ -4,11 +4,11 @@
 #import "platform/macos/views/Labels.h"
 #import "platform/macos/views/LinkButton.h"
 
+#include "platform/ports/Measures.h"
+
 namespace {
 
-constexpr CGFloat pictureSize = 96;
-constexpr CGFloat glyphPadding = 20;
-constexpr CGFloat gap = 16;
+constexpr CGFloat pictureSize = kelpa::measures::pictureSize;
 constexpr CGFloat spacing = 8;
 
 NSView* makePicture(const std::string& name) {
@@ -27,7 +27,7 @@ NSView* makeGlyph(const kelpa::AboutContent& content) {
     NSTextField* glyph = kelpa::makeLabel(content.glyph, font, [NSColor labelColor]);
     [glyph setAccessibilityElement:NO];
     NSStackView* padded = [NSStackView stackViewWithViews:@[ glyph ]];
-    [padded setEdgeInsets:NSEdgeInsetsMake(0, 0, glyphPadding, 0)];
+    [padded setEdgeInsets:NSEdgeInsetsMake(0, 0, kelpa::measures::belowGlyph, 0)];
     return padded;
 }
 
@@ -68,7 +68,7 @@ NSStackView* makeWords(const kelpa::AboutContent& content) {
         return nil;
     NSView* picture = content.icon.empty() ? makeGlyph(content) : makePicture(content.icon);
     NSStackView* row = [NSStackView stackViewWithViews:@[ picture, makeWords(content) ]];
-    [row setSpacing:gap];
+    [row setSpacing:kelpa::measures::padding];
     [row setTranslatesAutoresizingMaskIntoConstraints:NO];
     [self addSubview:row];
     [NSLayoutConstraint activateConstraints:@[

@@ -4,10 +4,11 @@
 #import "platform/macos/views/Labels.h"
 #import "platform/macos/views/TileGrid.h"
 
+#include "platform/ports/Measures.h"
+
 namespace {
 
 constexpr CGFloat pickerWidth = 100;
-constexpr NSInteger tileColumns = 3;
 
 } // namespace
 
@@ -127,7 +128,7 @@ constexpr NSInteger tileColumns = 3;
                         layout:(const kelpa::PreferencesLayout&)layout {
     (void)layout;
     __weak KelpaTilesControl* weakSelf = self;
-    _grid = [[KelpaTileGrid alloc] initWithColumns:tileColumns
+    _grid = [[KelpaTileGrid alloc] initWithColumns:kelpa::measures::tileColumns
                                             chosen:^(std::int64_t value) {
                                               [weakSelf picked:value];
                                             }];

@@ -3,13 +3,14 @@
 #import "platform/macos/Bridge.h"
 #import "platform/macos/views/Labels.h"
 
+#include "platform/ports/Measures.h"
+
 #include <vector>
 
 namespace {
 
 constexpr CGFloat margin = 20;
 constexpr CGFloat rowSpacing = 10;
-constexpr CGFloat captionGap = 16;
 constexpr CGFloat sectionGap = 8;
 
 /// A title's row in the grid, or -1, and the rows that stand under it.
@@ -52,7 +53,7 @@ struct Section {
 - (void)makeGrid {
     _grid = [NSGridView gridViewWithNumberOfColumns:2 rows:0];
     [_grid setRowSpacing:rowSpacing];
-    [_grid setColumnSpacing:captionGap];
+    [_grid setColumnSpacing:kelpa::measures::padding];
     [_grid setRowAlignment:NSGridRowAlignmentFirstBaseline];
     [_grid setTranslatesAutoresizingMaskIntoConstraints:NO];
     [self addSubview:_grid];

@@ -5,15 +5,14 @@
 #import "platform/macos/views/Labels.h"
 #import "platform/macos/views/LinkButton.h"
 
+#include "platform/ports/Measures.h"
+
 namespace {
 
-constexpr CGFloat promptSize = 40;
-constexpr CGFloat countSize = 100;
-constexpr CGFloat spacerHeight = 80;
-/// What the system puts around a view that asks for room without saying how much.
-constexpr CGFloat defaultPadding = 16;
+namespace measures = kelpa::measures;
+
 constexpr CGFloat defaultSpacing = 8;
-constexpr NSSize skipPadding = {16, 8};
+constexpr NSSize skipPadding = {measures::padding, measures::capsulePadding};
 
 NSStackView* stackOf(NSArray* views, NSUserInterfaceLayoutOrientation orientation,
                      NSLayoutAttribute alignment) {
@@ -50,8 +49,8 @@ NSStackView* stackOf(NSArray* views, NSUserInterfaceLayoutOrientation orientatio
 - (void)makeTexts {
     NSColor* secondary = [NSColor secondaryLabelColor];
     NSFont* body = kelpa::textFont(NSFontTextStyleBody);
-    _prompt = kelpa::makeCenteredText("", [NSFont boldSystemFontOfSize:promptSize], secondary);
-    _count = kelpa::makeLabel("", [NSFont boldSystemFontOfSize:countSize], [NSColor labelColor]);
+    _prompt = kelpa::makeCenteredText("", [NSFont boldSystemFontOfSize:measures::promptSize], secondary);
+    _count = kelpa::makeLabel("", [NSFont boldSystemFontOfSize:measures::countSize], [NSColor labelColor]);
     // Never cut off or broken: the layout around it makes room.
     for (const auto orientation :
          {NSLayoutConstraintOrientationHorizontal, NSLayoutConstraintOrientationVertical})
@@ -85,13 +84,13 @@ NSStackView* stackOf(NSArray* views, NSUserInterfaceLayoutOrientation orientatio
         stackOf(@[ _newFeature, column ], NSUserInterfaceLayoutOrientationHorizontal, NSLayoutAttributeTop);
     NSStackView* stack = stackOf(@[ _prompt, spacer, _count, notice, _skip ],
                                  NSUserInterfaceLayoutOrientationVertical, NSLayoutAttributeCenterX);
-    [stack setCustomSpacing:defaultSpacing + defaultPadding afterView:_prompt];
-    [stack setCustomSpacing:defaultSpacing + defaultPadding afterView:spacer];
-    [stack setCustomSpacing:defaultSpacing + defaultPadding afterView:_count];
+    [stack setCustomSpacing:defaultSpacing + measures::padding afterView:_prompt];
+    [stack setCustomSpacing:defaultSpacing + measures::padding afterView:spacer];
+    [stack setCustomSpacing:defaultSpacing + measures::padding afterView:_count];
     [stack setTranslatesAutoresizingMaskIntoConstraints:NO];
     [self addSubview:stack];
     [NSLayoutConstraint activateConstraints:@[
-        [[spacer heightAnchor] constraintEqualToConstant:spacerHeight],
+        [[spacer heightAnchor] constraintEqualToConstant:measures::belowPrompt],
         [[stack centerXAnchor] constraintEqualToAnchor:[self centerXAnchor]],
         [[stack centerYAnchor] constraintEqualToAnchor:[self centerYAnchor]],
     ]];
@@ -100,7 +99,7 @@ NSStackView* stackOf(NSArray* views, NSUserInterfaceLayoutOrientation orientatio
 /// A prompt that is too long for one line goes on to the next.
 - (void)setFrameSize:(NSSize)size {
     [super setFrameSize:size];
-    [_prompt setPreferredMaxLayoutWidth:size.width - 2 * defaultPadding];
+    [_prompt setPreferredMaxLayoutWidth:size.width - 2 * measures::padding];
 }
 
 - (void)setTexts:(const kelpa::BreakScreenTexts&)texts {

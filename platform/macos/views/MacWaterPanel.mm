@@ -7,15 +7,16 @@
 #import "platform/macos/views/TileGrid.h"
 #import "platform/macos/views/WaterFigure.h"
 
+#include "platform/ports/Measures.h"
+
 namespace {
+
+namespace measures = kelpa::measures;
 
 constexpr CGFloat padding = 8;
 constexpr CGFloat spacing = 8;
-constexpr NSInteger columns = 3;
-constexpr CGFloat countAlpha = 0.8;
 constexpr CGFloat answerShadow = 0.2;
-constexpr CGFloat dividerHeight = 16;
-constexpr NSSize answerPadding = {16, 5};
+constexpr NSSize answerPadding = {measures::padding, measures::slimCapsulePadding};
 
 NSStackView* rowOf(NSArray* views) {
     NSStackView* row = [NSStackView stackViewWithViews:views];
@@ -27,7 +28,7 @@ NSBox* makeDivider() {
     NSBox* divider = [[NSBox alloc] initWithFrame:NSZeroRect];
     [divider setBoxType:NSBoxSeparator];
     [[[divider widthAnchor] constraintEqualToConstant:1] setActive:YES];
-    [[[divider heightAnchor] constraintEqualToConstant:dividerHeight] setActive:YES];
+    [[[divider heightAnchor] constraintEqualToConstant:measures::dividerHeight] setActive:YES];
     return divider;
 }
 
@@ -72,12 +73,12 @@ NSBox* makeDivider() {
     _bar = [[KelpaProgressBar alloc] initWithFrame:NSZeroRect];
     _tip = kelpa::makeCenteredText("", kelpa::textFont(NSFontTextStyleTitle3), [NSColor secondaryLabelColor]);
     _remaining = kelpa::makeLabel("", kelpa::textFont(NSFontTextStyleTitle1),
-                                  [primary colorWithAlphaComponent:countAlpha]);
+                                  [primary colorWithAlphaComponent:measures::remainingOpacity]);
 }
 
 - (void)makeAmounts {
     kelpa::WaterPanelClient* client = _client;
-    _amounts = [[KelpaTileGrid alloc] initWithColumns:columns
+    _amounts = [[KelpaTileGrid alloc] initWithColumns:measures::tileColumns
                                                chosen:^(std::int64_t value) {
                                                  kelpa::callCore([=] { client->amountTapped(value); });
                                                }];

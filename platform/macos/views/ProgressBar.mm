@@ -3,15 +3,16 @@
 #import "platform/macos/views/Capsule.h"
 #import "platform/macos/views/Labels.h"
 
+#include "platform/ports/Measures.h"
+
 #include <algorithm>
 
 namespace {
 
-constexpr CGFloat barHeight = 24;
-constexpr CGFloat trackHeight = 8;
+constexpr CGFloat barHeight = kelpa::measures::barHeight;
+constexpr CGFloat trackHeight = kelpa::measures::trackHeight;
 constexpr CGFloat cupSize = 15;
 constexpr CGFloat cupOffset = 15;
-constexpr NSTimeInterval moveSeconds = 0.4;
 
 } // namespace
 
@@ -43,7 +44,7 @@ constexpr NSTimeInterval moveSeconds = 0.4;
 
 - (void)setFraction:(CGFloat)fraction {
     _fraction = std::clamp<CGFloat>(fraction, 0, 1);
-    [self placeIn:moveSeconds];
+    [self placeIn:kelpa::measures::barSeconds];
 }
 
 - (void)placeIn:(NSTimeInterval)seconds {

@@ -3,14 +3,14 @@
 #import "platform/macos/Bridge.h"
 #import "platform/macos/views/Capsule.h"
 
+#include "platform/ports/Measures.h"
+
 namespace {
 
-constexpr CGFloat tileHeight = 34;
+constexpr CGFloat tileHeight = kelpa::measures::tileHeight;
 constexpr CGFloat tileWidth = 80;
 constexpr CGFloat gap = 4;
-constexpr CGFloat capsuleInset = 3;
 constexpr CGFloat selectionShadow = 0.5;
-constexpr NSTimeInterval slideSeconds = 0.25;
 
 } // namespace
 
@@ -100,11 +100,12 @@ constexpr NSTimeInterval slideSeconds = 0.25;
     [_selection setHidden:tile == nil];
     if (!tile)
         return;
-    const NSRect frame = NSInsetRect([self frameOfTile:[_tiles indexOfObject:tile]], 0, capsuleInset);
+    const NSRect frame =
+        NSInsetRect([self frameOfTile:[_tiles indexOfObject:tile]], 0, kelpa::measures::tileInset);
     KelpaCapsule* selection = _selection;
     [NSAnimationContext
         runAnimationGroup:^(NSAnimationContext* context) {
-          [context setDuration:animated ? slideSeconds : 0];
+          [context setDuration:animated ? kelpa::measures::slideSeconds : 0];
           [[selection animator] setFrame:frame];
         }
         completionHandler:nil];

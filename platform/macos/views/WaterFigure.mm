@@ -3,9 +3,10 @@
 #import "platform/macos/Bridge.h"
 #import "platform/macos/views/Labels.h"
 
+#include "platform/ports/Measures.h"
+
 namespace {
 
-constexpr CGFloat captionSize = 10;
 constexpr CGFloat smallestScale = 0.8;
 
 } // namespace
@@ -21,7 +22,8 @@ constexpr CGFloat smallestScale = 0.8;
     self = [super initWithFrame:NSZeroRect];
     if (self) {
         _font = kelpa::boldFont(style);
-        _caption = kelpa::makeLabel("", [NSFont systemFontOfSize:captionSize], [NSColor labelColor]);
+        _caption = kelpa::makeLabel("", [NSFont systemFontOfSize:kelpa::measures::captionSize],
+                                    [NSColor labelColor]);
         _figure = kelpa::makeLabel("", _font, color);
         [self setOrientation:NSUserInterfaceLayoutOrientationVertical];
         [self setAlignment:NSLayoutAttributeCenterX];

@@ -32,8 +32,8 @@ Grid {
 
     Item {
         id: picture
-        width: 96
-        height: 96
+        width: Measures.pictureSize
+        height: width
         Accessible.role: Accessible.Graphic
         Accessible.name: about.content.name
 
@@ -55,7 +55,7 @@ Grid {
                 color: Theme.primary
                 font.family: about.content.glyphFont
                 font.pixelSize: 80
-                bottomPadding: 20
+                bottomPadding: Measures.belowGlyph
                 Accessible.ignored: true
             }
         }

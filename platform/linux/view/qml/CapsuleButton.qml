@@ -10,7 +10,7 @@ Pressable {
     property bool slim: false
 
     implicitWidth: label.implicitWidth + 2 * Theme.padding
-    implicitHeight: label.implicitHeight + (slim ? 10 : 16)
+    implicitHeight: label.implicitHeight + 2 * (slim ? Measures.slimCapsulePadding : Measures.capsulePadding)
     Accessible.role: Accessible.Button
     Accessible.name: text
 

@@ -8,8 +8,8 @@ QtObject {
     readonly property bool dark: Appearance.dark
 
     // Type
-    readonly property int displaySize: 100
-    readonly property int titleSize: 40
+    readonly property int displaySize: Measures.countSize
+    readonly property int titleSize: Measures.promptSize
     readonly property int largeTitleSize: 26
     readonly property int headlineSize: 15
     readonly property int bodySize: 14
@@ -20,8 +20,8 @@ QtObject {
     readonly property int hairSpace: 4
     readonly property int tightSpace: 6
     readonly property int stackSpace: 12
-    readonly property int padding: 16
-    readonly property int section: 80
+    readonly property int padding: Measures.padding
+    readonly property int section: Measures.belowPrompt
     /// Beside a form, however wide its window is.
     readonly property int formWidth: 760
     /// Of everything that is as high as one line: fields, buttons, switches with their labels.
@@ -72,6 +72,6 @@ QtObject {
 
     // Motion
     readonly property int quick: 120
-    readonly property int slide: 250
-    readonly property int slow: 400
+    readonly property int slide: Measures.slideTime
+    readonly property int slow: Measures.barTime
 }

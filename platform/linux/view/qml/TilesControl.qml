@@ -24,7 +24,7 @@ Grid {
         next.choose();
     }
 
-    columns: Math.max(1, Math.min(3, Math.floor((availableWidth + spacing) / (tileWidth + spacing))))
+    columns: Math.max(1, Math.min(Measures.tileColumns, Math.floor((availableWidth + spacing) / (tileWidth + spacing))))
     spacing: 10
     enabled: told.enabled
     opacity: enabled ? 1 : Theme.disabledOpacity

@@ -1,4 +1,5 @@
 import QtQuick
+import Kelpa
 
 /// When the next drink is due. What is due now stands out.
 Item {
@@ -35,7 +36,7 @@ Item {
             visible: counting.counts
             text: counting.remaining
             color: Theme.primary
-            opacity: 0.8
+            opacity: Measures.remainingOpacity
             font.pixelSize: 24
             textFormat: Text.PlainText
             Accessible.ignored: true

@@ -1,4 +1,5 @@
 import QtQuick
+import Kelpa
 
 /// A caption above a figure, which becomes a little smaller where it has no room.
 Item {
@@ -17,7 +18,7 @@ Item {
         id: label
         anchors.horizontalCenter: parent.horizontalCenter
         color: Theme.primary
-        font.pixelSize: 10
+        font.pixelSize: Measures.captionSize
         textFormat: Text.PlainText
         Accessible.ignored: true
     }

@@ -1,4 +1,5 @@
 import QtQuick
+import Kelpa
 
 /// The water panel: how far the day has come, when the next drink is due, and the answer to it.
 Rectangle {
@@ -97,7 +98,7 @@ Rectangle {
             }
             Rectangle {
                 width: 1
-                height: 16
+                height: Measures.dividerHeight
                 anchors.verticalCenter: parent.verticalCenter
                 color: Theme.hairline
             }

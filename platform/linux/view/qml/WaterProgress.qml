@@ -61,13 +61,13 @@ Column {
     Item {
         x: Theme.hairSpace
         width: parent.width - 2 * Theme.hairSpace
-        height: 24
+        height: Measures.barHeight
 
         RoundedBox {
             id: track
             anchors.verticalCenter: parent.verticalCenter
             width: parent.width
-            height: 8
+            height: Measures.trackHeight
             radius: height / 2
             color: Theme.track
         }
@@ -88,9 +88,9 @@ Column {
             id: knob
             x: Math.max(0, (fill.visible ? fill.width : 0) - width)
             anchors.verticalCenter: parent.verticalCenter
-            width: 24
-            height: 24
-            radius: 12
+            width: Measures.barHeight
+            height: width
+            radius: width / 2
             color: Theme.surfaceRaised
 
             SoftShadow {

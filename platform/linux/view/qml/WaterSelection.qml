@@ -16,10 +16,10 @@ Item {
             all.push({ millilitres: lines[i], text: lines[i + 1] });
         return all;
     }
-    readonly property int columns: 3
+    readonly property int columns: Measures.tileColumns
     readonly property int current: entries.findIndex(entry => entry.millilitres === selected)
     readonly property real cellWidth: width / columns
-    readonly property real cellHeight: 34
+    readonly property real cellHeight: Measures.tileHeight
 
     function move(step) {
         const next = current < 0 ? 0 : current + step;
@@ -41,9 +41,9 @@ Item {
         id: capsule
         visible: selection.current >= 0
         x: selection.current % selection.columns * selection.cellWidth + Theme.hairSpace
-        y: Math.floor(selection.current / selection.columns) * selection.cellHeight + 3
+        y: Math.floor(selection.current / selection.columns) * selection.cellHeight + Measures.tileInset
         width: selection.cellWidth - 2 * Theme.hairSpace
-        height: selection.cellHeight - 6
+        height: selection.cellHeight - 2 * Measures.tileInset
         radius: height / 2
         color: Theme.accent
         Behavior on x {
@@ -90,8 +90,8 @@ Item {
                 anchors.fill: parent
                 anchors.leftMargin: Theme.hairSpace
                 anchors.rightMargin: Theme.hairSpace
-                anchors.topMargin: 3
-                anchors.bottomMargin: 3
+                anchors.topMargin: Measures.tileInset
+                anchors.bottomMargin: Measures.tileInset
                 radius: height / 2
                 visible: !cell.chosen
                 z: -2
