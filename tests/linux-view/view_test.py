@@ -21,8 +21,8 @@ class BreakWindows(ViewTest):
     def test_each_monitor_is_covered_at_once_when_it_was_prepared(self):
         driver = self.drive()
         driver.tell("prepare")
-        known = wait_until(lambda: {window.id for window in self.screen.root.query_tree().children
-                                    if window.get_wm_name() in ("1", "2")}, 5, "the prepared windows")
+        wait_until(lambda: len(self.made()) == 2, 5, "the prepared windows")
+        known = self.made()
         time.sleep(1.5 - 1)
         self.assertFalse(break_windows(self.session), "they show before their time")
         begin = time.monotonic()
@@ -34,6 +34,10 @@ class BreakWindows(ViewTest):
         for window in windows:
             attributes = self.screen.display.create_resource_object("window", window.id).get_attributes()
             self.assertTrue(attributes.override_redirect)
+
+    def made(self):
+        """The windows of breaks, also those that do not show."""
+        return {window.id for window in self.screen.root.query_tree().children if window.get_wm_name() in ("1", "2")}
 
     def test_the_content_fades_out_of_the_background_and_back(self):
         driver = self.drive()

@@ -5,13 +5,17 @@ import Kelpa
 RoundedBox {
     property bool shown: false
     property real inset: -3
+    /// Stands off from what may have the ring's own colour.
+    property bool apart: false
     /// Of what it goes around.
     property real corner: Theme.controlRadius
 
+    readonly property real edge: apart ? inset - 2 : inset
+
     visible: shown
     anchors.fill: parent
-    anchors.margins: inset
-    radius: corner - inset
+    anchors.margins: edge
+    radius: corner - edge
     borderColor: Theme.focusRing
     borderWidth: 3
 }

@@ -9,7 +9,7 @@ Item {
     readonly property alias hovered: area.containsMouse
     readonly property alias pressed: area.pressed
     property real ringRadius: height / 2
-    property real ringMargin: Theme.hairSpace
+    property real ringMargin: Theme.hairSpace + 1
     signal activated()
 
     activeFocusOnTab: true

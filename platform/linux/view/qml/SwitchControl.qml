@@ -54,6 +54,7 @@ T.Switch {
         }
         FocusRing {
             shown: control.visualFocus
+            apart: true
             corner: track.height / 2
         }
     }

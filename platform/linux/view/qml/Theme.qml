@@ -65,7 +65,7 @@ QtObject {
     readonly property color outlineHovered: dark ? "#969ba7" : "#686d77"
     readonly property color hairline: dark ? "#3a3d44" : "#cfd3da"
     readonly property color shadow: dark ? "#000000" : "#5d626c"
-    readonly property color focusRing: dark ? "#8062a8ff" : "#800066de"
+    readonly property color focusRing: dark ? "#cc62a8ff" : "#cc0066de"
 
     /// How much is left of what cannot be used now.
     readonly property real disabledOpacity: 0.45

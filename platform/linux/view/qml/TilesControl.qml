@@ -60,6 +60,7 @@ Grid {
                 }
                 FocusRing {
                     shown: tile.visualFocus
+                    apart: true
                     corner: tile.height / 2
                 }
             }
