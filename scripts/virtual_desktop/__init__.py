@@ -11,6 +11,7 @@ from .program import Program
 from .screen import Monitor, Screen
 from .session import Session, wait_until
 from .status_item import StatusItem
+from .virtual_input import VirtualInput
 
 __all__ = ["Accessibility", "Box", "Monitor", "NestedWaylandSession", "Picture", "Program", "Screen", "Session",
            "StatusItem", "WaylandSession", "blue_rows", "break_windows", "complaints", "covers", "wait_for_cover",

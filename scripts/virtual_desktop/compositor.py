@@ -2,10 +2,12 @@
 import collections
 import json
 import os
+import shutil
 import signal
 import socket
 import struct
 import subprocess
+import time
 
 from .picture import Picture
 from .screen import Monitor, Screen
@@ -17,11 +19,15 @@ output * bg #264653 solid_color
 default_border none
 focus_follows_mouse no
 focus_on_window_activation none
+bar bar-0 {
+    swaybar_command true
+    position bottom
+}
 """
 MAGIC = b"i3-ipc"
 RUN_COMMAND, GET_OUTPUTS, GET_TREE = 0, 3, 4
 
-View = collections.namedtuple("View", "title focused x y width height fullscreen")
+View = collections.namedtuple("View", "title app_id focused x y width height fullscreen")
 
 
 class WaylandSession(Session):
@@ -49,6 +55,12 @@ class WaylandSession(Session):
             self.input.close()
             self.input = None
         super().stop()
+
+    def restart(self):
+        """Another compositor after one that was killed, in the same session."""
+        shutil.rmtree(self.place)
+        self._start_compositor()
+        self.input = VirtualInput(self.environment["WAYLAND_DISPLAY"])
 
     def _start_compositor(self):
         self.place.mkdir(mode=0o700)
@@ -113,7 +125,7 @@ class WaylandSession(Session):
             left += node["nodes"] + node["floating_nodes"]
             if node.get("pid") and node["type"] in ("con", "floating_con"):
                 rect = node["rect"]
-                found.append(View(node["name"], node["focused"], rect["x"], rect["y"], rect["width"], rect["height"],
+                found.append(View(node["name"], node["app_id"], node["focused"], rect["x"], rect["y"], rect["width"], rect["height"],
                                   node["fullscreen_mode"] != 0))
         return found
 
@@ -123,8 +135,14 @@ class WaylandSession(Session):
         self.command("create_output")
         wait_until(lambda: self.outputs().get(monitor.name) == monitor, 5, f"the output {monitor.name}")
 
+    def start_bar(self):
+        """A panel with a tray along the lower edge of every output."""
+        return self.spawn(["swaybar", "-b", "bar-0"], {"SWAYSOCK": str(self.ipc)})
+
     def kill_compositor(self):
         """As a crash does."""
+        self.input.close()
+        self.input = None
         os.kill(self.compositor.pid, signal.SIGKILL)
         self.compositor.wait(5)
 
@@ -147,6 +165,15 @@ class WaylandSession(Session):
         # The compositor looks what lies under a pointer when a device moves it.
         self.input.move(1, 0)
         self.input.move(-1, 0)
+
+    def drag(self, x, y, right, down):
+        self.move(x, y)
+        self.input.button(True)
+        time.sleep(0.3)     # as long as a hand needs, and the window to see that it is meant
+        for _ in range(20):
+            self.input.move(right / 20, down / 20)
+            time.sleep(0.01)
+        self.input.button(False)
 
     def click(self, x, y):
         self.move(x, y)

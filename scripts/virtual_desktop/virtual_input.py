@@ -7,7 +7,7 @@ import struct
 import time
 
 # Numbers that the kernel gives to keys and buttons.
-KEYS = {"Escape": 1, "Tab": 15, "Return": 28, "Shift_L": 42, "space": 57}
+KEYS = {"Escape": 1, "Tab": 15, "Return": 28, "Shift_L": 42, "space": 57, "Right": 106}
 KEYS.update({key: 2 + place for place, key in enumerate("1234567890")})
 for first, row in ((16, "qwertyuiop"), (30, "asdfghjkl"), (44, "zxcvbnm")):
     KEYS.update({key: first + place for place, key in enumerate(row)})
@@ -60,7 +60,7 @@ class VirtualInput:
 
     def move(self, right, down):
         """Moves the pointer from where it is."""
-        self._send(self.pointer, MOTION, struct.pack("=Iii", self._now(), right * 256, down * 256))
+        self._send(self.pointer, MOTION, struct.pack("=Iii", self._now(), int(right * 256), int(down * 256)))
         self._end_pointer()
 
     def button(self, pressed, button=LEFT_BUTTON):

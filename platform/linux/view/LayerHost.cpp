@@ -118,6 +118,8 @@ void LayerHost::makeSurface(QScreen& screen) {
 /// The surface loses its role before Qt destroys it; the next one is made from scratch.
 void LayerHost::withdraw() {
     endDrag();
+    hover_ = Hover::No;
+    pointer_.reset();
     if (surface_ != nullptr)
         zwlr_layer_surface_v1_destroy(std::exchange(surface_, nullptr));
     shownOn_.clear();
@@ -130,7 +132,32 @@ bool LayerHost::eventFilter(QObject* watched, QEvent* event) {
         static_cast<QPlatformSurfaceEvent*>(event)->surfaceEventType() ==
             QPlatformSurfaceEvent::SurfaceAboutToBeDestroyed)
         zwlr_layer_surface_v1_destroy(std::exchange(surface_, nullptr));
+    if (role_ == WindowRole::Panel)
+        hear(*event);
     return QObject::eventFilter(watched, event);
+}
+
+/// Some compositors give the keyboard to whoever says that it may have it, asked or not. So the panel says
+/// that only to somebody who comes to it with the mouse, and not to a mouse that it came under.
+void LayerHost::hear(const QEvent& event) {
+    if (event.type() == QEvent::MouseMove) {
+        const QPointF place = static_cast<const QMouseEvent&>(event).position();
+        if (pointer_ && *pointer_ != place && hover_ == Hover::No)
+            setHover(Hover::Moves);
+        pointer_ = place;
+    } else if (event.type() == QEvent::Leave) {
+        pointer_.reset();
+        if (hover_ == Hover::Moves)
+            setHover(Hover::No);
+    }
+}
+
+void LayerHost::setHover(Hover hover) {
+    hover_ = hover;
+    if (surface_ == nullptr)
+        return;
+    zwlr_layer_surface_v1_set_keyboard_interactivity(surface_, keyboard());
+    commit();
 }
 
 void LayerHost::configured(std::uint32_t serial, QSize size) {
@@ -165,7 +192,8 @@ std::uint32_t LayerHost::keyboard() const {
         return ZWLR_LAYER_SURFACE_V1_KEYBOARD_INTERACTIVITY_EXCLUSIVE;
     // Before this there was only all or nothing, and a panel that nobody asked for must not take all.
     const auto version = zwlr_layer_surface_v1_get_version(surface_);
-    return version >= ZWLR_LAYER_SURFACE_V1_KEYBOARD_INTERACTIVITY_ON_DEMAND_SINCE_VERSION
+    return hover_ != Hover::No &&
+                   version >= ZWLR_LAYER_SURFACE_V1_KEYBOARD_INTERACTIVITY_ON_DEMAND_SINCE_VERSION
                ? ZWLR_LAYER_SURFACE_V1_KEYBOARD_INTERACTIVITY_ON_DEMAND
                : ZWLR_LAYER_SURFACE_V1_KEYBOARD_INTERACTIVITY_NONE;
 }

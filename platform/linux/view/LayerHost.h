@@ -6,6 +6,7 @@
 
 #include <QObject>
 #include <QPointF>
+#include <optional>
 
 class QScreen;
 
@@ -35,7 +36,7 @@ class LayerHost final : public QObject, public WindowHost {
     void setOpacity(double value) override;
     void setLeaving(bool leaving) override;
     /// The compositor gives it when the surface is clicked.
-    void takeKeyboard() override {}
+    void takeKeyboard() override { hover_ = Hover::Clicked; }
     void takeKeyboardInQuiet() override {}
     void beginDrag(const QMouseEvent& event) override;
     void drag(const QMouseEvent&) override {}
@@ -44,6 +45,9 @@ class LayerHost final : public QObject, public WindowHost {
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
+    /// What the pointer does with a panel.
+    enum class Hover { No, Moves, Clicked };
+
     [[nodiscard]] QScreen* targetScreen() const;
     void screensChanged();
     void showNow(QScreen& screen);
@@ -53,6 +57,8 @@ class LayerHost final : public QObject, public WindowHost {
     /// Tells the compositor what the surface is to be; it counts from the next commit.
     void describe();
     [[nodiscard]] std::uint32_t keyboard() const;
+    void hear(const QEvent& event);
+    void setHover(Hover hover);
     void letInputThrough(bool through);
     void commit();
     void moveTo(QPointF corner);
@@ -65,8 +71,10 @@ class LayerHost final : public QObject, public WindowHost {
     QString connector_;
     QString shownOn_;
     zwlr_layer_surface_v1* surface_ = nullptr; ///< null while the window is not on its way to the screen
-    QPointF corner_;      ///< where a drag takes the window, were there no edges of the screen
-    bool wanted_ = false; ///< shown, or to be shown as soon as its screen is there
+    Hover hover_ = Hover::No;
+    std::optional<QPointF> pointer_; ///< where it was over the panel
+    QPointF corner_;                 ///< where a drag takes the window, were there no edges of the screen
+    bool wanted_ = false;            ///< shown, or to be shown as soon as its screen is there
     bool leaving_ = false;
 };
 

@@ -1,0 +1,116 @@
+#!/usr/bin/python3
+"""The desk at rest under a Wayland compositor: what stops the cycle after five minutes, and what starts it again."""
+import threading
+import time
+
+from wayland_support import Session, VirtualInput, WaylandTest, main
+
+# Five minutes of the program are three seconds here.
+FAST = 100
+LIMIT = 300 / FAST
+STOPPED = "ticktack timer stoped"
+HOURS = 600
+STARTED = f"ticktack timer start {HOURS * 60}$"
+SETTINGS = {"pref.work.time": HOURS, "stop_timer_after_mouse_stop": True}
+
+
+class ActivityTest(WaylandTest):
+    def start(self, settings=None, **options):
+        return self.launch({**SETTINGS, **(settings or {})}, speed=options.pop("speed", FAST), **options)
+
+    def wait_stopped(self, program, times):
+        program.wait_for(STOPPED, LIMIT + 5, times=times)
+        return time.monotonic()
+
+    def keep_moving(self, seconds):
+        """Moves the mouse meanwhile, as a device of its own."""
+        def move():
+            device = VirtualInput(self.session.environment["WAYLAND_DISPLAY"])
+            until = time.monotonic() + seconds
+            while time.monotonic() < until:
+                for step in (1, -1):
+                    device.move(step, 0)
+                time.sleep(0.001)
+            device.close()
+
+        mover = threading.Thread(target=move)
+        mover.start()
+        self.addCleanup(mover.join)
+        return mover
+
+
+class Activity(ActivityTest):
+    def test_the_cycle_stops_five_minutes_after_the_last_input_and_the_next_starts_it(self):
+        program = self.start()
+        program.wait_for("Activity is heard of from the compositor", 10)
+        self.assertEqual(program.count("heard of"), 1)
+        self.wait_stopped(program, 2)
+        self.settle(0.5)
+        self.assertEqual(program.count(STARTED), 1)
+        self.session.input.move(4, 0)
+        program.wait_for(STARTED, 3, times=2)
+        self.keep_moving(LIMIT + 2).join()
+        moved = time.monotonic()
+        self.assertEqual(program.count(STOPPED), 3, "it stopped under a moving mouse")
+        self.assertAlmostEqual(self.wait_stopped(program, 4) - moved, LIMIT, delta=0.5)
+        self.session.input.press("Shift_L")
+        program.wait_for(STARTED, 3, times=3)
+
+    def test_input_over_a_break_lets_it_run_to_its_end(self):
+        program = self.start({"pref.work.time": 1, "pref.short.break.times": 1}, speed=50)
+        self.wait_for_cover(seconds=10)
+        mover = self.keep_moving(900 / 50 - 4)
+        program.wait_for("ticktack timer timesup for 900$", 900 / 50 + 5)
+        mover.join()
+        # At the start, at the break's beginning and, once for each output, at its end.
+        self.assertEqual(program.count(STOPPED), 2 + len(self.monitors))
+
+    def test_what_is_done_in_our_own_windows_is_not_done_at_work(self):
+        program = self.start(speed=20)
+        program.item()
+        self.session.run_tool(str(program.executable), "settings")
+        self.settle(3)
+        self.assertEqual(len(self.session.views()), 1)
+        self.session.move(300, 400)
+        stops, began = program.count(STOPPED), time.monotonic()
+        mover = self.keep_moving(300 / 20 + 6)
+        program.wait_for(STOPPED, 300 / 20 + 4, times=stops + 1)
+        self.assertLess(time.monotonic() - began, 300 / 20 + 4)
+        mover.join()
+        self.assertEqual(program.count(STARTED), 1)
+        self.session.move(self.monitors[1].x + 300, 300)
+        self.keep_moving(2).join()
+        program.wait_for(STARTED, 3, times=2)
+        Session.end(program.process)
+        self.session.move(5, 590)
+
+    def test_nothing_counts_while_the_screen_is_locked(self):
+        saver = self.mock("gnome_screensaver")
+        program = self.start()
+        saver("SetActive", "true")
+        self.wait_stopped(program, 2)
+        self.keep_moving(1).join()
+        self.assertEqual(program.count(STARTED), 1)
+        saver("SetActive", "false")
+        program.wait_for(STARTED, 3, times=2)
+
+    def test_it_sleeps_between_its_seconds(self):
+        program = self.start(speed=1)
+        self.settle(2)
+
+        def sleeps():
+            with open(f"/proc/{program.process.pid}/status", encoding="ascii") as status:
+                return next(int(line.split()[1]) for line in status if line.startswith("voluntary"))
+
+        def in_seconds(seconds, act):
+            before = sleeps()
+            act(seconds)
+            return (sleeps() - before) / seconds
+
+        rest = in_seconds(4, self.settle)
+        moving = in_seconds(4, lambda seconds: self.keep_moving(seconds).join())
+        self.assertLess(moving - rest, 3)
+
+
+if __name__ == "__main__":
+    main()

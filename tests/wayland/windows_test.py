@@ -1,0 +1,155 @@
+#!/usr/bin/python3
+"""The other windows and the status item under a Wayland compositor: where they stand, and whom they leave alone."""
+import plistlib
+import time
+
+from wayland_support import LIGHT, WaylandSession, WaylandTest, main, wait_until
+
+PANEL = (280, 330)
+# Where things stand in the water panel, in its own coordinates.
+AMOUNT_250, DONE, BACKGROUND = (140, 226), (230, 303), (140, 24)
+INTERVAL = 15 * 60
+
+
+def noon_zone():
+    """A time zone in which it is about noon now, so that no test runs into another day."""
+    return f"NOON{(time.gmtime().tm_hour - 12):+d}"
+
+
+class WindowsTest(WaylandTest):
+    def start(self, due=3600, **options):
+        """Starts the program with the water reminder due in some seconds."""
+        settings = {"pref.water.enable": True, "pref.water.finished": 1000, "pref.work.time": 60,
+                    "pref.water.lastShowDate": time.time() - INTERVAL + due}
+        environment = {"TZ": noon_zone(), **options.pop("environment", {})}
+        return self.launch(settings, speed=1, environment=environment, **options)
+
+    @staticmethod
+    def stored(program, key):
+        return plistlib.loads(program.settings_file().read_bytes()).get(key)
+
+    def wait_stored(self, program, key, value):
+        wait_until(lambda: self.stored(program, key) == value, 5, f"{key} to be {value}")
+
+    def tell(self, program, command):
+        program.item()      # once it is on the bus it listens
+        self.session.run_tool(str(program.executable), command)
+
+    def window(self, title):
+        return wait_until(lambda: next((view for view in self.session.views() if view.title == title), None), 10, title)
+
+    def typed(self, path, text):
+        wait_until(lambda: path.read_text() == text, 3, f"{text!r} in the terminal")
+
+
+class WaterPanel(WindowsTest):
+    def corner(self):
+        """Where the panel's upper left corner stands on the first output, or nothing while it is not whole."""
+        picture = self.screen.picture(self.monitors[0])
+        rows = [y for y in range(picture.height) if LIGHT in (picture.pixel(x, y) for x in range(0, picture.width, 5))]
+        if not rows:
+            return None
+        columns = [x for x in range(picture.width) if picture.pixel(x, rows[0] + 20) == LIGHT]
+        # A line that is not of that colour surrounds it.
+        return (columns[0] - 1, rows[0] - 1) if len(rows) > PANEL[1] * 0.9 else None
+
+    def wait_for_panel(self):
+        return wait_until(self.corner, 12, "the panel")
+
+    def click_in(self, place):
+        self.screen.click(self.corner()[0] + place[0], self.corner()[1] + place[1])
+        self.session.move(5, 590)
+
+    def gone(self):
+        wait_until(lambda: self.uncovered(self.monitors[0]), 4, "the panel to close")
+
+    def test_it_fades_in_at_the_corner_is_dragged_and_answered(self):
+        program = self.start(2)
+        corner = self.wait_for_panel()
+        right = self.monitors[0].width - PANEL[0]
+        self.assertAlmostEqual(corner[0], right, delta=1)
+        self.assertAlmostEqual(corner[1], 0, delta=1)
+        self.assertTrue(self.uncovered(self.monitors[1]))
+        self.settle(2)
+        self.session.drag(corner[0] + BACKGROUND[0], corner[1] + BACKGROUND[1], -200, 120)
+        self.settle(0.5)
+        moved = self.corner()
+        self.assertAlmostEqual(moved[0], corner[0] - 200, delta=1)
+        self.assertAlmostEqual(moved[1], corner[1] + 120, delta=1)
+        # No farther than the screen goes.
+        self.session.drag(moved[0] + BACKGROUND[0], moved[1] + BACKGROUND[1], 0, -300)
+        self.settle(0.5)
+        self.assertAlmostEqual(self.corner()[1], 0, delta=1)
+        self.click_in(AMOUNT_250)
+        self.wait_stored(program, "pref.water.lastSelectedAmount", 250)
+        self.click_in(DONE)
+        self.wait_stored(program, "pref.water.finished", 1250)
+        self.gone()
+
+    def test_it_leaves_the_keys_where_they_are_until_it_is_clicked(self):
+        typed = self.start_terminal("typed-at-water")
+        program = self.start(2)
+        self.wait_for_panel()
+        self.settle(2.2)
+        self.type_line("mine")
+        self.typed(typed, "mine\n")
+        self.click_in(BACKGROUND)
+        self.settle(1.2)    # keys that come at once were meant for something else
+        for key in ("Tab", "Tab", "Right"):
+            self.session.input.press(key)
+        self.wait_stored(program, "pref.water.lastSelectedAmount", 200)
+        self.session.input.press("Escape")
+        self.gone()
+        self.type_line("again")
+        self.typed(typed, "mine\nagain\n")
+
+    def test_without_layers_it_is_a_window_of_its_size(self):
+        self.start(2, environment={"KELPA_LAYER_SHELL": "no"})
+        panel = self.window("Water Reminder")
+        self.assertEqual((panel.app_id, panel.width, panel.height), ("app.orvane.Kelpa", *PANEL))
+        self.assertFalse(panel.fullscreen)
+
+
+class Managed(WindowsTest):
+    class SESSION(WaylandSession):
+        def __init__(self, outputs):
+            super().__init__(outputs, 1000, 860)
+
+    def test_preferences_are_an_ordinary_window_that_clicks_and_keys_work_in(self):
+        program = self.start()
+        self.tell(program, "settings")
+        window = self.window("Settings")
+        self.assertEqual(window.app_id, "app.orvane.Kelpa")
+        self.session.command('[title="Settings"] floating enable')
+        self.session.command('[title="Settings"] move absolute position 100 100')
+        self.session.command('[title="Settings"] focus')
+        self.settle(0.5)
+        window = self.window("Settings")
+        self.assertTrue(window.focused)
+        self.assertGreaterEqual((window.width, window.height), (480, 400))
+        self.assertEqual(self.stored(program, "show_time_in_status_bar"), None)
+        for key in ("Tab", "Tab", "space"):
+            self.session.input.press(key)
+        wait_until(lambda: any(self.stored(program, key) is not None
+                               for key in ("launch_at_login", "show_time_in_status_bar")), 3, "a switch to be stored")
+        self.session.command('[title="Settings"] kill')
+        wait_until(lambda: not self.session.views(), 3, "the window to close")
+        self.tell(program, "settings")
+        self.window("Settings")
+
+    def test_a_break_covers_the_preferences_and_the_panel_and_has_their_keys(self):
+        bar = self.session.start_bar()
+        self.addCleanup(self.session.end, bar)
+        program = self.launch({"pref.break.time": 6}, speed=2)
+        program.wait_for("A panel shows the status item", 10)
+        self.assertTrue(program.item().registered())
+        self.tell(program, "settings")
+        self.window("Settings")
+        self.wait_for_cover(seconds=40)
+        program.wait_for("skip break view$", 10)
+        self.wait_for_uncover(self.monitors[1:])
+        self.window("Settings")
+
+
+if __name__ == "__main__":
+    main()
