@@ -33,6 +33,6 @@ set(KELPA_QML_PACKAGES qml6-module-qtqml qml6-module-qtqml-workerscript qml6-mod
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 list(JOIN KELPA_QML_PACKAGES ", " CPACK_DEBIAN_PACKAGE_DEPENDS)
 # The built-in prompts are Chinese; feedback mail and links go through xdg-utils, updates over HTTPS.
-set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "default-dbus-session-bus | dbus-session-bus, ca-certificates, fonts-wqy-microhei | fonts-noto-cjk, qt6-wayland, xdg-utils")
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "default-dbus-session-bus | dbus-session-bus, ca-certificates, fonts-noto-cjk | fonts-wqy-microhei, qt6-wayland, xdg-utils")
 
 include(CPack)

@@ -18,7 +18,7 @@ class PreferencesWindow : public ManagedWindow {
     void setContentProperty(const QByteArray& name, const QString& value) override;
 
   protected:
-    [[nodiscard]] QSize firstSize() const override { return {720, 690}; }
+    [[nodiscard]] QSize firstSize() const override { return {720, 710}; }
     bool event(QEvent* event) override;
 
   private:

@@ -20,7 +20,7 @@ Row {
     IconButton {
         raised: true
         symbol: "minus"
-        symbolSize: 14
+        symbolSize: 15
         text: control.texts.decrease
         Accessible.description: control.label
         autoRepeat: true
@@ -43,7 +43,7 @@ Row {
     IconButton {
         raised: true
         symbol: "plus"
-        symbolSize: 14
+        symbolSize: 15
         text: control.texts.increase
         Accessible.description: control.label
         autoRepeat: true

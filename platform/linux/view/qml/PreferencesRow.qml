@@ -28,7 +28,11 @@ Item {
         id: captionText
         width: row.guide
         visible: row.caption !== ""
-        topPadding: Math.max(0, (row.firstLine - metrics.height) / 2)
+        readonly property bool oneLine: lineCount <= 1
+        // Centred like the words of the controls, so that both stand on one line at every scale.
+        height: oneLine ? row.firstLine : implicitHeight
+        topPadding: oneLine ? 0 : Math.max(0, (row.firstLine - metrics.height) / 2)
+        verticalAlignment: oneLine ? Text.AlignVCenter : Text.AlignTop
         horizontalAlignment: Text.AlignRight
         wrapMode: Text.Wrap
         text: row.caption

@@ -108,7 +108,7 @@ T.ItemDelegate {
         anchors.right: parent.right
         anchors.rightMargin: 6
         anchors.verticalCenter: parent.verticalCenter
-        opacity: line.hovered || line.current ? 1 : 0.55
+        opacity: line.hovered || line.current ? 1 : 0.8
 
         IconButton {
             visible: line.editing

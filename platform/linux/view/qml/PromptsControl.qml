@@ -40,7 +40,7 @@ Item {
         anchors.right: parent.right
         raised: true
         symbol: "plus"
-        symbolSize: 16
+        symbolSize: 15
         text: control.texts.addPrompt
         onClicked: control.add()
     }

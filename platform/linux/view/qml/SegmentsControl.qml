@@ -60,7 +60,7 @@ RoundedBox {
                     textFormat: Text.PlainText
                     color: Theme.primary
                     font.pixelSize: Theme.bodySize
-                    font.weight: segment.chosen ? Font.DemiBold : Font.Normal
+                    font.bold: segment.chosen
                     Accessible.ignored: true
                 }
             }

@@ -15,7 +15,7 @@ Rectangle {
     readonly property var buttonLines: buttons === "" ? [] : buttons.split("\n")
     signal action(string name, string value)
 
-    implicitWidth: 500
+    implicitWidth: 540
     implicitHeight: content.implicitHeight + 2 * Theme.padding
     color: Theme.card
     focus: true

@@ -17,7 +17,8 @@ Item {
         spacing: Theme.tightSpace + 2
 
         Text {
-            anchors.verticalCenter: parent.verticalCenter
+            anchors.verticalCenter: counting.counts ? undefined : parent.verticalCenter
+            anchors.baseline: counting.counts ? time.baseline : undefined
             width: Math.min(implicitWidth, counting.width - (counting.counts ? time.width + parent.spacing : 0))
             text: counting.tip
             color: Theme.secondary

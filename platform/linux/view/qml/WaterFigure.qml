@@ -10,6 +10,9 @@ Item {
     property alias color: number.color
     property alias pixelSize: number.font.pixelSize
 
+    /// Figures of every size stand on one line.
+    readonly property real baseOfFigure: 31
+
     implicitHeight: label.implicitHeight + 40
     Accessible.role: Accessible.StaticText
     Accessible.name: caption + " " + figure
@@ -24,11 +27,10 @@ Item {
     }
     Text {
         id: number
-        anchors.top: label.bottom
-        anchors.bottom: parent.bottom
+        anchors.baseline: label.bottom
+        anchors.baselineOffset: item.baseOfFigure
         width: parent.width
         horizontalAlignment: Text.AlignHCenter
-        verticalAlignment: Text.AlignVCenter
         fontSizeMode: Text.HorizontalFit
         minimumPixelSize: 10
         font.bold: true

@@ -92,6 +92,7 @@ Rectangle {
             enabled: !panel.answered
 
             PlainCapsule {
+                height: done.height
                 text: panel.skipText
                 color: Theme.warning
                 onActivated: panel.answer("skip")
@@ -103,6 +104,7 @@ Rectangle {
                 color: Theme.hairline
             }
             CapsuleButton {
+                id: done
                 slim: true
                 text: panel.doneText
                 onActivated: panel.answer("done")
