@@ -21,8 +21,8 @@ constexpr auto deafMilliseconds = static_cast<qint64>(1000 * deafSeconds(WindowS
 WaterWindow::WaterWindow(Stage& stage, QQmlEngine& engine)
     : PlacedWindow(stage, engine, QStringLiteral("WaterPanel.qml"), WindowRole::Panel) {}
 
-/// An X server counts in pixels however large the desktop draws, so that the panel's size does not say yet how many
-/// it has there. It keeps its corner. A Wayland compositor counts in the units that Qt draws in.
+/// An X server counts in pixels however large the desktop draws, so that the panel's size does not say yet
+/// how many it has there. It keeps its corner. A Wayland compositor counts in the units that Qt draws in.
 void WaterWindow::setPlace(const QRect& place, const QString& connector) {
     const QScreen* screen = screenOf(connector);
     const double factor = x11::connection() != nullptr && screen != nullptr ? screen->devicePixelRatio() : 1;
