@@ -184,6 +184,23 @@ class Accessible(PreferencesTest):
         self.screen.press("Delete")
         wait_until(lambda: len(self.stored(program)[key]) == 10, 5, "the prompt to go")
 
+    def test_what_a_screen_reader_sets_off_is_done(self):
+        program = self.open(pane="General")
+        self.find("check box", "Show time in StatusBar").press()
+        self.wait_stored(program, "show_time_in_status_bar", False)
+        self.find("check box", "Show time in StatusBar").press()
+        self.wait_stored(program, "show_time_in_status_bar", True)
+        self.turn_to("Water")
+        self.find("check box", "Enable drink water reminder").press()
+        self.wait_stored(program, "pref.water.enable", True)
+        self.find("push button", "Increase").press()
+        self.wait_stored(program, "pref.water.target", 1550)
+        self.find("radio button", "45min").press()
+        self.wait_stored(program, "pref.water.selectedInterval", 45)
+        self.turn_to("Style")
+        self.find("push button", "Delete").press()
+        wait_until(lambda: len(self.stored(program).get("break_prompt_list_0", [])) > 1, 5, "the prompt to go")
+
     def test_the_panels(self):
         program = self.launch({"pref.work.time": 60, "pref.water.enable": True,
                                "pref.water.lastShowDate": time.time()}, speed=1)

@@ -27,6 +27,8 @@ T.RadioButton {
     checked: told.chosen === value
     autoExclusive: false
     Accessible.name: text
+    Accessible.onToggleAction: choose()
+    Accessible.onPressAction: choose()
     onClicked: choose()
     Keys.onReturnPressed: choose()
     Keys.onEnterPressed: choose()

@@ -17,6 +17,7 @@ T.AbstractButton {
     hoverEnabled: true
     opacity: enabled ? 1 : Theme.disabledOpacity
     Accessible.name: text
+    Accessible.onPressAction: button.clicked()
     Keys.onReturnPressed: button.clicked()
     Keys.onEnterPressed: button.clicked()
 

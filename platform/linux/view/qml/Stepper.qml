@@ -24,6 +24,7 @@ Column {
         focusPolicy: Qt.NoFocus
         Accessible.name: text
         Accessible.description: stepper.label
+        Accessible.onPressAction: half.clicked()
 
         background: RoundedBox {
             radius: 4

@@ -23,6 +23,8 @@ T.Switch {
     opacity: enabled ? 1 : Theme.disabledOpacity
     Accessible.name: text
     Accessible.description: told.problem !== "" ? told.problem : told.hint
+    Accessible.onToggleAction: change()
+    Accessible.onPressAction: change()
     onToggled: told.report("switched", [checked ? "1" : "0"])
     Keys.onReturnPressed: change()
     Keys.onEnterPressed: change()
