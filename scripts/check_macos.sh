@@ -125,6 +125,10 @@ check_build() {
             return 1
         fi
     done
+    if ! grep -q 'CPACK_GENERATOR "DragNDrop"' "$build/CPackConfig.cmake"; then
+        echo 'check_macos: what would be packed is no disk image' >&2
+        return 1
+    fi
     # Every source of the face is part of the application, or it would be checked and never built.
     comm -13 <(built_in "$build") <(cd platform/macos && git ls-files '*.mm' '*.cpp' | grep -v SparkleUpdater | sort) >"$scratch/unbuilt"
     if [[ -s $scratch/unbuilt ]]; then
