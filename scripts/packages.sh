@@ -28,7 +28,7 @@ KELPA_TEST_PACKAGES=(
 # What `./test --all` adds.
 KELPA_CHECK_PACKAGES=(
     git clang libclang-rt-14-dev clang-format clang-tidy shellcheck clang-19 libc++-16-dev libgnustep-gui-dev
-    sway grim foot
+    sway grim foot mutter
     appstream desktop-file-utils dpkg-dev fish flatpak-builder lintian makepkg man-db zsh
 )
 

@@ -5,7 +5,7 @@ Everything runs in a folder and a session of its own, touches nothing of the use
 """
 from .accessible import Accessibility
 from .break_screen import blue_rows, break_windows, complaints, covers, wait_for_cover, wait_for_uncover
-from .compositor import NestedWaylandSession, WaylandSession
+from .compositor import MutterSession, NestedWaylandSession, WaylandSession
 from .picture import Box, Picture
 from .program import Program
 from .screen import Monitor, Screen
@@ -13,6 +13,6 @@ from .session import Session, wait_until
 from .status_item import StatusItem
 from .virtual_input import VirtualInput
 
-__all__ = ["Accessibility", "Box", "Monitor", "NestedWaylandSession", "Picture", "Program", "Screen", "Session",
+__all__ = ["Accessibility", "Box", "Monitor", "MutterSession", "NestedWaylandSession", "Picture", "Program", "Screen", "Session",
            "StatusItem", "WaylandSession", "blue_rows", "break_windows", "complaints", "covers", "wait_for_cover",
            "wait_for_uncover", "wait_until"]

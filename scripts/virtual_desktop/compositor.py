@@ -204,3 +204,25 @@ class NestedWaylandSession(WaylandSession):
         for window in self.screen.titled(lambda title: title.endswith(monitor.name)):
             self.screen.ask_to_close(window)
         wait_until(lambda: monitor.name not in self.outputs(), 5, f"the end of {monitor.name}")
+
+
+class MutterSession(Session):
+    """GNOME's compositor in a window of a virtual X server, which pictures are taken of and input goes to. It has one
+    monitor beside the other and no layers."""
+
+    def start(self):
+        self._start_display()
+        self._start_buses()
+        self.screen = Screen(self.display)
+        place = self.monitors[0]
+        self.environment.update({"XDG_SESSION_TYPE": "wayland", "XDG_CURRENT_DESKTOP": "GNOME"})
+        self.compositor = self.spawn(["mutter", "--wayland", "--no-x11", "--nested", "--wayland-display", "wayland-0"], {
+            "LIBGL_ALWAYS_SOFTWARE": "1", "MUTTER_DEBUG_NUM_DUMMY_MONITORS": str(len(self.monitors)),
+            "MUTTER_DEBUG_DUMMY_MODE_SPECS": f"{place.width}x{place.height}"})
+        # What runs in the session must not find the way to the X server.
+        del self.environment["DISPLAY"]
+        self.environment["WAYLAND_DISPLAY"] = "wayland-0"
+        wait_until((self.folder / "run" / "wayland-0").exists, 20, "the compositor")
+        # Its window has come once it is not black any more.
+        wait_until(lambda: self.screen.picture(place).background() != (0, 0, 0), 20, "the compositor's window")
+        return self

@@ -5,10 +5,11 @@ from pathlib import Path
 sys.path.append(str(Path(__file__).resolve().parents[1] / "desktop"))
 
 from support import SPEED, DesktopTest, Session, main, wait_until  # noqa: E402
-from virtual_desktop import Monitor, NestedWaylandSession, VirtualInput, WaylandSession, complaints  # noqa: E402
+from virtual_desktop import (Monitor, MutterSession, NestedWaylandSession, VirtualInput, WaylandSession,  # noqa: E402
+                             complaints)
 
-__all__ = ["LIGHT", "SPEED", "WALLPAPER", "Monitor", "NestedWaylandSession", "Session", "VirtualInput", "WaylandSession",
-           "WaylandTest", "main", "wait_until"]
+__all__ = ["LIGHT", "SPEED", "WALLPAPER", "Monitor", "MutterSession", "NestedWaylandSession", "Session", "VirtualInput",
+           "WaylandSession", "WaylandTest", "main", "wait_until"]
 
 WALLPAPER, LIGHT = (38, 70, 83), (0xF1, 0xF2, 0xF4)
 
