@@ -1,8 +1,9 @@
 #!/usr/bin/env bash
 # Checks the macOS sources on a machine without macOS: that every Objective-C++ source compiles against GNUstep's headers
-# and the declarations in platform/macos/check, and that the core uses nothing of the standard library that macOS 12
-# does not have. The compiler works for macOS 12, so that it also sees calls to what only later systems have. Without
-# arguments it also configures the build for macOS and makes of the bundle what can be made here.
+# and the declarations in platform/macos/check, and that the core, the desk player and their tests use nothing of the
+# standard library that macOS 12 does not have. The compiler works for macOS 12, so that it also sees calls to what only
+# later systems have. Without arguments it also configures the build for macOS and makes of the bundle what can be made
+# here.
 # usage: scripts/check_macos.sh [SOURCE]...      (default: all of them)
 set -euo pipefail
 cd "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")/.."
@@ -142,10 +143,10 @@ if (($#)); then
     sources=("$@")
 else
     mapfile -t sources < <(git ls-files --cached --others --exclude-standard -- \
-        {base,logging,prefs,timer,water,ui,app,platform/posix}/'*.cpp' 'platform/macos/*.cpp' 'platform/macos/*.mm')
+        {base,logging,prefs,timer,water,ui,app,platform/posix,desk,tests/core,tests/support}/'*.cpp' 'platform/macos/*.cpp' 'platform/macos/*.mm')
 fi
 failed=0
-if git grep -nE '#include <(format|memory_resource|syncstream|stop_token|print)>' -- base logging prefs timer water ui app platform/ports platform/posix; then
+if git grep -nE '#include <(format|memory_resource|syncstream|stop_token|print)>' -- base logging prefs timer water ui app platform/ports platform/posix desk tests/core tests/support; then
     echo 'check_macos: these headers are not all there in the oldest library that has to do' >&2
     failed=1
 fi
