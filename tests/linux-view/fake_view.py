@@ -33,6 +33,8 @@ while True:
             time.sleep(60)
         if text.endswith("babble"):
             connection.sendall(b"\xff\xfe\\q\n\n" + b"x" * 200000 + b"\naction\t1\nwarning\tI am well\n")
+        if text.endswith("use"):
+            connection.sendall(b"input\n")
         if "\tdo " in text:
             # What follows is what a person does: its name, then its fields.
             name, *fields = text.split("\tdo ", 1)[1].split("\t")[0].split("|")

@@ -242,6 +242,15 @@ TEST_F(RemoteWindows, SurviveWhateverTheViewSays) {
     EXPECT_EQ(client_.skips, 0);
 }
 
+TEST_F(RemoteWindows, KnowWhenTheyWereUsed) {
+    open();
+    make(desktop_.screens()[0]);
+    appear();
+    EXPECT_GT(windows_->secondsSinceInput(), 1e9) << "never";
+    face_->setPrompt("use");
+    EXPECT_TRUE(runUntil([&] { return windows_->secondsSinceInput() < 5; }));
+}
+
 TEST_F(RemoteWindows, ReportWhatAPersonDoesWhileTheyAreShown) {
     open();
     make(desktop_.screens()[0]);

@@ -40,15 +40,15 @@ OpenedDisplay opened(std::unique_ptr<Display> display, const char* name) {
 } // namespace
 
 bool inWaylandSession() {
-    return !variable("WAYLAND_DISPLAY").empty();
+    // Without the variable the library would try a compositor by its usual name, which can be another
+    // session's.
+    return !variable("WAYLAND_DISPLAY").empty() && WaylandConnection::reachable();
 }
 
 OpenedDisplay openDisplay(EventLoop& loop, const std::function<void()>& lost) {
     const std::string wanted = variable(choice);
     if (!wanted.empty() && wanted != "wayland" && wanted != "x11")
         return {nullptr, std::string(choice) + " is '" + wanted + "' and can be wayland or x11"};
-    // Without the variable the library would try a compositor by its usual name, which can be another
-    // session's.
     if (wanted != "x11" && inWaylandSession())
         if (auto display = WaylandDisplay::open(loop, lost))
             return opened(std::move(display), "wayland");

@@ -28,7 +28,7 @@ struct OpenedDisplay {
     std::string error;                ///< one line that says why
 };
 
-/// Whether this is a Wayland session, of which an X server may be a part.
+/// Whether this is a Wayland session, of which an X server may be a part: a compositor takes connections.
 [[nodiscard]] bool inWaylandSession();
 
 /// Connects to the session's Wayland compositor, or else to its X server. `KELPA_DISPLAY` set to `wayland` or

@@ -13,6 +13,13 @@ std::unique_ptr<WaylandConnection> WaylandConnection::open(EventLoop& loop, std:
     return connection->roundTrip() ? std::move(connection) : nullptr;
 }
 
+bool WaylandConnection::reachable() {
+    wl_display* display = wl_display_connect(nullptr);
+    if (display != nullptr)
+        wl_display_disconnect(display);
+    return display != nullptr;
+}
+
 WaylandConnection::WaylandConnection(EventLoop& loop, wl_display* display, std::function<void()> lost)
     : display_(display), registry_(wl_display_get_registry(display)), lost_(std::move(lost)),
       readable_(loop.watch(wl_display_get_fd(display), [this] { dispatch(); })) {

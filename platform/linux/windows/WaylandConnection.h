@@ -33,6 +33,8 @@ class WaylandConnection {
     /// Null when no compositor answers at $WAYLAND_DISPLAY. `lost` runs once from the main loop when it goes
     /// away; the connection is dead from then on.
     static std::unique_ptr<WaylandConnection> open(EventLoop& loop, std::function<void()> lost);
+    /// Whether a compositor takes connections there.
+    [[nodiscard]] static bool reachable();
     ~WaylandConnection();
     WaylandConnection(const WaylandConnection&) = delete;
     WaylandConnection& operator=(const WaylandConnection&) = delete;
