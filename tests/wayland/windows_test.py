@@ -3,7 +3,7 @@
 import plistlib
 import time
 
-from wayland_support import LIGHT, WaylandSession, WaylandTest, main, wait_until
+from wayland_support import LIGHTS, WaylandSession, WaylandTest, main, wait_until
 
 PANEL = (280, 330)
 # Where things stand in the water panel, in its own coordinates.
@@ -46,10 +46,10 @@ class WaterPanel(WindowsTest):
     def corner(self):
         """Where the panel's upper left corner stands on the first output, or nothing while it is not whole."""
         picture = self.screen.picture(self.monitors[0])
-        rows = [y for y in range(picture.height) if LIGHT in (picture.pixel(x, y) for x in range(0, picture.width, 5))]
+        rows = [y for y in range(picture.height) if not LIGHTS.isdisjoint(picture.pixel(x, y) for x in range(0, picture.width, 5))]
         if not rows:
             return None
-        columns = [x for x in range(picture.width) if picture.pixel(x, rows[0] + 20) == LIGHT]
+        columns = [x for x in range(picture.width) if picture.pixel(x, rows[0] + 20) in LIGHTS]
         # A line that is not of that colour surrounds it.
         return (columns[0] - 1, rows[0] - 1) if len(rows) > PANEL[1] * 0.9 else None
 
