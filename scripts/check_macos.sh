@@ -46,10 +46,14 @@ absent+='|__atomic_(monitor|wait)_global|__format_error'
 
 # Compiles a source as far as the assembler's text, whose names tell what the program would ask of the library.
 check_core() {
-    "${common[@]}" -S -o "$scratch/assembly" "$1" || return 1
-    if grep -oE "_Z[A-Za-z0-9_]*($absent)[A-Za-z0-9_]*" "$scratch/assembly" | sort -u >"$scratch/names" && [[ -s $scratch/names ]]; then
+    local assembly names
+    assembly=$scratch/${1//\//_}.s
+    "${common[@]}" -S -o "$assembly" "$1" || return 1
+    names=$(grep -oE "_Z[A-Za-z0-9_]*($absent)[A-Za-z0-9_]*" "$assembly" | sort -u || true)
+    rm "$assembly"
+    if [[ -n $names ]]; then
         echo "$1 needs what the standard library of macOS 12 does not have:" >&2
-        sed 's/^/  /' "$scratch/names" >&2
+        printf '  %s\n' "${names//$'\n'/$'\n'  }" >&2
         return 1
     fi
 }
@@ -150,8 +154,21 @@ if git grep -nE '#include <(format|memory_resource|syncstream|stop_token|print)>
     echo 'check_macos: these headers are not all there in the oldest library that has to do' >&2
     failed=1
 fi
+processors=$(nproc)
+running=()
+wait_for_oldest() {
+    wait "${running[0]}" || failed=$((failed + 1))
+    running=("${running[@]:1}")
+}
 for source in "${sources[@]}"; do
-    check_source "$source" || failed=$((failed + 1))
+    if ((${#running[@]} >= processors)); then
+        wait_for_oldest
+    fi
+    check_source "$source" &
+    running+=($!)
+done
+while ((${#running[@]})); do
+    wait_for_oldest
 done
 if (($# == 0)); then
     check_build || failed=$((failed + 1))
