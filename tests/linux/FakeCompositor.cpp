@@ -38,6 +38,7 @@ struct FakeCompositor::State {
     std::vector<std::unique_ptr<Seat>> seats;
     std::list<Notice> notices;
     int wake = eventfd(0, EFD_CLOEXEC);
+    wl_event_source* woken = nullptr; ///< the display does not free it
     std::mutex mutex;
     std::vector<std::packaged_task<void()>> work; ///< guarded by the mutex
     std::thread thread;
@@ -120,7 +121,7 @@ FakeCompositor::FakeCompositor(Speaks speaks) : state_(std::make_unique<State>()
                                  client, &::ext_idle_notifier_v1_interface, static_cast<int>(version), id);
                              wl_resource_set_implementation(manager, &ext, state, nullptr);
                          });
-    wl_event_loop_add_fd(
+    state_->woken = wl_event_loop_add_fd(
         wl_display_get_event_loop(state_->display), state_->wake, WL_EVENT_READABLE,
         [](int, std::uint32_t, void* state) {
             static_cast<State*>(state)->doWork();
@@ -134,6 +135,7 @@ FakeCompositor::~FakeCompositor() {
     perform([this] { wl_display_terminate(state_->display); });
     state_->thread.join();
     wl_display_destroy_clients(state_->display);
+    wl_event_source_remove(state_->woken);
     wl_display_destroy(state_->display);
     close(state_->wake);
     std::filesystem::remove_all(state_->folder);
