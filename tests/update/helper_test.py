@@ -230,9 +230,11 @@ class Transport(UpdateTest):
         self.publish(self.release())
         self.refused("insecure", self.check(certificates=Authority(folder).certificate))
         self.refused("insecure", self.check(certificates=folder / "missing"))
-        # The certificate is for the server's name.
-        self.refused("insecure", self.check(feed_url=self.server.base.replace("localhost", "127.0.0.1") + "/feed.xml"))
-        self.assertEqual(self.server.requests, [])
+        # The certificate is for the address of the other.
+        elsewhere = Server(self.authority, host="127.0.0.2")
+        self.addCleanup(elsewhere.stop)
+        self.refused("insecure", self.check(feed_url=elsewhere.base + "/feed.xml"))
+        self.assertEqual(self.server.requests + elsewhere.requests, [])
 
     def test_what_is_not_there_is_told(self):
         self.refused("answer", self.check(feed_url=self.server.base + "/missing.xml"))

@@ -44,9 +44,9 @@ class Authority:
         openssl("req", "-x509", "-newkey", "rsa:2048", "-nodes", "-keyout", key, "-out", self.certificate,
                 "-days", "2", "-subj", "/CN=Test authority")
         openssl("req", "-newkey", "rsa:2048", "-nodes", "-keyout", folder / "server.key", "-out", request,
-                "-subj", "/CN=localhost")
+                "-subj", "/CN=Test server")
         names = folder / "names"
-        names.write_text("subjectAltName=DNS:localhost\n")
+        names.write_text("subjectAltName=IP:127.0.0.1\n")
         openssl("x509", "-req", "-in", request, "-CA", self.certificate, "-CAkey", key, "-CAcreateserial",
                 "-days", "2", "-extfile", names, "-out", self.server)
         self.server.write_text(self.server.read_text() + (folder / "server.key").read_text())
@@ -55,7 +55,7 @@ class Authority:
 class Server:
     """Answers each path as it is told: bytes, or a function of the request."""
 
-    def __init__(self, authority=None):
+    def __init__(self, authority=None, host="127.0.0.1"):
         self.paths, self.requests, self.ending = {}, [], threading.Event()
         outer = self
 
@@ -94,8 +94,8 @@ class Server:
         if authority:
             context = ssl.SSLContext(ssl.PROTOCOL_TLS_SERVER)
             context.load_cert_chain(authority.server)
-        self.http = Quiet(("127.0.0.1", 0), Handler)
-        self.base = f"{'https' if authority else 'http'}://localhost:{self.http.server_port}"
+        self.http = Quiet((host, 0), Handler)
+        self.base = f"{'https' if authority else 'http'}://{host}:{self.http.server_port}"
         threading.Thread(target=self.http.serve_forever, daemon=True).start()
 
     def stop(self):
