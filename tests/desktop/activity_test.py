@@ -81,18 +81,8 @@ class Activity(DesktopTest):
     def test_a_mouse_of_many_events_a_second_wakes_the_program_once_or_twice(self):
         program = self.start(speed=1)
         self.settle(1)
-
-        def sleeps():
-            with open(f"/proc/{program.process.pid}/status", encoding="ascii") as status:
-                return next(int(line.split()[1]) for line in status if line.startswith("voluntary"))
-
-        def in_seconds(seconds, act):
-            before = sleeps()
-            act(seconds)
-            return (sleeps() - before) / seconds
-
-        rest = in_seconds(4, self.settle)
-        moving = in_seconds(4, lambda seconds: self.screen.push_for(seconds, 1000))
+        rest = self.sleeps_a_second(program, self.settle)
+        moving = self.sleeps_a_second(program, lambda seconds: self.screen.push_for(seconds, 1000))
         # The tick and what it sends; a look at the pointer is a question to the X server and its answer.
         self.assertLess(moving - rest, 5)
 

@@ -66,6 +66,17 @@ class DesktopTest(unittest.TestCase):
             picture = error
         print(f"--- picture: {picture}; what the program said:", *program.lines()[-40:], sep="\n", file=sys.stderr)
 
+    @staticmethod
+    def sleeps_a_second(program, act, seconds=4):
+        """How often the program went to sleep in each of the seconds that `act` lasts."""
+        def sleeps():
+            with open(f"/proc/{program.process.pid}/status", encoding="ascii") as status:
+                return next(int(line.split()[1]) for line in status if line.startswith("voluntary"))
+
+        before = sleeps()
+        act(seconds)
+        return (sleeps() - before) / seconds
+
     def mock(self, template, *, system=False):
         """Puts one of the test doubles that come with python3-dbusmock on a bus; gives what calls its methods."""
         name, path = {"logind": ("org.freedesktop.login1", "/org/freedesktop/login1"),

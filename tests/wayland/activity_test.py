@@ -97,18 +97,8 @@ class Activity(ActivityTest):
     def test_it_sleeps_between_its_seconds(self):
         program = self.start(speed=1)
         self.settle(2)
-
-        def sleeps():
-            with open(f"/proc/{program.process.pid}/status", encoding="ascii") as status:
-                return next(int(line.split()[1]) for line in status if line.startswith("voluntary"))
-
-        def in_seconds(seconds, act):
-            before = sleeps()
-            act(seconds)
-            return (sleeps() - before) / seconds
-
-        rest = in_seconds(4, self.settle)
-        moving = in_seconds(4, lambda seconds: self.keep_moving(seconds).join())
+        rest = self.sleeps_a_second(program, self.settle)
+        moving = self.sleeps_a_second(program, lambda seconds: self.keep_moving(seconds).join())
         self.assertLess(moving - rest, 3)
 
 
