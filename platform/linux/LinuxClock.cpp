@@ -1,6 +1,6 @@
 #include "platform/linux/LinuxClock.h"
 
-#include "platform/posix/LocalTime.h"
+#include "platform/linux/Monotonic.h"
 
 #include <clocale>
 #include <cstdint>
@@ -12,14 +12,7 @@ namespace kelpa {
 
 namespace {
 
-constexpr double nanosecond = 1e-9;
 constexpr int daysAWeek = 7;
-
-double secondsOn(clockid_t clock) {
-    timespec now{};
-    clock_gettime(clock, &now);
-    return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) * nanosecond;
-}
 
 /// The day that a locale counts its weekdays from is written as a date in digits, 19971130 being a Sunday.
 int weekdayOfDigits(std::int32_t digits) {
@@ -53,25 +46,7 @@ std::optional<WeekRule> weekRuleOf(locale_t locale) {
 
 } // namespace
 
-LinuxClock::LinuxClock(double speed) : speed_(speed), start_(secondsOn(CLOCK_MONOTONIC)) {}
-
-Date LinuxClock::now() const {
-    // What the speed adds is counted on the clock of the timers, so that both run ahead together.
-    const double ahead = speed_ == 1.0 ? 0 : (secondsOn(CLOCK_MONOTONIC) - start_) * (speed_ - 1);
-    return {secondsOn(CLOCK_REALTIME) + ahead};
-}
-
-CivilTime LinuxClock::civil(Date date) const {
-    return localCivilTime(date);
-}
-
-std::optional<Date> LinuxClock::date(const CivilTime& civil) const {
-    return localDate(civil);
-}
-
-int LinuxClock::utcOffset(Date date) const {
-    return localUtcOffset(date);
-}
+LinuxClock::LinuxClock(double speed) : LocalClock(speed, monotonicSeconds) {}
 
 std::optional<WeekRule> LinuxClock::weekRule() const {
     const locale_t locale = newlocale(LC_TIME_MASK, "", nullptr);

@@ -1,26 +1,14 @@
 #pragma once
 
-#include "platform/ports/Clock.h"
+#include "platform/posix/LocalClock.h"
 
 namespace kelpa {
 
-/// The system's clock and time zone. A zone that is changed while the program runs is seen at the next
-/// question.
-class LinuxClock final : public Clock {
+/// The local clock, and the week of the user's locale.
+class LinuxClock final : public LocalClock {
   public:
-    /// With a `speed` other than 1 the time runs ahead of the system's, which it left when the clock was
-    /// made.
     explicit LinuxClock(double speed = 1.0);
-
-    [[nodiscard]] Date now() const override;
-    [[nodiscard]] CivilTime civil(Date date) const override;
-    [[nodiscard]] std::optional<Date> date(const CivilTime& civil) const override;
-    [[nodiscard]] int utcOffset(Date date) const override;
     [[nodiscard]] std::optional<WeekRule> weekRule() const override;
-
-  private:
-    double speed_;
-    double start_;
 };
 
 } // namespace kelpa

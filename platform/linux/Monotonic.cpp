@@ -21,6 +21,10 @@ TimerQueue::Time monotonicMicroseconds() {
            static_cast<TimerQueue::Time>(now.tv_nsec) / 1000U;
 }
 
+double monotonicSeconds() {
+    return static_cast<double>(monotonicMicroseconds()) / microseconds;
+}
+
 TimerQueue::Time microsecondsOf(double seconds) {
     if (!(seconds > 0))
         return 0;
