@@ -8,6 +8,8 @@ class WindowContent {
     virtual ~WindowContent() = default;
     virtual void appeared() {}
     virtual void disappeared() {}
+    /// The window was asked to show, also where it had not yet gone.
+    virtual void shown() {}
 };
 
 } // namespace kelpa

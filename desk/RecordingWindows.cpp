@@ -41,6 +41,7 @@ class RecordingWaterPanel final : public WaterPanelFace {
         state_->counting = counting;
     }
     void setSelectedAmount(std::int64_t millilitres) override { state_->selected = millilitres; }
+    void offerAnswers() override { ++state_->offers; }
 
   private:
     Journal& journal_;

@@ -66,6 +66,7 @@ struct RecordedWaterPanel {
     WaterProgress progress;
     WaterCounting counting;
     std::int64_t selected = 0;
+    int offers = 0; ///< how often answers were offered; the desk presses as it is told all the same
 };
 
 class RecordingWindow final : public NativeWindow {

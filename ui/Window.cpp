@@ -15,8 +15,11 @@ void Window::show() {
     native_->setAlpha(0.0);
     native_->fadeTo(1.0, fadeSeconds, {});
     native_->orderFrontRegardless();
-    if (hidden && content_)
+    if (!content_)
+        return;
+    if (hidden)
         content_->appeared();
+    content_->shown();
 }
 
 void Window::close() {

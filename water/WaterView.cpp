@@ -53,6 +53,10 @@ void WaterView::disappeared() {
     remainSeconds_ = 0;
 }
 
+void WaterView::shown() {
+    face_->offerAnswers();
+}
+
 void WaterView::observeSettings() {
     const auto progress = [this](const auto&) { showProgress(); };
     const auto planned = [this](const auto&) { updateTimer(); };

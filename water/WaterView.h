@@ -35,6 +35,7 @@ class WaterView final : public WindowContent, private WaterPanelClient {
 
     void appeared() override;
     void disappeared() override;
+    void shown() override;
 
   private:
     void amountTapped(std::int64_t millilitres) override;

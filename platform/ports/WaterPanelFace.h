@@ -56,6 +56,10 @@ class WaterPanelFace {
     virtual void setProgress(const WaterProgress& progress) = 0;
     virtual void setCounting(const WaterCounting& counting) = 0; ///< once a second
     virtual void setSelectedAmount(std::int64_t millilitres) = 0;
+    /// Offers Skip and Done for one answer: once one of them was pressed, both do nothing until they are
+    /// offered again. The face sees to that itself, because a second click may come before the core has heard
+    /// of the first.
+    virtual void offerAnswers() = 0;
 };
 
 } // namespace kelpa

@@ -239,6 +239,18 @@ TEST(WaterPanel, SkipAddsNothingAndStartsTheIntervalAnew) {
                      "10.000 set pref.water.lastShowDate real 1795428010.0", "10.000 water armed 900"}));
 }
 
+TEST(WaterPanel, OffersAnAnswerWheneverItIsShownAlsoOnItsWayOut) {
+    Play play;
+    play(at("10:00:00", 9 * hour + 50 * 60) + "launch\n+300\n");
+    const auto* panel = play.desk.windows.waterPanel();
+    ASSERT_NE(panel, nullptr);
+    EXPECT_EQ(panel->offers, 1);
+    play("water skip\n+1\n");
+    EXPECT_EQ(panel->offers, 1);
+    WindowController::showWaterView();
+    EXPECT_EQ(panel->offers, 2);
+}
+
 TEST(WaterPanel, CountsOnlyWhileItShowsAndStopsWhenTheDrinkIsDue) {
     Play play({"title", "log", "item", "app", "set"});
     play(at("10:00:00", 9 * hour + 46 * 60) + "launch\nmenu water\n");

@@ -33,7 +33,6 @@ void WaterWindow::setPlace(const QRect& place, const QString& connector) {
 
 void WaterWindow::appeared() {
     focused_.invalidate();
-    content().setProperty("answered", false);
     // No button is the one that Enter would press; Escape goes to the panel itself.
     content().forceActiveFocus();
 }

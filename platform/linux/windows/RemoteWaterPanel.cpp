@@ -70,4 +70,8 @@ void RemoteWaterPanel::setSelectedAmount(std::int64_t millilitres) {
     record_->setProperty(view::selectedAmount, std::to_string(millilitres));
 }
 
+void RemoteWaterPanel::offerAnswers() {
+    record_->assertProperty(view::answered, "0");
+}
+
 } // namespace kelpa

@@ -19,6 +19,7 @@ class RemoteWaterPanel final : public WaterPanelFace {
     void setProgress(const WaterProgress& progress) override;
     void setCounting(const WaterCounting& counting) override;
     void setSelectedAmount(std::int64_t millilitres) override;
+    void offerAnswers() override;
 
   private:
     std::shared_ptr<WindowRecord> record_;

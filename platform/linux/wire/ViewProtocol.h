@@ -68,6 +68,8 @@ inline constexpr std::string_view tip = "tip";
 /// Empty when nothing is counted down.
 inline constexpr std::string_view remaining = "remaining";
 inline constexpr std::string_view selectedAmount = "selectedAmount";
+/// 0 offers the answers; the view itself sets it to 1 with the first one, and lets no other through.
+inline constexpr std::string_view answered = "answered";
 /// With the millilitres as its value.
 inline constexpr std::string_view amountAction = "amount";
 inline constexpr std::string_view doneAction = "done";

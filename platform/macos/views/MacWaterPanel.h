@@ -13,6 +13,7 @@
 - (void)setProgress:(const kelpa::WaterProgress&)progress;
 - (void)setCounting:(const kelpa::WaterCounting&)counting;
 - (void)setSelectedAmount:(std::int64_t)millilitres;
+- (void)offerAnswers;
 @end
 
 namespace kelpa {
@@ -29,6 +30,7 @@ class MacWaterPanel final : public WaterPanelFace {
     void setProgress(const WaterProgress& progress) override;
     void setCounting(const WaterCounting& counting) override;
     void setSelectedAmount(std::int64_t millilitres) override;
+    void offerAnswers() override;
 
   private:
     KelpaWaterView* view_;

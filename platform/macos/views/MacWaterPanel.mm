@@ -92,7 +92,7 @@ NSBox* makeDivider() {
                                             textColor:[NSColor systemRedColor]
                                               padding:answerPadding
                                                action:^{
-                                                 [weakSelf setAnswered:YES];
+                                                 [weakSelf enableAnswers:NO];
                                                  kelpa::callCore([=] { client->skipPressed(); });
                                                }];
     _done = [[KelpaCapsuleButton alloc] initWithColor:[NSColor systemBlueColor]
@@ -100,7 +100,7 @@ NSBox* makeDivider() {
                                             textColor:[NSColor whiteColor]
                                               padding:answerPadding
                                                action:^{
-                                                 [weakSelf setAnswered:YES];
+                                                 [weakSelf enableAnswers:NO];
                                                  kelpa::callCore([=] { client->donePressed(); });
                                                }];
     [_skip castShadow:answerShadow];
@@ -182,14 +182,16 @@ NSBox* makeDivider() {
     [_amounts choose:millilitres];
 }
 
-/// An answer counts once: until the panel is shown again, a second click does nothing.
-- (void)setAnswered:(BOOL)answered {
-    [_skip setEnabled:!answered];
-    [_done setEnabled:!answered];
+- (void)offerAnswers {
+    [self enableAnswers:YES];
+}
+
+- (void)enableAnswers:(BOOL)enabled {
+    [_skip setEnabled:enabled];
+    [_done setEnabled:enabled];
 }
 
 - (void)windowWillShow {
-    [self setAnswered:NO];
     // No button is the one that a key would press.
     [[self window] makeFirstResponder:nil];
 }
@@ -221,6 +223,10 @@ void MacWaterPanel::setCounting(const WaterCounting& counting) {
 
 void MacWaterPanel::setSelectedAmount(std::int64_t millilitres) {
     [view_ setSelectedAmount:millilitres];
+}
+
+void MacWaterPanel::offerAnswers() {
+    [view_ offerAnswers];
 }
 
 } // namespace kelpa

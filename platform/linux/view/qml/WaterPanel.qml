@@ -22,8 +22,8 @@ Rectangle {
     property string selectedAmount
     /// How much of the content is seen, where the window itself cannot be faded.
     property real reveal: 1
-    /// An answer counts once: until the panel is shown again, a second click does nothing.
-    property bool answered: false
+    /// The answers are offered for one of them; a second click does nothing.
+    property bool answered: true
     signal action(string name, string value)
 
     function answer(name) {
