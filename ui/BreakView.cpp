@@ -16,7 +16,7 @@ std::string shownPrompt(const std::string& prompt) {
 
 BreakScreenTexts texts() {
     return {localized("New Feature:"), localized("Water Reminder"),
-            localized("You can enable it in the preference panel."), localized("Skip")};
+            localized("You can enable it in the preference panel."), localized("Skip"), "chevron.forward"};
 }
 
 } // namespace

@@ -39,12 +39,15 @@ PreferencesLayout PreferencesView::layout() const {
     layout.minimumHeight = minimumHeight;
     for (const auto& pane : panes_)
         layout.panes.push_back(pane->layout());
-    layout.promptTexts = {localized("Add"), localized("Edit"), localized("Cancel"), localized("Delete"),
-                          localized("Reset to the built-in prompts")};
-    layout.addTimePoint = localized("Add a time");
-    layout.removeTimePoint = localized("Remove this time");
-    layout.decrease = localized("Decrease");
-    layout.increase = localized("Increase");
+    layout.prompts = {{"plus", localized("Add")},
+                      {"square.and.pencil", localized("Edit")},
+                      localized("Cancel"),
+                      {"trash.fill", localized("Delete")},
+                      {"gobackward", localized("Reset to the built-in prompts")}};
+    layout.addTimePoint = {"plus", localized("Add a time")};
+    layout.removeTimePoint = {"xmark.circle.fill", localized("Remove this time")};
+    layout.decrease = {"minus", localized("Decrease")};
+    layout.increase = {"plus", localized("Increase")};
     return layout;
 }
 

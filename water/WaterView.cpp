@@ -15,7 +15,7 @@ constexpr double doneSeconds = 0.5;
 
 WaterPanelTexts texts() {
     return {localized("Finished/ml"), localized("%"),    localized("Remain/ml"), localized("Well Done!"),
-            localized("Skip"),        localized("Done"), localized("Close")};
+            localized("Skip"),        localized("Done"), localized("Close"),     "cup.and.saucer.fill"};
 }
 
 std::vector<WaterAmount> offered(const std::vector<std::int64_t>& amounts) {

@@ -10,6 +10,7 @@ struct BreakScreenTexts {
     std::string waterReminder; ///< the notice's link
     std::string hint;          ///< below the link
     std::string skip;          ///< on the button
+    std::string linkSymbol;    ///< a symbol's name; it stands behind the link
 };
 
 /// What a person does on the break screen; the core implements it.

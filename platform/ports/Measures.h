@@ -7,6 +7,11 @@ namespace kelpa::measures {
 /// Beside and around what stands alone, and between columns.
 inline constexpr int padding = 16;
 
+// Shadows are soft and of one kind; they differ in opacity.
+inline constexpr int shadowRadius = 3;
+inline constexpr double selectionShadow = 0.5; ///< of what lies raised among others
+inline constexpr double answerShadow = 0.2;
+
 // The break screen
 inline constexpr int promptSize = 40;
 inline constexpr int countSize = 100;
@@ -17,6 +22,10 @@ inline constexpr int slimCapsulePadding = 5;
 
 // The water panel
 inline constexpr int captionSize = 10;
+/// A figure that has no room becomes smaller, to this part of its size at most.
+inline constexpr double figureShrink = 0.8;
+/// Of the letters that what rides on the bar is as large as.
+inline constexpr int cupSize = 15;
 inline constexpr double remainingOpacity = 0.8;
 inline constexpr int barHeight = 24; ///< with what rides on it
 inline constexpr int trackHeight = 8;

@@ -22,14 +22,19 @@ enum class PreferencesControlKind {
     Prompts,     ///< a scrolling list of texts to add to, edit in place, delete from and reset
 };
 
-/// The fixed texts of a list of prompts, ready to show. What only a symbol shows is named here for those who
-/// do not see it.
-struct PromptListTexts {
-    std::string add;
-    std::string edit;
-    std::string cancel;
-    std::string remove;
-    std::string reset;
+/// A button that shows only a symbol, and its name for those who do not see it.
+struct SymbolButton {
+    std::string symbol;
+    std::string name;
+};
+
+/// The buttons of a list of prompts.
+struct PromptListButtons {
+    SymbolButton add;
+    SymbolButton edit;
+    std::string cancel; ///< in words: gives up what is being edited
+    SymbolButton remove;
+    SymbolButton reset;
 };
 
 struct PreferencesControl {
@@ -75,11 +80,11 @@ struct PreferencesLayout {
     int minimumWidth = 0; ///< points, of the content
     int minimumHeight = 0;
     std::vector<PreferencesPane> panes;
-    PromptListTexts promptTexts;
-    std::string addTimePoint;    ///< names the tile that adds a time
-    std::string removeTimePoint; ///< names the button on a tile
-    std::string decrease;        ///< names minus and the stepper's lower half
-    std::string increase;
+    PromptListButtons prompts;
+    SymbolButton addTimePoint;    ///< the tile that adds a time
+    SymbolButton removeTimePoint; ///< on each tile
+    SymbolButton decrease;        ///< also names a stepper's lower half
+    SymbolButton increase;
 };
 
 struct PreferencesChoice {

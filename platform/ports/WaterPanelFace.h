@@ -15,6 +15,7 @@ struct WaterPanelTexts {
     std::string skip;
     std::string done;
     std::string close; ///< says what the window's close button does, to those who cannot see it
+    std::string cup;   ///< the name of the symbol that rides on the bar
 };
 
 /// An amount that the panel offers.

@@ -92,11 +92,15 @@ PreferencesLayout layout() {
             480,
             400,
             {general(), workflow(), style(), water(), about()},
-            {"Add", "Edit", "Cancel", "Delete", "Reset"},
-            "Add a time",
-            "Remove",
-            "Less",
-            "More"};
+            {{"plus", "Add"},
+             {"square.and.pencil", "Edit"},
+             "Cancel",
+             {"trash.fill", "Delete"},
+             {"gobackward", "Reset"}},
+            {"plus", "Add a time"},
+            {"xmark.circle.fill", "Remove"},
+            {"minus", "Less"},
+            {"plus", "More"}};
 }
 
 } // namespace

@@ -161,10 +161,11 @@ class Driver final : public WindowSystemClient {
                                                 WindowStyle::FullSizeContent, screen.number});
             found.face = found.window->hostBreakScreen(client_);
             const bool chinese = std::getenv("DRIVER_CHINESE") != nullptr;
-            found.face->setTexts(
-                chinese ? BreakScreenTexts{"新功能：", "喝水提醒", "可以在设置中开启。", "跳过"}
-                        : BreakScreenTexts{"New Feature:", "Water Reminder",
-                                           "You can enable it in the preference panel.", "Skip"});
+            found.face->setTexts(chinese ? BreakScreenTexts{"新功能：", "喝水提醒", "可以在设置中开启。",
+                                                            "跳过", "chevron.forward"}
+                                         : BreakScreenTexts{"New Feature:", "Water Reminder",
+                                                            "You can enable it in the preference panel.",
+                                                            "Skip", "chevron.forward"});
             tell(*found.face);
         }
         return found;

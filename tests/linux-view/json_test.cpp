@@ -40,17 +40,19 @@ TEST(PreferencesJson, WritesTheWholeLayout) {
     PreferencesLayout layout;
     layout.minimumWidth = 480;
     layout.minimumHeight = 400;
-    layout.decrease = "Less";
-    layout.promptTexts.add = "Add";
+    layout.decrease = {"minus", "Less"};
+    layout.prompts.add = {"plus", "Add"};
     PreferencesRow row{"Every", {"work", PreferencesControlKind::Number, "Work", "mins"}};
     layout.panes = {
         {"Workflow", "tray.circle", {{"Short", {row}}}, {}},
         {"About", "info.circle", {}, AboutContent{"icon", "g", "f", "Kelpa", "v1", "c", "l", "a"}}};
     EXPECT_EQ(
         layoutJson(layout),
-        R"({"minimumWidth":480,"minimumHeight":400,"texts":{"addPrompt":"Add","editPrompt":"","cancelPrompt":"",)"
-        R"("removePrompt":"","resetPrompts":"","addTimePoint":"","removeTimePoint":"","decrease":"Less",)"
-        R"("increase":""},"panes":[{"label":"Workflow","symbol":"tray.circle","sections":[{"title":"Short",)"
+        R"({"minimumWidth":480,"minimumHeight":400,"buttons":{"addPrompt":{"symbol":"plus","name":"Add"},)"
+        R"("editPrompt":{"symbol":"","name":""},"cancelPrompt":"","removePrompt":{"symbol":"","name":""},)"
+        R"("resetPrompts":{"symbol":"","name":""},"addTimePoint":{"symbol":"","name":""},)"
+        R"("removeTimePoint":{"symbol":"","name":""},"decrease":{"symbol":"minus","name":"Less"},)"
+        R"("increase":{"symbol":"","name":""}},"panes":[{"label":"Workflow","symbol":"tray.circle","sections":[{"title":"Short",)"
         R"("rows":[{"caption":"Every","id":"work","kind":"number","label":"Work","unit":"mins"}]}]},)"
         R"({"label":"About","symbol":"info.circle","sections":[],"about":{"icon":"icon","glyph":"g",)"
         R"("glyphFont":"f","name":"Kelpa","version":"v1","copyright":"c","link":"l","linkAddress":"a"}}]})");

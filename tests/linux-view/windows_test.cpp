@@ -94,7 +94,7 @@ TEST_F(RemoteWindows, NeedNoViewUntilSomethingIsShown) {
 TEST_F(RemoteWindows, TellTheViewEverythingOnce) {
     open();
     make(desktop_.screens()[1]);
-    face_->setTexts({"new", "water", "hint", "skip it"});
+    face_->setTexts({"new", "water", "hint", "skip it", "forward"});
     face_->setPrompt("two\nlines");
     face_->setCount("05:00");
     face_->setSkipOffered(true);
@@ -110,6 +110,7 @@ TEST_F(RemoteWindows, TellTheViewEverythingOnce) {
                                          "set 1 waterReminderText water",
                                          "set 1 hintText hint",
                                          "set 1 skipText skip it",
+                                         "set 1 linkSymbol forward",
                                          "set 1 prompt two\\nlines",
                                          "set 1 count 05:00",
                                          "set 1 skipOffered 1"};

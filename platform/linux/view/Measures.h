@@ -11,12 +11,17 @@ namespace kelpa {
 class Measures : public QObject {
     Q_OBJECT
     Q_PROPERTY(int padding MEMBER padding_ CONSTANT FINAL)
+    Q_PROPERTY(int shadowRadius MEMBER shadowRadius_ CONSTANT FINAL)
+    Q_PROPERTY(double selectionShadow MEMBER selectionShadow_ CONSTANT FINAL)
+    Q_PROPERTY(double answerShadow MEMBER answerShadow_ CONSTANT FINAL)
     Q_PROPERTY(int promptSize MEMBER promptSize_ CONSTANT FINAL)
     Q_PROPERTY(int countSize MEMBER countSize_ CONSTANT FINAL)
     Q_PROPERTY(int belowPrompt MEMBER belowPrompt_ CONSTANT FINAL)
     Q_PROPERTY(int capsulePadding MEMBER capsulePadding_ CONSTANT FINAL)
     Q_PROPERTY(int slimCapsulePadding MEMBER slimCapsulePadding_ CONSTANT FINAL)
     Q_PROPERTY(int captionSize MEMBER captionSize_ CONSTANT FINAL)
+    Q_PROPERTY(double figureShrink MEMBER figureShrink_ CONSTANT FINAL)
+    Q_PROPERTY(int cupSize MEMBER cupSize_ CONSTANT FINAL)
     Q_PROPERTY(double remainingOpacity MEMBER remainingOpacity_ CONSTANT FINAL)
     Q_PROPERTY(int barHeight MEMBER barHeight_ CONSTANT FINAL)
     Q_PROPERTY(int trackHeight MEMBER trackHeight_ CONSTANT FINAL)
@@ -35,12 +40,17 @@ class Measures : public QObject {
     static constexpr int milliseconds(double seconds) { return static_cast<int>(seconds * 1000); }
 
     int padding_ = measures::padding;
+    int shadowRadius_ = measures::shadowRadius;
+    double selectionShadow_ = measures::selectionShadow;
+    double answerShadow_ = measures::answerShadow;
     int promptSize_ = measures::promptSize;
     int countSize_ = measures::countSize;
     int belowPrompt_ = measures::belowPrompt;
     int capsulePadding_ = measures::capsulePadding;
     int slimCapsulePadding_ = measures::slimCapsulePadding;
     int captionSize_ = measures::captionSize;
+    double figureShrink_ = measures::figureShrink;
+    int cupSize_ = measures::cupSize;
     double remainingOpacity_ = measures::remainingOpacity;
     int barHeight_ = measures::barHeight;
     int trackHeight_ = measures::trackHeight;

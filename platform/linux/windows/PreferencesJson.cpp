@@ -66,14 +66,23 @@ void write(JsonWriter& json, const PreferencesPane& pane) {
     json.endObject();
 }
 
-void writeTexts(JsonWriter& json, const PreferencesLayout& layout) {
-    const PromptListTexts& prompts = layout.promptTexts;
-    json.key("texts").beginObject();
-    json.member("addPrompt", prompts.add).member("editPrompt", prompts.edit);
-    json.member("cancelPrompt", prompts.cancel).member("removePrompt", prompts.remove);
-    json.member("resetPrompts", prompts.reset).member("addTimePoint", layout.addTimePoint);
-    json.member("removeTimePoint", layout.removeTimePoint).member("decrease", layout.decrease);
-    json.member("increase", layout.increase).endObject();
+void write(JsonWriter& json, std::string_view key, const SymbolButton& button) {
+    json.key(key).beginObject();
+    json.member("symbol", button.symbol).member("name", button.name).endObject();
+}
+
+void writeButtons(JsonWriter& json, const PreferencesLayout& layout) {
+    json.key("buttons").beginObject();
+    write(json, "addPrompt", layout.prompts.add);
+    write(json, "editPrompt", layout.prompts.edit);
+    json.member("cancelPrompt", layout.prompts.cancel);
+    write(json, "removePrompt", layout.prompts.remove);
+    write(json, "resetPrompts", layout.prompts.reset);
+    write(json, "addTimePoint", layout.addTimePoint);
+    write(json, "removeTimePoint", layout.removeTimePoint);
+    write(json, "decrease", layout.decrease);
+    write(json, "increase", layout.increase);
+    json.endObject();
 }
 
 } // namespace
@@ -82,7 +91,7 @@ std::string layoutJson(const PreferencesLayout& layout) {
     JsonWriter json;
     json.beginObject().key("minimumWidth").number(layout.minimumWidth);
     json.key("minimumHeight").number(layout.minimumHeight);
-    writeTexts(json, layout);
+    writeButtons(json, layout);
     json.key("panes").beginArray();
     for (const PreferencesPane& pane : layout.panes)
         write(json, pane);

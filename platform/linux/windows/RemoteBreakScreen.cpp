@@ -25,6 +25,7 @@ void RemoteBreakScreen::setTexts(const BreakScreenTexts& texts) {
     record_->setProperty(view::waterReminderText, texts.waterReminder);
     record_->setProperty(view::hintText, texts.hint);
     record_->setProperty(view::skipText, texts.skip);
+    record_->setProperty(view::linkSymbol, texts.linkSymbol);
 }
 
 void RemoteBreakScreen::setPrompt(const std::string& prompt) {

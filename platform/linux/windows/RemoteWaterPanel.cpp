@@ -48,6 +48,7 @@ void RemoteWaterPanel::setTexts(const WaterPanelTexts& texts, const std::vector<
     record_->setProperty(view::skipText, texts.skip);
     record_->setProperty(view::doneText, texts.done);
     record_->setProperty(view::closeText, texts.close);
+    record_->setProperty(view::cup, texts.cup);
     std::string lines;
     for (const WaterAmount& amount : amounts)
         lines += (lines.empty() ? "" : "\n") + std::to_string(amount.millilitres) + "\n" + amount.text;

@@ -44,6 +44,8 @@ inline constexpr std::string_view newFeatureText = "newFeatureText";
 inline constexpr std::string_view waterReminderText = "waterReminderText";
 inline constexpr std::string_view hintText = "hintText";
 inline constexpr std::string_view skipText = "skipText";
+/// Symbols are known by the names of their drawings.
+inline constexpr std::string_view linkSymbol = "linkSymbol";
 inline constexpr std::string_view prompt = "prompt";
 inline constexpr std::string_view count = "count";
 inline constexpr std::string_view skipOffered = "skipOffered";
@@ -57,6 +59,7 @@ inline constexpr std::string_view remainText = "remainText";
 inline constexpr std::string_view wellDoneText = "wellDoneText";
 inline constexpr std::string_view doneText = "doneText";
 inline constexpr std::string_view closeText = "closeText";
+inline constexpr std::string_view cup = "cup";
 /// Pairs of lines: millilitres, and the text that offers them.
 inline constexpr std::string_view amounts = "amounts";
 inline constexpr std::string_view finished = "finished";

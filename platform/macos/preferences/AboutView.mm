@@ -35,7 +35,6 @@ NSView* makeLink(const kelpa::AboutContent& content) {
     NSURL* address = [NSURL URLWithString:kelpa::toNSString(content.linkAddress)];
     KelpaLinkButton* link =
         [[KelpaLinkButton alloc] initWithFont:[NSFont systemFontOfSize:0]
-                                       symbol:nil
                                        action:^{
                                          if (address)
                                              [[NSWorkspace sharedWorkspace] openURL:address];

@@ -108,14 +108,14 @@ constexpr CGFloat numberWidth = 64;
     NSTextField* field = [self makeField:control width:numberWidth];
     [field setAlignment:NSTextAlignmentCenter];
     return @[
-        [self buttonWithSymbol:@"minus" name:layout.decrease action:@selector(minusClicked:)], field,
-        [self buttonWithSymbol:@"plus" name:layout.increase action:@selector(plusClicked:)]
+        [self makeButton:layout.decrease action:@selector(minusClicked:)], field,
+        [self makeButton:layout.increase action:@selector(plusClicked:)]
     ];
 }
 
-- (NSButton*)buttonWithSymbol:(NSString*)symbol name:(const std::string&)name action:(SEL)action {
-    NSImage* image = [NSImage imageWithSystemSymbolName:symbol
-                               accessibilityDescription:kelpa::toNSString(name)];
+- (NSButton*)makeButton:(const kelpa::SymbolButton&)button action:(SEL)action {
+    NSImage* image = [NSImage imageWithSystemSymbolName:kelpa::toNSString(button.symbol)
+                               accessibilityDescription:kelpa::toNSString(button.name)];
     return [NSButton buttonWithImage:image target:self action:action];
 }
 

@@ -25,14 +25,14 @@ NSString* const columnName = @"prompt";
 
 - (NSArray<NSView*>*)makeViews:(const kelpa::PreferencesControl&)control
                         layout:(const kelpa::PreferencesLayout&)layout {
-    const kelpa::PromptListTexts& texts = layout.promptTexts;
+    const kelpa::PromptListButtons& buttons = layout.prompts;
     _prompts = @[];
     _editedRow = -1;
-    _editName = kelpa::toNSString(texts.edit);
-    _cancelName = kelpa::toNSString(texts.cancel);
+    _editName = kelpa::toNSString(buttons.edit.name);
+    _cancelName = kelpa::toNSString(buttons.cancel);
     NSStackView* column = [NSStackView stackViewWithViews:@[
-        [self makeList:kelpa::toNSString(control.label)], [self makeAddRow:kelpa::toNSString(texts.add)],
-        [self makeButtons:texts]
+        [self makeList:kelpa::toNSString(control.label)], [self makeAddRow:buttons.add],
+        [self makeButtons:buttons]
     ]];
     [column setOrientation:NSUserInterfaceLayoutOrientationVertical];
     [column setAlignment:NSLayoutAttributeLeading];
@@ -60,32 +60,33 @@ NSString* const columnName = @"prompt";
     return scroll;
 }
 
-- (NSStackView*)makeAddRow:(NSString*)name {
+- (NSStackView*)makeAddRow:(const kelpa::SymbolButton&)add {
     _newPrompt = [NSTextField textFieldWithString:@""];
     [_newPrompt setTarget:self];
     [_newPrompt setAction:@selector(addClicked:)];
-    [_newPrompt setAccessibilityLabel:name];
+    [_newPrompt setAccessibilityLabel:kelpa::toNSString(add.name)];
     // Only Enter adds: a field that is merely left keeps what was typed.
     [[_newPrompt cell] setSendsActionOnEndEditing:NO];
-    NSButton* plus = [self button:@"plus" name:name action:@selector(addClicked:)];
+    NSButton* plus = [self makeButton:add action:@selector(addClicked:)];
     [[[_newPrompt widthAnchor] constraintEqualToConstant:listWidth - listHeight / 3] setActive:YES];
     return [NSStackView stackViewWithViews:@[ _newPrompt, plus ]];
 }
 
-- (NSStackView*)makeButtons:(const kelpa::PromptListTexts&)texts {
-    _edit = [self button:@"square.and.pencil" name:_editName action:@selector(editClicked:)];
+- (NSStackView*)makeButtons:(const kelpa::PromptListButtons&)buttons {
+    _edit = [self makeButton:buttons.edit action:@selector(editClicked:)];
     return [NSStackView stackViewWithViews:@[
-        _edit,
-        [self button:@"trash.fill" name:kelpa::toNSString(texts.remove) action:@selector(deleteClicked:)],
-        [self button:@"gobackward" name:kelpa::toNSString(texts.reset) action:@selector(resetClicked:)]
+        _edit, [self makeButton:buttons.remove action:@selector(deleteClicked:)],
+        [self makeButton:buttons.reset action:@selector(resetClicked:)]
     ]];
 }
 
-- (NSButton*)button:(NSString*)symbol name:(NSString*)name action:(SEL)action {
-    NSImage* image = [NSImage imageWithSystemSymbolName:symbol accessibilityDescription:name];
-    NSButton* button = [NSButton buttonWithImage:image target:self action:action];
-    [button setToolTip:name];
-    return button;
+- (NSButton*)makeButton:(const kelpa::SymbolButton&)button action:(SEL)action {
+    NSString* name = kelpa::toNSString(button.name);
+    NSImage* image = [NSImage imageWithSystemSymbolName:kelpa::toNSString(button.symbol)
+                               accessibilityDescription:name];
+    NSButton* made = [NSButton buttonWithImage:image target:self action:action];
+    [made setToolTip:name];
+    return made;
 }
 
 - (void)setPrompts:(const std::vector<std::string>&)prompts {

@@ -4,13 +4,14 @@
 #import "platform/macos/views/Capsule.h"
 #import "platform/macos/views/Labels.h"
 
+#include "platform/ports/Measures.h"
+
 #include <algorithm>
 
 namespace {
 
 constexpr CGFloat spacing = 8;
 constexpr CGFloat tilePadding = 8;
-constexpr CGFloat tileShadow = 0.5;
 constexpr CGFloat pickerWidth = 80;
 constexpr CGFloat pickerPadding = 8;
 constexpr std::size_t tilesInRow = 4;
@@ -76,7 +77,7 @@ TimeOfDay timeOf(NSDatePicker* picker) {
 /// A time on a capsule, and the button that removes it.
 @interface KelpaTimeTile : KelpaCapsule
 - (instancetype)initWithPoint:(const kelpa::TimePoint&)point
-                       remove:(NSString*)removeName
+                       remove:(const kelpa::SymbolButton&)remove
                       removed:(void (^)(void))removed;
 @end
 
@@ -85,19 +86,19 @@ TimeOfDay timeOf(NSDatePicker* picker) {
 }
 
 - (instancetype)initWithPoint:(const kelpa::TimePoint&)point
-                       remove:(NSString*)removeName
+                       remove:(const kelpa::SymbolButton&)remove
                       removed:(void (^)(void))removed {
     self = [super initWithColor:[NSColor controlBackgroundColor]];
     if (self) {
         _removed = [removed copy];
-        [self castShadow:tileShadow];
-        NSImage* cross = [NSImage imageWithSystemSymbolName:@"xmark.circle.fill"
-                                   accessibilityDescription:removeName];
+        [self castShadow:kelpa::measures::selectionShadow];
+        NSString* name = kelpa::toNSString(remove.name);
+        NSImage* cross = [NSImage imageWithSystemSymbolName:kelpa::toNSString(remove.symbol)
+                                   accessibilityDescription:name];
         NSButton* button = [NSButton buttonWithImage:cross target:self action:@selector(clicked:)];
         [button setBordered:NO];
         // Which of the times it removes is said with the button, because each tile has one.
-        [button
-            setAccessibilityLabel:[removeName stringByAppendingFormat:@" %@", kelpa::toNSString(point.text)]];
+        [button setAccessibilityLabel:[name stringByAppendingFormat:@" %@", kelpa::toNSString(point.text)]];
         [self fillWith:kelpa::makeLabel(point.text, [NSFont systemFontOfSize:0], [NSColor labelColor])
                 button:button];
     }
@@ -130,7 +131,7 @@ TimeOfDay timeOf(NSDatePicker* picker) {
 @implementation KelpaTimePointsControl {
     NSStackView* _rows;
     NSButton* _plus;
-    NSString* _removeName;
+    kelpa::SymbolButton _remove;
     NSDatePicker* _newTime;
     NSPopover* _popover;
     TimeOfDay _proposed;
@@ -138,9 +139,10 @@ TimeOfDay timeOf(NSDatePicker* picker) {
 
 - (NSArray<NSView*>*)makeViews:(const kelpa::PreferencesControl&)control
                         layout:(const kelpa::PreferencesLayout&)layout {
-    _removeName = kelpa::toNSString(layout.removeTimePoint);
-    NSString* addName = kelpa::toNSString(layout.addTimePoint);
-    NSImage* plus = [NSImage imageWithSystemSymbolName:@"plus" accessibilityDescription:addName];
+    _remove = layout.removeTimePoint;
+    NSString* addName = kelpa::toNSString(layout.addTimePoint.name);
+    NSImage* plus = [NSImage imageWithSystemSymbolName:kelpa::toNSString(layout.addTimePoint.symbol)
+                              accessibilityDescription:addName];
     _plus = [NSButton buttonWithImage:plus target:self action:@selector(plusClicked:)];
     [_plus setBordered:NO];
     [_plus setAccessibilityLabel:addName];
@@ -165,7 +167,7 @@ TimeOfDay timeOf(NSDatePicker* picker) {
     __weak KelpaTimePointsControl* weakSelf = self;
     const TimeOfDay time{point.hour, point.minute};
     return [[KelpaTimeTile alloc] initWithPoint:point
-                                         remove:_removeName
+                                         remove:_remove
                                         removed:^{
                                           [weakSelf removeHour:time.hour minute:time.minute];
                                         }];

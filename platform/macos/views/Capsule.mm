@@ -2,11 +2,11 @@
 
 #import <QuartzCore/QuartzCore.h>
 
+#include "platform/ports/Measures.h"
+
 #include <cmath>
 
 namespace {
-
-constexpr CGFloat shadowRadius = 3;
 
 NSDictionary* attributes(NSFont* font, NSColor* color) {
     NSMutableParagraphStyle* centered = [[NSMutableParagraphStyle alloc] init];
@@ -38,7 +38,7 @@ NSDictionary* attributes(NSFont* font, NSColor* color) {
     _shadowOpacity = opacity;
     NSShadow* shadow = [[NSShadow alloc] init];
     [shadow setShadowColor:[[NSColor secondaryLabelColor] colorWithAlphaComponent:opacity]];
-    [shadow setShadowBlurRadius:shadowRadius];
+    [shadow setShadowBlurRadius:kelpa::measures::shadowRadius];
     [self setShadow:shadow];
 }
 

@@ -13,8 +13,7 @@ namespace kelpa {
 /// The system's font for a kind of text, made bold.
 [[nodiscard]] NSFont* boldFont(NSFontTextStyle style);
 [[nodiscard]] NSFont* textFont(NSFontTextStyle style);
-/// A symbol of the system's by its name, of `points` height, hidden from screen readers: what stands beside
-/// it says the same in words.
-[[nodiscard]] NSImageView* makeSymbol(NSString* name, CGFloat points);
+/// A symbol of the system's by its name, as large as letters of `points`.
+[[nodiscard]] NSImage* symbolImage(const std::string& name, CGFloat points);
 
 } // namespace kelpa

@@ -33,15 +33,11 @@ NSFont* boldFont(NSFontTextStyle style) {
     return [NSFont boldSystemFontOfSize:[textFont(style) pointSize]];
 }
 
-NSImageView* makeSymbol(NSString* name, CGFloat points) {
+NSImage* symbolImage(const std::string& name, CGFloat points) {
     NSImageSymbolConfiguration* size =
         [NSImageSymbolConfiguration configurationWithPointSize:points weight:NSFontWeightRegular];
-    NSImage* image = [[NSImage imageWithSystemSymbolName:name
-                                accessibilityDescription:nil] imageWithSymbolConfiguration:size];
-    NSImageView* view = [[NSImageView alloc] initWithFrame:NSZeroRect];
-    [view setImage:image];
-    [view setAccessibilityElement:NO];
-    return view;
+    return [[NSImage imageWithSystemSymbolName:toNSString(name)
+                      accessibilityDescription:nil] imageWithSymbolConfiguration:size];
 }
 
 } // namespace kelpa

@@ -2,9 +2,11 @@
 
 #import <AppKit/AppKit.h>
 
-/// Underlined words in the colour of links that lead elsewhere; a symbol may stand behind them.
+/// Underlined words in the colour of links that lead elsewhere.
 @interface KelpaLinkButton : NSButton
-/// `symbol` is nil for none. `action` must not own the button.
-- (instancetype)initWithFont:(NSFont*)font symbol:(NSString*)symbol action:(void (^)(void))action;
+/// `action` must not own the button.
+- (instancetype)initWithFont:(NSFont*)font action:(void (^)(void))action;
 - (void)setText:(NSString*)text;
+/// Puts one of the system's symbols behind the words.
+- (void)setSymbol:(NSString*)name;
 @end

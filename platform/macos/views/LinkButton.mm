@@ -4,7 +4,7 @@
     void (^_linkAction)(void);
 }
 
-- (instancetype)initWithFont:(NSFont*)font symbol:(NSString*)symbol action:(void (^)(void))action {
+- (instancetype)initWithFont:(NSFont*)font action:(void (^)(void))action {
     self = [super initWithFrame:NSZeroRect];
     if (self) {
         _linkAction = [action copy];
@@ -12,10 +12,6 @@
         [self setBordered:NO];
         [self setFont:font];
         [self setContentTintColor:[NSColor systemBlueColor]];
-        if (symbol) {
-            [self setImage:[NSImage imageWithSystemSymbolName:symbol accessibilityDescription:nil]];
-            [self setImagePosition:NSImageTrailing];
-        }
         [self setTarget:self];
         [self setAction:@selector(followed:)];
         [self setAccessibilityRole:NSAccessibilityLinkRole];
@@ -32,6 +28,11 @@
                                          NSUnderlineStyleAttributeName : @(NSUnderlineStyleSingle),
                                      }]];
     [self setAccessibilityLabel:text];
+}
+
+- (void)setSymbol:(NSString*)name {
+    [self setImage:[NSImage imageWithSystemSymbolName:name accessibilityDescription:nil]];
+    [self setImagePosition:NSImageTrailing];
 }
 
 - (void)followed:(id)sender {

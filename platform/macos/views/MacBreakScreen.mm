@@ -62,7 +62,6 @@ NSStackView* stackOf(NSArray* views, NSUserInterfaceLayoutOrientation orientatio
 - (void)makeButtons {
     kelpa::BreakScreenClient* client = _client;
     _link = [[KelpaLinkButton alloc] initWithFont:kelpa::boldFont(NSFontTextStyleBody)
-                                           symbol:@"chevron.forward"
                                            action:^{
                                              kelpa::callCore([client] { client->noticeTapped(); });
                                            }];
@@ -105,6 +104,7 @@ NSStackView* stackOf(NSArray* views, NSUserInterfaceLayoutOrientation orientatio
 - (void)setTexts:(const kelpa::BreakScreenTexts&)texts {
     [_newFeature setStringValue:kelpa::toNSString(texts.newFeature)];
     [_link setText:kelpa::toNSString(texts.waterReminder)];
+    [_link setSymbol:kelpa::toNSString(texts.linkSymbol)];
     [_link setAccessibilityHelp:kelpa::toNSString(texts.hint)];
     [_hint setStringValue:kelpa::toNSString(texts.hint)];
     [_skip setText:kelpa::toNSString(texts.skip)];

@@ -15,7 +15,6 @@ namespace measures = kelpa::measures;
 
 constexpr CGFloat padding = 8;
 constexpr CGFloat spacing = 8;
-constexpr CGFloat answerShadow = 0.2;
 constexpr NSSize answerPadding = {measures::padding, measures::slimCapsulePadding};
 
 NSStackView* rowOf(NSArray* views) {
@@ -103,8 +102,8 @@ NSBox* makeDivider() {
                                                  [weakSelf enableAnswers:NO];
                                                  kelpa::callCore([=] { client->donePressed(); });
                                                }];
-    [_skip castShadow:answerShadow];
-    [_done castShadow:answerShadow];
+    [_skip castShadow:measures::answerShadow];
+    [_done castShadow:measures::answerShadow];
 }
 
 - (void)layOut {
@@ -152,6 +151,7 @@ NSBox* makeDivider() {
     [_wellDone setStringValue:kelpa::toNSString(texts.wellDone)];
     [_skip setText:kelpa::toNSString(texts.skip)];
     [_done setText:kelpa::toNSString(texts.done)];
+    [_bar setSymbol:texts.cup];
     std::vector<std::pair<std::int64_t, std::string>> entries;
     for (const kelpa::WaterAmount& amount : amounts)
         entries.emplace_back(amount.millilitres, amount.text);

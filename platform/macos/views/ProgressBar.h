@@ -2,8 +2,12 @@
 
 #import <AppKit/AppKit.h>
 
-/// A capsule that is filled from its leading end, with a cup riding at the end of the filling.
+#include <string>
+
+/// A capsule that is filled from its leading end, with a symbol riding at the end of the filling.
 @interface KelpaProgressBar : NSView
+/// The name of the symbol.
+- (void)setSymbol:(const std::string&)name;
 /// Moves to a share of the whole; more than all of it is a full bar.
 - (void)setFraction:(CGFloat)fraction;
 @end

@@ -11,7 +11,6 @@ namespace {
 
 constexpr CGFloat barHeight = kelpa::measures::barHeight;
 constexpr CGFloat trackHeight = kelpa::measures::trackHeight;
-constexpr CGFloat cupSize = 15;
 constexpr CGFloat cupOffset = 15;
 
 } // namespace
@@ -29,13 +28,18 @@ constexpr CGFloat cupOffset = 15;
     if (self) {
         _track = [[KelpaCapsule alloc] initWithColor:[NSColor quaternaryLabelColor]];
         _fill = [[KelpaCapsule alloc] initWithColor:[NSColor systemBlueColor]];
-        _cup = kelpa::makeSymbol(@"cup.and.saucer.fill", cupSize);
+        _cup = [[NSImageView alloc] initWithFrame:NSZeroRect];
         for (NSView* part in @[ _track, _fill, _cup ])
             [self addSubview:part];
         // The figures above say the same in words.
         [self setAccessibilityElement:NO];
+        [_cup setAccessibilityElement:NO];
     }
     return self;
+}
+
+- (void)setSymbol:(const std::string&)name {
+    [_cup setImage:kelpa::symbolImage(name, kelpa::measures::cupSize)];
 }
 
 - (NSSize)intrinsicContentSize {

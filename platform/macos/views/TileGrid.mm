@@ -10,7 +10,6 @@ namespace {
 constexpr CGFloat tileHeight = kelpa::measures::tileHeight;
 constexpr CGFloat tileWidth = 80;
 constexpr CGFloat gap = 4;
-constexpr CGFloat selectionShadow = 0.5;
 
 } // namespace
 
@@ -31,7 +30,7 @@ constexpr CGFloat selectionShadow = 0.5;
         _chosenValue = -1;
         _tiles = [NSMutableArray array];
         _selection = [[KelpaCapsule alloc] initWithColor:[NSColor controlAccentColor]];
-        [_selection castShadow:selectionShadow];
+        [_selection castShadow:kelpa::measures::selectionShadow];
         [_selection setHidden:YES];
         [self addSubview:_selection];
         [self setAccessibilityElement:YES];

@@ -5,11 +5,7 @@
 
 #include "platform/ports/Measures.h"
 
-namespace {
-
-constexpr CGFloat smallestScale = 0.8;
-
-} // namespace
+#include <algorithm>
 
 @implementation KelpaWaterFigure {
     NSTextField* _caption;
@@ -45,8 +41,8 @@ constexpr CGFloat smallestScale = 0.8;
 - (void)setFigure:(const std::string&)figure {
     NSString* text = kelpa::toNSString(figure);
     const CGFloat width = [text sizeWithAttributes:@{NSFontAttributeName : _font}].width;
-    const CGFloat size = [_font pointSize] * (width > _room ? smallestScale : 1);
-    [_figure setFont:[NSFont boldSystemFontOfSize:size]];
+    const CGFloat scale = std::clamp(_room / std::max<CGFloat>(width, 1), kelpa::measures::figureShrink, 1.0);
+    [_figure setFont:[NSFont boldSystemFontOfSize:[_font pointSize] * scale]];
     [_figure setStringValue:text];
 }
 

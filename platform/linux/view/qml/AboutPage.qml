@@ -81,7 +81,6 @@ Grid {
         LinkButton {
             anchors.horizontalCenter: about.upright ? parent.horizontalCenter : undefined
             text: about.content.link
-            arrow: false
             onActivated: Browser.open(about.content.linkAddress)
         }
     }

@@ -6,7 +6,7 @@ Row {
     id: control
 
     required property ControlState told
-    required property var texts
+    required property var buttons
     property string label
 
     function step(direction: int) {
@@ -19,9 +19,9 @@ Row {
 
     IconButton {
         raised: true
-        symbol: "minus"
+        symbol: control.buttons.decrease.symbol
         symbolSize: 15
-        text: control.texts.decrease
+        text: control.buttons.decrease.name
         Accessible.description: control.label
         autoRepeat: true
         onClicked: control.step(-1)
@@ -42,9 +42,9 @@ Row {
     }
     IconButton {
         raised: true
-        symbol: "plus"
+        symbol: control.buttons.increase.symbol
         symbolSize: 15
-        text: control.texts.increase
+        text: control.buttons.increase.name
         Accessible.description: control.label
         autoRepeat: true
         onClicked: control.step(1)

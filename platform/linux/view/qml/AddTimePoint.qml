@@ -6,7 +6,7 @@ import Kelpa
 T.Popup {
     id: popup
 
-    required property var texts
+    required property var buttons
     signal entered(int hour, int minute)
 
     function begin(hour: int, minute: int) {
@@ -27,9 +27,9 @@ T.Popup {
     contentItem: TimeEntry {
         id: time
         focus: true
-        label: popup.texts.addTimePoint
-        decrease: popup.texts.decrease
-        increase: popup.texts.increase
+        label: popup.buttons.addTimePoint.name
+        decrease: popup.buttons.decrease.name
+        increase: popup.buttons.increase.name
         Keys.onReturnPressed: popup.close()
         Keys.onEnterPressed: popup.close()
     }

@@ -6,6 +6,7 @@ Rectangle {
 
     property string newFeatureText
     property string waterReminderText
+    property string linkSymbol
     property string hintText
     property string skipText
     property string prompt
@@ -52,6 +53,7 @@ Rectangle {
             anchors.horizontalCenter: parent.horizontalCenter
             newFeatureText: screen.newFeatureText
             waterReminderText: screen.waterReminderText
+            linkSymbol: screen.linkSymbol
             hintText: screen.hintText
             onTapped: screen.action("notice", "")
         }

@@ -1,14 +1,15 @@
 import QtQuick
+import Kelpa
 
-/// An underlined text that leads elsewhere.
+/// An underlined text that leads elsewhere. A symbol may stand behind it.
 Pressable {
     id: link
 
     property alias text: label.text
-    property alias arrow: chevron.visible
+    property alias symbol: mark.name
     readonly property color tint: pressed ? Theme.linkPressed : hovered ? Theme.linkHovered : Theme.link
 
-    implicitWidth: arrow ? chevron.x + chevron.width : label.implicitWidth
+    implicitWidth: symbol === "" ? label.implicitWidth : mark.x + mark.width - mark.margin
     implicitHeight: label.implicitHeight
     ringRadius: Theme.hairSpace
     ringMargin: Theme.hairSpace
@@ -23,12 +24,17 @@ Pressable {
         font.underline: true
         Accessible.ignored: true
     }
-    Chevron {
-        id: chevron
+    Symbol {
+        id: mark
+
+        /// Drawings have room around them, which is none here.
+        readonly property real margin: width / 4
+
         anchors.left: label.right
-        anchors.leftMargin: Theme.tightSpace
+        anchors.leftMargin: Theme.tightSpace - margin
         anchors.verticalCenter: label.verticalCenter
-        size: Theme.bodySize * 0.8
+        width: Theme.bodySize + Theme.tightSpace
+        height: width
         color: link.tint
     }
 }

@@ -6,6 +6,7 @@ Row {
 
     property alias newFeatureText: introduction.text
     property alias waterReminderText: link.text
+    property alias linkSymbol: link.symbol
     property alias hintText: hint.text
     signal tapped()
 

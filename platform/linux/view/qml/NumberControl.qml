@@ -5,7 +5,7 @@ import Kelpa
 TextEntry {
     id: control
 
-    required property var texts
+    required property var buttons
 
     function step(direction: int) {
         finish();
@@ -30,8 +30,8 @@ TextEntry {
         y: 3
         height: parent.height - 6
         label: control.label
-        decrease: control.texts.decrease
-        increase: control.texts.increase
+        decrease: control.buttons.decrease.name
+        increase: control.buttons.increase.name
         onStepped: direction => control.step(direction)
     }
 }

@@ -9,13 +9,13 @@ Pressable {
     property alias color: label.color
 
     implicitWidth: label.implicitWidth + 2 * Theme.padding
-    implicitHeight: label.implicitHeight + 10
+    implicitHeight: label.implicitHeight + 2 * Measures.slimCapsulePadding
     Accessible.role: Accessible.Button
     Accessible.name: text
 
     SoftShadow {
         anchors.fill: parent
-        strength: 0.25
+        strength: Measures.answerShadow
     }
     RoundedBox {
         anchors.fill: parent

@@ -107,7 +107,7 @@ Rectangle {
                 id: settingsPane
                 PreferencesPane {
                     layout: loader.modelData
-                    texts: page.layout.texts
+                    buttons: page.layout.buttons
                     controls: page.controls
                 }
             }

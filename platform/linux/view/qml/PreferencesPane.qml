@@ -6,7 +6,7 @@ Flickable {
     id: pane
 
     required property var layout
-    required property var texts
+    required property var buttons
     required property var controls
 
     readonly property var captions: {
@@ -70,7 +70,7 @@ Flickable {
                 required property var modelData
                 width: column.width
                 layout: modelData
-                texts: pane.texts
+                buttons: pane.buttons
                 controls: pane.controls
                 guide: column.guide
                 room: pane.height - 2 * column.y

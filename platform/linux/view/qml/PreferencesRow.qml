@@ -6,7 +6,7 @@ Item {
     id: row
 
     required property var layout
-    required property var texts
+    required property var buttons
     required property ControlState told
     /// Where the captions end.
     property real guide: 0
@@ -109,7 +109,7 @@ Item {
         id: numberPart
         NumberControl {
             told: row.told
-            texts: row.texts
+            buttons: row.buttons
             label: row.layout.label
         }
     }
@@ -117,7 +117,7 @@ Item {
         id: accumulatorPart
         AccumulatorControl {
             told: row.told
-            texts: row.texts
+            buttons: row.buttons
             label: row.layout.label
         }
     }
@@ -146,7 +146,7 @@ Item {
         id: timeOfDayPart
         TimeOfDayControl {
             told: row.told
-            texts: row.texts
+            buttons: row.buttons
             label: row.layout.label
         }
     }
@@ -162,7 +162,7 @@ Item {
         id: timePointsPart
         TimePointsControl {
             told: row.told
-            texts: row.texts
+            buttons: row.buttons
             label: row.layout.label
             availableWidth: row.space
         }
@@ -171,7 +171,7 @@ Item {
         id: promptsPart
         PromptsControl {
             told: row.told
-            texts: row.texts
+            buttons: row.buttons
             label: row.layout.label
             implicitWidth: row.space
             implicitHeight: Math.max(260, row.room)

@@ -6,7 +6,7 @@ Column {
     id: section
 
     required property var layout
-    required property var texts
+    required property var buttons
     required property var controls
     property real guide: 0
     property real room: 0
@@ -58,7 +58,7 @@ Column {
                     required property var modelData
                     width: column.width
                     layout: modelData
-                    texts: section.texts
+                    buttons: section.buttons
                     told: section.controls[modelData.id]
                     guide: section.guide
                     room: section.room - section.y - (title.visible ? title.height + section.spacing : 0) - y

@@ -8,7 +8,7 @@ T.ItemDelegate {
 
     required property int index
     required property var model
-    required property var texts
+    required property var buttons
     property bool current: false
     property bool ringed: false
     property bool editing: false
@@ -74,7 +74,7 @@ T.ItemDelegate {
         id: words
         anchors.left: parent.left
         anchors.leftMargin: 10
-        anchors.right: buttons.left
+        anchors.right: tools.left
         anchors.rightMargin: 8
         anchors.verticalCenter: parent.verticalCenter
         visible: !line.editing
@@ -90,11 +90,11 @@ T.ItemDelegate {
         id: editor
         anchors.left: parent.left
         anchors.leftMargin: 4
-        anchors.right: buttons.left
+        anchors.right: tools.left
         anchors.rightMargin: 8
         anchors.verticalCenter: parent.verticalCenter
         visible: line.editing
-        label: line.texts.editPrompt
+        label: line.buttons.editPrompt.name
         Keys.onReturnPressed: line.save()
         Keys.onEnterPressed: line.save()
         Keys.onEscapePressed: line.leave()
@@ -104,7 +104,7 @@ T.ItemDelegate {
         }
     }
     Row {
-        id: buttons
+        id: tools
         anchors.right: parent.right
         anchors.rightMargin: 6
         anchors.verticalCenter: parent.verticalCenter
@@ -115,32 +115,32 @@ T.ItemDelegate {
             focusPolicy: Qt.NoFocus
             symbol: "checkmark"
             symbolSize: 16
-            text: line.texts.editPrompt
+            text: line.buttons.editPrompt.name
             onClicked: line.save()
         }
         PushButton {
             visible: line.editing
             focusPolicy: Qt.NoFocus
-            text: line.texts.cancelPrompt
+            text: line.buttons.cancelPrompt
             onClicked: line.leave()
         }
         IconButton {
             visible: !line.editing
             focusPolicy: line.current ? Qt.StrongFocus : Qt.NoFocus
-            symbol: "square.and.pencil"
+            symbol: line.buttons.editPrompt.symbol
             symbolSize: 17
             tint: Theme.secondary
-            text: line.texts.editPrompt
+            text: line.buttons.editPrompt.name
             Accessible.description: line.text
             onClicked: line.edit()
         }
         IconButton {
             visible: !line.editing
             focusPolicy: line.current ? Qt.StrongFocus : Qt.NoFocus
-            symbol: "trash.fill"
+            symbol: line.buttons.removePrompt.symbol
             symbolSize: 17
             tint: hovered ? Theme.warning : Theme.secondary
-            text: line.texts.removePrompt
+            text: line.buttons.removePrompt.name
             Accessible.description: line.text
             onClicked: line.removed()
         }

@@ -6,7 +6,7 @@ Item {
     id: control
 
     required property ControlState told
-    required property var texts
+    required property var buttons
     property string label
 
     function add() {
@@ -29,8 +29,8 @@ Item {
         anchors.left: parent.left
         anchors.right: addButton.left
         anchors.rightMargin: Theme.tightSpace
-        label: control.texts.addPrompt
-        placeholderText: control.texts.addPrompt
+        label: control.buttons.addPrompt.name
+        placeholderText: control.buttons.addPrompt.name
         Keys.onReturnPressed: control.add()
         Keys.onEnterPressed: control.add()
         Keys.onEscapePressed: clear()
@@ -39,9 +39,9 @@ Item {
         id: addButton
         anchors.right: parent.right
         raised: true
-        symbol: "plus"
+        symbol: control.buttons.addPrompt.symbol
         symbolSize: 15
-        text: control.texts.addPrompt
+        text: control.buttons.addPrompt.name
         onClicked: control.add()
     }
     RoundedBox {
@@ -94,7 +94,7 @@ Item {
 
         delegate: PromptLine {
             width: ListView.view.width - 8
-            texts: control.texts
+            buttons: control.buttons
             current: ListView.isCurrentItem
             ringed: !list.clicked
             onApproached: {
@@ -113,8 +113,8 @@ Item {
         anchors.left: parent.left
         anchors.bottom: parent.bottom
         mostWidth: parent.width
-        symbol: "gobackward"
-        text: control.texts.resetPrompts
+        symbol: control.buttons.resetPrompts.symbol
+        text: control.buttons.resetPrompts.name
         onClicked: control.told.report("promptsReset", [])
     }
 }

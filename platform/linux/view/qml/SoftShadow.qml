@@ -5,12 +5,12 @@ import Kelpa
 Item {
     id: shadow
 
-    property real strength: 0.5
+    property real strength: Measures.selectionShadow
     /// Of what casts it.
     property real radius: height / 2
 
     Repeater {
-        model: 3
+        model: Measures.shadowRadius
         RoundedBox {
             required property int index
             anchors.fill: parent

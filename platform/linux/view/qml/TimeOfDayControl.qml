@@ -6,7 +6,7 @@ TimeEntry {
     id: control
 
     required property ControlState told
-    required property var texts
+    required property var buttons
 
     function follow() {
         hour = told.hour;
@@ -14,8 +14,8 @@ TimeEntry {
     }
 
     enabled: told.enabled
-    decrease: texts.decrease
-    increase: texts.increase
+    decrease: buttons.decrease.name
+    increase: buttons.increase.name
     Accessible.description: told.problem !== "" ? told.problem : told.hint
     Component.onCompleted: follow()
     onChanged: (hour, minute) => told.report("timeEntered", [String(hour), String(minute)])

@@ -6,7 +6,7 @@ Flow {
     id: control
 
     required property ControlState told
-    required property var texts
+    required property var buttons
     property string label
     property real availableWidth: 400
 
@@ -72,10 +72,10 @@ Flow {
                 y: -6
                 width: 22
                 height: 22
-                symbol: "xmark.circle.fill"
+                symbol: control.buttons.removeTimePoint.symbol
                 symbolSize: 16
                 tint: hovered || visualFocus ? Theme.warning : Theme.secondary
-                text: control.texts.removeTimePoint + " " + tile.text
+                text: control.buttons.removeTimePoint.name + " " + tile.text
                 onClicked: {
                     control.focusDue = visualFocus;
                     control.report("timePointRemoved", tile.value);
@@ -91,16 +91,16 @@ Flow {
         width: control.tileWidth
         height: Theme.tileHeight
         raised: true
-        symbol: "plus"
+        symbol: control.buttons.addTimePoint.symbol
         symbolSize: 16
-        text: control.texts.addTimePoint
+        text: control.buttons.addTimePoint.name
         onClicked: popover.begin(control.told.hour, control.told.minute)
 
         AddTimePoint {
             id: popover
             x: Math.round((plus.width - width) / 2)
             y: plus.height + 6
-            texts: control.texts
+            buttons: control.buttons
             onEntered: (hour, minute) => control.report("timePointAdded", hour + ":" + minute)
         }
     }

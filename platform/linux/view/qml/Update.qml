@@ -83,7 +83,6 @@ Rectangle {
                 LinkButton {
                     visible: page.notes !== ""
                     text: page.notes
-                    arrow: false
                     onActivated: Browser.open(page.notesLink)
                 }
                 UpdateProgress {

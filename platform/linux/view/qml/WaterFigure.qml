@@ -32,7 +32,8 @@ Item {
         width: parent.width
         horizontalAlignment: Text.AlignHCenter
         fontSizeMode: Text.HorizontalFit
-        minimumPixelSize: 10
+        minimumPixelSize: Math.floor(font.pixelSize * Measures.figureShrink)
+        elide: Text.ElideRight
         font.bold: true
         textFormat: Text.PlainText
         Accessible.ignored: true

@@ -12,6 +12,7 @@ Rectangle {
     property string skipText
     property string doneText
     property string closeText
+    property string cup
     property string amounts
     property string finished
     property string percent
@@ -59,6 +60,7 @@ Rectangle {
             percentText: panel.percentText
             remainText: panel.remainText
             wellDoneText: panel.wellDoneText
+            cup: panel.cup
             finished: panel.finished
             percent: panel.percent
             remain: panel.remain
@@ -106,6 +108,7 @@ Rectangle {
             CapsuleButton {
                 id: done
                 slim: true
+                shadow: Measures.answerShadow
                 text: panel.doneText
                 onActivated: panel.answer("done")
             }

@@ -9,6 +9,7 @@ Column {
     property string percentText
     property string remainText
     property string wellDoneText
+    property string cup
     property string finished
     property string percent
     property string remain
@@ -98,9 +99,12 @@ Column {
                 z: -1
                 strength: 0.6
             }
-            Cup {
+            Symbol {
                 anchors.centerIn: parent
-                anchors.horizontalCenterOffset: 1
+                // Drawings have room around them, letters have none.
+                width: Math.round(Measures.cupSize * 6 / 5)
+                height: width
+                name: progress.cup
                 color: Theme.link
             }
         }
