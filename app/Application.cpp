@@ -33,6 +33,8 @@ void Application::launch() {
 }
 
 void Application::willTerminate() {
+    // Whoever quits with a number half a second old in a field means that number.
+    WindowController::settlePreferences();
     delegate_.applicationWillTerminate();
 }
 

@@ -23,6 +23,8 @@ class Desk {
 
     void launch();
     [[nodiscard]] bool launched() const { return static_cast<bool>(application_); }
+    /// The platform tells the launched program that it ends.
+    void end() { application_->willTerminate(); }
 
     /// The local time at which the desk begins. A zone chosen before anything happened leaves it the local
     /// time of the desk; later the zone changes under the running program.

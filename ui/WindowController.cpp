@@ -251,6 +251,11 @@ PreferencesView* WindowController::prefView() {
     return view.get();
 }
 
+void WindowController::settlePreferences() {
+    if (the().prefView)
+        the().prefView->closed();
+}
+
 void WindowController::showAbout() {
     if (!the().services.about)
         return;

@@ -39,6 +39,8 @@ class WindowController {
     static void showPrefView();
     /// What the preferences window shows and does, laid out on first use; null where there is no such window.
     [[nodiscard]] static PreferencesView* prefView();
+    /// What is being typed in the preferences counts as entered; does nothing where they were never shown.
+    static void settlePreferences();
     static void showAbout();
     static void showUpdater();
 };

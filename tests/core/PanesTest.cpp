@@ -134,6 +134,16 @@ TEST(WorkflowPane, ANumberCountsWhenTheTypingPauses) {
     EXPECT_EQ(settings["workTime"].told, told + 1) << "what is being typed is left alone";
 }
 
+TEST(WorkflowPane, ANumberCountsWhenTheProgramEndsBeforeTheTypingPauses) {
+    Settings settings("launch\n", {"title", "item", "log"});
+    EXPECT_EQ(settings.after([&](auto& window) {
+        window.typed("breakTime", "20");
+        window.typed("longBreakTime", "many");
+        settings.play.desk.end();
+    }),
+              Lines{"0.000 set pref.break.time int 20"});
+}
+
 TEST(WorkflowPane, ANumberCountsAtOnceWhenTheFieldIsLeftButOnlyIfItIsAnother) {
     Settings settings("launch\n", {"title", "item", "log"});
     const auto enter = [&](const char* text) {
