@@ -8,6 +8,8 @@ namespace kelpa {
 class DistributedLock final : public LockNotifications {
   public:
     void observe(std::function<void()> locked, std::function<void()> unlocked) override;
+    /// By what was told last; a screen of which nothing was told yet is not locked.
+    [[nodiscard]] bool locked() const;
 };
 
 } // namespace kelpa

@@ -2,10 +2,21 @@
 
 #import "platform/macos/Bridge.h"
 
+#include <optional>
+
 namespace {
 
 std::function<void()> whenLocked;
 std::function<void()> whenUnlocked;
+std::optional<bool> lastTold;
+
+/// Nobody promises that the login window says a thing once only.
+void become(bool locked) {
+    if (lastTold == locked)
+        return;
+    lastTold = locked;
+    kelpa::callCore(locked ? whenLocked : whenUnlocked);
+}
 
 } // namespace
 
@@ -19,12 +30,12 @@ std::function<void()> whenUnlocked;
 
 + (void)didLockScreenShow:(NSNotification*)notification {
     (void)notification;
-    kelpa::callCore(whenLocked);
+    become(true);
 }
 
 + (void)didLockScreenDismiss:(NSNotification*)notification {
     (void)notification;
-    kelpa::callCore(whenUnlocked);
+    become(false);
 }
 
 @end
@@ -51,6 +62,10 @@ void DistributedLock::observe(std::function<void()> locked, std::function<void()
     whenUnlocked = std::move(unlocked);
     add(@selector(didLockScreenShow:), @"com.apple.screenIsLocked");
     add(@selector(didLockScreenDismiss:), @"com.apple.screenIsUnlocked");
+}
+
+bool DistributedLock::locked() const {
+    return lastTold.value_or(false);
 }
 
 } // namespace kelpa

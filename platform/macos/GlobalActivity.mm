@@ -17,10 +17,12 @@ constexpr NSEventMask watched = NSEventMaskLeftMouseDown | NSEventMaskLeftMouseU
 } // namespace
 
 ActivityMonitor::Watch GlobalActivity::watch(std::function<void()> activity, std::function<void()> /*lost*/) {
+    const DistributedLock* lock = &lock_;
     // The monitor watches to the end of the process, so that nobody keeps its handle.
     const id monitor = [NSEvent addGlobalMonitorForEventsMatchingMask:watched
                                                               handler:^(NSEvent*) {
-                                                                callCore(activity);
+                                                                if (!lock->locked())
+                                                                    callCore(activity);
                                                               }];
     return monitor != nil ? Watch::Working : Watch::None;
 }

@@ -60,7 +60,7 @@ class Program final : private ApplicationLoop {
     SystemRandom random_;
     AbortOnFatalErrors fatalErrors_;
     DistributedLock lock_;
-    GlobalActivity activity_;
+    GlobalActivity activity_{lock_};
     ServiceLoginItem loginItem_;
     std::unique_ptr<Updater> updater_;
     SharingMail mail_;
