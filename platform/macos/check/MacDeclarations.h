@@ -316,10 +316,14 @@ SINCE(10.5) @interface CALayer : NSObject
 
 // --- AppKit: windows
 
+typedef NSInteger NSWindowAnimationBehavior SINCE(10.7);
+enum : NSInteger { NSWindowAnimationBehaviorNone = 2 };
+
 @interface NSWindow (MacDeclarations)
 - (id)animator SINCE(10.5);
 - (void)setTitlebarAppearsTransparent:(BOOL)transparent SINCE(10.10);
 - (void)setTitlebarSeparatorStyle:(NSTitlebarSeparatorStyle)style SINCE(11.0);
+- (void)setAnimationBehavior:(NSWindowAnimationBehavior)behavior SINCE(10.7);
 @end
 
 // --- AppKit: controls

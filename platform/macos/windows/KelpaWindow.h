@@ -18,8 +18,12 @@
 - (instancetype)initWithSpec:(const kelpa::WindowSpec&)spec;
 /// Fills the window's content view, which then owns `content`.
 - (void)host:(NSView<KelpaContent>*)content;
+/// Where the window belongs from now on.
+- (void)setPlace:(NSRect)place;
 /// Shows the window in front of all others of its level, whichever application is active.
 - (void)present;
+/// Takes every window that covers a screen back to its place, after the system has moved windows.
++ (void)restorePlaces;
 /// The window that was shown last, once: nil when it is asked for again.
 + (KelpaWindow*)takePresented;
 @end

@@ -20,6 +20,8 @@ __weak KelpaWindow* presented;
 @implementation KelpaWindow {
     NSTimeInterval _deafSeconds;
     NSTimeInterval _deafUntil;
+    NSRect _place;
+    BOOL _coversScreen;
     __weak NSView<KelpaContent>* _content;
 }
 
@@ -32,12 +34,18 @@ __weak KelpaWindow* presented;
     if (!self)
         return nil;
     _deafSeconds = kelpa::deafSeconds(style);
+    _place = kelpa::toNSRect(spec.frame);
+    _coversScreen = style == kelpa::WindowStyle::FullSizeContent;
     [self setOpaque:NO];
     [self setReleasedWhenClosed:NO];
     [self setBackgroundColor:[NSColor clearColor]];
     [self setLevel:spec.level];
     [self setCollectionBehavior:NSWindowCollectionBehaviorCanJoinAllSpaces];
     [self setTitle:kelpa::toNSString(spec.title)];
+    // The only animation is the core's own fading.
+    [self setAnimationBehavior:NSWindowAnimationBehaviorNone];
+    // The views come later, and some of them come and go.
+    [self setAutorecalculatesKeyViewLoop:YES];
     if (style == kelpa::WindowStyle::Panel)
         [self becomePanel];
     [self setDelegate:self];
@@ -59,8 +67,27 @@ __weak KelpaWindow* presented;
     _content = content;
 }
 
+- (void)setPlace:(NSRect)place {
+    _place = place;
+    [self setFrame:place display:YES];
+}
+
+/// The system moves the windows of a lost screen onto another one, and need not bring them back. A window
+/// that can be dragged stays where it is.
+- (void)restorePlace {
+    if (_coversScreen && !NSEqualRects([self frame], _place))
+        [self setFrame:_place display:YES];
+}
+
++ (void)restorePlaces {
+    for (NSWindow* window in [NSApp windows])
+        if ([window isKindOfClass:[KelpaWindow class]] && [window isVisible])
+            [static_cast<KelpaWindow*>(window) restorePlace];
+}
+
 - (void)present {
     _deafUntil = CACurrentMediaTime() + _deafSeconds;
+    [self restorePlace];
     [_content windowWillShow];
     [self orderFrontRegardless];
     presented = self;

@@ -48,7 +48,7 @@ void MacWindow::close() {
 }
 
 void MacWindow::setFrame(const Rect& frame) {
-    [window_ setFrame:toNSRect(frame) display:YES];
+    [window_ setPlace:toNSRect(frame)];
 }
 
 bool MacWindow::visible() const {

@@ -31,6 +31,7 @@ void MacWindowSystem::setClient(WindowSystemClient& client) {
                      queue:[NSOperationQueue mainQueue]
                 usingBlock:^(NSNotification*) {
                   callCore([told] { told->screensChanged(); });
+                  [KelpaWindow restorePlaces];
                 }];
 }
 
