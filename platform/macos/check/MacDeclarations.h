@@ -245,6 +245,7 @@ extern const CGFloat NSViewNoIntrinsicMetric SINCE(10.11);
 - (void)setContentCompressionResistancePriority:(NSLayoutPriority)priority
                                  forOrientation:(NSLayoutConstraintOrientation)orientation SINCE(10.7);
 - (void)viewDidChangeEffectiveAppearance SINCE(10.14);
+- (NSAppearance*)effectiveAppearance SINCE(10.9);
 - (void)setIdentifier:(NSString*)identifier SINCE(10.7);
 - (NSLayoutXAxisAnchor*)leadingAnchor SINCE(10.11);
 - (NSLayoutXAxisAnchor*)trailingAnchor SINCE(10.11);
@@ -255,6 +256,10 @@ extern const CGFloat NSViewNoIntrinsicMetric SINCE(10.11);
 - (NSLayoutDimension*)widthAnchor SINCE(10.11);
 - (NSLayoutDimension*)heightAnchor SINCE(10.11);
 - (NSLayoutGuide*)safeAreaLayoutGuide SINCE(11.0);
+@end
+
+@interface NSAppearance (MacDeclarations)
+- (void)performAsCurrentDrawingAppearance:(void (^)(void))block SINCE(11.0);
 @end
 
 extern NSString* const NSAccessibilityRadioButtonRole;

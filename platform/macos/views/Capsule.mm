@@ -36,10 +36,17 @@ NSDictionary* attributes(NSFont* font, NSColor* color) {
 
 - (void)castShadow:(CGFloat)opacity {
     _shadowOpacity = opacity;
-    NSShadow* shadow = [[NSShadow alloc] init];
-    [shadow setShadowColor:[[NSColor secondaryLabelColor] colorWithAlphaComponent:opacity]];
-    [shadow setShadowBlurRadius:kelpa::measures::shadowRadius];
-    [self setShadow:shadow];
+    [self renewShadow];
+}
+
+/// A colour that is made of another one is light or dark for good, by the appearance in force at that moment.
+- (void)renewShadow {
+    [[self effectiveAppearance] performAsCurrentDrawingAppearance:^{
+      NSShadow* shadow = [[NSShadow alloc] init];
+      [shadow setShadowColor:[[NSColor secondaryLabelColor] colorWithAlphaComponent:self->_shadowOpacity]];
+      [shadow setShadowBlurRadius:kelpa::measures::shadowRadius];
+      [self setShadow:shadow];
+    }];
 }
 
 - (BOOL)wantsUpdateLayer {
@@ -55,12 +62,13 @@ NSDictionary* attributes(NSFont* font, NSColor* color) {
     [super viewDidChangeEffectiveAppearance];
     [self setNeedsDisplay:YES];
     if (_shadowOpacity > 0)
-        [self castShadow:_shadowOpacity];
+        [self renewShadow];
 }
 
-- (void)layout {
-    [super layout];
-    [[self layer] setCornerRadius:NSHeight([self bounds]) / 2];
+/// Also where nobody lays out: capsules that move are placed by their frames.
+- (void)setFrameSize:(NSSize)size {
+    [super setFrameSize:size];
+    [[self layer] setCornerRadius:size.height / 2];
 }
 
 @end

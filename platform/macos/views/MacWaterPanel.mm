@@ -68,11 +68,13 @@ NSBox* makeDivider() {
                                                   color:[NSColor systemBlueColor]];
     _percent = [[KelpaWaterFigure alloc] initWithStyle:NSFontTextStyleLargeTitle color:primary];
     _remain = [[KelpaWaterFigure alloc] initWithStyle:NSFontTextStyleTitle1 color:[NSColor systemRedColor]];
-    _wellDone = kelpa::makeLabel("", kelpa::boldFont(NSFontTextStyleTitle3), [NSColor systemGreenColor]);
+    _wellDone =
+        kelpa::makeCenteredText("", kelpa::boldFont(NSFontTextStyleTitle3), [NSColor systemGreenColor]);
     _bar = [[KelpaProgressBar alloc] initWithFrame:NSZeroRect];
     _tip = kelpa::makeCenteredText("", kelpa::textFont(NSFontTextStyleTitle3), [NSColor secondaryLabelColor]);
-    _remaining = kelpa::makeLabel("", kelpa::textFont(NSFontTextStyleTitle1),
-                                  [primary colorWithAlphaComponent:measures::remainingOpacity]);
+    _remaining = kelpa::makeLabel("", kelpa::textFont(NSFontTextStyleTitle1), primary);
+    // Not the colour's own opacity: a colour that is made of another one no longer follows light and dark.
+    [_remaining setAlphaValue:measures::remainingOpacity];
 }
 
 - (void)makeAmounts {
@@ -162,6 +164,7 @@ NSBox* makeDivider() {
     const CGFloat third = (NSWidth([self bounds]) - 2 * padding - 2 * spacing) / 3;
     for (KelpaWaterFigure* figure in @[ _finished, _percent, _remain ])
         [figure setRoom:third];
+    [_wellDone setPreferredMaxLayoutWidth:third];
     [_finished setFigure:progress.finished];
     [_percent setFigure:progress.percent];
     [_remain setFigure:progress.remain];
