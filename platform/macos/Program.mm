@@ -42,6 +42,7 @@ void Program::launch() {
 }
 
 void Program::willTerminate() {
+    preferences_.retire();
     application_.willTerminate();
 }
 

@@ -246,6 +246,8 @@ extern const CGFloat NSViewNoIntrinsicMetric SINCE(10.11);
                                  forOrientation:(NSLayoutConstraintOrientation)orientation SINCE(10.7);
 - (void)viewDidChangeEffectiveAppearance SINCE(10.14);
 - (NSAppearance*)effectiveAppearance SINCE(10.9);
+- (NSSize)fittingSize SINCE(10.7);
+- (CGFloat)firstBaselineOffsetFromTop SINCE(10.11);
 - (void)setIdentifier:(NSString*)identifier SINCE(10.7);
 - (NSLayoutXAxisAnchor*)leadingAnchor SINCE(10.11);
 - (NSLayoutXAxisAnchor*)trailingAnchor SINCE(10.11);
@@ -256,6 +258,10 @@ extern const CGFloat NSViewNoIntrinsicMetric SINCE(10.11);
 - (NSLayoutDimension*)widthAnchor SINCE(10.11);
 - (NSLayoutDimension*)heightAnchor SINCE(10.11);
 - (NSLayoutGuide*)safeAreaLayoutGuide SINCE(11.0);
+@end
+
+@interface NSLayoutConstraint (MacDeclarations)
+- (void)setPriority:(NSLayoutPriority)priority SINCE(10.7);
 @end
 
 @interface NSAppearance (MacDeclarations)
@@ -323,12 +329,15 @@ SINCE(10.5) @interface CALayer : NSObject
 
 typedef NSInteger NSWindowAnimationBehavior SINCE(10.7);
 enum : NSInteger { NSWindowAnimationBehaviorNone = 2 };
+typedef NSInteger NSWindowToolbarStyle SINCE(11.0);
+enum : NSInteger { NSWindowToolbarStylePreference = 2 };
 
 @interface NSWindow (MacDeclarations)
 - (id)animator SINCE(10.5);
 - (void)setTitlebarAppearsTransparent:(BOOL)transparent SINCE(10.10);
 - (void)setTitlebarSeparatorStyle:(NSTitlebarSeparatorStyle)style SINCE(11.0);
 - (void)setAnimationBehavior:(NSWindowAnimationBehavior)behavior SINCE(10.7);
+- (void)setToolbarStyle:(NSWindowToolbarStyle)style SINCE(11.0);
 @end
 
 // --- AppKit: controls

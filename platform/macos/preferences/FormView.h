@@ -12,6 +12,6 @@
 @property(nonatomic, readonly) NSArray<KelpaControl*>* controls;
 /// Shows or hides a row; a section whose rows are all hidden is hidden with its title.
 - (void)setControl:(KelpaControl*)control visible:(BOOL)visible;
-/// Keeps the view that the form scrolls in, up and down alone, as wide as the rows need.
-- (void)widen:(NSScrollView*)scroll;
+/// In points, the room beside it for what scrolls it up and down included.
+- (CGFloat)neededWidth;
 @end

@@ -5,6 +5,7 @@
 
 #include "platform/ports/Measures.h"
 
+#include <cmath>
 #include <vector>
 
 namespace {
@@ -103,11 +104,10 @@ struct Section {
         [self updateTitle:section];
 }
 
-- (void)widen:(NSScrollView*)scroll {
+- (CGFloat)neededWidth {
     const CGFloat scroller = [NSScroller scrollerWidthForControlSize:NSControlSizeRegular
                                                        scrollerStyle:NSScrollerStyleLegacy];
-    [[[scroll widthAnchor] constraintGreaterThanOrEqualToAnchor:[_grid widthAnchor]
-                                                       constant:2 * margin + scroller] setActive:YES];
+    return std::ceil([_grid fittingSize].width) + 2 * margin + scroller;
 }
 
 - (void)updateTitle:(const Section&)section {

@@ -18,6 +18,9 @@ class MacPreferencesWindow final : public PreferencesWindow {
     /// Asks for the window as the system's own Settings line does; whoever answers that calls `present`.
     void show() override;
     void present();
+    /// Takes what is being typed for entered and the window off the screen. Nothing is reported any more: the
+    /// core's end comes before the window's.
+    void retire();
 
     void setSwitch(const std::string& id, bool on) override;
     void setText(const std::string& id, const std::string& text) override;
@@ -40,10 +43,14 @@ class MacPreferencesWindow final : public PreferencesWindow {
     NSViewController* makePane(const PreferencesPane& pane, const PreferencesLayout& layout,
                                PreferencesClient& client);
     void makeWindow(NSTabViewController* tabs, const PreferencesLayout& layout, PreferencesClient& client);
+    /// Makes the window as wide as the widest pane.
+    void widen();
     /// Nil for a control that there is not.
     KelpaControl* control(const std::string& id) const;
 
     NSWindow* window_ = nil;
+    NSMutableArray<KelpaFormView*>* forms_ = [NSMutableArray array];
+    bool presented_ = false;             ///< since `show` asked for it
     KelpaPreferencesWatch* watch_ = nil; ///< the window's delegate, which it does not own
     std::map<std::string, Place, std::less<>> places_;
 };

@@ -4,6 +4,8 @@
 #import "platform/macos/KelpaDelegate.h"
 #import "platform/macos/preferences/AboutView.h"
 
+#include <algorithm>
+
 /// Tells the core when the window comes and goes.
 @interface KelpaPreferencesWatch : NSObject <NSWindowDelegate>
 - (instancetype)initWithClient:(kelpa::PreferencesClient&)client;
@@ -60,7 +62,10 @@ NSView* scrolling(KelpaFormView* form) {
         [[form widthAnchor] constraintEqualToAnchor:[clip widthAnchor]],
         [[form heightAnchor] constraintGreaterThanOrEqualToAnchor:[clip heightAnchor]],
     ]];
-    [form widen:scroll];
+    // And no higher than it needs to be.
+    NSLayoutConstraint* height = [[form heightAnchor] constraintEqualToAnchor:[clip heightAnchor]];
+    [height setPriority:NSLayoutPriorityDefaultLow];
+    [height setActive:YES];
     return scroll;
 }
 
@@ -71,8 +76,11 @@ void MacPreferencesWindow::setLayout(const PreferencesLayout& layout, Preference
     [tabs setTabStyle:NSTabViewControllerTabStyleToolbar];
     // The window keeps its own title, whichever pane is chosen.
     [tabs setCanPropagateSelectedChildViewControllerTitle:NO];
-    for (const PreferencesPane& pane : layout.panes)
-        [tabs addTabViewItem:makeTab(makePane(pane, layout, client), pane)];
+    for (const PreferencesPane& pane : layout.panes) {
+        NSViewController* content = makePane(pane, layout, client);
+        [[content view] setFrameSize:NSMakeSize(layout.minimumWidth, layout.minimumHeight)];
+        [tabs addTabViewItem:makeTab(content, pane)];
+    }
     makeWindow(tabs, layout, client);
 }
 
@@ -86,6 +94,7 @@ NSViewController* MacPreferencesWindow::makePane(const PreferencesPane& pane, co
     KelpaFormView* form = [[KelpaFormView alloc] initWithPane:pane layout:layout client:client];
     for (KelpaControl* control in [form controls])
         places_[[control name]] = {control, form};
+    [forms_ addObject:form];
     [controller setView:scrolling(form)];
     return controller;
 }
@@ -95,6 +104,9 @@ void MacPreferencesWindow::makeWindow(NSTabViewController* tabs, const Preferenc
     const NSSize least = NSMakeSize(layout.minimumWidth, layout.minimumHeight);
     window_ = [NSWindow windowWithContentViewController:tabs];
     [window_ setTitle:toNSString(layout.title)];
+    [window_ setToolbarStyle:NSWindowToolbarStylePreference];
+    // Another pane brings other fields for Tab to go to.
+    [window_ setAutorecalculatesKeyViewLoop:YES];
     [window_ setReleasedWhenClosed:NO];
     [window_ setContentMinSize:least];
     [window_ setContentSize:least];
@@ -104,14 +116,35 @@ void MacPreferencesWindow::makeWindow(NSTabViewController* tabs, const Preferenc
 }
 
 void MacPreferencesWindow::show() {
+    presented_ = false;
     if (@available(macOS 13.0, *))
         [NSApp sendAction:@selector(showSettingsWindow:) to:nil from:nil];
     else
         [NSApp sendAction:@selector(showPreferencesWindow:) to:nil from:nil];
+    // The application's delegate is asked last, and whoever took the action before it may have no window.
+    if (!presented_)
+        present();
 }
 
 void MacPreferencesWindow::present() {
+    presented_ = true;
+    widen();
     [window_ makeKeyAndOrderFront:nil];
+}
+
+void MacPreferencesWindow::widen() {
+    NSSize least = [window_ contentMinSize];
+    for (KelpaFormView* form in forms_)
+        least.width = std::max(least.width, [form neededWidth]);
+    [window_ setContentMinSize:least];
+    const NSSize size = [[window_ contentView] frame].size;
+    if (size.width < least.width)
+        [window_ setContentSize:NSMakeSize(least.width, size.height)];
+}
+
+void MacPreferencesWindow::retire() {
+    [window_ close];
+    [window_ setDelegate:nil];
 }
 
 KelpaControl* MacPreferencesWindow::control(const std::string& id) const {
@@ -162,6 +195,8 @@ void MacPreferencesWindow::setEnabled(const std::string& id, bool enabled) {
 void MacPreferencesWindow::setVisible(const std::string& id, bool visible) {
     if (const auto found = places_.find(id); found != places_.end())
         [found->second.form setControl:found->second.control visible:visible];
+    if ([window_ isVisible])
+        widen();
 }
 
 } // namespace kelpa
