@@ -10,12 +10,15 @@
 namespace {
 
 constexpr CGFloat spacing = 4;
+/// Explanations go on to the next line rather than make the window wider.
+constexpr CGFloat explanationWidth = 240;
 
 NSTextField* smallText(NSColor* color) {
     NSTextField* label = [NSTextField wrappingLabelWithString:@""];
     [label setFont:[NSFont systemFontOfSize:[NSFont smallSystemFontSize]]];
     [label setTextColor:color];
     [label setSelectable:NO];
+    [label setPreferredMaxLayoutWidth:explanationWidth];
     [label setHidden:YES];
     return label;
 }
@@ -27,6 +30,24 @@ void show(NSTextField* label, NSString* text) {
 }
 
 } // namespace
+
+/// A line of views above the lines that explain it. Its baseline, at which the caption beside it stands, is
+/// that of the words in the first line, which stand in the middle of it; stacks promise none of their own.
+@interface KelpaControlCell : NSStackView
+@end
+
+@implementation KelpaControlCell
+
+- (CGFloat)firstBaselineOffsetFromTop {
+    NSStackView* line = static_cast<NSStackView*>([[self arrangedSubviews] firstObject]);
+    const CGFloat height = [line fittingSize].height;
+    for (NSView* view in [line arrangedSubviews])
+        if (const CGFloat baseline = [view firstBaselineOffsetFromTop]; baseline > 0)
+            return (height - [view fittingSize].height) / 2 + baseline;
+    return 0;
+}
+
+@end
 
 @implementation KelpaControl {
     std::string _name;
@@ -58,7 +79,7 @@ void show(NSTextField* label, NSString* text) {
     if (!control.unit.empty())
         [line addArrangedSubview:kelpa::makeLabel(control.unit, [NSFont systemFontOfSize:0],
                                                   [NSColor labelColor])];
-    _cell = [NSStackView stackViewWithViews:@[ line, _hint, _problem ]];
+    _cell = [KelpaControlCell stackViewWithViews:@[ line, _hint, _problem ]];
     [_cell setOrientation:NSUserInterfaceLayoutOrientationVertical];
     [_cell setAlignment:NSLayoutAttributeLeading];
     [_cell setSpacing:spacing];

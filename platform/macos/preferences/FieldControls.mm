@@ -33,10 +33,11 @@ constexpr CGFloat numberWidth = 64;
     NSText* editor = [_field currentEditor];
     if ([text isEqualToString:editor ? [editor string] : [_field stringValue]])
         return;
-    if (editor)
-        [editor setString:text];
-    else
-        [_field setStringValue:text];
+    if (!editor)
+        return [_field setStringValue:text];
+    [editor setString:text];
+    // What was typed into the text before cannot be taken back out of this one.
+    [[editor undoManager] removeAllActions];
 }
 
 - (void)controlTextDidChange:(NSNotification*)notification {

@@ -55,8 +55,8 @@ NSString* const columnName = @"prompt";
     [scroll setDocumentView:_table];
     [scroll setHasVerticalScroller:YES];
     [scroll setBorderType:NSBezelBorder];
-    [[[scroll widthAnchor] constraintGreaterThanOrEqualToConstant:listWidth] setActive:YES];
-    [[[scroll heightAnchor] constraintGreaterThanOrEqualToConstant:listHeight] setActive:YES];
+    [[[scroll widthAnchor] constraintEqualToConstant:listWidth] setActive:YES];
+    [[[scroll heightAnchor] constraintEqualToConstant:listHeight] setActive:YES];
     return scroll;
 }
 

@@ -128,9 +128,29 @@ TimeOfDay timeOf(NSDatePicker* picker) {
 
 @end
 
+namespace {
+
+/// A capsule around the button that adds a time.
+KelpaCapsule* makePlusTile(NSButton* plus) {
+    KelpaCapsule* tile = [[KelpaCapsule alloc] initWithColor:[NSColor controlBackgroundColor]];
+    [tile castShadow:kelpa::measures::selectionShadow];
+    [plus setTranslatesAutoresizingMaskIntoConstraints:NO];
+    [tile addSubview:plus];
+    [NSLayoutConstraint activateConstraints:@[
+        [[plus leadingAnchor] constraintEqualToAnchor:[tile leadingAnchor] constant:tilePadding],
+        [[plus trailingAnchor] constraintEqualToAnchor:[tile trailingAnchor] constant:-tilePadding],
+        [[plus topAnchor] constraintEqualToAnchor:[tile topAnchor] constant:tilePadding],
+        [[plus bottomAnchor] constraintEqualToAnchor:[tile bottomAnchor] constant:-tilePadding],
+    ]];
+    return tile;
+}
+
+} // namespace
+
 @implementation KelpaTimePointsControl {
     NSStackView* _rows;
     NSButton* _plus;
+    KelpaCapsule* _plusTile;
     kelpa::SymbolButton _remove;
     NSDatePicker* _newTime;
     NSPopover* _popover;
@@ -146,12 +166,13 @@ TimeOfDay timeOf(NSDatePicker* picker) {
     _plus = [NSButton buttonWithImage:plus target:self action:@selector(plusClicked:)];
     [_plus setBordered:NO];
     [_plus setAccessibilityLabel:addName];
+    _plusTile = makePlusTile(_plus);
     _rows = [[NSStackView alloc] initWithFrame:NSZeroRect];
     [_rows setOrientation:NSUserInterfaceLayoutOrientationVertical];
     [_rows setAlignment:NSLayoutAttributeLeading];
     [_rows setSpacing:spacing];
     [_rows setAccessibilityLabel:kelpa::toNSString(control.label)];
-    [self showTiles:@[ _plus ]];
+    [self showTiles:@[ _plusTile ]];
     return @[ _rows ];
 }
 
@@ -159,7 +180,7 @@ TimeOfDay timeOf(NSDatePicker* picker) {
     NSMutableArray* tiles = [NSMutableArray array];
     for (const kelpa::TimePoint& point : points)
         [tiles addObject:[self tileOf:point]];
-    [tiles addObject:_plus];
+    [tiles addObject:_plusTile];
     [self showTiles:tiles];
 }
 
@@ -210,6 +231,8 @@ TimeOfDay timeOf(NSDatePicker* picker) {
     NSStackView* frame = [NSStackView stackViewWithViews:@[ _newTime ]];
     [frame setEdgeInsets:NSEdgeInsetsMake(pickerPadding, pickerPadding, pickerPadding, pickerPadding)];
     [[[_newTime widthAnchor] constraintGreaterThanOrEqualToConstant:pickerWidth] setActive:YES];
+    // The popover takes the size that its content has when it is given it.
+    [frame setFrameSize:[frame fittingSize]];
     return frame;
 }
 

@@ -120,6 +120,12 @@ constexpr CGFloat gap = 4;
                       static_cast<CGFloat>([self rows]) * tileHeight);
 }
 
+/// Of the words in the first row, which stand in the middle of their tiles.
+- (CGFloat)firstBaselineOffsetFromTop {
+    NSFont* font = [[_tiles firstObject] font];
+    return font ? (tileHeight + [font capHeight]) / 2 : 0;
+}
+
 - (NSRect)frameOfTile:(NSUInteger)index {
     const auto columns = static_cast<NSUInteger>(_columns);
     const CGFloat width = (NSWidth([self bounds]) + gap) / static_cast<CGFloat>(_columns);
