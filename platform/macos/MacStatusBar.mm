@@ -25,6 +25,12 @@ void show(NSMenuItem* item, const MenuLine& line) {
     [item setEnabled:line.enabled];
 }
 
+/// The menu bar's font with figures of one width, so that the other items there do not move every second.
+NSFont* titleFont() {
+    return [NSFont monospacedDigitSystemFontOfSize:[[NSFont menuBarFontOfSize:0] pointSize]
+                                            weight:NSFontWeightRegular];
+}
+
 NSMenuItem* newItem(const MenuLine& line) {
     if (line.separator)
         return static_cast<NSMenuItem*>([NSMenuItem separatorItem]);
@@ -72,6 +78,7 @@ void MacStatusBar::createItem(const std::string& image, MenuClicks& clicks) {
     [icon setTemplate:YES];
     [[item_ button] setImage:icon];
     [[item_ button] setImagePosition:NSImageLeading];
+    [[item_ button] setFont:titleFont()];
     [item_ setMenu:menu_];
 }
 

@@ -204,8 +204,10 @@ extern NSFontTextStyle const NSFontTextStyleBody SINCE(11.0);
 extern NSFontTextStyle const NSFontTextStyleFootnote SINCE(11.0);
 typedef CGFloat NSFontWeight;
 extern const NSFontWeight NSFontWeightRegular SINCE(10.11);
+extern const NSFontWeight NSFontWeightBold SINCE(10.11);
 
 @interface NSFont (MacDeclarations)
++ (NSFont*)monospacedDigitSystemFontOfSize:(CGFloat)fontSize weight:(NSFontWeight)weight SINCE(10.11);
 + (NSFont*)preferredFontForTextStyle:(NSFontTextStyle)style options:(NSDictionary*)options SINCE(11.0);
 @end
 

@@ -50,7 +50,9 @@ NSStackView* stackOf(NSArray* views, NSUserInterfaceLayoutOrientation orientatio
     NSColor* secondary = [NSColor secondaryLabelColor];
     NSFont* body = kelpa::textFont(NSFontTextStyleBody);
     _prompt = kelpa::makeCenteredText("", [NSFont boldSystemFontOfSize:measures::promptSize], secondary);
-    _count = kelpa::makeLabel("", [NSFont boldSystemFontOfSize:measures::countSize], [NSColor labelColor]);
+    // Figures of one width: nothing moves when one of them changes.
+    NSFont* figures = [NSFont monospacedDigitSystemFontOfSize:measures::countSize weight:NSFontWeightBold];
+    _count = kelpa::makeLabel("", figures, [NSColor labelColor]);
     // Never cut off or broken: the layout around it makes room.
     for (const auto orientation :
          {NSLayoutConstraintOrientationHorizontal, NSLayoutConstraintOrientationVertical})
