@@ -215,6 +215,9 @@ KelpaCapsule* makePlusTile(NSButton* plus) {
 
 - (void)plusClicked:(id)sender {
     (void)sender;
+    // Still on its way out, with a time that is yet to be taken.
+    if (_popover)
+        return;
     _newTime = makePicker();
     [_newTime setDateValue:dateOf(_proposed.hour, _proposed.minute)];
     [_newTime setAccessibilityLabel:[_plus accessibilityLabel]];

@@ -124,11 +124,6 @@ NSStackView* stackOf(NSArray* views, NSUserInterfaceLayoutOrientation orientatio
     [_skip setHidden:!offered];
 }
 
-- (void)windowWillShow {
-    // No button is the one that a key would press.
-    [[self window] makeFirstResponder:nil];
-}
-
 /// The way out of a break is Skip, where it is offered; the window as such cannot be closed.
 - (void)windowWantsToClose {
     kelpa::BreakScreenClient* client = _client;

@@ -194,11 +194,6 @@ NSBox* makeDivider() {
     [_done setEnabled:enabled];
 }
 
-- (void)windowWillShow {
-    // No button is the one that a key would press.
-    [[self window] makeFirstResponder:nil];
-}
-
 - (void)windowWantsToClose {
     kelpa::WaterPanelClient* client = _client;
     kelpa::callCore([client] { client->closePressed(); });

@@ -6,8 +6,6 @@
 
 /// What fills one of the program's own windows.
 @protocol KelpaContent <NSObject>
-/// The window is about to be shown.
-- (void)windowWillShow;
 /// The user wants the window gone without an answer.
 - (void)windowWantsToClose;
 @end

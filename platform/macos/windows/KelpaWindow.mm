@@ -88,8 +88,9 @@ __weak KelpaWindow* presented;
 - (void)present {
     _deafUntil = CACurrentMediaTime() + _deafSeconds;
     [self restorePlace];
-    [_content windowWillShow];
     [self orderFrontRegardless];
+    // No button is the one that a key would press. The system chooses one when it first shows a window.
+    [self makeFirstResponder:nil];
     presented = self;
 }
 
