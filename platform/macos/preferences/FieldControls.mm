@@ -11,6 +11,7 @@ constexpr CGFloat numberWidth = 64;
 
 @implementation KelpaTextControl {
     NSTextField* _field;
+    BOOL _leaving;
 }
 
 - (NSArray<NSView*>*)makeViews:(const kelpa::PreferencesControl&)control
@@ -30,7 +31,8 @@ constexpr CGFloat numberWidth = 64;
 /// Of a field that is being typed in, the text stands in the window's shared editor. A text that is there
 /// already is left alone, and with it the place of the cursor.
 - (void)setText:(NSString*)text {
-    NSText* editor = [_field currentEditor];
+    // While the field is left the editor may be there still, but what it holds has been taken already.
+    NSText* editor = _leaving ? nil : [_field currentEditor];
     if ([text isEqualToString:editor ? [editor string] : [_field stringValue]])
         return;
     if (!editor)
@@ -47,7 +49,9 @@ constexpr CGFloat numberWidth = 64;
 
 - (void)controlTextDidEndEditing:(NSNotification*)notification {
     (void)notification;
+    _leaving = YES;
     kelpa::callCore([&] { [self client].entered([self name], kelpa::toString([_field stringValue])); });
+    _leaving = NO;
 }
 
 @end
