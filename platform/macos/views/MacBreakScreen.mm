@@ -32,6 +32,7 @@ NSStackView* stackOf(NSArray* views, NSUserInterfaceLayoutOrientation orientatio
     KelpaLinkButton* _link;
     NSTextField* _hint;
     KelpaCapsuleButton* _skip;
+    NSStackView* _stack;
     kelpa::BreakScreenClient* _client;
 }
 
@@ -83,17 +84,17 @@ NSStackView* stackOf(NSArray* views, NSUserInterfaceLayoutOrientation orientatio
         stackOf(@[ _link, _hint ], NSUserInterfaceLayoutOrientationVertical, NSLayoutAttributeLeading);
     NSStackView* notice =
         stackOf(@[ _newFeature, column ], NSUserInterfaceLayoutOrientationHorizontal, NSLayoutAttributeTop);
-    NSStackView* stack = stackOf(@[ _prompt, spacer, _count, notice, _skip ],
-                                 NSUserInterfaceLayoutOrientationVertical, NSLayoutAttributeCenterX);
-    [stack setCustomSpacing:defaultSpacing + measures::padding afterView:_prompt];
-    [stack setCustomSpacing:defaultSpacing + measures::padding afterView:spacer];
-    [stack setCustomSpacing:defaultSpacing + measures::padding afterView:_count];
-    [stack setTranslatesAutoresizingMaskIntoConstraints:NO];
-    [self addSubview:stack];
+    _stack = stackOf(@[ _prompt, spacer, _count, notice, _skip ], NSUserInterfaceLayoutOrientationVertical,
+                     NSLayoutAttributeCenterX);
+    [_stack setCustomSpacing:defaultSpacing + measures::padding afterView:_prompt];
+    [_stack setCustomSpacing:defaultSpacing + measures::padding afterView:spacer];
+    [_stack setCustomSpacing:defaultSpacing + measures::padding afterView:_count];
+    [_stack setTranslatesAutoresizingMaskIntoConstraints:NO];
+    [self addSubview:_stack];
     [NSLayoutConstraint activateConstraints:@[
         [[spacer heightAnchor] constraintEqualToConstant:measures::belowPrompt],
-        [[stack centerXAnchor] constraintEqualToAnchor:[self centerXAnchor]],
-        [[stack centerYAnchor] constraintEqualToAnchor:[self centerYAnchor]],
+        [[_stack centerXAnchor] constraintEqualToAnchor:[self centerXAnchor]],
+        [[_stack centerYAnchor] constraintEqualToAnchor:[self centerYAnchor]],
     ]];
 }
 
@@ -101,6 +102,16 @@ NSStackView* stackOf(NSArray* views, NSUserInterfaceLayoutOrientation orientatio
 - (void)setFrameSize:(NSSize)size {
     [super setFrameSize:size];
     [_prompt setPreferredMaxLayoutWidth:size.width - 2 * measures::padding];
+    [self fitPrompt];
+}
+
+/// One that is too long for the whole screen becomes smaller rather than push Skip off it.
+- (void)fitPrompt {
+    const CGFloat room = NSHeight([self bounds]) - 2 * measures::padding;
+    CGFloat size = measures::promptSize;
+    [_prompt setFont:[NSFont boldSystemFontOfSize:size]];
+    while (room > 0 && size > [NSFont smallSystemFontSize] && [_stack fittingSize].height > room)
+        [_prompt setFont:[NSFont boldSystemFontOfSize:--size]];
 }
 
 - (void)setTexts:(const kelpa::BreakScreenTexts&)texts {
@@ -114,6 +125,7 @@ NSStackView* stackOf(NSArray* views, NSUserInterfaceLayoutOrientation orientatio
 
 - (void)setPrompt:(NSString*)prompt {
     [_prompt setStringValue:prompt];
+    [self fitPrompt];
 }
 
 - (void)setCount:(NSString*)count {
@@ -122,6 +134,7 @@ NSStackView* stackOf(NSArray* views, NSUserInterfaceLayoutOrientation orientatio
 
 - (void)setSkipOffered:(BOOL)offered {
     [_skip setHidden:!offered];
+    [self fitPrompt];
 }
 
 /// The way out of a break is Skip, where it is offered; the window as such cannot be closed.

@@ -122,8 +122,7 @@ constexpr CGFloat gap = 4;
 
 /// Of the words in the first row, which stand in the middle of their tiles.
 - (CGFloat)firstBaselineOffsetFromTop {
-    NSFont* font = [[_tiles firstObject] font];
-    return font ? (tileHeight + [font capHeight]) / 2 : 0;
+    return (tileHeight + [[NSFont systemFontOfSize:0] capHeight]) / 2;
 }
 
 - (NSRect)frameOfTile:(NSUInteger)index {
