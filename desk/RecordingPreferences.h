@@ -39,7 +39,7 @@ class RecordingPreferences final : public PreferencesWindow {
     }
     void setChosen(const std::string& id, std::int64_t value) override { tell(id).chosen = value; }
     void setTimeOfDay(const std::string& id, int hour, int minute) override {
-        tell(id).time = {hour, minute, {}};
+        tell(id).time = {hour, minute, {}, {}};
     }
     void setTimePoints(const std::string& id, const std::vector<TimePoint>& points) override {
         tell(id).points = points;

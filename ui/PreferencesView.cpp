@@ -45,7 +45,7 @@ PreferencesLayout PreferencesView::layout() const {
                       {"trash.fill", localized("Delete")},
                       {"gobackward", localized("Reset to the built-in prompts")}};
     layout.addTimePoint = {"plus", localized("Add a time")};
-    layout.removeTimePoint = {"xmark.circle.fill", localized("Remove this time")};
+    layout.removalSymbol = "xmark.circle.fill";
     layout.decrease = {"minus", localized("Decrease")};
     layout.increase = {"plus", localized("Increase")};
     return layout;

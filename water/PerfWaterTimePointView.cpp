@@ -18,7 +18,8 @@ void PerfWaterTimePointView::show() {
     std::vector<TimePoint> points;
     for (const Date point : state_.selectedTimings()) {
         const CivilTime time = state_.calendar().civil(point);
-        points.push_back({time.hour, time.minute, WaterPane::hoursAndMintes(state_.calendar(), point)});
+        const std::string text = WaterPane::hoursAndMintes(state_.calendar(), point);
+        points.push_back({time.hour, time.minute, text, localized("Remove this time") + " " + text});
     }
     const auto earlier = [](const TimePoint& a, const TimePoint& b) {
         return std::tie(a.hour, a.minute) < std::tie(b.hour, b.minute);

@@ -74,8 +74,10 @@ void WaterView::observeSettings() {
 void WaterView::showProgress() {
     const float share = state_.finishedPrecent();
     const std::int64_t remain = state_.remain();
+    // More than the whole day's water still is a full bar.
+    const auto fraction = static_cast<double>(std::clamp(share, 0.0F, 1.0F));
     face_->setProgress({std::to_string(state_.finished()), std::to_string(wholePercentage(share)),
-                        remain > 0 ? std::to_string(remain) : std::string(), static_cast<double>(share)});
+                        remain > 0 ? std::to_string(remain) : std::string(), fraction});
 }
 
 void WaterView::showAmount() {

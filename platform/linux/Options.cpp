@@ -1,23 +1,16 @@
 #include "platform/linux/Options.h"
 
-#include "base/Text.h"
 #include "platform/linux/BuildConfig.h"
+#include "platform/posix/Speed.h"
 
 #include <algorithm>
-#include <cmath>
-#include <optional>
 
 namespace kelpa {
 
 namespace {
 
-constexpr double highestSpeed = 1000;
-
-std::optional<double> speedOf(const std::string& text) {
-    const auto speed = parseDecimal(text);
-    if (!speed || !std::isfinite(*speed) || *speed <= 0 || *speed > highestSpeed)
-        return std::nullopt;
-    return speed;
+std::string speedRange() {
+    return "above 0 and up to " + std::to_string(highestSpeed);
 }
 
 /// Control characters of a foreign argument would garble the terminal and break the one line.
@@ -79,7 +72,7 @@ ParsedOptions parseOptions(const std::vector<std::string>& arguments) {
         const std::string value = joined ? argument.substr(withValue.size()) : arguments[++i];
         const auto speed = speedOf(value);
         if (!speed)
-            return refused("--speed needs a number above 0 and up to 1000, not '" + value + "'");
+            return refused("--speed needs a number " + speedRange() + ", not '" + value + "'");
         options.speed = *speed;
     }
     return {options, {}};
@@ -91,7 +84,9 @@ std::string helpText() {
            "Reminds of breaks; lives in the desktop's tray. Where it runs already, it shows its "
            "preferences.\n"
            "\n"
-           "  --speed N   let N seconds pass in one, above 0 and up to 1000, for demonstrations\n"
+           "  --speed N   let N seconds pass in one, " +
+           speedRange() +
+           ", for demonstrations\n"
            "  --help      show this help and end\n"
            "  --version   show the version and end\n"
            "\n"

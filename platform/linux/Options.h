@@ -11,7 +11,7 @@ namespace kelpa {
 struct Options {
     enum class Action { Run, Control, ShowHelp, ShowVersion };
     Action action = Action::Run;
-    double speed = 1;       ///< above 0 up to 1000: how many seconds pass in one
+    double speed = 1;       ///< how many seconds pass in one
     ControlCommand control; ///< what to ask of the running program
 };
 

@@ -1,7 +1,10 @@
 #import <AppKit/AppKit.h>
 
+#import "platform/macos/Bridge.h"
 #import "platform/macos/KelpaDelegate.h"
 #import "platform/macos/Program.h"
+
+#include "platform/posix/Speed.h"
 
 namespace {
 
@@ -10,8 +13,13 @@ namespace {
 double speed() {
     NSUserDefaults* defaults = [NSUserDefaults standardUserDefaults];
     NSDictionary* arguments = [defaults volatileDomainForName:NSArgumentDomain];
-    const double asked = [[arguments objectForKey:@"speed"] doubleValue];
-    return asked > 0 ? asked : 1.0;
+    const id asked = [arguments objectForKey:@"speed"];
+    if (!asked)
+        return 1;
+    const auto speed = kelpa::speedOf(kelpa::toString([asked description]));
+    if (!speed)
+        NSLog(@"-speed needs a number above 0 and up to %d, not %@", kelpa::highestSpeed, asked);
+    return speed.value_or(1);
 }
 
 } // namespace

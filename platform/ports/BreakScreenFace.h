@@ -27,7 +27,7 @@ class BreakScreenFace {
     virtual ~BreakScreenFace() = default;
     virtual void setTexts(const BreakScreenTexts& texts) = 0;
     virtual void setPrompt(const std::string& prompt) = 0; ///< may hold line feeds
-    virtual void setCount(const std::string& count) = 0;   ///< once a second; must not allocate
+    virtual void setCount(const std::string& count) = 0;   ///< once a second, so it must be cheap
     virtual void setSkipOffered(bool offered) = 0;
 };
 

@@ -21,6 +21,7 @@ inline constexpr int capsulePadding = 8;
 inline constexpr int slimCapsulePadding = 5;
 
 // The water panel
+inline constexpr int panelPadding = 8; ///< at its edges, and between what stands in a row
 inline constexpr int captionSize = 10;
 /// A figure that has no room becomes smaller, to this part of its size at most.
 inline constexpr double figureShrink = 0.8;
@@ -37,6 +38,9 @@ inline constexpr int tileColumns = 3;
 inline constexpr int tileHeight = 34;
 inline constexpr int tileInset = 3; ///< of the capsule that lies beneath the chosen one
 inline constexpr double slideSeconds = 0.25;
+
+// The preferences
+inline constexpr int sectionTitleSize = 12;
 
 // What the program says of itself
 inline constexpr int pictureSize = 96;

@@ -81,9 +81,9 @@ struct PreferencesLayout {
     int minimumHeight = 0;
     std::vector<PreferencesPane> panes;
     PromptListButtons prompts;
-    SymbolButton addTimePoint;    ///< the tile that adds a time
-    SymbolButton removeTimePoint; ///< on each tile
-    SymbolButton decrease;        ///< also names a stepper's lower half
+    SymbolButton addTimePoint; ///< the tile that adds a time
+    std::string removalSymbol; ///< on each time's button that removes it
+    SymbolButton decrease;     ///< also names a stepper's lower half
     SymbolButton increase;
 };
 
@@ -97,6 +97,7 @@ struct TimePoint {
     int hour = 0;
     int minute = 0;
     std::string text;
+    std::string removal; ///< names the button that removes it
     bool operator==(const TimePoint&) const = default;
 };
 

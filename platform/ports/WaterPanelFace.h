@@ -29,7 +29,7 @@ struct WaterProgress {
     std::string finished;
     std::string percent;
     std::string remain;  ///< empty once the target is met
-    double fraction = 0; ///< of the bar that is filled; may be above 1
+    double fraction = 0; ///< of the bar that is filled, from 0 to 1
 };
 
 /// What is said of the next drink.

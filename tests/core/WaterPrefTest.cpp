@@ -142,22 +142,26 @@ TEST(WaterPaneWindow, TimesAreTodaysAndFollowTheTimeZone) {
     const auto& clock = settings.play.desk.clock;
     EXPECT_EQ(clock.civil(water().intervalStartDate()), (CivilTime{2026, 11, 23, 8, 15, 0}));
     EXPECT_EQ(clock.civil(water().intervalEndDate()), (CivilTime{2026, 11, 23, 6, 0, 0}));
-    EXPECT_EQ(settings["intervalEndDate"].time, (TimePoint{6, 0, ""})) << "an end before the start is taken";
+    EXPECT_EQ(settings["intervalEndDate"].time, (TimePoint{6, 0, "", ""}))
+        << "an end before the start is taken";
     EXPECT_FALSE(water().inWorkTime());
     settings.play("zone Asia/Shanghai\n");
     settings.client().cameToFront();
-    EXPECT_EQ(settings["intervalStartDate"].time, (TimePoint{15, 15, ""}));
+    EXPECT_EQ(settings["intervalStartDate"].time, (TimePoint{15, 15, "", ""}));
     EXPECT_EQ(texts(settings["selectedTimings"].points).substr(0, 12), "00:00 01:00 ");
-    EXPECT_EQ(settings["selectedTimings"].time, (TimePoint{18, 0, ""}));
+    EXPECT_EQ(settings["selectedTimings"].time, (TimePoint{18, 0, "", ""}));
     settings.play("clock +21600\n");
     settings.client().cameToFront();
-    EXPECT_EQ(settings["selectedTimings"].time, (TimePoint{0, 0, ""})) << "after the last hour the first one";
+    EXPECT_EQ(settings["selectedTimings"].time, (TimePoint{0, 0, "", ""}))
+        << "after the last hour the first one";
 }
 
 TEST(WaterPaneWindow, TilesStandInTheOrderOfTheDayAndTheLastOneStays) {
     Settings settings("start 2026-11-23T10:00:30\nlaunch\npref selectedTimings 13:30 09:00\n", {"set"});
     EXPECT_EQ(texts(settings["selectedTimings"].points), "09:00 13:30 ");
-    EXPECT_EQ(settings["selectedTimings"].time, (TimePoint{11, 0, ""})) << "the next full hour is proposed";
+    EXPECT_EQ(settings["selectedTimings"].points.back().removal, "Remove this time 13:30");
+    EXPECT_EQ(settings["selectedTimings"].time, (TimePoint{11, 0, "", ""}))
+        << "the next full hour is proposed";
     settings.play("clock +86400\n");
     settings.client().timePointAdded("selectedTimings", 9, 0);
     settings.client().timePointAdded("selectedTimings", 8, 5);

@@ -278,6 +278,7 @@ TEST(WaterPanel, FollowsChangesOfTheSettingsAndSaysWhenItIsOutOfHours) {
     play("pref target 100\npref finished 150\n");
     EXPECT_EQ(panel->progress.remain, "");
     EXPECT_EQ(panel->progress.percent, "150");
+    EXPECT_EQ(panel->progress.fraction, 1);
     EXPECT_EQ(play("pref intervalStartDate 11:00\n+5\n"),
               (Lines{"1.000 water tip \"Not in work time!\"", "1.000 water cancelled"}));
     EXPECT_EQ(panel->counting.remaining, "");

@@ -98,7 +98,7 @@ PreferencesLayout layout() {
              {"trash.fill", "Delete"},
              {"gobackward", "Reset"}},
             {"plus", "Add a time"},
-            {"xmark.circle.fill", "Remove"},
+            "xmark.circle.fill",
             {"minus", "Less"},
             {"plus", "More"}};
 }
@@ -144,7 +144,7 @@ void SamplePreferences::showPoints() {
     for (const auto& [hour, minute] : points_) {
         char text[32];
         std::snprintf(text, sizeof text, "%02d:%02d", hour, minute);
-        points.push_back({hour, minute, text});
+        points.push_back({hour, minute, text, std::string("Remove ") + text});
     }
     window_.setTimePoints("points", points);
 }

@@ -51,7 +51,7 @@ TEST(PreferencesJson, WritesTheWholeLayout) {
         R"({"minimumWidth":480,"minimumHeight":400,"buttons":{"addPrompt":{"symbol":"plus","name":"Add"},)"
         R"("editPrompt":{"symbol":"","name":""},"cancelPrompt":"","removePrompt":{"symbol":"","name":""},)"
         R"("resetPrompts":{"symbol":"","name":""},"addTimePoint":{"symbol":"","name":""},)"
-        R"("removeTimePoint":{"symbol":"","name":""},"decrease":{"symbol":"minus","name":"Less"},)"
+        R"("removalSymbol":"","decrease":{"symbol":"minus","name":"Less"},)"
         R"("increase":{"symbol":"","name":""}},"panes":[{"label":"Workflow","symbol":"tray.circle","sections":[{"title":"Short",)"
         R"("rows":[{"caption":"Every","id":"work","kind":"number","label":"Work","unit":"mins"}]}]},)"
         R"({"label":"About","symbol":"info.circle","sections":[],"about":{"icon":"icon","glyph":"g",)"
@@ -61,7 +61,8 @@ TEST(PreferencesJson, WritesTheWholeLayout) {
 TEST(PreferencesJson, WritesListsAndCutsAnEndlessOne) {
     EXPECT_EQ(choicesJson({{-1, "a"}, {90, "b\"c"}}),
               R"([{"value":"-1","text":"a"},{"value":"90","text":"b\"c"}])");
-    EXPECT_EQ(timePointsJson({{8, 5, "08:05"}}), R"([{"value":"8:5","text":"08:05"}])");
+    EXPECT_EQ(timePointsJson({{8, 5, "08:05", "No 08:05"}}),
+              R"([{"value":"8:5","text":"08:05","removal":"No 08:05"}])");
     EXPECT_EQ(promptsJson({"one\\ntwo"}), R"([{"text":"one\\ntwo"}])");
     EXPECT_EQ(promptsJson({}), "[]");
     const std::string many = promptsJson(std::vector<std::string>(1000, std::string(1000, 'p')));

@@ -46,7 +46,8 @@ void ControlState::takeEntries(const QString& json) {
     QList<EntryList::Entry> entries;
     const QJsonArray array = QJsonDocument::fromJson(json.toUtf8()).array();
     for (const QJsonValue& each : array)
-        entries.append({each[QLatin1String("value")].toString(), each[QLatin1String("text")].toString()});
+        entries.append({each[QLatin1String("value")].toString(), each[QLatin1String("text")].toString(),
+                        each[QLatin1String("removal")].toString()});
     entries_.take(entries);
     // The same choice may now be found at another place, or at all.
     emit chosenTold();

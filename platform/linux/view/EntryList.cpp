@@ -74,11 +74,13 @@ int EntryList::rowCount(const QModelIndex& parent) const {
 QVariant EntryList::data(const QModelIndex& index, int role) const {
     if (role == ValueRole)
         return valueAt(index.row());
+    if (role == RemovalRole)
+        return entries_.value(index.row()).removal;
     return role == TextRole || role == Qt::DisplayRole ? textAt(index.row()) : QVariant();
 }
 
 QHash<int, QByteArray> EntryList::roleNames() const {
-    return {{ValueRole, "value"}, {TextRole, "text"}};
+    return {{ValueRole, "value"}, {TextRole, "text"}, {RemovalRole, "removal"}};
 }
 
 } // namespace kelpa

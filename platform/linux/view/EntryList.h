@@ -19,9 +19,10 @@ class EntryList : public QAbstractListModel {
     struct Entry {
         QString value;
         QString text;
+        QString removal; ///< names the button that removes it, where it has one
         bool operator==(const Entry&) const = default;
     };
-    enum Role { ValueRole = Qt::UserRole, TextRole };
+    enum Role { ValueRole = Qt::UserRole, TextRole, RemovalRole };
 
     using QAbstractListModel::QAbstractListModel;
     void take(const QList<Entry>& entries);

@@ -19,6 +19,7 @@ class Measures : public QObject {
     Q_PROPERTY(int belowPrompt MEMBER belowPrompt_ CONSTANT FINAL)
     Q_PROPERTY(int capsulePadding MEMBER capsulePadding_ CONSTANT FINAL)
     Q_PROPERTY(int slimCapsulePadding MEMBER slimCapsulePadding_ CONSTANT FINAL)
+    Q_PROPERTY(int panelPadding MEMBER panelPadding_ CONSTANT FINAL)
     Q_PROPERTY(int captionSize MEMBER captionSize_ CONSTANT FINAL)
     Q_PROPERTY(double figureShrink MEMBER figureShrink_ CONSTANT FINAL)
     Q_PROPERTY(int cupSize MEMBER cupSize_ CONSTANT FINAL)
@@ -31,6 +32,7 @@ class Measures : public QObject {
     Q_PROPERTY(int tileHeight MEMBER tileHeight_ CONSTANT FINAL)
     Q_PROPERTY(int tileInset MEMBER tileInset_ CONSTANT FINAL)
     Q_PROPERTY(int slideTime MEMBER slideTime_ CONSTANT FINAL)
+    Q_PROPERTY(int sectionTitleSize MEMBER sectionTitleSize_ CONSTANT FINAL)
     Q_PROPERTY(int pictureSize MEMBER pictureSize_ CONSTANT FINAL)
     Q_PROPERTY(int belowGlyph MEMBER belowGlyph_ CONSTANT FINAL)
     QML_ELEMENT
@@ -48,6 +50,7 @@ class Measures : public QObject {
     int belowPrompt_ = measures::belowPrompt;
     int capsulePadding_ = measures::capsulePadding;
     int slimCapsulePadding_ = measures::slimCapsulePadding;
+    int panelPadding_ = measures::panelPadding;
     int captionSize_ = measures::captionSize;
     double figureShrink_ = measures::figureShrink;
     int cupSize_ = measures::cupSize;
@@ -60,6 +63,7 @@ class Measures : public QObject {
     int tileHeight_ = measures::tileHeight;
     int tileInset_ = measures::tileInset;
     int slideTime_ = milliseconds(measures::slideSeconds);
+    int sectionTitleSize_ = measures::sectionTitleSize;
     int pictureSize_ = measures::pictureSize;
     int belowGlyph_ = measures::belowGlyph;
 };

@@ -79,7 +79,7 @@ void writeButtons(JsonWriter& json, const PreferencesLayout& layout) {
     write(json, "removePrompt", layout.prompts.remove);
     write(json, "resetPrompts", layout.prompts.reset);
     write(json, "addTimePoint", layout.addTimePoint);
-    write(json, "removeTimePoint", layout.removeTimePoint);
+    json.member("removalSymbol", layout.removalSymbol);
     write(json, "decrease", layout.decrease);
     write(json, "increase", layout.increase);
     json.endObject();
@@ -117,9 +117,10 @@ std::string choicesJson(const std::vector<PreferencesChoice>& choices) {
 std::string timePointsJson(const std::vector<TimePoint>& points) {
     JsonWriter json;
     json.beginArray();
-    for (const auto& [hour, minute, text] : points) {
+    for (const auto& [hour, minute, text, removal] : points) {
         const std::string value = std::to_string(hour) + ":" + std::to_string(minute);
-        json.beginObject().member("value", value).member("text", text).endObject();
+        json.beginObject().member("value", value).member("text", text);
+        json.member("removal", removal).endObject();
     }
     json.endArray();
     return json.written();

@@ -29,7 +29,7 @@ std::optional<TimePoint> timeIn(const wire::Message& message) {
     const auto minute = message.number(2);
     if (!hour || !minute || *hour < 0 || *hour > 23 || *minute < 0 || *minute > 59)
         return std::nullopt;
-    return TimePoint{*hour, *minute, {}};
+    return TimePoint{*hour, *minute, {}, {}};
 }
 
 } // namespace

@@ -106,7 +106,7 @@ inline constexpr std::string_view layout = "layout";
 /// What a control shows: the property is one of these, a colon, and the control's id.
 inline constexpr std::string_view onField = "on";
 inline constexpr std::string_view textField = "text";
-/// JSON: objects of value and text.
+/// JSON: objects of value and text, those of time points also with what names their removal.
 inline constexpr std::string_view entriesField = "entries";
 inline constexpr std::string_view chosenField = "chosen";
 /// HOUR:MINUTE

@@ -13,7 +13,6 @@ namespace {
 constexpr CGFloat margin = 20;
 constexpr CGFloat rowSpacing = 10;
 constexpr CGFloat sectionGap = 8;
-constexpr CGFloat titleSize = 12;
 
 /// A title's row in the grid, or -1, and the rows that stand under it.
 struct Section {
@@ -83,7 +82,7 @@ struct Section {
 }
 
 - (NSInteger)addTitle:(const std::string&)title {
-    NSFont* font = [NSFont boldSystemFontOfSize:titleSize];
+    NSFont* font = [NSFont boldSystemFontOfSize:kelpa::measures::sectionTitleSize];
     NSTextField* label = kelpa::makeLabel(title, font, [NSColor labelColor]);
     NSGridRow* row = [_grid addRowWithViews:@[ label, [NSGridCell emptyContentView] ]];
     [row setTopPadding:sectionGap];

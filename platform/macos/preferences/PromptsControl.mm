@@ -31,7 +31,7 @@ NSString* const columnName = @"prompt";
     _editName = kelpa::toNSString(buttons.edit.name);
     _cancelName = kelpa::toNSString(buttons.cancel);
     NSStackView* column = [NSStackView stackViewWithViews:@[
-        [self makeList:kelpa::toNSString(control.label)], [self makeAddRow:buttons.add],
+        [self makeAddRow:buttons.add], [self makeList:kelpa::toNSString(control.label)],
         [self makeButtons:buttons]
     ]];
     [column setOrientation:NSUserInterfaceLayoutOrientationVertical];

@@ -1,17 +1,13 @@
 #import "platform/macos/preferences/TimeControls.h"
 
 #import "platform/macos/Bridge.h"
-#import "platform/macos/views/Capsule.h"
-#import "platform/macos/views/Labels.h"
-
-#include "platform/ports/Measures.h"
+#import "platform/macos/preferences/TimeTile.h"
 
 #include <algorithm>
 
 namespace {
 
 constexpr CGFloat spacing = 8;
-constexpr CGFloat tilePadding = 8;
 constexpr CGFloat pickerWidth = 80;
 constexpr CGFloat pickerPadding = 8;
 constexpr std::size_t tilesInRow = 4;
@@ -74,84 +70,11 @@ TimeOfDay timeOf(NSDatePicker* picker) {
 
 @end
 
-/// A time on a capsule, and the button that removes it.
-@interface KelpaTimeTile : KelpaCapsule
-- (instancetype)initWithPoint:(const kelpa::TimePoint&)point
-                       remove:(const kelpa::SymbolButton&)remove
-                      removed:(void (^)(void))removed;
-@end
-
-@implementation KelpaTimeTile {
-    void (^_removed)(void);
-}
-
-- (instancetype)initWithPoint:(const kelpa::TimePoint&)point
-                       remove:(const kelpa::SymbolButton&)remove
-                      removed:(void (^)(void))removed {
-    self = [super initWithColor:[NSColor controlBackgroundColor]];
-    if (self) {
-        _removed = [removed copy];
-        [self castShadow:kelpa::measures::selectionShadow];
-        NSString* name = kelpa::toNSString(remove.name);
-        NSImage* cross = [NSImage imageWithSystemSymbolName:kelpa::toNSString(remove.symbol)
-                                   accessibilityDescription:name];
-        NSButton* button = [NSButton buttonWithImage:cross target:self action:@selector(clicked:)];
-        [button setBordered:NO];
-        // Which of the times it removes is said with the button, because each tile has one.
-        [button setAccessibilityLabel:[name stringByAppendingFormat:@" %@", kelpa::toNSString(point.text)]];
-        [self fillWith:kelpa::makeLabel(point.text, [NSFont systemFontOfSize:0], [NSColor labelColor])
-                button:button];
-    }
-    return self;
-}
-
-- (void)fillWith:(NSTextField*)label button:(NSButton*)button {
-    NSStackView* row = [NSStackView stackViewWithViews:@[ label, button ]];
-    [row setSpacing:spacing / 2];
-    [row setEdgeInsets:NSEdgeInsetsMake(tilePadding / 2, tilePadding, tilePadding / 2, tilePadding)];
-    [row setTranslatesAutoresizingMaskIntoConstraints:NO];
-    [self addSubview:row];
-    [NSLayoutConstraint activateConstraints:@[
-        [[row leadingAnchor] constraintEqualToAnchor:[self leadingAnchor]],
-        [[row trailingAnchor] constraintEqualToAnchor:[self trailingAnchor]],
-        [[row topAnchor] constraintEqualToAnchor:[self topAnchor]],
-        [[row bottomAnchor] constraintEqualToAnchor:[self bottomAnchor]],
-    ]];
-}
-
-- (void)clicked:(id)sender {
-    (void)sender;
-    // The tile goes with its time, and the block with it.
-    void (^const removed)(void) = _removed;
-    removed();
-}
-
-@end
-
-namespace {
-
-/// A capsule around the button that adds a time.
-KelpaCapsule* makePlusTile(NSButton* plus) {
-    KelpaCapsule* tile = [[KelpaCapsule alloc] initWithColor:[NSColor controlBackgroundColor]];
-    [tile castShadow:kelpa::measures::selectionShadow];
-    [plus setTranslatesAutoresizingMaskIntoConstraints:NO];
-    [tile addSubview:plus];
-    [NSLayoutConstraint activateConstraints:@[
-        [[plus leadingAnchor] constraintEqualToAnchor:[tile leadingAnchor] constant:tilePadding],
-        [[plus trailingAnchor] constraintEqualToAnchor:[tile trailingAnchor] constant:-tilePadding],
-        [[plus topAnchor] constraintEqualToAnchor:[tile topAnchor] constant:tilePadding],
-        [[plus bottomAnchor] constraintEqualToAnchor:[tile bottomAnchor] constant:-tilePadding],
-    ]];
-    return tile;
-}
-
-} // namespace
-
 @implementation KelpaTimePointsControl {
     NSStackView* _rows;
     NSButton* _plus;
-    KelpaCapsule* _plusTile;
-    kelpa::SymbolButton _remove;
+    NSView* _plusTile;
+    NSString* _removalSymbol;
     NSDatePicker* _newTime;
     NSPopover* _popover;
     TimeOfDay _proposed;
@@ -159,14 +82,14 @@ KelpaCapsule* makePlusTile(NSButton* plus) {
 
 - (NSArray<NSView*>*)makeViews:(const kelpa::PreferencesControl&)control
                         layout:(const kelpa::PreferencesLayout&)layout {
-    _remove = layout.removeTimePoint;
+    _removalSymbol = kelpa::toNSString(layout.removalSymbol);
     NSString* addName = kelpa::toNSString(layout.addTimePoint.name);
     NSImage* plus = [NSImage imageWithSystemSymbolName:kelpa::toNSString(layout.addTimePoint.symbol)
                               accessibilityDescription:addName];
     _plus = [NSButton buttonWithImage:plus target:self action:@selector(plusClicked:)];
     [_plus setBordered:NO];
     [_plus setAccessibilityLabel:addName];
-    _plusTile = makePlusTile(_plus);
+    _plusTile = kelpa::makePlusTile(_plus);
     _rows = [[NSStackView alloc] initWithFrame:NSZeroRect];
     [_rows setOrientation:NSUserInterfaceLayoutOrientationVertical];
     [_rows setAlignment:NSLayoutAttributeLeading];
@@ -188,7 +111,7 @@ KelpaCapsule* makePlusTile(NSButton* plus) {
     __weak KelpaTimePointsControl* weakSelf = self;
     const TimeOfDay time{point.hour, point.minute};
     return [[KelpaTimeTile alloc] initWithPoint:point
-                                         remove:_remove
+                                         symbol:_removalSymbol
                                         removed:^{
                                           [weakSelf removeHour:time.hour minute:time.minute];
                                         }];
@@ -201,6 +124,7 @@ KelpaCapsule* makePlusTile(NSButton* plus) {
         const NSUInteger length = std::min<NSUInteger>(tilesInRow, [tiles count] - i);
         NSStackView* row = [NSStackView stackViewWithViews:[tiles subarrayWithRange:NSMakeRange(i, length)]];
         [row setSpacing:spacing];
+        [row setAlignment:NSLayoutAttributeBottom];
         [_rows addArrangedSubview:row];
     }
 }

@@ -13,13 +13,12 @@ namespace {
 
 namespace measures = kelpa::measures;
 
-constexpr CGFloat padding = 8;
-constexpr CGFloat spacing = 8;
+constexpr CGFloat padding = measures::panelPadding;
 constexpr NSSize answerPadding = {measures::padding, measures::slimCapsulePadding};
 
 NSStackView* rowOf(NSArray* views) {
     NSStackView* row = [NSStackView stackViewWithViews:views];
-    [row setSpacing:spacing];
+    [row setSpacing:padding];
     return row;
 }
 
@@ -113,7 +112,7 @@ NSBox* makeDivider() {
     [figures setDistribution:NSStackViewDistributionFillEqually];
     NSStackView* counting = rowOf(@[ _tip, _remaining ]);
     NSStackView* answers = [[NSStackView alloc] initWithFrame:NSZeroRect];
-    [answers setSpacing:spacing];
+    [answers setSpacing:padding];
     for (NSView* view in @[ _skip, makeDivider(), _done ])
         [answers addView:view inGravity:NSStackViewGravityTrailing];
     // The countdown takes what the others leave.
@@ -161,7 +160,7 @@ NSBox* makeDivider() {
 }
 
 - (void)setProgress:(const kelpa::WaterProgress&)progress {
-    const CGFloat third = (NSWidth([self bounds]) - 2 * padding - 2 * spacing) / 3;
+    const CGFloat third = (NSWidth([self bounds]) - 4 * padding) / 3;
     for (KelpaWaterFigure* figure in @[ _finished, _percent, _remain ])
         [figure setRoom:third];
     [_wellDone setPreferredMaxLayoutWidth:third];

@@ -8,6 +8,6 @@
 @interface KelpaProgressBar : NSView
 /// The name of the symbol.
 - (void)setSymbol:(const std::string&)name;
-/// Moves to a share of the whole; more than all of it is a full bar.
+/// Moves to a share of the whole, from 0 to 1.
 - (void)setFraction:(CGFloat)fraction;
 @end

@@ -5,8 +5,6 @@
 
 #include "platform/ports/Measures.h"
 
-#include <algorithm>
-
 namespace {
 
 constexpr CGFloat barHeight = kelpa::measures::barHeight;
@@ -47,7 +45,7 @@ constexpr CGFloat cupOffset = 15;
 }
 
 - (void)setFraction:(CGFloat)fraction {
-    _fraction = std::clamp<CGFloat>(fraction, 0, 1);
+    _fraction = fraction;
     [self placeIn:kelpa::measures::barSeconds];
 }
 

@@ -32,7 +32,7 @@ Column {
         text: section.layout.title
         textFormat: Text.PlainText
         color: Theme.secondary
-        font.pixelSize: Theme.footnoteSize
+        font.pixelSize: Measures.sectionTitleSize
         font.bold: true
         Accessible.role: Accessible.Heading
         Accessible.name: text

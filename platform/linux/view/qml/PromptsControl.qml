@@ -10,8 +10,6 @@ Item {
     property string label
 
     function add() {
-        if (adder.text === "")
-            return;
         told.report("promptAdded", [adder.text]);
         adder.clear();
         list.positionViewAtBeginning();

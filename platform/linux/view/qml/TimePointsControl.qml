@@ -46,6 +46,7 @@ Flow {
             id: tile
             required property string value
             required property string text
+            required property string removal
             readonly property alias remover: removeButton
 
             width: control.tileWidth
@@ -72,10 +73,10 @@ Flow {
                 y: -6
                 width: 22
                 height: 22
-                symbol: control.buttons.removeTimePoint.symbol
+                symbol: control.buttons.removalSymbol
                 symbolSize: 16
                 tint: hovered || visualFocus ? Theme.warning : Theme.secondary
-                text: control.buttons.removeTimePoint.name + " " + tile.text
+                text: tile.removal
                 onClicked: {
                     control.focusDue = visualFocus;
                     control.report("timePointRemoved", tile.value);

@@ -14,7 +14,7 @@ Item {
 
     Row {
         anchors.centerIn: parent
-        spacing: Theme.tightSpace + 2
+        spacing: Measures.panelPadding
 
         Text {
             anchors.verticalCenter: counting.counts ? undefined : parent.verticalCenter

@@ -41,7 +41,7 @@ Rectangle {
 
     Item {
         anchors.fill: parent
-        anchors.margins: Theme.tightSpace + 2
+        anchors.margins: Measures.panelPadding
         opacity: panel.reveal
 
         CloseButton {
@@ -90,7 +90,7 @@ Rectangle {
             anchors.right: parent.right
             anchors.rightMargin: Theme.hairSpace
             anchors.bottomMargin: Theme.hairSpace
-            spacing: Theme.tightSpace + 2
+            spacing: Measures.panelPadding
             enabled: !panel.answered
 
             PlainCapsule {

@@ -75,8 +75,7 @@ Column {
         RoundedBox {
             id: fill
             anchors.verticalCenter: parent.verticalCenter
-            // More than the whole day's water still is a full bar.
-            width: Math.max(track.radius * 2, track.width * Math.max(0, Math.min(1, progress.fraction)))
+            width: Math.max(track.radius * 2, track.width * progress.fraction)
             visible: progress.fraction > 0
             height: track.height
             radius: track.radius
