@@ -184,6 +184,16 @@ class Accessible(PreferencesTest):
         self.screen.press("Delete")
         wait_until(lambda: len(self.stored(program)[key]) == 10, 5, "the prompt to go")
 
+    def test_a_window_that_ends_with_its_lists_crashes_nothing(self):
+        program = self.open(pane="Style")
+        Reader(self).read()
+        self.screen.press("Control_L", "w")
+        self.wait_closed()
+        self.show(program)
+        self.turn_to("Water")
+        self.click("combo box", "Mode")
+        self.find("list item", "Timing")
+
     def test_what_a_screen_reader_sets_off_is_done(self):
         program = self.open(pane="General")
         self.find("check box", "Show time in StatusBar").press()

@@ -1,5 +1,6 @@
 """What the desktop tests share: one virtual desktop a test class, one run of the program a test."""
 import os
+import re
 import signal
 import sys
 import time
@@ -16,6 +17,9 @@ SPEED = 20
 # A work period lasts a minute of the program, three seconds here; breaks last until a test ends them.
 WORK = 60
 LONG_ENOUGH = 3000
+# What no run may leave behind, though it went on: a helper that crashed (9 is a test's own doing), and what a build with
+# sanitizers finds.
+FAULT = re.compile(r"warning .* kelpa-\w+ was ended by signal (?!9\b)|ERROR: \w+Sanitizer|runtime error:")
 # Nobody moves the mouse all the time; the tests of that rule switch it on.
 SETTINGS = {"pref.work.time": 1, "pref.break.time": LONG_ENOUGH, "pref.short.break.times": 100,
             "stop_timer_after_mouse_stop": False}
@@ -56,7 +60,10 @@ class DesktopTest(unittest.TestCase):
     def finish(self, program):
         if any(test is self for test, _ in self._outcome.result.failures + self._outcome.result.errors):
             self.show_what_happened(program)
+        helpers = self.helpers(program)
         Session.end(program.process)
+        wait_until(lambda: not any(Path(f"/proc/{helper}").exists() for helper in helpers), 10, "the helpers to end")
+        self.assertEqual([line for line in program.lines() if FAULT.search(line)], [])
 
     def show_what_happened(self, program):
         picture = ROOT / "build" / f"failure-{self.id().rsplit('.', 1)[-1]}.png"

@@ -14,18 +14,20 @@ namespace kelpa {
 ViewWindow::ViewWindow(QQmlEngine& engine, const QString& file) {
     makeContent(engine, file);
     ViewWindow::followBackground();
-    connect(content_, SIGNAL(action(QString, QString)), this, SIGNAL(action(QString, QString)));
-    connect(content_, SIGNAL(colorChanged()), this, SLOT(followBackground()));
+    connect(content_.get(), SIGNAL(action(QString, QString)), this, SIGNAL(action(QString, QString)));
+    connect(content_.get(), SIGNAL(colorChanged()), this, SLOT(followBackground()));
 }
 
-ViewWindow::~ViewWindow() = default;
+/// What shows only in a window that is seen goes while everything it belongs to is still there.
+ViewWindow::~ViewWindow() {
+    hide();
+}
 
 void ViewWindow::makeContent(QQmlEngine& engine, const QString& file) {
     QQmlComponent component(&engine, QUrl(QStringLiteral("qrc:/Kelpa/") + file));
-    content_ = qobject_cast<QQuickItem*>(component.create());
+    content_.reset(qobject_cast<QQuickItem*>(component.create()));
     if (content_ == nullptr)
         throw std::runtime_error(component.errorString().toStdString());
-    content_->setParent(this);
     content_->setParentItem(contentItem());
 }
 

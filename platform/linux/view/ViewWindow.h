@@ -2,6 +2,7 @@
 
 #include <QQuickWindow>
 #include <QRect>
+#include <memory>
 
 class QQmlEngine;
 class QQuickItem;
@@ -54,7 +55,7 @@ class ViewWindow : public QQuickWindow {
   private:
     void makeContent(QQmlEngine& engine, const QString& file);
 
-    QQuickItem* content_ = nullptr;
+    std::unique_ptr<QQuickItem> content_; ///< goes before the window does
 };
 
 } // namespace kelpa

@@ -120,7 +120,9 @@ T.ComboBox {
         contentItem: ListView {
             clip: true
             implicitHeight: contentHeight
-            model: control.delegateModel
+            // Lines that nobody sees cost memory, and those that are still there when the window ends crash the toolkit
+            // while it tells screen readers of them.
+            model: control.popup.visible && control.Window.visibility !== Window.Hidden ? control.delegateModel : null
             currentIndex: control.highlightedIndex
             boundsBehavior: Flickable.StopAtBounds
             Accessible.role: Accessible.List
