@@ -9,11 +9,18 @@ option(KELPA_WERROR "Treat warnings as errors" ON)
 # What goes to users is hardened, and does not tell where it was built. Distributions that build with flags of their
 # own have another build type.
 if(CMAKE_BUILD_TYPE STREQUAL "Release" AND CMAKE_SYSTEM_NAME STREQUAL "Linux")
+    include(CheckLinkerFlag)
     include(CheckPIESupported)
     check_pie_supported(LANGUAGES CXX)
-    add_compile_options(-fstack-protector-strong -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2
+    # The program sleeps nearly all the time, and what it costs meanwhile is memory: small code is half as long as fast
+    # code, and relocations that are packed are a tenth as long as others.
+    add_compile_options(-Os -fstack-protector-strong -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2
         -ffile-prefix-map=${PROJECT_SOURCE_DIR}=.)
     add_link_options(-Wl,-z,relro,-z,now,--as-needed)
+    check_linker_flag(CXX -Wl,-z,pack-relative-relocs KELPA_PACKED_RELOCATIONS)
+    if(KELPA_PACKED_RELOCATIONS)
+        add_link_options(-Wl,-z,pack-relative-relocs)
+    endif()
 endif()
 
 # Every target of ours uses these: the whole tree is clean under them with g++ and clang.
