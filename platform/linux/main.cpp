@@ -1,3 +1,4 @@
+#include "platform/linux/Heap.h"
 #include "platform/linux/Options.h"
 #include "platform/linux/Program.h"
 #include "platform/linux/control/ControlClient.h"
@@ -12,6 +13,7 @@ constexpr int failed = 1;
 constexpr int misused = 2;
 
 int run(const kelpa::Options& options) {
+    kelpa::keepHeapSmall();
     kelpa::EventLoop loop(options.speed);
     kelpa::Instance instance(loop);
     if (instance.claim() == kelpa::Instance::Role::Second) {
