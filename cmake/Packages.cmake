@@ -26,7 +26,7 @@ impossible to skip. A small panel reminds you to drink water and keeps the
 day's total.
 .
 The tray shows the time left as text on desktops that can. While nothing is
-shown, the program takes some three megabytes of memory.")
+shown, the program takes some two megabytes of memory.")
 # What the programs are linked with, each of the helpers included, is found by dpkg-shlibdeps; QML modules are loaded
 # by name, which it cannot see. The check of the package compares this list with what the sources import.
 set(KELPA_QML_PACKAGES qml6-module-qtqml qml6-module-qtqml-workerscript qml6-module-qtquick qml6-module-qtquick-templates)
