@@ -163,12 +163,13 @@ void StatusNotifierItem::requestName() {
     nameCall_.reset(slot);
 }
 
-/// Where the name is refused, as a sandbox may do, the connection's own name does as well.
-void StatusNotifierItem::nameAnswered(sd_bus_message* reply) {
+/// The name is for whoever looks for items by their names, and may be refused, as a sandbox does. The panel is
+/// told the connection's own name: of any other it watches the owner, and GNOME's extension drops an item
+/// whose properties arrive before that owner is known.
+void StatusNotifierItem::nameAnswered(sd_bus_message*) {
     const char* unique = nullptr;
-    if (sd_bus_message_is_method_error(reply, nullptr) && sd_bus_get_unique_name(bus_.handle(), &unique) >= 0)
-        service_ = unique;
-    watcher_.start(service_);
+    if (sd_bus_get_unique_name(bus_.handle(), &unique) >= 0)
+        watcher_.start(unique);
 }
 
 void StatusNotifierItem::lineInserted(std::size_t, const MenuLine&) {
