@@ -268,11 +268,12 @@ struct TrayNoticeTest : testing::Test {
     EventLoop loop;
     std::string why;
     std::unique_ptr<SessionBus> bus = SessionBus::open(loop, why);
-    bool oldTray = false;
+    bool oldTray = false, locked = false;
     int logged = 0, opened = 0;
     TrayNotice notice{loop,
                       {{"Kelpa", "app.orvane.Kelpa", "/icon.svg"},
                        [this] { return oldTray; },
+                       [this] { return locked; },
                        [this] { ++logged; },
                        [this] { ++opened; }},
                       0.3};
@@ -319,13 +320,28 @@ TEST_F(TrayNoticeTest, isSilentWhereSomethingShowsTheItem) {
     EXPECT_EQ(logged, 0);
 }
 
+TEST_F(TrayNoticeTest, isSilentOfAPanelThatGoesWhileTheScreenIsLocked) {
+    Notifications desktop(loop);
+    locked = true;
+    notice.setHostPresent(false, bus.get());
+    spin(loop, 0.5);
+    notice.setHostPresent(true, bus.get());
+    locked = false;
+    spin(loop, 0.5);
+    EXPECT_EQ(desktop.shown.size(), 0U);
+    EXPECT_EQ(logged, 0);
+    notice.setHostPresent(false, bus.get());
+    EXPECT_TRUE(spinUntil(loop, [&] { return desktop.shown.size() == 1; }));
+}
+
 TEST_F(TrayNoticeTest, needsNeitherNotificationsNorABus) {
     notice.setHostPresent(false, bus.get());
     ASSERT_TRUE(spinUntil(loop, [&] { return logged == 1; }));
     Notifications desktop(loop);
     desktop.failure = "org.example.Failure";
     spin(loop, 0.3);
-    TrayNotice without(loop, {{}, [] { return false; }, [this] { ++logged; }, [] {}}, 0.1);
+    TrayNotice without(loop, {{}, [] { return false; }, [] { return false; }, [this] { ++logged; }, [] {}},
+                       0.1);
     without.setHostPresent(false, nullptr);
     ASSERT_TRUE(spinUntil(loop, [&] { return logged == 2; }));
     EXPECT_EQ(opened, 0);

@@ -44,7 +44,7 @@ void TrayNotice::setHostPresent(bool present, SessionBus* bus) {
 
 void TrayNotice::decide() {
     waiting_.cancel();
-    if (desktop_.oldTrayThere())
+    if (desktop_.oldTrayThere() || desktop_.screenLocked())
         return;
     told_ = true;
     desktop_.nothingShows();

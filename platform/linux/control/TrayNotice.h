@@ -17,7 +17,8 @@ struct NotifyingProgram {
 };
 
 /// Tells a person once in a run that nothing on this desktop shows the program, by a notification whose click
-/// opens the preferences. At log-in panels come up after the programs, so it waits first. Where nothing shows
+/// opens the preferences. At log-in panels come up after the programs, so it waits first. A panel that goes
+/// while the screen is locked, as GNOME takes its own away, says nothing of the desktop. Where nothing shows
 /// notifications either, nothing comes of it.
 class TrayNotice {
   public:
@@ -26,6 +27,7 @@ class TrayNotice {
     struct Desktop {
         NotifyingProgram program;
         std::function<bool()> oldTrayThere; ///< whether the item is shown without the bus
+        std::function<bool()> screenLocked;
         std::function<void()> nothingShows; ///< for the log
         std::function<void()> openPreferences;
     };

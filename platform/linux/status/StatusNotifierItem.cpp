@@ -163,8 +163,8 @@ void StatusNotifierItem::requestName() {
     nameCall_.reset(slot);
 }
 
-/// The name is for whoever looks for items by their names, and may be refused, as a sandbox does. The panel is
-/// told the connection's own name: of any other it watches the owner, and GNOME's extension drops an item
+/// The name is for whoever looks for items by their names, and may be refused, as a sandbox does. The panel
+/// is told the connection's own name: of any other it watches the owner, and GNOME's extension drops an item
 /// whose properties arrive before that owner is known.
 void StatusNotifierItem::nameAnswered(sd_bus_message*) {
     const char* unique = nullptr;

@@ -27,11 +27,11 @@ QSize AboutWindow::firstSize() const {
 void AboutWindow::appear() {
     // Only what was drawn once knows its size.
     if (!isVisible()) {
-        resize(firstSize());
+        resize(around(firstSize()));
         grabWindow();
     }
-    setMinimumSize(firstSize());
-    setMaximumSize(firstSize());
+    setMinimumSize(around(firstSize()));
+    setMaximumSize(around(firstSize()));
     ManagedWindow::appear();
 }
 

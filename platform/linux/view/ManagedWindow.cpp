@@ -45,7 +45,8 @@ bool reachable(const QRect& bounds) {
 
 } // namespace
 
-ManagedWindow::ManagedWindow(QQmlEngine& engine, const QString& file) : ViewWindow(engine, file) {
+ManagedWindow::ManagedWindow(QQmlEngine& engine, const QString& file)
+    : ViewWindow(engine, file), frame_(WindowFrame::where(engine, *this)) {
     setIcon(applicationIcon());
 }
 
@@ -63,7 +64,8 @@ void ManagedWindow::setContentProperty(const QByteArray& name, const QString& va
 QRect ManagedWindow::firstPlace() const {
     const QScreen* target = screenOf(connector_);
     const QRect room = target != nullptr ? target->availableGeometry() : QRect();
-    const QSize size = (bounds_.isValid() ? bounds_.size() : firstSize()).boundedTo(room.size());
+    const QSize most = frame_ ? WindowFrame::roomOn(room.size()) : room.size();
+    const QSize size = around(bounds_.isValid() ? bounds_.size() : firstSize()).boundedTo(most);
     QRect place(QPoint(), size);
     place.moveCenter(room.center());
     return place;
@@ -88,10 +90,20 @@ void ManagedWindow::takeKeyboard() {
         requestActivate();
 }
 
+QSize ManagedWindow::around(const QSize& content) const {
+    return frame_ ? frame_->around(content) : content;
+}
+
+void ManagedWindow::resizeEvent(QResizeEvent* event) {
+    ViewWindow::resizeEvent(event);
+    if (frame_)
+        frame_->layOut(content(), event->size());
+}
+
 void ManagedWindow::closeEvent(QCloseEvent* event) {
     // What is being typed counts as entered.
     contentItem()->forceActiveFocus();
-    const QString bounds = inWords(QRect(framePosition(), size()));
+    const QString bounds = inWords(QRect(framePosition(), frame_ ? frame_->within(size()) : size()));
     ViewWindow::closeEvent(event);
     emit action(QString::fromUtf8(wire::view::closedAction.data()), bounds);
 }

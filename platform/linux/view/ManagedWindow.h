@@ -1,10 +1,14 @@
 #pragma once
 
 #include "platform/linux/view/ViewWindow.h"
+#include "platform/linux/view/WindowFrame.h"
+
+#include <memory>
 
 namespace kelpa {
 
-/// An ordinary window, which the window manager decorates, moves and stacks. A person asked for it, so it
+/// An ordinary window, which the window manager moves and stacks, and decorates unless it leaves that to
+/// windows. A person asked for it, so it
 /// takes the keyboard at once. It begins in the middle of its screen, later where it was closed.
 class ManagedWindow : public ViewWindow {
     Q_OBJECT
@@ -22,15 +26,19 @@ class ManagedWindow : public ViewWindow {
     void takeKeyboard() override;
 
   protected:
-    /// How large it is at first, in the toolkit's units.
+    /// How large its content is at first, in the toolkit's units.
     [[nodiscard]] virtual QSize firstSize() const = 0;
+    /// The window's size around content of that size.
+    [[nodiscard]] QSize around(const QSize& content) const;
     void closeEvent(QCloseEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
   private:
     [[nodiscard]] QRect firstPlace() const;
 
+    std::unique_ptr<WindowFrame> frame_; ///< null where the window manager draws it
     QString connector_;
-    QRect bounds_; ///< where it was; null the first time
+    QRect bounds_; ///< where it was, and how large its content; null the first time
 };
 
 } // namespace kelpa

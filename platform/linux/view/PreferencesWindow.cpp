@@ -30,8 +30,8 @@ void PreferencesWindow::setContentProperty(const QByteArray& name, const QString
 /// The controls have to be there before the page that shows them.
 void PreferencesWindow::layOut(const QVariantMap& layout) {
     makeControls(layout);
-    setMinimumSize(
-        {layout[QStringLiteral("minimumWidth")].toInt(), layout[QStringLiteral("minimumHeight")].toInt()});
+    setMinimumSize(around(
+        {layout[QStringLiteral("minimumWidth")].toInt(), layout[QStringLiteral("minimumHeight")].toInt()}));
     content().setProperty("layout", layout);
 }
 

@@ -17,9 +17,10 @@ QSize UpdateWindow::firstSize() const {
 }
 
 void UpdateWindow::fit() {
-    setMinimumSize(firstSize());
-    setMaximumSize(firstSize());
-    resize(firstSize());
+    const QSize size = around(firstSize());
+    setMinimumSize(size);
+    setMaximumSize(size);
+    resize(size);
 }
 
 void UpdateWindow::appear() {

@@ -4,7 +4,6 @@
 #include <QQuickWindow>
 #include <algorithm>
 #include <qpa/qplatformnativeinterface.h>
-#include <string_view>
 #include <wayland-client.h>
 
 namespace kelpa::wayland {
@@ -37,19 +36,46 @@ class AnswerQueue {
     wl_event_queue* queue_;
 };
 
-/// What is wanted of the compositor's offers, and what came of it.
-struct Wish {
-    const wl_interface& interface;
-    std::uint32_t version;
-    void* bound = nullptr;
+/// Something that the compositor may offer; version 0 where it does not.
+struct Offer {
+    std::string_view name;
+    std::uint32_t number = 0;
+    std::uint32_t version = 0;
 };
 
-void onGlobal(void* data, wl_registry* registry, std::uint32_t number, const char* interface,
+void onGlobal(void* data, wl_registry* /*registry*/, std::uint32_t number, const char* interface,
               std::uint32_t version) {
-    auto& wish = *static_cast<Wish*>(data);
-    if (wish.bound == nullptr && std::string_view(interface) == wish.interface.name)
-        wish.bound = wl_registry_bind(registry, number, &wish.interface, std::min(version, wish.version));
+    auto& offer = *static_cast<Offer*>(data);
+    if (offer.version == 0 && offer.name == interface) {
+        offer.number = number;
+        offer.version = version;
+    }
 }
+
+/// All that the compositor offers, apart from what Qt knows of it.
+class Registry {
+  public:
+    Registry() : queue_(display()), registry_(queue_.registry()) {}
+    ~Registry() { wl_registry_destroy(registry_); }
+    Registry(const Registry&) = delete;
+    Registry& operator=(const Registry&) = delete;
+
+    /// To be called once.
+    Offer find(std::string_view name) {
+        static constexpr wl_registry_listener listener{onGlobal, [](void*, wl_registry*, std::uint32_t) {}};
+        Offer offer{name};
+        wl_registry_add_listener(registry_, &listener, &offer);
+        queue_.wait();
+        return offer;
+    }
+    void* bind(const Offer& offer, const wl_interface& interface, std::uint32_t version) {
+        return wl_registry_bind(registry_, offer.number, &interface, std::min(offer.version, version));
+    }
+
+  private:
+    AnswerQueue queue_;
+    wl_registry* registry_;
+};
 
 } // namespace
 
@@ -73,18 +99,19 @@ wl_pointer* pointer() {
     return static_cast<wl_pointer*>(native().nativeResourceForIntegration("wl_pointer"));
 }
 
+bool offers(std::string_view interface) {
+    return Registry().find(interface).version != 0;
+}
+
 void* bind(const wl_interface& interface, std::uint32_t version) {
-    static constexpr wl_registry_listener listener{onGlobal, [](void*, wl_registry*, std::uint32_t) {}};
-    Wish wish{interface, version};
-    AnswerQueue queue(display());
-    wl_registry* registry = queue.registry();
-    wl_registry_add_listener(registry, &listener, &wish);
-    queue.wait();
-    wl_registry_destroy(registry);
+    Registry registry;
+    const Offer offer = registry.find(interface.name);
+    if (offer.version == 0)
+        return nullptr;
+    void* bound = registry.bind(offer, interface, version);
     // What the object and those that it makes are told comes with everything else that Qt reads.
-    if (wish.bound != nullptr)
-        wl_proxy_set_queue(static_cast<wl_proxy*>(wish.bound), nullptr);
-    return wish.bound;
+    wl_proxy_set_queue(static_cast<wl_proxy*>(bound), nullptr);
+    return bound;
 }
 
 } // namespace kelpa::wayland

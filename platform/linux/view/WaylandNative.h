@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string_view>
 
 class QQuickWindow;
 class QScreen;
@@ -20,6 +21,9 @@ namespace kelpa::wayland {
 [[nodiscard]] wl_output* output(QScreen& screen);
 [[nodiscard]] wl_pointer* pointer();
 [[nodiscard]] wl_surface* surface(QQuickWindow& window);
+
+/// Whether the compositor offers something under the interface's name. Waits for one answer of it.
+[[nodiscard]] bool offers(std::string_view interface);
 
 /// Takes up what the compositor offers under the interface's name, in no higher a version than `version`.
 /// Null where it does not offer that. The caller destroys what it gets, and waits for one answer of the

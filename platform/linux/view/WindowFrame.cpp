@@ -1,0 +1,59 @@
+#include "platform/linux/view/WindowFrame.h"
+
+#include "platform/linux/view/WaylandNative.h"
+
+#include <QGuiApplication>
+#include <QQmlComponent>
+#include <QQmlEngine>
+#include <QQuickItem>
+#include <QQuickWindow>
+
+namespace kelpa {
+
+namespace {
+
+/// GNOME's compositor is one that wants every window to draw its own. The toolkit would draw some, but only
+/// together with OpenGL, which takes more memory than everything else in this process.
+bool leftToWindows() {
+    static const bool left = QGuiApplication::platformName() == QStringLiteral("wayland") &&
+                             !wayland::offers("zxdg_decoration_manager_v1");
+    return left;
+}
+
+} // namespace
+
+std::unique_ptr<WindowFrame> WindowFrame::where(QQmlEngine& engine, QQuickWindow& window) {
+    if (!leftToWindows())
+        return nullptr;
+    QQmlComponent component(&engine, QUrl(QStringLiteral("qrc:/Kelpa/WindowFrame.qml")));
+    auto* item = qobject_cast<QQuickItem*>(component.create());
+    if (item == nullptr) {
+        qWarning("There is no title bar: %s", qPrintable(component.errorString()));
+        return nullptr;
+    }
+    item->setParent(&window);
+    item->setParentItem(window.contentItem());
+    return std::unique_ptr<WindowFrame>(new WindowFrame(item->property("titleHeight").toInt()));
+}
+
+QSize WindowFrame::around(const QSize& content) const {
+    return {content.width(), content.height() + titleHeight_};
+}
+
+QSize WindowFrame::within(const QSize& window) const {
+    return {window.width(), window.height() - titleHeight_};
+}
+
+/// Such a compositor tells nobody how much its own bars take. A window that is higher than what they leave is
+/// put on another screen, or under a bar.
+QSize WindowFrame::roomOn(const QSize& screen) {
+    constexpr int bars = 48;
+    return {screen.width(), screen.height() - bars};
+}
+
+void WindowFrame::layOut(QQuickItem& content, const QSize& window) const {
+    content.setY(titleHeight_);
+    content.setSize(within(window));
+}
+
+} // namespace kelpa

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QSize>
+#include <memory>
+
+class QQmlEngine;
+class QQuickItem;
+class QQuickWindow;
+
+namespace kelpa {
+
+/// A window's own title bar and edges. Sizes are in the toolkit's units.
+class WindowFrame {
+  public:
+    /// Null where the desktop draws them, which all do but some Wayland compositors.
+    static std::unique_ptr<WindowFrame> where(QQmlEngine& engine, QQuickWindow& window);
+
+    /// How large a window around content of some size is, and the other way round.
+    [[nodiscard]] QSize around(const QSize& content) const;
+    [[nodiscard]] QSize within(const QSize& window) const;
+    /// How much of a screen a window can count on.
+    [[nodiscard]] static QSize roomOn(const QSize& screen);
+    /// Puts the content where it belongs in a window of that size.
+    void layOut(QQuickItem& content, const QSize& window) const;
+
+  private:
+    explicit WindowFrame(int titleHeight) : titleHeight_(titleHeight) {}
+
+    int titleHeight_;
+};
+
+} // namespace kelpa
