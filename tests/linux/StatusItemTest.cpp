@@ -312,6 +312,19 @@ TEST_F(StatusItemTest, theToolTipIsAnnouncedWhenTheTextComesAndGoes) {
     EXPECT_EQ(panel.count("XAyatanaNewLabel"), 2);
 }
 
+TEST_F(StatusItemTest, plasmaIsToldOfTheIconAgainOnceItHasOtherColours) {
+    Panel panel(loop);
+    ASSERT_TRUE(registered(panel));
+    for (int i = 0; i < 3; ++i)
+        sd_bus_emit_signal(panel.bus(), "/KGlobalSettings", "org.kde.KGlobalSettings", "notifyChange", "ii",
+                           i, 0);
+    spin(loop, PlasmaColours::patience / 2);
+    EXPECT_EQ(panel.count("NewIcon"), 0) << "its panel has the old ones still";
+    ASSERT_TRUE(spinUntil(loop, [&] { return panel.count("NewIcon") == 1; }));
+    spin(loop, PlasmaColours::patience + 0.3);
+    EXPECT_EQ(panel.count("NewIcon"), 1);
+}
+
 TEST_F(StatusItemTest, theMenuIsReadAsItIs) {
     Panel panel(loop);
     ASSERT_TRUE(registered(panel));

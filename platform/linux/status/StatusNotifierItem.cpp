@@ -126,7 +126,7 @@ const sd_bus_vtable vtable[] = {
 StatusNotifierItem::StatusNotifierItem(EventLoop& loop, SessionBus& bus, ItemIdentity identity,
                                        std::function<void(bool present)> hostChanged)
     : loop_(loop), bus_(bus), identity_(std::move(identity)), pictures_(identity_.data),
-      watcher_(bus, std::move(hostChanged)),
+      watcher_(bus, std::move(hostChanged)), colours_(loop, [this] { announceIcon(); }),
       service_("org.kde.StatusNotifierItem-" + std::to_string(getpid()) + "-1") {}
 
 StatusNotifierItem::~StatusNotifierItem() {
@@ -142,6 +142,7 @@ void StatusNotifierItem::show(const StatusItemModel& model, MenuClicks& clicks) 
     sd_bus_slot* slot = nullptr;
     sd_bus_add_object_vtable(bus_.handle(), &slot, path, interface, vtable, this);
     object_.reset(slot);
+    colours_.start(bus_);
     requestName();
 }
 
@@ -149,6 +150,7 @@ void StatusNotifierItem::hide() {
     if (model_ == nullptr)
         return;
     watcher_.stop();
+    colours_.stop();
     sd_bus_release_name_async(bus_.handle(), nullptr, service_.c_str(), nullptr, nullptr);
     nameCall_.reset();
     object_.reset();
@@ -197,6 +199,10 @@ void StatusNotifierItem::setGuide(const std::string& title) {
     for (char& c : guide_)
         if (c >= '0' && c <= '9')
             c = '0';
+}
+
+void StatusNotifierItem::announceIcon() {
+    sd_bus_emit_signal(bus_.handle(), path, interface, "NewIcon", nullptr);
 }
 
 void StatusNotifierItem::announceToolTip(bool hasTitle) {

@@ -4,6 +4,7 @@
 #include "platform/linux/StatusItemSink.h"
 #include "platform/linux/status/DBusMenu.h"
 #include "platform/linux/status/ItemPictures.h"
+#include "platform/linux/status/PlasmaColours.h"
 #include "platform/linux/status/SessionBus.h"
 #include "platform/linux/status/WatcherLink.h"
 
@@ -49,6 +50,7 @@ class StatusNotifierItem final : public StatusItemSink {
   private:
     void requestName();
     void nameAnswered(sd_bus_message* reply);
+    void announceIcon();
     void setGuide(const std::string& title);
     void announceToolTip(bool hasTitle);
 
@@ -57,6 +59,7 @@ class StatusNotifierItem final : public StatusItemSink {
     ItemIdentity identity_;
     ItemPictures pictures_;
     WatcherLink watcher_;
+    PlasmaColours colours_;
     std::string service_;
     const StatusItemModel* model_ = nullptr; ///< null while hidden
     std::optional<DBusMenu> menu_;
