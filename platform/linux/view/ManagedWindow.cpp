@@ -61,11 +61,23 @@ void ManagedWindow::setContentProperty(const QByteArray& name, const QString& va
         ViewWindow::setContentProperty(name, value);
 }
 
+/// On a small screen. What is higher than what bars and the title leave of it, desktops put under a bar, with
+/// its title above the upper edge, or on another screen.
+QSize ManagedWindow::firstSizeIn(QSize room) const {
+    constexpr int titleBar = 40, desktopsBar = 48;
+    if (!frame_)
+        room.rheight() -= titleBar;
+    // A compositor tells nobody how much its own bars take.
+    if (x11::connection() == nullptr)
+        room.rheight() -= desktopsBar;
+    return around(firstSize()).boundedTo(room);
+}
+
 QRect ManagedWindow::firstPlace() const {
     const QScreen* target = screenOf(connector_);
     const QRect room = target != nullptr ? target->availableGeometry() : QRect();
-    const QSize most = frame_ ? WindowFrame::roomOn(room.size()) : room.size();
-    const QSize size = around(bounds_.isValid() ? bounds_.size() : firstSize()).boundedTo(most);
+    const QSize size =
+        bounds_.isValid() ? around(bounds_.size()).boundedTo(room.size()) : firstSizeIn(room.size());
     QRect place(QPoint(), size);
     place.moveCenter(room.center());
     return place;

@@ -35,6 +35,7 @@ class ManagedWindow : public ViewWindow {
 
   private:
     [[nodiscard]] QRect firstPlace() const;
+    [[nodiscard]] QSize firstSizeIn(QSize room) const;
 
     std::unique_ptr<WindowFrame> frame_; ///< null where the window manager draws it
     QString connector_;

@@ -44,13 +44,6 @@ QSize WindowFrame::within(const QSize& window) const {
     return {window.width(), window.height() - titleHeight_};
 }
 
-/// Such a compositor tells nobody how much its own bars take. A window that is higher than what they leave is
-/// put on another screen, or under a bar.
-QSize WindowFrame::roomOn(const QSize& screen) {
-    constexpr int bars = 48;
-    return {screen.width(), screen.height() - bars};
-}
-
 void WindowFrame::layOut(QQuickItem& content, const QSize& window) const {
     content.setY(titleHeight_);
     content.setSize(within(window));

@@ -18,8 +18,6 @@ class WindowFrame {
     /// How large a window around content of some size is, and the other way round.
     [[nodiscard]] QSize around(const QSize& content) const;
     [[nodiscard]] QSize within(const QSize& window) const;
-    /// How much of a screen a window can count on.
-    [[nodiscard]] static QSize roomOn(const QSize& screen);
     /// Puts the content where it belongs in a window of that size.
     void layOut(QQuickItem& content, const QSize& window) const;
 
