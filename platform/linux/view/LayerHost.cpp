@@ -117,6 +117,7 @@ void LayerHost::makeSurface(QScreen& screen) {
 
 /// The surface loses its role before Qt destroys it; the next one is made from scratch.
 void LayerHost::withdraw() {
+    held_.reset();
     endDrag();
     hover_ = Hover::No;
     pointer_.reset();
@@ -225,17 +226,34 @@ void LayerHost::setLeaving(bool leaving) {
 }
 
 /// Where the pointer is in a surface that moves under it, compositors tell each in a way of its own; how far
-/// it went they tell alike.
-void LayerHost::beginDrag(const QMouseEvent&) {
+/// it went they tell alike, if they do.
+void LayerHost::beginDrag(const QMouseEvent& event) {
+    held_ = event.position();
+    carried_.reset();
+    corner_ = place_.topLeft();
     if (tools_.pointer == nullptr)
         return;
-    corner_ = place_.topLeft();
-    tools_.pointer->follow([this](QPointF distance) { moveTo(corner_ + distance); });
+    tools_.pointer->follow([this](QPointF distance) {
+        held_.reset();
+        moveTo(corner_ + distance);
+    });
+}
+
+/// Of a finger, a pen and the pointer of a virtual machine, which is put somewhere and never moved, Plasma
+/// tells nothing but where it is. So the surface stays until the end of the drag, and goes there at once.
+void LayerHost::drag(const QMouseEvent& event) {
+    if (held_)
+        carried_ = event.position();
 }
 
 void LayerHost::endDrag() {
-    if (role_ == WindowRole::Panel && tools_.pointer != nullptr)
+    if (role_ != WindowRole::Panel)
+        return;
+    if (tools_.pointer != nullptr)
         tools_.pointer->rest();
+    if (held_ && carried_)
+        moveTo(corner_ + *carried_ - *held_);
+    held_.reset();
 }
 
 void LayerHost::moveTo(QPointF corner) {

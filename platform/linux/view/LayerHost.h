@@ -39,7 +39,7 @@ class LayerHost final : public QObject, public WindowHost {
     void takeKeyboard() override { hover_ = Hover::Clicked; }
     void takeKeyboardInQuiet() override {}
     void beginDrag(const QMouseEvent& event) override;
-    void drag(const QMouseEvent&) override {}
+    void drag(const QMouseEvent& event) override;
     void endDrag() override;
 
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -73,8 +73,11 @@ class LayerHost final : public QObject, public WindowHost {
     zwlr_layer_surface_v1* surface_ = nullptr; ///< null while the window is not on its way to the screen
     Hover hover_ = Hover::No;
     std::optional<QPointF> pointer_; ///< where it was over the panel
-    QPointF corner_;                 ///< where a drag takes the window, were there no edges of the screen
-    bool wanted_ = false;            ///< shown, or to be shown as soon as its screen is there
+    std::optional<QPointF> held_;    ///< of a drag: where it took hold of the window
+    std::optional<QPointF>
+        carried_;         ///< of a drag: where that would be now, while nothing told how far it went
+    QPointF corner_;      ///< where a drag takes the window, were there no edges of the screen
+    bool wanted_ = false; ///< shown, or to be shown as soon as its screen is there
     bool leaving_ = false;
 };
 
