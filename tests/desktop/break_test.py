@@ -25,6 +25,9 @@ class Break(DesktopTest):
         self.assertEqual(len({window.title for window in windows}), 2)
         panel = self.screen.titled(lambda title: title == "xfce4-panel")[0]
         self.assertGreater(min(window.level for window in windows), panel.level)
+        for window in windows:
+            self.assertEqual(list(self.screen.property(window.id, "_GTK_FRAME_EXTENTS")), [0] * 4,
+                             "compositors would draw a shadow, which falls on the next screen")
         before = [self.screen.picture(monitor) for monitor in self.monitors]
         self.settle(1.2)
         for monitor, earlier in zip(self.monitors, before):

@@ -15,6 +15,7 @@ MINIMUM = (480, 400)
 IDLE = 20               # seconds until a view that shows nothing ends
 MORE_MEMORY = 12_000    # kB that may stay in use after the window was open
 EPOCH = 978307200       # of the stored time points: the start of 2001
+ENTRY = Path(__file__).resolve().parents[2] / "packaging/app.orvane.Kelpa.desktop.in"
 BREAKS = "Breaks from one long break to the next"
 
 
@@ -299,7 +300,9 @@ class Windows(PreferencesTest):
         program = self.open()
         window = self.on_screen()
         resource = self.screen.display.create_resource_object("window", window.id)
-        self.assertEqual(resource.get_wm_class()[0], "kelpa")
+        name, kind = resource.get_wm_class()
+        self.assertEqual(name, "kelpa")
+        self.assertIn(f"\nStartupWMClass={kind}\n", ENTRY.read_text(), "desktops would not know whose window it is")
         self.assertFalse(resource.get_attributes().override_redirect)
         self.assertIn(window.id, self.screen.property(self.screen.root.id, "_NET_CLIENT_LIST"))
         hints = resource.get_wm_normal_hints()

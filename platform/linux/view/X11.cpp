@@ -139,6 +139,15 @@ void setBackground(xcb_window_t window, const QColor& color) {
     xcb_change_window_attributes(connection(), window, XCB_CW_BACK_PIXEL, &pixel);
 }
 
+/// A window that says that it draws a frame of its own, here of no width, is believed to draw its shadow as
+/// well.
+void forbidShadow(xcb_window_t window) {
+    constexpr std::array<std::uint32_t, 4> width{};
+    constexpr std::uint8_t bitsOfEach = 32;
+    xcb_change_property(connection(), XCB_PROP_MODE_REPLACE, window, atom("_GTK_FRAME_EXTENTS"),
+                        XCB_ATOM_CARDINAL, bitsOfEach, width.size(), width.data());
+}
+
 void clear(xcb_window_t window, const QRect& pixels) {
     xcb_clear_area(connection(), 0, window, static_cast<std::int16_t>(pixels.x()),
                    static_cast<std::int16_t>(pixels.y()), static_cast<std::uint16_t>(pixels.width()),

@@ -43,6 +43,8 @@ void focus(xcb_window_t window);
 void activate(xcb_window_t window);
 /// What the server itself fills the window with before it is painted.
 void setBackground(xcb_window_t window, const QColor& color);
+/// Has compositors draw no shadow around the window.
+void forbidShadow(xcb_window_t window);
 /// Fills a part of the window with that.
 void clear(xcb_window_t window, const QRect& pixels);
 /// Adds to or takes from the events that come from the root window.

@@ -18,7 +18,8 @@ xcb_window_t idOf(const QQuickWindow& window) {
 
 } // namespace
 
-X11Host::X11Host(QQuickWindow& window, QQuickItem& content) : window_(window), content_(content) {
+X11Host::X11Host(QQuickWindow& window, QQuickItem& content, WindowRole role)
+    : window_(window), content_(content), role_(role) {
     window_.setFlags(Qt::Window | Qt::FramelessWindowHint | Qt::BypassWindowManagerHint);
     connect(&window_, &QQuickWindow::frameSwapped, this, &X11Host::fillEdges);
     watchScreens();
@@ -83,6 +84,9 @@ void X11Host::fillEdges() {
 
 void X11Host::prepare() {
     window_.create();
+    // It would fall on the next screen.
+    if (role_ == WindowRole::Cover)
+        x11::forbidShadow(idOf(window_));
     assertPlace();
     followBackground();
 }

@@ -14,7 +14,7 @@ namespace kelpa {
 /// exactly where it belongs.
 class X11Host final : public QObject, public WindowHost {
   public:
-    X11Host(QQuickWindow& window, QQuickItem& content);
+    X11Host(QQuickWindow& window, QQuickItem& content, WindowRole role);
     ~X11Host() override;
 
     void setPlace(const QRect& place, const QString& connector) override;
@@ -40,6 +40,7 @@ class X11Host final : public QObject, public WindowHost {
 
     QQuickWindow& window_;
     QQuickItem& content_;
+    WindowRole role_;
     KeysAtRest keysAtRest_;
     QRect pixels_;
     QString connector_;

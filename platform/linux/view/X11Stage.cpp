@@ -6,8 +6,8 @@
 
 namespace kelpa {
 
-std::unique_ptr<WindowHost> X11Stage::makeHost(QQuickWindow& window, QQuickItem& content, WindowRole) {
-    return std::make_unique<X11Host>(window, content);
+std::unique_ptr<WindowHost> X11Stage::makeHost(QQuickWindow& window, QQuickItem& content, WindowRole role) {
+    return std::make_unique<X11Host>(window, content, role);
 }
 
 void X11Stage::guardKeyboard(QQuickWindow* window) {
