@@ -239,8 +239,8 @@ void LayerHost::beginDrag(const QMouseEvent& event) {
     });
 }
 
-/// Of a finger, a pen and the pointer of a virtual machine, which is put somewhere and never moved, Plasma
-/// tells nothing but where it is. So the surface stays until the end of the drag, and goes there at once.
+/// Of a pointer that is put somewhere instead of being moved, as in a window of another desktop, Plasma tells
+/// only where it is. So the surface stays until the end of the drag, and goes there at once.
 void LayerHost::drag(const QMouseEvent& event) {
     if (held_)
         carried_ = event.position();

@@ -73,11 +73,10 @@ class LayerHost final : public QObject, public WindowHost {
     zwlr_layer_surface_v1* surface_ = nullptr; ///< null while the window is not on its way to the screen
     Hover hover_ = Hover::No;
     std::optional<QPointF> pointer_; ///< where it was over the panel
-    std::optional<QPointF> held_;    ///< of a drag: where it took hold of the window
-    std::optional<QPointF>
-        carried_;         ///< of a drag: where that would be now, while nothing told how far it went
-    QPointF corner_;      ///< where a drag takes the window, were there no edges of the screen
-    bool wanted_ = false; ///< shown, or to be shown as soon as its screen is there
+    std::optional<QPointF> held_;    ///< where a drag took hold of the window, while no distance was told
+    std::optional<QPointF> carried_; ///< where that is now
+    QPointF corner_;                 ///< where a drag takes the window, were there no edges of the screen
+    bool wanted_ = false;            ///< shown, or to be shown as soon as its screen is there
     bool leaving_ = false;
 };
 
