@@ -205,6 +205,8 @@ class Screen:
         for code in reversed(codes):
             xtest.fake_input(self.display, X.KeyRelease, code)
         self.display.sync()
+        # A key that goes down in the millisecond in which it went up is taken for one that is held.
+        time.sleep(0.003)
 
     def type(self, text):
         """Types lower-case letters, digits and blanks."""
