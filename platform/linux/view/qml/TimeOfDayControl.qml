@@ -8,7 +8,21 @@ TimeEntry {
     required property ControlState told
     required property var buttons
 
+    /// What was reported and not told back yet, and what was told back last.
+    property var reported: []
+    property string answered
+
+    /// A time that is told, maybe twice, while others are on their way answers an earlier key: to show it would have the
+    /// next key change the wrong time. Any other time is the one that holds.
     function follow() {
+        const time = told.hour + ":" + told.minute;
+        const at = reported.indexOf(time);
+        if (at >= 0)
+            answered = time;
+        if (at >= 0 || time !== answered)
+            reported = at >= 0 ? reported.slice(at + 1) : [];
+        if (reported.length > 0)
+            return;
         hour = told.hour;
         minute = told.minute;
     }
@@ -18,7 +32,10 @@ TimeEntry {
     increase: buttons.increase.name
     Accessible.description: told.problem !== "" ? told.problem : told.hint
     Component.onCompleted: follow()
-    onChanged: (hour, minute) => told.report("timeEntered", [String(hour), String(minute)])
+    onChanged: (hour, minute) => {
+        reported = [...reported, hour + ":" + minute];
+        told.report("timeEntered", [String(hour), String(minute)]);
+    }
 
     Connections {
         target: control.told
