@@ -12,7 +12,9 @@ namespace {
 constexpr const char* path = "/StatusNotifierItem";
 constexpr const char* interface = "org.kde.StatusNotifierItem";
 constexpr const char* symbolicIcon = "app.orvane.Kelpa-symbolic";
-constexpr std::int64_t secondsBetweenToolTips = 60;
+/// A panel that shows the text nowhere else shows what it was told last, and one that redraws it costs a
+/// millisecond.
+constexpr std::int64_t secondsBetweenToolTips = 10;
 
 std::int64_t coarseSeconds() {
     timespec now{};
