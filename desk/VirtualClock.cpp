@@ -1,7 +1,5 @@
 #include "desk/VirtualClock.h"
 
-#include "platform/posix/LocalTime.h"
-
 #include <cstdlib>
 #include <ctime>
 #include <filesystem>
@@ -19,18 +17,6 @@ bool VirtualClock::setZone(const std::string& name) {
     if (!known && name != "UTC")
         return false;
     return ::setenv("TZ", name == "UTC" ? "UTC0" : (":" + name).c_str(), 1) == 0;
-}
-
-CivilTime VirtualClock::civil(Date date) const {
-    return localCivilTime(date);
-}
-
-std::optional<Date> VirtualClock::date(const CivilTime& civil) const {
-    return localDate(civil);
-}
-
-int VirtualClock::utcOffset(Date date) const {
-    return localUtcOffset(date);
 }
 
 } // namespace kelpa::desk

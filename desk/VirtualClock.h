@@ -1,14 +1,14 @@
 #pragma once
 
 #include "desk/VirtualTime.h"
-#include "platform/ports/Clock.h"
+#include "platform/posix/LocalClock.h"
 
 #include <string>
 
 namespace kelpa::desk {
 
 /// A wall clock that follows virtual time until it is stepped. Its time zone is the process's.
-class VirtualClock final : public Clock {
+class VirtualClock final : public LocalClock {
   public:
     explicit VirtualClock(const VirtualTime& time) : time_(time) {}
 
@@ -19,9 +19,6 @@ class VirtualClock final : public Clock {
     static bool setZone(const std::string& name);
 
     [[nodiscard]] Date now() const override { return Date{offset_ + time_.seconds()}; }
-    [[nodiscard]] CivilTime civil(Date date) const override;
-    [[nodiscard]] std::optional<Date> date(const CivilTime& civil) const override;
-    [[nodiscard]] int utcOffset(Date date) const override;
     [[nodiscard]] std::optional<WeekRule> weekRule() const override { return std::nullopt; }
 
   private:

@@ -46,7 +46,7 @@ std::optional<WeekRule> weekRuleOf(locale_t locale) {
 
 } // namespace
 
-LinuxClock::LinuxClock(double speed) : LocalClock(speed, monotonicSeconds) {}
+LinuxClock::LinuxClock(double speed) : SystemClock(speed, monotonicSeconds) {}
 
 std::optional<WeekRule> LinuxClock::weekRule() const {
     const locale_t locale = newlocale(LC_TIME_MASK, "", nullptr);

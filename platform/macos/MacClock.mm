@@ -5,7 +5,7 @@
 
 namespace kelpa {
 
-MacClock::MacClock(double speed) : LocalClock(speed, CACurrentMediaTime) {}
+MacClock::MacClock(double speed) : SystemClock(speed, CACurrentMediaTime) {}
 
 std::optional<WeekRule> MacClock::weekRule() const {
     NSCalendar* calendar = [NSCalendar currentCalendar];
