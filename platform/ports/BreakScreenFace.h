@@ -27,7 +27,8 @@ class BreakScreenFace {
     virtual ~BreakScreenFace() = default;
     virtual void setTexts(const BreakScreenTexts& texts) = 0;
     virtual void setPrompt(const std::string& prompt) = 0; ///< may hold line feeds
-    virtual void setCount(const std::string& count) = 0;   ///< once a second, so it must be cheap
+    /// Once a second; takes no memory but what the toolkit's own text needs.
+    virtual void setCount(const std::string& count) = 0;
     virtual void setSkipOffered(bool offered) = 0;
 };
 

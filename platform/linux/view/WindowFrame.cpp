@@ -7,6 +7,7 @@
 #include <QQmlEngine>
 #include <QQuickItem>
 #include <QQuickWindow>
+#include <utility>
 
 namespace kelpa {
 
@@ -26,15 +27,19 @@ std::unique_ptr<WindowFrame> WindowFrame::where(QQmlEngine& engine, QQuickWindow
     if (!leftToWindows())
         return nullptr;
     QQmlComponent component(&engine, QUrl(QStringLiteral("qrc:/Kelpa/WindowFrame.qml")));
-    auto* item = qobject_cast<QQuickItem*>(component.create());
+    std::unique_ptr<QQuickItem> item(qobject_cast<QQuickItem*>(component.create()));
     if (item == nullptr) {
         qWarning("There is no title bar: %s", qPrintable(component.errorString()));
         return nullptr;
     }
-    item->setParent(&window);
     item->setParentItem(window.contentItem());
-    return std::unique_ptr<WindowFrame>(new WindowFrame(item->property("titleHeight").toInt()));
+    return std::unique_ptr<WindowFrame>(new WindowFrame(std::move(item)));
 }
+
+WindowFrame::WindowFrame(std::unique_ptr<QQuickItem> item)
+    : titleHeight_(item->property("titleHeight").toInt()), item_(std::move(item)) {}
+
+WindowFrame::~WindowFrame() = default;
 
 QSize WindowFrame::around(const QSize& content) const {
     return {content.width(), content.height() + titleHeight_};

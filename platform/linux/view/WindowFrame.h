@@ -14,6 +14,9 @@ class WindowFrame {
   public:
     /// Null where the desktop draws them, which all do but some Wayland compositors.
     static std::unique_ptr<WindowFrame> where(QQmlEngine& engine, QQuickWindow& window);
+    ~WindowFrame();
+    WindowFrame(const WindowFrame&) = delete;
+    WindowFrame& operator=(const WindowFrame&) = delete;
 
     /// How large a window around content of some size is, and the other way round.
     [[nodiscard]] QSize around(const QSize& content) const;
@@ -22,9 +25,10 @@ class WindowFrame {
     void layOut(QQuickItem& content, const QSize& window) const;
 
   private:
-    explicit WindowFrame(int titleHeight) : titleHeight_(titleHeight) {}
+    explicit WindowFrame(std::unique_ptr<QQuickItem> item);
 
     int titleHeight_;
+    std::unique_ptr<QQuickItem> item_; ///< goes before the window does, as the content
 };
 
 } // namespace kelpa
