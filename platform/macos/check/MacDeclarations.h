@@ -347,6 +347,10 @@ enum : NSInteger { NSWindowToolbarStylePreference = 2 };
 enum : NSUInteger { NSImageLeading = 7, NSImageTrailing = 8 };
 constexpr NSButtonType NSButtonTypeMomentaryPushIn = NSMomentaryPushInButton;
 
+@interface NSAlert (MacDeclarations)
+- (void)layout SINCE(10.5);
+@end
+
 @interface NSButton (MacDeclarations)
 + (instancetype)buttonWithImage:(NSImage*)image target:(id)target action:(SEL)action SINCE(10.12);
 + (instancetype)buttonWithTitle:(NSString*)title target:(id)target action:(SEL)action SINCE(10.12);

@@ -1,5 +1,7 @@
 #import "platform/macos/preferences/FieldControls.h"
 
+#import <objc/runtime.h>
+
 #import "platform/macos/Bridge.h"
 
 namespace {
@@ -66,8 +68,8 @@ constexpr CGFloat numberWidth = 64;
 - (BOOL)control:(NSControl*)control textView:(NSTextView*)textView doCommandBySelector:(SEL)commandSelector {
     (void)control;
     (void)textView;
-    const bool up = commandSelector == @selector(moveUp:);
-    if (!up && commandSelector != @selector(moveDown:))
+    const bool up = sel_isEqual(commandSelector, @selector(moveUp:));
+    if (!up && !sel_isEqual(commandSelector, @selector(moveDown:)))
         return NO;
     [self step:up ? 1 : -1];
     return YES;

@@ -1,5 +1,7 @@
 #import "platform/macos/preferences/PromptsControl.h"
 
+#import <objc/runtime.h>
+
 #import "platform/macos/Bridge.h"
 
 namespace {
@@ -166,7 +168,7 @@ NSString* const columnName = @"prompt";
 - (BOOL)control:(NSControl*)control textView:(NSTextView*)textView doCommandBySelector:(SEL)commandSelector {
     (void)control;
     (void)textView;
-    if (commandSelector != @selector(cancelOperation:))
+    if (!sel_isEqual(commandSelector, @selector(cancelOperation:)))
         return NO;
     [self cancelEditing];
     return YES;

@@ -58,8 +58,12 @@ TimeOfDay timeOf(NSDatePicker* picker) {
     return @[ _picker ];
 }
 
+/// A time that is shown already is left alone: the picker would take a new one for the end of what is being
+/// typed, and the second digit of an hour for another hour.
 - (void)setHour:(int)hour minute:(int)minute {
-    [_picker setDateValue:dateOf(hour, minute)];
+    const TimeOfDay shown = timeOf(_picker);
+    if (shown.hour != hour || shown.minute != minute)
+        [_picker setDateValue:dateOf(hour, minute)];
 }
 
 - (void)entered:(id)sender {

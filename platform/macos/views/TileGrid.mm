@@ -97,7 +97,9 @@ constexpr CGFloat gap = 4;
 
 - (void)moveSelectionTo:(NSButton*)tile animated:(BOOL)animated {
     [_selection setHidden:tile == nil];
-    if (!tile)
+    // Before the grid has a size of its own there is no frame to slide to; the first layout moves the
+    // capsule.
+    if (!tile || NSIsEmptyRect([self bounds]))
         return;
     const NSRect frame =
         NSInsetRect([self frameOfTile:[_tiles indexOfObject:tile]], 0, kelpa::measures::tileInset);

@@ -22,7 +22,7 @@
 - (void)present;
 /// Takes every window that covers a screen back to its place, after the system has moved windows.
 + (void)restorePlaces;
-/// The window that was shown last, once: nil when it is asked for again.
+/// The window that the keyboard belongs to after what was shown last, once: nil when it is asked for again.
 + (KelpaWindow*)takePresented;
 @end
 

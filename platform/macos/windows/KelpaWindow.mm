@@ -22,6 +22,7 @@ __weak KelpaWindow* presented;
     NSTimeInterval _deafUntil;
     NSRect _place;
     BOOL _coversScreen;
+    BOOL _untouched; ///< since it was shown no key and no click came that counts
     __weak NSView<KelpaContent>* _content;
 }
 
@@ -87,17 +88,41 @@ __weak KelpaWindow* presented;
 
 - (void)present {
     _deafUntil = CACurrentMediaTime() + _deafSeconds;
+    _untouched = YES;
     [self restorePlace];
     [self orderFrontRegardless];
-    // No button is the one that a key would press. The system chooses one when it first shows a window.
-    [self makeFirstResponder:nil];
     presented = self;
 }
 
+/// While a break covers the screens, keys go to it: what was shown beneath would take them unseen.
 + (KelpaWindow*)takePresented {
     KelpaWindow* window = presented;
     presented = nil;
-    return window;
+    KelpaWindow* covering = window && !window->_coversScreen ? [self coveringWindow] : nil;
+    return covering ? covering : window;
+}
+
++ (KelpaWindow*)coveringWindow {
+    for (NSWindow* window in [NSApp windows])
+        if ([window isKindOfClass:[KelpaWindow class]] && [window isVisible] &&
+            static_cast<KelpaWindow*>(window)->_coversScreen)
+            return static_cast<KelpaWindow*>(window);
+    return nil;
+}
+
+/// No button is the one that a key would press. The system chooses one when it first shows a window or gives
+/// it the keyboard, and nothing says in which order, so that the choice is undone at the first key that
+/// counts.
+- (void)chooseNoButton {
+    if (_untouched)
+        [self makeFirstResponder:nil];
+    _untouched = NO;
+}
+
+- (void)becomeKeyWindow {
+    [super becomeKeyWindow];
+    if (_untouched)
+        [self makeFirstResponder:nil];
 }
 
 /// Windows without a title bar do not, unless they say so.
@@ -110,8 +135,13 @@ __weak KelpaWindow* presented;
 }
 
 - (void)sendEvent:(NSEvent*)event {
-    if ([event type] == NSEventTypeKeyDown && [self isDeaf])
+    const BOOL key = [event type] == NSEventTypeKeyDown;
+    if (key && [self isDeaf])
         return;
+    if (key)
+        [self chooseNoButton];
+    else if ([event type] == NSEventTypeLeftMouseDown)
+        _untouched = NO;
     [super sendEvent:event];
 }
 

@@ -4,6 +4,7 @@
 
 // As much of the run-time library as the headers of GNUstep mention.
 @class Protocol;
+extern "C" BOOL sel_isEqual(SEL one, SEL other);
 typedef struct objc_method* Method;
 typedef struct objc_ivar* Ivar;
 struct objc_method_description {
