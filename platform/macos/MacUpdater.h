@@ -6,7 +6,8 @@
 
 namespace kelpa {
 
-/// The updater of this build; null where it was built without the Sparkle framework or without a feed.
+/// The updater of this build. Where it was built without the Sparkle framework or without a feed it checks
+/// for nothing, and says so when it is asked to.
 [[nodiscard]] std::unique_ptr<Updater> makeMacUpdater();
 
 } // namespace kelpa

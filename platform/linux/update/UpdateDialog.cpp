@@ -2,6 +2,7 @@
 
 #include "base/Localized.h"
 #include "base/Text.h"
+#include "ui/NoUpdates.h"
 
 #include <utility>
 #include <vector>
@@ -74,14 +75,13 @@ void UpdateDialog::tell(const std::string& headline, const std::string& text) {
 }
 
 void UpdateDialog::explain(const std::string& why) {
-    tell(localized("Kelpa does not update itself here"), why);
+    tell(NoUpdates().headline, why);
     window_.present(UpdateWindow::Attention::Wanted);
 }
 
 void UpdateDialog::asked() {
     if (support_ == UpdateSupport::NoFeed) {
-        explain(localized(
-            "This copy of Kelpa does not look for updates. Get new versions where you got this one."));
+        explain(NoUpdates().text);
     } else if (support_ == UpdateSupport::Store) {
         explain(localized("The software store that Kelpa came from also brings its new versions."));
     } else if (state_ == State::Idle || state_ == State::Telling) {

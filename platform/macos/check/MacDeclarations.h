@@ -151,7 +151,7 @@ enum : NSUInteger {
     NSEventMaskRightMouseDragged = 1ull << 7,
     NSEventMaskFlagsChanged = 1ull << 12,
 };
-enum : NSUInteger { NSEventTypeKeyDown = 10 };
+enum : NSUInteger { NSEventTypeLeftMouseDown = 1, NSEventTypeKeyDown = 10 };
 
 @interface NSEvent (MacDeclarations)
 + (id)addGlobalMonitorForEventsMatchingMask:(NSEventMask)mask
