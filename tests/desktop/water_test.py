@@ -144,6 +144,17 @@ class Water(DesktopTest):
         self.gone(1)
         wait_until(lambda: self.screen.focus() == "terminal", 3, "the keyboard to come back to the terminal")
 
+    def test_it_hears_keys_also_after_it_was_shown_while_it_was_up(self):
+        program = self.start(60)
+        program.wait_for("sandbox home path", 10)
+        self.show_as_a_script(program)
+        wait_until(lambda: self.screen.focus() == "Water Reminder", 10, "the panel to have the keyboard")
+        self.show_as_a_script(program)      # as the next reminder does
+        wait_until(lambda: self.screen.press("Escape") or not self.panels(), 5, "Escape to close it", pause=0.2)
+
+    def show_as_a_script(self, program):
+        self.session.run_tool(str(program.executable), "water")
+
     def press_and_wait(self, program, keys, amount):
         for key in keys:
             self.screen.press(key)

@@ -31,8 +31,12 @@ void WaterWindow::setPlace(const QRect& place, const QString& connector) {
     PlacedWindow::setPlace(drawn, connector);
 }
 
+/// Shown again while it has the keyboard, it is not given that a second time.
 void WaterWindow::appeared() {
-    focused_.invalidate();
+    if (isActive())
+        focused_.start();
+    else
+        focused_.invalidate();
     // No button is the one that Enter would press; Escape goes to the panel itself.
     content().forceActiveFocus();
 }
