@@ -1,5 +1,6 @@
 #!/usr/bin/python3
 """kelpa-update against a real HTTPS server: what it finds, what it refuses, and what it leaves on the disk."""
+import os
 import shutil
 import tempfile
 import time
@@ -8,7 +9,7 @@ from pathlib import Path
 
 from support import ENDING, SPARKLE, Authority, Helper, Maker, Server, debian_package, feed, item, redirect
 
-PACKAGE = bytes(range(256)) * 1200
+PACKAGE = debian_package("0.2.0", 300_000)
 MOST_MEMORY = 64
 
 
@@ -28,8 +29,9 @@ class UpdateTest(unittest.TestCase):
         self.package_url = self.server.base + "/kelpa" + ENDING
         self.server.paths["/kelpa" + ENDING] = PACKAGE
 
-    def helper(self, feed_url=None, running="1", system="12.0.0", key=None, patience=(20, 20), certificates=None):
-        helper = Helper(certificates or self.authority.certificate)
+    def helper(self, feed_url=None, running="1", system="12.0.0", key=None, patience=(20, 20), certificates=None,
+               **environment):
+        helper = Helper(certificates or self.authority.certificate, **environment)
         self.addCleanup(helper.close)
         helper.tell("source", feed_url or self.server.base + "/feed.xml", key or self.maker.key, ENDING)
         helper.tell("running", running, "0.1.0", system)
@@ -258,11 +260,49 @@ class Download(UpdateTest):
         self.assertEqual(received[-1], len(PACKAGE))
         self.assertLessEqual(len(received), 100)
 
-    def test_what_is_left_of_another_download_goes(self):
+    def test_what_is_left_of_another_download_goes_and_nothing_else(self):
         self.cache.mkdir(mode=0o755)
-        for name in ("unverified", ".hidden", "kelpa_1" + ENDING):
+        elsewhere = self.cache.parent / "precious"
+        elsewhere.write_text("precious")
+        (self.cache / ("kelpa_link" + ENDING)).symlink_to(elsewhere)
+        (self.cache / ("kelpa_folder" + ENDING)).mkdir()
+        foreign = ["kelpa_folder" + ENDING, "kelpa_link" + ENDING, ".hidden", "kelpa_notes.txt", "letter" + ENDING]
+        for name in ("unverified", "kelpa_1" + ENDING, *foreign[2:]):
             (self.cache / name).write_text("old")
         self.assertEqual(self.download().outcome()[0], "ready")
+        self.assertEqual(self.left(), sorted(["kelpa_2" + ENDING, *foreign]))
+        self.assertEqual(elsewhere.read_text(), "precious")
+        self.assertEqual(self.cache.stat().st_mode & 0o777, 0o700)
+
+    def test_a_link_leads_nowhere(self):
+        """Neither the folder nor the one around it, which are the program's own, nor the file."""
+        def refused(keeps):
+            message = self.download().outcome()
+            self.assertEqual(message[:2], ["failed", "disk"], message)
+            self.assertEqual((keeps.read_text(), keeps.parent.stat().st_mode & 0o777), ("precious", 0o755))
+        photos = self.cache.parent / "photos" / "update"
+        photos.mkdir(parents=True)
+        for name in ("photo", "unverified", "kelpa_1" + ENDING):
+            (photos / name).write_text("precious")
+        for folder in (photos, photos.parent):
+            folder.chmod(0o755)
+        self.cache.symlink_to(photos)
+        refused(photos / ("kelpa_1" + ENDING))
+        self.cache.unlink()
+        own = self.cache.parent / "own"
+        own.symlink_to(photos.parent)
+        self.cache = own / "update"
+        refused(photos / "unverified")
+        self.assertEqual(len(self.left()), 3)
+        self.cache = photos.parent / "real"
+        self.cache.mkdir(mode=0o700)
+        (self.cache / "unverified").symlink_to(photos / "photo")
+        refused(photos / "photo")
+
+    def test_a_name_that_is_taken_is_not_taken_away(self):
+        (self.cache / ("kelpa_2" + ENDING)).mkdir(parents=True)
+        message = self.download().outcome()
+        self.assertEqual(message[:2], ["failed", "disk"], message)
         self.assertEqual(self.left(), ["kelpa_2" + ENDING])
 
     def test_what_nobody_or_somebody_else_signed_is_thrown_away(self):
@@ -278,11 +318,10 @@ class Download(UpdateTest):
             self.server.paths["/kelpa" + ENDING] = tampered
             self.refused("signature", self.download().outcome())
 
-    @unittest.skipUnless(shutil.which("dpkg-deb"), "nothing here reads Debian packages")
     def test_an_old_package_that_is_passed_off_as_a_new_one_is_thrown_away(self):
         for version, outcome in (("0.0.9-1", "older"), ("3:0.0.9", "older"), ("0.1.0~rc1", "older"), ("0.1.0-1", None),
                                  ("0.2.0", None)):
-            package = debian_package(self.folder, version)
+            package = debian_package(version)
             self.server.paths["/kelpa" + ENDING] = package
             release = self.release("9", signature=self.maker.sign(package), length=len(package))
             if outcome:
@@ -290,6 +329,17 @@ class Download(UpdateTest):
             else:
                 self.assertEqual(self.download(release).outcome()[0], "ready", version)
                 shutil.rmtree(self.cache)
+
+    def test_a_package_whose_version_cannot_be_told_is_thrown_away(self):
+        self.refused("unversioned", self.download(PATH="/nonexistent").outcome())
+        reader = self.cache.parent / "dpkg-deb"
+        reader.write_text("#!/bin/sh\necho 9\nkill -9 $$\n")
+        reader.chmod(0o755)
+        self.refused("unversioned", self.download(PATH=f"{reader.parent}:{os.environ['PATH']}").outcome())
+        for content in (b"signed, but no package", PACKAGE[:200]):
+            self.server.paths["/kelpa" + ENDING] = content
+            release = self.release(signature=self.maker.sign(content), length=len(content))
+            self.refused("unversioned", self.download(release).outcome())
 
     def test_a_package_of_another_length_is_thrown_away(self):
         for length in (len(PACKAGE) - 1, len(PACKAGE) + 1, 1):
@@ -309,7 +359,7 @@ class Download(UpdateTest):
         self.assertLess(helper.memory(), MOST_MEMORY)
 
     def test_a_large_package_needs_little_memory(self):
-        large = PACKAGE * 100
+        large = debian_package("0.2.0", 30_000_000)
         self.server.paths["/kelpa" + ENDING] = large
         signature = self.maker.sign(large)
         helper = self.download(self.release(signature=signature, length=len(large)))

@@ -6,6 +6,7 @@ import select
 import socket
 import ssl
 import subprocess
+import tempfile
 import threading
 from pathlib import Path
 
@@ -104,14 +105,16 @@ class Server:
         self.http.server_close()
 
 
-def debian_package(folder, version):
-    """The bytes of a Debian package of that version, with nothing in it."""
-    tree, package = folder / f"package-{os.urandom(4).hex()}", folder / "built.deb"
-    (tree / "DEBIAN").mkdir(parents=True)
-    (tree / "DEBIAN/control").write_text(f"Package: kelpa\nVersion: {version}\nArchitecture: all\n"
-                                         "Maintainer: nobody <nobody@kelpa.example>\nDescription: none\n")
-    subprocess.run(["dpkg-deb", "--build", tree, package], check=True, capture_output=True)
-    return package.read_bytes()
+def debian_package(version, size=0):
+    """The bytes of a Debian package of that version, with a file of so many bytes in it."""
+    with tempfile.TemporaryDirectory() as folder:
+        tree, package = Path(folder) / "tree", Path(folder) / "built.deb"
+        (tree / "DEBIAN").mkdir(parents=True)
+        (tree / "DEBIAN/control").write_text(f"Package: kelpa\nVersion: {version}\nArchitecture: all\n"
+                                             "Maintainer: nobody <nobody@kelpa.example>\nDescription: none\n")
+        (tree / "content").write_bytes(bytes(size))
+        subprocess.run(["dpkg-deb", "-Znone", "--build", tree, package], check=True, capture_output=True)
+        return package.read_bytes()
 
 
 def redirect(to):

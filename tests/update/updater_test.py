@@ -3,6 +3,7 @@
 import os
 import plistlib
 import queue
+import shutil
 import subprocess
 import tempfile
 import threading
@@ -10,10 +11,10 @@ import time
 import unittest
 from pathlib import Path
 
-from support import ENDING, HELPER, ROOT, Authority, Maker, Server, feed, item
+from support import ENDING, HELPER, ROOT, Authority, Maker, Server, debian_package, feed, item
 
 DRIVER = os.environ.get("KELPA_UPDATE_DRIVER", str(ROOT / "build/dev/kelpa-update-driver"))
-PACKAGE = b"a package" * 100000
+PACKAGE = debian_package("0.6.0", 900_000)
 NOTES = "<sparkle:releaseNotesLink>https://kelpa.example/notes</sparkle:releaseNotesLink>"
 
 
@@ -93,6 +94,8 @@ class Updater(unittest.TestCase):
         self.cache, self.store, self.handed = own / "cache", own / "settings.plist", own / "handed"
         self.programs = own / "programs"
         self.programs.mkdir()
+        for needed in ("dpkg-deb", "tar"):
+            (self.programs / needed).symlink_to(shutil.which(needed))
         self.server.paths["/kelpa" + ENDING] = PACKAGE
         self.publish("6")
 

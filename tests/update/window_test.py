@@ -8,7 +8,7 @@ import tempfile
 import unittest
 from pathlib import Path
 
-from support import ENDING, HELPER, ROOT, Authority, Maker, Server, feed, item
+from support import ENDING, HELPER, ROOT, Authority, Maker, Server, debian_package, feed, item
 
 sys.path.insert(0, str(ROOT / "scripts"))
 from virtual_desktop import Program, Session, wait_until  # noqa: E402
@@ -18,7 +18,7 @@ DRIVER = os.environ.get("KELPA_UPDATE_DRIVER", str(ROOT / "build/dev/kelpa-updat
 KELPA = os.environ.get("KELPA", str(ROOT / "build/dev/kelpa"))
 VIEW = os.environ.get("KELPA_VIEW", str(ROOT / "build/dev/kelpa-view"))
 TITLE = "Software Update"
-PACKAGE = b"a package" * 300000
+PACKAGE = debian_package("0.2.0", 2_700_000)
 NOTES = "<sparkle:releaseNotesLink>https://kelpa.example/notes</sparkle:releaseNotesLink>"
 
 

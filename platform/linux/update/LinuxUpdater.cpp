@@ -29,6 +29,7 @@ UpdateFailure failureOf(const std::string& reason) {
         {update::length, UpdateFailure::Length},
         {update::signature, UpdateFailure::Signature},
         {update::older, UpdateFailure::Older},
+        {update::unversioned, UpdateFailure::Unversioned},
         {update::disk, UpdateFailure::Disk}};
     for (const auto& [word, failure] : failures)
         if (word == reason)

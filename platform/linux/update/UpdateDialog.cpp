@@ -50,6 +50,8 @@ std::string inWords(UpdateFailure failure) {
         return localized("The update is not signed by the makers of Kelpa, so it is not used.");
     case UpdateFailure::Older:
         return localized("The download is an older version than yours, so it was thrown away.");
+    case UpdateFailure::Unversioned:
+        return localized("Nothing here can tell which version the download is, so it was thrown away.");
     case UpdateFailure::Disk:
         return localized("The download cannot be stored. Is the disk full?");
     case UpdateFailure::Helper:

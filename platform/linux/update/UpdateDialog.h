@@ -24,6 +24,7 @@ enum class UpdateFailure {
     Length,
     Signature,
     Older,
+    Unversioned,
     Disk,
     Helper,
 };

@@ -43,10 +43,11 @@ inline constexpr std::string_view insecure = "insecure"; ///< no HTTPS, or nobod
 inline constexpr std::string_view answer = "answer";     ///< the server has something else to say
 inline constexpr std::string_view slow = "slow";
 inline constexpr std::string_view tooLarge = "tooLarge";
-inline constexpr std::string_view malformed = "malformed"; ///< no feed, or one that is built to do harm
-inline constexpr std::string_view length = "length";       ///< not as long as announced
-inline constexpr std::string_view signature = "signature"; ///< not signed by the maker
-inline constexpr std::string_view older = "older";         ///< a version before the one that runs
+inline constexpr std::string_view malformed = "malformed";     ///< no feed, or one that is built to do harm
+inline constexpr std::string_view length = "length";           ///< not as long as announced
+inline constexpr std::string_view signature = "signature";     ///< not signed by the maker
+inline constexpr std::string_view older = "older";             ///< a version before the one that runs
+inline constexpr std::string_view unversioned = "unversioned"; ///< nothing tells which version it is
 inline constexpr std::string_view disk = "disk";
 
 } // namespace kelpa::wire::update

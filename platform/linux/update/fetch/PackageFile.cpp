@@ -2,32 +2,21 @@
 
 #include "platform/linux/update/Signature.h"
 
-#include <QDir>
-
 namespace kelpa {
 
-PackageFile::PackageFile(const QString& folder)
-    : folder_(folder), file_(folder + QStringLiteral("/unverified")) {
-    if (!QDir().mkpath(folder_)) {
-        error_ = "the folder " + folder_.toStdString() + " cannot be made";
-        return;
-    }
-    QFile::setPermissions(folder_, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-    empty();
-    if (!file_.open(QFile::ReadWrite | QFile::NewOnly | QFile::Unbuffered))
+PackageFile::PackageFile(const QString& folder, const QString& ending) : folder_(folder, ending) {
+    if (folder_.error().empty())
+        folder_.empty();
+    const int descriptor = folder_.error().empty() ? folder_.create() : -1;
+    if (descriptor < 0)
+        error_ = folder_.error();
+    else if (!file_.open(descriptor, QFile::ReadWrite | QFile::Unbuffered, QFile::AutoCloseHandle))
         complain();
 }
 
 PackageFile::~PackageFile() {
     if (file_.isOpen())
-        file_.remove();
-}
-
-/// What earlier downloads left behind.
-void PackageFile::empty() const {
-    const QDir folder(folder_);
-    for (const QString& name : folder.entryList(QDir::Files | QDir::Hidden | QDir::System))
-        QFile::remove(folder.filePath(name));
+        folder_.discard();
 }
 
 void PackageFile::complain() {
@@ -48,13 +37,12 @@ bool PackageFile::isSigned(const std::string& signature, const std::string& key)
     return bytes != nullptr && kelpa::isSigned({bytes, static_cast<std::size_t>(size_)}, signature, key);
 }
 
-QString PackageFile::keepAs(const QString& name) {
-    const QString path = folder_ + QLatin1Char('/') + name;
-    if (!file_.rename(path)) {
-        complain();
-        return {};
-    }
-    file_.close();
+QString PackageFile::keepAs(const QString& version) {
+    const QString path = folder_.keep(version);
+    if (path.isEmpty())
+        error_ = folder_.error();
+    else
+        file_.close();
     return path;
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/linux/update/fetch/DownloadFolder.h"
+
 #include <QByteArrayView>
 #include <QFile>
 #include <QString>
@@ -11,8 +13,9 @@ namespace kelpa {
 /// nothing opens, in a folder that only this user can enter; what is not kept is removed.
 class PackageFile {
   public:
-    /// Empties the folder, and makes it where it is missing. `error()` tells when that does not work.
-    explicit PackageFile(const QString& folder);
+    /// Takes the place of earlier downloads in the folder. `ending` is how the names of packages end.
+    /// `error()` tells when that does not work.
+    PackageFile(const QString& folder, const QString& ending);
     ~PackageFile();
     PackageFile(const PackageFile&) = delete;
     PackageFile& operator=(const PackageFile&) = delete;
@@ -22,18 +25,18 @@ class PackageFile {
     /// False when the disk does not take it.
     bool append(QByteArrayView bytes);
     [[nodiscard]] qint64 size() const { return size_; }
-    [[nodiscard]] QString path() const { return file_.fileName(); }
+    [[nodiscard]] QString path() const { return folder_.path(); }
     /// Whether the holder of `key` signed what has been appended. Looks at the file through the page cache,
     /// of which the system can take back what it needs.
     [[nodiscard]] bool isSigned(const std::string& signature, const std::string& key);
-    /// Gives the package its name, for good, and tells its path; empty when that does not work.
-    QString keepAs(const QString& name);
+    /// Keeps the package for good under a name with this in it, and tells its path; empty when that does not
+    /// work.
+    QString keepAs(const QString& version);
 
   private:
-    void empty() const;
     void complain();
 
-    QString folder_;
+    DownloadFolder folder_;
     QFile file_;
     qint64 size_ = 0;
     std::string error_;

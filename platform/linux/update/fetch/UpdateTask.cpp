@@ -4,7 +4,6 @@
 #include "platform/linux/update/fetch/PackageVersion.h"
 #include "platform/linux/wire/UpdateProtocol.h"
 
-#include <QRegularExpression>
 #include <algorithm>
 
 namespace kelpa {
@@ -22,13 +21,6 @@ constexpr int longestLink = 2000;
 
 QString text(const wire::Message& message, std::size_t field) {
     return QString::fromStdString(message.field(field));
-}
-
-/// Of what a feed says only letters, digits and a few signs become part of a file's name.
-QString fileName(const QString& version, const QString& ending) {
-    static const QRegularExpression odd(QStringLiteral("[^A-Za-z0-9.~-]"));
-    return QStringLiteral("kelpa_") +
-           QString(version).replace(odd, QStringLiteral("-")).left(longestVersion) + ending;
 }
 
 /// Whether it can be shown to a person as a version: short, and without signs that nobody sees.
@@ -143,7 +135,7 @@ void UpdateTask::offer(const AppcastOffer& offer) {
 void UpdateTask::download() {
     if (!offer_)
         return fail(update::malformed, "there is nothing to download");
-    file_.emplace(folder_);
+    file_.emplace(folder_, reader_.packageEnding);
     if (!file_->error().empty())
         return fail(update::disk, file_->error());
     lastPercent_ = 0;
@@ -170,10 +162,12 @@ void UpdateTask::verify() {
     if (!file_->isSigned(package.signature.toStdString(), key_))
         return fail(update::signature, "the package is not what its maker signed");
     // The signature does not tell which version was signed: a feed could pass an old one off as new.
-    if (const auto inside = versionInside(file_->path()).toStdString();
-        !inside.empty() && versionOrder(inside, runningName_.toStdString()) < 0)
+    const std::string inside = versionInside(file_->path()).toStdString();
+    if (inside.empty())
+        return fail(update::unversioned, "dpkg-deb does not tell the package's version");
+    if (versionOrder(inside, runningName_.toStdString()) < 0)
         return fail(update::older, "the package is version " + inside);
-    const QString path = file_->keepAs(fileName(item.version, reader_.packageEnding));
+    const QString path = file_->keepAs(item.version);
     if (path.isEmpty())
         return fail(update::disk, file_->error());
     file_.reset();
