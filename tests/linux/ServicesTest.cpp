@@ -301,4 +301,16 @@ TEST(PortalTest, ADesktopWithoutPortalRefuses) {
     EXPECT_TRUE(spinUntil(loop, [&] { return !refusal.empty(); }));
 }
 
+/// Not so the program's own helpers.
+TEST(LauncherTest, ProgramsOfTheDesktopOutliveThisOne) {
+    EventLoop loop;
+    Launcher launcher(loop);
+    const std::string asks = "import ctypes, sys; got = ctypes.c_int(-1); "
+                             "ctypes.CDLL(None).prctl(2, ctypes.byref(got)); sys.exit(got.value)";
+    std::optional<bool> noSignalWhenWeDie;
+    ASSERT_TRUE(launcher.run({"python3", "-c", asks}, [&](bool well) { noSignalWhenWeDie = well; }));
+    ASSERT_TRUE(spinUntil(loop, [&] { return noSignalWhenWeDie.has_value(); }));
+    EXPECT_TRUE(*noSignalWhenWeDie);
+}
+
 } // namespace

@@ -1,6 +1,6 @@
 #include "platform/linux/windows/HelperProcess.h"
 
-#include "platform/linux/SpawnAttributes.h"
+#include "platform/linux/windows/HelperChild.h"
 #include "platform/linux/wire/LineReader.h"
 #include "platform/linux/wire/LineWriter.h"
 
@@ -19,38 +19,10 @@ namespace kelpa {
 
 namespace {
 
-constexpr int helperDescriptor = 3;
 /// How long a helper may take to end after its connection closed.
 constexpr double patience = 2.0;
 /// When to try again what a busy helper had no room for.
 constexpr double retryAfter = 0.02;
-
-class SpawnActions {
-  public:
-    explicit SpawnActions(int descriptor) {
-        posix_spawn_file_actions_init(&actions_);
-        posix_spawn_file_actions_adddup2(&actions_, descriptor, helperDescriptor);
-    }
-    ~SpawnActions() { posix_spawn_file_actions_destroy(&actions_); }
-    SpawnActions(const SpawnActions&) = delete;
-    SpawnActions& operator=(const SpawnActions&) = delete;
-    [[nodiscard]] const posix_spawn_file_actions_t* get() const { return &actions_; }
-
-  private:
-    posix_spawn_file_actions_t actions_{};
-};
-
-/// Gives the process id; throws what the system refused.
-int spawn(const std::string& path, int descriptor) {
-    std::string name = path;
-    std::array<char*, 2> arguments{name.data(), nullptr};
-    int pid = 0;
-    const int error = posix_spawn(&pid, path.c_str(), SpawnActions(descriptor).get(), SpawnAttributes().get(),
-                                  arguments.data(), environ);
-    if (error != 0)
-        throw std::system_error(error, std::generic_category(), path);
-    return pid;
-}
 
 std::string inWords(int status) {
     if (WIFSIGNALED(status))
@@ -95,7 +67,14 @@ struct HelperProcess::Child {
 HelperProcess::HelperProcess(EventLoop& loop, std::string path, HelperClient& client)
     : loop_(loop), path_(std::move(path)), client_(client) {}
 
-HelperProcess::~HelperProcess() = default;
+/// No loop may be left that would notice a helper that goes on.
+HelperProcess::~HelperProcess() {
+    end();
+    for (const auto& child : leaving_) {
+        child->onEnd.cancel();
+        endHelper(child->pid);
+    }
+}
 
 int HelperProcess::pid() const {
     return child_ ? child_->pid : 0;
@@ -109,11 +88,13 @@ std::string HelperProcess::start() {
         return std::generic_category().message(errno);
     const auto child = std::make_shared<Child>(ends[0]);
     try {
-        child->pid = spawn(path_, ends[1]);
+        child->pid = startHelper(path_, ends[1]);
         watch(child);
         child_ = child;
     } catch (const std::system_error& error) {
         ::close(ends[1]);
+        if (child->pid != 0)
+            endHelper(child->pid);
         return error.what();
     }
     ::close(ends[1]);

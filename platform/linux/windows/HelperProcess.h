@@ -25,11 +25,13 @@ class HelperClient {
 };
 
 /// One helper program and the connection to it, which the helper has as descriptor 3. Nothing here ever waits
-/// for the helper: one that does not read what it is sent, or does not end when it should, is killed.
+/// for the helper: one that does not read what it is sent, or does not end when it should, is killed, and
+/// none outlives this program.
 class HelperProcess {
   public:
     /// `client` outlives the process object.
     HelperProcess(EventLoop& loop, std::string path, HelperClient& client);
+    /// Takes half a second at most.
     ~HelperProcess();
     HelperProcess(const HelperProcess&) = delete;
     HelperProcess& operator=(const HelperProcess&) = delete;
