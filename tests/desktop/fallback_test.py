@@ -34,7 +34,7 @@ class OldTray(DesktopTest):
         icon = self.settled_icon()
         self.assertEqual(len(self.helpers(program, "kelpa-tray")), 1)
         self.assertGreaterEqual(icon.height, 16)
-        self.assertGreaterEqual(self.screen.picture(icon).glyphs(), 6)
+        wait_until(lambda: self.screen.picture(icon).glyphs() >= 6, 5, "the picture and the time in it")
         self.assertTrue(self.shown_text_moves(icon))
 
     def test_its_menu_works_with_pointer_and_keys(self):

@@ -66,7 +66,7 @@ class DesktopTest(unittest.TestCase):
         self.assertEqual([line for line in program.lines() if FAULT.search(line)], [])
 
     def show_what_happened(self, program):
-        picture = ROOT / "build" / f"failure-{self.id().rsplit('.', 1)[-1]}.png"
+        picture = ROOT / "build" / f"failure-{'.'.join(self.id().split('.')[-2:])}.png"
         try:
             self.screen.picture().save(picture)
         except Exception as error:  # a display that a test has ended gives no picture

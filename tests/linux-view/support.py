@@ -81,7 +81,7 @@ class ViewTest(unittest.TestCase):
 
     def finish(self, driver):
         if any(test is self for test, _ in self._outcome.result.failures + self._outcome.result.errors):
-            picture = Path(DRIVER).parent / f"failure-{self.id().rsplit('.', 1)[-1]}.png"
+            picture = Path(DRIVER).parent / f"failure-{'.'.join(self.id().split('.')[-2:])}.png"
             self.screen.picture().save(picture)
             print(f"--- picture: {picture}; the driver said:", *driver.said, file=sys.stderr)
         Session.end(driver.process)
