@@ -269,6 +269,10 @@ int EventLoop::run() {
     return code;
 }
 
+bool EventLoop::ending() const {
+    return state_->stopped;
+}
+
 sd_event* EventLoop::handle() const {
     return state_->event;
 }

@@ -39,8 +39,10 @@ class EventLoop final : public TickerSource, public Queue, public ApplicationLoo
     /// Serves the loop before it runs for good, until `reached` holds, `seconds` of real time are over or the
     /// loop was told to end; gives what `reached` says at the end.
     bool runUntil(const std::function<bool()>& reached, double seconds);
-    /// Runs until `terminate()`, SIGTERM or SIGINT; gives the exit code.
+    /// Runs until `terminate()` or a signal that ends the program; gives the exit code.
     int run();
+    /// Whether it was told to end, by `terminate()` or a signal that was served.
+    [[nodiscard]] bool ending() const;
     /// For libraries that bring their own event sources; owned by the loop.
     [[nodiscard]] sd_event* handle() const;
 

@@ -7,6 +7,8 @@
 #include "platform/linux/events/WaylandActivity.h"
 #include "platform/linux/events/X11Activity.h"
 
+#include <utility>
+
 namespace kelpa {
 
 namespace {
@@ -29,26 +31,29 @@ void logCritical(const std::string& message) {
 /// The best source that this desktop may have comes first. The X server of a Wayland session hears only of
 /// what goes to its own windows.
 std::vector<std::unique_ptr<ActivitySource>> activitySources(EventLoop& loop, const ActivityGate& gate,
-                                                             const OwnWindows& windows, double speed) {
+                                                             const OwnWindows& windows, Bus& session,
+                                                             Bus& system, double speed) {
     std::vector<std::unique_ptr<ActivitySource>> sources;
     if (inWaylandSession()) {
         sources.push_back(std::make_unique<WaylandActivity>(loop, windows, speed));
-        sources.push_back(std::make_unique<MutterActivity>(loop, windows, speed));
+        sources.push_back(std::make_unique<MutterActivity>(loop, session, windows, speed));
     } else {
         sources.push_back(std::make_unique<X11Activity>(loop, gate, windows));
     }
-    sources.push_back(std::make_unique<LogindActivity>(loop, windows));
+    sources.push_back(std::make_unique<LogindActivity>(loop, system, windows));
     return sources;
 }
 
 } // namespace
 
-Program::Program(EventLoop& loop, Display& display, double speed, Instance& instance)
-    : loop_(loop), queues_(speed), folders_(dataFolders()), clock_(speed), store_(settingsFile(), *this),
+Program::Program(EventLoop& loop, Display& display, double speed, Bus& session, Instance& instance)
+    : loop_(loop), session_(session), systemBus_(loop, Bus::Kind::System), queues_(speed),
+      folders_(dataFolders()), clock_(speed), store_(settingsFile(), *this),
       windows_({loop, display.screens(), display.focus(), *this}, helperPath("kelpa-view")), about_(windows_),
       preferences_(windows_), tray_(display.makeTray(*this)), fonts_(folders_.data),
-      translations_(folders_.locale), fatalErrors_(logCritical), lock_(loop), gate_(lock_, windows_),
-      activity_(gate_, *this, activitySources(loop, gate_, windows_, speed)),
+      translations_(folders_.locale), fatalErrors_(logCritical), lock_(loop, session, systemBus_),
+      gate_(lock_, windows_),
+      activity_(gate_, *this, activitySources(loop, gate_, windows_, session, systemBus_, speed)),
       loginItem_(
           {AutostartFolders::ofEnvironment(), {build::identifier, build::displayName, programPath()}},
           programPath(), [this] { return portal(); }, systemLog_),
@@ -61,40 +66,52 @@ Program::Program(EventLoop& loop, Display& display, double speed, Instance& inst
           fonts_, translations_, random_,   fatalErrors_,
           loop,   lock_,         activity_, Services{&loginItem_, &updater_, &mail_, &about_, &preferences_}},
       logFiles_(clock_), application_(ports_, logFiles_), remote_(loop), instance_(instance),
-      notice_(loop, noticeDesktop()) {
+      notice_(loop, session, noticeDesktop()) {
     if (tray_)
         fallback_.emplace(loop_, statusBar_, *tray_);
+    if (inSandbox())
+        portal_.emplace(session_);
 }
 
 Program::~Program() = default;
 
 int Program::run() {
+    systemBus_.start();
     application_.launch();
     if (!translations_.usable())
         warning(
             "The texts are shown in English: no locale for their translation is generated on this machine.");
-    openBus();
+    useBus();
     instance_.serve(*this);
     const int code = loop_.run();
     application_.willTerminate();
     return code;
 }
 
-void Program::openBus() {
-    SessionBus* const bus = instance_.bus();
+void Program::useBus() {
     if (!instance_.doubt().empty())
-        warning(instance_.doubt() + ".");
-    if (bus == nullptr) {
-        warning("No session bus for the status item: " + instance_.whyNoBus());
+        doubted(instance_.doubt());
+    if (!session_.open()) {
+        const std::string& why = session_.failure();
+        warning("No session bus for the status item: " + (why.empty() ? "it does not answer" : why));
+        busMissed_ = true;
         setHostPresent(false);
-        return;
     }
-    if (inSandbox())
-        portal_.emplace(*bus);
-    control_.emplace(loop_, *bus, remote_);
-    item_.emplace(loop_, *bus, ItemIdentity{build::identifier, build::displayName, folders_.data},
+    joined_ = session_.join(*this);
+    control_.emplace(loop_, session_, remote_);
+    item_.emplace(loop_, session_, ItemIdentity{build::identifier, build::displayName, folders_.data},
                   [this](bool present) { hostChanged(present); });
     statusBar_.addSink(*item_);
+}
+
+void Program::busOpened() {
+    if (std::exchange(busMissed_, false))
+        info("The session bus is there.");
+}
+
+void Program::busLost() {
+    warning("The session bus is gone: " + session_.failure());
+    busMissed_ = true;
 }
 
 void Program::hostChanged(bool present) {
@@ -119,7 +136,7 @@ TrayNotice::Desktop Program::noticeDesktop() {
 void Program::setHostPresent(bool present) {
     if (fallback_)
         fallback_->setHostPresent(present);
-    notice_.setHostPresent(present, instance_.bus());
+    notice_.setHostPresent(present);
 }
 
 void Program::showSettings() {

@@ -38,10 +38,10 @@
 namespace kelpa {
 
 /// The whole program on a Linux desktop: everything that the core asks for, and the core on top of it.
-class Program final : private StoreReport, private WindowReport, private InstanceClient {
+class Program final : private StoreReport, private WindowReport, private InstanceClient, private BusClient {
   public:
-    /// Loop, display and instance outlive the program.
-    Program(EventLoop& loop, Display& display, double speed, Instance& instance);
+    /// All outlive the program.
+    Program(EventLoop& loop, Display& display, double speed, Bus& session, Instance& instance);
     ~Program() override;
     Program(const Program&) = delete;
     Program& operator=(const Program&) = delete;
@@ -55,13 +55,18 @@ class Program final : private StoreReport, private WindowReport, private Instanc
     void info(const std::string& message) override;
     void showSettings() override;
     void replaced() override;
-    void openBus();
+    void doubted(const std::string& why) override { warning(why + "."); }
+    void busOpened() override;
+    void busLost() override;
+    void useBus();
     [[nodiscard]] Portal* portal() { return portal_ ? &*portal_ : nullptr; }
     void hostChanged(bool present);
     void setHostPresent(bool present);
     TrayNotice::Desktop noticeDesktop();
 
     EventLoop& loop_;
+    Bus& session_;
+    Bus systemBus_;
     SerialQueues queues_;
     DataFolders folders_;
     LinuxClock clock_;
@@ -90,11 +95,13 @@ class Program final : private StoreReport, private WindowReport, private Instanc
     Application application_;
     RemoteControl remote_;
     Instance& instance_;
-    // Empty in a session without a bus.
-    std::optional<StatusNotifierItem> item_;
-    std::optional<Portal> portal_; ///< in a sandbox
-    std::optional<ControlObject> control_;
     TrayNotice notice_;
+    std::optional<Portal> portal_; ///< in a sandbox
+    // There once the application runs.
+    std::optional<StatusNotifierItem> item_;
+    std::optional<ControlObject> control_;
+    bool busMissed_ = false; ///< the log has told that there is no session bus
+    Subscription joined_;
 };
 
 } // namespace kelpa

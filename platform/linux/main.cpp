@@ -15,10 +15,16 @@ constexpr int misused = 2;
 int run(const kelpa::Options& options) {
     kelpa::keepHeapSmall();
     kelpa::EventLoop loop(options.speed);
-    kelpa::Instance instance(loop);
-    if (instance.claim() == kelpa::Instance::Role::Second) {
+    kelpa::Bus session(loop, kelpa::Bus::Kind::Session);
+    kelpa::Instance instance(loop, session);
+    switch (instance.claim()) {
+    case kelpa::Instance::Role::Ended:
+        return EXIT_SUCCESS;
+    case kelpa::Instance::Role::Second:
         std::cout << "Kelpa runs already and shows its preferences." << std::endl;
         return EXIT_SUCCESS;
+    case kelpa::Instance::Role::First:
+        break;
     }
     // The display server goes when the desktop session ends; so do we.
     const auto [display, error] = kelpa::openDisplay(loop, [&loop] { loop.terminate(); });
@@ -26,7 +32,7 @@ int run(const kelpa::Options& options) {
         std::cerr << "kelpa: no display: " << error << '\n';
         return failed;
     }
-    return kelpa::Program(loop, *display, options.speed, instance).run();
+    return kelpa::Program(loop, *display, options.speed, session, instance).run();
 }
 
 } // namespace

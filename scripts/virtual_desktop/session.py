@@ -106,6 +106,7 @@ class Session:
         self.size = (monitors * width, height)
         self.activation = activation
         self.children = []
+        self.buses = {}     # the process of each, by its kind
         self.screen = None
         self.bus = None
         self.display = ""
@@ -172,13 +173,32 @@ class Session:
             # The buses start other programs, and those need to know both.
             self.environment[variable] = f"unix:path={path}"
         for kind in ("system", "session"):
-            self.spawn(["dbus-daemon", f"--config-file={self.folder}/{kind}-bus.conf", "--nofork", "--nopidfile"])
-            wait_until(lambda: self._listens(self.folder / f"{kind}-bus"), 10, f"the {kind} bus")
+            self._start_bus(kind)
+        self._connect()
+
+    def _start_bus(self, kind):
+        daemon = self.spawn(["dbus-daemon", f"--config-file={self.folder}/{kind}-bus.conf", "--nofork", "--nopidfile"])
+        wait_until(lambda: self._listens(self.folder / f"{kind}-bus"), 10, f"the {kind} bus")
+        self.buses[kind] = daemon
+
+    def _connect(self):
         flags = Gio.DBusConnectionFlags
         self.bus = Gio.DBusConnection.new_for_address_sync(
             self.environment["DBUS_SESSION_BUS_ADDRESS"],
             flags.AUTHENTICATION_CLIENT | flags.MESSAGE_BUS_CONNECTION, None, None)
         self.bus.set_exit_on_close(False)
+
+    def kill_session_bus(self):
+        """Takes the session bus away, and with it the programs that end with it."""
+        daemon = self.buses.pop("session")
+        daemon.kill()
+        daemon.wait()
+        (self.folder / "session-bus").unlink(missing_ok=True)
+
+    def restart_session_bus(self):
+        """Brings a session bus that was taken away back to its old address, with nobody on it yet."""
+        self._start_bus("session")
+        self._connect()
 
     @staticmethod
     def _listens(path):

@@ -153,6 +153,28 @@ class OneInstance(ControlTest):
         self.assert_second_start_asks(again, **NO_BUS)
 
 
+class BusGone(ControlTest):
+    def test_everything_of_a_session_bus_comes_back_with_it(self):
+        program = self.running()
+        self.assertTrue(wait_until(program.item().registered, 5))
+        for times in (1, 2):
+            self.session.kill_session_bus()
+            self.assert_not_running("status")
+            self.session.restart_session_bus()
+            self.session.start_tray_service()
+            wait_until(lambda: self.ask("status")[0] == 0, 20, "an answer on the new bus")
+            self.assertEqual(self.owner(), program.process.pid)
+            item = program.item()
+            wait_until(item.registered, 5, "the tray to take the item")
+            label = item.label()
+            wait_until(lambda: item.label() != label, 5, "the time to go on")
+            self.assertEqual(self.ask()[0], 0, "a second start")
+            program.wait_for("asks for the preferences", 5, times=times)
+            self.assertEqual(program.count("The session bus is gone"), times)
+        self.obeys("quit")
+        self.assertEqual(program.process.wait(5), 0)
+
+
 class Commands(ControlTest):
     def test_status_says_what_the_tray_says(self):
         program = self.running({"pref.work.time": 62})

@@ -26,11 +26,11 @@ class Desktop {
         model_.lines[1].separator = true;
         model_.lines[2].id = 3;
         model_.lines[2].enabled = false;
-        menu_.emplace(loop_, *bus_, pictures_, model_, clicks_);
+        menu_.emplace(loop_, bus_, pictures_, model_, clicks_);
     }
     BusMessage call(const char* member) {
         const char* program = nullptr;
-        sd_bus_get_unique_name(bus_->handle(), &program);
+        sd_bus_get_unique_name(bus_.handle(), &program);
         sd_bus_message* message = nullptr;
         if (sd_bus_message_new_method_call(panel_.bus(), &message, program, DBusMenu::path,
                                            "com.canonical.dbusmenu", member) < 0)
@@ -53,17 +53,9 @@ class Desktop {
         static_cast<Desktop*>(self)->answered_ = true;
         return 0;
     }
-    std::unique_ptr<SessionBus> open() {
-        std::string why;
-        auto bus = SessionBus::open(loop_, why);
-        if (!bus)
-            __builtin_trap();
-        return bus;
-    }
-
     test::PrivateBus daemon_;
     EventLoop loop_;
-    std::unique_ptr<SessionBus> bus_ = open();
+    test::OpenBus bus_{loop_};
     test::Peer panel_{loop_};
     ItemPictures pictures_{"/nonexistent"};
     StatusItemModel model_;

@@ -219,9 +219,10 @@ class Mutter : public Peer {
 };
 
 TEST_F(ActivityTest, GnomeTellsOverTheBus) {
-    const PrivateBus bus;
+    const PrivateBus daemon;
+    OpenBus bus(loop);
     std::optional<Mutter> gnome(std::in_place, loop);
-    MutterActivity source(loop, windows, speed);
+    MutterActivity source(loop, bus, windows, speed);
     ASSERT_EQ(source.start(sink), Start::Asking);
     ASSERT_TRUE(spinUntil(loop, [&] { return sink.heard == "W"; }));
     EXPECT_EQ(gnome->interval, 40);
@@ -239,13 +240,16 @@ TEST_F(ActivityTest, GnomeTellsOverTheBus) {
 }
 
 TEST_F(ActivityTest, WithoutGnomeThereIsNoSuchSource) {
+    PrivateBus daemon;
+    OpenBus bus(loop);
     {
-        const PrivateBus bus;
-        MutterActivity source(loop, windows, speed);
+        MutterActivity source(loop, bus, windows, speed);
         EXPECT_EQ(source.start(sink), Start::Asking);
         EXPECT_TRUE(spinUntil(loop, [&] { return sink.heard == "A"; }));
     }
-    MutterActivity source(loop, windows, speed);
+    daemon.end();
+    ASSERT_TRUE(spinUntil(loop, [&] { return !bus.open(); }));
+    MutterActivity source(loop, bus, windows, speed);
     EXPECT_EQ(source.start(sink), Start::Absent) << "the bus is gone as well";
 }
 
@@ -284,9 +288,10 @@ class Logind : public Peer {
 
 TEST_F(ActivityTest, LogindTellsWhatADesktopToldIt) {
     unsetenv("XDG_SESSION_ID");
-    std::optional<PrivateBus> bus(std::in_place, "DBUS_SYSTEM_BUS_ADDRESS");
+    std::optional<PrivateBus> daemon(std::in_place, "DBUS_SYSTEM_BUS_ADDRESS");
+    OpenBus bus(loop, Bus::Kind::System);
     Logind logind(loop);
-    LogindActivity source(loop, windows);
+    LogindActivity source(loop, bus, windows);
     ASSERT_EQ(source.start(sink), Start::Asking);
     ASSERT_TRUE(spinUntil(loop, [&] { return sink.heard == "W"; }));
     expectSteadyWords();
@@ -294,7 +299,7 @@ TEST_F(ActivityTest, LogindTellsWhatADesktopToldIt) {
     expectRest();
     logind.setIdle(false);
     EXPECT_TRUE(nextWord());
-    bus.reset();
+    daemon.reset();
     EXPECT_TRUE(spinUntil(loop, [&] { return sink.heard == "WF"; }));
     EXPECT_EQ(wordsIn(10), 0);
 }

@@ -57,10 +57,10 @@ class Script : public Peer {
 
 /// A program whose time passes when the test says so, on a real bus.
 struct ControlTest : testing::Test {
-    PrivateBus daemon;
+    std::string address = "unix:path=" + testing::TempDir() + "control-bus-" + std::to_string(getpid());
+    std::optional<PrivateBus> daemon{std::in_place, "DBUS_SESSION_BUS_ADDRESS", address};
     EventLoop loop;
-    std::string why;
-    std::unique_ptr<SessionBus> bus = SessionBus::open(loop, why);
+    OpenBus bus{loop};
     Play play;
     RemoteControl remote{play.desk.services};
     std::unique_ptr<ControlObject> object;
@@ -68,8 +68,8 @@ struct ControlTest : testing::Test {
     ControlTest() {
         play(test::mouseMayRest + "store pref.work.time int 62\nstore force_long_break bool true\n"
                                   "store pref.short.break.times int 1\nlaunch\n");
-        sd_bus_request_name(bus->handle(), control::service, 0);
-        object = std::make_unique<ControlObject>(loop, *bus, remote);
+        sd_bus_request_name(bus.handle(), control::service, 0);
+        object = std::make_unique<ControlObject>(loop, bus, remote);
     }
     /// Ticks until the script has heard so many changes.
     bool hears(const Script& script, std::size_t changes, double seconds = 10) {
@@ -197,18 +197,23 @@ TEST_F(ControlTest, whatIsNoTickIsToldWithinASecond) {
     EXPECT_EQ(script.changes.front(), (BusValues{{"WaterFinished", std::int64_t{400}}}));
 }
 
-TEST_F(ControlTest, aBusThatGoesAwayIsSurvived) {
+TEST_F(ControlTest, comesBackWithTheBusAndKnowsOfNoWatcherOfTheOldOne) {
     {
         Script script(loop);
         script.does("Watch");
+        daemon->end();
+        spinUntil(loop, [this] { return !bus.open(); });
     }
-    Script script(loop);
-    script.does("Watch");
-    daemon.end();
-    spin(loop, 0.2);
     play("+5\n");
-    spin(loop, 1.2);
-    object.reset();
+    daemon.emplace("DBUS_SESSION_BUS_ADDRESS", address);
+    ASSERT_TRUE(spinUntil(
+        loop, [this] { return bus.open(); }, 10));
+    sd_bus_request_name(bus.handle(), control::service, 0);
+    Script script(loop);
+    EXPECT_EQ(script.reads()["State"], BusValue(std::string("working")));
+    EXPECT_FALSE(hears(script, 1, 1.5));
+    script.does("Watch");
+    EXPECT_TRUE(hears(script, 1));
 }
 
 TEST(StatusLine, isForPeopleOrForPrograms) {
@@ -264,13 +269,14 @@ class Notifications : public Peer {
 };
 
 struct TrayNoticeTest : testing::Test {
-    PrivateBus daemon;
+    std::string address = "unix:path=" + testing::TempDir() + "notice-bus-" + std::to_string(getpid());
+    std::optional<PrivateBus> daemon{std::in_place, "DBUS_SESSION_BUS_ADDRESS", address};
     EventLoop loop;
-    std::string why;
-    std::unique_ptr<SessionBus> bus = SessionBus::open(loop, why);
+    OpenBus bus{loop};
     bool oldTray = false, locked = false;
     int logged = 0, opened = 0;
     TrayNotice notice{loop,
+                      bus,
                       {{"Kelpa", "app.orvane.Kelpa", "/icon.svg"},
                        [this] { return oldTray; },
                        [this] { return locked; },
@@ -281,7 +287,7 @@ struct TrayNoticeTest : testing::Test {
 
 TEST_F(TrayNoticeTest, tellsOnceAndTheClickOpensThePreferences) {
     Notifications desktop(loop);
-    notice.setHostPresent(false, bus.get());
+    notice.setHostPresent(false);
     spin(loop, 0.1);
     EXPECT_EQ(desktop.shown.size(), 0U) << "a panel may be slow";
     ASSERT_TRUE(spinUntil(loop, [&] { return desktop.shown.size() == 1; }));
@@ -299,8 +305,8 @@ TEST_F(TrayNoticeTest, tellsOnceAndTheClickOpensThePreferences) {
     ASSERT_TRUE(spinUntil(loop, [&] { return opened == 1; }));
     desktop.tell("NotificationClosed", "uu", 41, 2);
     desktop.tell("ActionInvoked", "us", 41, "default");
-    notice.setHostPresent(true, bus.get());
-    notice.setHostPresent(false, bus.get());
+    notice.setHostPresent(true);
+    notice.setHostPresent(false);
     spin(loop, 0.6);
     EXPECT_EQ(opened, 1) << "the number may be another's now";
     EXPECT_EQ(desktop.shown.size(), 1U);
@@ -309,12 +315,12 @@ TEST_F(TrayNoticeTest, tellsOnceAndTheClickOpensThePreferences) {
 
 TEST_F(TrayNoticeTest, isSilentWhereSomethingShowsTheItem) {
     Notifications desktop(loop);
-    notice.setHostPresent(false, bus.get());
+    notice.setHostPresent(false);
     spin(loop, 0.1);
-    notice.setHostPresent(true, bus.get());
+    notice.setHostPresent(true);
     spin(loop, 0.5);
     oldTray = true;
-    notice.setHostPresent(false, bus.get());
+    notice.setHostPresent(false);
     spin(loop, 0.5);
     EXPECT_EQ(desktop.shown.size(), 0U);
     EXPECT_EQ(logged, 0);
@@ -323,28 +329,43 @@ TEST_F(TrayNoticeTest, isSilentWhereSomethingShowsTheItem) {
 TEST_F(TrayNoticeTest, isSilentOfAPanelThatGoesWhileTheScreenIsLocked) {
     Notifications desktop(loop);
     locked = true;
-    notice.setHostPresent(false, bus.get());
+    notice.setHostPresent(false);
     spin(loop, 0.5);
-    notice.setHostPresent(true, bus.get());
+    notice.setHostPresent(true);
     locked = false;
     spin(loop, 0.5);
     EXPECT_EQ(desktop.shown.size(), 0U);
     EXPECT_EQ(logged, 0);
-    notice.setHostPresent(false, bus.get());
+    notice.setHostPresent(false);
     EXPECT_TRUE(spinUntil(loop, [&] { return desktop.shown.size() == 1; }));
 }
 
-TEST_F(TrayNoticeTest, needsNeitherNotificationsNorABus) {
-    notice.setHostPresent(false, bus.get());
+TEST_F(TrayNoticeTest, needsNoNotifications) {
+    notice.setHostPresent(false);
     ASSERT_TRUE(spinUntil(loop, [&] { return logged == 1; }));
     Notifications desktop(loop);
     desktop.failure = "org.example.Failure";
     spin(loop, 0.3);
-    TrayNotice without(loop, {{}, [] { return false; }, [] { return false; }, [this] { ++logged; }, [] {}},
-                       0.1);
-    without.setHostPresent(false, nullptr);
-    ASSERT_TRUE(spinUntil(loop, [&] { return logged == 2; }));
     EXPECT_EQ(opened, 0);
+}
+
+/// A bus takes the panel with it, and both may come back.
+TEST_F(TrayNoticeTest, saysNothingOfADesktopWhileThereIsNoBus) {
+    notice.setHostPresent(true);
+    daemon->end();
+    ASSERT_TRUE(spinUntil(loop, [&] { return !bus.open(); }));
+    notice.setHostPresent(false);
+    spin(loop, 0.6);
+    EXPECT_EQ(logged, 0);
+    daemon.emplace("DBUS_SESSION_BUS_ADDRESS", address);
+    const double began = secondsNow();
+    ASSERT_TRUE(spinUntil(
+        loop, [&] { return bus.open(); }, 10));
+    Notifications desktop(loop);
+    EXPECT_EQ(logged, 0) << "the panel is given its time again";
+    ASSERT_TRUE(spinUntil(loop, [&] { return desktop.shown.size() == 1; }));
+    EXPECT_GE(secondsNow() - began, 0.3);
+    EXPECT_EQ(logged, 1);
 }
 
 } // namespace

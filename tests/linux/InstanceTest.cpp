@@ -4,6 +4,7 @@
 #include "platform/linux/control/ControlInterface.h"
 
 #include <gtest/gtest.h>
+#include <optional>
 
 namespace kelpa::test {
 namespace {
@@ -12,9 +13,10 @@ using State = InstanceLock::State;
 
 /// A running program, as far as other starts see it.
 struct Asked final : InstanceClient {
-    int shown = 0, gone = 0;
+    int shown = 0, gone = 0, doubts = 0;
     void showSettings() override { ++shown; }
     void replaced() override { ++gone; }
+    void doubted(const std::string&) override { ++doubts; }
 };
 
 struct LockTest : testing::Test {
@@ -115,6 +117,13 @@ TEST(LockName, isTheDisplays) {
     EXPECT_EQ(std::filesystem::status(*folder).permissions(), std::filesystem::perms::owner_all);
 }
 
+/// A start of the program, as far as it finds out about others.
+struct Start {
+    explicit Start(EventLoop& loop) : bus(loop, Bus::Kind::Session), instance(loop, bus) {}
+    Bus bus;
+    Instance instance;
+};
+
 struct InstanceTest : testing::Test {
     TempFolder runtime;
     EventLoop loop;
@@ -127,7 +136,7 @@ struct InstanceTest : testing::Test {
     /// The object that the program has on the bus, which answers as `answers` says.
     int answers = 0;
     BusSlot object;
-    void export_(SessionBus& bus) {
+    void export_(Bus& bus) {
         static const sd_bus_vtable vtable[] = {
             SD_BUS_VTABLE_START(0), SD_BUS_METHOD("ShowSettings", "", "", answer, 0), SD_BUS_VTABLE_END};
         sd_bus_slot* slot = nullptr;
@@ -143,64 +152,116 @@ struct InstanceTest : testing::Test {
 
 TEST_F(InstanceTest, isOneOnTheBus) {
     PrivateBus daemon;
-    Instance first(loop), second(loop);
-    ASSERT_EQ(first.claim(), Instance::Role::First);
-    EXPECT_EQ(first.doubt(), "");
-    first.serve(asked);
-    export_(*first.bus());
-    EXPECT_EQ(second.claim(), Instance::Role::Second);
+    Start first(loop), second(loop);
+    ASSERT_EQ(first.instance.claim(), Instance::Role::First);
+    EXPECT_EQ(first.instance.doubt(), "");
+    first.instance.serve(asked);
+    export_(first.bus);
+    EXPECT_EQ(second.instance.claim(), Instance::Role::Second);
     EXPECT_EQ(asked.shown, 1);
     // Another display of the same bus.
     setenv("DISPLAY", ":8", 1);
-    Instance third(loop);
-    EXPECT_EQ(third.claim(), Instance::Role::Second);
+    Start third(loop);
+    EXPECT_EQ(third.instance.claim(), Instance::Role::Second);
     EXPECT_EQ(asked.shown, 2);
     EXPECT_EQ(asked.gone, 0);
 }
 
 TEST_F(InstanceTest, isOneWithoutABusAndWhereOnlyTheSecondStartHasOne) {
-    Instance first(loop);
-    ASSERT_EQ(first.claim(), Instance::Role::First);
-    EXPECT_EQ(first.bus(), nullptr);
-    EXPECT_FALSE(first.whyNoBus().empty());
-    EXPECT_EQ(first.doubt(), "");
-    first.serve(asked);
-    Instance second(loop);
-    EXPECT_EQ(second.claim(), Instance::Role::Second);
+    Start first(loop);
+    ASSERT_EQ(first.instance.claim(), Instance::Role::First);
+    EXPECT_FALSE(first.bus.open());
+    EXPECT_EQ(first.instance.doubt(), "");
+    first.instance.serve(asked);
+    Start second(loop);
+    EXPECT_EQ(second.instance.claim(), Instance::Role::Second);
     PrivateBus daemon;
-    Instance third(loop);
-    EXPECT_EQ(third.claim(), Instance::Role::Second);
+    Start third(loop);
+    EXPECT_EQ(third.instance.claim(), Instance::Role::Second);
     EXPECT_EQ(asked.shown, 2);
 }
 
 TEST_F(InstanceTest, isTakenFromAnOwnerOfTheNameThatOnlyFails) {
     PrivateBus daemon;
     answers = -1;
-    Instance first(loop);
-    ASSERT_EQ(first.claim(), Instance::Role::First);
-    first.serve(asked);
-    export_(*first.bus());
+    Start first(loop);
+    ASSERT_EQ(first.instance.claim(), Instance::Role::First);
+    first.instance.serve(asked);
+    export_(first.bus);
     setenv("DISPLAY", ":8", 1);
-    Instance second(loop);
-    EXPECT_EQ(second.claim(), Instance::Role::First);
-    EXPECT_EQ(second.doubt(), "");
+    Start second(loop);
+    EXPECT_EQ(second.instance.claim(), Instance::Role::First);
+    EXPECT_EQ(second.instance.doubt(), "");
     EXPECT_TRUE(spinUntil(loop, [&] { return asked.gone == 1; }));
 }
 
 TEST_F(InstanceTest, isTakenFromOneThatHangs) {
     PrivateBus daemon;
-    Instance stale(loop);
-    ASSERT_EQ(stale.claim(), Instance::Role::First);
-    Instance second(loop);
+    Start stale(loop);
+    ASSERT_EQ(stale.instance.claim(), Instance::Role::First);
+    Start second(loop);
     const double began = secondsNow();
-    EXPECT_EQ(second.claim(), Instance::Role::First);
-    EXPECT_EQ(second.doubt(), "");
+    EXPECT_EQ(second.instance.claim(), Instance::Role::First);
+    EXPECT_EQ(second.instance.doubt(), "");
     EXPECT_LT(secondsNow() - began, Instance::patience + 3);
     Asked fresh;
-    second.serve(fresh);
-    stale.serve(asked);
+    second.instance.serve(fresh);
+    stale.instance.serve(asked);
     EXPECT_TRUE(spinUntil(loop, [&] { return asked.gone > 0; }));
     EXPECT_EQ(fresh.gone, 0);
+}
+
+TEST_F(InstanceTest, claimsItsNameAgainFromABusThatComesBack) {
+    const std::string address = "unix:path=" + runtime.file("bus");
+    std::optional<PrivateBus> daemon(std::in_place, "DBUS_SESSION_BUS_ADDRESS", address);
+    Start first(loop);
+    ASSERT_EQ(first.instance.claim(), Instance::Role::First);
+    first.instance.serve(asked);
+    const auto bringBack = [&] {
+        daemon->end();
+        ASSERT_TRUE(spinUntil(loop, [&] { return !first.bus.open(); }));
+        daemon.emplace("DBUS_SESSION_BUS_ADDRESS", address);
+    };
+    bringBack();
+    Peer other(loop);
+    const auto ownerIsFirst = [&] {
+        const auto answer = other.call("org.freedesktop.DBus", "/", "org.freedesktop.DBus", "GetNameOwner",
+                                       "s", control::service);
+        const char* owner = nullptr;
+        return sd_bus_message_read(answer.get(), "s", &owner) > 0 && owner == first.bus.name();
+    };
+    EXPECT_TRUE(spinUntil(loop, ownerIsFirst, 10));
+    EXPECT_EQ(asked.doubts, 0);
+    // Somebody else may come to it first.
+    bringBack();
+    Peer quick(loop);
+    sd_bus_request_name(quick.bus(), control::service, 0);
+    EXPECT_TRUE(spinUntil(
+        loop, [&] { return asked.doubts == 1; }, 15));
+    EXPECT_EQ(asked.gone, 0) << "both go on";
+}
+
+/// Who is told to end while it asks takes nothing from one that has had no time to answer.
+TEST_F(InstanceTest, takesNothingOverWhenItIsToldToEnd) {
+    PrivateBus daemon;
+    Start slow(loop);
+    ASSERT_EQ(slow.instance.claim(), Instance::Role::First);
+    for (const char* display : {":7", ":8"}) {
+        setenv("DISPLAY", display, 1);
+        EventLoop other;
+        Start second(other);
+        const auto end = other.afterReal(0.3, [&] { other.terminate(); });
+        const double began = secondsNow();
+        EXPECT_EQ(second.instance.claim(), Instance::Role::Ended) << display;
+        EXPECT_LT(secondsNow() - began, 1.5);
+    }
+    slow.instance.serve(asked);
+    export_(slow.bus);
+    setenv("DISPLAY", ":7", 1);
+    Start third(loop);
+    EXPECT_EQ(third.instance.claim(), Instance::Role::Second);
+    EXPECT_GE(asked.shown, 1);
+    EXPECT_EQ(asked.gone, 0);
 }
 
 } // namespace

@@ -148,7 +148,8 @@ class LockTest : public testing::Test {
     LockTest() { unsetenv("XDG_SESSION_ID"); }
 
     void observe() {
-        lock.emplace(loop);
+        buses.emplace(loop);
+        lock.emplace(loop, buses->session, buses->system);
         lock->observe([this] { heard += 'L'; }, [this] { heard += 'U'; });
     }
     /// Serves the loop until as much as that was heard, and then for as long as more could come.
@@ -163,7 +164,15 @@ class LockTest : public testing::Test {
     std::string sessionAddress =
         "unix:path=" + testing::TempDir() + "session-bus-" + std::to_string(getpid());
     std::optional<PrivateBus> session{std::in_place, "DBUS_SESSION_BUS_ADDRESS", sessionAddress};
+    struct Buses {
+        explicit Buses(EventLoop& loop) : session(loop, Bus::Kind::Session), system(loop, Bus::Kind::System) {
+            session.start();
+            system.start();
+        }
+        Bus session, system;
+    };
     EventLoop loop;
+    std::optional<Buses> buses;
     std::optional<DesktopLock> lock;
     std::string heard;
 };
@@ -195,6 +204,19 @@ TEST_F(LockTest, AScreenSaverThatEndsWhileItLocksLeavesNoLock) {
         EXPECT_EQ(after("L"), "L");
     }
     EXPECT_EQ(after("U"), "U");
+}
+
+/// It may be gone before its end can be listened for.
+TEST_F(LockTest, AScreenSaverThatSaysLockedAndLeavesAtOnceLeavesNoLock) {
+    observe();
+    after("");
+    for (int time = 0; time < 20; ++time) {
+        {
+            Saver hasty(loop);
+            hasty.emit("org.mate.ScreenSaver", "/", true);
+        }
+        ASSERT_EQ(after("LU"), "LU");
+    }
 }
 
 TEST_F(LockTest, TheHintAndTheRequestsOfOurOwnSessionCountOnce) {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Support.h"
-#include "platform/linux/status/SessionBus.h"
+#include "platform/linux/bus/Bus.h"
 
 #include <csignal>
 #include <cstring>
@@ -57,10 +57,16 @@ class PrivateBus {
     std::string address_;
 };
 
-struct ReleaseMessage {
-    void operator()(sd_bus_message* message) const { sd_bus_message_unref(message); }
+using Message = BusMessage;
+
+/// A bus as the program has it once the bus has answered.
+class OpenBus : public Bus {
+  public:
+    explicit OpenBus(EventLoop& loop, Kind kind = Kind::Session) : Bus(loop, kind) {
+        start();
+        spinUntil(loop, [this] { return open(); });
+    }
 };
-using Message = std::unique_ptr<sd_bus_message, ReleaseMessage>;
 
 /// Another program on the bus, served by the test's own loop: what it asks, the tested object can answer.
 class Peer {

@@ -259,10 +259,8 @@ TEST(PortalTest, ASandboxAsksTheDesktop) {
     EventLoop loop;
     Peer desktop(loop);
     FakePortal fake(desktop.bus());
-    std::string why;
-    const auto bus = SessionBus::open(loop, why);
-    ASSERT_TRUE(bus) << why;
-    Portal portal(*bus);
+    OpenBus bus(loop);
+    Portal portal(bus);
     TempFolder folder;
     RecordedLog log;
     LinuxLoginItem item(
@@ -292,10 +290,8 @@ TEST(PortalTest, ASandboxAsksTheDesktop) {
 TEST(PortalTest, ADesktopWithoutPortalRefuses) {
     const PrivateBus daemon;
     EventLoop loop;
-    std::string why;
-    const auto bus = SessionBus::open(loop, why);
-    ASSERT_TRUE(bus) << why;
-    Portal portal(*bus);
+    OpenBus bus(loop);
+    Portal portal(bus);
     std::string refusal;
     portal.requestBackground(true, {"kelpa"}, [&](const std::string& said) { refusal = said; });
     EXPECT_TRUE(spinUntil(loop, [&] { return !refusal.empty(); }));
@@ -311,6 +307,28 @@ TEST(LauncherTest, ProgramsOfTheDesktopOutliveThisOne) {
     ASSERT_TRUE(launcher.run({"python3", "-c", asks}, [&](bool well) { noSignalWhenWeDie = well; }));
     ASSERT_TRUE(spinUntil(loop, [&] { return noSignalWhenWeDie.has_value(); }));
     EXPECT_TRUE(*noSignalWhenWeDie);
+}
+
+TEST(PortalTest, ABusThatGoesAwayRefusesWhatIsAskedAndWhatWasAsked) {
+    PrivateBus daemon;
+    EventLoop loop;
+    // It has the name and never answers.
+    Peer silent(loop);
+    sd_bus_request_name(silent.bus(), "org.freedesktop.portal.Desktop", 0);
+    sd_bus_detach_event(silent.bus());
+    OpenBus bus(loop);
+    Portal portal(bus);
+    std::vector<std::string> refusals;
+    const auto ask = [&] {
+        portal.requestBackground(true, {"kelpa"}, [&](const std::string& said) { refusals.push_back(said); });
+    };
+    ask();
+    ask();
+    daemon.end();
+    EXPECT_TRUE(spinUntil(loop, [&] { return refusals.size() == 2; }));
+    spinUntil(loop, [&] { return !bus.open(); });
+    ask();
+    EXPECT_EQ(refusals.size(), 3U);
 }
 
 } // namespace

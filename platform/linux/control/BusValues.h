@@ -1,7 +1,6 @@
 #pragma once
 
-#include "platform/linux/status/BusWriter.h"
-#include "platform/linux/status/SessionBus.h"
+#include "platform/linux/bus/BusWriter.h"
 
 #include <cstdint>
 #include <map>

@@ -1,6 +1,7 @@
 #include "platform/linux/control/ControlClient.h"
 
-#include "platform/linux/control/BusCall.h"
+#include "platform/linux/bus/BusCall.h"
+#include "platform/linux/bus/NameOwner.h"
 #include "platform/linux/control/ControlInterface.h"
 #include "platform/linux/control/StatusLine.h"
 
@@ -15,9 +16,6 @@ namespace {
 constexpr double patience = 5; ///< real seconds for an answer
 constexpr BusAddress program = {control::service, control::path, control::interface};
 constexpr BusAddress programProperties = {control::service, control::path, "org.freedesktop.DBus.Properties"};
-constexpr const char* ownerRule =
-    "type='signal',sender='org.freedesktop.DBus',interface='org.freedesktop.DBus',"
-    "member='NameOwnerChanged',arg0='app.orvane.Kelpa'";
 constexpr const char* changeRule =
     "type='signal',sender='app.orvane.Kelpa',path='/app/orvane/Kelpa',"
     "interface='org.freedesktop.DBus.Properties',member='PropertiesChanged',arg0='app.orvane.Kelpa1'";
@@ -38,16 +36,17 @@ ControlExit failed(const BusMessage& answer) {
     return ended(ControlExit::Refused, error.message == nullptr ? error.name : error.message);
 }
 
-class Client {
+class Client final : private BusClient {
   public:
     explicit Client(const ControlCommand& command) : command_(command) {}
 
     ControlExit run() {
-        std::string why;
-        bus_ = SessionBus::open(loop_, why);
-        if (!bus_)
+        bus_.start();
+        loop_.runUntil([this] { return bus_.open() || !bus_.failure().empty(); }, patience);
+        if (!bus_.open())
             return ended(ControlExit::NotRunning,
-                         "There is no session bus to reach a running Kelpa by: " + why);
+                         "There is no session bus to reach a running Kelpa by: " +
+                             (bus_.failure().empty() ? "it does not answer" : bus_.failure()));
         if (command_.verb != nullptr)
             return call(command_.verb->method);
         return command_.follow ? follow() : readAndPrint();
@@ -55,15 +54,15 @@ class Client {
 
   private:
     ControlExit call(const char* method) {
-        const BusMessage answer = ask(loop_, *bus_, makeCall(*bus_, program, method), patience);
+        const BusMessage answer = ask(loop_, bus_, makeCall(bus_, program, method), patience);
         return good(answer) ? ControlExit::Done : failed(answer);
     }
 
     ControlExit readAndPrint() {
-        const BusMessage question = makeCall(*bus_, programProperties, "GetAll");
+        const BusMessage question = makeCall(bus_, programProperties, "GetAll");
         if (question)
             sd_bus_message_append(question.get(), "s", control::interface);
-        const BusMessage answer = ask(loop_, *bus_, question, patience);
+        const BusMessage answer = ask(loop_, bus_, question, patience);
         if (!good(answer))
             return failed(answer);
         if (!readValues(answer.get(), values_) || !print())
@@ -73,13 +72,12 @@ class Client {
 
     /// The first line is there at once. It ends with the program: whoever wants to go on starts it again.
     ControlExit follow() {
-        const auto lost = bus_->whenLost([this] { programEnded(); });
-        match(changes_, changeRule, BusHandler<&Client::changed>::call);
-        match(owner_, ownerRule, BusHandler<&Client::ownerChanged>::call);
+        const auto joined = bus_.join(*this);
         if (const auto watching = call(control::watch); watching != ControlExit::Done)
             return watching;
         if (const auto printed = readAndPrint(); printed != ControlExit::Done)
             return printed;
+        const NameOwner owner(bus_, control::service, [this](bool) { programEnded(); });
         loop_.run();
         return programEnded_ ? ended(ControlExit::NotRunning, "Kelpa has ended") : ControlExit::Done;
     }
@@ -88,11 +86,8 @@ class Client {
         return answer && !sd_bus_message_is_method_error(answer.get(), nullptr);
     }
 
-    void match(BusSlot& slot, const char* rule, sd_bus_message_handler_t handler) {
-        sd_bus_slot* added = nullptr;
-        sd_bus_add_match_async(bus_->handle(), &added, rule, handler, nullptr, this);
-        slot.reset(added);
-    }
+    void busOpened() override { changes_ = bus_.match(changeRule, BusHandler<&Client::changed>::call, this); }
+    void busLost() override { programEnded(); }
 
     void changed(sd_bus_message* message) {
         const char* interface = nullptr;
@@ -100,8 +95,6 @@ class Client {
             !last_.empty())
             print();
     }
-
-    void ownerChanged(sd_bus_message*) { programEnded(); }
 
     void programEnded() {
         programEnded_ = true;
@@ -123,11 +116,11 @@ class Client {
 
     const ControlCommand& command_;
     EventLoop loop_;
-    std::unique_ptr<SessionBus> bus_;
+    Bus bus_{loop_, Bus::Kind::Session};
     BusValues values_;
     std::string last_; ///< the line that was printed last; empty before the first
     bool programEnded_ = false;
-    BusSlot changes_, owner_;
+    BusSlot changes_;
 };
 
 } // namespace

@@ -78,7 +78,7 @@ bool onlyTimeMoved(const RemoteStatus& before, RemoteStatus after) {
 }
 
 /// The signal of what differs between two states of things.
-BusMessage changeSignal(SessionBus& bus, const RemoteStatus& before, const RemoteStatus& after) {
+BusMessage changeSignal(Bus& bus, const RemoteStatus& before, const RemoteStatus& after) {
     sd_bus_message* made = nullptr;
     sd_bus_message_new_signal(bus.handle(), &made, control::path, "org.freedesktop.DBus.Properties",
                               "PropertiesChanged");
@@ -100,11 +100,19 @@ BusMessage changeSignal(SessionBus& bus, const RemoteStatus& before, const Remot
 
 } // namespace
 
-ControlObject::ControlObject(EventLoop& loop, SessionBus& bus, RemoteControl& remote)
-    : loop_(loop), bus_(bus), remote_(remote), watchers_(bus, [this](bool any) { watched(any); }) {
+ControlObject::ControlObject(EventLoop& loop, Bus& bus, RemoteControl& remote)
+    : loop_(loop), bus_(bus), remote_(remote), watchers_(bus, [this](bool any) { watched(any); }),
+      joined_(bus.join(*this)) {}
+
+void ControlObject::busOpened() {
     sd_bus_slot* slot = nullptr;
-    sd_bus_add_object_vtable(bus.handle(), &slot, control::path, control::interface, vtable, this);
+    sd_bus_add_object_vtable(bus_.handle(), &slot, control::path, control::interface, vtable, this);
     object_.reset(slot);
+}
+
+void ControlObject::busLost() {
+    object_.reset();
+    watchers_.removeAll();
 }
 
 int ControlObject::watch(sd_bus_message* call, sd_bus_error*) {

@@ -2,19 +2,19 @@
 
 #include "app/RemoteControl.h"
 #include "platform/linux/EventLoop.h"
+#include "platform/linux/bus/Bus.h"
 #include "platform/linux/control/Watchers.h"
-#include "platform/linux/status/SessionBus.h"
 
 namespace kelpa {
 
 /// The remote control as an object on the session bus. Changes are announced only while some client watches,
 /// and at most once a second.
-class ControlObject {
+class ControlObject final : private BusClient {
   public:
     static constexpr double secondsBetweenSignals = 1; ///< real ones
 
     /// All arguments outlive the object, and the program has been launched.
-    ControlObject(EventLoop& loop, SessionBus& bus, RemoteControl& remote);
+    ControlObject(EventLoop& loop, Bus& bus, RemoteControl& remote);
     ControlObject(const ControlObject&) = delete;
     ControlObject& operator=(const ControlObject&) = delete;
 
@@ -24,13 +24,15 @@ class ControlObject {
     int unwatch(sd_bus_message* call, sd_bus_error* error);
 
   private:
+    void busOpened() override;
+    void busLost() override;
     void watched(bool any);
     void changed();
     void held();
     void announce();
 
     EventLoop& loop_;
-    SessionBus& bus_;
+    Bus& bus_;
     RemoteControl& remote_;
     Watchers watchers_;
     Subscription changes_; ///< active while some client watches
@@ -40,6 +42,7 @@ class ControlObject {
     double toldAt_ = 0;
     double heldSince_ = 0; ///< when the change came that waits
     BusSlot object_;
+    Subscription joined_;
 };
 
 } // namespace kelpa

@@ -1,9 +1,10 @@
 #include "platform/linux/control/Instance.h"
 
-#include "platform/linux/control/BusCall.h"
+#include "platform/linux/bus/BusCall.h"
 #include "platform/linux/control/ControlInterface.h"
 
 #include <cstring>
+#include <utility>
 
 namespace kelpa {
 
@@ -12,10 +13,13 @@ namespace {
 // What the bus takes and gives when a name is asked for.
 constexpr unsigned allowReplacement = 1, replaceExisting = 2, doNotQueue = 4;
 constexpr unsigned isOwner = 1, nameExists = 3, wasOwner = 4;
+constexpr const char* lossRule = "type='signal',sender='org.freedesktop.DBus',path='/org/freedesktop/DBus',"
+                                 "interface='org.freedesktop.DBus',member='NameLost'";
+constexpr const char* noName = "The session bus does not give out the program's name";
 
 } // namespace
 
-Instance::Instance(EventLoop& loop) : loop_(loop) {
+Instance::Instance(EventLoop& loop, Bus& bus) : loop_(loop), bus_(bus) {
     if (const auto folder = lockFolder())
         lock_.emplace(*folder, lockName());
 }
@@ -23,10 +27,13 @@ Instance::Instance(EventLoop& loop) : loop_(loop) {
 Instance::~Instance() = default;
 
 Instance::Role Instance::claim() {
-    if (claimLock() == Role::Second)
-        return Role::Second;
-    bus_ = SessionBus::open(loop_, whyNoBus_);
-    if (bus_)
+    if (const Role role = claimLock(); role != Role::First)
+        return role;
+    bus_.start();
+    loop_.runUntil([this] { return bus_.open() || !bus_.failure().empty(); }, patience);
+    if (loop_.ending())
+        return Role::Ended;
+    if (bus_.open())
         return claimName();
     if (!lock_ || lock_->state() != InstanceLock::State::Held)
         doubt_ = "Without a session bus and a lock nothing keeps a second Kelpa from starting";
@@ -34,10 +41,10 @@ Instance::Role Instance::claim() {
 }
 
 std::optional<unsigned> Instance::requestName(unsigned flags) {
-    const BusMessage call = makeCall(*bus_, theBus, "RequestName");
+    const BusMessage call = makeCall(bus_, theBus, "RequestName");
     if (!call || sd_bus_message_append(call.get(), "su", control::service, flags) < 0)
         return std::nullopt;
-    const BusMessage answer = ask(loop_, *bus_, call, patience);
+    const BusMessage answer = ask(loop_, bus_, call, patience);
     unsigned result = 0;
     if (!answer || sd_bus_message_is_method_error(answer.get(), nullptr) ||
         sd_bus_message_read(answer.get(), "u", &result) < 0)
@@ -47,21 +54,24 @@ std::optional<unsigned> Instance::requestName(unsigned flags) {
 
 bool Instance::ownerShowsSettings() {
     const BusAddress owner = {control::service, control::path, control::interface};
-    const BusMessage answer = ask(loop_, *bus_, makeCall(*bus_, owner, control::showSettings), patience);
+    const BusMessage answer = ask(loop_, bus_, makeCall(bus_, owner, control::showSettings), patience);
     return answer && !sd_bus_message_is_method_error(answer.get(), nullptr);
 }
 
 Instance::Role Instance::claimName() {
+    claimed_ = true;
     auto result = requestName(allowReplacement | doNotQueue);
     if (result == nameExists) {
         // A stale holder of the lock is the owner of the name as well.
         if (!lockWasStale_ && ownerShowsSettings())
             return Role::Second;
+        if (loop_.ending())
+            return Role::Ended;
         result = requestName(allowReplacement | replaceExisting | doNotQueue);
     }
     if (result != isOwner && result != wasOwner)
-        doubt_ = "The session bus does not give out the name " + std::string(control::service);
-    return Role::First;
+        doubt_ = noName;
+    return loop_.ending() ? Role::Ended : Role::First;
 }
 
 Instance::Role Instance::claimLock() {
@@ -72,6 +82,9 @@ Instance::Role Instance::claimLock() {
     for (int tries = 0; tries < 2 && lock_->state() == InstanceLock::State::HeldByAnother; ++tries) {
         if (lock_->askHolder(loop_, patience))
             return Role::Second;
+        // Whoever has no time to wait for an answer learns nothing from having none.
+        if (loop_.ending())
+            return Role::Ended;
         if (lock_->state() == InstanceLock::State::HeldByAnother)
             lockWasStale_ = lock_->takeOver();
     }
@@ -82,12 +95,31 @@ void Instance::serve(InstanceClient& client) {
     client_ = &client;
     if (lock_)
         lock_->serve(loop_, client);
-    if (!bus_)
+    joined_ = bus_.join(*this);
+}
+
+void Instance::busOpened() {
+    losing_ = bus_.match(lossRule, BusHandler<&Instance::nameLost>::call, this);
+    if (std::exchange(claimed_, true))
         return;
-    sd_bus_slot* slot = nullptr;
-    sd_bus_match_signal_async(bus_->handle(), &slot, theBus.service, theBus.path, theBus.interface,
-                              "NameLost", BusHandler<&Instance::nameLost>::call, nullptr, this);
-    losing_.reset(slot);
+    const BusMessage call = makeCall(bus_, theBus, "RequestName");
+    if (call)
+        sd_bus_message_append(call.get(), "su", control::service, allowReplacement | doNotQueue);
+    claiming_ = bus_.call(call, BusHandler<&Instance::nameClaimed>::call, this);
+}
+
+void Instance::busLost() {
+    claimed_ = false;
+    claiming_.reset();
+    losing_.reset();
+}
+
+/// While there was no bus, another display's Kelpa may have come to it first. Both go on.
+void Instance::nameClaimed(sd_bus_message* reply) {
+    unsigned result = 0;
+    sd_bus_message_read(reply, "u", &result);
+    if (result != isOwner && result != wasOwner)
+        client_->doubted(noName);
 }
 
 void Instance::nameLost(sd_bus_message* message) {

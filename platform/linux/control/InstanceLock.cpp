@@ -136,7 +136,7 @@ bool InstanceLock::askHolder(EventLoop& loop, double seconds) {
         loop.watch(asker.get(), [&] { shown = shown || received(asker.get()) == shownAnswer; });
     bool sent = false;
     // The holder may just have begun and have no socket yet, or be on its way out.
-    for (double waited = 0; !shown && waited < seconds; waited += secondsBetweenTries) {
+    for (double waited = 0; !shown && waited < seconds && !loop.ending(); waited += secondsBetweenTries) {
         sent = sent || send(asker.get(), showRequest);
         if (!loop.runUntil([&shown] { return shown; }, secondsBetweenTries) && take() != State::HeldByAnother)
             return false;

@@ -34,6 +34,8 @@ class InstanceClient {
     virtual void showSettings() = 0;
     /// Another start has given this one up and takes its place.
     virtual void replaced() = 0;
+    /// A second Kelpa could start now; `why` says it for the log.
+    virtual void doubted(const std::string& why) = 0;
 };
 
 /// A lock on one display of the user that dies with its process, and a socket beside it by which another
@@ -51,7 +53,7 @@ class InstanceLock {
     /// Takes the lock unless another process has it.
     State take();
     /// Has the holder show its preferences. False when it did not answer within `seconds`; then, or before,
-    /// the lock may have become free, and `state` tells.
+    /// the lock may have become free, and `state` tells. Gives up when the loop is told to end.
     bool askHolder(EventLoop& loop, double seconds);
     /// Takes the lock from a holder that does not answer. False when meanwhile another process took it.
     bool takeOver();

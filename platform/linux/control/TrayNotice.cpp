@@ -1,5 +1,6 @@
 #include "platform/linux/control/TrayNotice.h"
 
+#include "platform/linux/bus/BusCall.h"
 #include "platform/linux/control/BusValues.h"
 
 #include <cstring>
@@ -8,16 +9,17 @@ namespace kelpa {
 
 namespace {
 
-constexpr const char* service = "org.freedesktop.Notifications";
-constexpr const char* path = "/org/freedesktop/Notifications";
+constexpr BusAddress server = {"org.freedesktop.Notifications", "/org/freedesktop/Notifications",
+                               "org.freedesktop.Notifications"};
 /// The click on the notification itself, as notifications name it.
 constexpr const char* clickAction = "default";
 constexpr std::int32_t asLongAsUsual = -1;
 
-void match(SessionBus& bus, BusSlot& slot, const char* member, sd_bus_message_handler_t handler, void* self) {
-    sd_bus_slot* added = nullptr;
-    sd_bus_match_signal_async(bus.handle(), &added, service, path, service, member, handler, nullptr, self);
-    slot.reset(added);
+std::string ruleOf(const char* member) {
+    return std::string("type='signal',sender='org.freedesktop.Notifications',"
+                       "path='/org/freedesktop/Notifications',interface='org.freedesktop.Notifications',"
+                       "member='") +
+           member + "'";
 }
 
 int write(sd_bus_message* message, const NoTrayText& text, const NotifyingProgram& program) {
@@ -31,14 +33,31 @@ int write(sd_bus_message* message, const NoTrayText& text, const NotifyingProgra
 
 } // namespace
 
-TrayNotice::TrayNotice(EventLoop& loop, Desktop desktop, double patience)
-    : loop_(loop), desktop_(std::move(desktop)), patience_(patience) {}
+TrayNotice::TrayNotice(EventLoop& loop, Bus& bus, Desktop desktop, double patience)
+    : loop_(loop), bus_(bus), desktop_(std::move(desktop)), patience_(patience), joined_(bus.join(*this)) {}
 
-void TrayNotice::setHostPresent(bool present, SessionBus* bus) {
-    bus_ = bus;
+void TrayNotice::setHostPresent(bool present) {
+    missed_ = !present;
     if (present)
         waiting_.cancel();
-    else if (!told_ && !waiting_.active())
+    else if (!waiting_.active())
+        wait();
+}
+
+void TrayNotice::busOpened() {
+    if (missed_)
+        wait();
+}
+
+void TrayNotice::busLost() {
+    for (BusSlot* slot : {&call_, &clicks_, &closing_})
+        slot->reset();
+    waiting_.cancel();
+}
+
+/// Without a bus there is nobody to be told.
+void TrayNotice::wait() {
+    if (!told_ && bus_.open())
         waiting_ = loop_.afterReal(patience_, [this] { decide(); });
 }
 
@@ -48,21 +67,18 @@ void TrayNotice::decide() {
         return;
     told_ = true;
     desktop_.nothingShows();
-    if (bus_ != nullptr)
-        notify(noTrayText());
+    notify(noTrayText());
 }
 
 void TrayNotice::notify(const NoTrayText& text) {
-    match(*bus_, clicks_, "ActionInvoked", BusHandler<&TrayNotice::clicked>::call, this);
-    match(*bus_, closing_, "NotificationClosed", BusHandler<&TrayNotice::closed>::call, this);
-    sd_bus_message* made = nullptr;
-    sd_bus_message_new_method_call(bus_->handle(), &made, service, path, service, "Notify");
-    const BusMessage message(made);
-    if (!message || write(made, text, desktop_.program) < 0)
+    clicks_ = bus_.match(ruleOf("ActionInvoked"), BusHandler<&TrayNotice::clicked>::call, this);
+    closing_ = bus_.match(ruleOf("NotificationClosed"), BusHandler<&TrayNotice::closed>::call, this);
+    const BusMessage message = makeCall(bus_, server, "Notify");
+    if (!message || write(message.get(), text, desktop_.program) < 0)
         return;
-    sd_bus_slot* slot = nullptr;
-    sd_bus_call_async(bus_->handle(), &slot, made, BusHandler<&TrayNotice::notified>::call, this, 0);
-    call_.reset(slot);
+    // Many desktops start their notifications when the first one is sent.
+    sd_bus_message_set_auto_start(message.get(), 1);
+    call_ = bus_.call(message, BusHandler<&TrayNotice::notified>::call, this);
 }
 
 void TrayNotice::notified(sd_bus_message* reply) {

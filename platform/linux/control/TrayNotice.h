@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/linux/EventLoop.h"
-#include "platform/linux/status/SessionBus.h"
+#include "platform/linux/bus/Bus.h"
 #include "ui/NoTrayText.h"
 
 #include <functional>
@@ -17,10 +17,11 @@ struct NotifyingProgram {
 };
 
 /// Tells a person once in a run that nothing on this desktop shows the program, by a notification whose click
-/// opens the preferences. At log-in panels come up after the programs, so it waits first. A panel that goes
-/// while the screen is locked, as GNOME takes its own away, says nothing of the desktop. Where nothing shows
-/// notifications either, nothing comes of it.
-class TrayNotice {
+/// opens the preferences. At log-in panels come up after the programs, so it waits first, and again when the
+/// bus comes back, which takes every panel with it. A panel that goes while the screen is locked, as GNOME
+/// takes its own away, says nothing of the desktop. Where nothing shows notifications either, nothing comes
+/// of it.
+class TrayNotice final : private BusClient {
   public:
     static constexpr double usualPatience = 15; ///< real seconds without a tray
 
@@ -32,14 +33,16 @@ class TrayNotice {
         std::function<void()> openPreferences;
     };
 
-    /// The loop outlives the notice.
-    TrayNotice(EventLoop& loop, Desktop desktop, double patience = usualPatience);
+    /// Loop and bus outlive the notice, which begins with what `setHostPresent` says.
+    TrayNotice(EventLoop& loop, Bus& bus, Desktop desktop, double patience = usualPatience);
 
-    /// Whether something on the bus shows the item now. The bus, null where there is none, outlives the
-    /// notice.
-    void setHostPresent(bool present, SessionBus* bus);
+    /// Whether something on the bus shows the item now.
+    void setHostPresent(bool present);
 
   private:
+    void busOpened() override;
+    void busLost() override;
+    void wait();
     void decide();
     void notify(const NoTrayText& text);
     void notified(sd_bus_message* reply);
@@ -47,13 +50,15 @@ class TrayNotice {
     void closed(sd_bus_message* signal);
 
     EventLoop& loop_;
+    Bus& bus_;
     Desktop desktop_;
     double patience_;
-    SessionBus* bus_ = nullptr;
+    bool missed_ = false; ///< nothing shows the item
     bool told_ = false;
     std::uint32_t number_ = 0; ///< the notification's; 0 until it has one
     Subscription waiting_;
     BusSlot call_, clicks_, closing_;
+    Subscription joined_;
 };
 
 } // namespace kelpa

@@ -1,10 +1,9 @@
 #pragma once
 
-#include "platform/linux/status/SessionBus.h"
+#include "platform/linux/bus/NameOwner.h"
 
 #include <functional>
 #include <map>
-#include <memory>
 #include <string>
 
 namespace kelpa {
@@ -13,24 +12,20 @@ namespace kelpa {
 /// leave the bus, each once however often it asks.
 class Watchers {
   public:
-    /// `changed` is told when the first comes and when the last goes.
-    Watchers(SessionBus& bus, std::function<void(bool any)> changed);
-    ~Watchers();
+    /// `changed` is told when the first comes and when the last goes. The bus outlives the object.
+    Watchers(const Bus& bus, std::function<void(bool any)> changed);
     Watchers(const Watchers&) = delete;
     Watchers& operator=(const Watchers&) = delete;
 
     /// `client` is the name that the bus itself gave it.
     void add(const std::string& client);
     void remove(const std::string& client);
-
-  private:
-    struct Watcher;
     void removeAll();
 
-    SessionBus& bus_;
+  private:
+    const Bus& bus_;
     std::function<void(bool)> changed_;
-    std::map<std::string, std::unique_ptr<Watcher>> watchers_;
-    Subscription lost_;
+    std::map<std::string, NameOwner> watchers_;
 };
 
 } // namespace kelpa

@@ -4,9 +4,9 @@
 
 namespace kelpa {
 
-DesktopLock::DesktopLock(EventLoop& loop)
-    : edges_([this] { toldLocked_(); }, [this] { toldUnlocked_(); }), screenSavers_(loop, edges_),
-      logind_(loop, edges_) {}
+DesktopLock::DesktopLock(EventLoop& loop, Bus& session, Bus& system)
+    : edges_([this] { toldLocked_(); }, [this] { toldUnlocked_(); }), screenSavers_(session, edges_),
+      logind_(loop, system, edges_) {}
 
 void DesktopLock::observe(std::function<void()> locked, std::function<void()> unlocked) {
     toldLocked_ = std::move(locked);

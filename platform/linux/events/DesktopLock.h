@@ -9,8 +9,8 @@ namespace kelpa {
 /// Lock and unlock of the screen, from everything on a Linux desktop that may tell of them.
 class DesktopLock final : public LockNotifications {
   public:
-    /// The loop outlives the object.
-    explicit DesktopLock(EventLoop& loop);
+    /// Loop and buses outlive the object.
+    DesktopLock(EventLoop& loop, Bus& session, Bus& system);
     void observe(std::function<void()> locked, std::function<void()> unlocked) override;
     [[nodiscard]] bool locked() const { return edges_.locked(); }
 

@@ -9,8 +9,8 @@ constexpr double patienceSeconds = 5;
 
 } // namespace
 
-LogindActivity::LogindActivity(EventLoop& loop, const OwnWindows& windows)
-    : loop_(loop), spell_(loop, windows) {}
+LogindActivity::LogindActivity(EventLoop& loop, Bus& system, const OwnWindows& windows)
+    : loop_(loop), system_(system), spell_(loop, windows) {}
 
 ActivitySource::Start LogindActivity::start(ActivitySink& sink) {
     sink_ = &sink;
@@ -19,7 +19,7 @@ ActivitySource::Start LogindActivity::start(ActivitySink& sink) {
         sink_->absent();
     });
     LogindSessionClient& client = *this;
-    session_.emplace(loop_, "IdleHint", client);
+    session_.emplace(loop_, system_, "IdleHint", client);
     session_->start();
     return Start::Asking;
 }

@@ -12,8 +12,8 @@ namespace kelpa {
 /// there only after some minutes, and some never do; until then somebody is taken to be there.
 class LogindActivity final : public ActivitySource, private LogindSessionClient {
   public:
-    /// Loop and windows outlive the source.
-    LogindActivity(EventLoop& loop, const OwnWindows& windows);
+    /// All outlive the source.
+    LogindActivity(EventLoop& loop, Bus& system, const OwnWindows& windows);
 
     [[nodiscard]] std::string name() const override { return "logind (IdleHint)"; }
     Start start(ActivitySink& sink) override;
@@ -23,6 +23,7 @@ class LogindActivity final : public ActivitySource, private LogindSessionClient 
     void propertyLost() override;
 
     EventLoop& loop_;
+    Bus& system_;
     ActivitySpell spell_;
     ActivitySink* sink_ = nullptr;
     bool watching_ = false;

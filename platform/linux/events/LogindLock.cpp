@@ -9,8 +9,8 @@ constexpr const char* sourceName = "logind";
 
 } // namespace
 
-LogindLock::LogindLock(EventLoop& loop, LockEdges& edges)
-    : edges_(edges), session_(loop, "LockedHint", *this) {}
+LogindLock::LogindLock(EventLoop& loop, Bus& system, LockEdges& edges)
+    : edges_(edges), session_(loop, system, "LockedHint", *this) {}
 
 /// Most desktops never set it, so that only a change says anything.
 void LogindLock::propertyRead(bool locked) {

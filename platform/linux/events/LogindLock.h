@@ -8,8 +8,8 @@ namespace kelpa {
 /// What logind tells of the user's own session: requests to lock and unlock it, and whether it is locked.
 class LogindLock final : private LogindSessionClient {
   public:
-    /// Both outlive the source.
-    LogindLock(EventLoop& loop, LockEdges& edges);
+    /// All outlive the source.
+    LogindLock(EventLoop& loop, Bus& system, LockEdges& edges);
     void start() { session_.start(); }
 
   private:

@@ -1,5 +1,7 @@
 #include "platform/linux/events/LogindSession.h"
 
+#include "platform/linux/bus/BusCall.h"
+
 #include <cstdlib>
 #include <cstring>
 #include <unistd.h>
@@ -9,8 +11,7 @@ namespace kelpa {
 namespace {
 
 constexpr const char* service = "org.freedesktop.login1";
-constexpr const char* managerPath = "/org/freedesktop/login1";
-constexpr const char* managerInterface = "org.freedesktop.login1.Manager";
+constexpr BusAddress manager = {service, "/org/freedesktop/login1", "org.freedesktop.login1.Manager"};
 constexpr const char* propertiesInterface = "org.freedesktop.DBus.Properties";
 /// A service that is started again is back within this time, and knows what it knew before.
 constexpr double restartSeconds = 10;
@@ -35,44 +36,37 @@ int fitness(const Session& session) {
 
 } // namespace
 
-LogindSession::LogindSession(EventLoop& loop, const char* property, LogindSessionClient& client)
-    : loop_(loop), property_(property), client_(client),
-      link_(
-          loop, BusLink::Kind::System, [this](SessionBus& bus) { opened(bus); }, [this] { lost(); }) {}
+LogindSession::LogindSession(EventLoop& loop, Bus& bus, const char* property, LogindSessionClient& client)
+    : loop_(loop), bus_(bus), property_(property), client_(client) {}
 
-void LogindSession::opened(SessionBus& bus) {
-    bus_ = bus.handle();
-    owner_ = match("type='signal',sender='org.freedesktop.DBus',interface='org.freedesktop.DBus',"
-                   "member='NameOwnerChanged',arg0='org.freedesktop.login1'",
-                   BusHandler<&LogindSession::ownerChanged>::call);
+void LogindSession::busOpened() {
+    owner_.emplace(bus_, service, [this](bool there) { ownerChanged(there); });
     findSession();
 }
 
-void LogindSession::lost() {
-    for (BusSlot* slot : {&owner_, &signals_, &properties_, &question_})
+void LogindSession::busLost() {
+    owner_.reset();
+    for (BusSlot* slot : {&signals_, &properties_, &question_})
         slot->reset();
-    bus_ = nullptr;
     session_.clear();
     absence_.cancel();
     client_.propertyLost();
 }
 
-BusSlot LogindSession::match(const std::string& rule, sd_bus_message_handler_t handler) {
-    sd_bus_slot* slot = nullptr;
-    sd_bus_add_match_async(bus_, &slot, rule.c_str(), handler, nullptr, this);
-    return BusSlot(slot);
-}
-
-void LogindSession::ownerChanged(sd_bus_message* signal) {
-    const char *name = nullptr, *before = nullptr, *after = nullptr;
-    if (sd_bus_message_read(signal, "sss", &name, &before, &after) < 0)
-        return;
+void LogindSession::ownerChanged(bool there) {
     question_.reset();
     absence_.cancel();
-    if (*after != '\0')
+    if (there)
         findSession();
     else
         absence_ = loop_.afterReal(restartSeconds, [this] { client_.propertyLost(); });
+}
+
+/// Asking another question drops the answer to the one before. A question may start the service.
+void LogindSession::ask(const BusMessage& question, sd_bus_message_handler_t answered) {
+    if (question)
+        sd_bus_message_set_auto_start(question.get(), 1);
+    question_ = bus_.call(question, answered, this);
 }
 
 /// The session that started us said which it is; what is started otherwise looks for one.
@@ -80,10 +74,10 @@ void LogindSession::findSession() {
     const char* id = std::getenv("XDG_SESSION_ID");
     if (id == nullptr || *id == '\0')
         return listSessions();
-    sd_bus_slot* slot = nullptr;
-    sd_bus_call_method_async(bus_, &slot, service, managerPath, managerInterface, "GetSession",
-                             BusHandler<&LogindSession::sessionFound>::call, this, "s", id);
-    question_.reset(slot);
+    const BusMessage question = makeCall(bus_, manager, "GetSession");
+    if (question)
+        sd_bus_message_append(question.get(), "s", id);
+    ask(question, BusHandler<&LogindSession::sessionFound>::call);
 }
 
 void LogindSession::sessionFound(sd_bus_message* reply) {
@@ -95,10 +89,7 @@ void LogindSession::sessionFound(sd_bus_message* reply) {
 }
 
 void LogindSession::listSessions() {
-    sd_bus_slot* slot = nullptr;
-    sd_bus_call_method_async(bus_, &slot, service, managerPath, managerInterface, "ListSessions",
-                             BusHandler<&LogindSession::sessionsListed>::call, this, "");
-    question_.reset(slot);
+    ask(makeCall(bus_, manager, "ListSessions"), BusHandler<&LogindSession::sessionsListed>::call);
 }
 
 void LogindSession::sessionsListed(sd_bus_message* reply) {
@@ -123,9 +114,9 @@ void LogindSession::follow(const std::string& path) {
         session_ = path;
         const std::string from =
             "type='signal',sender='org.freedesktop.login1',path='" + path + "',interface='";
-        signals_ = match(from + interface + "'", BusHandler<&LogindSession::signalled>::call);
-        properties_ = match(from + propertiesInterface + "',member='PropertiesChanged'",
-                            BusHandler<&LogindSession::propertiesChanged>::call);
+        signals_ = bus_.match(from + interface + "'", BusHandler<&LogindSession::signalled>::call, this);
+        properties_ = bus_.match(from + propertiesInterface + "',member='PropertiesChanged'",
+                                 BusHandler<&LogindSession::propertiesChanged>::call, this);
     }
     readProperty();
 }
@@ -141,11 +132,10 @@ void LogindSession::propertiesChanged(sd_bus_message* signal) {
 }
 
 void LogindSession::readProperty() {
-    sd_bus_slot* slot = nullptr;
-    sd_bus_call_method_async(bus_, &slot, service, session_.c_str(), propertiesInterface, "Get",
-                             BusHandler<&LogindSession::propertyRead>::call, this, "ss", interface,
-                             property_);
-    question_.reset(slot);
+    const BusMessage question = makeCall(bus_, {service, session_.c_str(), propertiesInterface}, "Get");
+    if (question)
+        sd_bus_message_append(question.get(), "ss", interface, property_);
+    ask(question, BusHandler<&LogindSession::propertyRead>::call);
 }
 
 void LogindSession::propertyRead(sd_bus_message* reply) {

@@ -1,7 +1,8 @@
 #pragma once
 
-#include "platform/linux/events/BusLink.h"
+#include "platform/linux/bus/NameOwner.h"
 
+#include <optional>
 #include <string>
 
 namespace kelpa {
@@ -19,24 +20,24 @@ class LogindSessionClient {
 };
 
 /// The user's own session at logind, with one of its properties that are either true or false.
-class LogindSession {
+class LogindSession final : private BusClient {
   public:
     static constexpr const char* interface = "org.freedesktop.login1.Session";
 
     /// All arguments outlive the session.
-    LogindSession(EventLoop& loop, const char* property, LogindSessionClient& client);
-    void start() { link_.start(); }
+    LogindSession(EventLoop& loop, Bus& bus, const char* property, LogindSessionClient& client);
+    void start() { joined_ = bus_.join(*this); }
 
   private:
-    void opened(SessionBus& bus);
-    void lost();
+    void busOpened() override;
+    void busLost() override;
     void findSession();
     void listSessions();
     void follow(const std::string& path);
     void readProperty();
-    [[nodiscard]] BusSlot match(const std::string& rule, sd_bus_message_handler_t handler);
+    void ask(const BusMessage& question, sd_bus_message_handler_t answered);
 
-    void ownerChanged(sd_bus_message* signal);
+    void ownerChanged(bool there);
     void sessionFound(sd_bus_message* reply);
     void sessionsListed(sd_bus_message* reply);
     void signalled(sd_bus_message* signal);
@@ -44,14 +45,15 @@ class LogindSession {
     void propertyRead(sd_bus_message* reply);
 
     EventLoop& loop_;
+    Bus& bus_;
     const char* property_;
     LogindSessionClient& client_;
-    BusLink link_;
-    sd_bus* bus_ = nullptr; ///< null while there is none
-    std::string session_;   ///< the object's path; empty until it is known
+    std::string session_; ///< the object's path; empty until it is known
     Subscription absence_;
-    BusSlot owner_, signals_, properties_;
+    std::optional<NameOwner> owner_;
+    BusSlot signals_, properties_;
     BusSlot question_; ///< the one that is open; asking another drops its answer
+    Subscription joined_;
 };
 
 } // namespace kelpa

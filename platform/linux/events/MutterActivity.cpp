@@ -1,70 +1,57 @@
 #include "platform/linux/events/MutterActivity.h"
 
-#include <utility>
+#include "platform/linux/bus/BusCall.h"
 
 namespace kelpa {
 
 namespace {
 
-constexpr const char* service = "org.gnome.Mutter.IdleMonitor";
-constexpr const char* path = "/org/gnome/Mutter/IdleMonitor/Core";
-constexpr const char* interface = "org.gnome.Mutter.IdleMonitor";
+constexpr BusAddress monitor = {"org.gnome.Mutter.IdleMonitor", "/org/gnome/Mutter/IdleMonitor/Core",
+                                "org.gnome.Mutter.IdleMonitor"};
+constexpr const char* firedRule =
+    "type='signal',sender='org.gnome.Mutter.IdleMonitor',path='/org/gnome/Mutter/IdleMonitor/Core',"
+    "interface='org.gnome.Mutter.IdleMonitor',member='WatchFired'";
 
 } // namespace
 
-MutterActivity::MutterActivity(EventLoop& loop, const OwnWindows& windows, double speed)
-    : loop_(loop), restMilliseconds_(ActivitySpell::restMilliseconds(speed)), spell_(loop, windows) {}
+MutterActivity::MutterActivity(EventLoop& loop, Bus& bus, const OwnWindows& windows, double speed)
+    : loop_(loop), bus_(bus), restMilliseconds_(ActivitySpell::restMilliseconds(speed)),
+      spell_(loop, windows) {}
 
 ActivitySource::Start MutterActivity::start(ActivitySink& sink) {
     sink_ = &sink;
-    std::string why;
-    bus_ = SessionBus::open(loop_, why);
-    if (!bus_)
+    if (!bus_.open())
         return Start::Absent;
-    loss_ = bus_->whenLost([this] { fail("the session bus is gone"); });
-    sd_bus_slot* slot = nullptr;
-    sd_bus_match_signal_async(bus_->handle(), &slot, service, path, interface, "WatchFired",
-                              BusHandler<&MutterActivity::fired>::call, nullptr, this);
-    signals_.reset(slot);
-    call("AddIdleWatch", BusHandler<&MutterActivity::idleWatched>::call, "t",
-         static_cast<std::uint64_t>(restMilliseconds_));
+    joined_ = bus_.join(*this);
     return Start::Asking;
 }
 
-/// Another question drops the answer to one that is still open.
+void MutterActivity::busOpened() {
+    signals_ = bus_.match(firedRule, BusHandler<&MutterActivity::fired>::call, this);
+    call("AddIdleWatch", BusHandler<&MutterActivity::idleWatched>::call, "t",
+         static_cast<std::uint64_t>(restMilliseconds_));
+}
+
+/// Another question drops the answer to one that is still open. Asking must not start a compositor.
 template <typename... Values>
 void MutterActivity::call(const char* member, sd_bus_message_handler_t answered, const char* types,
                           Values... values) {
-    sd_bus_message* message = nullptr;
-    sd_bus_message_new_method_call(bus_->handle(), &message, service, path, interface, member);
-    const BusMessage owned(message);
-    if (!owned)
-        return;
-    // Asking must not start a compositor.
-    sd_bus_message_set_auto_start(message, 0);
-    sd_bus_message_append(message, types, values...);
-    sd_bus_slot* slot = nullptr;
-    sd_bus_call_async(bus_->handle(), &slot, message, answered, this, 0);
-    question_.reset(slot);
+    const BusMessage message = makeCall(bus_, monitor, member);
+    if (message)
+        sd_bus_message_append(message.get(), types, values...);
+    question_ = bus_.call(message, answered, this);
 }
 
 void MutterActivity::idleWatched(sd_bus_message* reply) {
     if (sd_bus_message_is_method_error(reply, nullptr) || sd_bus_message_read(reply, "u", &idleWatch_) < 0) {
-        // The connection cannot be taken down inside of what it tells itself.
+        // No slot can be dropped for good inside of what it tells.
         ending_ = loop_.afterReal(0, [this] {
-            signals_.reset();
-            question_.reset();
-            loss_.cancel();
-            bus_.reset();
+            leave();
             sink_->absent();
         });
         return;
     }
-    sd_bus_slot* slot = nullptr;
-    sd_bus_match_signal_async(bus_->handle(), &slot, "org.freedesktop.DBus", "/org/freedesktop/DBus",
-                              "org.freedesktop.DBus", "NameOwnerChanged",
-                              BusHandler<&MutterActivity::ownerChanged>::call, nullptr, this);
-    owner_.reset(slot);
+    owner_.emplace(bus_, monitor.service, [this](bool) { fail("the compositor is gone"); });
     spell_.start(*sink_);
     sink_->watching();
 }
@@ -89,23 +76,21 @@ void MutterActivity::fired(sd_bus_message* signal) {
     }
 }
 
-void MutterActivity::ownerChanged(sd_bus_message* signal) {
-    const char *name = nullptr, *before = nullptr, *after = nullptr;
-    if (sd_bus_message_read(signal, "sss", &name, &before, &after) >= 0 && std::string_view(name) == service)
-        fail("the compositor is gone");
-}
-
 void MutterActivity::fail(const std::string& why) {
     if (ending_.active())
         return;
     spell_.stop();
     ending_ = loop_.afterReal(0, [this, why] {
-        for (BusSlot* slot : {&signals_, &owner_, &question_})
-            slot->reset();
-        loss_.cancel();
-        bus_.reset();
+        leave();
         sink_->failed(why);
     });
+}
+
+void MutterActivity::leave() {
+    joined_.cancel();
+    owner_.reset();
+    signals_.reset();
+    question_.reset();
 }
 
 } // namespace kelpa

@@ -1,38 +1,43 @@
 #pragma once
 
+#include "platform/linux/bus/NameOwner.h"
 #include "platform/linux/events/ActivitySource.h"
 #include "platform/linux/events/ActivitySpell.h"
-#include "platform/linux/status/SessionBus.h"
+
+#include <optional>
 
 namespace kelpa {
 
 /// Whoever uses the desk under GNOME, whose compositor tells of it on the session bus. Every key counts, as
 /// with the other notifications of this kind.
-class MutterActivity final : public ActivitySource {
+class MutterActivity final : public ActivitySource, private BusClient {
   public:
-    /// Loop and windows outlive the source.
-    MutterActivity(EventLoop& loop, const OwnWindows& windows, double speed);
+    /// Loop, bus and windows outlive the source.
+    MutterActivity(EventLoop& loop, Bus& bus, const OwnWindows& windows, double speed);
 
     [[nodiscard]] std::string name() const override { return "GNOME (org.gnome.Mutter.IdleMonitor)"; }
     Start start(ActivitySink& sink) override;
 
   private:
+    void busOpened() override;
+    void busLost() override { fail("the session bus is gone"); }
     template <typename... Values>
     void call(const char* member, sd_bus_message_handler_t answered, const char* types, Values... values);
     void idleWatched(sd_bus_message* reply);
     void useWatched(sd_bus_message* reply);
     void fired(sd_bus_message* signal);
-    void ownerChanged(sd_bus_message* signal);
     void fail(const std::string& why);
+    void leave();
 
     EventLoop& loop_;
+    Bus& bus_;
     std::uint32_t restMilliseconds_;
     ActivitySpell spell_;
     ActivitySink* sink_ = nullptr;
-    std::unique_ptr<SessionBus> bus_;
-    Subscription loss_;
+    Subscription joined_;
     Subscription ending_;
-    BusSlot signals_, owner_, question_;
+    std::optional<NameOwner> owner_;
+    BusSlot signals_, question_;
     std::uint32_t idleWatch_ = 0; ///< fires each time; 0 before there is one
     std::uint32_t useWatch_ = 0;  ///< fires once; 0 while there is none
 };

@@ -1,7 +1,8 @@
 #include "platform/linux/events/ScreenSaverLock.h"
 
+#include "platform/linux/bus/BusCall.h"
+
 #include <algorithm>
-#include <memory>
 
 namespace kelpa {
 
@@ -19,54 +20,33 @@ std::string pathOf(std::string name) {
 
 } // namespace
 
-ScreenSaverLock::ScreenSaverLock(EventLoop& loop, LockEdges& edges)
-    : edges_(edges),
-      link_(
-          loop, BusLink::Kind::Session, [this](SessionBus& bus) { opened(bus); }, [this] { lost(); }) {
+ScreenSaverLock::ScreenSaverLock(Bus& bus, LockEdges& edges) : bus_(bus), edges_(edges) {
     static_assert(savers.size() == kinds);
 }
 
-void ScreenSaverLock::opened(SessionBus& bus) {
-    bus_ = bus.handle();
+void ScreenSaverLock::busOpened() {
     for (std::size_t kind = 0; kind < kinds; ++kind) {
         matches_[kind] =
-            match("type='signal',member='ActiveChanged',interface='" + std::string(savers[kind]) + "'",
-                  BusHandler<&ScreenSaverLock::changed>::call);
+            bus_.match("type='signal',member='ActiveChanged',interface='" + std::string(savers[kind]) + "'",
+                       BusHandler<&ScreenSaverLock::changed>::call, this);
         ask(kind);
     }
 }
 
-void ScreenSaverLock::lost() {
-    bus_ = nullptr;
+void ScreenSaverLock::busLost() {
     for (std::size_t kind = 0; kind < kinds; ++kind) {
         matches_[kind].reset();
         questions_[kind].reset();
     }
-    while (!locked_.empty()) {
-        const std::string sender = locked_.begin()->first;
-        locked_.erase(locked_.begin());
-        edges_.gone(sender);
-    }
-}
-
-BusSlot ScreenSaverLock::match(const std::string& rule, sd_bus_message_handler_t handler) {
-    sd_bus_slot* slot = nullptr;
-    sd_bus_add_match_async(bus_, &slot, rule.c_str(), handler, nullptr, this);
-    return BusSlot(slot);
+    while (!locked_.empty())
+        gone(std::string(locked_.begin()->first));
 }
 
 /// A screen that was locked before we could hear of it. No screen saver is started for the question.
 void ScreenSaverLock::ask(std::size_t kind) {
-    sd_bus_message* call = nullptr;
-    sd_bus_message_new_method_call(bus_, &call, savers[kind], pathOf(savers[kind]).c_str(), savers[kind],
-                                   "GetActive");
-    const BusMessage owned(call);
-    if (!owned)
-        return;
-    sd_bus_message_set_auto_start(call, 0);
-    sd_bus_slot* slot = nullptr;
-    sd_bus_call_async(bus_, &slot, call, BusHandler<&ScreenSaverLock::answered>::call, this, 0);
-    questions_[kind].reset(slot);
+    const std::string path = pathOf(savers[kind]);
+    questions_[kind] = bus_.call(makeCall(bus_, {savers[kind], path.c_str(), savers[kind]}, "GetActive"),
+                                 BusHandler<&ScreenSaverLock::answered>::call, this);
 }
 
 void ScreenSaverLock::changed(sd_bus_message* signal) {
@@ -89,20 +69,15 @@ void ScreenSaverLock::answered(sd_bus_message* reply) {
 void ScreenSaverLock::says(const std::string& sender, bool locked) {
     if (!locked)
         locked_.erase(sender);
-    else if (!locked_.contains(sender))
-        locked_[sender] =
-            match("type='signal',sender='org.freedesktop.DBus',interface='org.freedesktop.DBus',"
-                  "member='NameOwnerChanged',arg0='" +
-                      sender + "'",
-                  BusHandler<&ScreenSaverLock::ownerChanged>::call);
+    else
+        locked_.try_emplace(sender, bus_, sender, [this, sender](bool there) {
+            if (!there)
+                gone(sender);
+        });
     edges_.says(sender, locked);
 }
 
-void ScreenSaverLock::ownerChanged(sd_bus_message* signal) {
-    const char *name = nullptr, *before = nullptr, *after = nullptr;
-    if (sd_bus_message_read(signal, "sss", &name, &before, &after) < 0 || *after != '\0')
-        return;
-    const std::string sender = name;
+void ScreenSaverLock::gone(const std::string& sender) {
     locked_.erase(sender);
     edges_.gone(sender);
 }

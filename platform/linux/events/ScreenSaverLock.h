@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/events/BusLink.h"
+#include "platform/linux/bus/NameOwner.h"
 #include "platform/linux/events/LockEdges.h"
 
 #include <array>
@@ -12,31 +12,30 @@ namespace kelpa {
 
 /// The screen savers of the session bus, as sources of lock and unlock: whoever emits `ActiveChanged` of one
 /// of their interfaces is one, under whatever name and path.
-class ScreenSaverLock {
+class ScreenSaverLock final : private BusClient {
   public:
     /// Both outlive the source.
-    ScreenSaverLock(EventLoop& loop, LockEdges& edges);
-    void start() { link_.start(); }
+    ScreenSaverLock(Bus& bus, LockEdges& edges);
+    void start() { joined_ = bus_.join(*this); }
 
   private:
     static constexpr std::size_t kinds = 5;
 
-    void opened(SessionBus& bus);
-    void lost();
+    void busOpened() override;
+    void busLost() override;
     void ask(std::size_t kind);
     void changed(sd_bus_message* signal);
     void answered(sd_bus_message* reply);
-    void ownerChanged(sd_bus_message* signal);
     void says(const std::string& sender, bool locked);
-    [[nodiscard]] BusSlot match(const std::string& rule, sd_bus_message_handler_t handler);
+    void gone(const std::string& sender);
 
+    Bus& bus_;
     LockEdges& edges_;
-    BusLink link_;
-    sd_bus* bus_ = nullptr; ///< null while there is none
     std::array<BusSlot, kinds> matches_;
     std::array<BusSlot, kinds> questions_;
     /// The bus names of those that say that the screen is locked, with what tells of their end.
-    std::map<std::string, BusSlot> locked_;
+    std::map<std::string, NameOwner> locked_;
+    Subscription joined_;
 };
 
 } // namespace kelpa

@@ -1,10 +1,10 @@
 #include "platform/linux/services/Portal.h"
 
-#include "platform/linux/status/BusWriter.h"
+#include "platform/linux/bus/BusCall.h"
+#include "platform/linux/bus/BusWriter.h"
 #include "platform/linux/store/FileAccess.h"
 
 #include <algorithm>
-#include <cstring>
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -42,11 +42,9 @@ void attachmentOption(BusWriter& out, const std::string& path) {
             .close();
 }
 
-/// Where the portal will tell how the request ended.
-std::string requestPath(sd_bus* bus, const std::string& token) {
-    const char* name = nullptr;
-    sd_bus_get_unique_name(bus, &name);
-    std::string sender = name != nullptr ? name + 1 : ""; // without its leading colon
+/// Where the portal will tell how a request of `sender` ended.
+std::string requestPath(std::string sender, const std::string& token) {
+    sender.erase(0, 1); // its leading colon
     std::replace(sender.begin(), sender.end(), '.', '_');
     return std::string(object) + "/request/" + sender + "/" + token;
 }
@@ -63,17 +61,15 @@ struct Portal::Request {
     BusSlot answer;
     BusSlot response;
 
-    static int answered(sd_bus_message* message, void* self, sd_bus_error*) noexcept {
-        auto& request = *static_cast<Request*>(self);
-        request.portal.answered(request, message);
-        return 0;
-    }
-    static int responded(sd_bus_message* message, void* self, sd_bus_error*) noexcept {
-        auto& request = *static_cast<Request*>(self);
-        request.portal.responded(request, message);
-        return 0;
-    }
+    void answered(sd_bus_message* message) { portal.answered(*this, message); }
+    void responded(sd_bus_message* message) { portal.responded(*this, message); }
 };
+
+/// What was asked is not answered any more.
+void Portal::busLost() {
+    while (!requests_.empty())
+        finish(*requests_.front(), "the session bus is gone");
+}
 
 void Portal::requestBackground(bool autostart, const std::vector<std::string>& command, Refused refused) {
     call(
@@ -103,30 +99,28 @@ void Portal::call(const char* interface, const char* member, const Options& opti
     requests_.push_back(request);
     const std::string token = "kelpa" + std::to_string(++calls_);
     awaitResponse(*request, token);
-    sd_bus_message* message = nullptr;
-    int result = sd_bus_message_new_method_call(bus_.handle(), &message, service, object, interface, member);
-    if (result >= 0) {
-        BusWriter out(message);
+    const BusMessage message = makeCall(bus_, {service, object, interface}, member);
+    if (message) {
+        sd_bus_message_set_auto_start(message.get(), 1);
+        BusWriter out(message.get());
         out.text("").open('a', "{sv}");
         textOption(out, "handle_token", token);
         options(out);
-        result = out.close().result();
+        if (out.close().result() >= 0)
+            request->answer = bus_.call(message, BusHandler<&Request::answered>::call, request.get());
     }
-    sd_bus_slot* slot = nullptr;
-    if (result >= 0)
-        result = sd_bus_call_async(bus_.handle(), &slot, message, Request::answered, request.get(), 0);
-    sd_bus_message_unref(message);
-    request->answer.reset(slot);
-    if (result < 0)
-        finish(*request, std::strerror(-result));
+    if (!request->answer)
+        finish(*request, "the session bus takes no request");
 }
 
 /// Listens before it calls, because the response may come right behind the answer.
 void Portal::awaitResponse(Request& request, const std::string& token) {
-    sd_bus_slot* slot = nullptr;
-    sd_bus_match_signal_async(bus_.handle(), &slot, service, requestPath(bus_.handle(), token).c_str(),
-                              requestInterface, "Response", Request::responded, nullptr, &request);
-    request.response.reset(slot);
+    if (!bus_.open())
+        return;
+    request.response = bus_.match(std::string("type='signal',sender='") + service + "',path='" +
+                                      requestPath(bus_.name(), token) + "',interface='" + requestInterface +
+                                      "',member='Response'",
+                                  BusHandler<&Request::responded>::call, &request);
 }
 
 void Portal::answered(Request& request, sd_bus_message* message) {

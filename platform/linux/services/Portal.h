@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/status/SessionBus.h"
+#include "platform/linux/bus/Bus.h"
 #include "platform/ports/Services.h"
 
 #include <functional>
@@ -15,11 +15,12 @@ class BusWriter;
 /// Whether the program runs in a sandbox, from which the desktop is reached through its portals alone.
 [[nodiscard]] bool inSandbox();
 
-/// What a sandboxed program may ask of the desktop. Nothing here waits: a refusal comes from the main loop.
-class Portal {
+/// What a sandboxed program may ask of the desktop. Nothing here waits: a refusal comes from the main loop,
+/// or at once where there is no bus to ask on.
+class Portal final : private BusClient {
   public:
     /// The bus outlives the portal.
-    explicit Portal(SessionBus& bus) : bus_(bus) {}
+    explicit Portal(Bus& bus) : bus_(bus), joined_(bus.join(*this)) {}
 
     using Refused = std::function<void(const std::string& why)>;
 
@@ -29,6 +30,8 @@ class Portal {
     void composeEmail(const Mail& mail, Refused refused);
 
   private:
+    void busOpened() override {}
+    void busLost() override;
     struct Request;
     using Options = std::function<void(BusWriter&)>;
 
@@ -38,9 +41,10 @@ class Portal {
     void responded(Request& request, sd_bus_message* message);
     void finish(Request& request, const std::string& why);
 
-    SessionBus& bus_;
+    Bus& bus_;
     int calls_ = 0;
     std::vector<std::shared_ptr<Request>> requests_;
+    Subscription joined_;
 };
 
 } // namespace kelpa

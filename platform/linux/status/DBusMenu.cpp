@@ -1,6 +1,6 @@
 #include "platform/linux/status/DBusMenu.h"
 
-#include "platform/linux/status/BusWriter.h"
+#include "platform/linux/bus/BusWriter.h"
 #include "platform/linux/status/MenuProperties.h"
 
 #include <algorithm>
@@ -103,8 +103,8 @@ void writeIds(BusWriter& writer, const std::vector<int>& ids) {
 
 } // namespace
 
-DBusMenu::DBusMenu(EventLoop& loop, SessionBus& bus, const ItemPictures& pictures,
-                   const StatusItemModel& model, MenuClicks& clicks)
+DBusMenu::DBusMenu(EventLoop& loop, Bus& bus, const ItemPictures& pictures, const StatusItemModel& model,
+                   MenuClicks& clicks)
     : loop_(loop), bus_(bus), pictures_(pictures), model_(model), clicks_(clicks) {
     sd_bus_slot* slot = nullptr;
     sd_bus_add_object_vtable(bus.handle(), &slot, path, interface, vtable, this);

@@ -2,8 +2,8 @@
 
 #include "platform/linux/EventLoop.h"
 #include "platform/linux/StatusItemSink.h"
+#include "platform/linux/bus/Bus.h"
 #include "platform/linux/status/ItemPictures.h"
-#include "platform/linux/status/SessionBus.h"
 
 #include <string>
 #include <vector>
@@ -16,8 +16,8 @@ class DBusMenu {
   public:
     static constexpr const char* path = "/MenuBar";
 
-    /// All arguments outlive the menu.
-    DBusMenu(EventLoop& loop, SessionBus& bus, const ItemPictures& pictures, const StatusItemModel& model,
+    /// All arguments outlive the menu, and the bus is open for as long.
+    DBusMenu(EventLoop& loop, Bus& bus, const ItemPictures& pictures, const StatusItemModel& model,
              MenuClicks& clicks);
 
     /// Tells hosts that lines came or went.
@@ -40,7 +40,7 @@ class DBusMenu {
     void happened(const MenuLine& line, const char* what);
 
     EventLoop& loop_;
-    SessionBus& bus_;
+    Bus& bus_;
     const ItemPictures& pictures_;
     const StatusItemModel& model_;
     MenuClicks& clicks_;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/status/BusWriter.h"
+#include "platform/linux/bus/BusWriter.h"
 #include "platform/linux/status/ItemPictures.h"
 #include "platform/ports/StatusBar.h"
 

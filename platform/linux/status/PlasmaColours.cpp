@@ -10,11 +10,8 @@ constexpr const char* rule =
 
 } // namespace
 
-void PlasmaColours::start(SessionBus& bus) {
-    sd_bus_slot* slot = nullptr;
-    sd_bus_add_match_async(bus.handle(), &slot, rule, BusHandler<&PlasmaColours::announced>::call, nullptr,
-                           this);
-    match_.reset(slot);
+void PlasmaColours::start(const Bus& bus) {
+    match_ = bus.match(rule, BusHandler<&PlasmaColours::announced>::call, this);
 }
 
 void PlasmaColours::stop() {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/linux/EventLoop.h"
-#include "platform/linux/status/SessionBus.h"
+#include "platform/linux/bus/Bus.h"
 
 #include <functional>
 
@@ -17,8 +17,8 @@ class PlasmaColours {
     PlasmaColours(EventLoop& loop, std::function<void()> changed)
         : loop_(loop), changed_(std::move(changed)) {}
 
-    /// The bus outlives the object, or `stop` is called before.
-    void start(SessionBus& bus);
+    /// `stop` is called before the bus closes.
+    void start(const Bus& bus);
     void stop();
 
   private:

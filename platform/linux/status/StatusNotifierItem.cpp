@@ -1,6 +1,6 @@
 #include "platform/linux/status/StatusNotifierItem.h"
 
-#include "platform/linux/status/BusWriter.h"
+#include "platform/linux/bus/BusWriter.h"
 
 #include <ctime>
 #include <unistd.h>
@@ -125,11 +125,11 @@ const sd_bus_vtable vtable[] = {
 
 } // namespace
 
-StatusNotifierItem::StatusNotifierItem(EventLoop& loop, SessionBus& bus, ItemIdentity identity,
+StatusNotifierItem::StatusNotifierItem(EventLoop& loop, Bus& bus, ItemIdentity identity,
                                        std::function<void(bool present)> hostChanged)
     : loop_(loop), bus_(bus), identity_(std::move(identity)), pictures_(identity_.data),
       watcher_(bus, std::move(hostChanged)), colours_(loop, [this] { announceIcon(); }),
-      service_("org.kde.StatusNotifierItem-" + std::to_string(getpid()) + "-1") {}
+      service_("org.kde.StatusNotifierItem-" + std::to_string(getpid()) + "-1"), joined_(bus.join(*this)) {}
 
 StatusNotifierItem::~StatusNotifierItem() {
     hide();
@@ -137,10 +137,37 @@ StatusNotifierItem::~StatusNotifierItem() {
 
 void StatusNotifierItem::show(const StatusItemModel& model, MenuClicks& clicks) {
     model_ = &model;
-    menu_.emplace(loop_, bus_, pictures_, model, clicks);
+    clicks_ = &clicks;
     setGuide(model.title);
     toolTipHasTitle_ = !model.title.empty();
     toolTipTime_ = coarseSeconds();
+    if (bus_.open())
+        appear();
+}
+
+void StatusNotifierItem::hide() {
+    if (model_ == nullptr)
+        return;
+    watcher_.stop();
+    if (bus_.open())
+        sd_bus_release_name_async(bus_.handle(), nullptr, service_.c_str(), nullptr, nullptr);
+    disappear();
+    model_ = nullptr;
+    clicks_ = nullptr;
+}
+
+void StatusNotifierItem::busOpened() {
+    if (model_ != nullptr)
+        appear();
+}
+
+void StatusNotifierItem::busLost() {
+    disappear();
+    watcher_.lose();
+}
+
+void StatusNotifierItem::appear() {
+    menu_.emplace(loop_, bus_, pictures_, *model_, *clicks_);
     sd_bus_slot* slot = nullptr;
     sd_bus_add_object_vtable(bus_.handle(), &slot, path, interface, vtable, this);
     object_.reset(slot);
@@ -148,16 +175,11 @@ void StatusNotifierItem::show(const StatusItemModel& model, MenuClicks& clicks) 
     requestName();
 }
 
-void StatusNotifierItem::hide() {
-    if (model_ == nullptr)
-        return;
-    watcher_.stop();
+void StatusNotifierItem::disappear() {
     colours_.stop();
-    sd_bus_release_name_async(bus_.handle(), nullptr, service_.c_str(), nullptr, nullptr);
     nameCall_.reset();
     object_.reset();
     menu_.reset();
-    model_ = nullptr;
 }
 
 void StatusNotifierItem::requestName() {
@@ -171,31 +193,33 @@ void StatusNotifierItem::requestName() {
 /// is told the connection's own name: of any other it watches the owner, and GNOME's extension drops an item
 /// whose properties arrive before that owner is known.
 void StatusNotifierItem::nameAnswered(sd_bus_message*) {
-    const char* unique = nullptr;
-    if (sd_bus_get_unique_name(bus_.handle(), &unique) >= 0)
-        watcher_.start(unique);
+    watcher_.start(bus_.name());
 }
 
 void StatusNotifierItem::lineInserted(std::size_t, const MenuLine&) {
-    menu_->layoutChanged();
+    if (menu_)
+        menu_->layoutChanged();
 }
 
 void StatusNotifierItem::lineRemoved(int) {
-    menu_->layoutChanged();
+    if (menu_)
+        menu_->layoutChanged();
 }
 
 void StatusNotifierItem::lineChanged(const MenuLine& line) {
-    menu_->lineChanged(line);
+    if (menu_)
+        menu_->lineChanged(line);
 }
 
 void StatusNotifierItem::titleChanged(const std::string& title) {
     setGuide(title);
+    if (!bus_.open())
+        return;
     sd_bus_emit_signal(bus_.handle(), path, interface, "XAyatanaNewLabel", "ss", title.c_str(),
                        guide_.c_str());
     announceToolTip(!title.empty());
 }
 
-/// The widest text of the same length, so that the panel does not move with every digit.
 void StatusNotifierItem::setGuide(const std::string& title) {
     guide_.assign(title);
     for (char& c : guide_)

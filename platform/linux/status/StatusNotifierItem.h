@@ -2,10 +2,10 @@
 
 #include "platform/linux/EventLoop.h"
 #include "platform/linux/StatusItemSink.h"
+#include "platform/linux/bus/Bus.h"
 #include "platform/linux/status/DBusMenu.h"
 #include "platform/linux/status/ItemPictures.h"
 #include "platform/linux/status/PlasmaColours.h"
-#include "platform/linux/status/SessionBus.h"
 #include "platform/linux/status/WatcherLink.h"
 
 #include <functional>
@@ -25,10 +25,10 @@ struct ItemIdentity {
 /// The status item as `org.kde.StatusNotifierItem`, with the text as its label. A changed text costs one
 /// small signal; hosts without labels find it in the tooltip, which is announced once a minute at most while
 /// the text runs, because hosts read the whole item again for it.
-class StatusNotifierItem final : public StatusItemSink {
+class StatusNotifierItem final : public StatusItemSink, private BusClient {
   public:
     /// Loop and bus outlive the item. `hostChanged` tells whether anything shows it, from the main loop.
-    StatusNotifierItem(EventLoop& loop, SessionBus& bus, ItemIdentity identity,
+    StatusNotifierItem(EventLoop& loop, Bus& bus, ItemIdentity identity,
                        std::function<void(bool present)> hostChanged);
     ~StatusNotifierItem() override;
 
@@ -48,6 +48,10 @@ class StatusNotifierItem final : public StatusItemSink {
     [[nodiscard]] const std::string& guide() const { return guide_; }
 
   private:
+    void busOpened() override;
+    void busLost() override;
+    void appear();
+    void disappear();
     void requestName();
     void nameAnswered(sd_bus_message* reply);
     void announceIcon();
@@ -55,19 +59,21 @@ class StatusNotifierItem final : public StatusItemSink {
     void announceToolTip(bool hasTitle);
 
     EventLoop& loop_;
-    SessionBus& bus_;
+    Bus& bus_;
     ItemIdentity identity_;
     ItemPictures pictures_;
     WatcherLink watcher_;
     PlasmaColours colours_;
     std::string service_;
     const StatusItemModel* model_ = nullptr; ///< null while hidden
-    std::optional<DBusMenu> menu_;
+    MenuClicks* clicks_ = nullptr;           ///< null while hidden
+    std::optional<DBusMenu> menu_;           ///< empty while hidden or without a bus
     std::string guide_;
     bool toolTipHasTitle_ = false;
     std::int64_t toolTipTime_ = 0; ///< seconds on the coarse monotonic clock
     BusSlot object_;
     BusSlot nameCall_;
+    Subscription joined_;
 };
 
 } // namespace kelpa

@@ -1,16 +1,15 @@
 #include "platform/linux/status/WatcherLink.h"
 
+#include "platform/linux/bus/BusCall.h"
+
 #include <utility>
 
 namespace kelpa {
 
 namespace {
 
-constexpr const char* watcher = "org.kde.StatusNotifierWatcher";
-constexpr const char* watcherPath = "/StatusNotifierWatcher";
-constexpr const char* ownerRule =
-    "type='signal',sender='org.freedesktop.DBus',interface='org.freedesktop.DBus',"
-    "member='NameOwnerChanged',arg0='org.kde.StatusNotifierWatcher'";
+constexpr BusAddress watcher = {"org.kde.StatusNotifierWatcher", "/StatusNotifierWatcher",
+                                "org.kde.StatusNotifierWatcher"};
 constexpr const char* hostRule = "type='signal',sender='org.kde.StatusNotifierWatcher',"
                                  "interface='org.kde.StatusNotifierWatcher',"
                                  "member='StatusNotifierHostRegistered'";
@@ -20,49 +19,41 @@ constexpr const char* hostGoneRule = "type='signal',sender='org.kde.StatusNotifi
 
 } // namespace
 
-WatcherLink::WatcherLink(SessionBus& bus, std::function<void(bool present)> hostChanged)
-    : bus_(bus), hostChanged_(std::move(hostChanged)), lost_(bus.whenLost([this] { lose(); })) {}
+WatcherLink::WatcherLink(Bus& bus, std::function<void(bool present)> hostChanged)
+    : bus_(bus), hostChanged_(std::move(hostChanged)) {}
 
 void WatcherLink::start(const std::string& service) {
     service_ = service;
-    match(ownerMatch_, ownerRule, BusHandler<&WatcherLink::ownerChanged>::call);
-    match(hostMatch_, hostRule, BusHandler<&WatcherLink::hostsChanged>::call);
-    match(hostGoneMatch_, hostGoneRule, BusHandler<&WatcherLink::hostsChanged>::call);
+    owner_.emplace(bus_, watcher.service, [this](bool there) { ownerChanged(there); });
+    hostMatch_ = bus_.match(hostRule, BusHandler<&WatcherLink::hostsChanged>::call, this);
+    hostGoneMatch_ = bus_.match(hostGoneRule, BusHandler<&WatcherLink::hostsChanged>::call, this);
     registerItem();
 }
 
 void WatcherLink::stop() {
-    for (BusSlot* slot : {&ownerMatch_, &hostMatch_, &hostGoneMatch_, &call_})
+    owner_.reset();
+    for (BusSlot* slot : {&hostMatch_, &hostGoneMatch_, &call_})
         slot->reset();
 }
 
-void WatcherLink::match(BusSlot& slot, const char* rule, sd_bus_message_handler_t handler) {
-    sd_bus_slot* added = nullptr;
-    sd_bus_add_match_async(bus_.handle(), &added, rule, handler, nullptr, this);
-    slot.reset(added);
+void WatcherLink::lose() {
+    stop();
+    setPresent(false);
 }
 
-/// No question before whether there is a watcher: that the call cannot be delivered is answer enough.
 void WatcherLink::registerItem() {
-    sd_bus_message* made = nullptr;
-    sd_bus_message_new_method_call(bus_.handle(), &made, watcher, watcherPath, watcher,
-                                   "RegisterStatusNotifierItem");
-    const BusMessage message(made);
-    if (!message)
-        return setPresent(false);
-    sd_bus_message_set_auto_start(made, 0);
-    sd_bus_message_append(made, "s", service_.c_str());
-    sd_bus_slot* slot = nullptr;
-    sd_bus_call_async(bus_.handle(), &slot, made, BusHandler<&WatcherLink::registered>::call, this, 0);
-    call_.reset(slot);
+    const BusMessage message = makeCall(bus_, watcher, "RegisterStatusNotifierItem");
+    if (message)
+        sd_bus_message_append(message.get(), "s", service_.c_str());
+    call_ = bus_.call(message, BusHandler<&WatcherLink::registered>::call, this);
 }
 
 void WatcherLink::askForHost() {
-    sd_bus_slot* slot = nullptr;
-    sd_bus_call_method_async(bus_.handle(), &slot, watcher, watcherPath, "org.freedesktop.DBus.Properties",
-                             "Get", BusHandler<&WatcherLink::hostAnswered>::call, this, "ss", watcher,
-                             "IsStatusNotifierHostRegistered");
-    call_.reset(slot);
+    const BusMessage message =
+        makeCall(bus_, {watcher.service, watcher.path, "org.freedesktop.DBus.Properties"}, "Get");
+    if (message)
+        sd_bus_message_append(message.get(), "ss", watcher.interface, "IsStatusNotifierHostRegistered");
+    call_ = bus_.call(message, BusHandler<&WatcherLink::hostAnswered>::call, this);
 }
 
 void WatcherLink::setPresent(bool present) {
@@ -72,16 +63,8 @@ void WatcherLink::setPresent(bool present) {
     hostChanged_(present);
 }
 
-void WatcherLink::lose() {
-    call_.reset();
-    setPresent(false);
-}
-
-void WatcherLink::ownerChanged(sd_bus_message* message) {
-    const char *name = nullptr, *before = nullptr, *after = nullptr;
-    if (sd_bus_message_read(message, "sss", &name, &before, &after) < 0)
-        return;
-    if (*after != '\0')
+void WatcherLink::ownerChanged(bool there) {
+    if (there)
         return registerItem();
     call_.reset();
     setPresent(false);

@@ -1,8 +1,9 @@
 #pragma once
 
-#include "platform/linux/status/SessionBus.h"
+#include "platform/linux/bus/NameOwner.h"
 
 #include <functional>
+#include <optional>
 #include <string>
 
 namespace kelpa {
@@ -11,35 +12,36 @@ namespace kelpa {
 /// starts again, and knows whether anything shows items at all.
 class WatcherLink {
   public:
-    /// `hostChanged` runs from the main loop on every change, and once the first answer is there.
-    WatcherLink(SessionBus& bus, std::function<void(bool present)> hostChanged);
+    /// `hostChanged` runs from the main loop on every change, and once the first answer is there. The bus
+    /// outlives the object.
+    WatcherLink(Bus& bus, std::function<void(bool present)> hostChanged);
 
-    /// Registers the item that `service` is the bus name of, from now on.
+    /// Registers the item that `service` is the bus name of, from now on. The bus is open.
     void start(const std::string& service);
     /// Forgets the item; a watcher learns of its end by the end of its bus name.
     void stop();
+    /// Forgets the bus, on which nothing shows the item any more.
+    void lose();
     /// False until something that shows items has said so.
     [[nodiscard]] bool hostPresent() const { return present_; }
 
   private:
-    void match(BusSlot& slot, const char* rule, sd_bus_message_handler_t handler);
     void registerItem();
     void askForHost();
     void setPresent(bool present);
-    void lose();
 
-    void ownerChanged(sd_bus_message* message);
+    void ownerChanged(bool there);
     void registered(sd_bus_message* reply);
     void hostsChanged(sd_bus_message* message);
     void hostAnswered(sd_bus_message* reply);
 
-    SessionBus& bus_;
+    Bus& bus_;
     std::function<void(bool)> hostChanged_;
     std::string service_;
-    Subscription lost_;
     bool present_ = false;
     bool told_ = false;
-    BusSlot ownerMatch_, hostMatch_, hostGoneMatch_;
+    std::optional<NameOwner> owner_;
+    BusSlot hostMatch_, hostGoneMatch_;
     BusSlot call_; ///< the question that is open; asking another drops its answer
 };
 

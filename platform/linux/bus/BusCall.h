@@ -1,7 +1,6 @@
 #pragma once
 
-#include "platform/linux/EventLoop.h"
-#include "platform/linux/status/SessionBus.h"
+#include "platform/linux/bus/Bus.h"
 
 namespace kelpa {
 
@@ -15,11 +14,11 @@ struct BusAddress {
 inline constexpr BusAddress theBus = {"org.freedesktop.DBus", "/org/freedesktop/DBus",
                                       "org.freedesktop.DBus"};
 
-/// A call that starts no program; null when it cannot be made.
-[[nodiscard]] BusMessage makeCall(SessionBus& bus, const BusAddress& to, const char* member);
+/// A call that starts no program; null when it cannot be made, as while the bus is not open.
+[[nodiscard]] BusMessage makeCall(const Bus& bus, const BusAddress& to, const char* member);
 
 /// Sends a call before the loop runs for good and waits for its answer, which may be an error; null when none
-/// comes within `seconds`, however long bus and receiver hang.
-[[nodiscard]] BusMessage ask(EventLoop& loop, SessionBus& bus, const BusMessage& call, double seconds);
+/// comes within `seconds`, however long bus and receiver hang, and when the loop is told to end.
+[[nodiscard]] BusMessage ask(EventLoop& loop, const Bus& bus, const BusMessage& call, double seconds);
 
 } // namespace kelpa

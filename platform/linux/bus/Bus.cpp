@@ -1,0 +1,147 @@
+#include "platform/linux/bus/Bus.h"
+
+#include "platform/linux/Monotonic.h"
+#include "platform/linux/bus/BusCall.h"
+
+#include <algorithm>
+#include <cstring>
+#include <utility>
+
+namespace kelpa {
+
+namespace {
+
+/// A bus that is started again is there after a moment; one that stays away is not asked for much.
+constexpr double firstPause = 2;
+constexpr double longestPause = 60;
+/// A connection that lasted so long was a good one.
+constexpr double proven = 60;
+/// Somebody who takes connections and answers none of them is no bus.
+constexpr double patience = 10;
+
+double now() {
+    return static_cast<double>(monotonicMicroseconds()) / 1e6;
+}
+
+} // namespace
+
+void Bus::CloseConnection::operator()(sd_bus* connection) const {
+    sd_bus_detach_event(connection);
+    // Without a flush: a bus that does not read any more must not hold up the end of the program.
+    sd_bus_close_unref(connection);
+}
+
+Bus::Bus(EventLoop& loop, Kind kind) : loop_(loop), kind_(kind), pause_(firstPause) {}
+
+Bus::~Bus() = default;
+
+void Bus::start() {
+    if (!connection_ && !later_.active())
+        connect();
+}
+
+void Bus::connect() {
+    const int result = openConnection();
+    if (result < 0)
+        return tryLater(std::strerror(-result));
+    later_ = loop_.afterReal(patience, [this] { tryLater("it does not answer"); });
+}
+
+int Bus::openConnection() {
+    sd_bus* made = nullptr;
+    const int result = kind_ == Kind::Session ? sd_bus_open_user(&made) : sd_bus_open_system(&made);
+    if (result < 0)
+        return result;
+    connection_.reset(made);
+    sd_bus_set_exit_on_disconnect(made, 0);
+    const int attached = sd_bus_attach_event(made, loop_.handle(), 0);
+    return attached < 0 ? attached : watchConnection();
+}
+
+/// The library would greet the bus for as long as it likes before it says a word, so we ask something
+/// ourselves.
+int Bus::watchConnection() {
+    sd_bus_slot* slot = nullptr;
+    const int matched = sd_bus_match_signal(connection_.get(), &slot, nullptr, "/org/freedesktop/DBus/Local",
+                                            "org.freedesktop.DBus.Local", "Disconnected",
+                                            BusHandler<&Bus::disconnected>::call, this);
+    end_.reset(slot);
+    if (matched < 0)
+        return matched;
+    slot = nullptr;
+    const int asked =
+        sd_bus_call_method_async(connection_.get(), &slot, theBus.service, theBus.path, theBus.interface,
+                                 "GetId", BusHandler<&Bus::answered>::call, this, "");
+    greeting_.reset(slot);
+    return asked;
+}
+
+void Bus::answered(sd_bus_message* reply) {
+    const char* name = nullptr;
+    if (sd_bus_message_is_method_error(reply, nullptr) ||
+        sd_bus_get_unique_name(connection_.get(), &name) < 0)
+        return;
+    later_.cancel();
+    name_ = name;
+    failure_.clear();
+    openedAt_ = now();
+    tell(&BusClient::busOpened);
+}
+
+/// The connection cannot be taken down inside of what it tells itself.
+void Bus::disconnected(sd_bus_message*) {
+    later_ = loop_.afterReal(0, [this] { tryLater("it closed the connection"); });
+}
+
+void Bus::tryLater(const std::string& why) {
+    failure_ = why;
+    drop();
+    later_ = loop_.afterReal(pause_, [this] {
+        later_.cancel();
+        start();
+    });
+    pause_ = std::min(pause_ * 2, longestPause);
+}
+
+void Bus::drop() {
+    const bool wasOpen = open();
+    name_.clear();
+    if (wasOpen && now() - openedAt_ >= proven)
+        pause_ = firstPause;
+    if (wasOpen)
+        tell(&BusClient::busLost);
+    greeting_.reset();
+    end_.reset();
+    connection_.reset();
+}
+
+Subscription Bus::join(BusClient& client) {
+    clients_.push_back(&client);
+    if (open())
+        client.busOpened();
+    return Subscription([this, &client] { clients_.remove(&client); });
+}
+
+/// Whoever is told may leave, and take others along.
+void Bus::tell(void (BusClient::*what)()) {
+    const std::list<BusClient*> all = clients_;
+    for (BusClient* client : all)
+        if (std::find(clients_.begin(), clients_.end(), client) != clients_.end())
+            (client->*what)();
+}
+
+BusSlot Bus::match(const std::string& rule, sd_bus_message_handler_t handler, void* object) const {
+    sd_bus_slot* slot = nullptr;
+    if (open())
+        sd_bus_add_match_async(handle(), &slot, rule.c_str(), handler, nullptr, object);
+    return BusSlot(slot);
+}
+
+BusSlot Bus::call(const BusMessage& message, sd_bus_message_handler_t handler, void* object) const {
+    sd_bus_slot* slot = nullptr;
+    if (open() && message)
+        sd_bus_call_async(handle(), &slot, message.get(), handler, object, 0);
+    return BusSlot(slot);
+}
+
+} // namespace kelpa
