@@ -137,25 +137,36 @@ class BreakWindows(ViewTest):
         self.assertTrue(wait_until(lambda: not Path(f"/proc/{view}").exists() or
                                    "Z" in Path(f"/proc/{view}/stat").read_text().split()[2], 2))
 
-    def test_what_climbs_above_is_covered_again(self):
-        driver = self.drive()
-        windows = self.shown(driver)
-        display = self.screen.display
+    def pop_up(self):
+        """A window beyond the window manager's reach, on top of everything."""
         popup = self.screen.root.create_window(100, 100, 200, 100, 0, X.CopyFromParent, override_redirect=True,
                                                background_pixel=0xff0000)
-        self.addCleanup(display.sync)
+        self.addCleanup(self.screen.display.sync)
         self.addCleanup(popup.destroy)
         popup.set_wm_name("popup")
         popup.map()
-        display.sync()
-        self.assertTrue(wait_until(lambda: set(self.top_titles()[:2]) == {"1", "2"}, 2), self.top_titles())
+        self.screen.display.sync()
+        return popup
+
+    def wait_on_top(self):
+        wait_until(lambda: set(self.top_titles()[:2]) == {"1", "2"}, 2, "the break to be on top")
+
+    def test_what_climbs_above_is_covered_again(self):
+        driver = self.drive()
+        windows = self.shown(driver)
+        popup = self.pop_up()
+        self.wait_on_top()
         # Whoever fights for the top wins in the end, as a screen locker must.
         for _ in range(60):
             popup.configure(stack_mode=X.Above)
-            display.sync()
+            self.screen.display.sync()
             time.sleep(0.12)
         self.assertEqual(self.top_titles()[0], "popup")
         self.assertEqual(len(windows), 2)
+        # Others do not.
+        for _ in range(25):
+            self.pop_up()
+            self.wait_on_top()
 
     def test_monitors_that_come_and_go(self):
         driver = self.drive()

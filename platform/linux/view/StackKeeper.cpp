@@ -13,7 +13,8 @@ using namespace std::chrono_literals;
 namespace {
 
 constexpr auto burst = 100ms;
-constexpr int mostRaises = 20;
+constexpr int mostAnswers = 20;
+constexpr auto answersForgotten = 1min;
 constexpr std::uint8_t sentEventBit = 0x80;
 
 /// The top-level window that an event puts on the screen or moves in the stack; none for other events.
@@ -48,7 +49,7 @@ void StackKeeper::keep(std::vector<xcb_window_t> windows) {
     if (windows.empty() != windows_.empty())
         x11::watchRoot(XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY, !windows.empty());
     windows_ = std::move(windows);
-    raisesLeft_ = mostRaises;
+    answers_.clear();
     raiseAll();
 }
 
@@ -56,11 +57,18 @@ bool StackKeeper::isOurs(xcb_window_t window) const {
     return std::find(windows_.begin(), windows_.end(), window) != windows_.end();
 }
 
-void StackKeeper::raiseAll() {
-    if (raisesLeft_ > 0)
-        --raisesLeft_;
-    else
+void StackKeeper::answer(xcb_window_t climber) {
+    std::erase_if(answers_, [](const auto& each) { return each.second.forgotten.hasExpired(); });
+    const auto [answers, first] = answers_.try_emplace(climber);
+    if (first)
+        answers->second.forgotten.setRemainingTime(answersForgotten);
+    if (answers->second.given == mostAnswers)
         return;
+    ++answers->second.given;
+    soon_.start();
+}
+
+void StackKeeper::raiseAll() {
     for (const xcb_window_t window : windows_)
         x11::raise(window);
 }
@@ -70,7 +78,7 @@ bool StackKeeper::nativeEventFilter(const QByteArray& type, void* event, qintptr
         return false;
     const xcb_window_t window = climber(*static_cast<const xcb_generic_event_t*>(event));
     if (window != XCB_WINDOW_NONE && !isOurs(window) && !soon_.isActive())
-        soon_.start();
+        answer(window);
     return false;
 }
 

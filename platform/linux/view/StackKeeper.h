@@ -1,14 +1,16 @@
 #pragma once
 
 #include <QAbstractNativeEventFilter>
+#include <QDeadlineTimer>
 #include <QTimer>
+#include <map>
 #include <vector>
 #include <xcb/xcb.h>
 
 namespace kelpa {
 
-/// Brings windows back to the top when something was put above them. It gives up against something that
-/// climbs again and again, as a screen locker does, until it is told of windows anew.
+/// Brings windows back to the top when something was put above them. It gives up against a window that climbs
+/// again and again, as a screen locker's does, for the rest of a minute or until it is told of windows anew.
 class StackKeeper : public QObject, public QAbstractNativeEventFilter {
     Q_OBJECT
 
@@ -21,11 +23,18 @@ class StackKeeper : public QObject, public QAbstractNativeEventFilter {
 
   private:
     [[nodiscard]] bool isOurs(xcb_window_t window) const;
+    void answer(xcb_window_t climber);
     void raiseAll();
+
+    /// How often a window was answered that climbed.
+    struct Answers {
+        QDeadlineTimer forgotten;
+        int given = 0;
+    };
 
     std::vector<xcb_window_t> windows_;
     QTimer soon_;
-    int raisesLeft_ = 0;
+    std::map<xcb_window_t, Answers> answers_;
 };
 
 } // namespace kelpa
