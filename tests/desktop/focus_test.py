@@ -2,8 +2,42 @@
 """The keyboard around a break: no key reaches what lies beneath, and afterwards everything is as it was."""
 from pathlib import Path
 
+from Xlib import X, display
 from support import WORK, DesktopTest, main, wait_until
 from virtual_desktop import break_windows, wait_for_cover, wait_for_uncover
+
+
+class Locker:
+    """A screen locker: covers everything, beyond the window manager's reach."""
+
+    def __init__(self, session):
+        self.display = display.Display(session.display)
+        screen = self.display.screen()
+        self.window = screen.root.create_window(0, 0, screen.width_in_pixels, screen.height_in_pixels, 0, X.CopyFromParent,
+                                                override_redirect=True, event_mask=X.KeyPressMask)
+        self.window.map()
+        self.display.sync()
+
+    def grab(self):
+        return self.window.grab_keyboard(False, X.GrabModeAsync, X.GrabModeAsync, X.CurrentTime) == X.GrabSuccess
+
+    def let_go(self):
+        self.display.ungrab_keyboard(X.CurrentTime)
+        self.display.sync()
+
+    def take_focus(self):
+        self.window.set_input_focus(X.RevertToParent, X.CurrentTime)
+        self.display.sync()
+
+    def keys(self):
+        """How many key presses came since the last call."""
+        self.display.sync()
+        events = [self.display.next_event() for _ in range(self.display.pending_events())]
+        return sum(event.type == X.KeyPress for event in events)
+
+    def leave(self):
+        self.window.unmap()
+        self.display.sync()
 
 
 class Focus(DesktopTest):
@@ -11,7 +45,8 @@ class Focus(DesktopTest):
 
     def test_a_terminal_gets_what_is_typed_before_and_after_and_nothing_in_between(self):
         typed = Path(self.session.folder) / "typed"
-        self.session.spawn(["xterm", "-T", "terminal", "-e", f"cat >{typed}"])
+        terminal = self.session.spawn(["xterm", "-T", "terminal", "-e", f"cat >{typed}"])
+        self.addCleanup(self.session.end, terminal)
         wait_until(lambda: self.screen.titled(lambda title: title == "terminal"), 10, "the terminal")
         wait_until(lambda: self.screen.focus() == "terminal", 5, "the terminal to have the keyboard")
         wait_until(typed.exists, 5, "the terminal's program")
@@ -43,6 +78,83 @@ class Focus(DesktopTest):
         self.screen.press("Return")
         wait_until(lambda: typed.read_text() != "before\n", 3)
         self.assertEqual(typed.read_text(), "before\nafter\n")
+
+    # While a break shows
+
+    def keyboard_rests(self):
+        """Whether nobody has grabbed the keyboard, so that keys go to whoever has the focus."""
+        root = self.screen.root
+        if root.grab_keyboard(False, X.GrabModeAsync, X.GrabModeAsync, X.CurrentTime) != X.GrabSuccess:
+            return False
+        self.screen.display.ungrab_keyboard(X.CurrentTime)
+        self.screen.display.sync()
+        return True
+
+    def begin(self):
+        """A break in which nobody has typed for a while."""
+        program = self.launch()
+        for window in wait_for_cover(self.session, self.monitors, 15):
+            self.screen.display.create_resource_object("window", window.id).change_attributes(
+                event_mask=X.FocusChangeMask)
+        self.rests_with_the_break("the break to let go of the keyboard")
+        return program
+
+    def focus_was_taken(self):
+        """Whether the break has lost the focus since the last call, however soon it had it back."""
+        self.screen.display.sync()
+        events = [self.screen.display.next_event() for _ in range(self.screen.display.pending_events())]
+        return any(event.type == X.FocusOut and event.mode in (X.NotifyNormal, X.NotifyWhileGrabbed) for event in events)
+
+    def end_with_escape(self, program):
+        wait_until(lambda: self.screen.press("Escape") or program.count("skip break view$"), 5, "Escape to end the break",
+                   pause=0.2)
+        wait_for_uncover(self.session, 5)
+
+    def rests_with_the_break(self, what):
+        """The keyboard is let go, and the focus is with the break."""
+        wait_until(lambda: self.screen.focus().isdecimal() and self.keyboard_rests(), 8, what)
+
+    def comes_back_from(self, what):
+        wait_until(self.focus_was_taken, 10, f"{what} to get the focus")
+        self.rests_with_the_break(f"the focus to come back from {what}")
+
+    def test_windows_that_open_beneath_a_break_get_no_key(self):
+        program = self.begin()
+        typed = Path(self.session.folder) / "typed-beneath"
+        intruder = self.session.spawn(["xterm", "-T", "intruder", "-e", f"cat >{typed}"])
+        self.addCleanup(self.session.end, intruder)
+        self.comes_back_from("a new window")
+        wait_until(typed.exists, 10, "the program of the new window")
+        self.screen.type("secret")
+        self.screen.press("Return")
+
+        self.session.run_tool(str(program.executable), "settings")
+        self.comes_back_from("the program's own settings")
+        self.screen.activate(self.screen.titled(lambda title: title == "intruder")[0].id)
+        self.comes_back_from("a window that was activated")
+        self.screen.type("secret")
+        self.screen.press("Return")
+        self.end_with_escape(program)
+        self.assertEqual(typed.read_text(), "")
+
+    def test_a_screen_locker_keeps_the_keyboard(self):
+        program = self.begin()
+        locker = Locker(self.session)
+        self.addCleanup(locker.display.close)
+        wait_until(locker.grab, 5, "the keyboard for a locker that grabs it")
+        self.screen.press("Escape")
+        self.assertEqual(locker.keys(), 1)
+        locker.let_go()
+        self.rests_with_the_break("the focus after a locker that grabbed")
+
+        locker.take_focus()
+        self.settle(1)      # longer than the focus is ever left to something else
+        self.screen.press("Escape")
+        self.assertEqual(locker.keys(), 1)
+        self.assertEqual(program.count("skip break view$"), 0)
+        locker.leave()
+        self.rests_with_the_break("the focus after a locker that did not grab")
+        self.end_with_escape(program)
 
 
 if __name__ == "__main__":

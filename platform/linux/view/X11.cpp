@@ -22,6 +22,19 @@ int defaultScreen() {
     return number;
 }
 
+/// Of a top-level window.
+QRect placeIfUnmanaged(xcb_window_t window) {
+    const auto attributes = xcb_get_window_attributes(connection(), window);
+    const auto geometry = xcb_get_geometry(connection(), window);
+    const ReplyPointer<xcb_get_window_attributes_reply_t> kind(
+        xcb_get_window_attributes_reply(connection(), attributes, nullptr));
+    const ReplyPointer<xcb_get_geometry_reply_t> place(
+        xcb_get_geometry_reply(connection(), geometry, nullptr));
+    if (!kind || !place || kind->override_redirect == 0)
+        return {};
+    return {place->x, place->y, place->width, place->height};
+}
+
 } // namespace
 
 xcb_connection_t* connection() {
@@ -118,6 +131,28 @@ void raise(xcb_window_t window) {
 void focus(xcb_window_t window) {
     xcb_set_input_focus(connection(), XCB_INPUT_FOCUS_PARENT, window, XCB_CURRENT_TIME);
     xcb_flush(connection());
+}
+
+xcb_window_t focused() {
+    const ReplyPointer<xcb_get_input_focus_reply_t> reply(
+        xcb_get_input_focus_reply(connection(), xcb_get_input_focus(connection()), nullptr));
+    return reply && reply->focus > XCB_INPUT_FOCUS_POINTER_ROOT ? reply->focus
+                                                                : static_cast<xcb_window_t>(XCB_WINDOW_NONE);
+}
+
+/// What window managers put around their windows is beyond their own reach as well, but what they look after
+/// has a state.
+QRect unmanagedPlace(xcb_window_t window) {
+    while (window != XCB_WINDOW_NONE && property(window, QByteArrayLiteral("WM_STATE")).isEmpty()) {
+        const ReplyPointer<xcb_query_tree_reply_t> tree(
+            xcb_query_tree_reply(connection(), xcb_query_tree(connection(), window), nullptr));
+        if (!tree)
+            return {};
+        if (tree->parent == tree->root)
+            return placeIfUnmanaged(window);
+        window = tree->parent;
+    }
+    return {};
 }
 
 void activate(xcb_window_t window) {

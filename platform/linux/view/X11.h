@@ -39,6 +39,11 @@ using ReplyPointer = std::unique_ptr<Reply, FreeReply>;
 void moveResize(xcb_window_t window, const QRect& pixels);
 void raise(xcb_window_t window);
 void focus(xcb_window_t window);
+/// The window that has the focus; of a special value that stands for none or for any, no window.
+[[nodiscard]] xcb_window_t focused();
+/// Where the top-level window that holds this one lies, in pixels of the desktop, if it is beyond the window
+/// manager's reach; empty otherwise.
+[[nodiscard]] QRect unmanagedPlace(xcb_window_t window);
 /// Asks the window manager for the keyboard and a place in front, as for a person who chose the window.
 void activate(xcb_window_t window);
 /// What the server itself fills the window with before it is painted.
