@@ -49,7 +49,7 @@ class Desk {
     RecordingStatusBar statusBar{journal};
     RecordingWindows windows{journal, time};
     RecordingServices services{journal, time};
-    ScriptedEvents events;
+    ScriptedEvents events{journal};
     FixedSystem system;
 
   private:

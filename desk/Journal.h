@@ -21,6 +21,12 @@ class Journal {
     [[nodiscard]] bool keeps(std::string_view kind) const { return quiet_.find(kind) == quiet_.end(); }
     /// Notes `kind text` at the current virtual time.
     void note(std::string_view kind, std::string_view text = {});
+    /// Keeps asides as well: steps that belong to no script's format, for a test that compares their order.
+    void hearAsides() { asides_ = true; }
+    void aside(std::string_view kind, std::string_view text) {
+        if (asides_)
+            note(kind, text);
+    }
 
   protected:
     virtual void line(const std::string& text) = 0;
@@ -28,6 +34,7 @@ class Journal {
   private:
     const VirtualTime& time_;
     std::set<std::string, std::less<>> quiet_;
+    bool asides_ = false;
 };
 
 /// Prints each line at once.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/Text.h"
 #include "desk/Journal.h"
 #include "desk/RecordingPreferences.h"
 #include "logging/SharedLogger.h"
@@ -38,21 +39,31 @@ class RecordingServices final : public LoginItem,
     [[nodiscard]] Services services() { return {this, this, this, this, &preferences_}; }
 
     void setEnabled(bool enabled) override { journal_.note("login", enabled ? "register" : "unregister"); }
-    void setAutomaticallyChecks(bool /*checks*/) override {}
-    void setCheckInterval(double /*seconds*/) override {}
-    void setSendsSystemProfile(bool /*sends*/) override {}
-    void start() override {}
+    void setAutomaticallyChecks(bool checks) override {
+        journal_.aside("updater", checks ? "automatic" : "by hand");
+    }
+    void setCheckInterval(double seconds) override {
+        journal_.aside("updater", "every " + decimalText(seconds));
+    }
+    void setSendsSystemProfile(bool sends) override {
+        journal_.aside("updater", sends ? "with profile" : "without profile");
+    }
+    void start() override { journal_.aside("updater", "start"); }
     void checkForUpdates() override { journal_.note("updater", "check"); }
     void compose(const Mail& mail) override {
         lastMail_ = mail;
         journal_.note("mail", inQuotes(mail.subject));
     }
-    void show(const AboutText& /*text*/) override { journal_.note("about"); }
+    void show(const AboutText& text) override {
+        lastAbout_ = text;
+        journal_.note("about");
+    }
     void terminate() override {
         journal_.note("app", "quit");
         time_.stop();
     }
     [[nodiscard]] const Mail& lastMail() const { return lastMail_; }
+    [[nodiscard]] const AboutText& lastAbout() const { return lastAbout_; }
     [[nodiscard]] RecordingPreferences& preferences() { return preferences_; }
 
   private:
@@ -60,6 +71,7 @@ class RecordingServices final : public LoginItem,
     VirtualTime& time_;
     RecordingPreferences preferences_{journal_};
     Mail lastMail_;
+    AboutText lastAbout_;
 };
 
 class FixedSystem final : public SystemInfo {
@@ -109,11 +121,15 @@ class SeededRandom final : public RandomSource {
 /// Desktop events that scripts cause.
 class ScriptedEvents final : public LockNotifications, public ActivityMonitor {
   public:
+    explicit ScriptedEvents(Journal& journal) : journal_(journal) {}
+
     void observe(std::function<void()> locked, std::function<void()> unlocked) override {
+        journal_.aside("observe", "lock");
         locked_ = std::move(locked);
         unlocked_ = std::move(unlocked);
     }
     Watch watch(std::function<void()> activity, std::function<void()> lost) override {
+        journal_.aside("observe", "activity");
         activity_ = std::move(activity);
         activityLost_ = std::move(lost);
         return activityWatch;
@@ -130,6 +146,7 @@ class ScriptedEvents final : public LockNotifications, public ActivityMonitor {
         if (event)
             event();
     }
+    Journal& journal_;
     std::function<void()> locked_;
     std::function<void()> unlocked_;
     std::function<void()> activity_;

@@ -68,7 +68,8 @@ void RecordingStatusBar::lineChanged(const MenuLine& line) {
         journal_.note("item", "water " + inQuotes(line.title));
 }
 
-void RecordingStatusBar::createItem(const std::string& /*image*/, MenuClicks& clicks) {
+void RecordingStatusBar::createItem(const std::string& image, MenuClicks& clicks) {
+    journal_.aside("item", "created " + image);
     clicks_ = &clicks;
 }
 

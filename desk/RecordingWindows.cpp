@@ -1,5 +1,7 @@
 #include "desk/RecordingWindows.h"
 
+#include "base/Text.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -152,7 +154,13 @@ std::unique_ptr<WaterPanelFace> RecordingWindow::hostWaterPanel(WaterPanelClient
     return std::make_unique<RecordingWaterPanel>(journal_, waterPanel_);
 }
 
+void RecordingWindow::setAlpha(double alpha) {
+    journal_.aside("window", "alpha " + spec_.title + " " + decimalText(alpha));
+}
+
 void RecordingWindow::fadeTo(double alpha, double seconds, std::function<void()> done) {
+    journal_.aside("window",
+                   "fade " + spec_.title + " " + decimalText(alpha) + " in " + decimalText(seconds));
     if (alpha <= 0)
         journal_.note("window", "closing " + spec_.title);
     if (done)

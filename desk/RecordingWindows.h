@@ -35,7 +35,7 @@ class RecordingWindows final : public WindowSystem {
     [[nodiscard]] std::vector<Screen> screens() const override { return screens_; }
     [[nodiscard]] const Screen* mainScreen() const override;
     std::unique_ptr<NativeWindow> makeWindow(const WindowSpec& spec) override;
-    void prepare() override {}
+    void prepare() override { journal_.aside("window", "prepare"); }
     void activate() override { journal_.note("app", "activate"); }
     void deactivate() override { journal_.note("app", "deactivate"); }
 
@@ -79,7 +79,7 @@ class RecordingWindow final : public NativeWindow {
 
     std::unique_ptr<BreakScreenFace> hostBreakScreen(BreakScreenClient& client) override;
     std::unique_ptr<WaterPanelFace> hostWaterPanel(WaterPanelClient& client) override;
-    void setAlpha(double /*alpha*/) override {}
+    void setAlpha(double alpha) override;
     void fadeTo(double alpha, double seconds, std::function<void()> done) override;
     void orderFrontRegardless() override;
     void close() override;

@@ -88,7 +88,8 @@ void VirtualTime::asyncAfter(double seconds, std::shared_ptr<WorkItem> item) {
     });
 }
 
-Queue& VirtualTime::makeSerialQueue(const std::string& /*label*/) {
+Queue& VirtualTime::makeSerialQueue(const std::string& label) {
+    queueLabels_.push_back(label);
     return *this;
 }
 

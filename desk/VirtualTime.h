@@ -29,6 +29,8 @@ class VirtualTime final : public TickerSource, public Queue, public QueueSource 
     void asyncAfter(double seconds, std::shared_ptr<WorkItem> item) override;
     /// In virtual time nothing runs beside anything else: the queue's work takes its turn with all other.
     Queue& makeSerialQueue(const std::string& label) override;
+    /// Of the serial queues that were made, in their order.
+    [[nodiscard]] const std::vector<std::string>& queueLabels() const { return queueLabels_; }
 
     Subscription every(double interval, std::function<void()> tick);
 
@@ -52,6 +54,7 @@ class VirtualTime final : public TickerSource, public Queue, public QueueSource 
     std::uint64_t lastOrder_ = 0;
     bool stopped_ = false;
     std::vector<Entry> heap_;
+    std::vector<std::string> queueLabels_;
 };
 
 } // namespace kelpa::desk

@@ -132,4 +132,8 @@ std::vector<std::string> newDayPrompts(BreakStyle style) {
     return defaultNewDayPrompts();
 }
 
+std::string newDayFallback() {
+    return "今天, 我又来上班了 \n 这一次 \n属于我的鱼都要摸回来";
+}
+
 } // namespace kelpa

@@ -25,4 +25,7 @@ bool fromRawValue(std::int64_t rawValue, BreakStyle& style);
 /// The built-in texts that greet a new day, in their order; a new list on each call.
 [[nodiscard]] std::vector<std::string> newDayPrompts(BreakStyle style);
 
+/// Greets a new day in a style that has no text for it.
+[[nodiscard]] std::string newDayFallback();
+
 } // namespace kelpa

@@ -7,7 +7,6 @@ namespace kelpa {
 namespace {
 
 constexpr std::int64_t newDaySeconds = 10;
-constexpr const char* newDayFallback = "今天, 我又来上班了 \n 这一次 \n属于我的鱼都要摸回来";
 
 std::int64_t remainder(std::int64_t value, std::int64_t divisor) {
     if (divisor == 0)
@@ -49,7 +48,7 @@ std::string PromptState::nextPrompt() {
 }
 
 void PromptState::showNewDay() {
-    prompt.set(anyOf(newDayPrompts(client_.prefState().styleState().breakStyle()), newDayFallback));
+    prompt.set(anyOf(newDayPrompts(client_.prefState().styleState().breakStyle()), newDayFallback()));
     showSkipButton.set(true);
     lastKind_ = BreakKind::NewDay;
     client_.showBreakWindows();

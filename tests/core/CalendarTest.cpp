@@ -38,6 +38,8 @@ TEST_F(CalendarTest, TodayFollowsTheLocalDay) {
     EXPECT_TRUE(calendar.isInToday(Date{now - 1800}));
     EXPECT_FALSE(calendar.isInToday(Date{now - 1801}));
     EXPECT_FALSE(calendar.isInToday(Date{0}));
+    EXPECT_FALSE(calendar.isInToday(*clock.date({2026, 10, 23, 0, 30, 0})));
+    EXPECT_FALSE(calendar.isInToday(*clock.date({2025, 11, 23, 0, 30, 0})));
     at("America/Sao_Paulo", clock.civil(calendar.now()));
     EXPECT_EQ(calendar.weekYearDay(calendar.now()), "20261123");
 }

@@ -30,6 +30,37 @@ TEST(Cycle, LaunchStartsAWorkPeriodAndTheTitleFollowsIt) {
                      "2.000 title 24:58"}));
 }
 
+TEST(Cycle, TheLaunchTakesItsStepsInOrder) {
+    EXPECT_TRUE(AppState::working());
+    EXPECT_FALSE(AppState::manualPause());
+    Play play;
+    play.journal.hearAsides();
+    EXPECT_EQ(
+        play("start 2026-11-23T10:00:00\nstore pref.water.enable bool true\n"
+             "store auto_check_update bool false\nstore break_prompt_text text rest\nlaunch\n"),
+        (Lines{"0.000 log info ~~~~~~~~~~~~~~~~~~~~~~~~hello Kelpa~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~",
+               "0.000 log info ticktack timer stoped 1.0", "0.000 log info ticktack timer start 1500",
+               "0.000 item water inserted 3 \"Water (0% )\"", "0.000 item pause stop.circle \"- Stop -\"",
+               "0.000 updater by hand", "0.000 updater every 43200.0", "0.000 updater with profile",
+               "0.000 updater start", "0.000 set pref.water.lastShowDate real 1795428000.0",
+               "0.000 set pref.water.finished int 0", "0.000 item water \"Water (0% )\"",
+               "0.000 water finished 0", "0.000 water armed 900", "0.000 item created kelpa",
+               "0.000 title 25:00", "0.000 observe lock", "0.000 observe activity",
+               "0.000 log info sandbox home path: /home/desk/app.orvane.Kelpa"}));
+    EXPECT_EQ(play.time.queueLabels(), (Lines{"app.orvane.Kelpa.system.event.queue"}));
+    EXPECT_EQ(AppState::promptState().prompt.value(), "rest");
+    EXPECT_FALSE(AppState::promptState().showSkipButton.value());
+}
+
+TEST(Cycle, WhatABreakShowsIsLoadedTenSecondsAheadAndOnlyThen) {
+    Play play({"title", "count", "log", "item", "app", "break"});
+    play.journal.hearAsides();
+    play(std::string(minuteCycle) + "launch\n+49.999\n");
+    EXPECT_EQ(play("+0.001\n+9.999\n"), (Lines{"50.000 window prepare"}));
+    play("+10\n");
+    EXPECT_EQ(play("store pref.work.time int 0\nmenu pause\nmenu pause\n"), (Lines{"69.999 window prepare"}));
+}
+
 TEST(Cycle, AWorkPeriodTurnsIntoABreakAndBackIntoWork) {
     Play play;
     play(std::string(minuteCycle) + "launch\n+59\n");
@@ -116,6 +147,9 @@ TEST(Cycle, ForcedLongBreaksOfferNoSkipButTheNoticeEndsThem) {
                                     "190.000 log info ticktack timer stoped 1.0",
                                     "190.000 log info ticktack timer start 60"}));
     EXPECT_EQ(play("skip 1\n"), (Lines{"190.000 refused skip"}));
+    // A face that is a moment behind may offer it still.
+    play.desk.windows.breakScreen(1)->client->skipPressed();
+    EXPECT_EQ(play.journal.lines().back(), "190.000 refused skip");
     EXPECT_EQ(
         play("notice 1\n"),
         (Lines{"190.000 log info Click new feature: Water Reminder", "190.000 log info skip break view",
@@ -141,10 +175,14 @@ TEST(Cycle, TwoScreensHearOfTheEndTwice) {
 TEST(Cycle, SkipOnEitherScreenEndsTheBreakEverywhere) {
     Play play({"title", "count", "item", "log"});
     play(std::string("screens 5 9\n") + minuteCycle + "launch\n+61\n");
+    BreakScreenClient& late = *play.desk.windows.breakScreen(9)->client;
     EXPECT_EQ(play("skip 9\n"),
               (Lines{"61.000 window closing 5", "61.000 window closing 9", "61.000 app deactivate"}));
     EXPECT_EQ(play("+3\nskip 9\n"),
               (Lines{"63.000 window closed 5", "63.000 window closed 9", "64.000 refused skip"}));
+    late.skipPressed();
+    late.noticeTapped();
+    EXPECT_EQ(play.journal.lines().back(), "64.000 refused skip");
 }
 
 TEST(Cycle, PauseStopsWorkWhereItIsAndResumingStartsAfresh) {
@@ -230,9 +268,26 @@ TEST(Cycle, ACycleLengthOfZeroEndsTheProgram) {
     EXPECT_EQ(play.journal.lines().back(), "1500.000 fatal Division by zero in remainder operation");
 }
 
-TEST(Cycle, LengthsThatOverflowEndTheProgram) {
-    Play play({"title"});
-    EXPECT_THROW(play("store pref.work.time int 9223372036854775807\nlaunch\n"), desk::FatalEnd);
+/// The last words of a desk whose program ends itself.
+std::string fatalEnd(const std::string& script) {
+    Play play({"title", "count"});
+    EXPECT_THROW(play(mouseMayRest + "store pref.short.break.times int 2\n" + script), desk::FatalEnd);
+    return play.journal.lines().back();
+}
+
+TEST(Cycle, AWorkTimeThatOverflowsEndsTheProgram) {
+    EXPECT_EQ(fatalEnd("store pref.work.time int 153722867280912931\nlaunch\n"),
+              "0.000 fatal Integer overflow in multiplication");
+}
+
+TEST(Cycle, ALongBreakThatOverflowsEndsTheProgramWhenItsTurnComes) {
+    EXPECT_EQ(fatalEnd("store pref.long.break.time int 153722867280912931\nlaunch\n+3300\n"),
+              "3300.000 fatal Integer overflow in multiplication");
+}
+
+TEST(Cycle, ACountdownThatOverflowsEndsTheProgram) {
+    EXPECT_EQ(fatalEnd("store pref.break.time int -9223372036854775808\nlaunch\n+1501\n"),
+              "1501.000 fatal Integer overflow in subtraction");
 }
 
 TEST(Cycle, PromptsComeFromTheStyleEachPeriodAnewNeverFromTheEditedLists) {

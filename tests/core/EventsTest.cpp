@@ -158,8 +158,9 @@ TEST(Lock, ClosesABreakForGood) {
 
 TEST(Lock, LeavesTheCountdownRunningWhereRestartingIsOff) {
     Play play({"title"});
-    play(mouseMayRest + "store restart_timer_after_awake bool false\nlaunch\n+100\n");
-    EXPECT_EQ(play("lock\n+100\nunlock\n+100\n"), Lines{});
+    play(mouseMayRest + greets + "store restart_timer_after_awake bool false\nlaunch\n+99.5\n");
+    EXPECT_EQ(play("lock\n+100.5\nunlock\n+100\n"),
+              (Lines{"99.500 set last_weakup_timestamp real 1767603699.5"}));
     EXPECT_EQ(play.desk.statusBar.title(), "20:00");
 }
 

@@ -2,6 +2,7 @@
 #include "logging/LoggingSystem.h"
 #include "logging/MultiplexLogHandler.h"
 #include "logging/SharedLogger.h"
+#include "logging/StreamLogHandler.h"
 
 #include "desk/VirtualClock.h"
 
@@ -10,6 +11,7 @@
 #include <filesystem>
 #include <fstream>
 #include <sstream>
+#include <utility>
 
 #include <unistd.h>
 
@@ -17,6 +19,19 @@ namespace kelpa {
 namespace {
 
 namespace fs = std::filesystem;
+
+/// A clock that a test sets, and that may go on by itself each time it is read.
+class TestClock final : public LocalClock {
+  public:
+    [[nodiscard]] Date now() const override {
+        return {std::exchange(shown.secondsSince1970, shown.secondsSince1970 + step)};
+    }
+    [[nodiscard]] std::optional<WeekRule> weekRule() const override { return rule; }
+
+    mutable Date shown;
+    double step = 0;
+    std::optional<WeekRule> rule;
+};
 
 class LoggerTest : public testing::Test, private LogClient {
   protected:
@@ -27,7 +42,7 @@ class LoggerTest : public testing::Test, private LogClient {
     }
     ~LoggerTest() override { fs::remove_all(root_); }
 
-    void setTime(const CivilTime& civil) { clock_.set(*clock_.date(civil)); }
+    void setTime(const CivilTime& civil) { clock_.shown = *clock_.date(civil); }
     void write(const fs::path& path, const std::string& text) const {
         fs::create_directories(path.parent_path());
         std::ofstream(path) << text;
@@ -47,8 +62,7 @@ class LoggerTest : public testing::Test, private LogClient {
     const fs::path folder_ = root_ / "Library/Caches/Logs";
     const fs::path today_ = folder_ / "app.orvane.Kelpa.20261121.log";
     std::optional<std::string> home_ = root_.string();
-    desk::VirtualTime time_;
-    desk::VirtualClock clock_{time_};
+    TestClock clock_;
     const std::string banner_ = "2026-11-21T10:15:30+0100 info app.orvane.Kelpa : "
                                 "~~~~~~~~~~~~~~~~~~~~~~~~hello Kelpa~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~\n";
 
@@ -72,16 +86,28 @@ TEST_F(LoggerTest, WritesTheDaysFileAndStandardOutputAlike) {
     EXPECT_EQ(logfilePath(), today_);
 }
 
-TEST_F(LoggerTest, OnlyTodaysFileSurvivesAStart) {
-    write(folder_ / "app.orvane.Kelpa.20261120.log", "");
-    write(folder_ / "below/app.orvane.Kelpa.20251121.log", "");
-    write(folder_ / "other.20261120.log", "");
-    write(folder_ / "app.orvane.Kelpa.20261120.txt", "");
+TEST_F(LoggerTest, TheFileHasALineBeforeStandardOutputHasIt) {
+    clock_.step = 60;
+    const auto output = standardOutputOf([] { logger().info("shown"); });
+    // Each handler reads the clock for itself; the name of the file took the first minute.
+    EXPECT_EQ(read(today_).substr(0, 16) + " " + output.substr(0, 16), "2026-11-21T10:16 2026-11-21T10:17");
+}
+
+TEST_F(LoggerTest, OfTheProgramsOldFilesNoneSurvivesAStart) {
+    const std::vector<std::string> old = {"app.orvane.Kelpa.20261120.log",
+                                          "below/app.orvane.Kelpa.20251121.log",
+                                          "app.orvane.Kelpa-view.20261120.log"};
+    const std::vector<std::string> kept = {
+        "other.20261120.log", "of.app.orvane.Kelpa.20261120.log", "app.orvane.Kelpa.20261120.txt",
+        "app.orvane.Kelpa.20261120.log.old", "app.orvane.Kelpa.20261121.copy.log"};
+    for (const auto& files : {old, kept})
+        for (const std::string& file : files)
+            write(folder_ / file, "");
     standardOutputOf([] { (void)logger(); });
-    EXPECT_FALSE(fs::exists(folder_ / "app.orvane.Kelpa.20261120.log"));
-    EXPECT_FALSE(fs::exists(folder_ / "below/app.orvane.Kelpa.20251121.log"));
-    EXPECT_TRUE(fs::exists(folder_ / "other.20261120.log"));
-    EXPECT_TRUE(fs::exists(folder_ / "app.orvane.Kelpa.20261120.txt"));
+    for (const std::string& file : old)
+        EXPECT_FALSE(fs::exists(folder_ / file)) << file;
+    for (const std::string& file : kept)
+        EXPECT_TRUE(fs::exists(folder_ / file)) << file;
     EXPECT_TRUE(fs::exists(today_));
 }
 
@@ -89,12 +115,26 @@ TEST_F(LoggerTest, TheFileKeepsItsNameBeyondMidnightAndCarriesTheWeeksYear) {
     setTime({2024, 12, 30, 23, 59, 59});
     standardOutputOf([this] {
         (void)logger();
-        time_.pass(2'000'000);
+        clock_.shown.secondsSince1970 += 2;
         logger().info("next day");
     });
     const auto text = read(folder_ / "app.orvane.Kelpa.20251230.log");
     EXPECT_NE(text.find("2024-12-31T00:00:01+0100 info app.orvane.Kelpa : next day\n"), std::string::npos)
         << text;
+}
+
+TEST_F(LoggerTest, NameAndStampsFollowTheUsersWeeksAndTimeZone) {
+    desk::VirtualClock::setZone("America/St_Johns");
+    clock_.rule = WeekRule{0, 1};
+    setTime({2026, 12, 27, 23, 59, 59}); // the Sunday of New Year's week where weeks begin on Sundays
+    standardOutputOf([] {
+        (void)logger();
+        desk::VirtualClock::setZone("Asia/Kolkata");
+        logger().info("far east");
+    });
+    const auto text = read(folder_ / "app.orvane.Kelpa.20271227.log");
+    EXPECT_TRUE(text.starts_with("2026-12-27T23:59:59-0330 info ")) << text;
+    EXPECT_TRUE(text.ends_with("\n2026-12-28T08:59:59+0530 info app.orvane.Kelpa : far east\n")) << text;
 }
 
 TEST_F(LoggerTest, GoesOnWithoutAFileWhereTheFolderCannotBeMade) {
@@ -150,6 +190,34 @@ TEST_F(LoggerTest, AMultiplexForwardsInOrderToEachByItsOwnLevel) {
     const std::string stamp = "2026-11-21T10:15:30+0100 ";
     EXPECT_EQ(read(root_ / "both.log"), stamp + "warning second : k=v w\n" + stamp + "error first : e\n" +
                                             stamp + "error second : k=v e\n");
+}
+
+TEST_F(LoggerTest, AMultiplexSetsAllAndAnswersForTheFirst) {
+    std::vector<std::unique_ptr<LogHandler>> handlers;
+    for (const char* label : {"first", "second"})
+        handlers.push_back(std::make_unique<StreamLogHandler>(label, clock_));
+    LogHandler& second = *handlers[1];
+    MultiplexLogHandler both(std::move(handlers));
+    both.setLogLevel(LogLevel::Trace);
+    EXPECT_EQ(second.logLevel(), LogLevel::Trace);
+    both.setMetadata({{"a", "1"}});
+    second.setMetadata("a", "2");
+    both.setMetadata("b", "3");
+    EXPECT_EQ(second.metadata(), (LogMetadata{{"a", "2"}, {"b", "3"}}));
+    EXPECT_EQ(both.metadata(), (LogMetadata{{"a", "1"}, {"b", "3"}}));
+    EXPECT_EQ(both.metadata("a"), "1");
+    EXPECT_EQ(both.metadata("c"), std::nullopt);
+    both.setMetadata({});
+    EXPECT_EQ(second.metadata(), LogMetadata{});
+    EXPECT_DEATH(MultiplexLogHandler({}), "at least one handler");
+}
+
+TEST_F(LoggerTest, LevelsAreWrittenByTheirNamesLowestFirst) {
+    std::string names;
+    for (auto level = LogLevel::Trace; level <= LogLevel::Critical;
+         level = static_cast<LogLevel>(static_cast<int>(level) + 1))
+        names.append(name(level)).append(" ");
+    EXPECT_EQ(names, "trace debug info notice warning error critical ");
 }
 
 TEST_F(LoggerTest, TextThatTheFileCannotHoldIsSkipped) {

@@ -1,3 +1,4 @@
+#include "app/AppInfo.h"
 #include "app/AppState.h"
 #include "tests/core/Play.h"
 #include "ui/StatusBarController.h"
@@ -11,10 +12,13 @@ using test::Lines;
 using test::Play;
 
 /// The menu as a person reads it: image, title, key; "-" for a separator, brackets for a disabled line.
+/// Behind it stands what menus that call by name call.
 Lines shown(const Play& play) {
     Lines lines;
     for (const MenuLine& line : play.desk.statusBar.lines()) {
-        std::string text = line.separator ? "-" : line.image + "|" + line.title + "|" + line.keyEquivalent;
+        std::string text = line.separator
+                               ? "-"
+                               : line.image + "|" + line.title + "|" + line.keyEquivalent + "|" + line.action;
         lines.push_back(line.enabled || line.separator ? text : "[" + text + "]");
     }
     return lines;
@@ -23,10 +27,11 @@ Lines shown(const Play& play) {
 TEST(Menu, HasItsLinesInOrder) {
     Play play;
     play("launch\n");
-    EXPECT_EQ(shown(play), (Lines{"[|    Kelpa - v1.0.0(1)|]", "-", "stop.circle|- Stop -|p",
-                                  "gearshape.circle|Settings...|,", "-",
-                                  "arrow.counterclockwise.icloud|Check for Updates...|",
-                                  "mail.stack|Feedback...|", "info.circle|About...|", "escape|Quit|q"}));
+    EXPECT_EQ(shown(play), (Lines{"[|    Kelpa - v1.0.0(1)||]", "-", "stop.circle|- Stop -|p|didClickPause",
+                                  "gearshape.circle|Settings...|,|didClickSettings", "-",
+                                  "arrow.counterclockwise.icloud|Check for Updates...||didClickUpdates",
+                                  "mail.stack|Feedback...||didClickFeedback",
+                                  "info.circle|About...||didClickAbout", "escape|Quit|q|didClickQuit"}));
 }
 
 TEST(Menu, WaterLineComesOnceAndGoesOnce) {
@@ -51,7 +56,7 @@ TEST(Menu, WaterLineIsThereFromTheStartWhereTheReminderIsOn) {
     Play play({"title", "log", "set"});
     play("start 2026-11-23T21:00:00\nstore pref.water.enable bool true\nlaunch\n");
     ASSERT_EQ(shown(play).size(), 10U);
-    EXPECT_EQ(shown(play)[3], "drop.triangle|Water (0% Out of hours)|r");
+    EXPECT_EQ(shown(play)[3], "drop.triangle|Water (0% Out of hours)|r|didClickWater");
 }
 
 TEST(Menu, ServicesAreCalled) {
@@ -63,7 +68,15 @@ TEST(Menu, ServicesAreCalled) {
     const Mail& mail = play.desk.services.lastMail();
     EXPECT_EQ(mail.body, "Please use Chinese or English in your mail, if you can.\n\n\n\n\n\n\n\n"
                          "App version: v1.0.0(1)\nDevice model: x86_64\nSystem version: 12.0.0\n");
-    EXPECT_NE(mail.attachment.find("Library/Caches/Logs/app.orvane.Kelpa.20260105.log"), std::string::npos);
+    EXPECT_EQ(mail.attachment,
+              "/home/desk/app.orvane.Kelpa/Library/Caches/Logs/app.orvane.Kelpa.20260105.log");
+    EXPECT_EQ(mail.recipient, AppInfo::feedbackMailbox());
+    EXPECT_NE(mail.recipient.find('@'), std::string::npos);
+    const AboutText& about = play.desk.services.lastAbout();
+    EXPECT_EQ(about.icon + "|" + about.name + "|" + about.version + "|" + about.copyright + "|" +
+                  about.credits,
+              "app.orvane.Kelpa|Kelpa|v1.0.0(1)|Copyright © 2026 The Kelpa Authors.|Release Notes");
+    EXPECT_EQ(about.creditsLink, AppInfo::releaseNotesLink());
     EXPECT_EQ(play("menu water\nmenu quit\n+100\n"), (Lines{"0.000 refused menu water", "0.000 app quit"}));
 }
 

@@ -62,6 +62,14 @@ TEST(Panes, StandInOrderWithTheirTexts) {
                                         "water.interval | selectedInterval | water.interval | \n"
                                         " | selectedTimings | Time points | \n");
     EXPECT_EQ(outline(layout.panes[4]), "About info.circle\n");
+    std::string buttons;
+    for (const auto& button : {layout.prompts.add, layout.prompts.edit, layout.prompts.remove,
+                               layout.prompts.reset, layout.addTimePoint, layout.decrease, layout.increase})
+        buttons += button.symbol + " " + button.name + "\n";
+    EXPECT_EQ(
+        buttons + layout.removalSymbol,
+        "plus Add\nsquare.and.pencil Edit\ntrash.fill Delete\ngobackward Reset to the built-in prompts\n"
+        "plus Add a time\nminus Decrease\nplus Increase\nxmark.circle.fill");
 }
 
 TEST(Panes, AreToldWhatIsStoredWheneverTheWindowComesUpAndOnlyThat) {

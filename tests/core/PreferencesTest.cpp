@@ -99,13 +99,26 @@ TEST(Preferences, ANewDayBeginsAtLocalMidnight) {
     EXPECT_EQ(play.journal.lines().back().substr(0, 5), "2.000");
 }
 
+/// FNV-1a: enough to see a change of one sign.
+std::uint64_t digest(const std::string& text) {
+    std::uint64_t sum = 0xcbf29ce484222325;
+    for (const char c : text)
+        sum = (sum ^ static_cast<unsigned char>(c)) * 0x100000001b3;
+    return sum;
+}
+
 TEST(BreakStyles, HaveTheirListsInOrder) {
     const std::vector<std::pair<BreakStyle, std::size_t>> sizes = {
         {BreakStyle::default_, 11}, {BreakStyle::relaxation, 10}, {BreakStyle::struggle, 10}};
+    std::string all = newDayFallback();
     for (const auto& [style, size] : sizes) {
         EXPECT_EQ(prompts(style).size(), size);
         EXPECT_EQ(newDayPrompts(style).size(), 10U);
+        for (const auto& texts : {prompts(style), newDayPrompts(style)})
+            for (const std::string& text : texts)
+                all += "\n" + text;
     }
+    EXPECT_EQ(digest(all), 1273328436274675169U) << "a text is another than it was";
     EXPECT_EQ(prompts(BreakStyle::default_).front(), "给你的眼睛一个小小的暂停，它们会感激你的关心。");
     EXPECT_EQ(newDayPrompts(BreakStyle::struggle).back(),
               "每天都是一个宝贵的礼物，我会充分利用每一天，认真工作，不虚度时光。");
@@ -119,11 +132,15 @@ TEST(BreakStyles, HaveTheirListsInOrder) {
 TEST(StylePane, EditsTheListOfTheChosenStyle) {
     Play play({"log", "item", "title"});
     play("store break_prompt_list_1 list [\"a\",\"b\",\"a\"]\nlaunch\npref breakStyle relaxation\n");
-    EXPECT_EQ(play("style add b\nstyle edit a => c\nstyle edit none => d\nstyle edit a => \nstyle add \n"),
+    EXPECT_EQ(play("style add b\nstyle edit a => c\nstyle edit none => d\nstyle edit a => \nstyle add \n"
+                   "style edit d => e\nstyle edit a => z\nstyle delete z\n"),
               (Lines{"0.000 set break_prompt_list_1 list [\"b\",\"a\",\"b\",\"a\"]",
                      "0.000 set break_prompt_list_1 list [\"b\",\"c\",\"b\",\"a\"]",
-                     "0.000 set break_prompt_list_1 list [\"d\",\"b\",\"c\",\"b\",\"a\"]"}));
-    EXPECT_EQ(play("style delete b\nstyle delete d\nstyle delete c\nstyle delete a\n").back(),
+                     "0.000 set break_prompt_list_1 list [\"d\",\"b\",\"c\",\"b\",\"a\"]",
+                     "0.000 set break_prompt_list_1 list [\"e\",\"b\",\"c\",\"b\",\"a\"]",
+                     "0.000 set break_prompt_list_1 list [\"e\",\"b\",\"c\",\"b\",\"z\"]",
+                     "0.000 set break_prompt_list_1 list [\"e\",\"b\",\"c\",\"b\"]"}));
+    EXPECT_EQ(play("style delete b\nstyle delete e\nstyle delete c\n").back(),
               "0.000 set break_prompt_list_1 list []");
     EXPECT_TRUE(AppState::prefState().styleState().promptList().empty());
 }

@@ -95,6 +95,10 @@ TEST(WaterPaneWindow, EachChangePlansTheReminderAnew) {
     EXPECT_EQ(
         settings.after([](auto& window) { window.stepped("target", 1); }),
         (Lines{"0.000 set pref.water.target int 1550", "0.000 water cancelled", "0.000 water armed 1200"}));
+    for (const auto& [id, hour] : {std::pair{"intervalStartDate", 8}, std::pair{"intervalEndDate", 19}})
+        EXPECT_EQ(settings.after([&](auto& window) { window.timeEntered(id, hour, 0); }).back(),
+                  "0.000 water armed 1200")
+            << id;
     EXPECT_EQ(settings.after([](auto& window) { window.chosen("mode", 1); }),
               (Lines{"0.000 set pref.water.mode int 1", "0.000 water cancelled", "0.000 water armed 3600"}));
     EXPECT_EQ(settings.after([](auto& window) { window.timePointAdded("selectedTimings", 10, 30); }).back(),
@@ -105,7 +109,7 @@ TEST(WaterPaneWindow, EachChangePlansTheReminderAnew) {
         window.chosen("selectedInterval", 31);
         window.chosen("selectedInterval", 30);
         window.chosen("mode", 1);
-        window.timeEntered("intervalStartDate", 7, 0);
+        window.timeEntered("intervalStartDate", 8, 0);
         window.timeEntered("intervalStartDate", 24, 0);
         window.timePointAdded("selectedTimings", 12, 60);
     }),

@@ -68,6 +68,23 @@ TEST(WaterState, AFreshAccountHasTheDefaults) {
     EXPECT_TRUE(water().isNewDay());
 }
 
+TEST(WaterState, EachIsStoredUnderItsKeyAndType) {
+    Play play({"log", "item", "title", "water"});
+    play("start 2026-11-23T10:00:00\nlaunch\n");
+    EXPECT_EQ(
+        play("pref target 2000\npref mode timing\npref intervalStartDate 08:30\npref intervalEndDate 18:00\n"
+             "pref selectedInterval 45\npref selectedTimings 13:00 09:00\npref finished 7\n"
+             "pref lastSelectedAmount 250\npref lastClickTimestamp 1795427400.5\npref enable true\n"),
+        (Lines{"0.000 set pref.water.target int 2000", "0.000 set pref.water.mode int 1",
+               "0.000 set pref.water.interval.start text 1795422600.0",
+               "0.000 set pref.water.interval.end text 1795456800.0",
+               "0.000 set pref.water.selectedInterval int 45",
+               "0.000 set pref.water.selectedTimings text [817117200,817131600]",
+               "0.000 set pref.water.finished int 7", "0.000 set pref.water.lastSelectedAmount int 250",
+               "0.000 set pref.water.lastShowDate real 1795427400.5",
+               "0.000 set pref.water.enable bool true"}));
+}
+
 TEST(WaterState, ReadsWhatItCannotUseAsAbsentAndSaysSoOnce) {
     Play play({"title", "item"});
     play("start 2026-11-23T10:00:00\nstore pref.water.mode int 7\nstore pref.water.target int 0\n"
@@ -107,6 +124,21 @@ TEST(WaterSchedule, IntervalCountsFromTheLastAnswer) {
               (Lines{"300.000 window made Water Reminder 1640,750 280x330 level=3",
                      "300.000 window show Water Reminder", "300.000 water tip \"It's time to drink water!\"",
                      "300.000 app activate"}));
+}
+
+TEST(WaterSchedule, SecondsAreCutTowardsZero) {
+    Play play({"title", "log", "item", "window", "app"});
+    play(at("10:00:00", 9 * hour + 50 * 60 + 0.5) + "launch\n");
+    EXPECT_EQ(water().nextReminder(), 300);
+    play("clock +600\n");
+    EXPECT_EQ(water().nextReminder(), -299);
+}
+
+TEST(WaterSchedule, OutOfHoursThePendingReminderIsCancelled) {
+    Play play({"title", "item", "window", "app", "set"});
+    play(at("19:55:00", 19 * hour + 50 * 60) + "launch\n+301\nmenu water\n");
+    EXPECT_EQ(play("water skip\n+900\n"),
+              (Lines{"301.000 water cancelled", "301.000 log info Not in work time"}));
 }
 
 TEST(WaterSchedule, AnOverdueReminderFiresAtOnceButNotInsideTheCall) {
@@ -171,6 +203,16 @@ TEST(WaterSchedule, ASingleTimePointIsAnEmptyWorkingDay) {
     play("clock +3600\n");
     EXPECT_FALSE(water().inWorkTime());
     EXPECT_EQ(water().nextReminder(), 0); // the only point is now: the first is taken and lies no second away
+}
+
+TEST(WaterSchedule, APointThatIsAWholeDayPastWaitsOneDayMore) {
+    Play play({"title", "item", "log", "window", "app", "set", "water"});
+    // The day that summer time lengthens: its midnight is a day gone at eleven in the evening.
+    play("start 2026-10-25T23:00:00\nzone Europe/Berlin\nstore pref.water.mode int 1\nlaunch\n"
+         "pref selectedTimings 00:00 01:00\n");
+    EXPECT_EQ(water().nextReminder(), 86400);
+    play("clock +1\n");
+    EXPECT_EQ(water().nextReminder(), 86399);
 }
 
 TEST(WaterSchedule, DaysOfTwentyThreeAndTwentyFiveHours) {
@@ -257,9 +299,17 @@ TEST(WaterPanel, CountsOnlyWhileItShowsAndStopsWhenTheDrinkIsDue) {
     const auto* panel = play.desk.windows.waterPanel();
     ASSERT_NE(panel, nullptr);
     EXPECT_EQ(panel->counting.remaining, "01:00");
-    EXPECT_EQ(panel->texts.finished + panel->texts.remain + panel->texts.wellDone,
-              "Finished/mlRemain/mlWell Done!");
-    EXPECT_EQ(panel->amounts.size(), 9U);
+    EXPECT_EQ(panel->counting.tip, "Next drink in");
+    const WaterPanelTexts& texts = panel->texts;
+    EXPECT_EQ(texts.finished + " " + texts.percent + " " + texts.remain + " " + texts.wellDone + " " +
+                  texts.skip + " " + texts.done + " " + texts.close + " " + texts.cup,
+              "Finished/ml % Remain/ml Well Done! Skip Done Close cup.and.saucer.fill");
+    std::string amounts;
+    for (const WaterAmount& amount : panel->amounts)
+        amounts +=
+            std::to_string(amount.millilitres) + "=" + amount.text.substr(0, amount.text.find('w')) + " ";
+    EXPECT_EQ(amounts, "50=50 100=100 150=150 200=200 250=250 300=300 350=350 400=400 500=500 ");
+    EXPECT_EQ(panel->amounts.back().text, "500water.select.amount");
     play("+59\n");
     EXPECT_EQ(panel->counting.remaining, "00:01");
     EXPECT_EQ(play("+1\n"),
@@ -269,8 +319,27 @@ TEST(WaterPanel, CountsOnlyWhileItShowsAndStopsWhenTheDrinkIsDue) {
     EXPECT_EQ(panel->counting.remaining, "");
 }
 
-TEST(WaterPanel, FollowsChangesOfTheSettingsAndSaysWhenItIsOutOfHours) {
+TEST(WaterPanel, CountsAnewAfterEachSettingThatMovesTheNextDrinkAndNotAfterTheTarget) {
     Play play({"title", "item", "app", "set", "log"});
+    play(at("10:00:00", 9 * hour + 50 * 60) + "launch\nmenu water\n");
+    const auto* panel = play.desk.windows.waterPanel();
+    // Only counting anew shows that the wall clock went on by ten seconds.
+    const auto counts = [&](const char* change) {
+        play(std::string("clock +10\npref ") + change + "\n");
+        return panel->counting.remaining;
+    };
+    EXPECT_EQ(counts("target 1600"), "05:00");
+    EXPECT_EQ(counts("finished 100"), "05:00");
+    EXPECT_EQ(counts("intervalStartDate 07:30"), "04:30");
+    EXPECT_EQ(counts("intervalEndDate 19:30"), "04:20");
+    EXPECT_EQ(counts("selectedInterval 30"), "19:10");
+    EXPECT_EQ(counts("selectedTimings 09:00 11:00"), "19:00");
+    EXPECT_EQ(counts("mode timing"), "58:50");
+    EXPECT_EQ(counts("target 1700"), "58:50");
+}
+
+TEST(WaterPanel, FollowsChangesOfTheSettingsAndSaysWhenItIsOutOfHours) {
+    Play play({"title", "item", "app", "set"});
     play(at("10:00:00", 9 * hour + 50 * 60) + "launch\nmenu water\n");
     const auto* panel = play.desk.windows.waterPanel();
     play("pref selectedInterval 60\n+1\n");
@@ -280,7 +349,8 @@ TEST(WaterPanel, FollowsChangesOfTheSettingsAndSaysWhenItIsOutOfHours) {
     EXPECT_EQ(panel->progress.percent, "150");
     EXPECT_EQ(panel->progress.fraction, 1);
     EXPECT_EQ(play("pref intervalStartDate 11:00\n+5\n"),
-              (Lines{"1.000 water tip \"Not in work time!\"", "1.000 water cancelled"}));
+              (Lines{"1.000 water tip \"Not in work time!\"", "1.000 log info Not in work time",
+                     "1.000 water cancelled"}));
     EXPECT_EQ(panel->counting.remaining, "");
 }
 

@@ -31,6 +31,19 @@ TEST(Windows, OnesMadeByACloseAreFoundAgain) {
                "3.000 window show 3", "3.000 window show 4", "3.000 app activate"}));
 }
 
+TEST(Windows, FadeInFromNothingAndOutWithinTwoSeconds) {
+    Play play({"log", "title", "count", "item", "break", "app"});
+    play("launch\n");
+    play.journal.hearAsides();
+    WindowController::showBreak();
+    WindowController::closeBreak();
+    play("+2\n");
+    EXPECT_EQ(play.journal.lines(),
+              (Lines{"0.000 window made 1 0,0 1920x1080 level=25", "0.000 window alpha 1 0.0",
+                     "0.000 window fade 1 1.0 in 2.0", "0.000 window show 1",
+                     "0.000 window fade 1 0.0 in 2.0", "0.000 window closing 1", "2.000 window closed 1"}));
+}
+
 TEST(Windows, AShowCallsOffTheCloseUnderWay) {
     Play play({"log", "title", "count", "item", "break", "app"});
     play(inABreak);
@@ -77,9 +90,9 @@ TEST(BreakScreen, ShowsBackslashAndNAsALineBreakAndFollowsTheState) {
     EXPECT_EQ(screen->prompt, "one\ntwo");
     EXPECT_EQ(screen->count, "00:29");
     EXPECT_TRUE(screen->skipOffered);
-    EXPECT_EQ(screen->texts.newFeature + screen->texts.waterReminder + screen->texts.hint +
-                  screen->texts.skip,
-              "New Feature:Water ReminderYou can enable it in the preference panel.Skip");
+    EXPECT_EQ(screen->texts.newFeature + screen->texts.waterReminder + screen->texts.linkSymbol +
+                  screen->texts.hint + screen->texts.skip,
+              "New Feature:Water Reminderchevron.forwardYou can enable it in the preference panel.Skip");
 }
 
 TEST(BreakScreen, MadeAfterABreaksEndItIsNotToldOfThatEnd) {
