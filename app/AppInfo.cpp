@@ -1,6 +1,7 @@
 #include "app/AppInfo.h"
 
 #include "app/Distribution.h"
+#include "base/Calendar.h"
 #include "base/FatalError.h"
 #include "base/Localized.h"
 
@@ -62,7 +63,8 @@ std::optional<std::string> AppInfo::icon() {
 }
 
 std::string AppInfo::copyright() {
-    const int year = wallClock->civil(wallClock->now()).year;
+    const Calendar calendar(*wallClock);
+    const int year = calendar.day(calendar.now()).year;
     return "Copyright © " + std::to_string(year) + " " + distribution::copyrightHolder + ".";
 }
 

@@ -56,11 +56,18 @@ Date Calendar::todayDate(Date date) const {
     return clock_.date(today).value_or(date);
 }
 
+CalendarDay Calendar::day(Date date) const {
+    if (const auto own = clock_.ownDay(date))
+        return *own;
+    const CivilTime time = clock_.civil(date);
+    const WeekRule rule = clock_.weekRule().value_or(WeekRule{});
+    return {time.year, weekBasedYear(time.year, time.month, time.day, rule), time.month, time.day};
+}
+
 std::string Calendar::weekYearDay(Date date) const {
-    const CivilTime day = clock_.civil(date);
-    const int year = weekBasedYear(day.year, day.month, day.day, clock_.weekRule().value_or(WeekRule{}));
+    const CalendarDay today = day(date);
     char text[32];
-    std::snprintf(text, sizeof text, "%04d%02d%02d", year, day.month, day.day);
+    std::snprintf(text, sizeof text, "%04d%02d%02d", today.weekYear, today.month, today.day);
     return text;
 }
 

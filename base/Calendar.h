@@ -19,6 +19,8 @@ class Calendar {
     [[nodiscard]] Date today(int hour, int minute, int second) const;
     /// The same hour, minute and second on today's date; the date itself where the calendar cannot build it.
     [[nodiscard]] Date todayDate(Date date) const;
+    /// The day in the calendar that the user lives by.
+    [[nodiscard]] CalendarDay day(Date date) const;
     /// "YYYYMMdd" with the week-based year: around New Year the year is that of the week.
     [[nodiscard]] std::string weekYearDay(Date date) const;
 

@@ -22,6 +22,15 @@ struct CivilTime {
     bool operator==(const CivilTime&) const = default;
 };
 
+/// A day as some calendar counts it. The year of the week differs from the other around New Year.
+struct CalendarDay {
+    int year = 1970;
+    int weekYear = 1970;
+    int month = 1;
+    int day = 1;
+    bool operator==(const CalendarDay&) const = default;
+};
+
 /// How a culture counts the weeks of a year; ISO 8601's rule unless told otherwise.
 struct WeekRule {
     int firstWeekday = 1;           ///< 0 Sunday … 6 Saturday

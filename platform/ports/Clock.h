@@ -18,6 +18,9 @@ class Clock {
     [[nodiscard]] virtual std::optional<Date> date(const CivilTime& civil) const = 0;
     /// Offset of local time from UTC at an instant, in seconds, east positive.
     [[nodiscard]] virtual int utcOffset(Date date) const = 0;
+    /// The day as the user's own calendar counts it, such as the Buddhist or the Persian one; nothing where
+    /// that is the calendar of `civil`.
+    [[nodiscard]] virtual std::optional<CalendarDay> ownDay(Date date) const = 0;
     /// The user's week rule where the platform knows it, else nothing.
     [[nodiscard]] virtual std::optional<WeekRule> weekRule() const = 0;
 };

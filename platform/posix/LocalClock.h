@@ -11,6 +11,8 @@ class LocalClock : public Clock {
     [[nodiscard]] CivilTime civil(Date date) const final;
     [[nodiscard]] std::optional<Date> date(const CivilTime& civil) const final;
     [[nodiscard]] int utcOffset(Date date) const final;
+    /// The C library knows no calendar but this one.
+    [[nodiscard]] std::optional<CalendarDay> ownDay(Date) const override { return std::nullopt; }
 };
 
 } // namespace kelpa

@@ -69,5 +69,25 @@ TEST_F(CalendarTest, TodayDateKeepsOnlyTheTimeOfDay) {
     EXPECT_EQ(clock.civil(calendar.todayDate(old)), (CivilTime{2026, 7, 1, 22, 15, 30}));
 }
 
+/// The clock of somebody whose years are counted from another one.
+class BuddhistClock final : public LocalClock {
+  public:
+    [[nodiscard]] Date now() const override { return *date({2026, 12, 30, 12, 0, 0}); }
+    [[nodiscard]] std::optional<CalendarDay> ownDay(Date) const override {
+        return CalendarDay{2569, 2570, 12, 30};
+    }
+    [[nodiscard]] std::optional<WeekRule> weekRule() const override { return WeekRule{0, 1}; }
+};
+
+TEST_F(CalendarTest, TheUsersOwnCalendarNamesTheYearAndTheClockItsHours) {
+    ASSERT_TRUE(desk::VirtualClock::setZone("Asia/Bangkok"));
+    const BuddhistClock buddhist;
+    const Calendar own{buddhist};
+    EXPECT_EQ(own.day(own.now()), (CalendarDay{2569, 2570, 12, 30}));
+    EXPECT_EQ(own.weekYearDay(own.now()), "25701230");
+    EXPECT_TRUE(own.isInToday(*buddhist.date({2026, 12, 30, 23, 59, 59})));
+    EXPECT_EQ(buddhist.civil(own.today(7, 0, 0)), (CivilTime{2026, 12, 30, 7, 0, 0}));
+}
+
 } // namespace
 } // namespace kelpa
