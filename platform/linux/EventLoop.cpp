@@ -14,6 +14,7 @@
 #include <system_error>
 #include <thread>
 #include <unistd.h>
+#include <vector>
 
 namespace kelpa {
 
@@ -93,12 +94,17 @@ Subscription handleOf(std::shared_ptr<AnyWatch> watch) {
     return Subscription([owned = std::move(watch)] { owned->end(); });
 }
 
-sigset_t handledSignals() {
-    sigset_t set;
-    sigemptyset(&set);
-    for (const int number : {SIGTERM, SIGINT, SIGCHLD})
-        sigaddset(&set, number);
-    return set;
+bool ignored(int number) {
+    struct sigaction action {};
+    return sigaction(number, nullptr, &action) == 0 && action.sa_handler == SIG_IGN;
+}
+
+/// What tells the program to end.
+std::vector<int> endingSignals() {
+    std::vector<int> signals{SIGTERM, SIGINT};
+    if (!ignored(SIGHUP))
+        signals.push_back(SIGHUP);
+    return signals;
 }
 
 } // namespace
@@ -110,6 +116,7 @@ struct EventLoop::State {
     bool stopped = false;
     std::shared_ptr<TimerQueue> queue = std::make_shared<TimerQueue>();
     std::atomic<std::thread::id> runner;
+    const std::vector<int> ending = endingSignals();
     sigset_t oldMask{};
     sd_event* event = nullptr;
     sd_event_source* timer = nullptr;
@@ -129,11 +136,16 @@ struct EventLoop::State {
     State& operator=(const State&) = delete;
 
     void takeSignals() {
-        const sigset_t handled = handledSignals();
+        sigset_t handled;
+        sigemptyset(&handled);
+        sigaddset(&handled, SIGCHLD);
+        for (const int number : ending)
+            sigaddset(&handled, number);
         pthread_sigmask(SIG_BLOCK, &handled, &oldMask);
-        // A helper program or the X server may vanish while we write to it: that is an error code, not our
-        // end.
+        // A helper program or the X server may vanish while we write to it, and a file may grow no further:
+        // these are error codes, not our end.
         std::signal(SIGPIPE, SIG_IGN);
+        std::signal(SIGXFSZ, SIG_IGN);
     }
 
     void open() {
@@ -144,7 +156,7 @@ struct EventLoop::State {
         check(wakeFd < 0 ? -errno : 0, "eventfd");
         check(sd_event_add_io(event, &wakeSource, wakeFd, EPOLLIN, onWake, this), "eventfd");
         check(sd_event_source_set_prepare(wakeSource, onPrepare), "timer");
-        for (const int number : {SIGTERM, SIGINT})
+        for (const int number : ending)
             check(sd_event_add_signal(event, nullptr, number, onSignal, this), "signals");
     }
 

@@ -14,8 +14,9 @@ namespace kelpa {
 
 /// The main loop: timers, file descriptors and signals of the whole program run on the thread that calls
 /// `run()`. Ticks and delayed work pass `speed` times as fast as real time; `afterReal` does not. While there
-/// is a loop, SIGTERM, SIGINT and SIGCHLD are blocked in the thread that made it, and SIGPIPE and SIGXFSZ are
-/// ignored: a child process must undo both before it becomes another program.
+/// is a loop, SIGTERM, SIGINT, SIGHUP and SIGCHLD are blocked in the thread that made it, and SIGPIPE and
+/// SIGXFSZ are ignored: a child process must undo both before it becomes another program. A SIGHUP that was
+/// ignored before stays so, as whoever asks for that wants the program to outlive its terminal.
 class EventLoop final : public TickerSource, public Queue, public ApplicationLoop {
   public:
     explicit EventLoop(double speed = 1.0);

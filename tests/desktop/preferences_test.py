@@ -75,6 +75,17 @@ class Panes(PreferencesTest):
             self.click("check box", label)
             self.wait_stored(program, key, value)
 
+    def test_a_number_half_a_second_old_counts_when_the_session_ends(self):
+        program = self.open(pane="Workflow")
+        for signal_, minutes in ((signal.SIGHUP, 38), (signal.SIGTERM, 39)):
+            self.enter("text", WORK, str(minutes), end=None)
+            wait_until(lambda: self.find("text", WORK).text() == str(minutes), 2, "the number in the field")
+            program.process.send_signal(signal_)
+            self.assertEqual(program.process.wait(5), 0)
+            self.assertEqual(self.stored(program)["pref.work.time"], minutes)
+            if signal_ == signal.SIGHUP:
+                program = self.open(pane="Workflow")
+
     def test_a_number_that_the_cycle_cannot_run_with_is_refused_with_a_reason(self):
         program = self.open({"pref.short.break.times": 4}, pane="Workflow")
         for name, key, kept, wrong, problem in (

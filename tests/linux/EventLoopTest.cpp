@@ -7,7 +7,9 @@
 #include <cerrno>
 #include <cmath>
 #include <csignal>
+#include <cstdio>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
@@ -200,11 +202,19 @@ TEST_F(EventLoopTest, speedAppliesToTicksAndDelaysAlone) {
 }
 
 TEST_F(EventLoopTest, signalsEndTheRunWithZero) {
-    for (const int number : {SIGTERM, SIGINT}) {
+    for (const int number : {SIGTERM, SIGINT, SIGHUP}) {
         EventLoop other;
         other.async([number] { kill(getpid(), number); });
         EXPECT_EQ(other.run(), 0);
+        EXPECT_TRUE(other.ending());
     }
+}
+
+TEST_F(EventLoopTest, aTerminalThatIsToBeOutlivedEndsNothing) {
+    std::signal(SIGHUP, SIG_IGN);
+    EventLoop other;
+    kill(getpid(), SIGHUP);
+    EXPECT_FALSE(other.runUntil([&other] { return other.ending(); }, 0.1));
 }
 
 TEST_F(EventLoopTest, nothingRunsAfterTheEnd) {
@@ -220,6 +230,21 @@ TEST_F(EventLoopTest, aVanishedReaderIsAnErrorCode) {
     close(ends[0]);
     EXPECT_EQ(write(ends[1], "x", 1), -1);
     EXPECT_EQ(errno, EPIPE);
+}
+
+TEST_F(EventLoopTest, aFileThatMayNotGrowIsAnErrorCode) {
+    rlimit limit{};
+    ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &limit), 0);
+    rlimit none = limit;
+    none.rlim_cur = 0;
+    std::FILE* file = std::tmpfile();
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &none), 0);
+    const auto written = write(fileno(file), "x", 1);
+    const int error = errno;
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &limit), 0);
+    std::fclose(file);
+    EXPECT_EQ(written, -1);
+    EXPECT_EQ(error, EFBIG);
 }
 
 TEST_F(EventLoopTest, aDescriptorIsWatchedUntilItsHandleEnds) {
