@@ -2,6 +2,7 @@
 
 #include "platform/linux/BuildConfig.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 
@@ -24,6 +25,21 @@ std::optional<std::string> folder(const char* variable, const char* belowHome) {
     return home ? std::optional(*home + belowHome) : std::nullopt;
 }
 
+std::string ownFile() {
+    std::error_code none;
+    return std::filesystem::read_symlink("/proc/self/exe", none);
+}
+
+/// An image is mounted where $APPDIR says, and what was started from within it inherits its variables.
+bool runsFromImage(const std::string& program) {
+    std::error_code error;
+    const auto mounted = std::filesystem::canonical(absolute("APPDIR").value_or(""), error);
+    if (error)
+        return false;
+    const std::filesystem::path path(program);
+    return std::mismatch(mounted.begin(), mounted.end(), path.begin(), path.end()).first == mounted.end();
+}
+
 } // namespace
 
 std::optional<std::string> configHome() {
@@ -39,9 +55,9 @@ std::optional<std::string> cacheHome() {
 }
 
 std::string programPath() {
-    std::error_code none;
+    const std::string own = ownFile();
     const auto image = absolute("APPIMAGE");
-    return image ? *image : std::filesystem::read_symlink("/proc/self/exe", none).string();
+    return image && runsFromImage(own) ? *image : own;
 }
 
 DataFolders dataFoldersOf(const std::string& program) {
@@ -53,8 +69,7 @@ DataFolders dataFoldersOf(const std::string& program) {
 }
 
 DataFolders dataFolders() {
-    std::error_code none;
-    return dataFoldersOf(std::filesystem::read_symlink("/proc/self/exe", none));
+    return dataFoldersOf(ownFile());
 }
 
 } // namespace kelpa

@@ -13,7 +13,7 @@ namespace kelpa {
 [[nodiscard]] std::optional<std::string> cacheHome();
 
 /// What a person, or the desktop, starts to run this program: its own file, or the image that it is packed
-/// in.
+/// in and runs from.
 [[nodiscard]] std::string programPath();
 
 /// Where the program's data lies.

@@ -82,6 +82,22 @@ TEST(Folders, findTheDataOfABuildTreeAndOfAnInstallation) {
     EXPECT_EQ(dataFoldersOf("/usr/bin/kelpa").locale, "/usr/share/locale");
 }
 
+/// A program that was started from within another one's image inherits what that image was told.
+TEST(Folders, takeTheImageForTheProgramOnlyWhenItRunsFromThere) {
+    const std::string own = std::filesystem::read_symlink("/proc/self/exe");
+    const TempFolder folder;
+    setenv("APPIMAGE", "/home/me/Some.AppImage", 1);
+    unsetenv("APPDIR");
+    EXPECT_EQ(programPath(), own);
+    setenv("APPDIR", folder.path().c_str(), 1);
+    EXPECT_EQ(programPath(), own);
+    std::filesystem::create_directory_symlink(std::filesystem::path(own).parent_path(), folder.file("mount"));
+    setenv("APPDIR", folder.file("mount").c_str(), 1);
+    EXPECT_EQ(programPath(), "/home/me/Some.AppImage");
+    setenv("APPDIR", (own + "/").c_str(), 1);
+    EXPECT_EQ(programPath(), own);
+}
+
 constexpr std::array messageVariables{"LC_ALL", "LC_MESSAGES", "LC_CTYPE", "LC_TIME", "LANG", "LANGUAGE"};
 
 struct TranslationsTest : testing::Test {
