@@ -1,3 +1,4 @@
+#include "platform/linux/Descriptors.h"
 #include "platform/linux/Heap.h"
 #include "platform/linux/Options.h"
 #include "platform/linux/Program.h"
@@ -13,6 +14,10 @@ constexpr int failed = 1;
 constexpr int misused = 2;
 
 int run(const kelpa::Options& options) {
+    if (const auto tooFew = kelpa::tooFewDescriptors()) {
+        std::cerr << "kelpa: " << *tooFew << '\n';
+        return failed;
+    }
     kelpa::keepHeapSmall();
     kelpa::EventLoop loop(options.speed);
     kelpa::Bus session(loop, kelpa::Bus::Kind::Session);
@@ -38,6 +43,7 @@ int run(const kelpa::Options& options) {
 } // namespace
 
 int main(int argc, char** argv) {
+    kelpa::openStandardStreams();
     const auto [options, error] = kelpa::parseOptions({argv + 1, argv + argc});
     if (!error.empty()) {
         std::cerr << error << '\n';

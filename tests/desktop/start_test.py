@@ -1,0 +1,115 @@
+#!/usr/bin/python3
+"""How it starts and ends where it was given little, and what must not hold it up."""
+import os
+import re
+import resource
+import signal
+import socket
+import subprocess
+import time
+from pathlib import Path
+
+from support import PROGRAM, DesktopTest, main, wait_until
+from virtual_desktop import wait_for_cover
+
+WITHIN = 2      # seconds in which it ends, whatever else stands still
+
+
+class StartTest(DesktopTest):
+    MONITORS = ROOM = 1
+    TRAY = False
+    ACTIVATION = False
+
+    def begin(self, before="", **environment):
+        """Starts it from a shell that does something before; what it prints is not kept."""
+        process = self.session.spawn(["sh", "-c", f'{before} exec "$0" --speed 1', str(PROGRAM)], environment,
+                                     stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        self.addCleanup(self.session.end, process)
+        return process
+
+    def status(self, **environment):
+        return subprocess.run([PROGRAM, "status"], env={**self.session.environment, **environment},
+                              capture_output=True, text=True, stdin=subprocess.DEVNULL, timeout=20)
+
+    def answering(self, *arguments, **options):
+        process = self.begin(*arguments, **options)
+        wait_until(lambda: self.status().returncode == 0, 10, "an answer on the bus")
+        return process
+
+    def assert_ends(self, process, number=signal.SIGTERM):
+        began = time.monotonic()
+        process.send_signal(number)
+        try:
+            status = process.wait(15)
+        except subprocess.TimeoutExpired:
+            self.fail(f"signal {number} did not end it within 15 s")
+        self.assertLess(time.monotonic() - began, WITHIN)
+        return status
+
+    def sockets(self):
+        return [path.name for path in Path(self.session.environment["XDG_RUNTIME_DIR"]).glob("*.socket")]
+
+
+class Signals(StartTest):
+    def test_each_that_asks_it_to_end_leaves_nothing(self):
+        for number in (signal.SIGTERM, signal.SIGINT, signal.SIGHUP):
+            process = self.answering()
+            self.assertEqual(len(self.sockets()), 1)
+            self.assertEqual((self.assert_ends(process, number), self.sockets()), (0, []), number)
+
+    def test_the_next_start_clears_what_a_killed_one_left(self):
+        for number in (signal.SIGQUIT, signal.SIGKILL):
+            process = self.answering("ulimit -c 0;")
+            self.assertEqual(self.assert_ends(process, number), -number)
+            self.assertEqual(len(self.sockets()), 1)
+            self.assertEqual((self.assert_ends(self.answering()), self.sockets()), (0, []), number)
+
+    def test_it_outlives_its_terminal_where_it_is_told_to(self):
+        process = self.answering("trap '' HUP;")
+        process.send_signal(signal.SIGHUP)
+        self.settle(0.3)
+        self.assertEqual(self.status().returncode, 0)
+        self.assertEqual(self.assert_ends(process), 0)
+
+
+class Limits(StartTest):
+    def test_files_that_may_not_grow_are_survived(self):
+        process = self.answering("ulimit -f 0;")
+        self.settle(1.5)
+        self.assertEqual(self.status().returncode, 0)
+        self.assertEqual(self.assert_ends(process), 0)
+
+    def test_too_few_descriptors_are_refused_in_a_sentence(self):
+        for few in (8, 14, 16, 24):
+            done = subprocess.run(["sh", "-c", f'ulimit -n {few}; exec "$0"', str(PROGRAM)], timeout=10,
+                                  env=self.session.environment, capture_output=True, text=True,
+                                  stdin=subprocess.DEVNULL)
+            self.assertEqual((done.returncode, done.stdout), (1, ""), few)
+            self.assertRegex(done.stderr, rf"^kelpa: only {few} files [^\n]+\n$")
+
+    def test_as_many_descriptors_as_it_asks_for_are_enough_for_every_window(self):
+        asked = subprocess.run(["sh", "-c", 'ulimit -n 14; exec "$0"', str(PROGRAM)], env=self.session.environment,
+                               capture_output=True, text=True, stdin=subprocess.DEVNULL, timeout=10)
+        enough = int(re.search(r"(\d+) are enough", asked.stderr)[1])
+        self.assertEqual(self.assert_ends(self.answering(f"ulimit -n {enough};")), 0)
+        program = self.launch(speed=8)
+        program.wait_for("sandbox home path", 10)
+        resource.prlimit(program.process.pid, resource.RLIMIT_NOFILE, (enough, enough))
+        item = program.item()
+        for line, title in (("Settings...", "Settings"), ("About...", "Kelpa")):
+            item.click_line(item.line(line).id)
+            wait_until(lambda: self.screen.titled(lambda found: title == found), 10, title)
+        wait_for_cover(self.session, self.monitors, 15)
+        self.assertEqual(program.count("ended|signal|Too many"), 0, program.lines())
+
+    def test_no_other_file_takes_the_place_of_a_standard_stream(self):
+        for closed in ("0<&-", "1>&-", "2>&-", "0<&- 1>&- 2>&-"):
+            process = self.answering(f"exec {closed};")
+            for number in range(3):
+                target = os.readlink(f"/proc/{process.pid}/fd/{number}")
+                self.assertEqual(target, "/dev/null", f"{closed}, {number}")
+            self.assertEqual(self.assert_ends(process), 0)
+
+
+if __name__ == "__main__":
+    main()
