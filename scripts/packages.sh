@@ -26,9 +26,17 @@ KELPA_TEST_PACKAGES=(
     mate-screensaver libglib2.0-bin
 )
 
+# The macOS face, built over GNUstep and run.
+KELPA_MACOS_PACKAGES=(
+    clang-19 lld-19 libclang-rt-19-dev g++ cmake ninja-build python3 librsvg2-bin
+    libgnustep-gui-dev gnustep-back0.29-cairo libblocksruntime-dev
+    xvfb fonts-dejavu-core
+)
+
 # What `./test --all` adds.
 KELPA_CHECK_PACKAGES=(
-    git clang libclang-rt-14-dev clang-format clang-tidy shellcheck clang-19 libc++-16-dev libgnustep-gui-dev
+    "${KELPA_MACOS_PACKAGES[@]}"
+    git clang libclang-rt-14-dev clang-format clang-tidy shellcheck libc++-16-dev
     sway grim foot mutter
     appstream desktop-file-utils dpkg-dev fish flatpak-builder lintian makepkg man-db zsh
 )

@@ -1,0 +1,268 @@
+"""What the tests of the macOS face share: one run of the program a test, which is talked to over a socket, on a screen that
+all tests of a file share. tests/macos/driver/Driver.mm says how a test is written."""
+import json
+import os
+import plistlib
+import shutil
+import signal
+import socket
+import subprocess
+import sys
+import tempfile
+import unittest
+from pathlib import Path
+
+ROOT = Path(__file__).resolve().parents[2]
+PROGRAM = Path(os.environ.get("KELPA_MACOS_PROGRAM", ROOT / "build/macos-check/Kelpa.app/Kelpa"))
+# A Monday, nine in the morning: the second at which each run starts.
+START = 1772442000
+# Nobody moves the mouse all the time; the tests of that rule switch it on.
+SETTINGS = {"pref.work.time": 25, "stop_timer_after_mouse_stop": False}
+FAULTS = ("ERROR: AddressSanitizer", "runtime error:", "does not recognize", "Uncaught exception", "NSException")
+SHIFT, COMMAND = 1 << 17, 1 << 20
+KEYS = {"Escape": "\x1b", "Return": "\r", "Tab": "\t", "Space": " ", "Up": "\uf700", "Down": "\uf701", "Backspace": "\x7f"}
+SCREENS = ((1, 0, 0, 800, 600), (2, 800, 0, 800, 600))
+# The masks of events that other applications get, by what happens.
+MOUSE_MOVED, LEFT_DOWN, SCROLLED, MODIFIERS = 5, 1, 22, 12
+
+
+class Refused(Exception):
+    """What a person could not do, and why."""
+
+
+class View:
+    """A view in a window, as it was when the program was asked."""
+
+    def __init__(self, program, window, description):
+        self.program, self.window = program, window
+        self.__dict__.update(description)
+
+    def __repr__(self):
+        return f"<{self.kind} {self.name!r} {self.value!r}>"
+
+    def press(self):
+        self.program.ask("press", view=self.number)
+
+    def click_into(self):
+        self.program.ask("click into", view=self.number)
+
+    def set(self, value):
+        self.program.ask("set", view=self.number, value=value)
+
+    def type(self, text, end="Return"):
+        """Types a text in the place of what the field holds."""
+        self.click_into()
+        self.program.press("a", modifiers=COMMAND)
+        self.program.press("Backspace")
+        self.program.press(*text)
+        if end:
+            self.program.press(end)
+
+
+class Window:
+    """A window on the screen, as it was when the program was asked."""
+
+    def __init__(self, program, description):
+        self.program = program
+        views = description.pop("views")
+        self.__dict__.update(description)
+        self.views = [View(program, self, view) for view in views]
+
+    def __repr__(self):
+        return f"<window {self.title!r}: {self.views}>"
+
+    def all(self, kind, name=None):
+        return [view for view in self.views if view.kind == kind and name in (None, view.name)]
+
+    def find(self, kind, name=None):
+        found = self.all(kind, name)
+        if len(found) != 1:
+            raise LookupError(f"{len(found)} of {kind} {name!r} in {self}")
+        return found[0]
+
+    def texts(self):
+        return [view.value for view in self.views if view.kind == "text"]
+
+    def close(self):
+        self.program.ask("close", window=self.number)
+
+
+class Program:
+    """A run of the program."""
+
+    def __init__(self, home, display, settings, arguments=(), environment=None):
+        self.home = home
+        self.write(settings)
+        here, there = socket.socketpair()
+        self.errors = tempfile.TemporaryFile("w+", encoding="utf-8", errors="replace")
+        surroundings = {name: value for name, value in os.environ.items() if name.endswith("SAN_OPTIONS")}
+        surroundings.update({
+            "PATH": os.environ["PATH"], "HOME": str(home), "TEMP": str(home), "DISPLAY": display, "TZ": "UTC", "LANG": "C.UTF-8",
+            "KELPA_TEST_SOCKET": str(there.fileno()), "KELPA_TEST_START": str(START), **(environment or {})})
+        # What the toolkit made once it keeps.
+        surroundings.setdefault("ASAN_OPTIONS", "detect_leaks=0")
+        surroundings.setdefault("ASAN_SYMBOLIZER_PATH", "/usr/bin/llvm-symbolizer-14")
+        self.process = subprocess.Popen([PROGRAM, *arguments], env=surroundings, pass_fds=[there.fileno()], cwd=home,
+                                        stdin=subprocess.DEVNULL, stdout=self.errors, stderr=self.errors)
+        there.close()
+        here.settimeout(60)
+        self.stream = here.makefile("rw", encoding="utf-8")
+        here.close()
+
+    def write(self, settings):
+        file = self.settings_file()
+        file.parent.mkdir(parents=True, exist_ok=True)
+        file.write_bytes(plistlib.dumps(settings))
+
+    def settings_file(self):
+        return self.home / "GNUstep/Defaults/Kelpa.plist"
+
+    def stored(self):
+        """What is in the file; number and truth value are told apart."""
+        return plistlib.loads(self.settings_file().read_bytes())
+
+    def said(self):
+        self.errors.seek(0)
+        return self.errors.read()
+
+    def ask(self, what, **more):
+        try:
+            self.stream.write(json.dumps({"do": what, **more}) + "\n")
+            self.stream.flush()
+            answer = self.stream.readline()
+        except OSError:
+            answer = ""
+        if not answer:
+            raise EOFError(f"The program ended:\n{self.said()}")
+        answer = json.loads(answer)
+        if "error" in answer:
+            raise Refused(answer["error"])
+        return answer["answer"]
+
+    # What can be seen
+
+    def windows(self, title=None):
+        all_of_them = [Window(self, window) for window in self.ask("windows")]
+        return [window for window in all_of_them if title in (None, window.title)]
+
+    def window(self, title):
+        found = self.windows(title)
+        if len(found) != 1:
+            raise LookupError(f"{len(found)} windows {title!r}: {self.windows()}")
+        return found[0]
+
+    def breaks(self):
+        return [window for window in self.windows() if any(view["class"] == "KelpaBreakView" for view in
+                                                           map(vars, window.views))]
+
+    def title(self):
+        return self.ask("title")["title"].strip()
+
+    def menu(self):
+        return [line for line in self.ask("menu") if "separator" not in line]
+
+    def log(self):
+        return "\n".join(file.read_text(encoding="utf-8") for file in sorted(self.home.rglob("*.log")))
+
+    def notes(self, *kinds):
+        """What the system was asked since the last time; of certain kinds only."""
+        return [note for note in self.ask("notes") if not kinds or note["what"] in kinds]
+
+    def live(self):
+        """How many objects of the face's own classes there are."""
+        return {name: count for name, count in self.ask("live").items() if name.startswith("Kelpa")}
+
+    # What a person does
+
+    def choose(self, title):
+        self.ask("choose line", title=title)
+
+    def press(self, *keys, modifiers=0):
+        self.ask("type", keys=[KEYS.get(key, key) for key in keys], modifiers=modifiers)
+
+    def turn_to(self, tab):
+        self.ask("turn to", tab=tab)
+
+    def click_beside(self):
+        self.ask("click beside")
+
+    def settings(self, pane=None):
+        """Opens the preferences at a pane."""
+        self.choose("Settings...")
+        if pane:
+            self.turn_to(pane)
+        return self.window("Settings")
+
+    # What happens around the program
+
+    def pass_time(self, seconds):
+        self.ask("pass", seconds=seconds)
+
+    def screens(self, *screens):
+        self.ask("screens", screens=screens)
+
+    def lock(self):
+        self.ask("post", name="com.apple.screenIsLocked")
+
+    def unlock(self):
+        self.ask("post", name="com.apple.screenIsUnlocked")
+
+    def move_mouse(self, event=MOUSE_MOVED):
+        self.ask("elsewhere", type=event)
+
+    # The end
+
+    def quit(self, act=None):
+        """Quits by the menu, or by what `act` does; gives the exit status."""
+        try:
+            (act or (lambda: self.choose("Quit")))()
+        except EOFError:
+            return self.process.wait(20)
+        raise AssertionError("The program goes on")
+
+    def end(self):
+        self.stream.close()
+        try:
+            self.process.wait(20)
+        except subprocess.TimeoutExpired:
+            self.process.kill()
+            self.process.wait()
+
+
+class MacTest(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        reading, writing = os.pipe()
+        server = subprocess.Popen(["Xvfb", "-displayfd", str(writing), "-screen", "0", "1700x700x24", "-nolisten", "tcp"],
+                                  pass_fds=[writing], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        os.close(writing)
+        cls.addClassCleanup(server.wait)
+        cls.addClassCleanup(server.terminate)
+        with os.fdopen(reading, encoding="ascii") as number:
+            cls.display = f":{number.readline().strip()}"
+
+    def launch(self, settings=None, *arguments, screens=None, **environment):
+        """Starts the program; it is ended after the test. What it said is shown when the test failed."""
+        home = Path(tempfile.mkdtemp(prefix="kelpa-macos-"))
+        self.addCleanup(shutil.rmtree, home)
+        program = Program(home, self.display, {**SETTINGS, **(settings or {})}, arguments, environment)
+        self.addCleanup(self.finish, program)
+        program.title()     # it runs
+        if screens:
+            program.screens(*screens)
+        return program
+
+    def finish(self, program):
+        program.end()
+        said = program.said()
+        program.errors.close()
+        if any(test is self for test, _ in self._outcome.result.failures + self._outcome.result.errors):
+            print(f"--- what the program said:\n{said}\n--- its log:\n{program.log()}", file=sys.stderr)
+        self.assertEqual([line for line in said.splitlines() if any(fault in line for fault in FAULTS)], [])
+
+
+def main():
+    if not os.access(PROGRAM, os.X_OK):
+        sys.exit(f"{PROGRAM} is not there; scripts/test_macos.sh builds it")
+    signal.signal(signal.SIGTERM, lambda *_: sys.exit(143))
+    unittest.main(verbosity=2)

@@ -1,0 +1,6 @@
+#pragma once
+
+#import <AppKit/AppKit.h>
+
+/// Lays a view out and all within it.
+void layOutWithin(NSView* view);
