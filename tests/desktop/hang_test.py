@@ -2,10 +2,16 @@
 """Helper programs that hang, as far as the program and a person notice."""
 import os
 import signal
+import time
 from pathlib import Path
 
+from preferences_support import WORK, PreferencesTest
 from support import PROGRAM, DesktopTest, main, wait_until
 from virtual_desktop import Session, wait_for_cover, wait_for_uncover
+
+# A view that owes an answer for so long is replaced; another one is there within a second.
+OWED, START = 2, 10
+SOON = 1.5
 
 
 def runs(pid):
@@ -52,6 +58,89 @@ class Leftovers(DesktopTest):
             wait_until(self.screen.embedded, 10, "an embedded icon")
             self.assert_all_go(program, "kelpa-tray", end)
             wait_until(lambda: not self.screen.embedded(), 2, "the icon to go")
+
+
+class Hung(DesktopTest):
+    """A view that hangs is replaced, one that is only held up is not."""
+    MONITORS = ROOM = 1
+    TRAY = False
+
+    def hang(self, program, pids=None):
+        """Stops the view; gives its process id."""
+        [view] = pids or self.helpers(program, "kelpa-view")
+        self.stop(view)
+        return view
+
+    def stop(self, pid):
+        os.kill(pid, signal.SIGSTOP)
+        self.addCleanup(lambda: runs(pid) and os.kill(pid, signal.SIGCONT))
+
+    def wait_replaced(self, program, old, seconds):
+        wait_until(lambda: self.helpers(program, "kelpa-view") not in ([], [old]), seconds, "another view")
+        wait_until(lambda: not runs(old), 1, "the view that hangs to go")
+
+    def test_in_a_break(self):
+        program = self.launch({"custom_break_prompt": True, "break_prompt_text": "look far"})
+        wait_for_cover(self.session, self.monitors, 15)
+        self.settle(2.5)
+        ink = self.screen.picture(self.monitors[0]).ink_share()
+        self.wait_replaced(program, self.hang(program), 1 + OWED + SOON)
+        wait_for_cover(self.session, self.monitors, SOON)
+        wait_until(lambda: abs(self.screen.picture(self.monitors[0]).ink_share() - ink) < ink / 10, 0.5,
+                   "all of the text, without another fade")
+        program.wait_for("kelpa-view has not answered for 2 s$", 1)
+        self.settle(2)
+        self.screen.press("Escape")
+        program.wait_for("skip break view$", 3)
+
+    def test_in_a_break_that_is_skipped(self):
+        program = self.launch()
+        wait_for_cover(self.session, self.monitors, 15)
+        self.settle(2.5)
+        self.hang(program)
+        self.session.run_tool(str(PROGRAM), "skip")
+        wait_for_uncover(self.session, 1 + OWED + SOON)
+        self.assertFalse(program.ended())
+
+    def test_while_it_starts(self):
+        program = self.launch()
+        view = self.hang(program, wait_until(lambda: self.helpers(program, "kelpa-view"), 10, "the view", pause=0.001))
+        self.wait_replaced(program, view, START + SOON)
+        wait_for_cover(self.session, self.monitors, SOON)
+
+    def test_who_was_held_up_together_with_the_program_is_left_alone(self):
+        program = self.launch()
+        wait_for_cover(self.session, self.monitors, 15)
+        self.settle(1.5)
+        view = self.helpers(program, "kelpa-view")
+        for held in ([program.process.pid], [*view, program.process.pid], [program.process.pid, *view]):
+            for pid in held:
+                self.stop(pid)
+            self.settle(3 * OWED)
+            for pid in held:
+                os.kill(pid, signal.SIGCONT)
+            self.settle(OWED)
+            self.assertEqual(self.helpers(program, "kelpa-view"), view)
+        self.assertEqual(program.count("has not answered"), 0)
+
+
+class Settings(PreferencesTest):
+    def test_settings_that_hang_delay_no_break_and_lose_nothing_that_was_typed(self):
+        program = self.launch({"pref.work.time": 3}, speed=20)
+        due = time.monotonic() + 9
+        self.show(program)
+        self.turn_to("Workflow")
+        self.enter("text", WORK, "1000", end=None)
+        wait_until(lambda: self.window.find("text", WORK).description().startswith("Please"), 3, "the explanation")
+        [view] = self.helpers(program, "kelpa-view")
+        os.kill(view, signal.SIGSTOP)
+        wait_for_cover(self.session, self.monitors, due - time.monotonic() + OWED + SOON)
+        self.assertFalse(runs(view))
+        self.session.run_tool(str(PROGRAM), "skip")
+        wait_for_uncover(self.session, 4)
+        self.meet()
+        self.turn_to("Workflow")
+        self.wait_shown(WORK, "1000")
 
 
 if __name__ == "__main__":

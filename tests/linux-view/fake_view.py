@@ -10,10 +10,17 @@ received = open(os.environ["FAKE_VIEW_LOG"], "a", encoding="utf-8")
 received.write("started\n")
 received.flush()
 rest = b""
-try:
-    connection.sendall(b"ready\n")
-except BrokenPipeError:
-    pass    # on a busy machine it may be given back before it has begun
+lines_taken = 0
+
+
+def say(lines):
+    try:
+        connection.sendall(lines)
+    except BrokenPipeError:
+        pass    # it may be given back at any time, on a busy machine before it has begun
+
+
+say(b"ready\n")
 while True:
     try:
         more = connection.recv(4096)
@@ -24,6 +31,7 @@ while True:
         sys.exit(0)
     *lines, rest = (rest + more).split(b"\n")
     for line in lines:
+        lines_taken += 1
         text = line.decode()
         received.write(text.replace("\t", " ") + "\n")
         received.flush()
@@ -32,13 +40,15 @@ while True:
         if text.endswith("sleep"):
             time.sleep(60)
         if text.endswith("babble"):
-            connection.sendall(b"\xff\xfe\\q\n\n" + b"x" * 200000 + b"\naction\t1\nwarning\tI am well\n")
+            say(b"\xff\xfe\\q\n\n" + b"x" * 200000 + b"\naction\t1\nwarning\tI am well\n")
         if text.endswith("use"):
-            connection.sendall(b"input\n")
+            say(b"input\n")
         if "\tdo " in text:
             # What follows is what a person does: its name, then its fields.
             name, *fields = text.split("\tdo ", 1)[1].split("\t")[0].split("|")
             value = "\\t".join(fields)
-            connection.sendall(f"action\t{text.split(chr(9))[1]}\t{name}\t{value}\n".encode())
+            say(f"action\t{text.split(chr(9))[1]}\t{name}\t{value}\n".encode())
         if text.endswith("press"):
-            connection.sendall(f"action\t{text.split(chr(9))[1]}\tskip\t\n".encode())
+            say(f"action\t{text.split(chr(9))[1]}\tskip\t\n".encode())
+    if lines:
+        say(f"taken\t{lines_taken}\n".encode())

@@ -73,6 +73,15 @@ class Preferences : public test::RemoteWindows {
     std::unique_ptr<RemotePreferencesWindow> window_;
 };
 
+TEST_F(Preferences, KeepWhatWasTypedWhenAnotherViewTakesOver) {
+    layOut();
+    window_->show();
+    ASSERT_TRUE(doing("typed|work|2"));
+    window_->setHint("deed", "crash");
+    ASSERT_TRUE(receives("started", 2));
+    EXPECT_TRUE(receives("set 1 text:work 2"));
+}
+
 TEST_F(Preferences, AreNothingToTheViewUntilTheyAreShown) {
     layOut();
     make(desktop_.screens()[0]);

@@ -233,6 +233,41 @@ TEST_F(RemoteWindows, AreNotHeldUpByAViewThatDoesNotRead) {
     EXPECT_TRUE(receives("started", 2));
 }
 
+TEST_F(RemoteWindows, ComeBackAtOnceAndWithoutAFadeWhenTheViewHangs) {
+    open();
+    make(desktop_.screens()[0]);
+    window_->setAlpha(0);
+    window_->fadeTo(1, 1, nullptr);
+    window_->orderFrontRegardless();
+    windows_->activate();
+    face_->setPrompt("use");
+    ASSERT_TRUE(runUntil([&] { return windows_->secondsSinceInput() < 5; })) << "it must have started well";
+    face_->setPrompt("sleep");
+    const int first = windows_->viewPid();
+    ASSERT_TRUE(receives("set 1 prompt sleep"));
+    face_->setPrompt("go on");
+    ASSERT_TRUE(receives("started", 2));
+    EXPECT_EQ(desktop_.events.back(), "kelpa-view has not answered for 2 s");
+    EXPECT_NE(windows_->viewPid(), first);
+    ASSERT_TRUE(receives("activate", 2));
+    const std::vector<std::string> again{"open 1 break 1 0 0 800 600 A", "set 1 prompt go on", "alpha 1 1",
+                                         "show 1", "activate"};
+    EXPECT_EQ(receivedSince("started"), again);
+}
+
+TEST_F(RemoteWindows, AreWatchedForAsLongAsThereIsAView) {
+    open(KELPA_FAKE_VIEW, 0.1);
+    make(desktop_.screens()[0]);
+    appear();
+    ASSERT_TRUE(receives("show 1"));
+    window_->close();
+    EXPECT_TRUE(runUntil([&] { return windows_->viewPid() == 0; }));
+    bool later = false;
+    const auto wait = loop_.afterReal(2.5, [&later] { later = true; });
+    EXPECT_TRUE(runUntil([&later] { return later; }));
+    EXPECT_TRUE(desktop_.events.empty()) << desktop_.events.front();
+}
+
 TEST_F(RemoteWindows, SurviveWhateverTheViewSays) {
     open();
     make(desktop_.screens()[0]);

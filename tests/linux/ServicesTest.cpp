@@ -304,7 +304,7 @@ TEST(LauncherTest, ProgramsOfTheDesktopOutliveThisOne) {
     const std::string asks = "import ctypes, sys; got = ctypes.c_int(-1); "
                              "ctypes.CDLL(None).prctl(2, ctypes.byref(got)); sys.exit(got.value)";
     std::optional<bool> noSignalWhenWeDie;
-    ASSERT_TRUE(launcher.run({"python3", "-c", asks}, [&](bool well) { noSignalWhenWeDie = well; }));
+    ASSERT_TRUE(launcher.run({"/usr/bin/python3", "-c", asks}, [&](bool well) { noSignalWhenWeDie = well; }));
     ASSERT_TRUE(spinUntil(loop, [&] { return noSignalWhenWeDie.has_value(); }));
     EXPECT_TRUE(*noSignalWhenWeDie);
 }

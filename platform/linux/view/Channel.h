@@ -23,6 +23,8 @@ class Channel : public QObject {
     /// Whether `fd` is a connection at all; a person who starts this program by hand gives it none.
     [[nodiscard]] static bool isConnection(int fd = descriptor);
     void send(std::initializer_list<std::string_view> fields);
+    /// How many lines have come, also such as were no messages.
+    [[nodiscard]] int lines() const { return messages_ + static_cast<int>(reader_.damaged()); }
 
   signals:
     void received(const kelpa::wire::Message& message);
@@ -38,6 +40,7 @@ class Channel : public QObject {
 
     wire::LineReader reader_;
     wire::LineWriter writer_;
+    int messages_ = 0;
     QSocketNotifier readable_;
     QSocketNotifier writable_;
 };

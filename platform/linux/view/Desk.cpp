@@ -11,6 +11,7 @@
 #include <QScreen>
 #include <QTimer>
 #include <stdexcept>
+#include <utility>
 
 namespace kelpa {
 
@@ -52,6 +53,8 @@ void Desk::obey(const wire::Message& message) {
         focusDue_ = message.verb() == view::activate;
         return;
     }
+    if (message.verb() == view::ping)
+        return;
     const auto id = message.number(1);
     if (id && message.verb() == view::open)
         return open(*id, message);
@@ -168,6 +171,13 @@ void Desk::warmUp() {
     if (!ready_)
         channel_.send({view::ready});
     ready_ = true;
+    tellTaken();
+}
+
+/// After everything else that the lines ask for, so that a view that is held up by it does not say so.
+void Desk::tellTaken() {
+    if (std::exchange(taken_, channel_.lines()) != channel_.lines())
+        channel_.send({view::taken, std::to_string(taken_)});
 }
 
 } // namespace kelpa

@@ -32,6 +32,7 @@ class Desk : public QObject {
     [[nodiscard]] ViewWindow* guardingWindow() const;
     [[nodiscard]] ViewWindow* frontWindow() const;
     void giveKeyboard();
+    void tellTaken();
     void complain(const std::string& text);
 
     Channel& channel_;
@@ -41,6 +42,7 @@ class Desk : public QObject {
     int front_ = 0; ///< the window that was shown last
     bool focusDue_ = false;
     bool ready_ = false;
+    int taken_ = 0; ///< lines, as far as the program has been told
 };
 
 } // namespace kelpa

@@ -162,6 +162,19 @@ void HelperProcess::end() {
     leaving_.push_back(std::move(child_));
 }
 
+void HelperProcess::takeIn() {
+    if (const auto held = child_; held && held->fd >= 0)
+        readable(*held);
+}
+
+void HelperProcess::kill() {
+    if (!child_)
+        return;
+    ::kill(child_->pid, SIGKILL);
+    child_->close();
+    leaving_.push_back(std::move(child_));
+}
+
 void HelperProcess::ended(Child& child, int status) {
     child.onImpatience.cancel();
     const auto left = std::find_if(leaving_.begin(), leaving_.end(),

@@ -43,8 +43,12 @@ class HelperProcess {
     [[nodiscard]] int pid() const;
     /// Does nothing when no helper runs. Needs no memory for messages of a size that was sent before.
     void send(std::initializer_list<std::string_view> fields);
+    /// Hands over what the helper said already, also when the loop has not come to it yet.
+    void takeIn();
     /// Closes the connection, on which the helper ends by itself.
     void end();
+    /// Ends a helper that hangs, without a word to the client.
+    void kill();
 
   private:
     struct Child;

@@ -136,8 +136,10 @@ bool RemotePreferencesWindow::didActOnControl(const std::string& action, const w
         client_->switched(id, message.field(1) == "1");
         showAgain(view::onField, id);
     } else if (action == view::typedAction) {
+        record_->noteProperty(propertyName(view::textField, id), message.field(1));
         client_->typed(id, message.field(1));
     } else if (action == view::enteredAction) {
+        record_->noteProperty(propertyName(view::textField, id), message.field(1));
         client_->entered(id, message.field(1));
     } else if (action == view::steppedAction) {
         client_->stepped(id, message.field(1) == "-1" ? -1 : 1);

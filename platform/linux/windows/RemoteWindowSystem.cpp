@@ -20,7 +20,7 @@ double secondsNow() {
 
 RemoteWindowSystem::RemoteWindowSystem(const WindowSystemParts& parts, std::string program)
     : parts_(parts), home_(static_cast<RemoteWindowHome*>(this), [](RemoteWindowHome*) {}),
-      view_(parts.loop, std::move(program), *this) {
+      view_(parts.loop, std::move(program), *this), answers_(parts.loop, *this) {
     parts_.screens.observe([this] {
         if (client_ != nullptr)
             client_->screensChanged();
@@ -136,10 +136,19 @@ void RemoteWindowSystem::startView() {
     if (view_.running())
         return;
     const std::string refused = view_.start();
-    if (refused.empty())
-        replay();
-    else
-        reportFailure("The windows cannot be drawn: " + refused);
+    if (!refused.empty())
+        return reportFailure("The windows cannot be drawn: " + refused);
+    answers_.begin();
+    replay();
+}
+
+void RemoteWindowSystem::send(std::initializer_list<std::string_view> fields) {
+    view_.send(fields);
+    answers_.sent();
+}
+
+void RemoteWindowSystem::ask() {
+    send({view::ping});
 }
 
 void RemoteWindowSystem::replay() {
@@ -151,6 +160,7 @@ void RemoteWindowSystem::replay() {
 
 void RemoteWindowSystem::endView() {
     idle_.cancel();
+    answers_.end();
     view_.end();
     for (const auto& [screen, record] : reserved_)
         std::erase(records_, record);
@@ -163,8 +173,14 @@ void RemoteWindowSystem::reportFailure(const std::string& text) {
     failing_ = true;
 }
 
+void RemoteWindowSystem::helperHangs(double seconds) {
+    view_.kill();
+    helperFailed("has not answered for " + wire::realText(seconds) + " s");
+}
+
 void RemoteWindowSystem::helperFailed(const std::string& how) {
     idle_.cancel();
+    answers_.end();
     if (restarts_.take(secondsNow())) {
         parts_.report.warning("kelpa-view " + how);
         if (anyVisible())
@@ -175,7 +191,9 @@ void RemoteWindowSystem::helperFailed(const std::string& how) {
 }
 
 void RemoteWindowSystem::helperSaid(const wire::Message& message) {
-    if (message.verb() == view::ready)
+    if (message.verb() == view::taken)
+        answers_.taken(message.number(1).value_or(0));
+    else if (message.verb() == view::ready)
         failing_ = false;
     else if (message.verb() == view::action)
         didAct(message);

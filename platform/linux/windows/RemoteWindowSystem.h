@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/linux/windows/AnswerWatch.h"
 #include "platform/linux/windows/HelperProcess.h"
 #include "platform/linux/windows/OwnWindows.h"
 #include "platform/linux/windows/RemoteWindow.h"
@@ -30,6 +31,7 @@ class RemoteWindowSystem final : public WindowSystem,
                                  public OwnWindows,
                                  private ViewLink,
                                  private HelperClient,
+                                 private AnswerWatchClient,
                                  private RemoteWindowHome {
   public:
     /// `program` is the path of `kelpa-view`.
@@ -57,11 +59,15 @@ class RemoteWindowSystem final : public WindowSystem,
     [[nodiscard]] double secondsSinceInput() const override;
 
   private:
-    void send(std::initializer_list<std::string_view> fields) override { view_.send(fields); }
+    void send(std::initializer_list<std::string_view> fields) override;
     void visibilityChanged() override;
 
     void helperSaid(const wire::Message& message) override;
     void helperFailed(const std::string& how) override;
+
+    void readAnswers() override { view_.takeIn(); }
+    void ask() override;
+    void helperHangs(double seconds) override;
 
     EventLoop& loop() override { return parts_.loop; }
     [[nodiscard]] WindowPlace place(const Rect& frame, std::uint32_t screen) const override;
@@ -82,6 +88,7 @@ class RemoteWindowSystem final : public WindowSystem,
     /// Owns nothing: windows see by it whether the system is still there.
     std::shared_ptr<RemoteWindowHome> home_;
     HelperProcess view_;
+    AnswerWatch answers_;
     WindowSystemClient* client_ = nullptr;
     std::vector<std::shared_ptr<WindowRecord>> records_;
     /// Windows that the view made ready for screens that had none yet, by the number of the screen.

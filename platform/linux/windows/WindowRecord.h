@@ -60,6 +60,8 @@ class WindowRecord {
     void setProperty(std::string_view name, std::string_view value);
     /// The same, but sent on in any case: a person may have changed what the window shows.
     void assertProperty(std::string_view name, std::string_view value);
+    /// Keeps a value that the view shows already: what a person made of it.
+    void noteProperty(std::string_view name, std::string_view value) { store(name, value); }
     /// Sends on again what a property is.
     void repeatProperty(std::string_view name) const;
     void setAlpha(double alpha);

@@ -26,12 +26,16 @@ inline constexpr std::string_view drop = "drop";
 inline constexpr std::string_view activate = "activate";
 /// deactivate: the keyboard is given back.
 inline constexpr std::string_view deactivate = "deactivate";
+/// ping: wants nothing but to be taken in.
+inline constexpr std::string_view ping = "ping";
 
 // From the view to the program.
 /// ready: it has started well.
 inline constexpr std::string_view ready = "ready";
 /// action WINDOW NAME VALUE: what a person did in the window's content; the value may be empty.
 inline constexpr std::string_view action = "action";
+/// taken COUNT: so many lines were taken in since the start, and what they ask for is done.
+inline constexpr std::string_view taken = "taken";
 /// input: a person uses mouse or keyboard in a window; five times a second at most, and only where the
 /// display server does not tell the program itself.
 inline constexpr std::string_view input = "input";
