@@ -1,7 +1,7 @@
 #include "app/AppState.h"
 
 #include "app/Clients.h"
-#include "base/Checked.h"
+#include "base/FatalError.h"
 #include "base/Localized.h"
 #include "timer/TicktackController.h"
 #include "ui/StatusBarController.h"
@@ -11,6 +11,8 @@
 namespace kelpa {
 
 namespace {
+
+constexpr std::int64_t secondsAMinute = 60;
 
 struct State {
     Ports* ports = nullptr;
@@ -64,7 +66,7 @@ bool AppState::working() {
 void AppState::setWorking(bool working) {
     state().working = working;
     if (working) {
-        TicktackController::work(checkedMultiply(prefState().workTime(), 60));
+        TicktackController::work(lengthOf(prefState().workTime, secondsAMinute));
         showPauseLine("stop.circle", translatable("Stop"));
     } else {
         TicktackController::stop();

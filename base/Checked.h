@@ -7,14 +7,17 @@
 
 namespace kelpa {
 
-/// Integer arithmetic that ends the process instead of wrapping round: a wrong length would be worse.
-inline std::int64_t checkedMultiply(std::int64_t a, std::int64_t b) {
+[[nodiscard]] inline bool productFits(std::int64_t a, std::int64_t b) {
     constexpr auto highest = std::numeric_limits<std::int64_t>::max();
     constexpr auto lowest = std::numeric_limits<std::int64_t>::min();
-    const bool fits =
-        a == 0 || b == 0 ||
-        (a > 0 ? (b > 0 ? a <= highest / b : b >= lowest / a) : (b > 0 ? a >= lowest / b : b >= highest / a));
-    if (!fits)
+    return a == 0 || b == 0 ||
+           (a > 0 ? (b > 0 ? a <= highest / b : b >= lowest / a)
+                  : (b > 0 ? a >= lowest / b : b >= highest / a));
+}
+
+/// Integer arithmetic that ends the process instead of wrapping round: a wrong length would be worse.
+inline std::int64_t checkedMultiply(std::int64_t a, std::int64_t b) {
+    if (!productFits(a, b))
         fatalError("Integer overflow in multiplication");
     return a * b;
 }

@@ -1,6 +1,25 @@
 #include "prefs/PrefState.h"
 
+#include "base/Checked.h"
+#include "logging/SharedLogger.h"
+
+#include <limits>
+
 namespace kelpa {
+
+void reportUnusable(const Setting<std::int64_t>& setting) {
+    logger().error("stored " + std::string(setting.key()) + " is " + std::to_string(setting()) +
+                       ", with which the cycle cannot go on",
+                   {"PrefState", "reportUnusable"});
+}
+
+std::int64_t lengthOf(const Setting<std::int64_t>& setting, std::int64_t secondsAUnit) {
+    const std::int64_t value = setting();
+    // Of the lowest number not even the first second can be taken away.
+    if (!productFits(value, secondsAUnit) || value == std::numeric_limits<std::int64_t>::min())
+        reportUnusable(setting);
+    return checkedMultiply(value, secondsAUnit);
+}
 
 PrefState::PrefState(DefaultsStore& store, const Clock& clock, PrefClient& client)
     : launchAtLogin(store, "launch_at_login", false,

@@ -19,6 +19,12 @@ class PrefClient {
     virtual void setWorking(bool working) = 0;
 };
 
+/// Tells the log of a stored value that is about to end the program, for whoever edited the settings.
+void reportUnusable(const Setting<std::int64_t>& setting);
+/// The length that a setting stands for, in seconds, of which one unit of it has so many. Ends the program
+/// where no countdown can hold it.
+[[nodiscard]] std::int64_t lengthOf(const Setting<std::int64_t>& setting, std::int64_t secondsAUnit);
+
 /// The general and break settings. Nothing is cached: what another program stores is seen at the next read.
 /// No ranges are checked here; the panes keep the values in theirs.
 class PrefState {

@@ -7,6 +7,7 @@ namespace kelpa {
 namespace {
 
 constexpr std::int64_t newDaySeconds = 10;
+constexpr std::int64_t secondsAMinute = 60;
 
 std::int64_t remainder(std::int64_t value, std::int64_t divisor) {
     if (divisor == 0)
@@ -21,7 +22,7 @@ PromptState::PromptState(PromptClient& client, RandomSource& random)
     : prompt(client.prefState().breakPrompt()), client_(client), random_(random) {}
 
 void PromptState::showBreak() {
-    shortBreakTimes_ = remainder(checkedAdd(shortBreakTimes_, 1), client_.prefState().shortBreakTimes());
+    shortBreakTimes_ = remainder(checkedAdd(shortBreakTimes_, 1), cycleLength());
     client_.cancelMouseIdleCheck();
     lastKind_ = shortBreakTimes_ == 0 ? BreakKind::Long : BreakKind::Short;
     client_.showBreakWindows();
@@ -30,14 +31,22 @@ void PromptState::showBreak() {
     client_.startBreak(seconds);
 }
 
+std::int64_t PromptState::cycleLength() const {
+    const auto& setting = client_.prefState().shortBreakTimes;
+    const std::int64_t breaks = setting();
+    if (breaks == 0)
+        reportUnusable(setting);
+    return breaks;
+}
+
 std::int64_t PromptState::nextLength() {
     PrefState& pref = client_.prefState();
     if (lastKind_ == BreakKind::Short) {
         showSkipButton.set(true);
-        return pref.breakTime();
+        return lengthOf(pref.breakTime, 1);
     }
     showSkipButton.set(!pref.forceLongBreak());
-    return checkedMultiply(pref.longBreakTime(), 60);
+    return lengthOf(pref.longBreakTime, secondsAMinute);
 }
 
 std::string PromptState::nextPrompt() {

@@ -46,6 +46,7 @@ class PromptState {
     [[nodiscard]] BreakKind lastKind() const { return lastKind_; }
 
   private:
+    [[nodiscard]] std::int64_t cycleLength() const;
     [[nodiscard]] std::int64_t nextLength();
     [[nodiscard]] std::string nextPrompt();
     [[nodiscard]] std::string anyOf(const std::vector<std::string>& texts, const std::string& otherwise);

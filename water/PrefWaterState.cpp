@@ -2,6 +2,7 @@
 
 #include "base/Checked.h"
 #include "base/Localized.h"
+#include "base/Text.h"
 #include "logging/SharedLogger.h"
 
 #include <algorithm>
@@ -17,11 +18,25 @@ constexpr LogPlace at(std::string_view function) {
     return {"PrefWaterState", function};
 }
 
+/// Farther from 1970, in seconds, than any year that a calendar can name.
+constexpr double farthest = 1e17;
+/// The longest interval, in minutes, that such a time leaves room for in a whole number of seconds.
+constexpr std::int64_t longestInterval = 150'000'000'000'000'000;
+
 /// One line a run is enough for a fault that every read meets again.
-void reportOnce(bool& reported, const std::string& message) {
-    if (!reported)
+void reportOnce(const std::string& message) {
+    static std::set<std::string> reported;
+    if (reported.insert(message).second)
         logger().warning(message, at("read"));
-    reported = true;
+}
+
+void reportOutOfRange(std::string_view key, const std::string& value) {
+    reportOnce("stored " + std::string(key) + " is " + value +
+               ", which is out of range, the default one is used");
+}
+
+bool isReachable(double seconds) {
+    return std::fabs(seconds) < farthest;
 }
 
 std::int64_t wholeSeconds(double seconds) {
@@ -69,11 +84,41 @@ std::vector<WaterMode> allWaterModes() {
 
 std::optional<Date> StoredDate::read(const DefaultsStore& store, std::string_view key) {
     const auto text = store.text(key);
-    return text ? std::optional(dateFromText(*text)) : std::nullopt;
+    if (!text)
+        return std::nullopt;
+    const Date date = dateFromText(*text);
+    if (isReachable(date.secondsSince1970))
+        return date;
+    reportOutOfRange(key, dateText(date));
+    return std::nullopt;
 }
 
 void StoredDate::write(DefaultsStore& store, std::string_view key, Date value) {
     store.setText(key, dateText(value));
+}
+
+std::optional<double> StoredTimestamp::read(const DefaultsStore& store, std::string_view key) {
+    const auto seconds = store.real(key);
+    if (!seconds || isReachable(*seconds))
+        return seconds;
+    reportOutOfRange(key, decimalText(*seconds));
+    return std::nullopt;
+}
+
+void StoredTimestamp::write(DefaultsStore& store, std::string_view key, double value) {
+    store.setReal(key, value);
+}
+
+std::optional<std::int64_t> StoredInterval::read(const DefaultsStore& store, std::string_view key) {
+    const auto minutes = store.integer(key);
+    if (!minutes || (*minutes >= -longestInterval && *minutes <= longestInterval))
+        return minutes;
+    reportOutOfRange(key, std::to_string(*minutes));
+    return std::nullopt;
+}
+
+void StoredInterval::write(DefaultsStore& store, std::string_view key, std::int64_t value) {
+    store.setInteger(key, value);
 }
 
 std::optional<std::set<Date>> StoredTimePoints::read(const DefaultsStore& store, std::string_view key) {
@@ -81,9 +126,8 @@ std::optional<std::set<Date>> StoredTimePoints::read(const DefaultsStore& store,
     if (!text)
         return std::nullopt;
     auto points = timePointsFromText(*text);
-    static bool reported = false;
     if (points && points->empty())
-        reportOnce(reported, "stored time points are empty, the default ones are used");
+        reportOnce("stored time points are empty, the default ones are used");
     return points && !points->empty() ? points : std::nullopt;
 }
 
@@ -93,9 +137,8 @@ void StoredTimePoints::write(DefaultsStore& store, std::string_view key, const s
 
 std::optional<std::int64_t> StoredTarget::read(const DefaultsStore& store, std::string_view key) {
     const auto target = store.integer(key);
-    static bool reported = false;
     if (target && *target < 1)
-        reportOnce(reported, "stored water target is below 1, the default one is used");
+        reportOnce("stored water target is below 1, the default one is used");
     return target && *target >= 1 ? target : std::nullopt;
 }
 

@@ -38,13 +38,21 @@ bool fromRawValue(std::int64_t rawValue, WaterMode& mode);
 /// In the order of the picker.
 [[nodiscard]] std::vector<WaterMode> allWaterModes();
 
+/// What other programs stored is read as absent, with a line in the log, where it would end this one at each
+/// start: times and intervals with which no whole number of seconds leads to the next drink, an empty set of
+/// points, a target below 1.
 struct StoredDate {
     static std::optional<Date> read(const DefaultsStore& store, std::string_view key);
     static void write(DefaultsStore& store, std::string_view key, Date value);
 };
-
-/// An empty set of points, or a target below 1, could only have been stored by another program and would end
-/// this one at each start: both read as absent.
+struct StoredTimestamp {
+    static std::optional<double> read(const DefaultsStore& store, std::string_view key);
+    static void write(DefaultsStore& store, std::string_view key, double value);
+};
+struct StoredInterval {
+    static std::optional<std::int64_t> read(const DefaultsStore& store, std::string_view key);
+    static void write(DefaultsStore& store, std::string_view key, std::int64_t value);
+};
 struct StoredTimePoints {
     static std::optional<std::set<Date>> read(const DefaultsStore& store, std::string_view key);
     static void write(DefaultsStore& store, std::string_view key, const std::set<Date>& value);
@@ -66,11 +74,11 @@ class PrefWaterState {
     Setting<WaterMode> mode;
     Setting<Date, StoredDate> intervalStartDate;
     Setting<Date, StoredDate> intervalEndDate;
-    Setting<std::int64_t> selectedInterval; ///< minutes
+    Setting<std::int64_t, StoredInterval> selectedInterval; ///< minutes
     Setting<std::set<Date>, StoredTimePoints> selectedTimings;
-    Setting<std::int64_t> finished;           ///< ml drunk today
-    Setting<std::int64_t> lastSelectedAmount; ///< ml
-    Setting<double> lastClickTimestamp;       ///< seconds since 1970 of the last answer
+    Setting<std::int64_t> finished;                      ///< ml drunk today
+    Setting<std::int64_t> lastSelectedAmount;            ///< ml
+    Setting<double, StoredTimestamp> lastClickTimestamp; ///< seconds since 1970 of the last answer
 
     [[nodiscard]] const std::vector<std::int64_t>& amounts() const; ///< ml offered by the panel
     [[nodiscard]] std::int64_t remain() const;                      ///< ml; negative beyond the target

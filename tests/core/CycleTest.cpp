@@ -261,33 +261,46 @@ TEST(Cycle, HoursAreShownWhole) {
     EXPECT_EQ(play.journal.lines().front(), "0.000 title 0102:00");
 }
 
-TEST(Cycle, ACycleLengthOfZeroEndsTheProgram) {
-    Play play({"title"});
-    play(mouseMayRest + "launch\n+1499\nstore pref.short.break.times int 0\n");
-    EXPECT_THROW(play("+1\n"), desk::FatalEnd);
-    EXPECT_EQ(play.journal.lines().back(), "1500.000 fatal Division by zero in remainder operation");
-}
-
-/// The last words of a desk whose program ends itself.
-std::string fatalEnd(const std::string& script) {
+/// What the log says of the value that ends the program, and the last words.
+Lines fatalEnd(const std::string& script) {
     Play play({"title", "count"});
     EXPECT_THROW(play(mouseMayRest + "store pref.short.break.times int 2\n" + script), desk::FatalEnd);
-    return play.journal.lines().back();
+    const Lines& lines = play.journal.lines();
+    const auto told = std::find_if(lines.rbegin(), lines.rend(), [](const std::string& line) {
+        return line.find(" log error ") != std::string::npos;
+    });
+    return {told == lines.rend() ? "" : *told, lines.back()};
+}
+
+TEST(Cycle, ACycleLengthOfZeroEndsTheProgram) {
+    EXPECT_EQ(
+        fatalEnd("launch\n+1499\nstore pref.short.break.times int 0\n+1\n"),
+        (Lines{"1500.000 log error stored pref.short.break.times is 0, with which the cycle cannot go on",
+               "1500.000 fatal Division by zero in remainder operation"}));
 }
 
 TEST(Cycle, AWorkTimeThatOverflowsEndsTheProgram) {
-    EXPECT_EQ(fatalEnd("store pref.work.time int 153722867280912931\nlaunch\n"),
-              "0.000 fatal Integer overflow in multiplication");
+    EXPECT_EQ(
+        fatalEnd("store pref.work.time int 153722867280912931\nlaunch\n"),
+        (Lines{
+            "0.000 log error stored pref.work.time is 153722867280912931, with which the cycle cannot go on",
+            "0.000 fatal Integer overflow in multiplication"}));
 }
 
 TEST(Cycle, ALongBreakThatOverflowsEndsTheProgramWhenItsTurnComes) {
-    EXPECT_EQ(fatalEnd("store pref.long.break.time int 153722867280912931\nlaunch\n+3300\n"),
-              "3300.000 fatal Integer overflow in multiplication");
+    EXPECT_EQ(
+        fatalEnd("store pref.long.break.time int -153722867280912931\nlaunch\n+3300\n"),
+        (Lines{"3300.000 log error stored pref.long.break.time is -153722867280912931, with which the cycle "
+               "cannot go on",
+               "3300.000 fatal Integer overflow in multiplication"}));
 }
 
 TEST(Cycle, ACountdownThatOverflowsEndsTheProgram) {
-    EXPECT_EQ(fatalEnd("store pref.break.time int -9223372036854775808\nlaunch\n+1501\n"),
-              "1501.000 fatal Integer overflow in subtraction");
+    EXPECT_EQ(
+        fatalEnd("store pref.break.time int -9223372036854775808\nlaunch\n+1501\n"),
+        (Lines{"1500.000 log error stored pref.break.time is -9223372036854775808, with which the cycle "
+               "cannot go on",
+               "1501.000 fatal Integer overflow in subtraction"}));
 }
 
 TEST(Cycle, PromptsComeFromTheStyleEachPeriodAnewNeverFromTheEditedLists) {

@@ -102,6 +102,47 @@ TEST(WaterState, ReadsWhatItCannotUseAsAbsentAndSaysSoOnce) {
               1);
 }
 
+TEST(WaterState, ReadsWhatNoReminderCanBeFoundWithAsAbsent) {
+    Play play({"title", "item", "set", "window", "app"});
+    play(at("10:00:00", 9 * hour + 50 * 60) +
+         "store pref.water.selectedInterval int 9223372036854775807\n"
+         "store pref.water.interval.start text -1e300\nstore pref.water.interval.end text 9.3e18\nlaunch\n");
+    EXPECT_EQ(water().nextReminder(), 300);
+    EXPECT_TRUE(water().inWorkTime());
+    play("store pref.water.selectedInterval int -9223372036854775808\n"
+         "store pref.water.lastShowDate real -9223372036854775808\n");
+    EXPECT_EQ(water().selectedInterval(), 15);
+    EXPECT_EQ(water().nextReminder(), 900 - 1795428000);
+    EXPECT_EQ(water().lastClickTimestamp(), 0);
+    const auto told = [&] {
+        Lines lines;
+        for (const std::string& line : play.journal.lines())
+            if (line.find("log warning") != std::string::npos)
+                lines.push_back(line);
+        return lines;
+    };
+    const Lines expected = {"0.000 log warning stored pref.water.interval.start is -1e+300, which is out of "
+                            "range, the default one is used",
+                            "0.000 log warning stored pref.water.interval.end is 9.3e+18, which is out of "
+                            "range, the default one is used",
+                            "0.000 log warning stored pref.water.selectedInterval is 9223372036854775807, "
+                            "which is out of range, the default one is used",
+                            "0.000 log warning stored pref.water.selectedInterval is -9223372036854775808, "
+                            "which is out of range, the default one is used",
+                            "0.000 log warning stored pref.water.lastShowDate is -9.223372036854776e+18, "
+                            "which is out of range, the default one is used"};
+    EXPECT_EQ(told(), expected);
+    play("pref mode timing\nmenu water\npref mode interval\nstore pref.water.mode int 0\n+1800\n");
+    EXPECT_EQ(told(), expected) << "one line a run is enough";
+}
+
+TEST(WaterState, TakesTheLongestIntervalThatThereIs) {
+    Play play({"title", "log", "item", "set", "window", "app"});
+    play(at("10:00:00", 10 * hour) + "store pref.water.selectedInterval int 150000000000000000\nlaunch\n");
+    EXPECT_EQ(water().selectedInterval(), 150000000000000000);
+    EXPECT_EQ(play.journal.lines().back(), "0.000 water armed 9000000000000000000");
+}
+
 TEST(WaterState, CountsPastTheTargetAndEndsWhereANumberCannotBe) {
     Play play({"title", "item", "set"});
     play("start 2026-11-23T10:00:00\nlaunch\npref finished 1600\n");
