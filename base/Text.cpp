@@ -114,6 +114,22 @@ std::string replacingAll(std::string text, std::string_view from, std::string_vi
     return text;
 }
 
+std::string shortened(const std::string& text, std::size_t mostBytes) {
+    constexpr std::string_view ellipsis = "…";
+    constexpr std::size_t longestCharacter = 4;
+    if (text.size() <= mostBytes)
+        return text;
+    const std::size_t room = mostBytes - ellipsis.size();
+    const auto isInside = [&](std::size_t at) {
+        return (static_cast<unsigned char>(text[at]) & 0xC0U) == 0x80;
+    };
+    std::size_t end = room;
+    while (end > 0 && room - end < longestCharacter && isInside(end))
+        --end;
+    // What has no beginning of a character is no text in UTF-8, and may be cut anywhere.
+    return text.substr(0, end > 0 && !isInside(end) ? end : room).append(ellipsis);
+}
+
 std::string withArguments(std::string_view text, const std::vector<std::string>& arguments) {
     constexpr std::size_t length = std::string_view("%1$s").size();
     std::string all;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -25,6 +26,10 @@ namespace kelpa {
 
 /// Replaces every occurrence of `from`, which must not be empty.
 [[nodiscard]] std::string replacingAll(std::string text, std::string_view from, std::string_view to);
+
+/// The text, or of one that has more bytes its beginning in whole characters and an ellipsis, no longer than
+/// `mostBytes`, which are at least those of the ellipsis.
+[[nodiscard]] std::string shortened(const std::string& text, std::size_t mostBytes);
 
 /// Puts each argument where the text names its place: "%1$s" is the first, "%9$s" the last that there can be.
 /// A place without an argument stays as it is.

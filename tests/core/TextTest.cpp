@@ -57,6 +57,13 @@ TEST(WithArguments, PutsEachInItsPlaceAndLeavesTheRest) {
     EXPECT_EQ(withArguments("", {"a"}), "");
 }
 
+TEST(Shortened, KeepsTheBeginningInWholeCharacters) {
+    EXPECT_EQ(shortened("堂堂七尺", 12), "堂堂七尺");
+    EXPECT_EQ(shortened("堂堂七尺!", 12), "堂堂七…");
+    EXPECT_EQ(shortened("堂堂七尺!", 11), "堂堂…");
+    EXPECT_EQ(shortened(std::string(8, '\x80'), 7), std::string(4, '\x80') + "…") << "no text at all";
+}
+
 TEST(TextEncoder, NeverLosesACharacter) {
     EXPECT_EQ(encoded("Grüße", TextEncoding::Latin1), "Gr\xFC\xDF"
                                                       "e");

@@ -3,6 +3,7 @@
 #include "platform/linux/windows/PreferencesJson.h"
 #include "platform/linux/windows/RemoteAboutPanel.h"
 #include "platform/linux/windows/RemotePreferencesWindow.h"
+#include "platform/linux/wire/ViewProtocol.h"
 #include "tests/linux-view/RemoteWindows.h"
 
 namespace {
@@ -142,6 +143,52 @@ TEST_F(Preferences, LeaveOutWhatMakesNoSense) {
         window_->setHint("deed", std::string("do ") + deed);
     EXPECT_TRUE(doing("cameToFront"));
     EXPECT_EQ(told_.lines, std::vector<std::string>{"front"});
+}
+
+TEST_F(Preferences, ShowOfEndlessTextsTheBeginningAndKeepTheRest) {
+    const std::string endless(2'000'000, 'p');
+    const std::string other = endless + "q";
+    const auto cut = [](const std::string& more) {
+        return std::string(wire::view::longestText - 3, 'p') + more;
+    };
+    layOut();
+    window_->show();
+    window_->setText("prompt", endless);
+    window_->setPrompts("prompts", {endless, other, "short"});
+    ASSERT_TRUE(receives("set 1 text:prompt " + cut("…")));
+    ASSERT_TRUE(receives("set 1 entries:prompts [{\"text\":\"" + cut("…") + "\"},{\"text\":\"" + cut("……") +
+                         "\"},{\"text\":\"short\"}]"));
+    for (const std::string& deed :
+         std::vector<std::string>{"promptEdited|prompts|short|shorter", "promptDeleted|prompts|" + cut("……"),
+                                  "promptEdited|prompts|" + cut("…") + "|new", "typed|prompt|" + cut("…"),
+                                  "entered|prompt|" + cut("…") + "!"})
+        EXPECT_TRUE(doing(deed)) << deed.substr(0, 30);
+    EXPECT_EQ(told_.lines,
+              (std::vector<std::string>{"edited prompts short -> shorter", "deleted prompts " + other,
+                                        "edited prompts " + endless + " -> new", "typed prompt " + endless,
+                                        "entered prompt " + cut("…") + "!"}));
+    EXPECT_EQ(std::count(told_.lines.begin(), told_.lines.end(), "front"), 0);
+    const auto lines = received();
+    EXPECT_EQ(std::count(lines.begin(), lines.end(), "started"), 1) << "the view was cut off";
+}
+
+TEST_F(Preferences, ShowOfEndlessTimesOfDayTheFirst) {
+    layOut();
+    window_->show();
+    window_->setTimePoints("points",
+                           std::vector<TimePoint>(100'000, {8, 5, "08:05", "Remove this time 08:05"}));
+    ASSERT_TRUE(receives("show 1"));
+    ASSERT_TRUE(doing("cameToFront"));
+    const auto lines = received();
+    EXPECT_EQ(std::count(lines.begin(), lines.end(), "started"), 1) << "the view was cut off";
+    const auto sent = std::find_if(lines.begin(), lines.end(),
+                                   [](const auto& line) { return line.starts_with("set 1 entries:points"); });
+    ASSERT_NE(sent, lines.end());
+    std::size_t tiles = 0;
+    for (std::size_t at = sent->find("\"value\""); at != std::string::npos;
+         at = sent->find("\"value\"", at + 1))
+        ++tiles;
+    EXPECT_EQ(tiles, 288U);
 }
 
 TEST_F(Preferences, ComeBackWhereTheyWereClosed) {

@@ -1,5 +1,6 @@
 #include "platform/linux/windows/RestartBudget.h"
 #include "platform/linux/windows/ScreenLayout.h"
+#include "platform/linux/wire/ViewProtocol.h"
 #include "tests/linux-view/RemoteWindows.h"
 #include "tests/support/Allocations.h"
 
@@ -119,6 +120,18 @@ TEST_F(RemoteWindows, TellTheViewEverythingOnce) {
     EXPECT_EQ(std::count(lines.begin(), lines.end(), "set 1 count 05:00"), 1);
     EXPECT_EQ(std::count(lines.begin(), lines.end(), "activate"), 1);
     EXPECT_EQ(desktop_.events, std::vector<std::string>{"remember"});
+}
+
+TEST_F(RemoteWindows, ShowOfAnEndlessPromptWhatTheScreenHasRoomFor) {
+    open();
+    make(desktop_.screens()[0]);
+    face_->setPrompt(std::string(2'000'000, 'p'));
+    appear();
+    face_->setCount("05:00");
+    ASSERT_TRUE(receives("show 1"));
+    EXPECT_TRUE(receives("set 1 prompt " + std::string(wire::view::longestText - 3, 'p') + "…"));
+    EXPECT_TRUE(receives("set 1 count 05:00"));
+    EXPECT_TRUE(receives("started")) << "the view was cut off";
 }
 
 TEST_F(RemoteWindows, NeedNoMemoryForATick) {

@@ -1,13 +1,20 @@
 #include "platform/linux/windows/PreferencesJson.h"
 
 #include "platform/linux/windows/JsonWriter.h"
+#include "platform/linux/wire/ViewProtocol.h"
+
+#include <algorithm>
 
 namespace kelpa {
 
 namespace {
 
-/// Bytes of a list; each may double when the message is made, and the longest line holds 512 KiB.
+/// Bytes of a list, each of which may double when the message is made, of which the longest holds 512 KiB.
 constexpr std::size_t mostBytes = 240000;
+/// Of one text; a control character is written as six.
+constexpr std::size_t mostOfOne = 6 * wire::view::longestText;
+/// One every five minutes of a day; some thousands would keep the view busy for seconds.
+constexpr std::size_t mostTimePoints = 288;
 
 std::string_view kindName(PreferencesControlKind kind) {
     switch (kind) {
@@ -117,7 +124,8 @@ std::string choicesJson(const std::vector<PreferencesChoice>& choices) {
 std::string timePointsJson(const std::vector<TimePoint>& points) {
     JsonWriter json;
     json.beginArray();
-    for (const auto& [hour, minute, text, removal] : points) {
+    for (std::size_t i = 0; i < std::min(points.size(), mostTimePoints); ++i) {
+        const auto& [hour, minute, text, removal] = points[i];
         const std::string value = std::to_string(hour) + ":" + std::to_string(minute);
         json.beginObject().member("value", value).member("text", text);
         json.member("removal", removal).endObject();
@@ -130,7 +138,7 @@ std::string promptsJson(const std::vector<std::string>& prompts) {
     JsonWriter json;
     json.beginArray();
     for (const std::string& prompt : prompts) {
-        if (json.written().size() + prompt.size() > mostBytes)
+        if (json.written().size() + mostOfOne > mostBytes)
             break;
         json.beginObject().member("text", prompt).endObject();
     }

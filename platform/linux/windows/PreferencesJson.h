@@ -11,8 +11,9 @@ namespace kelpa {
 [[nodiscard]] std::string layoutJson(const PreferencesLayout& layout);
 [[nodiscard]] std::string aboutJson(const AboutContent& about);
 [[nodiscard]] std::string choicesJson(const std::vector<PreferencesChoice>& choices);
+/// The first of them, where there are more than anybody can want to see.
 [[nodiscard]] std::string timePointsJson(const std::vector<TimePoint>& points);
-/// As many of the prompts, from the top, as one message can carry.
+/// As many of the prompts, of at most `wire::view::longestText` each, from the top, as one message can carry.
 [[nodiscard]] std::string promptsJson(const std::vector<std::string>& prompts);
 
 } // namespace kelpa

@@ -1,5 +1,6 @@
 #include "platform/linux/windows/RemoteBreakScreen.h"
 
+#include "base/Text.h"
 #include "platform/linux/wire/ViewProtocol.h"
 
 namespace kelpa {
@@ -29,7 +30,7 @@ void RemoteBreakScreen::setTexts(const BreakScreenTexts& texts) {
 }
 
 void RemoteBreakScreen::setPrompt(const std::string& prompt) {
-    record_->setProperty(view::prompt, prompt);
+    record_->setProperty(view::prompt, shortened(prompt, view::longestText));
 }
 
 void RemoteBreakScreen::setCount(const std::string& count) {

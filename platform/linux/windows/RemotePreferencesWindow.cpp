@@ -63,8 +63,9 @@ void RemotePreferencesWindow::setSwitch(const std::string& id, bool on) {
 
 void RemotePreferencesWindow::setText(const std::string& id, const std::string& text) {
     // Also when it is what was set last: something else may have been typed since.
+    const std::string shown = texts_.show(id, {text}).front();
     if (record_)
-        record_->assertProperty(propertyName(view::textField, id), text);
+        record_->assertProperty(propertyName(view::textField, id), shown);
 }
 
 void RemotePreferencesWindow::setChoices(const std::string& id,
@@ -85,7 +86,7 @@ void RemotePreferencesWindow::setTimePoints(const std::string& id, const std::ve
 }
 
 void RemotePreferencesWindow::setPrompts(const std::string& id, const std::vector<std::string>& prompts) {
-    set(view::entriesField, id, promptsJson(prompts));
+    set(view::entriesField, id, promptsJson(texts_.show(id, prompts)));
 }
 
 void RemotePreferencesWindow::setHint(const std::string& id, const std::string& hint) {
@@ -137,10 +138,10 @@ bool RemotePreferencesWindow::didActOnControl(const std::string& action, const w
         showAgain(view::onField, id);
     } else if (action == view::typedAction) {
         record_->noteProperty(propertyName(view::textField, id), message.field(1));
-        client_->typed(id, message.field(1));
+        client_->typed(id, texts_.whole(id, message.field(1)));
     } else if (action == view::enteredAction) {
         record_->noteProperty(propertyName(view::textField, id), message.field(1));
-        client_->entered(id, message.field(1));
+        client_->entered(id, texts_.whole(id, message.field(1)));
     } else if (action == view::steppedAction) {
         client_->stepped(id, message.field(1) == "-1" ? -1 : 1);
     } else if (action == view::chosenAction) {
@@ -167,9 +168,9 @@ void RemotePreferencesWindow::didActOnList(const std::string& action, const wire
     else if (action == view::promptAddedAction)
         client_->promptAdded(id, message.field(1));
     else if (action == view::promptEditedAction)
-        client_->promptEdited(id, message.field(1), message.field(2));
+        client_->promptEdited(id, texts_.whole(id, message.field(1)), message.field(2));
     else if (action == view::promptDeletedAction)
-        client_->promptDeleted(id, message.field(1));
+        client_->promptDeleted(id, texts_.whole(id, message.field(1)));
     else if (action == view::promptsResetAction)
         client_->promptsReset(id);
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/linux/windows/RemoteWindowSystem.h"
+#include "platform/linux/windows/ShownTexts.h"
 #include "platform/ports/PreferencesWindow.h"
 
 #include <memory>
@@ -42,6 +43,7 @@ class RemotePreferencesWindow final : public PreferencesWindow {
 
     RemoteWindowSystem& windows_;
     PreferencesClient* client_ = nullptr;
+    ShownTexts texts_;
     std::shared_ptr<WindowRecord> record_; ///< null until the window is laid out
 };
 

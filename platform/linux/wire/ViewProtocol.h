@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string_view>
 
 /// What the program and `kelpa-view` say to each other. A window is known by a number that the program gives.
@@ -41,6 +42,10 @@ inline constexpr std::string_view taken = "taken";
 inline constexpr std::string_view input = "input";
 /// warning TEXT: for the log.
 inline constexpr std::string_view warning = "warning";
+
+/// Bytes of a text that somebody stored: more than a window can show, and far less than a line can carry. Of
+/// a longer one the beginning is shown.
+inline constexpr std::size_t longestText = 16384;
 
 // Kinds of windows and what their contents understand.
 inline constexpr std::string_view breakKind = "break";
