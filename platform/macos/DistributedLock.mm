@@ -2,20 +2,15 @@
 
 #import "platform/macos/Bridge.h"
 
-#include <optional>
+#include "platform/posix/ScreenLock.h"
 
 namespace {
 
-std::function<void()> whenLocked;
-std::function<void()> whenUnlocked;
-std::optional<bool> lastTold;
+/// There from the first observer on. Nobody promises that the login window says a thing once only.
+std::optional<kelpa::ScreenLock> screen;
 
-/// Nobody promises that the login window says a thing once only.
 void become(bool locked) {
-    if (lastTold == locked)
-        return;
-    lastTold = locked;
-    kelpa::callCore(locked ? whenLocked : whenUnlocked);
+    kelpa::callCore([locked] { screen->become(locked); });
 }
 
 } // namespace
@@ -58,14 +53,13 @@ void add(SEL selector, NSString* name) {
 } // namespace
 
 void DistributedLock::observe(std::function<void()> locked, std::function<void()> unlocked) {
-    whenLocked = std::move(locked);
-    whenUnlocked = std::move(unlocked);
+    screen.emplace(std::move(locked), std::move(unlocked));
     add(@selector(didLockScreenShow:), @"com.apple.screenIsLocked");
     add(@selector(didLockScreenDismiss:), @"com.apple.screenIsUnlocked");
 }
 
 bool DistributedLock::locked() const {
-    return lastTold.value_or(false);
+    return screen && screen->locked();
 }
 
 } // namespace kelpa

@@ -29,6 +29,16 @@ TEST(LockEdgesTest, TheFirstWordOfAnySourceCountsAndEqualOnesDoNot) {
     EXPECT_FALSE(of.edges.locked());
 }
 
+TEST(LockEdgesTest, TheFirstUnlockCountsAlthoughNoLockWasHeardAndNoSecondOneDoes) {
+    Edges of;
+    of.edges.gone("mate");
+    EXPECT_EQ(of.heard, "");
+    of.edges.says("gnome", false);
+    of.edges.says("mate", false);
+    of.edges.unlockRequested();
+    EXPECT_EQ(of.heard, "U");
+}
+
 TEST(LockEdgesTest, ARequestToLockCountsOnlyByTheWordOfWhoeverLocks) {
     Edges of;
     of.edges.lockRequested();
@@ -41,7 +51,6 @@ TEST(LockEdgesTest, ARequestToLockCountsOnlyByTheWordOfWhoeverLocks) {
 
 TEST(LockEdgesTest, ARequestToUnlockCountsAtOnceAndALockerThatDidNotObeyIsBelievedAgain) {
     Edges of;
-    of.edges.unlockRequested();
     of.edges.says("xfce", true);
     of.edges.unlockRequested();
     EXPECT_EQ(of.heard, "LU");
