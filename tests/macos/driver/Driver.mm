@@ -72,6 +72,16 @@ id changeScreens(NSDictionary* asked) {
     return nil;
 }
 
+/// The system moves the windows of a screen that went away.
+id moveWindow(NSDictionary* asked) {
+    NSArray* frame = asked[@"frame"];
+    [driver::windowNumbered(asked[@"window"])
+        setFrame:NSMakeRect([frame[0] doubleValue], [frame[1] doubleValue], [frame[2] doubleValue],
+                            [frame[3] doubleValue])
+         display:YES];
+    return nil;
+}
+
 id happenElsewhere(NSDictionary* asked) {
     standin::happenElsewhere([NSEvent
         mouseEventWithType:static_cast<NSEventType>([asked[@"type"] integerValue])
@@ -120,6 +130,7 @@ id notes(NSDictionary*) {
 const std::map<std::string, Command>& commands() {
     static const auto* all = new std::map<std::string, Command>{
         {"pass", pass},
+        {"move", moveWindow},
         {"post", post},
         {"screens", changeScreens},
         {"elsewhere", happenElsewhere},
@@ -132,6 +143,7 @@ const std::map<std::string, Command>& commands() {
         {"windows", driver::windows},
         {"title", driver::title},
         {"menu", driver::menu},
+        {"lacking actions", driver::lackingActions},
         {"choose line", driver::chooseLine},
         {"press", driver::press},
         {"click into", driver::clickInto},

@@ -19,6 +19,7 @@ NSError* obstacle(NSView* view) {
         return problem(@"It is hidden");
     if ([view isKindOfClass:[NSControl class]] && ![static_cast<NSControl*>(view) isEnabled])
         return problem(@"It is grey");
+    [view scrollRectToVisible:[view bounds]];
     NSView* content = [[view window] contentView];
     const NSRect box = [view convertRect:[view bounds] toView:[content superview]];
     const NSPoint middle = NSMakePoint(NSMidX(box), NSMidY(box));

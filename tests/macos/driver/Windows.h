@@ -11,6 +11,8 @@ id windows(NSDictionary* asked);
 id title(NSDictionary* asked);
 /// The lines of the menu there.
 id menu(NSDictionary* asked);
+/// The names of the actions of its lines that their targets do not have.
+id lackingActions(NSDictionary* asked);
 
 /// The view that `windows` gave this number, as long as it is there.
 NSView* viewNumbered(NSNumber* number);

@@ -200,6 +200,14 @@ id menu(NSDictionary*) {
     return lines;
 }
 
+id lackingActions(NSDictionary*) {
+    NSMutableArray* lacking = [NSMutableArray array];
+    for (NSMenuItem* line in [standin::statusMenu() itemArray])
+        if ([line action] && ![[line target] respondsToSelector:[line action]])
+            [lacking addObject:NSStringFromSelector([line action])];
+    return lacking;
+}
+
 NSView* viewNumbered(NSNumber* number) {
     for (NSWindow* window in [NSApp windows])
         if (NSView* found = [window isVisible] ? viewWithin([window contentView], number) : nil)

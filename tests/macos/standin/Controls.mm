@@ -81,6 +81,7 @@ NSString* const NSAccessibilityLinkRole = @"link";
 + (instancetype)labelWithString:(NSString*)text {
     NSTextField* label = [self textFieldWithString:text];
     [label setEditable:NO];
+    [label setSelectable:NO];
     [label setBezeled:NO];
     [label setDrawsBackground:NO];
     return label;
@@ -110,6 +111,16 @@ NSString* const NSAccessibilityLinkRole = @"link";
 
 - (NSString*)accessibilityLabel {
     return [recordOf(self) objectForKey:@"label"];
+}
+
+/// Here one that is off would be grey.
+- (void)setEnabled:(BOOL)enabled {
+    [recordOf(self) setObject:@(enabled) forKey:@"enabled"];
+}
+
+- (BOOL)isEnabled {
+    NSNumber* enabled = [recordOf(self) objectForKey:@"enabled"];
+    return !enabled || [enabled boolValue];
 }
 
 @end

@@ -10,12 +10,32 @@ NSString* const NSAboutPanelOptionApplicationName = @"ApplicationName";
 NSString* const NSAboutPanelOptionApplicationIcon = @"ApplicationIcon";
 NSString* const NSImageNameApplicationIcon = @"NSApplicationIcon";
 
+namespace {
+
+using KeyDown = void (*)(id, SEL, NSEvent*);
+KeyDown keyDownOfWindow = nullptr;
+
+/// Escape that nothing else took asks for the end of what is going on.
+void keyDown(NSWindow* window, SEL selector, NSEvent* event) {
+    if ([[event characters] isEqual:@"\033"])
+        [[window firstResponder] doCommandBySelector:@selector(cancelOperation:)];
+    else
+        keyDownOfWindow(window, selector, event);
+}
+
+} // namespace
+
 @interface ScreenStandIn : NSScreen
 @end
 
 @implementation ScreenStandIn {
     NSRect _rect;
     NSNumber* _number;
+}
+
++ (void)load {
+    keyDownOfWindow = reinterpret_cast<KeyDown>(
+        replaceMethod("NSWindow", @selector(keyDown:), reinterpret_cast<void*>(keyDown)));
 }
 
 + (instancetype)screenWithRect:(NSRect)rect number:(NSNumber*)number {
@@ -258,8 +278,9 @@ NSMenu* standin::statusMenu() {
 @implementation NSApplication (StandIn)
 
 - (void)addWindowsItem:(NSWindow*)window title:(NSString*)title filename:(BOOL)isFile {
+    (void)window;
+    (void)title;
     (void)isFile;
-    note(@"windows menu", @{@"title" : title, @"window" : @([window windowNumber])});
 }
 
 - (void)orderFrontStandardAboutPanelWithOptions:(NSDictionary*)options {
