@@ -7,7 +7,7 @@ from pathlib import Path
 
 from preferences_support import WORK, PreferencesTest
 from support import PROGRAM, DesktopTest, main, wait_until
-from virtual_desktop import Session, wait_for_cover, wait_for_uncover
+from virtual_desktop import Accessibility, Session, wait_for_cover, wait_for_uncover
 
 # A view that owes an answer for so long is replaced; another one is there within a second.
 OWED, START = 2, 10
@@ -141,6 +141,30 @@ class Settings(PreferencesTest):
         self.meet()
         self.turn_to("Workflow")
         self.wait_shown(WORK, "1000")
+
+
+class SilentBus(DesktopTest):
+    """A session bus that stands still, of which the toolkit asks much before it shows anything."""
+    MONITORS = ROOM = 1
+    TRAY = False
+
+    def test_a_break_comes_all_the_same_and_screen_readers_hear_of_the_next_view(self):
+        accessibility = Accessibility(self.session)
+        self.addCleanup(accessibility.close)
+        bus = next(child for child in self.session.children if any("session-bus.conf" in word for word in child.args))
+        program = self.launch()
+        program.item()
+        os.kill(bus.pid, signal.SIGSTOP)
+        self.addCleanup(os.kill, bus.pid, signal.SIGCONT)
+        wait_for_cover(self.session, self.monitors, 6)
+        self.settle(2.5)
+        self.assertGreater(self.screen.picture(self.monitors[0]).ink_share(), 0.01)
+        self.assertEqual(program.count("has not answered"), 0)
+        os.kill(bus.pid, signal.SIGCONT)
+        [view] = self.helpers(program, "kelpa-view")
+        os.kill(view, signal.SIGKILL)
+        window = accessibility.window("1", seconds=10)
+        wait_until(lambda: window.find("push button", "Skip"), 5, "the break to be read")
 
 
 if __name__ == "__main__":

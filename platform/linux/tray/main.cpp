@@ -1,5 +1,6 @@
 #include "platform/linux/tray/TrayItem.h"
 #include "platform/linux/view/Channel.h"
+#include "platform/linux/view/SessionBus.h"
 
 #include <QApplication>
 #include <QDir>
@@ -35,6 +36,7 @@ int main(int argc, char** argv) {
         return 2;
     }
     keepToolkitSmall();
+    kelpa::avoidSilentBus();
     QApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("Kelpa"));
     QGuiApplication::setDesktopFileName(QStringLiteral("app.orvane.Kelpa"));

@@ -2,6 +2,7 @@
 #include "platform/linux/view/Channel.h"
 #include "platform/linux/view/Desk.h"
 #include "platform/linux/view/InputReport.h"
+#include "platform/linux/view/SessionBus.h"
 #include "platform/linux/wire/ViewProtocol.h"
 
 #include <QGuiApplication>
@@ -70,6 +71,7 @@ int main(int argc, char** argv) {
     chooseDisplay();
     keepToolkitSmall();
     giveLargeBlocksBack();
+    kelpa::avoidSilentBus();
     QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
     QGuiApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("Kelpa"));
