@@ -35,6 +35,9 @@ class Desk {
     /// The machine sleeps: the wall clock moves, monotonic time stands still.
     void suspend(double seconds) { clock.step(seconds); }
 
+    /// What the desk has to offer; a test may take some away before the launch.
+    [[nodiscard]] Services& offered() { return ports_.services; }
+
     /// What a person does in the preferences window, without showing it first.
     [[nodiscard]] static PreferencesClient& preferences();
     /// The Water pane's behaviour under the window's controls, whose limits a script is free of.

@@ -77,13 +77,14 @@ class RecordingServices final : public LoginItem,
 class FixedSystem final : public SystemInfo {
   public:
     [[nodiscard]] std::map<std::string, InfoValue> bundleInfo() const override { return infos; }
-    [[nodiscard]] std::optional<std::string> bundleIdentifier() const override { return "app.orvane.Kelpa"; }
+    [[nodiscard]] std::optional<std::string> bundleIdentifier() const override { return identifier; }
     [[nodiscard]] std::string machine() const override { return "x86_64"; }
     [[nodiscard]] Version osVersion() const override { return {12, 0, 0}; }
     [[nodiscard]] std::optional<std::string> homeDirectory() const override { return home; }
     [[nodiscard]] std::optional<std::string> applicationIcon() const override { return icon; }
 
     std::map<std::string, InfoValue> infos = {{"CFBundleDisplayName", std::string("Kelpa")}};
+    std::optional<std::string> identifier = "app.orvane.Kelpa";
     std::optional<std::string> home = "/home/desk/app.orvane.Kelpa";
     std::optional<std::string> icon = "app.orvane.Kelpa";
 };

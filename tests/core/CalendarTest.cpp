@@ -13,7 +13,8 @@ constexpr WeekRule american{0, 1};
 TEST(WeekBasedYear, IsTheYearOfTheWeekNotOfTheDay) {
     EXPECT_EQ(weekBasedYear(2026, 6, 1, iso), 2026);
     EXPECT_EQ(weekBasedYear(2024, 12, 29, iso), 2024); // a Sunday: the old year's last week
-    EXPECT_EQ(weekBasedYear(2024, 12, 30, iso), 2025); // the Monday of a week with four days in 2025
+    EXPECT_EQ(weekBasedYear(2024, 12, 30, iso), 2025); // the Monday of a week that is mostly 2025's
+    EXPECT_EQ(weekBasedYear(2025, 12, 29, iso), 2026); // the Monday of a week with four days in 2026
     EXPECT_EQ(weekBasedYear(2027, 1, 3, iso), 2026);   // the Sunday of a week that is mostly 2026's
     EXPECT_EQ(weekBasedYear(2027, 1, 4, iso), 2027);
     EXPECT_EQ(weekBasedYear(2022, 12, 31, american), 2022);

@@ -134,6 +134,10 @@ TEST(Cycle, EveryBreakIsLongInACycleOfOne) {
     expectCycleOf(1);
 }
 
+TEST(Cycle, EveryBreakIsLongInACycleOfMinusOne) {
+    expectCycleOf(-1);
+}
+
 TEST(Cycle, EveryThirdBreakIsLongInACycleOfThree) {
     expectCycleOf(3);
 }

@@ -202,13 +202,18 @@ TEST(NewDay, TheFirstUnlockOfADayIsGreetedForTenSecondsAndThenWorkBegins) {
 
 TEST(NewDay, IsGreetedWhateverTheRestartSettingAndSkipEndsIt) {
     Play play({"title", "count", "set", "item", "break"});
-    play(greets + mouseMayRest + "store restart_timer_after_awake bool false\nlaunch\n");
+    play(greets + mouseMayRest +
+         "store restart_timer_after_awake bool false\nstore custom_break_prompt bool true\n"
+         "store break_style int 2\nstore new_day_break_prompt_list_2 list [\"mine\"]\nlaunch\n");
     EXPECT_EQ(
         play("unlock\n+3\nskip 1\n"),
         (Lines{"0.000 window made 1 0,0 1920x1080 level=25", "0.000 window show 1", "0.000 app activate",
                "0.000 log info ticktack timer stoped 1.0", "0.000 log info ticktack timer start 10",
                "3.000 log info skip break view", "3.000 window closing 1", "3.000 app deactivate",
                "3.000 log info ticktack timer stoped 1.0", "3.000 log info ticktack timer start 1500"}));
+    const auto known = newDayPrompts(BreakStyle::struggle);
+    const std::string prompt = AppState::promptState().prompt.value();
+    EXPECT_NE(std::find(known.begin(), known.end(), prompt), known.end()) << prompt;
 }
 
 TEST(NewDay, PausedByHandItIsGreetedAllTheSameAndTheCycleStaysStopped) {

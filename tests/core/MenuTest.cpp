@@ -12,13 +12,15 @@ using test::Lines;
 using test::Play;
 
 /// The menu as a person reads it: image, title, key; "-" for a separator, brackets for a disabled line.
-/// Behind it stands what menus that call by name call.
+/// Behind it stand what menus that call by name call, and the tag.
 Lines shown(const Play& play) {
     Lines lines;
     for (const MenuLine& line : play.desk.statusBar.lines()) {
-        std::string text = line.separator
-                               ? "-"
-                               : line.image + "|" + line.title + "|" + line.keyEquivalent + "|" + line.action;
+        std::string text = line.image + "|" + line.title + "|" + line.keyEquivalent + "|" + line.action;
+        if (line.tag != 0)
+            text += std::to_string(line.tag);
+        if (line.separator)
+            text = "-";
         lines.push_back(line.enabled || line.separator ? text : "[" + text + "]");
     }
     return lines;
@@ -27,7 +29,7 @@ Lines shown(const Play& play) {
 TEST(Menu, HasItsLinesInOrder) {
     Play play;
     play("launch\n");
-    EXPECT_EQ(shown(play), (Lines{"[|    Kelpa - v1.0.0(1)||]", "-", "stop.circle|- Stop -|p|didClickPause",
+    EXPECT_EQ(shown(play), (Lines{"[|    Kelpa - v1.0.0(1)||]", "-", "stop.circle|- Stop -|p|didClickPause2",
                                   "gearshape.circle|Settings...|,|didClickSettings", "-",
                                   "arrow.counterclockwise.icloud|Check for Updates...||didClickUpdates",
                                   "mail.stack|Feedback...||didClickFeedback",
@@ -56,7 +58,20 @@ TEST(Menu, WaterLineIsThereFromTheStartWhereTheReminderIsOn) {
     Play play({"title", "log", "set"});
     play("start 2026-11-23T21:00:00\nstore pref.water.enable bool true\nlaunch\n");
     ASSERT_EQ(shown(play).size(), 10U);
-    EXPECT_EQ(shown(play)[3], "drop.triangle|Water (0% Out of hours)|r|didClickWater");
+    EXPECT_EQ(shown(play)[3], "drop.triangle|Water (0% Out of hours)|r|didClickWater3");
+}
+
+TEST(Menu, WhatThePlatformDoesNotHaveIsDisabled) {
+    Play play({"title", "log", "item"});
+    play.desk.offered() = {};
+    play("launch\n");
+    EXPECT_EQ(shown(play),
+              (Lines{"[|    Kelpa - v1.0.0(1)||]", "-", "stop.circle|- Stop -|p|didClickPause2",
+                     "[gearshape.circle|Settings...|,|]", "-",
+                     "[arrow.counterclockwise.icloud|Check for Updates...||]", "[mail.stack|Feedback...||]",
+                     "[info.circle|About...||]", "escape|Quit|q|didClickQuit"}));
+    EXPECT_EQ(play("pref launchAtLogin true\nmenu about\n"),
+              (Lines{"0.000 set launch_at_login bool true", "0.000 refused menu about"}));
 }
 
 TEST(Menu, ServicesAreCalled) {

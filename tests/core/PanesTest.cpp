@@ -191,7 +191,9 @@ TEST(WorkflowPane, WhatTheCycleCannotRunWithIsNeverStored) {
     EXPECT_GT(settings["shortBreakTimes"].told, told);
     EXPECT_EQ(settings["shortBreakTimes"].text, "4");
     EXPECT_EQ(settings["shortBreakTimes"].problem, problem) << "why the number came back";
-    settings.play("+5\n");
+    settings.play("+4.9\n");
+    EXPECT_EQ(settings["shortBreakTimes"].problem, problem);
+    settings.play("+0.1\n");
     EXPECT_EQ(settings["shortBreakTimes"].problem, "");
     EXPECT_EQ(pref().shortBreakTimes(), 4);
 }

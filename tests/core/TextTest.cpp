@@ -79,6 +79,7 @@ TEST(CheckedDeathTest, OverflowEndsTheProcess) {
     constexpr auto lowest = std::numeric_limits<std::int64_t>::min();
     EXPECT_EQ(checkedMultiply(-3037000499, 3037000499), -9223372030926249001);
     EXPECT_EQ(checkedMultiply(lowest, 1), lowest);
+    EXPECT_EQ(checkedMultiply(highest / 60, 60), highest / 60 * 60);
     EXPECT_DEATH((void)checkedMultiply(highest / 60 + 1, 60), "overflow");
     EXPECT_DEATH((void)checkedMultiply(lowest, -1), "overflow");
     EXPECT_DEATH((void)checkedAdd(highest, 1), "overflow");

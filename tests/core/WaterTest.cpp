@@ -175,6 +175,12 @@ TEST(WaterSchedule, SecondsAreCutTowardsZero) {
     EXPECT_EQ(water().nextReminder(), -299);
 }
 
+TEST(WaterSchedule, WhatWasArmedFiresWhateverHolds) {
+    Play play({"title", "log", "item", "set", "water", "app"});
+    play(at("19:55:00", 19 * hour + 50 * 60) + "launch\nstore pref.water.enable bool false\n");
+    EXPECT_EQ(play("+600\n").back(), "600.000 window show Water Reminder");
+}
+
 TEST(WaterSchedule, OutOfHoursThePendingReminderIsCancelled) {
     Play play({"title", "item", "window", "app", "set"});
     play(at("19:55:00", 19 * hour + 50 * 60) + "launch\n+301\nmenu water\n");
@@ -223,12 +229,18 @@ TEST(WaterSchedule, TimePointsAfterNowAndAfterTheLastAnswer) {
     play("clock +12600\n");
     EXPECT_FALSE(water().inWorkTime());
     EXPECT_EQ(water().nextReminder(), 72000); // tomorrow at nine
+    play("clock -14400\n");
+    EXPECT_FALSE(water().inWorkTime()); // nine itself
+    play("clock +1\n");
+    EXPECT_TRUE(water().inWorkTime());
 }
 
 TEST(WaterSchedule, TheTimeOfDayOfAnOldAnswerStillCounts) {
     Play play({"title", "item", "log", "window", "app", "set", "water"});
     play(at("10:00:00", -6 * hour) + timing + "store pref.water.enable bool false\nlaunch\n");
     EXPECT_EQ(water().nextReminder(), 9 * 3600); // not 11:00: the answer was at 18:00
+    play("store pref.water.lastShowDate real 1795374000\n");
+    EXPECT_EQ(water().nextReminder(), 23 * 3600); // after 19:00 itself there is none
     AppState::waterState().reset();
     EXPECT_EQ(water().nextReminder(), 3600);
     play("clock +34200\n");
@@ -322,6 +334,21 @@ TEST(WaterPanel, SkipAddsNothingAndStartsTheIntervalAnew) {
                      "10.000 set pref.water.lastShowDate real 1795428010.0", "10.000 water armed 900"}));
 }
 
+TEST(WaterPanel, ClosedByHandItGoesAtOnceAndUnanswered) {
+    Play play({"title", "log", "item"});
+    play(at("10:00:00", 9 * hour + 50 * 60) + "launch\n+300\n");
+    WaterPanelClient& client = *play.desk.windows.waterPanel()->client;
+    client.closePressed();
+    for (const auto press :
+         {&WaterPanelClient::closePressed, &WaterPanelClient::skipPressed, &WaterPanelClient::donePressed})
+        (client.*press)();
+    client.amountTapped(250);
+    const Lines all = play.journal.lines();
+    EXPECT_EQ(
+        (Lines{all.end() - 3, all.end()}),
+        (Lines{"300.000 app activate", "300.000 window closed Water Reminder", "300.000 app deactivate"}));
+}
+
 TEST(WaterPanel, OffersAnAnswerWheneverItIsShownAlsoOnItsWayOut) {
     Play play;
     play(at("10:00:00", 9 * hour + 50 * 60) + "launch\n+300\n");
@@ -385,7 +412,7 @@ TEST(WaterPanel, FollowsChangesOfTheSettingsAndSaysWhenItIsOutOfHours) {
     const auto* panel = play.desk.windows.waterPanel();
     play("pref selectedInterval 60\n+1\n");
     EXPECT_EQ(panel->counting.remaining, "49:59");
-    play("pref target 100\npref finished 150\n");
+    play("pref finished 150\npref target 100\n");
     EXPECT_EQ(panel->progress.remain, "");
     EXPECT_EQ(panel->progress.percent, "150");
     EXPECT_EQ(panel->progress.fraction, 1);

@@ -50,12 +50,14 @@ class Tray(DesktopTest):
         self.assertEqual(item.label(), "")
 
     def test_the_menu_holds_its_lines(self):
-        item = self.item_of(self.launch(speed=1))
+        item = self.item_of(self.launch({"pref.water.enable": True}, speed=1))
         lines = [line.properties for line in item.menu()]
         version = lines[0]["label"]
         self.assertRegex(version, r"^    Kelpa - v\d+\.\d+\.\d+\(.+\)$")
         told = ["-" if line.get("type") == "separator" else line["label"] for line in lines]
-        self.assertEqual(told[1:], ["-", "- Stop -", "Settings...", "-", "Check for Updates...", "Feedback...",
+        water = told[3]
+        self.assertIn(water, ("Water (0% )", "Water (0% Out of hours)"))
+        self.assertEqual(told[1:], ["-", "- Stop -", water, "Settings...", "-", "Check for Updates...", "Feedback...",
                                     "About...", "Quit"])
         enabled = {label: line.get("enabled", True) for label, line in zip(told, lines)}
         self.assertFalse(enabled[version])
@@ -63,9 +65,10 @@ class Tray(DesktopTest):
         for label, line in zip(told, lines):
             if label not in ("-", version):
                 self.assertEqual(bytes(line["icon-data"][:8]), b"\x89PNG\r\n\x1a\n", label)
-        shortcuts = {label: line["shortcut"][0][-1] for label, line in zip(told, lines) if "shortcut" in line}
-        self.assertEqual(set(shortcuts), {"- Stop -", "Settings...", "Quit"})
-        self.assertEqual((shortcuts["- Stop -"].lower(), shortcuts["Quit"].lower()), ("p", "q"))
+        keys = {label: [list(map(str, chord)) for chord in line["shortcut"]]
+                for label, line in zip(told, lines) if "shortcut" in line}
+        self.assertEqual(keys, {"- Stop -": [["Control", "p"]], water: [["Control", "r"]],
+                                "Settings...": [["Control", "comma"]], "Quit": [["Control", "q"]]})
 
     def test_the_pause_line_stops_the_time_and_starts_it_again(self):
         program = self.launch(speed=1)
