@@ -48,7 +48,7 @@ std::vector<std::unique_ptr<ActivitySource>> activitySources(EventLoop& loop, co
 
 Program::Program(EventLoop& loop, Display& display, double speed, Bus& session, Instance& instance)
     : loop_(loop), session_(session), systemBus_(loop, Bus::Kind::System), queues_(speed),
-      folders_(dataFolders()), clock_(speed), store_(settingsFile(), *this),
+      folders_(dataFolders()), clock_(speed), store_(settingsFile(), *this, loop),
       windows_({loop, display.screens(), display.focus(), *this}, helperPath("kelpa-view")), about_(windows_),
       preferences_(windows_), tray_(display.makeTray(*this)), fonts_(folders_.data),
       translations_(folders_.locale), fatalErrors_(logCritical), lock_(loop, session, systemBus_),

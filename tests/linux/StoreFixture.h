@@ -27,7 +27,9 @@ struct PlistStoreTest : testing::Test {
     TempFolder folder;
     std::string path = folder.file("settings.plist");
     KeptReports report;
-    PlistStore store{path, report};
+    EventLoop loop;
+    static constexpr double rest = 0.1; ///< seconds
+    PlistStore store{path, report, loop, rest};
 
     ~PlistStoreTest() override {
         if (geteuid() != getuid() && seteuid(getuid()) != 0)

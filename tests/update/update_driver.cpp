@@ -139,7 +139,7 @@ int main(int argc, char** argv) {
         real = std::make_unique<RealWindow>(loop, arguments[7], report);
         window.real = &real->window;
     }
-    PlistStore store(arguments.at(4), report);
+    PlistStore store(arguments.at(4), report, loop);
     LinuxUpdater updater({loop, clock, store, window, report}, setupOf(arguments, translations.language()));
     updater.setAutomaticallyChecks(true);
     updater.setCheckInterval(43200);

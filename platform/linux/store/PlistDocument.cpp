@@ -1,5 +1,7 @@
 #include "platform/linux/store/PlistDocument.h"
 
+#include "platform/linux/store/PlistChecks.h"
+
 #include <plist/plist.h>
 
 #include <clocale>
@@ -50,10 +52,15 @@ plist_t parsed(const std::string& bytes) {
 /// Read anew from its XML: of the binary form the library would take a zero byte into a key, and end the
 /// program when it is asked for that key.
 plist_t parsedBinary(const std::string& bytes) {
-    const plist_t root = parsed(bytes);
+    const plist_t root = isTameBinary(bytes) ? parsed(bytes) : nullptr;
     const std::string xml = root == nullptr ? std::string() : xmlOf(root);
     plist_free(root);
     return xml.find('\0') == std::string::npos ? parsed(xml) : nullptr;
+}
+
+plist_t parsedXml(const std::string& bytes) {
+    const auto xml = asUtf8(bytes);
+    return xml && isTameXml(*xml) ? parsed(withoutFalseNumbers(*xml)) : nullptr;
 }
 
 /// The library hands out 64 bits without their sign: with the top bit set only the written form tells a
@@ -152,8 +159,7 @@ PlistDocument& PlistDocument::operator=(PlistDocument&& other) noexcept {
 }
 
 std::optional<PlistDocument> PlistDocument::parse(const std::string& bytes) {
-    const bool binary = bytes.starts_with("bplist");
-    const plist_t root = binary ? parsedBinary(bytes) : parsed(withoutFalseNumbers(bytes));
+    const plist_t root = bytes.starts_with("bplist") ? parsedBinary(bytes) : parsedXml(bytes);
     if (root == nullptr)
         return std::nullopt;
     PlistDocument document(root);

@@ -18,7 +18,8 @@ class PlistDocument {
     PlistDocument(PlistDocument&& other) noexcept;
     PlistDocument& operator=(PlistDocument&& other) noexcept;
 
-    /// Reads an XML or binary property list; nothing when it is damaged or its root is no dictionary.
+    /// Reads a property list in XML, as UTF-8 or UTF-16, or a binary one; nothing when it is damaged, nested
+    /// beyond reason, or its root is no dictionary.
     static std::optional<PlistDocument> parse(const std::string& bytes);
     /// Every value of a kind that the program knows.
     [[nodiscard]] StoreValues values() const;

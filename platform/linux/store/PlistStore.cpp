@@ -11,14 +11,18 @@ namespace {
 constexpr std::int64_t nanosecondsASecond = 1'000'000'000;
 /// How long two changes of a file may bear the same time stamp.
 constexpr std::int64_t stampGrain = 50'000'000;
-/// How long another program may need to write the file in place.
-constexpr timespec halfWritten{0, 20'000'000};
+/// Between two looks at a file that keeps the program from its end.
+constexpr timespec betweenLooks{0, 20'000'000};
+
+std::int64_t nanoseconds(clockid_t clock) {
+    timespec now{};
+    clock_gettime(clock, &now);
+    return now.tv_sec * nanosecondsASecond + now.tv_nsec;
+}
 
 /// True when no later change can hide behind the file's time stamp.
 bool isSettled(const FileIdentity& identity) {
-    timespec now{};
-    clock_gettime(CLOCK_REALTIME, &now);
-    const auto age = now.tv_sec * nanosecondsASecond + now.tv_nsec - identity.changed;
+    const auto age = nanoseconds(CLOCK_REALTIME) - identity.changed;
     return !identity.exists() || age > stampGrain || age < -stampGrain;
 }
 
@@ -28,11 +32,22 @@ std::string lockName(const std::string& path) {
 
 } // namespace
 
-PlistStore::PlistStore(std::string path, StoreReport& report) : path_(std::move(path)), report_(report) {}
+PlistStore::PlistStore(std::string path, StoreReport& report, Queue& queue, double restSeconds)
+    : path_(std::move(path)), report_(report), queue_(queue),
+      rest_(static_cast<std::int64_t>(restSeconds * nanosecondsASecond)) {}
 
 PlistStore::~PlistStore() {
-    if (!held_.empty())
+    const std::int64_t end = nanoseconds(CLOCK_MONOTONIC) + rest_;
+    while (!held_.empty()) {
         storeOrTell();
+        if (!look_ || ending_)
+            break;
+        nanosleep(&betweenLooks, nullptr);
+        // Somebody may write for ever, and what is judged too early is only set aside.
+        ending_ = nanoseconds(CLOCK_MONOTONIC) >= end;
+    }
+    if (look_)
+        look_->cancel();
 }
 
 std::optional<bool> PlistStore::boolean(std::string_view key) const {
@@ -85,7 +100,7 @@ void PlistStore::write(std::string_view key, StoreValue value) {
     storeOrTell();
 }
 
-void PlistStore::storeOrTell() {
+void PlistStore::storeOrTell() const {
     try {
         store();
         toldOfWrite_ = false;
@@ -94,16 +109,18 @@ void PlistStore::storeOrTell() {
     }
 }
 
-void PlistStore::store() {
+void PlistStore::store() const {
     if (path_.empty())
         throw std::runtime_error("the home folder is unknown");
     const std::string target = linkTarget(path_);
     makeFolderOf(target);
     const FileLock lock(lockName(target));
-    PlistDocument document = loadUnderLock(target).document;
+    auto loaded = loadUnderLock(target);
+    if (!loaded)
+        return lookAgainLater();
     for (const auto& [key, value] : held_)
-        document.set(key, value);
-    remember(document, replaceFile(target, document.xml()));
+        loaded->document.set(key, value);
+    remember(loaded->document, replaceFile(target, loaded->document.xml()));
     held_.clear();
 }
 
@@ -126,12 +143,39 @@ void PlistStore::refresh() const {
 
 void PlistStore::load() const {
     auto loaded = parsedFile(path_);
-    if (!loaded) {
+    if (!loaded && rests(identity_)) {
         const std::string target = linkTarget(path_);
         const FileLock lock(lockName(target));
         loaded = loadUnderLock(target);
     }
+    if (!loaded)
+        return lookAgainLater();
     remember(loaded->document, loaded->identity);
+}
+
+/// By the file's time stamp, or by how long it has been seen unchanged where that stamp cannot be relied on.
+bool PlistStore::rests(const FileIdentity& identity) const {
+    const std::int64_t now = nanoseconds(CLOCK_MONOTONIC);
+    if (identity != restless_)
+        seenSince_ = now;
+    restless_ = identity;
+    return ending_ || now - seenSince_ >= rest_ || nanoseconds(CLOCK_REALTIME) - identity.changed >= rest_;
+}
+
+void PlistStore::lookAgainLater() const {
+    if (look_)
+        return;
+    look_ = std::make_shared<WorkItem>([this] { lookAgain(); });
+    queue_.asyncAfter(static_cast<double>(rest_) / nanosecondsASecond, look_);
+}
+
+void PlistStore::lookAgain() const {
+    look_ = nullptr;
+    settled_ = false;
+    if (held_.empty())
+        refresh();
+    else
+        storeOrTell();
 }
 
 /// What the file holds, an empty list where there is none; nothing when it is damaged.
@@ -145,17 +189,16 @@ std::optional<PlistStore::Loaded> PlistStore::parsedFile(const std::string& path
     return Loaded{std::move(*document), content->identity};
 }
 
-/// A damaged file is moved out of the way, because it may still be mended by hand. It is looked at twice: the
-/// first look may have met a program that writes without our lock.
-PlistStore::Loaded PlistStore::loadUnderLock(const std::string& target) const {
+/// A damaged file is moved out of the way, because it may still be mended by hand; nothing is given for one
+/// that may only be half-written, by a program that does not know our lock.
+std::optional<PlistStore::Loaded> PlistStore::loadUnderLock(const std::string& target) const {
     if (auto loaded = parsedFile(target))
-        return std::move(*loaded);
-    nanosleep(&halfWritten, nullptr);
-    if (auto loaded = parsedFile(target))
-        return std::move(*loaded);
+        return loaded;
+    if (!rests(FileIdentity::of(target)))
+        return std::nullopt;
     const std::string name = setAside(target);
     report_.warning("The settings file was damaged and is now " + name + "; defaults apply.");
-    return {};
+    return Loaded{};
 }
 
 void PlistStore::remember(const PlistDocument& document, const FileIdentity& identity) const {

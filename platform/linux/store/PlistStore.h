@@ -4,7 +4,9 @@
 #include "platform/linux/store/PlistDocument.h"
 #include "platform/linux/store/StoreValue.h"
 #include "platform/ports/DefaultsStore.h"
+#include "platform/ports/Queue.h"
 
+#include <memory>
 #include <string>
 
 namespace kelpa {
@@ -19,13 +21,14 @@ class StoreReport {
 
 /// The settings in one XML property list. A read costs one `stat` and no memory unless the file changed; a
 /// write goes to disk at once, over whatever the file holds by then. A value that cannot be stored is kept,
-/// read back, and stored with the next write that succeeds.
+/// read back, and stored with the next write that succeeds. A file that makes no sense may be one that
+/// another program is writing: until it has rested for a while the last good values hold, and writes wait.
 class PlistStore final : public DefaultsStore {
   public:
-    /// `path` is the file, or empty where there is no place for one; `report` outlives the store. Reads
-    /// nothing yet.
-    PlistStore(std::string path, StoreReport& report);
-    /// Tries once more to store what could not be stored.
+    /// `path` is the file, or empty where there is no place for one; `report` and `queue`, which is the main
+    /// thread's, outlive the store. Damage is judged after `restSeconds` without a change. Reads nothing yet.
+    PlistStore(std::string path, StoreReport& report, Queue& queue, double restSeconds = 1);
+    /// Tries once more to store what could not be stored, and for that waits for a file to rest.
     ~PlistStore() override;
     PlistStore(const PlistStore&) = delete;
     PlistStore& operator=(const PlistStore&) = delete;
@@ -46,8 +49,8 @@ class PlistStore final : public DefaultsStore {
     template <typename T>
     std::optional<T> read(std::string_view key) const;
     void write(std::string_view key, StoreValue value);
-    void storeOrTell();
-    void store();
+    void storeOrTell() const;
+    void store() const;
     void refresh() const;
     void load() const;
     struct Loaded {
@@ -55,20 +58,32 @@ class PlistStore final : public DefaultsStore {
         FileIdentity identity;
     };
     static std::optional<Loaded> parsedFile(const std::string& path);
-    Loaded loadUnderLock(const std::string& target) const;
+    std::optional<Loaded> loadUnderLock(const std::string& target) const;
+    [[nodiscard]] bool rests(const FileIdentity& identity) const;
+    void lookAgainLater() const;
+    void lookAgain() const;
     void remember(const PlistDocument& document, const FileIdentity& identity) const;
     void cannot(const std::string& what, const std::exception& why, bool& told) const;
 
     std::string path_;
     StoreReport& report_;
+    // A read of a setting may have to bring up to date what follows.
     /// Values that the file does not hold yet.
-    StoreValues held_;
-    bool toldOfWrite_ = false;
-    // What the file held when it was last read; a read of a setting may have to bring it up to date.
+    mutable StoreValues held_;
+    mutable bool toldOfWrite_ = false;
+    // What the file held when it was last read.
     mutable StoreValues values_;
     mutable FileIdentity identity_;
     mutable bool settled_ = false;
     mutable bool toldOfRead_ = false;
+
+    // Of a file that makes no sense and has not rested yet.
+    Queue& queue_;
+    std::int64_t rest_; ///< nanoseconds
+    mutable FileIdentity restless_;
+    mutable std::int64_t seenSince_ = 0;     ///< nanoseconds of a steady clock
+    mutable std::shared_ptr<WorkItem> look_; ///< while it is waited for
+    bool ending_ = false;                    ///< no more waiting
 };
 
 } // namespace kelpa
