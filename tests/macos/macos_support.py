@@ -18,7 +18,7 @@ PROGRAM = Path(os.environ.get("KELPA_MACOS_PROGRAM", ROOT / "build/macos-check/K
 START = 1772442000
 # Nobody moves the mouse all the time; the tests of that rule switch it on.
 SETTINGS = {"pref.work.time": 25, "stop_timer_after_mouse_stop": False}
-FAULTS = ("ERROR: AddressSanitizer", "runtime error:", "does not recognize", "Uncaught exception", "NSException")
+FAULTS = ("ERROR: AddressSanitizer", "runtime error:", "does not recognize", "Uncaught exception", "NSException", "given negative")
 SHIFT, COMMAND = 1 << 17, 1 << 20
 KEYS = {"Escape": "\x1b", "Return": "\r", "Tab": "\t", "Space": " ", "Up": "\uf700", "Down": "\uf701", "Backspace": "\x7f"}
 SCREENS = ((1, 0, 0, 800, 600), (2, 800, 0, 800, 600))

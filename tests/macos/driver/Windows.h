@@ -5,7 +5,7 @@
 // What can be seen.
 namespace driver {
 
-/// The windows on the screen from back to front, each with all its views.
+/// The windows on the screen, each with all its views.
 id windows(NSDictionary* asked);
 /// What the menu bar shows beside the picture.
 id title(NSDictionary* asked);
