@@ -221,12 +221,13 @@ class Program:
         raise AssertionError("The program goes on")
 
     def end(self):
+        """Ends the program as the end of the session does."""
         self.stream.close()
         try:
-            self.process.wait(20)
+            return self.process.wait(20)
         except subprocess.TimeoutExpired:
             self.process.kill()
-            self.process.wait()
+            return self.process.wait()
 
 
 class MacTest(unittest.TestCase):
@@ -253,11 +254,12 @@ class MacTest(unittest.TestCase):
         return program
 
     def finish(self, program):
-        program.end()
+        status = program.end()
         said = program.said()
         program.errors.close()
         if any(test is self for test, _ in self._outcome.result.failures + self._outcome.result.errors):
             print(f"--- what the program said:\n{said}\n--- its log:\n{program.log()}", file=sys.stderr)
+        self.assertEqual(status, 0)
         self.assertEqual([line for line in said.splitlines() if any(fault in line for fault in FAULTS)], [])
 
 

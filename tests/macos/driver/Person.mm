@@ -161,6 +161,8 @@ id clickInto(NSDictionary* asked) {
     if (NSError* error = obstacle(view))
         return error;
     [[view window] makeKeyAndOrderFront:nil];
+    if ([view isKindOfClass:[NSTextField class]] && [static_cast<NSTextField*>(view) currentEditor])
+        return nil; // the click goes to the editor, which has the keyboard already
     if (![view acceptsFirstResponder] || ![[view window] makeFirstResponder:view])
         return problem(@"It does not take the keyboard");
     return nil;
