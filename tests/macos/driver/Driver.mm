@@ -82,17 +82,31 @@ id moveWindow(NSDictionary* asked) {
     return nil;
 }
 
+NSEvent* eventOf(NSEventType type) {
+    if (type == NSFlagsChanged)
+        return [NSEvent keyEventWithType:type
+                                location:NSZeroPoint
+                           modifierFlags:0
+                               timestamp:0
+                            windowNumber:0
+                                 context:nil
+                              characters:@""
+             charactersIgnoringModifiers:@""
+                               isARepeat:NO
+                                 keyCode:0];
+    return [NSEvent mouseEventWithType:type
+                              location:NSZeroPoint
+                         modifierFlags:0
+                             timestamp:0
+                          windowNumber:0
+                               context:nil
+                           eventNumber:0
+                            clickCount:0
+                              pressure:0];
+}
+
 id happenElsewhere(NSDictionary* asked) {
-    standin::happenElsewhere([NSEvent
-        mouseEventWithType:static_cast<NSEventType>([asked[@"type"] integerValue])
-                  location:NSZeroPoint
-             modifierFlags:0
-                 timestamp:0
-              windowNumber:0
-                   context:nil
-               eventNumber:0
-                clickCount:0
-                  pressure:0]);
+    standin::happenElsewhere(eventOf(static_cast<NSEventType>([asked[@"type"] integerValue])));
     return nil;
 }
 

@@ -8,7 +8,7 @@
 NSString* const NSAboutPanelOptionCredits = @"Credits";
 NSString* const NSAboutPanelOptionApplicationName = @"ApplicationName";
 NSString* const NSAboutPanelOptionApplicationIcon = @"ApplicationIcon";
-NSString* const NSImageNameApplicationIcon = @"NSApplicationIcon";
+NSString* const NSImageNameApplicationIcon = @"Kelpa"; // a file of the bundle
 
 namespace {
 
@@ -168,6 +168,30 @@ void standin::setScreens(NSArray* list) {
 
 - (NSInteger)selectedTabViewItemIndex {
     return [[recordOf(self) objectForKey:@"chosen"] integerValue];
+}
+
+@end
+
+/// Here it is laid out when it runs, and only then.
+@implementation NSAlert (StandIn)
+
+- (void)layout {
+    NSStackView* column = [NSStackView stackViewWithViews:@[
+        [NSTextField labelWithString:[self messageText]], [NSTextField labelWithString:[self informativeText]]
+    ]];
+    [column setOrientation:NSUserInterfaceLayoutOrientationVertical];
+    for (NSButton* button in [self buttons])
+        [column addArrangedSubview:button];
+    NSWindow* window = [[NSWindow alloc] initWithContentRect:NSMakeRect(0, 0, 400, 200)
+                                                   styleMask:NSTitledWindowMask
+                                                     backing:NSBackingStoreBuffered
+                                                       defer:NO];
+    [window setContentView:column];
+    [recordOf(self) setObject:window forKey:@"window"];
+}
+
+- (id)window {
+    return [recordOf(self) objectForKey:@"window"];
 }
 
 @end

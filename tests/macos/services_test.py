@@ -1,0 +1,89 @@
+#!/usr/bin/python3
+"""What the program asks of the system: login item, mail, About, updates, and texts in the user's language."""
+import re
+
+from macos_support import ROOT, MacTest, main
+
+
+class LoginItem(MacTest):
+    SWITCH = "Launch at login"
+
+    def asked(self, on, **environment):
+        program = self.launch({"launch_at_login": not on}, **environment)
+        program.settings("General").find("switch", self.SWITCH).set(on)
+        return program, program.notes("register", "unregister", "login item")
+
+    def test_the_system_starts_the_program_itself(self):
+        self.assertEqual(self.asked(True)[1], [{"what": "register"}])
+        self.assertEqual(self.asked(False)[1], [{"what": "unregister"}])
+
+    def test_a_helper_does_on_an_older_system(self):
+        for on in (True, False):
+            self.assertEqual(self.asked(on, KELPA_TEST_MACOS="12.6")[1],
+                             [{"what": "login item", "identifier": "app.orvane.Kelpa.LoginItem", "enabled": on}])
+
+    def test_a_refusal_is_said(self):
+        program, _ = self.asked(True, KELPA_TEST_NO_LOGIN_ITEM="yes")
+        self.assertIn("SMAppService error: ", program.said())
+
+
+class Mail(MacTest):
+    def test_a_message_with_the_log(self):
+        program = self.launch()
+        program.choose("Feedback...")
+        mail = program.notes("mail")[0]
+        self.assertEqual(mail["subject"], "Kelpa Feedback")
+        self.assertEqual(len(mail["recipients"]), 1)
+        self.assertRegex(mail["recipients"][0], r"^\S+@\S+$")
+        body, log = mail["items"]
+        self.assertRegex(body, r"\nApp version: v0\.1\.0\(1\)\nDevice model: \S+\nSystem version: (\S+ )?14\.2\.1\n$")
+        self.assertTrue(log.startswith("file://"))
+        self.assertTrue(log.endswith("app.orvane.Kelpa.20260302.log"))
+
+
+class About(MacTest):
+    def test_the_panel(self):
+        program = self.launch()
+        program.choose("About...")
+        about = program.notes("about")[0]
+        self.assertEqual((about["name"], about["copyright"]), ("Kelpa", "Copyright © 2026 The Kelpa Authors."))
+        self.assertTrue(about["credits"])
+        self.assertRegex(about["link"], "^https://")
+        self.assertTrue(about["icon"])
+
+
+class Updates(MacTest):
+    def test_a_build_without_them_says_so(self):
+        program = self.launch()
+        program.choose("Check for Updates...")
+        self.assertEqual(len(program.windows()), 1)
+        program.choose("Check for Updates...")
+        self.assertEqual(len(program.windows()), 1)
+        window = program.windows()[0]
+        self.assertTrue(any("update" in text for text in window.texts()), window)
+        window.all("button")[-1].press()
+        self.assertEqual(program.windows(), [])
+
+
+class Languages(MacTest):
+    @staticmethod
+    def translations(language):
+        """The key and text of each entry that has one."""
+        text = (ROOT / f"assets/locale/{language}.po").read_text(encoding="utf-8")
+        return dict(re.findall(r'^msgid "(.+)"\nmsgstr "(.+)"$', text, re.M))
+
+    def test_every_one(self):
+        languages = sorted(file.stem for file in (ROOT / "assets/locale").glob("*.po"))
+        self.assertGreater(len(languages), 5)
+        for language in languages:
+            texts = self.translations(language)
+            name = {"zh_CN": "zh-Hans", "zh_TW": "zh-Hant"}.get(language, language.replace("_", "-"))
+            program = self.launch({}, "-NSLanguages", f"({name})")
+            titles = [line["title"] for line in program.menu()]
+            self.assertIn(texts["Quit"], titles, language)
+            self.assertIn(texts["Settings"] + "...", titles, language)
+            self.assertEqual(program.end(), 0)
+
+
+if __name__ == "__main__":
+    main()
