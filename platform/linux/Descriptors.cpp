@@ -4,6 +4,7 @@
 #include <fcntl.h>
 #include <filesystem>
 #include <sys/resource.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace kelpa {
@@ -23,6 +24,21 @@ unsigned long openAlready() {
     return count;
 }
 
+bool waitsForReaders(int stream) {
+    struct stat info {};
+    return isatty(stream) == 1 || (fstat(stream, &info) == 0 && S_ISFIFO(info.st_mode));
+}
+
+/// The way that it was opened belongs to all who were given it, so this is an opening of our own.
+void openAnew(int stream, int flags) {
+    const std::string same = "/proc/self/fd/" + std::to_string(stream);
+    const int ours = open(same.c_str(), flags);
+    if (ours < 0)
+        return;
+    dup2(ours, stream);
+    close(ours);
+}
+
 } // namespace
 
 void openStandardStreams() {
@@ -30,6 +46,12 @@ void openStandardStreams() {
         if (fcntl(stream, F_GETFD) < 0 && errno == EBADF)
             // The lowest number that is free, which is this one.
             (void)!open("/dev/null", O_RDWR);
+}
+
+void printWithoutWaiting() {
+    for (const int stream : {STDOUT_FILENO, STDERR_FILENO})
+        if (waitsForReaders(stream))
+            openAnew(stream, O_WRONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
 }
 
 std::optional<std::string> tooFewDescriptors() {

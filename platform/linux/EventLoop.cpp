@@ -107,12 +107,21 @@ std::vector<int> endingSignals() {
     return signals;
 }
 
+sigset_t setOf(const std::vector<int>& signals) {
+    sigset_t set;
+    sigemptyset(&set);
+    for (const int number : signals)
+        sigaddset(&set, number);
+    return set;
+}
+
 } // namespace
 
 /// What the loop is made of. The one event source for time is set to the earliest job just before the loop
 /// sleeps, so arming and disarming cost no system call.
 struct EventLoop::State {
     double speed = 1;
+    bool started = false;
     bool stopped = false;
     std::shared_ptr<TimerQueue> queue = std::make_shared<TimerQueue>();
     std::atomic<std::thread::id> runner;
@@ -136,11 +145,8 @@ struct EventLoop::State {
     State& operator=(const State&) = delete;
 
     void takeSignals() {
-        sigset_t handled;
-        sigemptyset(&handled);
+        sigset_t handled = setOf(ending);
         sigaddset(&handled, SIGCHLD);
-        for (const int number : ending)
-            sigaddset(&handled, number);
         pthread_sigmask(SIG_BLOCK, &handled, &oldMask);
         // A helper program or the X server may vanish while we write to it, and a file may grow no further:
         // these are error codes, not our end.
@@ -273,12 +279,24 @@ bool EventLoop::runUntil(const std::function<bool()>& reached, double seconds) {
     return reached();
 }
 
+void EventLoop::interruptibly(const std::function<void()>& work) {
+    const sigset_t ending = setOf(state_->ending);
+    pthread_sigmask(SIG_UNBLOCK, &ending, nullptr);
+    work();
+    pthread_sigmask(SIG_BLOCK, &ending, nullptr);
+}
+
 int EventLoop::run() {
+    state_->started = true;
     state_->runner = std::this_thread::get_id();
     const int code = sd_event_loop(state_->event);
     state_->runner = std::thread::id();
     check(code, "event loop");
     return code;
+}
+
+bool EventLoop::started() const {
+    return state_->started;
 }
 
 bool EventLoop::ending() const {

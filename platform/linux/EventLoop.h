@@ -40,8 +40,13 @@ class EventLoop final : public TickerSource, public Queue, public ApplicationLoo
     /// Serves the loop before it runs for good, until `reached` holds, `seconds` of real time are over or the
     /// loop was told to end; gives what `reached` says at the end.
     bool runUntil(const std::function<bool()>& reached, double seconds);
+    /// Does `work`, which waits for somebody outside for as long as he likes. Only before `run()`, when there
+    /// is nothing to be put in order yet: a signal that asks the program to end kills it meanwhile.
+    void interruptibly(const std::function<void()>& work);
     /// Runs until `terminate()` or a signal that ends the program; gives the exit code.
     int run();
+    /// Whether `run()` was called, so that nobody outside may be waited for any more.
+    [[nodiscard]] bool started() const;
     /// Whether it was told to end, by `terminate()` or a signal that was served.
     [[nodiscard]] bool ending() const;
     /// For libraries that bring their own event sources; owned by the loop.

@@ -34,7 +34,7 @@ std::vector<std::unique_ptr<ActivitySource>> activitySources(EventLoop& loop, co
                                                              const OwnWindows& windows, Bus& session,
                                                              Bus& system, double speed) {
     std::vector<std::unique_ptr<ActivitySource>> sources;
-    if (inWaylandSession()) {
+    if (inWaylandSession(loop)) {
         sources.push_back(std::make_unique<WaylandActivity>(loop, windows, speed));
         sources.push_back(std::make_unique<MutterActivity>(loop, session, windows, speed));
     } else {

@@ -18,6 +18,7 @@ int run(const kelpa::Options& options) {
         std::cerr << "kelpa: " << *tooFew << '\n';
         return failed;
     }
+    kelpa::printWithoutWaiting();
     kelpa::keepHeapSmall();
     kelpa::EventLoop loop(options.speed);
     kelpa::Bus session(loop, kelpa::Bus::Kind::Session);

@@ -1,5 +1,6 @@
 #!/usr/bin/python3
 """How it starts and ends where it was given little, and what must not hold it up."""
+import fcntl
 import os
 import re
 import resource
@@ -109,6 +110,102 @@ class Limits(StartTest):
                 target = os.readlink(f"/proc/{process.pid}/fd/{number}")
                 self.assertEqual(target, "/dev/null", f"{closed}, {number}")
             self.assertEqual(self.assert_ends(process), 0)
+
+
+class StandsStill(StartTest):
+    """Whatever takes connections and never answers, from the start or from one moment on."""
+
+    def silent(self, path):
+        """Takes connections at a path, or at the one of an X display of that number, and never says a word."""
+        path = Path(path)
+        path.unlink(missing_ok=True)
+        server = socket.socket(socket.AF_UNIX, socket.SOCK_STREAM)
+        server.bind(str(path))
+        server.listen(20)
+        self.addCleanup(path.unlink, missing_ok=True)
+        self.addCleanup(server.close)
+        return path
+
+    def assert_ends_after(self, *waits, **environment):
+        """Ends it so many seconds after its start: each time, it is at work with something else."""
+        for seconds in waits:
+            process = self.begin(**environment)
+            self.settle(seconds)
+            self.assertIsNone(process.poll())
+            with self.subTest(seconds=seconds):
+                self.assertIn(self.assert_ends(process), (0, -signal.SIGTERM))
+
+    def test_a_session_bus(self):
+        bus = self.silent(self.session.folder / "silent-bus")
+        self.assert_ends_after(0.3, 4, 7, DBUS_SESSION_BUS_ADDRESS=f"unix:path={bus}")
+
+    def test_a_system_bus(self):
+        bus = self.silent(self.session.folder / "silent-bus")
+        self.assert_ends_after(0.3, 4, DBUS_SYSTEM_BUS_ADDRESS=f"unix:path={bus}")
+
+    def test_an_x_server(self):
+        number = next(n for n in range(4200, 4300) if not Path(f"/tmp/.X11-unix/X{n}").exists())
+        self.silent(f"/tmp/.X11-unix/X{number}")
+        self.assert_ends_after(0.3, 3, DISPLAY=f":{number}")
+
+    def test_a_compositor(self):
+        socket_ = self.silent(self.session.folder / "silent-wayland")
+        self.assert_ends_after(0.3, 3, WAYLAND_DISPLAY=str(socket_))
+
+    def test_a_bus_that_stops_while_it_runs(self):
+        for kind in ("session", "system"):
+            process = self.answering()
+            bus = self.session.buses[kind]
+            bus.send_signal(signal.SIGSTOP)
+            self.settle(2)
+            try:
+                self.assertEqual(self.assert_ends(process), 0)
+            finally:
+                bus.send_signal(signal.SIGCONT)
+
+
+    def test_a_reader_of_what_it_prints(self):
+        reading, writing = os.pipe()
+        self.addCleanup(os.close, reading)
+        fcntl.fcntl(writing, fcntl.F_SETPIPE_SZ, 4096)
+        process = self.session.spawn([str(PROGRAM)], stdout=writing, stderr=writing)
+        self.addCleanup(self.session.end, process)
+        os.close(writing)
+        for _ in range(50):     # some lines each
+            wait_until(lambda: self.status().returncode == 0, 5, "an answer on the bus")
+            subprocess.run([PROGRAM, "toggle"], env=self.session.environment, timeout=10, check=True)
+        self.assertEqual(self.assert_ends(process), 0)
+
+
+class XServerStandsStill(StartTest):
+    def server(self):
+        return next(child for child in self.session.children if "Xvfb" in child.args[0])
+
+    def test_the_end_does_not_wait_for_it(self):
+        for speed, moment in ((1, "sandbox home path"), (20, "ticktack timer timesup")):
+            program = self.launch(speed=speed)
+            program.wait_for("sandbox home path", 10)
+            wait_until(lambda: self.status().returncode == 0, 10, "an answer on the bus")
+            self.server().send_signal(signal.SIGSTOP)
+            try:
+                program.wait_for(moment, 10)
+                self.settle(0.5)
+                self.assertEqual(self.status().returncode, 0, "it goes on")
+                self.assertEqual(self.assert_ends(program.process), 0)
+            finally:
+                self.server().send_signal(signal.SIGCONT)
+
+    def test_a_break_that_came_meanwhile_is_shown_when_it_goes_on(self):
+        program = self.launch(speed=20)
+        wait_for_cover(self.session, self.monitors, 15)
+        self.server().send_signal(signal.SIGSTOP)
+        try:
+            self.assertEqual(subprocess.run([PROGRAM, "skip"], env=self.session.environment, timeout=10).returncode, 0)
+            program.wait_for("skip break view", 5)
+            program.wait_for("ticktack timer timesup", 10, times=2)
+        finally:
+            self.server().send_signal(signal.SIGCONT)
+        wait_for_cover(self.session, self.monitors, 15)
 
 
 if __name__ == "__main__":

@@ -54,6 +54,8 @@ int Bus::openConnection() {
         return result;
     connection_.reset(made);
     sd_bus_set_exit_on_disconnect(made, 0);
+    // Or the loop would end only once the bus has read everything, or not been heard of for long.
+    sd_bus_set_close_on_exit(made, 0);
     const int attached = sd_bus_attach_event(made, loop_.handle(), 0);
     return attached < 0 ? attached : watchConnection();
 }

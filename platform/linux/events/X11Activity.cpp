@@ -46,26 +46,24 @@ ActivitySource::Start X11Activity::start(ActivitySink& sink) {
 }
 
 bool X11Activity::queryInput() {
-    const auto* extension = xcb_get_extension_data(connection_->get(), &xcb_input_id);
-    if (extension == nullptr || extension->present == 0)
+    const auto* extension = connection_->extension(xcb_input_id);
+    if (extension == nullptr)
         return false;
     inputOpcode_ = extension->major_opcode;
     const auto cookie = xcb_input_xi_query_version(connection_->get(), inputMajor, inputMinor);
-    const X11Reply<xcb_input_xi_query_version_reply_t> version(
-        xcb_input_xi_query_version_reply(connection_->get(), cookie, nullptr));
+    const auto version = connection_->reply<xcb_input_xi_query_version_reply_t>(cookie);
     return version && (version->major_version > inputMajor ||
                        (version->major_version == inputMajor && version->minor_version >= inputMinor));
 }
 
 /// The server tells when a modifier goes down or up, and nothing of any other key.
 void X11Activity::watchModifiers() {
-    const auto* extension = xcb_get_extension_data(connection_->get(), &xcb_xkb_id);
-    if (extension == nullptr || extension->present == 0)
+    const auto* extension = connection_->extension(xcb_xkb_id);
+    if (extension == nullptr)
         return;
     const auto cookie =
         xcb_xkb_use_extension(connection_->get(), XCB_XKB_MAJOR_VERSION, XCB_XKB_MINOR_VERSION);
-    const X11Reply<xcb_xkb_use_extension_reply_t> reply(
-        xcb_xkb_use_extension_reply(connection_->get(), cookie, nullptr));
+    const auto reply = connection_->reply<xcb_xkb_use_extension_reply_t>(cookie);
     if (!reply || reply->supported == 0)
         return;
     keyboardEvent_ = extension->first_event;
@@ -164,16 +162,14 @@ void X11Activity::told(bool inOwnWindow) {
 
 X11Activity::Pointer X11Activity::pointer() {
     const auto cookie = xcb_query_pointer(connection_->get(), connection_->root());
-    const X11Reply<xcb_query_pointer_reply_t> reply(
-        xcb_query_pointer_reply(connection_->get(), cookie, nullptr));
+    const auto reply = connection_->reply<xcb_query_pointer_reply_t>(cookie);
     connection_->settle();
-    return reply ? Pointer{reply->root_x, reply->root_y, reply->child} : Pointer{};
+    return reply ? Pointer{reply->root_x, reply->root_y, reply->child} : last_;
 }
 
 xcb_window_t X11Activity::childUnderPointer(xcb_window_t window) {
     const auto cookie = xcb_query_pointer(connection_->get(), window);
-    const X11Reply<xcb_query_pointer_reply_t> reply(
-        xcb_query_pointer_reply(connection_->get(), cookie, nullptr));
+    const auto reply = connection_->reply<xcb_query_pointer_reply_t>(cookie);
     return reply ? reply->child : static_cast<xcb_window_t>(XCB_WINDOW_NONE);
 }
 
@@ -193,16 +189,14 @@ bool X11Activity::focusInOwnWindow() {
     if (!windows_.anyVisible())
         return false;
     const auto cookie = xcb_get_input_focus(connection_->get());
-    const X11Reply<xcb_get_input_focus_reply_t> focus(
-        xcb_get_input_focus_reply(connection_->get(), cookie, nullptr));
+    const auto focus = connection_->reply<xcb_get_input_focus_reply_t>(cookie);
     connection_->settle();
     return focus && focus->focus > XCB_INPUT_FOCUS_POINTER_ROOT && own(focus->focus);
 }
 
 bool X11Activity::own(xcb_window_t window) {
     const auto cookie = xcb_get_property(connection_->get(), 0, window, pid_, XCB_ATOM_CARDINAL, 0, 1);
-    const X11Reply<xcb_get_property_reply_t> reply(
-        xcb_get_property_reply(connection_->get(), cookie, nullptr));
+    const auto reply = connection_->reply<xcb_get_property_reply_t>(cookie);
     connection_->settle();
     if (!reply || xcb_get_property_value_length(reply.get()) != sizeof(std::uint32_t))
         return false;

@@ -39,17 +39,17 @@ OpenedDisplay opened(std::unique_ptr<Display> display, const char* name) {
 
 } // namespace
 
-bool inWaylandSession() {
+bool inWaylandSession(EventLoop& loop) {
     // Without the variable the library would try a compositor by its usual name, which can be another
     // session's.
-    return !variable("WAYLAND_DISPLAY").empty() && WaylandConnection::reachable();
+    return !variable("WAYLAND_DISPLAY").empty() && WaylandConnection::reachable(loop);
 }
 
 OpenedDisplay openDisplay(EventLoop& loop, const std::function<void()>& lost) {
     const std::string wanted = variable(choice);
     if (!wanted.empty() && wanted != "wayland" && wanted != "x11")
         return {nullptr, std::string(choice) + " is '" + wanted + "' and can be wayland or x11"};
-    if (wanted != "x11" && inWaylandSession())
+    if (wanted != "x11" && inWaylandSession(loop))
         if (auto display = WaylandDisplay::open(loop, lost))
             return opened(std::move(display), "wayland");
     if (wanted == "wayland")

@@ -29,7 +29,7 @@ struct OpenedDisplay {
 };
 
 /// Whether this is a Wayland session, of which an X server may be a part: a compositor takes connections.
-[[nodiscard]] bool inWaylandSession();
+[[nodiscard]] bool inWaylandSession(EventLoop& loop);
 
 /// Connects to the session's Wayland compositor, or else to its X server. `KELPA_DISPLAY` set to `wayland` or
 /// `x11` in the environment settles which; the choice is left there for the helper programs. `lost` runs once

@@ -64,9 +64,10 @@ void TrayProcess::handle(const xcb_generic_event_t& event) {
 
 void TrayProcess::lookForManager() {
     const auto cookie = xcb_get_selection_owner(connection_.get(), selection_);
-    const X11Reply<xcb_get_selection_owner_reply_t> owner(
-        xcb_get_selection_owner_reply(connection_.get(), cookie, nullptr));
+    const auto owner = connection_.reply<xcb_get_selection_owner_reply_t>(cookie);
     connection_.settle();
+    if (connection_.standsStill())
+        return;
     setManager(owner ? owner->owner : static_cast<xcb_window_t>(XCB_WINDOW_NONE));
 }
 

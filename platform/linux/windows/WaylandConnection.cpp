@@ -6,22 +6,24 @@
 namespace kelpa {
 
 std::unique_ptr<WaylandConnection> WaylandConnection::open(EventLoop& loop, std::function<void()> lost) {
-    wl_display* display = wl_display_connect(nullptr);
+    wl_display* display = nullptr;
+    loop.interruptibly([&display] { display = wl_display_connect(nullptr); });
     if (display == nullptr)
         return nullptr;
     std::unique_ptr<WaylandConnection> connection(new WaylandConnection(loop, display, std::move(lost)));
     return connection->roundTrip() ? std::move(connection) : nullptr;
 }
 
-bool WaylandConnection::reachable() {
-    wl_display* display = wl_display_connect(nullptr);
+bool WaylandConnection::reachable(EventLoop& loop) {
+    wl_display* display = nullptr;
+    loop.interruptibly([&display] { display = wl_display_connect(nullptr); });
     if (display != nullptr)
         wl_display_disconnect(display);
     return display != nullptr;
 }
 
 WaylandConnection::WaylandConnection(EventLoop& loop, wl_display* display, std::function<void()> lost)
-    : display_(display), registry_(wl_display_get_registry(display)), lost_(std::move(lost)),
+    : loop_(loop), display_(display), registry_(wl_display_get_registry(display)), lost_(std::move(lost)),
       readable_(loop.watch(wl_display_get_fd(display), [this] { dispatch(); })) {
     static constexpr wl_registry_listener listener{
         [](void* data, wl_registry*, std::uint32_t number, const char* interface, std::uint32_t version) {
@@ -64,7 +66,9 @@ void WaylandConnection::went(std::uint32_t number) {
 }
 
 bool WaylandConnection::roundTrip() {
-    return wl_display_roundtrip(display_) >= 0;
+    int result = -1;
+    loop_.interruptibly([&] { result = wl_display_roundtrip(display_); });
+    return result >= 0;
 }
 
 void WaylandConnection::flush() {

@@ -34,7 +34,7 @@ class WaylandConnection {
     /// away; the connection is dead from then on.
     static std::unique_ptr<WaylandConnection> open(EventLoop& loop, std::function<void()> lost);
     /// Whether a compositor takes connections there.
-    [[nodiscard]] static bool reachable();
+    [[nodiscard]] static bool reachable(EventLoop& loop);
     ~WaylandConnection();
     WaylandConnection(const WaylandConnection&) = delete;
     WaylandConnection& operator=(const WaylandConnection&) = delete;
@@ -48,7 +48,8 @@ class WaylandConnection {
     Object* bind(const WaylandGlobal& global, const wl_interface& interface, std::uint32_t version) {
         return static_cast<Object*>(bindAny(global, interface, version));
     }
-    /// Sends what was asked for and waits for the answers. False when the connection is dead.
+    /// Sends what was asked for and waits for the answers, before the loop runs. False when the connection is
+    /// dead.
     bool roundTrip();
     /// Sends what was asked for; to be called after requests outside of the connection's own callbacks.
     void flush();
@@ -60,6 +61,7 @@ class WaylandConnection {
     void went(std::uint32_t number);
     void dispatch();
 
+    EventLoop& loop_;
     wl_display* display_;
     wl_registry* registry_;
     std::function<void()> lost_;

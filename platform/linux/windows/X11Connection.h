@@ -34,7 +34,18 @@ class X11Connection {
     [[nodiscard]] xcb_window_t root() const { return screen_->root; }
     [[nodiscard]] const xcb_screen_t& screen() const { return *screen_; }
     [[nodiscard]] int screenNumber() const { return screenNumber_; }
-    [[nodiscard]] xcb_atom_t atom(const std::string& name) const;
+    [[nodiscard]] xcb_atom_t atom(const std::string& name);
+    /// What the server says of an extension; null when it has no such thing. To be asked at the start.
+    [[nodiscard]] const xcb_query_extension_reply_t* extension(xcb_extension_t& extension);
+    /// What the server answers to a request, of the type that belongs to the request. Null when it refuses,
+    /// when the connection is dead, and when the server stands still: once the loop has started that is found
+    /// out after a moment, and then nothing is waited for until the server says something again.
+    template <typename Reply, typename Cookie>
+    [[nodiscard]] X11Reply<Reply> reply(Cookie cookie) {
+        return X11Reply<Reply>(static_cast<Reply*>(await(cookie.sequence)));
+    }
+    /// Whether the server owes an answer that is not waited for any more.
+    [[nodiscard]] bool standsStill() const { return standsStill_; }
     /// Hands every event that comes to `handler` until the handle ends, which must be neither from inside a
     /// handler nor after the connection.
     Subscription listen(Handler handler);
@@ -48,12 +59,15 @@ class X11Connection {
     X11Connection(EventLoop& loop, xcb_connection_t* connection, int screenNumber,
                   std::function<void()> lost);
     void drain();
+    void* await(unsigned sequence);
+    void* awaitForAMoment(unsigned sequence);
 
     EventLoop& loop_;
     xcb_connection_t* connection_;
     int screenNumber_;
     const xcb_screen_t* screen_ = nullptr;
     std::uint32_t rootMask_ = 0;
+    bool standsStill_ = false;
     std::function<void()> lost_;
     std::list<Handler> handlers_;
     Subscription readable_;

@@ -14,8 +14,7 @@ void X11Focus::remember() {
     if (kept_)
         return;
     const auto cookie = xcb_get_input_focus(connection_.get());
-    const X11Reply<xcb_get_input_focus_reply_t> focus(
-        xcb_get_input_focus_reply(connection_.get(), cookie, nullptr));
+    const auto focus = connection_.reply<xcb_get_input_focus_reply_t>(cookie);
     connection_.settle();
     if (focus)
         kept_ = Focus{focus->focus, focus->revert_to};
@@ -27,7 +26,7 @@ void X11Focus::giveBack() {
     const xcb_window_t window = kept_->window;
     const std::uint8_t revertTo = kept_->revertTo;
     kept_.reset();
-    if (othersHaveIt())
+    if (othersHaveIt() || connection_.standsStill())
         return;
     if (canHaveFocus(window))
         xcb_set_input_focus(connection_.get(), revertTo, window, XCB_CURRENT_TIME);
@@ -40,14 +39,12 @@ void X11Focus::giveBack() {
 /// or the window manager wanted so meanwhile.
 bool X11Focus::othersHaveIt() {
     const auto cookie = xcb_get_input_focus(connection_.get());
-    const X11Reply<xcb_get_input_focus_reply_t> focus(
-        xcb_get_input_focus_reply(connection_.get(), cookie, nullptr));
+    const auto focus = connection_.reply<xcb_get_input_focus_reply_t>(cookie);
     connection_.settle();
     if (!focus || focus->focus <= XCB_INPUT_FOCUS_POINTER_ROOT || focus->focus == connection_.root())
         return false;
     const auto attributes = xcb_get_window_attributes(connection_.get(), focus->focus);
-    const X11Reply<xcb_get_window_attributes_reply_t> reply(
-        xcb_get_window_attributes_reply(connection_.get(), attributes, nullptr));
+    const auto reply = connection_.reply<xcb_get_window_attributes_reply_t>(attributes);
     connection_.settle();
     return reply && reply->map_state == XCB_MAP_STATE_VIEWABLE && reply->override_redirect == 0;
 }
@@ -56,8 +53,7 @@ bool X11Focus::canHaveFocus(xcb_window_t window) {
     if (window <= XCB_INPUT_FOCUS_POINTER_ROOT)
         return true;
     const auto cookie = xcb_get_window_attributes(connection_.get(), window);
-    const X11Reply<xcb_get_window_attributes_reply_t> reply(
-        xcb_get_window_attributes_reply(connection_.get(), cookie, nullptr));
+    const auto reply = connection_.reply<xcb_get_window_attributes_reply_t>(cookie);
     connection_.settle();
     return reply && reply->map_state == XCB_MAP_STATE_VIEWABLE;
 }
@@ -68,7 +64,7 @@ void X11Focus::activateTopmost() {
     const auto cookie =
         xcb_get_property(x, 0, connection_.root(), connection_.atom("_NET_CLIENT_LIST_STACKING"),
                          XCB_ATOM_WINDOW, 0, mostClients);
-    const X11Reply<xcb_get_property_reply_t> reply(xcb_get_property_reply(x, cookie, nullptr));
+    const auto reply = connection_.reply<xcb_get_property_reply_t>(cookie);
     connection_.settle();
     const int bytes = reply ? xcb_get_property_value_length(reply.get()) : 0;
     const auto count = static_cast<std::size_t>(bytes) / sizeof(xcb_window_t);

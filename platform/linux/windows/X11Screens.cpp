@@ -8,6 +8,7 @@ namespace {
 
 /// Plugging a monitor in makes the server and the desktop tell of several steps.
 constexpr double burstSeconds = 0.05;
+constexpr double secondsBetweenTries = 1;
 constexpr std::uint8_t sentEventBit = 0x80;
 
 std::uint8_t typeOf(const xcb_generic_event_t& event) {
@@ -28,20 +29,18 @@ X11Screens::X11Screens(EventLoop& loop, X11Connection& connection)
 }
 
 bool X11Screens::queryRandr() {
-    const auto* extension = xcb_get_extension_data(connection_.get(), &xcb_randr_id);
-    if (extension == nullptr || extension->present == 0)
+    const auto* extension = connection_.extension(xcb_randr_id);
+    if (extension == nullptr)
         return false;
     firstEvent_ = extension->first_event;
     const auto cookie = xcb_randr_query_version(connection_.get(), 1, 5);
-    const X11Reply<xcb_randr_query_version_reply_t> version(
-        xcb_randr_query_version_reply(connection_.get(), cookie, nullptr));
+    const auto version = connection_.reply<xcb_randr_query_version_reply_t>(cookie);
     return version && (version->major_version > 1 || version->minor_version >= 5);
 }
 
 std::string X11Screens::atomName(xcb_atom_t atom) {
     const auto cookie = xcb_get_atom_name(connection_.get(), atom);
-    const X11Reply<xcb_get_atom_name_reply_t> reply(
-        xcb_get_atom_name_reply(connection_.get(), cookie, nullptr));
+    const auto reply = connection_.reply<xcb_get_atom_name_reply_t>(cookie);
     if (!reply)
         return {};
     return {xcb_get_atom_name_name(reply.get()),
@@ -52,8 +51,7 @@ std::vector<Monitor> X11Screens::monitors() {
     if (!hasMonitors_)
         return {wholeRoot()};
     const auto cookie = xcb_randr_get_monitors(connection_.get(), connection_.root(), 1);
-    const X11Reply<xcb_randr_get_monitors_reply_t> reply(
-        xcb_randr_get_monitors_reply(connection_.get(), cookie, nullptr));
+    const auto reply = connection_.reply<xcb_randr_get_monitors_reply_t>(cookie);
     connection_.settle();
     std::vector<Monitor> result;
     if (!reply)
@@ -68,8 +66,7 @@ std::vector<Monitor> X11Screens::monitors() {
 
 Monitor X11Screens::wholeRoot() {
     const auto cookie = xcb_get_geometry(connection_.get(), connection_.root());
-    const X11Reply<xcb_get_geometry_reply_t> reply(
-        xcb_get_geometry_reply(connection_.get(), cookie, nullptr));
+    const auto reply = connection_.reply<xcb_get_geometry_reply_t>(cookie);
     connection_.settle();
     return {"default", reply ? PixelRect{0, 0, reply->width, reply->height} : PixelRect{}, true};
 }
@@ -83,9 +80,13 @@ void X11Screens::handle(const xcb_generic_event_t& event) {
         burst_ = loop_.afterReal(burstSeconds, [this] { update(); });
 }
 
+/// A server that stands still takes no monitor away. It is asked again.
 void X11Screens::update() {
     burst_.cancel();
-    if (layout_.update(monitors()) && changed_)
+    const auto now = monitors();
+    if (connection_.standsStill())
+        burst_ = loop_.afterReal(secondsBetweenTries, [this] { update(); });
+    else if (layout_.update(now) && changed_)
         changed_();
 }
 
@@ -95,18 +96,15 @@ std::string X11Screens::connector(std::uint32_t number) const {
 
 const Screen* X11Screens::mainScreen() {
     const auto cookie = xcb_get_input_focus(connection_.get());
-    const X11Reply<xcb_get_input_focus_reply_t> focus(
-        xcb_get_input_focus_reply(connection_.get(), cookie, nullptr));
+    const auto focus = connection_.reply<xcb_get_input_focus_reply_t>(cookie);
     connection_.settle();
     const Screen* first = layout_.first();
     if (!focus || focus->focus <= XCB_INPUT_FOCUS_POINTER_ROOT || focus->focus == connection_.root())
         return first;
     const auto size = xcb_get_geometry(connection_.get(), focus->focus);
     const auto place = xcb_translate_coordinates(connection_.get(), focus->focus, connection_.root(), 0, 0);
-    const X11Reply<xcb_get_geometry_reply_t> geometry(
-        xcb_get_geometry_reply(connection_.get(), size, nullptr));
-    const X11Reply<xcb_translate_coordinates_reply_t> origin(
-        xcb_translate_coordinates_reply(connection_.get(), place, nullptr));
+    const auto geometry = connection_.reply<xcb_get_geometry_reply_t>(size);
+    const auto origin = connection_.reply<xcb_translate_coordinates_reply_t>(place);
     if (!geometry || !origin)
         return first;
     const Screen* found =
