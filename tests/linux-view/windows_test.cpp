@@ -58,10 +58,23 @@ TEST(ScreenLayout, NeverGivesANumberToAnotherConnector) {
     EXPECT_EQ(layout.connector(2), "B");
     EXPECT_FALSE(layout.update({b, c, a}));
     EXPECT_EQ(layout.first()->number, 1U);
+}
+
+TEST(ScreenLayout, TellsOfAScreenOfItsOwnWhileThereIsNone) {
+    ScreenLayout layout;
     EXPECT_TRUE(layout.update({}));
-    EXPECT_TRUE(layout.screens().empty());
-    EXPECT_EQ(layout.first()->number, 1U) << "a panel that falls due now has to belong somewhere";
-    EXPECT_EQ(ScreenLayout().first(), nullptr);
+    ASSERT_EQ(layout.screens().size(), 1U);
+    const Screen pretended = layout.screens().front();
+    EXPECT_EQ(pretended.frame, (Rect{0, 0, 1920, 1080}));
+    EXPECT_EQ(*layout.first(), pretended);
+    EXPECT_FALSE(layout.update({{"off", {0, 0, 0, 0}, true}}));
+
+    EXPECT_TRUE(layout.update({{"A", {100, 0, 1920, 1080}, true}}));
+    ASSERT_EQ(layout.screens().size(), 1U);
+    EXPECT_NE(layout.first()->number, pretended.number);
+    EXPECT_EQ(layout.pixels(layout.first()->frame), (PixelRect{100, 0, 1920, 1080}));
+    layout.update({});
+    EXPECT_EQ(layout.screens(), std::vector{pretended});
 }
 
 TEST(ScreenLayout, LeavesOutMirrorsAndMonitorsWithoutAnArea) {
@@ -132,6 +145,16 @@ TEST_F(RemoteWindows, ShowOfAnEndlessPromptWhatTheScreenHasRoomFor) {
     EXPECT_TRUE(receives("set 1 prompt " + std::string(wire::view::longestText - 3, 'p') + "…"));
     EXPECT_TRUE(receives("set 1 count 05:00"));
     EXPECT_TRUE(receives("started")) << "the view was cut off";
+}
+
+TEST_F(RemoteWindows, BelongToTheScreenThatTheyAreMovedOnto) {
+    open();
+    make(desktop_.screens()[1]);
+    appear();
+    ASSERT_TRUE(receives("open 1 break 2 800 0 640 480 B"));
+    desktop_.layout.update({{"A", {0, 0, 800, 600}, true}, {"C", {800, 0, 640, 480}, false}});
+    window_->setFrame({520, 270, 280, 330});
+    EXPECT_TRUE(receives("open 1 break 2 520 0 280 330 A"));
 }
 
 TEST_F(RemoteWindows, NeedNoMemoryForATick) {

@@ -109,6 +109,42 @@ class Outputs(WaylandTest):
         wait_until(lambda: self.uncovered(fourth) and self.uncovered(self.monitors[1]), 6, "the end of the break")
 
 
+class NoOutput(WaylandTest):
+    SESSION = NestedWaylandSession
+    MONITORS = 1
+
+    def setUp(self):
+        self.session.remove_output(self.monitors[0])
+
+    def plug_in(self):
+        """The compositor gives the next number to each."""
+        place = int(self.monitors[0].name.removeprefix("X11-")) + 1
+        self.monitors[0] = self.monitors[0]._replace(name=f"X11-{place}")
+        self.session.add_output(self.monitors[0])
+        return self.monitors[0]
+
+    def test_the_first_one_that_comes_is_covered_by_the_break(self):
+        program = self.launch({"pref.water.enable": True})
+        program.wait_for("ticktack timer start 3000$", 15)
+        self.settle(1)
+        output = self.plug_in()
+        self.wait_for_cover([output], 5)
+        self.check_countdown(output)
+        self.skip(output)
+        program.wait_for("skip break view$", 3)
+        self.wait_for_uncover()
+
+    def test_the_water_panel_comes_to_the_first_one_that_comes(self):
+        program = self.launch({"pref.water.enable": True, "pref.work.time": 60}, speed=1)
+        program.item()
+        self.session.run_tool(str(program.executable), "water")
+        self.settle(1)
+        output = self.plug_in()
+        wait_until(lambda: self.light(self.screen.picture(output).pixel(output.width - 140, 24)), 5, "the panel")
+        self.assertFalse(self.light(self.screen.picture(output).pixel(output.width - 300, 24)))
+        self.assertFalse(program.ended())
+
+
 class FullScreen(WaylandTest):
     class SESSION(WaylandSession):
         # This compositor forgets to paint what a full-screen window uncovers on an output that is not its first.

@@ -55,7 +55,7 @@ void LayerHost::setPlace(const QRect& place, const QString& connector) {
     connector_ = connector;
     if (!wanted_)
         return;
-    if (connector_ != shownOn_)
+    if (surface_ == nullptr || connector_ != shownOn_)
         return screensChanged();
     describe();
     commit();

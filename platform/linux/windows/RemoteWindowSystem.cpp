@@ -16,6 +16,10 @@ double secondsNow() {
     return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
 }
 
+bool contains(const Rect& outer, double x, double y) {
+    return x >= outer.x && x < outer.maxX() && y >= outer.y && y < outer.maxY();
+}
+
 } // namespace
 
 RemoteWindowSystem::RemoteWindowSystem(const WindowSystemParts& parts, std::string program)
@@ -43,7 +47,12 @@ std::unique_ptr<NativeWindow> RemoteWindowSystem::makeWindow(const WindowSpec& s
 }
 
 WindowPlace RemoteWindowSystem::place(const Rect& frame, std::uint32_t screen) const {
-    return {parts_.screens.pixels(frame), parts_.screens.connector(screen)};
+    std::string connector = parts_.screens.connector(screen);
+    // A window whose screen is gone belongs to the one that it was moved onto.
+    for (const Screen& other : parts_.screens.screens())
+        if (connector.empty() && contains(other.frame, frame.x + frame.width / 2, frame.y + frame.height / 2))
+            connector = parts_.screens.connector(other.number);
+    return {parts_.screens.pixels(frame), connector};
 }
 
 std::shared_ptr<WindowRecord> RemoteWindowSystem::makeRecord(std::string_view kind, const std::string& title,

@@ -7,6 +7,11 @@ namespace kelpa {
 
 namespace {
 
+/// Neither a monitor's connector is called so, nor what a toolkit makes up itself.
+Monitor pretended() {
+    return {"(no monitor)", {0, 0, 1920, 1080}, true};
+}
+
 int rounded(double points) {
     return static_cast<int>(std::lround(points));
 }
@@ -35,19 +40,15 @@ void ScreenLayout::tidy(std::vector<Monitor>& monitors) const {
 
 bool ScreenLayout::update(std::vector<Monitor> monitors) {
     tidy(monitors);
+    if (monitors.empty())
+        monitors.push_back(pretended());
     if (monitors == monitors_)
         return false;
     monitors_ = std::move(monitors);
     screens_.clear();
     for (const Monitor& monitor : monitors_)
         screens_.push_back({numberOf(monitor.connector), frame(monitor.pixels)});
-    if (!screens_.empty())
-        first_ = screens_.front();
     return true;
-}
-
-const Screen* ScreenLayout::first() const {
-    return first_.number == 0 ? nullptr : &first_;
 }
 
 std::uint32_t ScreenLayout::numberOf(const std::string& connector) {

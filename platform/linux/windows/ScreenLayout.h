@@ -23,17 +23,18 @@ enum class Mirrors {
 };
 
 /// Turns monitors into screens: gives each connector a number that stays its own for as long as the program
-/// runs, and counts in points upwards from the first screen's lower left corner.
+/// runs, and counts in points upwards from the first screen's lower left corner. Where windows belong there
+/// has to be a screen: while there is no monitor, as on a laptop that wakes with its lid closed, there is one
+/// of a common size, on a connector that nobody has.
 class ScreenLayout {
   public:
     explicit ScreenLayout(Mirrors mirrors = Mirrors::ShareOneWindow) : mirrors_(mirrors) {}
     /// Monitors without an area are left out, and so is one for which another's window does. True when
-    /// anything differs from before.
+    /// the screens differ from before.
     bool update(std::vector<Monitor> monitors);
     [[nodiscard]] const std::vector<Screen>& screens() const { return screens_; }
-    /// Null as long as there has not been any. While there is none, as when the only monitor is switched off,
-    /// the one that was the first.
-    [[nodiscard]] const Screen* first() const;
+    /// Null before the first update.
+    [[nodiscard]] const Screen* first() const { return screens_.empty() ? nullptr : &screens_.front(); }
     [[nodiscard]] std::string connector(std::uint32_t number) const;
     [[nodiscard]] PixelRect pixels(const Rect& frame) const;
     /// The screen at a pixel of the desktop; null beside them all.
@@ -48,7 +49,6 @@ class ScreenLayout {
     std::map<std::string, std::uint32_t> numbers_;
     std::vector<Monitor> monitors_;
     std::vector<Screen> screens_;
-    Screen first_;
 };
 
 } // namespace kelpa

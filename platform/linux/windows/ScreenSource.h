@@ -23,10 +23,10 @@ struct PixelRect {
 class ScreenSource {
   public:
     virtual ~ScreenSource() = default;
-    /// The primary screen comes first.
+    /// The primary screen comes first. Never empty: while there is no monitor, one screen is told of that no
+    /// monitor ever shows.
     [[nodiscard]] virtual const std::vector<Screen>& screens() const = 0;
-    /// The one that has the keyboard focus, else the first, also when that is switched off just now; null
-    /// when there has never been one.
+    /// The one that has the keyboard focus, else the first.
     [[nodiscard]] virtual const Screen* mainScreen() = 0;
     /// The connector's name; empty for a number that no screen has now.
     [[nodiscard]] virtual std::string connector(std::uint32_t number) const = 0;
