@@ -16,6 +16,12 @@ Screen screenOf(NSScreen* screen) {
             { frame.origin.x, frame.origin.y, frame.size.width, frame.size.height }};
 }
 
+/// While there is none, as on a laptop that wakes with its lid closed: of a common size, and with a number
+/// that no display has.
+Screen pretendedScreen() {
+    return {UINT32_MAX, {0, 0, 1920, 1080}};
+}
+
 } // namespace
 
 MacWindowSystem::~MacWindowSystem() {
@@ -39,6 +45,8 @@ std::vector<Screen> MacWindowSystem::screens() const {
     std::vector<Screen> all;
     for (NSScreen* screen in [NSScreen screens])
         all.push_back(screenOf(screen));
+    if (all.empty())
+        all.push_back(pretendedScreen());
     return all;
 }
 
@@ -46,9 +54,7 @@ const Screen* MacWindowSystem::mainScreen() const {
     NSScreen* screen = [NSScreen mainScreen];
     if (!screen)
         screen = [[NSScreen screens] firstObject];
-    if (!screen)
-        return nullptr;
-    main_ = screenOf(screen);
+    main_ = screen ? screenOf(screen) : pretendedScreen();
     return &main_;
 }
 
