@@ -1,10 +1,12 @@
 #include "app/RemoteControl.h"
 
 #include "app/AppState.h"
+#include "logging/SharedLogger.h"
 #include "ui/BreakView.h"
 #include "ui/WindowController.h"
 
 #include <memory>
+#include <utility>
 #include <vector>
 
 namespace kelpa {
@@ -19,6 +21,9 @@ constexpr Refusal breakIsOn = "A break is on the screen and can be neither pause
 constexpr Refusal noBreak = "No break is on the screen";
 constexpr Refusal forced = "This break cannot be skipped";
 constexpr Refusal waterIsOff = "The water reminder is switched off";
+constexpr Refusal tooMany = "More changes were asked for within a second than are made";
+constexpr int mostChanges = 20;
+constexpr double second = 1;
 
 State state() {
     if (WindowController::breakShows())
@@ -87,28 +92,42 @@ Subscription RemoteControl::observe(const std::function<void()>& changed) {
     return Subscription([all] { all->clear(); });
 }
 
+/// Each change counts for a second. The log is told once until a second has passed without any.
+Refusal RemoteControl::change(const std::function<void()>& made) {
+    if (recent_->changes >= mostChanges) {
+        if (!std::exchange(recent_->refused, true))
+            logger().warning("More than " + std::to_string(mostChanges) +
+                                 " changes were asked for within a second: those beyond are refused",
+                             {"RemoteControl", "change"});
+        return tooMany;
+    }
+    ++recent_->changes;
+    mainQueue_.asyncAfter(second, std::make_shared<WorkItem>([recent = recent_] {
+                              if (--recent->changes == 0)
+                                  recent->refused = false;
+                          }));
+    made();
+    return obeyed;
+}
+
 Refusal RemoteControl::pause() {
     if (WindowController::breakShows())
         return breakIsOn;
-    if (!AppState::manualPause())
-        AppState::setManualPause(true);
-    return obeyed;
+    return AppState::manualPause() ? obeyed : change([] { AppState::setManualPause(true); });
 }
 
 Refusal RemoteControl::resume() {
     if (WindowController::breakShows())
         return breakIsOn;
     // A work period that runs goes on; it would begin anew.
-    if (AppState::manualPause() || !AppState::working())
-        AppState::setManualPause(false);
-    return obeyed;
+    const bool runs = !AppState::manualPause() && AppState::working();
+    return runs ? obeyed : change([] { AppState::setManualPause(false); });
 }
 
 Refusal RemoteControl::toggle() {
     if (WindowController::breakShows())
         return breakIsOn;
-    AppState::setManualPause(!AppState::manualPause());
-    return obeyed;
+    return change([] { AppState::setManualPause(!AppState::manualPause()); });
 }
 
 Refusal RemoteControl::skip() {
@@ -117,20 +136,17 @@ Refusal RemoteControl::skip() {
     PromptState& prompt = AppState::promptState();
     if (!prompt.showSkipButton.value())
         return forced;
-    skipBreak(prompt);
-    return obeyed;
+    return change([&prompt] { skipBreak(prompt); });
 }
 
 Refusal RemoteControl::showWater() {
     if (!AppState::waterState().enable())
         return waterIsOff;
-    WindowController::showWaterView();
-    return obeyed;
+    return change([] { WindowController::showWaterView(); });
 }
 
 Refusal RemoteControl::showSettings() {
-    WindowController::showPrefView();
-    return obeyed;
+    return change([] { WindowController::showPrefView(); });
 }
 
 Refusal RemoteControl::quit() {

@@ -1,11 +1,13 @@
 #pragma once
 
 #include "base/Subscription.h"
+#include "platform/ports/Queue.h"
 #include "platform/ports/Services.h"
 #include "prefs/PromptState.h"
 
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -36,13 +38,15 @@ struct RemoteStatus {
 
 /// What scripts may see of the program and do to it: no more than the menu and the windows allow a person. A
 /// request that is refused changes nothing and gives the reason in plain words; one that was obeyed gives
-/// none.
+/// none. More than twenty changes a second are nobody's wish and are refused, but for the program's end: each
+/// may write lines of the cycle, of which none is ever left out.
 class RemoteControl {
   public:
     using Refusal = std::optional<std::string_view>;
 
-    /// `application` must outlive the object. The program must have been set up before any other call.
-    explicit RemoteControl(ApplicationLoop& application) : application_(application) {}
+    /// Both must outlive the object. The program must have been set up before any other call.
+    RemoteControl(ApplicationLoop& application, Queue& mainQueue)
+        : application_(application), mainQueue_(mainQueue) {}
 
     [[nodiscard]] static RemoteStatus status();
     /// Tells that the status may have changed. It comes in the middle of the change, so read the status
@@ -62,7 +66,15 @@ class RemoteControl {
     Refusal quit();
 
   private:
+    Refusal change(const std::function<void()>& made);
+
     ApplicationLoop& application_;
+    Queue& mainQueue_;
+    struct Recent {
+        int changes = 0;      ///< of the last second
+        bool refused = false; ///< and the log was told
+    };
+    std::shared_ptr<Recent> recent_ = std::make_shared<Recent>();
 };
 
 } // namespace kelpa

@@ -114,6 +114,22 @@ std::string replacingAll(std::string text, std::string_view from, std::string_vi
     return text;
 }
 
+std::string printable(std::string_view text) {
+    constexpr std::string_view digits = "0123456789abcdef", known = "\n\r\t", letters = "nrt";
+    std::string shown;
+    for (const char character : text) {
+        const auto code = static_cast<unsigned char>(character);
+        const auto letter = known.find(character);
+        if (letter != std::string_view::npos)
+            (shown += '\\') += letters[letter];
+        else if (code < 0x20 || code == 0x7F)
+            ((shown += "\\x") += digits[code >> 4U]) += digits[code & 0xFU];
+        else
+            shown += character;
+    }
+    return shown;
+}
+
 std::string shortened(const std::string& text, std::size_t mostBytes) {
     constexpr std::string_view ellipsis = "…";
     constexpr std::size_t longestCharacter = 4;

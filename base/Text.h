@@ -27,6 +27,10 @@ namespace kelpa {
 /// Replaces every occurrence of `from`, which must not be empty.
 [[nodiscard]] std::string replacingAll(std::string text, std::string_view from, std::string_view to);
 
+/// The text with its control characters written as "\n", "\t" or "\x1b", so that it stays on its line and
+/// rules no terminal. It is for showing, and cannot be read back.
+[[nodiscard]] std::string printable(std::string_view text);
+
 /// The text, or of one that has more bytes its beginning in whole characters and an ellipsis, no longer than
 /// `mostBytes`, which are at least those of the ellipsis.
 [[nodiscard]] std::string shortened(const std::string& text, std::size_t mostBytes);

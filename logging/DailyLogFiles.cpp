@@ -25,14 +25,26 @@ void deleteOldLogs(const fs::path& folder, const std::string& identifier, const 
         fs::remove_all(path);
 }
 
+/// The folder and those around it that are missing, for this user alone. What others could enter before is
+/// closed to them, but for what a link leads to, which is somebody else's.
+void makePrivate(const fs::path& folder) {
+    if (!fs::exists(folder)) {
+        if (folder.has_parent_path() && !fs::exists(folder.parent_path()))
+            makePrivate(folder.parent_path());
+        fs::create_directory(folder);
+    }
+    std::error_code ignored;
+    if (fs::is_directory(fs::symlink_status(folder, ignored)))
+        fs::permissions(folder, fs::perms::owner_all, ignored);
+}
+
 } // namespace
 
 LogHandlerFactory DailyLogFiles::open(const fs::path& folder, const std::string& identifier,
                                       const std::string& today, const std::string& fileName) {
     if (fs::exists(folder))
         deleteOldLogs(folder, identifier, today);
-    else
-        fs::create_directories(folder);
+    makePrivate(folder);
     auto file = std::make_shared<FileLogging>(folder / fileName, clock_);
     return [file, &clock = clock_](const std::string& label) -> std::unique_ptr<LogHandler> {
         std::vector<std::unique_ptr<LogHandler>> handlers;

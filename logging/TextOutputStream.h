@@ -31,8 +31,9 @@ class FileHandlerOutputStream final : public TextOutputStream {
         using std::runtime_error::runtime_error;
     };
 
-    /// Creates the file if there is none. Throws `CouldNotCreateFile`, or `std::system_error` when the file
-    /// is there but cannot be opened for writing.
+    /// Creates the file if there is none, and keeps it from other users unless it lies behind a link. Throws
+    /// `CouldNotCreateFile`, or `std::system_error` when the file is there but cannot be opened for writing,
+    /// as a pipe, which nobody may read.
     explicit FileHandlerOutputStream(const std::filesystem::path& localFile,
                                      TextEncoding encoding = TextEncoding::Utf8);
     ~FileHandlerOutputStream() override;

@@ -1,5 +1,6 @@
 #include "platform/linux/Program.h"
 
+#include "base/Text.h"
 #include "logging/SharedLogger.h"
 #include "platform/linux/BuildConfig.h"
 #include "platform/linux/events/LogindActivity.h"
@@ -65,7 +66,7 @@ Program::Program(EventLoop& loop, Display& display, double speed, Bus& session, 
           store_, statusBar_,    windows_,  system_,
           fonts_, translations_, random_,   fatalErrors_,
           loop,   lock_,         activity_, Services{&loginItem_, &updater_, &mail_, &about_, &preferences_}},
-      logFiles_(clock_), application_(ports_, logFiles_), remote_(loop), instance_(instance),
+      logFiles_(clock_), application_(ports_, logFiles_), remote_(loop, loop), instance_(instance),
       notice_(loop, session, noticeDesktop()) {
     if (tray_)
         fallback_.emplace(loop_, statusBar_, *tray_);
@@ -149,16 +150,18 @@ void Program::replaced() {
     loop_.terminate();
 }
 
+// What comes from outside (a helper, the bus, the name of a file) forges no further line.
+
 void Program::warning(const std::string& message) {
-    logger().warning(message);
+    logger().warning(printable(message));
 }
 
 void Program::error(const std::string& message) {
-    logger().error(message);
+    logger().error(printable(message));
 }
 
 void Program::info(const std::string& message) {
-    logger().info(message);
+    logger().info(printable(message));
 }
 
 } // namespace kelpa

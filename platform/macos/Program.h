@@ -70,7 +70,7 @@ class Program final : private ApplicationLoop {
     Ports ports_;
     DailyLogFiles logFiles_;
     Application application_;
-    RemoteControl remote_{*this};
+    RemoteControl remote_{*this, mainQueue_};
 };
 
 } // namespace kelpa

@@ -13,6 +13,7 @@
 #include <sstream>
 #include <utility>
 
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace kelpa {
@@ -135,6 +136,46 @@ TEST_F(LoggerTest, NameAndStampsFollowTheUsersWeeksAndTimeZone) {
     const auto text = read(folder_ / "app.orvane.Kelpa.20271227.log");
     EXPECT_TRUE(text.starts_with("2026-12-27T23:59:59-0330 info ")) << text;
     EXPECT_TRUE(text.ends_with("\n2026-12-28T08:59:59+0530 info app.orvane.Kelpa : far east\n")) << text;
+}
+
+fs::perms modeOf(const fs::path& path) {
+    return fs::status(path).permissions();
+}
+
+TEST_F(LoggerTest, IsForItsUserAloneWhateverTheUmask) {
+    fs::create_directories(root_);
+    const mode_t before = ::umask(0);
+    standardOutputOf([] { (void)logger(); });
+    ::umask(before);
+    for (const fs::path& made : {folder_, folder_.parent_path(), folder_.parent_path().parent_path()})
+        EXPECT_EQ(modeOf(made), fs::perms::owner_all) << made;
+    EXPECT_EQ(modeOf(today_), fs::perms::owner_read | fs::perms::owner_write);
+}
+
+TEST_F(LoggerTest, NarrowsWhatWasOpenToOthersButNothingBehindALink) {
+    write(root_ / "elsewhere.log", "");
+    fs::permissions(root_ / "elsewhere.log", fs::perms(0644));
+    fs::create_directories(folder_);
+    fs::permissions(folder_, fs::perms(0755));
+    fs::create_symlink(root_ / "elsewhere.log", today_);
+    standardOutputOf([] { (void)logger(); });
+    EXPECT_EQ(modeOf(folder_), fs::perms::owner_all);
+    EXPECT_EQ(read(root_ / "elsewhere.log"), banner_);
+    EXPECT_EQ(modeOf(root_ / "elsewhere.log"), fs::perms(0644));
+    write(root_ / "old.log", "");
+    fs::permissions(root_ / "old.log", fs::perms(0644));
+    const FileHandlerOutputStream again(root_ / "old.log");
+    EXPECT_EQ(modeOf(root_ / "old.log"), fs::perms(0600));
+}
+
+TEST_F(LoggerTest, APipeInTheFilesPlaceDoesNotKeepTheProgramWaiting) {
+    fs::create_directories(folder_);
+    ASSERT_EQ(::mkfifo(today_.c_str(), 0600), 0);
+    ::alarm(10); // or it would wait for a reader for ever
+    const auto output = standardOutputOf([] { (void)logger(); });
+    ::alarm(0);
+    EXPECT_TRUE(output.starts_with("create logger error: ")) << output;
+    EXPECT_TRUE(output.ends_with(banner_)) << output;
 }
 
 TEST_F(LoggerTest, GoesOnWithoutAFileWhereTheFolderCannotBeMade) {

@@ -7,6 +7,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 namespace kelpa {
 namespace {
 
@@ -39,7 +41,7 @@ class Remote : public test::Play {
         return noted;
     }
 
-    RemoteControl control{desk.services};
+    RemoteControl control{desk.services, time};
 };
 
 const Lines nothing;
@@ -140,11 +142,49 @@ TEST(RemoteControl, showsWhatTheMenuCanShow) {
     EXPECT_EQ(remote.after(&RemoteControl::showSettings), (Lines{"0.000 settings"}));
 }
 
+TEST(RemoteControl, changesNoMoreThanTwentyTimesASecond) {
+    Remote remote;
+    remote("+1\n");
+    const std::string refusal = "More changes were asked for within a second than are made";
+    const auto obeyed = [&](int calls) {
+        int count = 0;
+        for (int i = 0; i < calls; ++i)
+            count += remote.control.toggle() ? 0 : 1;
+        return count;
+    };
+    for (int i = 0; i < 100; ++i)
+        EXPECT_EQ(remote.after(&RemoteControl::resume), nothing) << "what changes nothing does not count";
+    EXPECT_EQ(obeyed(15), 15);
+    remote("+0.6\n");
+    EXPECT_EQ(remote.after(&RemoteControl::showSettings), (Lines{"1.600 settings"}));
+    EXPECT_EQ(obeyed(4), 4);
+    EXPECT_EQ(
+        remote.after(&RemoteControl::toggle),
+        (Lines{
+            "1.600 log warning More than 20 changes were asked for within a second: those beyond are refused",
+            "refused: " + refusal}));
+    ASSERT_EQ(Remote::now(), "paused 01:00 none paused");
+    EXPECT_EQ(remote.after(&RemoteControl::pause), nothing) << "it is so already";
+    for (const auto verb : {&RemoteControl::toggle, &RemoteControl::resume, &RemoteControl::showSettings})
+        EXPECT_EQ(remote.after(verb), (Lines{"refused: " + refusal}));
+    EXPECT_EQ(obeyed(100'000), 0);
+    remote("+0.5\n");
+    EXPECT_EQ(obeyed(100), 15) << "the first ones are a second old";
+    EXPECT_EQ(std::count_if(remote.journal.lines().begin(), remote.journal.lines().end(),
+                            [](const auto& line) { return line.find("More than 20") != std::string::npos; }),
+              1)
+        << "one line is enough while it goes on";
+    remote("+2\n");
+    EXPECT_EQ(obeyed(100), 20);
+    EXPECT_NE(remote.journal.lines().back().find("More than 20"), std::string::npos) << "another time";
+    EXPECT_FALSE(remote.control.quit());
+}
+
 TEST(RemoteControl, endsTheProgramAtAnyTime) {
     test::Play play({"title", "count", "item", "set", "log"});
     play("store pref.work.time int 1\nstore pref.short.break.times int 1\nstore force_long_break bool true\n"
          "launch\n+60\n");
-    RemoteControl control(play.desk.services);
+    RemoteControl control(play.desk.services, play.time);
     EXPECT_FALSE(control.quit());
     EXPECT_EQ(play.journal.lines().back(), "60.000 app quit");
 }

@@ -57,6 +57,12 @@ TEST(WithArguments, PutsEachInItsPlaceAndLeavesTheRest) {
     EXPECT_EQ(withArguments("", {"a"}), "");
 }
 
+TEST(Printable, ShowsWhatWouldBreakItOrRuleATerminal) {
+    EXPECT_EQ(printable("堂堂 é 🥤 \\n"), "堂堂 é 🥤 \\n");
+    EXPECT_EQ(printable("a\nb\r\tc\x1b[2J\x7f"), "a\\nb\\r\\tc\\x1b[2J\\x7f");
+    EXPECT_EQ(printable(std::string_view("\0\x9b", 2)), "\\x00\x9b");
+}
+
 TEST(Shortened, KeepsTheBeginningInWholeCharacters) {
     EXPECT_EQ(shortened("堂堂七尺", 12), "堂堂七尺");
     EXPECT_EQ(shortened("堂堂七尺!", 12), "堂堂七…");

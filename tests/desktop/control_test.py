@@ -103,6 +103,17 @@ class OneInstance(ControlTest):
         program.wait_for("asks for the preferences", 5, times=asked + 1)
         self.assertFalse(program.ended())
 
+    def test_what_comes_from_outside_forges_no_line_of_the_log(self):
+        """Here the name of a folder, which stands in a warning; a helper's words take the same way."""
+        forged = "2026-01-01T00:00:00+0000 info app.orvane.Kelpa : forged"
+        folder = self.session.folder / ("a\n" + forged + "\x1b[2J")
+        folder.mkdir()
+        settings = folder / "app.orvane.Kelpa.plist"
+        settings.write_text("damaged")
+        program = self.launch(environment={"XDG_CONFIG_HOME": str(folder)})
+        program.wait_for("The settings file was damaged and is now .*forged", 10)
+        self.assertEqual([line for line in program.lines() if line.startswith(forged) or "\x1b" in line], [])
+
     def test_a_second_start_asks_the_first_and_touches_nothing(self):
         program = self.running()
         log, = program.log_files()

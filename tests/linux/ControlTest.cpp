@@ -62,7 +62,7 @@ struct ControlTest : testing::Test {
     EventLoop loop;
     OpenBus bus{loop};
     Play play;
-    RemoteControl remote{play.desk.services};
+    RemoteControl remote{play.desk.services, play.time};
     std::unique_ptr<ControlObject> object;
 
     ControlTest() {
