@@ -90,7 +90,7 @@ class Window:
 class Program:
     """A run of the program."""
 
-    def __init__(self, home, display, settings, arguments=(), environment=None):
+    def __init__(self, executable, home, display, settings, arguments=(), environment=None):
         self.home = home
         self.write(settings)
         here, there = socket.socketpair()
@@ -102,7 +102,7 @@ class Program:
         # What the toolkit made once it keeps.
         surroundings.setdefault("ASAN_OPTIONS", "detect_leaks=0")
         surroundings.setdefault("ASAN_SYMBOLIZER_PATH", "/usr/bin/llvm-symbolizer-14")
-        self.process = subprocess.Popen([PROGRAM, *arguments], env=surroundings, pass_fds=[there.fileno()], cwd=home,
+        self.process = subprocess.Popen([executable, *arguments], env=surroundings, pass_fds=[there.fileno()], cwd=home,
                                         stdin=subprocess.DEVNULL, stdout=self.errors, stderr=self.errors)
         there.close()
         here.settimeout(60)
@@ -231,6 +231,8 @@ class Program:
 
 
 class MacTest(unittest.TestCase):
+    executable = PROGRAM
+
     @classmethod
     def setUpClass(cls):
         reading, writing = os.pipe()
@@ -246,7 +248,7 @@ class MacTest(unittest.TestCase):
         """Starts the program; it is ended after the test. What it said is shown when the test failed."""
         home = Path(tempfile.mkdtemp(prefix="kelpa-macos-"))
         self.addCleanup(shutil.rmtree, home)
-        program = Program(home, self.display, {**SETTINGS, **(settings or {})}, arguments, environment)
+        program = Program(self.executable, home, self.display, {**SETTINGS, **(settings or {})}, arguments, environment)
         self.addCleanup(self.finish, program)
         program.title()     # it runs
         if screens:

@@ -51,6 +51,13 @@ class About(MacTest):
         self.assertRegex(about["link"], "^https://")
         self.assertTrue(about["icon"])
 
+    def test_the_year_and_the_logs_name_are_those_of_the_users_calendar(self):
+        for locale, year in (("th_TH@calendar=buddhist", 2569), ("fa_IR@calendar=persian", 1404)):
+            program = self.launch({"Locale": locale})
+            program.choose("About...")
+            self.assertEqual(program.notes("about")[0]["copyright"], f"Copyright © {year} The Kelpa Authors.")
+        self.assertEqual([log.name for log in program.home.rglob("*.log")], ["app.orvane.Kelpa.14041211.log"])
+
 
 class Updates(MacTest):
     def test_a_build_without_them_says_so(self):
@@ -81,7 +88,12 @@ class Languages(MacTest):
             program = self.launch({}, "-NSLanguages", f"({name})")
             titles = [line["title"] for line in program.menu()]
             self.assertIn(texts["Quit"], titles, language)
-            self.assertIn(texts["Settings"] + "...", titles, language)
+            program.choose(texts["Settings"] + "...")
+            for pane in ("General", "Workflow", "Style", "About", "Water"):
+                program.turn_to(texts[pane])
+            shown = program.window(texts["Settings"]).texts()
+            for key in ("Options", "Enable drink water reminder", "water.interval"):
+                self.assertIn(texts[key], shown, language)
             self.assertEqual(program.end(), 0)
 
 

@@ -1,0 +1,45 @@
+// Sparkle, as far as it is asked to do something.
+#import <Sparkle/Sparkle.h>
+
+#include "tests/macos/standin/Heard.h"
+
+@implementation SPUUpdater
+
+- (void)setAutomaticallyChecksForUpdates:(BOOL)checks {
+    note(@"automatic checks", @{@"on" : @(checks)});
+}
+
+- (void)setUpdateCheckInterval:(NSTimeInterval)interval {
+    note(@"check interval", @{@"seconds" : @(interval)});
+}
+
+- (void)setSendsSystemProfile:(BOOL)sends {
+    note(@"system profile", @{@"on" : @(sends)});
+}
+
+- (void)checkForUpdates {
+    note(@"check", @{});
+}
+
+@end
+
+@implementation SPUStandardUpdaterController {
+    SPUUpdater* _updater;
+}
+
+- (instancetype)initWithStartingUpdater:(BOOL)start
+                        updaterDelegate:(id)delegate
+                     userDriverDelegate:(id)driver {
+    (void)delegate;
+    (void)driver;
+    self = [super init];
+    _updater = [[SPUUpdater alloc] init];
+    note(@"updater", @{@"started" : @(start)});
+    return self;
+}
+
+- (SPUUpdater*)updater {
+    return _updater;
+}
+
+@end
