@@ -46,7 +46,9 @@ void handleEvents() {
 void settle() {
     for (int round = 0; round < 3; ++round) {
         standin::settleQueues();
-        handleEvents();
+        do
+            handleEvents(); // among them what another thread hands over for the main queue
+        while ([[NSOperationQueue mainQueue] operationCount] > 0);
         standin::pass(0);
     }
     for (NSWindow* window in [NSApp windows])
