@@ -139,7 +139,7 @@ class Settings(PreferencesTest):
         self.session.run_tool(str(PROGRAM), "skip")
         wait_for_uncover(self.session, 4)
         self.meet()
-        self.turn_to("Workflow")
+        self.find("panel", "Workflow")
         self.wait_shown(WORK, "1000")
 
 

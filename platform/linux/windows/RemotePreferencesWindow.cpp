@@ -117,7 +117,10 @@ bool RemotePreferencesWindow::didActOnWindow(const std::string& action, const st
     if (action == view::closedAction) {
         record_->setProperty(view::bounds, value);
         record_->hide();
+        record_->noteProperty(view::currentPane, "0");
         client_->closed();
+    } else if (action == view::turnedAction) {
+        record_->noteProperty(view::currentPane, value);
     } else if (action == view::cameToFrontAction) {
         client_->cameToFront();
     } else {

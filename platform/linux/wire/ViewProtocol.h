@@ -124,6 +124,10 @@ inline constexpr std::string_view hintField = "hint";
 inline constexpr std::string_view problemField = "problem";
 inline constexpr std::string_view enabledField = "enabled";
 inline constexpr std::string_view visibleField = "visible";
+/// The place of the pane that shows.
+inline constexpr std::string_view currentPane = "current";
+/// The same, which a person turned to.
+inline constexpr std::string_view turnedAction = "turned";
 /// The window has the keyboard again.
 inline constexpr std::string_view cameToFrontAction = "cameToFront";
 // What a person did to a control. The value is a message in itself: the control's id and what follows here.

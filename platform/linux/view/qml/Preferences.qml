@@ -18,6 +18,7 @@ Rectangle {
         if (bar.activeFocus && tab)
             tab.forceActiveFocus(Qt.TabFocusReason);
         current = index;
+        action("turned", String(index));
     }
     function turn(places: int) {
         choose((current + places + panes.length) % panes.length);
