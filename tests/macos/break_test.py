@@ -113,8 +113,8 @@ class Screens(BreakTest):
         self.assertEqual([tuple(window.frame) for window in program.breaks()], [ONE[1:], TWO[1:]])
         program.screens(ONE)
         self.assertEqual(self.titles(program), ["1"])
-        program.screens((1, 0, 0, 1024, 768), TWO)
-        self.assertEqual([tuple(window.frame) for window in program.breaks()], [(0, 0, 1024, 768), TWO[1:]])
+        program.screens((1, 0, 0, 700, 600), TWO)
+        self.assertEqual([tuple(window.frame) for window in program.breaks()], [(0, 0, 700, 600), TWO[1:]])
         program.breaks()[0].find("button", "Skip").press()
         self.assert_over(program)
 

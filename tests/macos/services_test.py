@@ -63,10 +63,9 @@ class Updates(MacTest):
     def test_a_build_without_them_says_so(self):
         program = self.launch()
         program.choose("Check for Updates...")
-        self.assertEqual(len(program.windows()), 1)
+        window, = program.windows()
         program.choose("Check for Updates...")
-        self.assertEqual(len(program.windows()), 1)
-        window = program.windows()[0]
+        self.assertEqual([each.number for each in program.windows()], [window.number])
         self.assertTrue(any("update" in text for text in window.texts()), window)
         window.all("button")[-1].press()
         self.assertEqual(program.windows(), [])

@@ -21,10 +21,7 @@
 #include "tests/macos/driver/Person.h"
 #include "tests/macos/driver/Windows.h"
 #include "tests/macos/runtime/Objects.h"
-#include "tests/macos/standin/Heard.h"
-#include "tests/macos/standin/Layout.h"
-#include "tests/macos/standin/System.h"
-#include "tests/macos/standin/Time.h"
+#import "tests/macos/standin/StandIns.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -46,9 +43,7 @@ void handleEvents() {
 void settle() {
     for (int round = 0; round < 3; ++round) {
         standin::settleQueues();
-        do
-            handleEvents(); // among them what another thread hands over for the main queue
-        while ([[NSOperationQueue mainQueue] operationCount] > 0);
+        handleEvents();
         standin::pass(0);
     }
     for (NSWindow* window in [NSApp windows])
@@ -225,7 +220,6 @@ void serve(int socket) {
 }
 
 + (void)launched:(NSNotification*)notification {
-    (void)notification;
     [self performSelector:@selector(serve) withObject:nil afterDelay:0];
 }
 

@@ -4,8 +4,7 @@
 
 #include "tests/macos/driver/Windows.h"
 #include "tests/macos/runtime/Objects.h"
-#include "tests/macos/standin/System.h"
-#include "tests/macos/standin/Time.h"
+#import "tests/macos/standin/StandIns.h"
 
 namespace driver {
 

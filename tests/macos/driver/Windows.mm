@@ -1,7 +1,7 @@
 #import "tests/macos/driver/Windows.h"
 
 #include "tests/macos/runtime/Objects.h"
-#include "tests/macos/standin/System.h"
+#import "tests/macos/standin/StandIns.h"
 
 namespace driver {
 
@@ -23,7 +23,7 @@ NSArray* rectangle(NSRect rect) {
 NSString* kindOf(NSView* view) {
     if ([view isKindOfClass:[NSTextField class]])
         return [static_cast<NSTextField*>(view) isEditable] ? @"field" : @"text";
-    if (NSString* role = [recordOf(view) objectForKey:@"role"])
+    if (NSString* role = recordOf(view)[@"setAccessibilityRole:"])
         return role;
     NSDictionary* kinds = @{
         @"NSPopUpButton" : @"list",
@@ -77,7 +77,7 @@ id valueOf(NSView* view) {
         return @([static_cast<NSSwitch*>(view) state] == NSControlStateValueOn);
     if ([view isKindOfClass:[NSTableView class]])
         return @([static_cast<NSTableView*>(view) selectedRow]);
-    return [recordOf(view) objectForKey:@"value"];
+    return recordOf(view)[@"setAccessibilityValue:"];
 }
 
 NSArray* choicesOf(NSView* view) {
@@ -114,7 +114,7 @@ NSDictionary* describe(NSView* view) {
         @"kind" : kindOf(view),
         @"name" : nameOf(view),
         @"value" : orNull(valueOf(view)),
-        @"help" : orNull([recordOf(view) objectForKey:@"help"]),
+        @"help" : orNull(recordOf(view)[@"setAccessibilityHelp:"]),
         @"tip" : orNull([view toolTip]),
         @"picture" : orNull(pictureOf(view)),
         @"choices" : orNull(choicesOf(view)),

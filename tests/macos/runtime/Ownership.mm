@@ -7,6 +7,8 @@
 
 #include <cstring>
 #include <mutex>
+#include <sstream>
+#include <string>
 #include <unordered_map>
 #include <unordered_set>
 #include <unwind.h>
@@ -19,6 +21,8 @@ Class objc_lookUpClass(const char* name);
 Class objc_getMetaClass(const char* name);
 Method class_getInstanceMethod(Class, SEL);
 IMP method_setImplementation(Method, IMP);
+BOOL class_addMethod(Class, SEL, IMP, const char* types);
+SEL sel_registerName(const char*);
 void* _Block_copy(const void*);
 void _Block_release(const void*);
 extern void* _NSConcreteGlobalBlock[];
@@ -276,4 +280,16 @@ NSDictionary* liveObjects() {
 void* replaceMethod(const char* owner, SEL selector, void* function) {
     Method method = class_getInstanceMethod(objc_lookUpClass(owner), selector);
     return reinterpret_cast<void*>(method_setImplementation(method, reinterpret_cast<IMP>(function)));
+}
+
+void addMethods(const char* owner, const char* names, void* function) {
+    std::istringstream each(names);
+    for (std::string name; each >> name;)
+        class_addMethod(objc_lookUpClass(owner), sel_registerName(name.c_str()),
+                        reinterpret_cast<IMP>(function), "@@:");
+}
+
+void ignoreMessages(const char* owner, const char* names) {
+    static id (*const nothing)() = []() -> id { return nil; };
+    addMethods(owner, names, reinterpret_cast<void*>(nothing));
 }

@@ -1,7 +1,7 @@
 // Sparkle, as far as it is asked to do something.
 #import <Sparkle/Sparkle.h>
 
-#include "tests/macos/standin/Heard.h"
+#import "tests/macos/standin/StandIns.h"
 
 @implementation SPUUpdater
 

@@ -7,34 +7,29 @@ NSString* const NSAccessibilityRadioButtonRole = @"radio button";
 NSString* const NSAccessibilityRadioGroupRole = @"radio group";
 NSString* const NSAccessibilityLinkRole = @"link";
 
+namespace {
+
+/// Keeps what is set under the message's name.
+void keep(id view, SEL message, id value) {
+    recordOf(view)[NSStringFromSelector(message)] = value;
+}
+
+} // namespace
+
 @implementation NSView (AccessibilityStandIn)
 
-- (void)setAccessibilityElement:(BOOL)element {
-    [recordOf(self) setObject:@(element) forKey:@"element"];
-}
-
-- (void)setAccessibilityRole:(NSString*)role {
-    [recordOf(self) setObject:role forKey:@"role"];
-}
-
-- (void)setAccessibilityLabel:(NSString*)label {
-    [recordOf(self) setObject:label forKey:@"label"];
++ (void)load {
+    addMethods("NSView",
+               "setAccessibilityRole: setAccessibilityLabel: setAccessibilityHelp: setAccessibilityValue: "
+               "setIdentifier:",
+               reinterpret_cast<void*>(keep));
+    ignoreMessages("NSView", "setAccessibilityElement:");
+    ignoreMessages("NSButton", "setContentTintColor:");
+    ignoreMessages("NSTabViewItem", "setImage:");
 }
 
 - (NSString*)accessibilityLabel {
-    return [recordOf(self) objectForKey:@"label"];
-}
-
-- (void)setAccessibilityHelp:(NSString*)help {
-    [recordOf(self) setObject:help forKey:@"help"];
-}
-
-- (void)setAccessibilityValue:(id)value {
-    [recordOf(self) setObject:value forKey:@"value"];
-}
-
-- (void)setIdentifier:(NSString*)identifier {
-    [recordOf(self) setObject:identifier forKey:@"identifier"];
+    return recordOf(self)[@"setAccessibilityLabel:"];
 }
 
 @end
@@ -62,10 +57,6 @@ NSString* const NSAccessibilityLinkRole = @"link";
     [button setImage:image];
     [button setImagePosition:NSImageOnly];
     return button;
-}
-
-- (void)setContentTintColor:(NSColor*)color {
-    (void)color;
 }
 
 @end
@@ -97,7 +88,6 @@ NSString* const NSAccessibilityLinkRole = @"link";
 
 /// What Escape means here. There it asks for the end of what is going on.
 - (void)complete:(id)sender {
-    (void)sender;
     [self doCommandBySelector:@selector(cancelOperation:)];
 }
 
@@ -110,7 +100,7 @@ NSString* const NSAccessibilityLinkRole = @"link";
 }
 
 - (NSString*)accessibilityLabel {
-    return [recordOf(self) objectForKey:@"label"];
+    return [super accessibilityLabel];
 }
 
 /// Here one that is off would be grey.
@@ -156,25 +146,7 @@ NSString* const NSAccessibilityLinkRole = @"link";
 @implementation NSScroller (StandIn)
 
 + (CGFloat)scrollerWidthForControlSize:(NSControlSize)size scrollerStyle:(NSScrollerStyle)style {
-    (void)size;
-    (void)style;
     return 15;
-}
-
-@end
-
-@implementation NSTabViewItem (StandIn)
-
-- (void)setImage:(NSImage*)image {
-    [recordOf(self) setObject:image forKey:@"image"];
-}
-
-@end
-
-@implementation NSVisualEffectView (StandIn)
-
-- (void)setMaterial:(NSVisualEffectMaterial)material {
-    (void)material;
 }
 
 @end
@@ -217,18 +189,15 @@ static constexpr CGFloat heightOfRow = 20;
 }
 
 - (NSView*)makeViewWithIdentifier:(NSString*)identifier owner:(id)owner {
-    (void)owner;
     NSMutableArray* spare = [recordOf(self) objectForKey:@"spare"];
     NSView* view = [spare lastObject];
-    if (![[recordOf(view) objectForKey:@"identifier"] isEqual:identifier])
+    if (![recordOf(view)[@"setIdentifier:"] isEqual:identifier])
         return nil;
     [spare removeLastObject];
     return view;
 }
 
 - (NSView*)viewAtColumn:(NSInteger)column row:(NSInteger)row makeIfNecessary:(BOOL)make {
-    (void)column;
-    (void)make;
     NSMutableArray* rows = [self rowViews];
     return row < static_cast<NSInteger>([rows count]) ? [rows objectAtIndex:static_cast<NSUInteger>(row)]
                                                       : nil;
@@ -239,12 +208,10 @@ static constexpr CGFloat heightOfRow = 20;
 }
 
 - (void)selectRowIndexes:(NSIndexSet*)rows byExtendingSelection:(BOOL)extend {
-    (void)extend;
     [recordOf(self) setObject:[rows copy] forKey:@"selection"];
 }
 
 - (void)deselectAll:(id)sender {
-    (void)sender;
     [recordOf(self) removeObjectForKey:@"selection"];
 }
 
@@ -254,7 +221,6 @@ static constexpr CGFloat heightOfRow = 20;
 }
 
 - (void)drawRect:(NSRect)rect {
-    (void)rect;
 }
 
 - (void)setDataSource:(id)source {

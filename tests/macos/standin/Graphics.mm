@@ -7,7 +7,7 @@
 #import <QuartzCore/QuartzCore.h>
 
 #include "tests/macos/runtime/Objects.h"
-#include "tests/macos/standin/Time.h"
+#import "tests/macos/standin/StandIns.h"
 
 #include <vector>
 
@@ -24,7 +24,6 @@ const NSFontWeight NSFontWeightBold = 0.4;
 
 /// The styles' values are their sizes.
 + (NSFont*)preferredFontForTextStyle:(NSFontTextStyle)style options:(NSDictionary*)options {
-    (void)options;
     return [NSFont systemFontOfSize:[style doubleValue]];
 }
 
@@ -57,13 +56,10 @@ const NSFontWeight NSFontWeightBold = 0.4;
 @implementation NSImageSymbolConfiguration
 
 + (instancetype)configurationWithPointSize:(CGFloat)size weight:(NSFontWeight)weight {
-    (void)size;
-    (void)weight;
     return [[self alloc] init];
 }
 
 + (instancetype)configurationWithScale:(NSImageSymbolScale)scale {
-    (void)scale;
     return [[self alloc] init];
 }
 
@@ -80,24 +76,22 @@ const NSFontWeight NSFontWeightBold = 0.4;
 }
 
 - (NSImage*)imageWithSymbolConfiguration:(NSImageSymbolConfiguration*)configuration {
-    (void)configuration;
     return [recordOf(self) objectForKey:@"symbol"] ? self : nil;
-}
-
-- (void)setTemplate:(BOOL)isTemplate {
-    [recordOf(self) setObject:@(isTemplate) forKey:@"template"];
 }
 
 @end
 
 @implementation CALayer
 
++ (void)load {
+    ignoreMessages("NSView", "wantsUpdateLayer updateLayer setShadow: viewDidChangeEffectiveAppearance");
+    ignoreMessages("NSImage", "setTemplate:");
+}
+
 - (void)setBackgroundColor:(CGColorRef)color {
-    (void)color;
 }
 
 - (void)setCornerRadius:(CGFloat)radius {
-    (void)radius;
 }
 
 @end
@@ -199,20 +193,6 @@ void overtake(id target) {
 - (void)setWantsLayer:(BOOL)wants {
     if (wants)
         [recordOf(self) setObject:[[CALayer alloc] init] forKey:@"layer"];
-}
-
-- (BOOL)wantsUpdateLayer {
-    return NO;
-}
-
-- (void)updateLayer {
-}
-
-- (void)setShadow:(NSShadow*)shadow {
-    (void)shadow;
-}
-
-- (void)viewDidChangeEffectiveAppearance {
 }
 
 - (NSAppearance*)effectiveAppearance {

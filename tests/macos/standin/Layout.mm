@@ -1,12 +1,11 @@
 // A layout that is good enough to press and read what is there: each view as large as it wants to be, in the
 // row, column or cell that it stands in. Of a constraint only the end that names the view itself counts.
-#import "tests/macos/standin/Layout.h"
+#import "tests/macos/standin/StandIns.h"
 
 #include "tests/macos/runtime/Objects.h"
 
 #include <algorithm>
 #include <cmath>
-#include <vector>
 
 const CGFloat NSViewNoIntrinsicMetric = -1;
 
@@ -14,43 +13,38 @@ namespace {
 
 constexpr CGFloat ample = 10000;
 
+/// The constants of the view's active constraints, by the names of its anchors.
 NSMutableDictionary* edges(NSView* view) {
     NSMutableDictionary* record = recordOf(view);
-    if (![record objectForKey:@"edges"])
-        [record setObject:[NSMutableDictionary dictionary] forKey:@"edges"];
-    return [record objectForKey:@"edges"];
-}
-
-/// A constraint's constant for an edge of the view, or nothing.
-NSNumber* edge(NSView* view, NSString* name) {
-    return [edges(view) objectForKey:name];
+    if (!record[@"edges"])
+        record[@"edges"] = [NSMutableDictionary dictionary];
+    return record[@"edges"];
 }
 
 BOOL placedByLayout(NSView* view) {
-    return [recordOf(view) objectForKey:@"anchored"] != nil;
+    return [recordOf(view)[@"anchored"] boolValue];
 }
 
 /// What a constraint to a number says, otherwise what the view itself says, otherwise what its content says.
 CGFloat extent(NSString* name, NSView* view, CGFloat own, CGFloat content) {
-    if (NSNumber* exact = edge(view, name))
+    if (NSNumber* exact = edges(view)[name])
         return [exact doubleValue];
-    const CGFloat least = [edge(view, [@"least " stringByAppendingString:name]) doubleValue];
+    const CGFloat least = [edges(view)[[@"least " stringByAppendingString:name]] doubleValue];
     return std::max(least, own >= 0 ? own : content);
+}
+
+CGFloat margins(NSView* view, NSString* first, NSString* last) {
+    return std::abs([edges(view)[first] doubleValue]) + std::abs([edges(view)[last] doubleValue]);
 }
 
 NSSize sizeOfContent(NSView* view) {
     NSSize size = NSZeroSize;
-    for (NSView* child in [view subviews]) {
-        if (!placedByLayout(child))
-            continue;
-        const NSSize wanted = [child fittingSize];
-        const CGFloat beside = std::abs([edge(child, @"leading") doubleValue]) +
-                               std::abs([edge(child, @"trailing") doubleValue]);
-        const CGFloat above =
-            std::abs([edge(child, @"top") doubleValue]) + std::abs([edge(child, @"bottom") doubleValue]);
-        size.width = std::max(size.width, wanted.width + beside);
-        size.height = std::max(size.height, wanted.height + above);
-    }
+    for (NSView* child in [view subviews])
+        if (placedByLayout(child)) {
+            const NSSize wanted = [child fittingSize];
+            size.width = std::max(size.width, wanted.width + margins(child, @"leading", @"trailing"));
+            size.height = std::max(size.height, wanted.height + margins(child, @"top", @"bottom"));
+        }
     return size;
 }
 
@@ -60,103 +54,129 @@ struct Span {
 };
 
 /// Counted from the leading or top edge of what is around it.
-Span place(NSView* view, CGFloat wanted, CGFloat room, NSString* first, NSString* last, NSString* middle,
-           NSString* whole) {
-    NSNumber* start = edge(view, first);
-    NSNumber* end = edge(view, last);
-    if (edge(view, middle))
+Span place(NSDictionary* edges, CGFloat wanted, CGFloat room, NSString* first, NSString* last,
+           NSString* middle) {
+    NSNumber* start = edges[first];
+    NSNumber* end = edges[last];
+    if (edges[middle])
         return {std::round((room - wanted) / 2), wanted};
-    if ((start && end) || [[edges(view) objectForKey:whole] isEqual:@"equal"])
+    if (start && end)
         return {[start doubleValue], std::max<CGFloat>(0, room - [start doubleValue] + [end doubleValue])};
-    if (end)
-        return {room - wanted + [end doubleValue], wanted};
-    return {[start doubleValue], wanted};
+    return {end ? room - wanted + [end doubleValue] : [start doubleValue], wanted};
+}
+
+NSRect frameWithin(NSSize room, BOOL flipped, NSView* child) {
+    const NSSize wanted = [child fittingSize];
+    Span x = place(edges(child), wanted.width, room.width, @"leading", @"trailing", @"centerX");
+    Span y = place(edges(child), wanted.height, room.height, @"top", @"bottom", @"centerY");
+    if (edges(child)[@"same width"])
+        x = {0, room.width};
+    if (edges(child)[@"same height"])
+        y = {0, std::max(wanted.height, room.height)};
+    return NSMakeRect(x.start, flipped ? y.start : room.height - y.start - y.length, x.length, y.length);
+}
+
+/// Views or rows of views.
+NSArray* shown(NSArray* all) {
+    NSMutableArray* shown = [NSMutableArray array];
+    for (id each in all)
+        if (![each isHidden])
+            [shown addObject:each];
+    return shown;
+}
+
+using SetFrame = void (*)(id, SEL, NSRect);
+SetFrame setWholeFrame = nullptr;
+
+/// Whoever wants to hear of a new size is told, as there.
+void setFrame(NSView* view, SEL selector, NSRect frame) {
+    if (![NSStringFromClass([view class]) hasPrefix:@"Kelpa"])
+        return setWholeFrame(view, selector, frame);
+    [view setFrameOrigin:frame.origin];
+    [view setFrameSize:frame.size];
 }
 
 } // namespace
 
+/// An edge or a length of a view; with a value a constraint of it, which counts once it is active. It keeps
+/// no view alive.
 @interface AnchorStandIn : NSObject
-@end
-
-/// A constraint, which is there once it is active. It keeps no view alive.
-@interface ConstraintStandIn : NSObject {
-  @public
-    __weak NSView* view;
-    NSString* name;
-    id value;
-}
-@end
-
-@implementation ConstraintStandIn
-
-- (void)setPriority:(NSLayoutPriority)priority {
-    if (priority < NSLayoutPriorityRequired)
-        name = nil;
-}
-
-- (void)setActive:(BOOL)active {
-    if (active && name && view)
-        [edges(view) setObject:value forKey:name];
-}
-
 @end
 
 @implementation AnchorStandIn {
     __weak NSView* _view;
     NSString* _name;
+    NSNumber* _value;
 }
 
-+ (id)anchorOf:(NSView*)view named:(NSString*)name {
+/// By the name of the message that asks for it: "leadingAnchor".
+static id anchorOf(NSView* view, SEL selector) {
     AnchorStandIn* anchor = [[AnchorStandIn alloc] init];
     anchor->_view = view;
-    anchor->_name = name;
+    anchor->_name = [NSStringFromSelector(selector) stringByReplacingOccurrencesOfString:@"Anchor"
+                                                                              withString:@""];
     return anchor;
 }
 
-- (ConstraintStandIn*)named:(NSString*)name value:(id)value {
-    ConstraintStandIn* constraint = [[ConstraintStandIn alloc] init];
-    constraint->view = _view;
-    constraint->name = name;
-    constraint->value = value;
++ (void)load {
+    setWholeFrame = reinterpret_cast<SetFrame>(
+        replaceMethod("NSView", @selector(setFrame:), reinterpret_cast<void*>(setFrame)));
+    addMethods("NSView",
+               "leadingAnchor trailingAnchor centerXAnchor topAnchor bottomAnchor centerYAnchor widthAnchor "
+               "heightAnchor",
+               reinterpret_cast<void*>(anchorOf));
+    ignoreMessages("NSView", "setNeedsLayout: invalidateIntrinsicContentSize "
+                             "setContentCompressionResistancePriority:forOrientation:");
+}
+
+- (id)prefixed:(NSString*)prefix value:(CGFloat)value {
+    AnchorStandIn* constraint = [[AnchorStandIn alloc] init];
+    constraint->_view = _view;
+    constraint->_name = [prefix stringByAppendingString:_name];
+    constraint->_value = @(value);
     return constraint;
 }
 
-- (BOOL)isLength {
-    return [_name isEqual:@"width"] || [_name isEqual:@"height"];
-}
-
-- (id)constraintEqualToAnchor:(AnchorStandIn*)anchor constant:(CGFloat)constant {
-    (void)anchor;
-    return [self named:_name value:@(constant)];
+- (NSString*)prefixToAnchor {
+    return [@[ @"width", @"height" ] containsObject:_name] ? @"same " : @"";
 }
 
 - (id)constraintEqualToAnchor:(AnchorStandIn*)anchor {
-    if ([self isLength])
-        return [self named:[_name stringByAppendingString:@" of parent"] value:@"equal"];
-    return [self constraintEqualToAnchor:anchor constant:0];
+    return [self prefixed:[self prefixToAnchor] value:0];
+}
+
+- (id)constraintEqualToAnchor:(AnchorStandIn*)anchor constant:(CGFloat)constant {
+    return [self prefixed:@"" value:constant];
 }
 
 - (id)constraintGreaterThanOrEqualToAnchor:(AnchorStandIn*)anchor {
-    if ([self isLength])
-        return [self named:[_name stringByAppendingString:@" of parent"] value:@"equal"];
-    return [self constraintGreaterThanOrEqualToAnchor:anchor constant:0];
+    return [self prefixed:[self prefixToAnchor] value:0];
 }
 
 - (id)constraintGreaterThanOrEqualToAnchor:(AnchorStandIn*)anchor constant:(CGFloat)constant {
-    (void)anchor;
-    return [self named:[@"least " stringByAppendingString:_name] value:@(constant)];
+    return [self prefixed:@"least " value:constant];
 }
 
 - (id)constraintLessThanOrEqualToAnchor:(AnchorStandIn*)anchor constant:(CGFloat)constant {
-    return [self constraintGreaterThanOrEqualToAnchor:anchor constant:constant];
+    return [self prefixed:@"most " value:constant];
 }
 
 - (id)constraintEqualToConstant:(CGFloat)constant {
-    return [self named:_name value:@(constant)];
+    return [self prefixed:@"" value:constant];
 }
 
 - (id)constraintGreaterThanOrEqualToConstant:(CGFloat)constant {
-    return [self named:[@"least " stringByAppendingString:_name] value:@(constant)];
+    return [self prefixed:@"least " value:constant];
+}
+
+- (void)setPriority:(NSLayoutPriority)priority {
+    if (priority < NSLayoutPriorityRequired)
+        _view = nil;
+}
+
+- (void)setActive:(BOOL)active {
+    if (NSView* view = _view)
+        edges(view)[_name] = _value;
 }
 
 @end
@@ -172,61 +192,13 @@ Span place(NSView* view, CGFloat wanted, CGFloat room, NSString* first, NSString
 
 @implementation NSView (LayoutStandIn)
 
-- (NSLayoutXAxisAnchor*)leadingAnchor {
-    return [AnchorStandIn anchorOf:self named:@"leading"];
-}
-
-- (NSLayoutXAxisAnchor*)trailingAnchor {
-    return [AnchorStandIn anchorOf:self named:@"trailing"];
-}
-
-- (NSLayoutXAxisAnchor*)centerXAnchor {
-    return [AnchorStandIn anchorOf:self named:@"centerX"];
-}
-
-- (NSLayoutYAxisAnchor*)topAnchor {
-    return [AnchorStandIn anchorOf:self named:@"top"];
-}
-
-- (NSLayoutYAxisAnchor*)bottomAnchor {
-    return [AnchorStandIn anchorOf:self named:@"bottom"];
-}
-
-- (NSLayoutYAxisAnchor*)centerYAnchor {
-    return [AnchorStandIn anchorOf:self named:@"centerY"];
-}
-
-- (NSLayoutDimension*)widthAnchor {
-    return [AnchorStandIn anchorOf:self named:@"width"];
-}
-
-- (NSLayoutDimension*)heightAnchor {
-    return [AnchorStandIn anchorOf:self named:@"height"];
-}
-
 /// Its anchors are the view's own.
 - (NSLayoutGuide*)safeAreaLayoutGuide {
     return static_cast<NSLayoutGuide*>(static_cast<id>(self));
 }
 
 - (void)setTranslatesAutoresizingMaskIntoConstraints:(BOOL)flag {
-    if (flag)
-        [recordOf(self) removeObjectForKey:@"anchored"];
-    else
-        [recordOf(self) setObject:@YES forKey:@"anchored"];
-}
-
-- (void)setContentCompressionResistancePriority:(NSLayoutPriority)priority
-                                 forOrientation:(NSLayoutConstraintOrientation)orientation {
-    (void)priority;
-    (void)orientation;
-}
-
-- (void)setNeedsLayout:(BOOL)needsLayout {
-    (void)needsLayout;
-}
-
-- (void)invalidateIntrinsicContentSize {
+    recordOf(self)[@"anchored"] = @(!flag);
 }
 
 - (NSSize)intrinsicContentSize {
@@ -245,19 +217,9 @@ Span place(NSView* view, CGFloat wanted, CGFloat room, NSString* first, NSString
 }
 
 - (void)layout {
-    const NSSize room = [self bounds].size;
-    for (NSView* child in [self subviews]) {
-        if (!placedByLayout(child))
-            continue;
-        const NSSize wanted = [child fittingSize];
-        const Span x =
-            place(child, wanted.width, room.width, @"leading", @"trailing", @"centerX", @"width of parent");
-        Span y = place(child, wanted.height, room.height, @"top", @"bottom", @"centerY", @"no such edge");
-        if ([[edges(child) objectForKey:@"height of parent"] isEqual:@"equal"])
-            y = {0, std::max(wanted.height, room.height)};
-        const CGFloat up = [self isFlipped] ? y.start : room.height - y.start - y.length;
-        [child setFrame:NSMakeRect(x.start, up, x.length, y.length)];
-    }
+    for (NSView* child in [self subviews])
+        if (placedByLayout(child))
+            [child setFrame:frameWithin([self bounds].size, [self isFlipped], child)];
 }
 
 @end
@@ -286,26 +248,30 @@ void layOutWithin(NSView* view) {
 @implementation NSTextField (LayoutStandIn)
 
 - (void)setPreferredMaxLayoutWidth:(CGFloat)width {
-    [recordOf(self) setObject:@(width) forKey:@"widest"];
+    recordOf(self)[@"widest"] = @(width);
 }
 
 - (NSSize)intrinsicContentSize {
-    const CGFloat widest = [[recordOf(self) objectForKey:@"widest"] doubleValue];
-    NSAttributedString* text = [self attributedStringValue];
-    const NSRect box = [text boundingRectWithSize:NSMakeSize(widest > 0 ? widest : ample, ample)
-                                          options:NSStringDrawingUsesLineFragmentOrigin];
+    const CGFloat widest = [recordOf(self)[@"widest"] doubleValue];
+    const NSRect box =
+        [[self attributedStringValue] boundingRectWithSize:NSMakeSize(widest > 0 ? widest : ample, ample)
+                                                   options:NSStringDrawingUsesLineFragmentOrigin];
     return NSMakeSize(std::ceil(NSWidth(box)) + 4,
                       std::max(std::ceil(NSHeight(box)), std::ceil([[self font] ascender])));
 }
 
 @end
 
+@interface NSStackView ()
+@property(nonatomic) NSUserInterfaceLayoutOrientation orientation;
+@property(nonatomic) NSLayoutAttribute alignment;
+@property(nonatomic) NSEdgeInsets edgeInsets;
+@property(nonatomic) CGFloat spacing;
+@property(nonatomic) NSStackViewDistribution distribution;
+@end
+
 @implementation NSStackView {
     NSMutableArray<NSView*>* _views;
-    NSUserInterfaceLayoutOrientation _orientation;
-    NSEdgeInsets _insets;
-    CGFloat _spacing;
-    NSStackViewDistribution _distribution;
 }
 
 + (instancetype)stackViewWithViews:(NSArray<NSView*>*)views {
@@ -331,7 +297,6 @@ void layOutWithin(NSView* view) {
 }
 
 - (void)addView:(NSView*)view inGravity:(NSStackViewGravity)gravity {
-    (void)gravity;
     [self addArrangedSubview:view];
 }
 
@@ -345,28 +310,8 @@ void layOutWithin(NSView* view) {
     return [_views copy];
 }
 
-- (void)setOrientation:(NSUserInterfaceLayoutOrientation)orientation {
-    _orientation = orientation;
-}
-
-- (void)setAlignment:(NSLayoutAttribute)alignment {
-    (void)alignment;
-}
-
-- (void)setEdgeInsets:(NSEdgeInsets)insets {
-    _insets = insets;
-}
-
-- (void)setSpacing:(CGFloat)spacing {
-    _spacing = spacing;
-}
-
 - (void)setCustomSpacing:(CGFloat)spacing afterView:(NSView*)view {
-    [recordOf(view) setObject:@(spacing) forKey:@"spacing after"];
-}
-
-- (void)setDistribution:(NSStackViewDistribution)distribution {
-    _distribution = distribution;
+    recordOf(view)[@"spacing after"] = @(spacing);
 }
 
 - (BOOL)isFlipped {
@@ -377,60 +322,52 @@ void layOutWithin(NSView* view) {
     return _orientation == NSUserInterfaceLayoutOrientationVertical;
 }
 
-- (NSArray<NSView*>*)shown {
-    NSMutableArray* shown = [NSMutableArray array];
-    for (NSView* view in _views)
-        if (![view isHidden])
-            [shown addObject:view];
-    return shown;
-}
-
 - (CGFloat)spacingAfter:(NSView*)view {
-    NSNumber* custom = [recordOf(view) objectForKey:@"spacing after"];
+    NSNumber* custom = recordOf(view)[@"spacing after"];
     return custom ? [custom doubleValue] : _spacing;
 }
 
 - (NSSize)intrinsicContentSize {
     CGFloat along = 0;
     CGFloat across = 0;
-    NSArray<NSView*>* shown = [self shown];
-    for (NSView* view in shown) {
+    NSArray<NSView*>* arranged = shown(_views);
+    for (NSView* view in arranged) {
         const NSSize size = [view fittingSize];
-        along += [self isUpright] ? size.height : size.width;
+        along += ([self isUpright] ? size.height : size.width) +
+                 (view == [arranged lastObject] ? 0 : [self spacingAfter:view]);
         across = std::max(across, [self isUpright] ? size.width : size.height);
-        if (view != [shown lastObject])
-            along += [self spacingAfter:view];
     }
-    return NSMakeSize(([self isUpright] ? across : along) + _insets.left + _insets.right,
-                      ([self isUpright] ? along : across) + _insets.top + _insets.bottom);
+    return NSMakeSize(([self isUpright] ? across : along) + _edgeInsets.left + _edgeInsets.right,
+                      ([self isUpright] ? along : across) + _edgeInsets.top + _edgeInsets.bottom);
 }
 
 - (void)layout {
-    const NSSize room = [self bounds].size;
-    NSArray<NSView*>* shown = [self shown];
-    CGFloat at = [self isUpright] ? _insets.top : _insets.left;
-    for (NSView* view in shown) {
+    const CGFloat width = NSWidth([self bounds]);
+    NSArray<NSView*>* arranged = shown(_views);
+    const auto count = static_cast<CGFloat>([arranged count]);
+    NSPoint at = NSMakePoint(_edgeInsets.left, _edgeInsets.top);
+    for (NSView* view in arranged) {
         NSSize size = [view fittingSize];
         if (_distribution == NSStackViewDistributionFillEqually)
-            size.width = (room.width - _spacing * static_cast<CGFloat>([shown count] - 1)) /
-                         static_cast<CGFloat>([shown count]);
-        if ([[edges(view) objectForKey:@"width of parent"] isEqual:@"equal"])
-            size.width = room.width;
-        const NSPoint origin =
-            [self isUpright] ? NSMakePoint(_insets.left, at) : NSMakePoint(at, _insets.top);
-        [view setFrame:NSMakeRect(origin.x, origin.y, size.width, size.height)];
-        at += ([self isUpright] ? size.height : size.width) + [self spacingAfter:view];
+            size.width = (width - _spacing * (count - 1)) / count;
+        if (edges(view)[@"same width"])
+            size.width = width;
+        [view setFrame:NSMakeRect(at.x, at.y, size.width, size.height)];
+        if ([self isUpright])
+            at.y += size.height + [self spacingAfter:view];
+        else
+            at.x += size.width + [self spacingAfter:view];
     }
 }
 
 @end
 
 /// A row of a grid, and each of its cells.
-@interface GridRowStandIn : NSObject {
-  @public
-    NSArray<NSView*>* views;
-}
+@interface GridRowStandIn : NSObject
+@property(nonatomic) NSArray<NSView*>* views;
 @property(nonatomic, getter=isHidden) BOOL hidden;
+@property(nonatomic) CGFloat topPadding;
+@property(nonatomic) NSGridCellPlacement XPlacement;
 @end
 
 @implementation GridRowStandIn
@@ -438,20 +375,14 @@ void layOutWithin(NSView* view) {
 /// Its content is out of sight with it.
 - (void)setHidden:(BOOL)hidden {
     _hidden = hidden;
-    for (NSView* view in views)
+    for (NSView* view in _views)
         [view setHidden:hidden];
 }
 
-- (void)setTopPadding:(CGFloat)padding {
-    (void)padding;
-}
-
 - (void)mergeCellsInRange:(NSRange)range {
-    (void)range;
 }
 
 - (id)cellAtIndex:(NSInteger)index {
-    (void)index;
     return self;
 }
 
@@ -459,46 +390,29 @@ void layOutWithin(NSView* view) {
     return self;
 }
 
-- (void)setXPlacement:(NSGridCellPlacement)placement {
-    (void)placement;
+- (NSSize)size {
+    NSSize size = NSZeroSize;
+    for (NSView* view in _views)
+        size.height = std::max(size.height, [view fittingSize].height);
+    return size;
 }
 
 @end
 
-namespace {
-
-using SetFrame = void (*)(id, SEL, NSRect);
-SetFrame setWholeFrame = nullptr;
-
-/// Whoever wants to hear of a new size is told, as there.
-void setFrame(NSView* view, SEL selector, NSRect frame) {
-    if (![NSStringFromClass([view class]) hasPrefix:@"Kelpa"])
-        return setWholeFrame(view, selector, frame);
-    [view setFrameOrigin:frame.origin];
-    [view setFrameSize:frame.size];
-}
-
-} // namespace
-
 /// A grid of two columns.
 @interface GridStandIn : NSView
+@property(nonatomic) CGFloat rowSpacing;
+@property(nonatomic) CGFloat columnSpacing;
+@property(nonatomic) NSGridRowAlignment rowAlignment;
 @end
 
 @implementation GridStandIn {
     NSMutableArray<GridRowStandIn*>* _rows;
-    CGFloat _rowSpacing;
-    CGFloat _columnSpacing;
-}
-
-+ (void)load {
-    setWholeFrame = reinterpret_cast<SetFrame>(
-        replaceMethod("NSView", @selector(setFrame:), reinterpret_cast<void*>(setFrame)));
 }
 
 - (instancetype)initWithFrame:(NSRect)frame {
     self = [super initWithFrame:frame];
-    if (self)
-        _rows = [NSMutableArray array];
+    _rows = [NSMutableArray array];
     return self;
 }
 
@@ -506,26 +420,13 @@ void setFrame(NSView* view, SEL selector, NSRect frame) {
     return YES;
 }
 
-- (void)setRowSpacing:(CGFloat)spacing {
-    _rowSpacing = spacing;
-}
-
-- (void)setColumnSpacing:(CGFloat)spacing {
-    _columnSpacing = spacing;
-}
-
-- (void)setRowAlignment:(NSGridRowAlignment)alignment {
-    (void)alignment;
-}
-
 - (id)columnAtIndex:(NSInteger)index {
-    (void)index;
     return [[GridRowStandIn alloc] init];
 }
 
 - (id)addRowWithViews:(NSArray<NSView*>*)views {
     GridRowStandIn* row = [[GridRowStandIn alloc] init];
-    row->views = views;
+    [row setViews:views];
     for (NSView* view in views)
         [self addSubview:view];
     [_rows addObject:row];
@@ -537,52 +438,41 @@ void setFrame(NSView* view, SEL selector, NSRect frame) {
 }
 
 - (id)rowAtIndex:(NSInteger)index {
-    return [_rows objectAtIndex:static_cast<NSUInteger>(index)];
+    return _rows[static_cast<NSUInteger>(index)];
 }
 
 - (id)cellForView:(NSView*)view {
     for (GridRowStandIn* row in _rows)
-        if ([row->views containsObject:view])
+        if ([[row views] containsObject:view])
             return row;
     return nil;
 }
 
 - (CGFloat)widthOfColumn:(NSUInteger)column {
     CGFloat width = 0;
-    for (GridRowStandIn* row in _rows)
-        if (![row isHidden])
-            width = std::max(width, [[row->views objectAtIndex:column] fittingSize].width);
+    for (GridRowStandIn* row in shown(_rows))
+        width = std::max(width, [[row views][column] fittingSize].width);
     return width;
-}
-
-- (CGFloat)heightOfRow:(GridRowStandIn*)row {
-    CGFloat height = 0;
-    for (NSView* view in row->views)
-        height = std::max(height, [view fittingSize].height);
-    return height;
 }
 
 - (NSSize)intrinsicContentSize {
     CGFloat height = 0;
-    for (GridRowStandIn* row in _rows)
-        if (![row isHidden])
-            height += [self heightOfRow:row] + _rowSpacing;
+    for (GridRowStandIn* row in shown(_rows))
+        height += [row size].height + _rowSpacing;
     return NSMakeSize([self widthOfColumn:0] + _columnSpacing + [self widthOfColumn:1], height);
 }
 
 - (void)layout {
     const CGFloat second = [self widthOfColumn:0] + _columnSpacing;
-    CGFloat at = 0;
-    for (GridRowStandIn* row in _rows) {
-        if ([row isHidden])
-            continue;
-        CGFloat left = 0;
-        for (NSView* view in row->views) {
+    NSPoint at = NSZeroPoint;
+    for (GridRowStandIn* row in shown(_rows)) {
+        at.x = 0;
+        for (NSView* view in [row views]) {
             const NSSize size = [view fittingSize];
-            [view setFrame:NSMakeRect(left, at, size.width, size.height)];
-            left += second;
+            [view setFrame:NSMakeRect(at.x, at.y, size.width, size.height)];
+            at.x += second;
         }
-        at += [self heightOfRow:row] + _rowSpacing;
+        at.y += [row size].height + _rowSpacing;
     }
 }
 
@@ -591,8 +481,6 @@ void setFrame(NSView* view, SEL selector, NSRect frame) {
 @implementation NSGridView (StandIn)
 
 + (instancetype)gridViewWithNumberOfColumns:(NSInteger)columns rows:(NSInteger)rows {
-    (void)columns;
-    (void)rows;
     return static_cast<id>([[GridStandIn alloc] initWithFrame:NSZeroRect]);
 }
 

@@ -1,6 +1,6 @@
 // libdispatch: the main queue, which the driver empties, a thread for each serial queue, and timers on the
 // tests' clock.
-#import "tests/macos/standin/Time.h"
+#import "tests/macos/standin/StandIns.h"
 
 #import <dispatch/dispatch.h>
 

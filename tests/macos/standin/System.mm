@@ -1,10 +1,9 @@
 // What the program asks of the rest of the system. It is noted, and goes no further.
-#import "tests/macos/standin/System.h"
+#import "tests/macos/standin/StandIns.h"
 
 #import <ServiceManagement/ServiceManagement.h>
 
 #include "tests/macos/runtime/Objects.h"
-#include "tests/macos/standin/Heard.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -59,13 +58,11 @@ bool standin::systemIs(const char* needed) {
 }
 
 - (BOOL)registerAndReturnError:(NSError**)error {
-    (void)error;
     note(@"register", @{});
     return std::getenv("KELPA_TEST_NO_LOGIN_ITEM") == nullptr;
 }
 
 - (BOOL)unregisterAndReturnError:(NSError**)error {
-    (void)error;
     note(@"unregister", @{});
     return std::getenv("KELPA_TEST_NO_LOGIN_ITEM") == nullptr;
 }
@@ -138,6 +135,35 @@ void standin::happenElsewhere(NSEvent* event) {
         watchElsewhere(event);
 }
 
+/// Told at once by whoever posts. Here another thread would be, although the main queue was asked for.
+@interface ObserverStandIn : NSObject {
+  @public
+    void (^block)(NSNotification*);
+}
+@end
+
+@implementation ObserverStandIn
+
+- (void)heard:(NSNotification*)notification {
+    block(notification);
+}
+
+@end
+
+@implementation NSNotificationCenter (StandIn)
+
+- (id)addObserverForName:(NSString*)name
+                  object:(id)object
+                   queue:(NSOperationQueue*)queue
+              usingBlock:(GSNotificationBlock)block {
+    ObserverStandIn* observer = [[ObserverStandIn alloc] init];
+    observer->block = [block copy];
+    [self addObserver:observer selector:@selector(heard:) name:name object:object];
+    return observer;
+}
+
+@end
+
 /// Within the process alone: the real one starts a daemon that stays.
 @interface DistributedCenterStandIn : NSNotificationCenter
 @end
@@ -170,7 +196,6 @@ void launchNothing(NSTask* task, SEL) {
                       object:(NSString*)object
                     userInfo:(NSDictionary*)info
           deliverImmediately:(BOOL)now {
-    (void)now;
     [self postNotificationName:name object:object userInfo:info];
 }
 

@@ -1,5 +1,5 @@
 // Clocks and timers that only tests move on.
-#import "tests/macos/standin/Time.h"
+#import "tests/macos/standin/StandIns.h"
 
 #import <Foundation/Foundation.h>
 
@@ -154,7 +154,6 @@ void addTimer(id loop, SEL selector, id timer, id mode) {
 }
 
 - (void)setTolerance:(NSTimeInterval)tolerance {
-    (void)tolerance;
 }
 
 /// A run loop owns its timers.

@@ -2,8 +2,7 @@
 #import <AppKit/AppKit.h>
 
 #include "tests/macos/runtime/Objects.h"
-#include "tests/macos/standin/Heard.h"
-#include "tests/macos/standin/System.h"
+#import "tests/macos/standin/StandIns.h"
 
 NSString* const NSAboutPanelOptionCredits = @"Credits";
 NSString* const NSAboutPanelOptionApplicationName = @"ApplicationName";
@@ -36,6 +35,10 @@ void keyDown(NSWindow* window, SEL selector, NSEvent* event) {
 + (void)load {
     keyDownOfWindow = reinterpret_cast<KeyDown>(
         replaceMethod("NSWindow", @selector(keyDown:), reinterpret_cast<void*>(keyDown)));
+    ignoreMessages(
+        "NSWindow",
+        "setTitlebarAppearsTransparent: setTitlebarSeparatorStyle: setAnimationBehavior: setToolbarStyle:");
+    ignoreMessages("NSApplication", "addWindowsItem:title:filename:");
 }
 
 + (instancetype)screenWithRect:(NSRect)rect number:(NSNumber*)number {
@@ -108,25 +111,8 @@ void standin::setScreens(NSArray* list) {
     return window;
 }
 
-- (void)setTitlebarAppearsTransparent:(BOOL)transparent {
-    (void)transparent;
-}
-
-- (void)setTitlebarSeparatorStyle:(NSTitlebarSeparatorStyle)style {
-    (void)style;
-}
-
-- (void)setAnimationBehavior:(NSWindowAnimationBehavior)behavior {
-    (void)behavior;
-}
-
-- (void)setToolbarStyle:(NSWindowToolbarStyle)style {
-    (void)style;
-}
-
 /// Covers screens that this machine does not have.
 - (NSRect)constrainFrameRect:(NSRect)frame toScreen:(NSScreen*)screen {
-    (void)screen;
     return frame;
 }
 
@@ -210,8 +196,6 @@ NSMutableArray<NSPopover*>* popovers() {
 @implementation NSPopover (StandIn)
 
 - (void)showRelativeToRect:(NSRect)rect ofView:(NSView*)view preferredEdge:(NSRectEdge)side {
-    (void)rect;
-    (void)side;
     NSView* content = [[self contentViewController] view];
     NSWindow* window = [[NSWindow alloc] initWithContentRect:[content frame]
                                                    styleMask:NSBorderlessWindowMask
@@ -291,7 +275,6 @@ NSMenu* standin::statusMenu() {
 }
 
 - (NSStatusItem*)statusItemWithLength:(CGFloat)length {
-    (void)length;
     statusItem_ = [[StatusItemStandIn alloc] init];
     note(@"status item", @{});
     return static_cast<NSStatusItem*>(static_cast<id>(statusItem_));
@@ -300,12 +283,6 @@ NSMenu* standin::statusMenu() {
 @end
 
 @implementation NSApplication (StandIn)
-
-- (void)addWindowsItem:(NSWindow*)window title:(NSString*)title filename:(BOOL)isFile {
-    (void)window;
-    (void)title;
-    (void)isFile;
-}
 
 - (void)orderFrontStandardAboutPanelWithOptions:(NSDictionary*)options {
     NSAttributedString* credits = [options objectForKey:NSAboutPanelOptionCredits];
