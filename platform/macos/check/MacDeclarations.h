@@ -3,7 +3,7 @@
 // What the macOS sources of this project use of the system's frameworks and what the headers of GNUstep lack:
 // names, types and values as their public documentation gives them, each marked with the macOS in which it
 // appeared, so that the compiler also sees what is used without asking on a system that is too old. Only for
-// checking sources on a machine without those frameworks: nothing is ever built with it. Values stand here
+// checks on a machine without those frameworks: nothing that a user gets is built with it. Values stand here
 // only where the sources rely on them or an enumeration has to have one.
 
 #include <cstddef>
