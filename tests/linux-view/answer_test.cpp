@@ -1,10 +1,15 @@
 // Which helpers count as hung, in steps that are a tenth as long as in earnest.
 #include "platform/linux/windows/AnswerWatch.h"
+#include "platform/linux/windows/ProcessState.h"
 
 #include <chrono>
+#include <csignal>
 #include <gtest/gtest.h>
+#include <limits>
+#include <sys/wait.h>
 #include <systemd/sd-event.h>
 #include <thread>
+#include <unistd.h>
 #include <vector>
 
 namespace {
@@ -21,6 +26,7 @@ class AnswerWatchTest : public testing::Test, public AnswerWatchClient {
         if (unread > 0)
             watch.taken(unread);
     }
+    [[nodiscard]] bool helperBusy() const override { return busy; }
     void ask() override {
         ++asked;
         watch.sent();
@@ -53,6 +59,7 @@ class AnswerWatchTest : public testing::Test, public AnswerWatchClient {
 
     EventLoop loop;
     AnswerWatch watch{loop, *this, step};
+    bool busy = false;
     int unread = 0;
     int asked = 0;
     std::vector<double> hung;
@@ -70,6 +77,28 @@ TEST_F(AnswerWatchTest, AStartMayTakeLonger) {
     watch.begin();
     watch.sent();
     EXPECT_TRUE(hangsAfter(starting));
+}
+
+TEST_F(AnswerWatchTest, WhoeverHasMuchToDoHasFiveTimesAsLong) {
+    begin();
+    watch.sent();
+    busy = true;
+    EXPECT_TRUE(hangsAfter(5 * usual));
+}
+
+TEST(HeldUpByWork, IsWhoeverComputesAndNotWhoeverIsStopped) {
+    EXPECT_TRUE(heldUpByWork(getpid()));
+    EXPECT_FALSE(heldUpByWork(std::numeric_limits<int>::max()));
+    const int child = fork();
+    if (child == 0)
+        for (;;)
+            pause();
+    ASSERT_GT(child, 0);
+    kill(child, SIGSTOP);
+    waitpid(child, nullptr, WUNTRACED);
+    EXPECT_FALSE(heldUpByWork(child)) << "whatever else there is to do";
+    kill(child, SIGKILL);
+    waitpid(child, nullptr, 0);
 }
 
 TEST_F(AnswerWatchTest, WhoeverGetsOnDoesNotHang) {

@@ -1,6 +1,7 @@
 #!/usr/bin/python3
 """Stands in for kelpa-view: writes down every message that it gets, and does what the messages' texts say."""
 import os
+import signal
 import socket
 import sys
 import time
@@ -39,6 +40,8 @@ while True:
             os._exit(7)
         if text.endswith("sleep"):
             time.sleep(60)
+        if text.endswith("stop"):
+            os.kill(os.getpid(), signal.SIGSTOP)
         if text.endswith("babble"):
             say(b"\xff\xfe\\q\n\n" + b"x" * 200000 + b"\naction\t1\nwarning\tI am well\n")
         if text.endswith("use"):

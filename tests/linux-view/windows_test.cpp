@@ -278,9 +278,9 @@ TEST_F(RemoteWindows, ComeBackAtOnceAndWithoutAFadeWhenTheViewHangs) {
     windows_->activate();
     face_->setPrompt("use");
     ASSERT_TRUE(runUntil([&] { return windows_->secondsSinceInput() < 5; })) << "it must have started well";
-    face_->setPrompt("sleep");
+    face_->setPrompt("stop");
     const int first = windows_->viewPid();
-    ASSERT_TRUE(receives("set 1 prompt sleep"));
+    ASSERT_TRUE(receives("set 1 prompt stop"));
     face_->setPrompt("go on");
     ASSERT_TRUE(receives("started", 2));
     EXPECT_EQ(desktop_.events.back(), "kelpa-view has not answered for 2 s");

@@ -8,6 +8,8 @@ namespace {
 
 constexpr int usualSteps = 4;
 constexpr int startingSteps = 20;
+constexpr int usualWeight = 5;
+constexpr int busyWeight = 1;
 constexpr int mostSlowness = 4;
 /// After so many steps without a word the helper is asked whether it is still there.
 constexpr int silentSteps = 10;
@@ -29,7 +31,7 @@ void AnswerWatch::end() {
 }
 
 void AnswerWatch::rest() {
-    steps_ = 0;
+    steps_ = weight_ = 0;
     alarm_.set(owed() ? step_ : silentSteps * step_);
 }
 
@@ -60,7 +62,9 @@ void AnswerWatch::ring() {
 }
 
 void AnswerWatch::wait() {
-    if (++steps_ < mostSteps())
+    ++steps_;
+    weight_ += client_.helperBusy() ? busyWeight : usualWeight;
+    if (weight_ < mostWeight())
         return alarm_.set(step_);
     const double seconds = steps_ * step_;
     slowness_ = std::min(2 * slowness_, mostSlowness);
@@ -68,8 +72,8 @@ void AnswerWatch::wait() {
     client_.helperHangs(seconds);
 }
 
-int AnswerWatch::mostSteps() const {
-    return slowness_ * (starting_ ? startingSteps : usualSteps);
+int AnswerWatch::mostWeight() const {
+    return usualWeight * slowness_ * (starting_ ? startingSteps : usualSteps);
 }
 
 } // namespace kelpa

@@ -10,6 +10,8 @@ class AnswerWatchClient {
     virtual ~AnswerWatchClient() = default;
     /// What has come already is to be taken in now: nobody is judged by what lies unread.
     virtual void readAnswers() = 0;
+    /// Whether it is no wonder that the helper says nothing, since it or the whole machine has much to do.
+    [[nodiscard]] virtual bool helperBusy() const = 0;
     /// Nothing was said for a while: something is to be sent that wants an answer.
     virtual void ask() = 0;
     /// The helper owed an answer for `seconds` and is watched no more.
@@ -17,9 +19,9 @@ class AnswerWatchClient {
 };
 
 /// Notices a helper that hangs: one that has not taken in what it was sent. It may take two seconds, ten
-/// while it starts, and longer after each one that hung, in case the machine is slow. Time in which this
-/// program itself was held up counts for next to nothing, since then the helper was most likely held up as
-/// well.
+/// while it starts, and longer after each one that hung, in case the machine is slow. Time in which there is
+/// much to do counts for a fifth, and time in which this program itself was held up for next to nothing,
+/// since then the helper was most likely held up as well.
 class AnswerWatch {
   public:
     /// Loop and client outlive the watch. Waiting goes by steps of so many seconds, of which each counts as
@@ -39,7 +41,7 @@ class AnswerWatch {
     void rest();
     void ring();
     void wait();
-    [[nodiscard]] int mostSteps() const;
+    [[nodiscard]] int mostWeight() const;
 
     AnswerWatchClient& client_;
     Alarm alarm_;
@@ -48,7 +50,8 @@ class AnswerWatch {
     bool starting_ = false;
     int sent_ = 0;
     int taken_ = 0;
-    int steps_ = 0; ///< for which it has owed an answer
+    int steps_ = 0;  ///< for which it has owed an answer
+    int weight_ = 0; ///< of these steps
     int slowness_ = 1;
 };
 

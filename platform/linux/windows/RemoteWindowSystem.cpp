@@ -1,5 +1,6 @@
 #include "platform/linux/windows/RemoteWindowSystem.h"
 
+#include "platform/linux/windows/ProcessState.h"
 #include "platform/linux/wire/ViewProtocol.h"
 
 #include <algorithm>
@@ -154,6 +155,10 @@ void RemoteWindowSystem::startView() {
 void RemoteWindowSystem::send(std::initializer_list<std::string_view> fields) {
     view_.send(fields);
     answers_.sent();
+}
+
+bool RemoteWindowSystem::helperBusy() const {
+    return heldUpByWork(view_.pid());
 }
 
 void RemoteWindowSystem::ask() {

@@ -66,6 +66,7 @@ class RemoteWindowSystem final : public WindowSystem,
     void helperFailed(const std::string& how) override;
 
     void readAnswers() override { view_.takeIn(); }
+    [[nodiscard]] bool helperBusy() const override;
     void ask() override;
     void helperHangs(double seconds) override;
 
