@@ -1,6 +1,5 @@
 #!/usr/bin/python3
 """How it starts and ends where it was given little, and what must not hold it up."""
-import fcntl
 import os
 import re
 import resource
@@ -167,13 +166,17 @@ class StandsStill(StartTest):
     def test_a_reader_of_what_it_prints(self):
         reading, writing = os.pipe()
         self.addCleanup(os.close, reading)
-        fcntl.fcntl(writing, fcntl.F_SETPIPE_SZ, 4096)
+        os.set_blocking(writing, False)
+        with self.assertRaises(BlockingIOError):
+            while True:
+                os.write(writing, b"full")
+        os.set_blocking(writing, True)
         process = self.session.spawn([str(PROGRAM)], stdout=writing, stderr=writing)
         self.addCleanup(self.session.end, process)
         os.close(writing)
-        for _ in range(50):     # some lines each
-            wait_until(lambda: self.status().returncode == 0, 5, "an answer on the bus")
-            subprocess.run([PROGRAM, "toggle"], env=self.session.environment, timeout=10, check=True)
+        wait_until(lambda: self.status().returncode == 0, 10, "an answer on the bus")
+        subprocess.run([PROGRAM, "toggle"], env=self.session.environment, timeout=10, check=True)
+        self.assertEqual(self.status().stdout.split()[0], "paused")
         self.assertEqual(self.assert_ends(process), 0)
 
 
