@@ -239,6 +239,18 @@ class Panes(PreferencesTest):
         self.click("heading", "Options")
         times.insert(0, "08:15")
         wait_until(lambda: self.tiles() == times, 5, "the earlier tile")
+        # So does whatever closes the window over it.
+        for time, close in (("07:30", lambda: self.screen.press("Control_L", "w")),
+                            ("06:45", lambda: self.screen.close_window(self.on_screen().id))):
+            self.click("push button", "Add a time")
+            self.type_time(time.replace(":", ""))
+            close()
+            self.wait_closed()
+            times.insert(0, time)
+            wait_until(lambda: self.time_points(program) == times, 5, "the time of the closed window")
+            self.show(program)
+            self.turn_to("Water")
+            wait_until(lambda: self.tiles() == times, 5, "its tile")
 
     def test_the_last_time_point_stays(self):
         program = self.open({"pref.water.mode": 1, "pref.water.selectedTimings": "[0,3600]"}, pane="Water")

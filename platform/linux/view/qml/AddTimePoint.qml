@@ -32,6 +32,18 @@ T.Popup {
         increase: popup.buttons.increase.name
         Keys.onReturnPressed: popup.close()
         Keys.onEnterPressed: popup.close()
+
+        // An open popup keeps the window's own shortcuts from being heard.
+        Shortcut {
+            sequences: ["Ctrl+W"]
+            onActivated: time.Window.window.close()
+        }
+        Connections {
+            target: time.Window.window
+            function onClosing() {
+                popup.close();
+            }
+        }
     }
     background: Card {
         SoftShadow {
