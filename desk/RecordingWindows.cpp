@@ -57,12 +57,17 @@ RecordingWindows::RecordingWindows(Journal& journal, VirtualTime& time) : journa
 }
 
 void RecordingWindows::setScreens(const std::vector<std::uint32_t>& numbers) {
-    screens_.clear();
+    std::vector<Screen> screens;
     double x = 0;
     for (const std::uint32_t number : numbers) {
-        screens_.push_back({number, {x, 0, screenWidth, screenHeight}});
+        screens.push_back({number, {x, 0, screenWidth, screenHeight}});
         x += screenWidth;
     }
+    arrange(std::move(screens));
+}
+
+void RecordingWindows::arrange(std::vector<Screen> screens) {
+    screens_ = std::move(screens);
     if (client_)
         client_->screensChanged();
 }
@@ -170,6 +175,13 @@ void RecordingWindow::fadeTo(double alpha, double seconds, std::function<void()>
 void RecordingWindow::orderFrontRegardless() {
     visible_ = true;
     journal_.note("window", "show " + spec_.title);
+}
+
+void RecordingWindow::setFrame(const Rect& frame, std::uint32_t screen) {
+    spec_.frame = frame;
+    spec_.screen = screen;
+    journal_.aside("window", "frame " + spec_.title + " " + whole(frame.x) + "," + whole(frame.y) + " on " +
+                                 std::to_string(screen));
 }
 
 void RecordingWindow::close() {

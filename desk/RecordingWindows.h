@@ -19,6 +19,9 @@ class RecordingWindows final : public WindowSystem {
     RecordingWindows(Journal& journal, VirtualTime& time);
 
     void setScreens(const std::vector<std::uint32_t>& numbers);
+    /// Screens that stand anyhow.
+    void arrange(std::vector<Screen> screens);
+    void dragPanel(const Rect& frame) { client_->panelDragged(frame); }
     /// A press on Skip, a tap on the notice; false where that screen does not offer it.
     bool skip(std::uint32_t screen);
     bool notice(std::uint32_t screen);
@@ -83,7 +86,7 @@ class RecordingWindow final : public NativeWindow {
     void fadeTo(double alpha, double seconds, std::function<void()> done) override;
     void orderFrontRegardless() override;
     void close() override;
-    void setFrame(const Rect& frame) override { spec_.frame = frame; }
+    void setFrame(const Rect& frame, std::uint32_t screen) override;
     [[nodiscard]] bool visible() const override { return visible_; }
 
   private:

@@ -40,16 +40,12 @@ void Window::withdraw() {
         content_->disappeared();
 }
 
-void Window::setFrame(const Rect& frame) {
-    if (frame == spec_.frame)
+void Window::setFrame(const Rect& frame, std::uint32_t screen) {
+    if (frame == spec_.frame && screen == spec_.screen)
         return;
     spec_.frame = frame;
-    native_->setFrame(frame);
-}
-
-void Window::moveTo(const Screen& screen, const Rect& frame) {
-    spec_.screen = screen.number;
-    setFrame(frame);
+    spec_.screen = screen;
+    native_->setFrame(frame, screen);
 }
 
 } // namespace kelpa

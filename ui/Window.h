@@ -25,9 +25,8 @@ class Window {
     void close();
     /// Takes the window off the screen at once, because its screen or its user wants it gone.
     void withdraw();
-    void setFrame(const Rect& frame);
-    /// Moves the window to another screen.
-    void moveTo(const Screen& screen, const Rect& frame);
+    /// Moves the window to a place on a screen.
+    void setFrame(const Rect& frame, std::uint32_t screen);
 
   private:
     WindowSpec spec_;

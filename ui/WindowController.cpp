@@ -6,6 +6,7 @@
 #include "prefs/PrefState.h"
 #include "prefs/PromptState.h"
 #include "ui/BreakView.h"
+#include "ui/PanelPlace.h"
 #include "ui/PrefAboutView.h"
 #include "ui/PreferencesView.h"
 #include "ui/Window.h"
@@ -29,6 +30,7 @@ constexpr double updateCheckSeconds = 43200;
 class Desktop final : public WindowSystemClient {
   public:
     void screensChanged() override;
+    void panelDragged(const Rect& frame) override;
 };
 
 class Panel final : public WaterViewClient {
@@ -48,6 +50,7 @@ struct Shared {
     Desktop desktop = {};
     Panel panel = {};
     std::vector<std::unique_ptr<Window>> windows = {};
+    PanelPlace waterPlace{WaterView::size};
     std::unique_ptr<PreferencesView> prefView = {};
     bool breakShows = false; ///< from the break's showing to its closing: new screens join it
     Listeners<> breakShowsAssigned = {};
@@ -85,7 +88,7 @@ Window& make(WindowSpec spec) {
 Window& breakWindow(const Screen& screen) {
     const std::string title = std::to_string(screen.number);
     if (Window* found = find(title)) {
-        found->setFrame(screen.frame);
+        found->setFrame(screen.frame, screen.number);
         return *found;
     }
     Window& window =
@@ -102,38 +105,49 @@ const Screen& mainScreen() {
     return *screen;
 }
 
-/// Flush with the top right corner, without margin.
-Rect waterFrame(const Screen& screen) {
-    constexpr Size size = WaterView::size;
-    return {screen.frame.maxX() - size.width, screen.frame.maxY() - size.height, size.width, size.height};
-}
-
 Window& waterWindow() {
     const Screen& screen = mainScreen();
     if (Window* found = find(waterTitle))
         return *found;
-    Window& window =
-        make({waterTitle, waterFrame(screen), floatingWindowLevel, WindowStyle::Panel, screen.number});
+    const auto place = the().waterPlace.on(the().system.screens(), screen);
+    Window& window = make({waterTitle, place.frame, floatingWindowLevel, WindowStyle::Panel, place.screen});
     window.setContent(std::make_unique<WaterView>(window.native(), the().client.waterState(), the().panel));
     return window;
 }
 
-bool present(const Window& window, const std::vector<Screen>& screens) {
-    return std::any_of(screens.begin(), screens.end(),
-                       [&](const Screen& screen) { return screen.number == window.spec().screen; });
+/// The screen that a window stands on; null when that is not there any more.
+const Screen* screenOf(const Window& window, const std::vector<Screen>& screens) {
+    const auto found = std::find_if(screens.begin(), screens.end(), [&](const Screen& screen) {
+        return screen.number == window.spec().screen;
+    });
+    return found == screens.end() ? nullptr : &*found;
 }
 
-/// A break window goes with its screen; the water panel, which is still wanted, moves to another one.
+/// Screens may have come, gone, moved or shrunk since the panel was placed. It stays on its own as long as
+/// that is there.
+void placeWaterWindow(Window& window) {
+    const auto screens = the().system.screens();
+    const Screen* own = screenOf(window, screens);
+    const Screen* home = own ? own : the().system.mainScreen();
+    if (!home)
+        return;
+    const auto place = the().waterPlace.on(screens, *home);
+    window.setFrame(place.frame, place.screen);
+}
+
+/// A break window goes with its screen; the water panel is still wanted, and moves to where it can be seen.
 void leaveLostScreens(const std::vector<Screen>& screens) {
-    for (const auto& window : the().windows) {
-        if (present(*window, screens))
-            continue;
-        const Screen* other = the().system.mainScreen();
-        if (window->spec().style == WindowStyle::Panel && other)
-            window->moveTo(*other, waterFrame(*other));
-        else if (window->visible())
+    for (const auto& window : the().windows)
+        if (window->spec().style == WindowStyle::Panel)
+            placeWaterWindow(*window);
+        else if (!screenOf(*window, screens) && window->visible())
             window->withdraw();
-    }
+}
+
+void Desktop::panelDragged(const Rect& frame) {
+    the().waterPlace.dropped(frame, the().system.screens());
+    if (Window* window = find(waterTitle))
+        placeWaterWindow(*window);
 }
 
 void Desktop::screensChanged() {
@@ -143,7 +157,7 @@ void Desktop::screensChanged() {
     for (const Screen& screen : screens) {
         Window* known = find(std::to_string(screen.number));
         if (known)
-            known->setFrame(screen.frame);
+            known->setFrame(screen.frame, screen.number);
         if (!the().breakShows || (known && known->visible()))
             continue;
         breakWindow(screen).show();
@@ -215,7 +229,9 @@ void WindowController::showWaterView() {
     PrefWaterState& water = the().client.waterState();
     if (water.isNewDay())
         water.reset();
-    waterWindow().show();
+    Window& window = waterWindow();
+    placeWaterWindow(window);
+    window.show();
     the().system.activate();
 }
 

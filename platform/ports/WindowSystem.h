@@ -58,8 +58,9 @@ class NativeWindow {
     virtual void orderFrontRegardless() = 0;
     /// Takes the window off the screen. It can be shown again.
     virtual void close() = 0;
-    /// Moves and resizes the window; a face asserts the frame again whenever something else changed it.
-    virtual void setFrame(const Rect& frame) = 0;
+    /// Moves and resizes the window, on the screen of that number; a face asserts the frame again whenever
+    /// something else than a person changed it.
+    virtual void setFrame(const Rect& frame, std::uint32_t screen) = 0;
     [[nodiscard]] virtual bool visible() const = 0;
 };
 
@@ -69,6 +70,8 @@ class WindowSystemClient {
     virtual ~WindowSystemClient() = default;
     /// Screens came, went, moved or changed their size.
     virtual void screensChanged() = 0;
+    /// A person dragged the window of the style `Panel` there.
+    virtual void panelDragged(const Rect& frame) = 0;
 };
 
 class WindowSystem {

@@ -442,6 +442,49 @@ TEST(WaterPanel, MovesToAnotherScreenWhenItsOwnGoesAndDiesWithoutAny) {
     EXPECT_THROW(WindowController::showWaterView(), desk::FatalEnd);
 }
 
+/// Where the journal's lines from `begin` on put the water panel.
+Lines framesSince(std::size_t begin, const Play& play) {
+    const std::string said = " window frame Water Reminder ";
+    Lines frames;
+    for (std::size_t i = begin; i < play.journal.lines().size(); ++i)
+        if (const auto found = play.journal.lines()[i].find(said); found != std::string::npos)
+            frames.push_back(play.journal.lines()[i].substr(found + said.size()));
+    return frames;
+}
+
+TEST(WaterPanel, StandsInTheCornerOfItsScreenOrWhereItWasDragged) {
+    const Screen laptop{1, {1920, 0, 1280, 800}}, alone{1, {0, 0, 1280, 800}}, small{1, {0, 0, 800, 600}};
+    const Screen desk{2, {0, 0, 1920, 1080}}, shrunk{2, {0, 0, 1920, 600}};
+    Play play({"title", "log", "item", "set", "water"});
+    play(at("10:00:00", 9 * hour + 50 * 60) + "launch\n");
+    play.journal.hearAsides();
+    const auto shownOn = [&play](const std::vector<Screen>& screens) {
+        const std::size_t begin = play.journal.lines().size();
+        play.desk.windows.arrange(screens);
+        WindowController::showWaterView();
+        return framesSince(begin, play);
+    };
+    const auto draggedTo = [&play](double x, double y) {
+        const std::size_t begin = play.journal.lines().size();
+        play.desk.windows.dragPanel({x, y, 280, 330});
+        return framesSince(begin, play);
+    };
+    EXPECT_EQ(shownOn({laptop, desk}), Lines{}) << "it is made there";
+    EXPECT_EQ(shownOn({alone}), Lines{"1000,470 on 1"});
+    EXPECT_EQ(shownOn({small}), Lines{"520,270 on 1"});
+    EXPECT_EQ(shownOn({laptop, desk}), Lines{"2920,470 on 1"});
+
+    EXPECT_EQ(draggedTo(100, 500), Lines{"100,500 on 2"});
+    EXPECT_EQ(shownOn({desk, laptop}), Lines{});
+    EXPECT_EQ(shownOn({alone}), Lines{"1000,470 on 1"});
+    EXPECT_EQ(shownOn({desk, laptop}), Lines{"100,500 on 2"}) << "its place holds for the run";
+    EXPECT_EQ(shownOn({shrunk, laptop}), Lines{"100,20 on 2"}) << "as far from the upper left corner";
+    EXPECT_EQ(draggedTo(-500, 500), Lines{}) << "beside all screens is no place";
+    EXPECT_EQ(draggedTo(-200, 100), Lines{"-200,100 on 2"});
+    EXPECT_EQ(shownOn({desk}), Lines{"-200,580 on 2"}) << "as much of it is seen as where it was dropped";
+    EXPECT_EQ(shownOn({{2, {0, 0, 1920, 300}}}), Lines{"1640,-30 on 2"});
+}
+
 /// The totals that a week of answers leaves behind, day by day, as a person would keep them by hand.
 void expectAWeek(const char* mode) {
     Play play({"title", "log", "item", "app", "set", "break", "count", "window"});

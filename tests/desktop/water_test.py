@@ -1,6 +1,8 @@
 #!/usr/bin/python3
-"""The water panel of the real program: when it comes, what its buttons store, and whom it leaves alone."""
+"""The water panel of the real program: when it comes, where it stands, what its buttons store, and whom it leaves alone."""
+import os
 import plistlib
+import signal
 import time
 from pathlib import Path
 
@@ -18,9 +20,7 @@ def noon_zone():
     return f"NOON{(time.gmtime().tm_hour - 12):+d}"
 
 
-class Water(DesktopTest):
-    MONITORS = 1
-    ROOM = 1
+class WaterTest(DesktopTest):
     COMPOSITOR = True
 
     def start(self, due, environment=None, **changes):
@@ -36,6 +36,9 @@ class Water(DesktopTest):
     def panel(self, seconds=10):
         return wait_until(lambda: (self.panels() or [None])[0], seconds, "the water panel")
 
+    def show_as_a_script(self, program):
+        self.session.run_tool(str(program.executable), "water")
+
     def click_in(self, panel, place):
         self.screen.click(panel.x + place[0], panel.y + place[1])
         self.screen.move(5, 590)
@@ -49,6 +52,11 @@ class Water(DesktopTest):
 
     def wait_stored(self, program, key, value, seconds=3):
         wait_until(lambda: self.stored(program).get(key) == value, seconds, f"{key} to be {value}")
+
+
+class Water(WaterTest):
+    MONITORS = 1
+    ROOM = 1
 
     def test_done_raises_the_days_total_and_closes(self):
         program = self.start(2)
@@ -152,14 +160,89 @@ class Water(DesktopTest):
         self.show_as_a_script(program)      # as the next reminder does
         wait_until(lambda: self.screen.press("Escape") or not self.panels(), 5, "Escape to close it", pause=0.2)
 
-    def show_as_a_script(self, program):
-        self.session.run_tool(str(program.executable), "water")
-
     def press_and_wait(self, program, keys, amount):
         for key in keys:
             self.screen.press(key)
             self.settle(0.1)
         self.wait_stored(program, "pref.water.lastSelectedAmount", amount)
+
+
+class Place(WaterTest):
+    """On two monitors, the second of which comes to be another one."""
+
+    def setUp(self):
+        self.addCleanup(self.plug, *self.monitors)
+        self.now = list(self.monitors)
+
+    def plug(self, *monitors):
+        """From now on there are these; the first one owns the output."""
+        for monitor in self.now:
+            self.session.remove_monitor(monitor)
+        self.now = list(monitors)
+        self.session.set_monitors(monitors)
+
+    def launched(self):
+        program = self.start(3600)
+        program.wait_for("sandbox home path", 10)
+        return program
+
+    def work_on(self, monitor):
+        """Something on that monitor has the keyboard."""
+        terminal = self.session.spawn(["xterm", "-T", "terminal", "-geometry", f"20x5+{monitor.x + 100}+{monitor.y + 200}"])
+        self.addCleanup(self.session.end, terminal)
+        wait_until(lambda: self.screen.focus() == "terminal", 10, "the terminal to have the keyboard")
+
+    def stands_at(self, x, y, what):
+        wait_until(lambda: [(panel.x, panel.y) for panel in self.panels()] == [(x, y)], 10, what)
+
+    def stands_in_corner_of(self, monitor):
+        self.stands_at(monitor.x + monitor.width - PANEL[0], monitor.y, f"the panel in the corner of {monitor}")
+
+    def close(self):
+        self.click_in(self.panel(), CLOSE)
+        self.gone()
+
+    def test_it_comes_to_the_corner_of_a_screen_that_is_there(self):
+        program = self.launched()
+        first, second = self.monitors
+        self.work_on(second)
+        self.show_as_a_script(program)
+        self.stands_in_corner_of(second)
+        self.close()
+        # The laptop leaves its desk: what was on the left is gone, and it is the only one.
+        alone = second._replace(x=0)
+        self.plug(alone)
+        self.show_as_a_script(program)
+        self.stands_in_corner_of(alone)
+        smaller = alone._replace(width=640, height=480)
+        self.plug(smaller)
+        self.stands_in_corner_of(smaller)
+        self.close()
+        self.plug(first)
+        self.show_as_a_script(program)
+        self.stands_in_corner_of(first)
+
+    def test_where_it_was_dragged_it_stays_as_long_as_that_is_on_a_screen(self):
+        program = self.launched()
+        first, second = self.monitors
+        self.show_as_a_script(program)
+        self.stands_in_corner_of(first)
+        panel = self.panel()
+        self.screen.drag(panel.x + BACKGROUND[0], panel.y + BACKGROUND[1], 300, 200)
+        place = (panel.x + 300, panel.y + 200)
+        self.stands_at(*place, "the panel where it was dragged")
+        self.close()
+        os.kill(self.helpers(program, "kelpa-view")[0], signal.SIGKILL)
+        wait_until(lambda: not self.helpers(program, "kelpa-view"), 5, "the view to end")
+        self.show_as_a_script(program)
+        self.stands_at(*place, "the panel where it was dragged, drawn by another view")
+        lower = second._replace(height=400)
+        self.plug(first, lower)
+        self.stands_in_corner_of(lower)
+        self.plug(first)
+        self.stands_in_corner_of(first)
+        self.plug(first, second)
+        self.stands_at(*place, "the panel where it was dragged, since that is on a screen again")
 
 
 if __name__ == "__main__":

@@ -27,6 +27,7 @@ class FakeDesktop final : public ScreenSource, public FocusMemory, public Window
         return layout.connector(number);
     }
     [[nodiscard]] PixelRect pixels(const Rect& frame) const override { return layout.pixels(frame); }
+    [[nodiscard]] Rect frame(const PixelRect& pixels) const override { return layout.frame(pixels); }
     void observe(std::function<void()> told) override { changed = std::move(told); }
     void remember() override { events.emplace_back("remember"); }
     void giveBack() override { events.emplace_back("give back"); }

@@ -63,10 +63,15 @@ class Driver final : public WindowSystemClient {
             return;
         std::erase_if(breaks_, [this](const auto& each) { return !present(each.first); });
         for (const Screen& screen : windows_.screens()) {
-            find(screen).window->setFrame(screen.frame);
+            find(screen).window->setFrame(screen.frame, screen.number);
             if (!find(screen).window->visible())
                 appear(screen);
         }
+    }
+
+    void panelDragged(const Rect& frame) override {
+        say("dragged " + std::to_string(static_cast<int>(frame.x)) + " " +
+            std::to_string(static_cast<int>(frame.y)));
     }
 
   private:

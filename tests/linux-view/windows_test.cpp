@@ -153,8 +153,29 @@ TEST_F(RemoteWindows, BelongToTheScreenThatTheyAreMovedOnto) {
     appear();
     ASSERT_TRUE(receives("open 1 break 2 800 0 640 480 B"));
     desktop_.layout.update({{"A", {0, 0, 800, 600}, true}, {"C", {800, 0, 640, 480}, false}});
-    window_->setFrame({520, 270, 280, 330});
+    window_->setFrame({520, 270, 280, 330}, 1);
     EXPECT_TRUE(receives("open 1 break 2 520 0 280 330 A"));
+}
+
+TEST_F(RemoteWindows, StandWhereTheirFrameIsOnTheScreensAsTheyAreNow) {
+    open();
+    make(desktop_.screens()[1]);
+    appear();
+    ASSERT_TRUE(receives("open 1 break 2 800 0 640 480 B"));
+    const auto plug = [this](const std::vector<Monitor>& monitors) {
+        desktop_.layout.update(monitors);
+        desktop_.changed();
+    };
+    plug({{"A", {0, 1080, 800, 600}, true}, {"B", {800, 1080, 640, 480}, false}});
+    EXPECT_TRUE(receives("open 1 break 2 800 1080 640 480 B")) << "the frame is the same";
+    plug({});
+    plug({{"A", {50, 0, 800, 600}, true}, {"B", {850, 0, 640, 480}, false}});
+    EXPECT_TRUE(receives("open 1 break 2 850 0 640 480 B"));
+    const auto lines = received();
+    EXPECT_EQ(
+        std::count_if(lines.begin(), lines.end(), [](const auto& line) { return line.starts_with("open"); }),
+        3)
+        << "without its screen it has no place";
 }
 
 TEST_F(RemoteWindows, NeedNoMemoryForATick) {

@@ -1,13 +1,15 @@
 #!/usr/bin/python3
 """The other windows and the status item under a Wayland compositor: where they stand, and whom they leave alone."""
+import os
 import plistlib
+import signal
 import time
 
-from wayland_support import LIGHTS, WaylandSession, WaylandTest, main, wait_until
+from wayland_support import LIGHTS, NestedWaylandSession, WaylandSession, WaylandTest, main, wait_until
 
 PANEL = (280, 330)
 # Where things stand in the water panel, in its own coordinates.
-AMOUNT_250, DONE, BACKGROUND = (140, 226), (230, 303), (140, 24)
+CLOSE, AMOUNT_250, DONE, BACKGROUND = (16, 17), (140, 226), (230, 303), (140, 24)
 INTERVAL = 15 * 60
 
 
@@ -42,10 +44,10 @@ class WindowsTest(WaylandTest):
         wait_until(lambda: path.read_text() == text, 3, f"{text!r} in the terminal")
 
 
-class WaterPanel(WindowsTest):
-    def corner(self):
-        """Where the panel's upper left corner stands on the first output, or nothing while it is not whole."""
-        picture = self.screen.picture(self.monitors[0])
+class WaterTest(WindowsTest):
+    def corner(self, monitor=None):
+        """Where the panel's upper left corner stands on an output, or nothing while it is not whole."""
+        picture = self.screen.picture(monitor or self.monitors[0])
         rows = [y for y in range(picture.height) if not LIGHTS.isdisjoint(picture.pixel(x, y) for x in range(0, picture.width, 5))]
         if not rows:
             return None
@@ -63,6 +65,15 @@ class WaterPanel(WindowsTest):
     def gone(self):
         wait_until(lambda: self.uncovered(self.monitors[0]), 4, "the panel to close")
 
+    def stands_at(self, monitor, x, y):
+        def there():
+            corner = self.corner(monitor)
+            return corner and abs(corner[0] - x) <= 1 and abs(corner[1] - y) <= 1
+
+        wait_until(there, 10, f"the panel at {x}, {y} of {monitor.name}")
+
+
+class WaterPanel(WaterTest):
     def test_it_fades_in_at_the_corner_is_dragged_and_answered(self):
         program = self.start(2)
         corner = self.wait_for_panel()
@@ -86,6 +97,28 @@ class WaterPanel(WindowsTest):
         self.wait_stored(program, "pref.water.finished", 1250)
         self.gone()
 
+    def test_it_stands_in_the_corner_of_an_output_that_is_there_or_where_it_was_dragged(self):
+        first = self.monitors[0]
+        self.addCleanup(self.session.command, f"output {first.name} mode {first.width}x{first.height}")
+        program = self.start()
+        self.tell(program, "water")
+        self.stands_at(first, first.width - PANEL[0], 0)
+        self.session.command(f"output {first.name} mode 640x480")
+        self.stands_at(first, 640 - PANEL[0], 0)
+        self.session.drag(640 - PANEL[0] + BACKGROUND[0], BACKGROUND[1], -100, 50)
+        place = (640 - PANEL[0] - 100, 50)
+        self.stands_at(first, *place)
+        self.click_in(CLOSE)
+        self.gone()
+        os.kill(self.helpers(program, "kelpa-view")[0], signal.SIGKILL)
+        wait_until(lambda: not self.helpers(program, "kelpa-view"), 5, "the view to end")
+        self.tell(program, "water")
+        self.stands_at(first, *place)
+        self.session.command(f"output {first.name} mode 500x480")
+        self.stands_at(first, 500 - PANEL[0], 0)
+        self.session.command(f"output {first.name} mode 640x480")
+        self.stands_at(first, *place)
+
     def test_it_leaves_the_keys_where_they_are_until_it_is_clicked(self):
         typed = self.start_terminal("typed-at-water")
         program = self.start(2)
@@ -108,6 +141,21 @@ class WaterPanel(WindowsTest):
         panel = self.window("Water Reminder")
         self.assertEqual((panel.app_id, panel.width, panel.height), ("app.orvane.Kelpa", *PANEL))
         self.assertFalse(panel.fullscreen)
+
+
+class Undocked(WaterTest):
+    SESSION = NestedWaylandSession
+
+    def test_it_leaves_an_output_that_goes_and_follows_the_one_that_stays(self):
+        first, second = self.monitors
+        program = self.start()
+        self.tell(program, "water")
+        self.stands_at(first, first.width - PANEL[0], 0)
+        self.session.remove_output(first)
+        self.stands_at(second, second.width - PANEL[0], 0)
+        self.session.command(f"output {second.name} position 0 0")
+        self.tell(program, "water")
+        self.stands_at(second, second.width - PANEL[0], 0)
 
 
 class Managed(WindowsTest):

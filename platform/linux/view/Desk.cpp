@@ -104,6 +104,10 @@ ViewWindow* Desk::make(int id, const std::string& kind) {
             window.get(), &ViewWindow::action, this, [this, id](const QString& name, const QString& value) {
                 channel_.send({view::action, std::to_string(id), name.toStdString(), value.toStdString()});
             });
+        connect(window.get(), &ViewWindow::dragged, this, [this, id](QPoint corner) {
+            channel_.send(
+                {view::dragged, std::to_string(id), std::to_string(corner.x()), std::to_string(corner.y())});
+        });
         return windows_.insert_or_assign(id, std::move(window)).first->second.get();
     } catch (const std::runtime_error& error) {
         complain(error.what());

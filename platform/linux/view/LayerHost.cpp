@@ -35,8 +35,19 @@ LayerHost::LayerHost(LayerTools tools, QQuickWindow& window, QQuickItem& content
     window_.setFormat(format);
     window_.setColor(Qt::transparent);
     window_.installEventFilter(this);
-    connect(qApp, &QGuiApplication::screenAdded, this, &LayerHost::screensChanged, Qt::QueuedConnection);
-    connect(qApp, &QGuiApplication::screenRemoved, this, &LayerHost::screensChanged, Qt::QueuedConnection);
+    watchScreens();
+}
+
+/// Which may be told after the place that belongs to it, and the margins are counted from the screen's edges.
+void LayerHost::watchScreens() {
+    const auto watch = [this](const QScreen* screen) {
+        connect(screen, &QScreen::geometryChanged, this, &LayerHost::screensChanged, Qt::QueuedConnection);
+    };
+    for (const QScreen* screen : QGuiApplication::screens())
+        watch(screen);
+    connect(qApp, &QGuiApplication::screenAdded, this, watch);
+    for (const auto signal : {&QGuiApplication::screenAdded, &QGuiApplication::screenRemoved})
+        connect(qApp, signal, this, &LayerHost::screensChanged, Qt::QueuedConnection);
 }
 
 LayerHost::~LayerHost() {

@@ -41,6 +41,7 @@ class LayerHost final : public QObject, public WindowHost {
     void beginDrag(const QMouseEvent& event) override;
     void drag(const QMouseEvent& event) override;
     void endDrag() override;
+    [[nodiscard]] QRect place() const override { return place_; }
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -49,6 +50,7 @@ class LayerHost final : public QObject, public WindowHost {
     enum class Hover { No, Moves, Clicked };
 
     [[nodiscard]] QScreen* targetScreen() const;
+    void watchScreens();
     void screensChanged();
     void showNow(QScreen& screen);
     void makeSurface(QScreen& screen);

@@ -44,6 +44,8 @@ class WindowHost {
     virtual void beginDrag(const QMouseEvent& event) = 0;
     virtual void drag(const QMouseEvent& event) = 0;
     virtual void endDrag() = 0;
+    /// Where the window is, as far as that is known here: not after a drag that the compositor does.
+    [[nodiscard]] virtual QRect place() const = 0;
 };
 
 /// What the display server lets this program do.

@@ -28,6 +28,7 @@ class ToplevelHost final : public QObject, public WindowHost {
     void beginDrag(const QMouseEvent& event) override;
     void drag(const QMouseEvent&) override {}
     void endDrag() override {}
+    [[nodiscard]] QRect place() const override { return place_; }
 
   private:
     [[nodiscard]] QScreen* targetScreen() const;

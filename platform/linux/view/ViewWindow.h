@@ -41,6 +41,8 @@ class ViewWindow : public QQuickWindow {
 
   signals:
     void action(const QString& name, const QString& value);
+    /// A person dragged the window: where its upper left corner is now, in the units of `setPlace`.
+    void dragged(QPoint corner);
 
   protected:
     [[nodiscard]] QQuickItem& content() const { return *content_; }

@@ -24,6 +24,7 @@ WaterWindow::WaterWindow(Stage& stage, QQmlEngine& engine)
 /// An X server counts in pixels however large the desktop draws, so that the panel's size does not say yet
 /// how many it has there. It keeps its corner. A Wayland compositor counts in the units that Qt draws in.
 void WaterWindow::setPlace(const QRect& place, const QString& connector) {
+    size_ = place.size();
     const QScreen* screen = screenOf(connector);
     const double factor = x11::connection() != nullptr && screen != nullptr ? screen->devicePixelRatio() : 1;
     QRect drawn(QPoint(), (QSizeF(place.size()) * factor).toSize());
@@ -69,21 +70,31 @@ void WaterWindow::mousePressEvent(QMouseEvent* event) {
     if (!isActive())
         host().takeKeyboard();
     PlacedWindow::mousePressEvent(event);
-    dragged_ = event->button() == Qt::LeftButton && mouseGrabberItem() == nullptr;
-    if (dragged_)
-        host().beginDrag(*event);
+    if (event->button() != Qt::LeftButton || mouseGrabberItem() != nullptr)
+        return;
+    heldAt_ = host().place();
+    host().beginDrag(*event);
 }
 
 void WaterWindow::mouseMoveEvent(QMouseEvent* event) {
     PlacedWindow::mouseMoveEvent(event);
-    if (dragged_ && (event->buttons() & Qt::LeftButton) != 0)
+    if (heldAt_ && (event->buttons() & Qt::LeftButton) != 0)
         host().drag(*event);
 }
 
 void WaterWindow::mouseReleaseEvent(QMouseEvent* event) {
-    if (std::exchange(dragged_, false))
-        host().endDrag();
+    if (const auto from = std::exchange(heldAt_, std::nullopt))
+        drop(*from);
     PlacedWindow::mouseReleaseEvent(event);
+}
+
+void WaterWindow::drop(const QRect& from) {
+    host().endDrag();
+    if (host().place() == from)
+        return;
+    QRect place(QPoint(), size_);
+    place.moveTopRight(host().place().topRight());
+    emit dragged(place.topLeft());
 }
 
 } // namespace kelpa

@@ -3,6 +3,8 @@
 #include "platform/linux/view/PlacedWindow.h"
 
 #include <QElapsedTimer>
+#include <QRect>
+#include <optional>
 
 namespace kelpa {
 
@@ -28,9 +30,11 @@ class WaterWindow : public PlacedWindow {
 
   private:
     [[nodiscard]] bool deaf() const;
+    void drop(const QRect& from);
 
+    QSize size_; ///< as the program counts
     QElapsedTimer focused_;
-    bool dragged_ = false;
+    std::optional<QRect> heldAt_; ///< where it was when a drag began
 };
 
 } // namespace kelpa

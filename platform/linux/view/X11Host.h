@@ -30,6 +30,7 @@ class X11Host final : public QObject, public WindowHost {
     void beginDrag(const QMouseEvent& event) override;
     void drag(const QMouseEvent& event) override;
     void endDrag() override {}
+    [[nodiscard]] QRect place() const override { return pixels_; }
 
   private:
     void watchScreens();

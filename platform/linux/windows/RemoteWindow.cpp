@@ -34,8 +34,10 @@ std::unique_ptr<WaterPanelFace> RemoteWindow::hostWaterPanel(WaterPanelClient& c
 
 bool RemoteWindow::fill(std::string_view kind) {
     leave();
-    if (const auto home = home_.lock())
+    if (const auto home = home_.lock()) {
         record_ = home->record(spec_, kind);
+        screens_ = home->observeScreens([this] { place(); });
+    }
     return record_ != nullptr;
 }
 
@@ -77,11 +79,20 @@ void RemoteWindow::close() {
         record_->hide();
 }
 
-void RemoteWindow::setFrame(const Rect& frame) {
+void RemoteWindow::setFrame(const Rect& frame, std::uint32_t screen) {
     spec_.frame = frame;
+    spec_.screen = screen;
+    place();
+}
+
+/// Of a window whose screen is gone, the core decides what becomes.
+void RemoteWindow::place() {
     const auto home = home_.lock();
-    if (record_ && home)
-        record_->setPlace(home->place(frame, spec_.screen));
+    if (!record_ || !home)
+        return;
+    const WindowPlace place = home->place(spec_.frame, spec_.screen);
+    if (!place.connector.empty())
+        record_->setPlace(place);
 }
 
 } // namespace kelpa

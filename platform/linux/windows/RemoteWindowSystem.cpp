@@ -17,16 +17,13 @@ double secondsNow() {
     return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
 }
 
-bool contains(const Rect& outer, double x, double y) {
-    return x >= outer.x && x < outer.maxX() && y >= outer.y && y < outer.maxY();
-}
-
 } // namespace
 
 RemoteWindowSystem::RemoteWindowSystem(const WindowSystemParts& parts, std::string program)
     : parts_(parts), home_(static_cast<RemoteWindowHome*>(this), [](RemoteWindowHome*) {}),
       view_(parts.loop, std::move(program), *this), answers_(parts.loop, *this) {
     parts_.screens.observe([this] {
+        screensChanged_.tell();
         if (client_ != nullptr)
             client_->screensChanged();
     });
@@ -48,12 +45,7 @@ std::unique_ptr<NativeWindow> RemoteWindowSystem::makeWindow(const WindowSpec& s
 }
 
 WindowPlace RemoteWindowSystem::place(const Rect& frame, std::uint32_t screen) const {
-    std::string connector = parts_.screens.connector(screen);
-    // A window whose screen is gone belongs to the one that it was moved onto.
-    for (const Screen& other : parts_.screens.screens())
-        if (connector.empty() && contains(other.frame, frame.x + frame.width / 2, frame.y + frame.height / 2))
-            connector = parts_.screens.connector(other.number);
-    return {parts_.screens.pixels(frame), connector};
+    return {parts_.screens.pixels(frame), parts_.screens.connector(screen)};
 }
 
 std::shared_ptr<WindowRecord> RemoteWindowSystem::makeRecord(std::string_view kind, const std::string& title,
@@ -211,20 +203,35 @@ void RemoteWindowSystem::helperSaid(const wire::Message& message) {
         failing_ = false;
     else if (message.verb() == view::action)
         didAct(message);
+    else if (message.verb() == view::dragged)
+        didDrag(message);
     else if (message.verb() == view::input)
         usedAt_ = secondsNow();
     else if (message.verb() == view::warning)
         parts_.report.warning("kelpa-view: " + message.field(1));
 }
 
-void RemoteWindowSystem::didAct(const wire::Message& message) {
+std::shared_ptr<WindowRecord> RemoteWindowSystem::recordOf(const wire::Message& message) const {
     const auto id = message.number(1);
     const auto found = std::find_if(records_.begin(), records_.end(),
                                     [id](const auto& record) { return record->id() == id; });
-    if (found == records_.end())
+    return found == records_.end() ? nullptr : *found;
+}
+
+void RemoteWindowSystem::didAct(const wire::Message& message) {
+    if (const auto record = recordOf(message))
+        record->didAct(message.field(2), message.field(3));
+}
+
+void RemoteWindowSystem::didDrag(const wire::Message& message) {
+    const auto record = recordOf(message);
+    const auto x = message.number(2);
+    const auto y = message.number(3);
+    if (!record || !x || !y)
         return;
-    const auto record = *found;
-    record->didAct(message.field(2), message.field(3));
+    record->didMove(*x, *y);
+    if (client_ != nullptr)
+        client_->panelDragged(parts_.screens.frame(record->pixels()));
 }
 
 /// Whether something shows that takes the keyboard past the window manager, and so has to give it back.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/Published.h"
 #include "platform/linux/windows/AnswerWatch.h"
 #include "platform/linux/windows/HelperProcess.h"
 #include "platform/linux/windows/OwnWindows.h"
@@ -74,6 +75,9 @@ class RemoteWindowSystem final : public WindowSystem,
     [[nodiscard]] WindowPlace place(const Rect& frame, std::uint32_t screen) const override;
     std::shared_ptr<WindowRecord> record(const WindowSpec& spec, std::string_view kind) override;
     void forget(const std::shared_ptr<WindowRecord>& record) override;
+    Subscription observeScreens(std::function<void()> told) override {
+        return screensChanged_.add(std::move(told));
+    }
 
     [[nodiscard]] bool anyTakesFocus() const;
     std::shared_ptr<WindowRecord> makeRecord(std::string_view kind, const std::string& title,
@@ -84,6 +88,9 @@ class RemoteWindowSystem final : public WindowSystem,
     void endView();
     void reportFailure(const std::string& text);
     void didAct(const wire::Message& message);
+    void didDrag(const wire::Message& message);
+    /// The window that a message of the view is about; null for one that is gone.
+    [[nodiscard]] std::shared_ptr<WindowRecord> recordOf(const wire::Message& message) const;
 
     WindowSystemParts parts_;
     /// Owns nothing: windows see by it whether the system is still there.
@@ -91,6 +98,7 @@ class RemoteWindowSystem final : public WindowSystem,
     HelperProcess view_;
     AnswerWatch answers_;
     WindowSystemClient* client_ = nullptr;
+    Listeners<> screensChanged_;
     std::vector<std::shared_ptr<WindowRecord>> records_;
     /// Windows that the view made ready for screens that had none yet, by the number of the screen.
     std::map<std::uint32_t, std::shared_ptr<WindowRecord>> reserved_;

@@ -64,10 +64,11 @@ std::string ScreenLayout::connector(std::uint32_t number) const {
 }
 
 Rect ScreenLayout::frame(const PixelRect& pixels) const {
-    const PixelRect& first = monitors_.front().pixels;
-    return {static_cast<double>(pixels.x - first.x),
-            static_cast<double>(first.y + first.height - pixels.y - pixels.height),
-            static_cast<double>(pixels.width), static_cast<double>(pixels.height)};
+    const PixelRect first = monitors_.empty() ? PixelRect{} : monitors_.front().pixels;
+    const double height = pixels.height;
+    return {static_cast<double>(pixels.x) - first.x,
+            static_cast<double>(first.y) + first.height - pixels.y - height,
+            static_cast<double>(pixels.width), height};
 }
 
 PixelRect ScreenLayout::pixels(const Rect& frame) const {

@@ -37,13 +37,13 @@ class ScreenLayout {
     [[nodiscard]] const Screen* first() const { return screens_.empty() ? nullptr : &screens_.front(); }
     [[nodiscard]] std::string connector(std::uint32_t number) const;
     [[nodiscard]] PixelRect pixels(const Rect& frame) const;
+    [[nodiscard]] Rect frame(const PixelRect& pixels) const;
     /// The screen at a pixel of the desktop; null beside them all.
     [[nodiscard]] const Screen* at(int x, int y) const;
 
   private:
     void tidy(std::vector<Monitor>& monitors) const;
     std::uint32_t numberOf(const std::string& connector);
-    [[nodiscard]] Rect frame(const PixelRect& pixels) const;
 
     Mirrors mirrors_;
     std::map<std::string, std::uint32_t> numbers_;

@@ -32,6 +32,8 @@ class ScreenSource {
     [[nodiscard]] virtual std::string connector(std::uint32_t number) const = 0;
     /// Where a frame lies with the screens as they are now.
     [[nodiscard]] virtual PixelRect pixels(const Rect& frame) const = 0;
+    /// The frame that lies there.
+    [[nodiscard]] virtual Rect frame(const PixelRect& pixels) const = 0;
     /// `changed` runs from the main loop, once for a burst of changes; an empty one ends that.
     virtual void observe(std::function<void()> changed) = 0;
 };

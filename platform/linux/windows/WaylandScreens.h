@@ -28,6 +28,7 @@ class WaylandScreens final : public ScreenSource, private WaylandGlobals {
         return layout_.connector(number);
     }
     [[nodiscard]] PixelRect pixels(const Rect& frame) const override { return layout_.pixels(frame); }
+    [[nodiscard]] Rect frame(const PixelRect& pixels) const override { return layout_.frame(pixels); }
     void observe(std::function<void()> changed) override { changed_ = std::move(changed); }
 
   private:

@@ -43,6 +43,11 @@ void WindowRecord::setPlace(const WindowPlace& place) {
     sendOpen();
 }
 
+void WindowRecord::didMove(int x, int y) {
+    place_.pixels.x = x;
+    place_.pixels.y = y;
+}
+
 /// Keeps the value; false when it was that already.
 bool WindowRecord::store(std::string_view name, std::string_view value) {
     const auto found = std::find_if(properties_.begin(), properties_.end(),

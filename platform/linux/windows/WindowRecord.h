@@ -47,6 +47,7 @@ class WindowRecord {
 
     [[nodiscard]] bool visible() const { return visible_; }
     [[nodiscard]] const std::string& connector() const { return place_.connector; }
+    [[nodiscard]] const PixelRect& pixels() const { return place_.pixels; }
     [[nodiscard]] int id() const { return id_; }
     [[nodiscard]] Presence presence() const { return presence_; }
     /// Shown, and not on its way out.
@@ -56,6 +57,8 @@ class WindowRecord {
 
     void setTitle(const std::string& title);
     void setPlace(const WindowPlace& place);
+    /// A person moved the window, whose upper left corner is now there.
+    void didMove(int x, int y);
     /// Only a value that differs is sent on. Needs no memory for one of the same length.
     void setProperty(std::string_view name, std::string_view value);
     /// The same, but sent on in any case: a person may have changed what the window shows.

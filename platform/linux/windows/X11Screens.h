@@ -14,6 +14,7 @@ class X11Screens final : public ScreenSource {
     [[nodiscard]] const Screen* mainScreen() override;
     [[nodiscard]] std::string connector(std::uint32_t number) const override;
     [[nodiscard]] PixelRect pixels(const Rect& frame) const override { return layout_.pixels(frame); }
+    [[nodiscard]] Rect frame(const PixelRect& pixels) const override { return layout_.frame(pixels); }
     void observe(std::function<void()> changed) override { changed_ = std::move(changed); }
 
   private:

@@ -37,6 +37,8 @@ inline constexpr std::string_view ready = "ready";
 inline constexpr std::string_view action = "action";
 /// taken COUNT: so many lines were taken in since the start, and what they ask for is done.
 inline constexpr std::string_view taken = "taken";
+/// dragged WINDOW X Y: a person dragged the window, whose upper left corner is there now, as in `open`.
+inline constexpr std::string_view dragged = "dragged";
 /// input: a person uses mouse or keyboard in a window; five times a second at most, and only where the
 /// display server does not tell the program itself.
 inline constexpr std::string_view input = "input";

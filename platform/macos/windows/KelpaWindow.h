@@ -14,6 +14,8 @@
 /// it for a while after it was shown.
 @interface KelpaWindow : NSWindow <NSWindowDelegate>
 - (instancetype)initWithSpec:(const kelpa::WindowSpec&)spec;
+/// Told where the window is each time a person has dragged it.
+@property(nonatomic, copy) void (^dragged)(NSRect frame);
 /// Fills the window's content view, which then owns `content`.
 - (void)host:(NSView<KelpaContent>*)content;
 /// Where the window belongs from now on.

@@ -22,6 +22,8 @@ __weak KelpaWindow* presented;
     NSTimeInterval _deafUntil;
     NSRect _place;
     BOOL _coversScreen;
+    BOOL _placed;    ///< by the program, at this moment
+    BOOL _held;      ///< by a person who drags it
     BOOL _untouched; ///< since it was shown no key and no click came that counts
     __weak NSView<KelpaContent>* _content;
 }
@@ -70,7 +72,21 @@ __weak KelpaWindow* presented;
 
 - (void)setPlace:(NSRect)place {
     _place = place;
+    _placed = YES;
     [self setFrame:place display:YES];
+    _placed = NO;
+    _held = NO;
+}
+
+- (void)windowWillMove:(NSNotification*)notification {
+    (void)notification;
+    _held = !_placed;
+}
+
+- (void)windowDidMove:(NSNotification*)notification {
+    (void)notification;
+    if (_held && _dragged)
+        _dragged([self frame]);
 }
 
 /// The system moves the windows of a lost screen onto another one, and need not bring them back. A window

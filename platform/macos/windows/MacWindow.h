@@ -7,7 +7,8 @@ namespace kelpa {
 /// A native window over AppKit.
 class MacWindow final : public NativeWindow {
   public:
-    explicit MacWindow(const WindowSpec& spec) : window_([[KelpaWindow alloc] initWithSpec:spec]) {}
+    /// `client` outlives the window; null when nobody is to be told what a person does with it.
+    MacWindow(const WindowSpec& spec, WindowSystemClient* client);
     ~MacWindow() override;
     MacWindow(const MacWindow&) = delete;
     MacWindow& operator=(const MacWindow&) = delete;
@@ -18,7 +19,7 @@ class MacWindow final : public NativeWindow {
     void fadeTo(double alpha, double seconds, std::function<void()> done) override;
     void orderFrontRegardless() override;
     void close() override;
-    void setFrame(const Rect& frame) override;
+    void setFrame(const Rect& frame, std::uint32_t screen) override;
     [[nodiscard]] bool visible() const override;
 
   private:

@@ -6,7 +6,18 @@
 
 namespace kelpa {
 
+MacWindow::MacWindow(const WindowSpec& spec, WindowSystemClient* client)
+    : window_([[KelpaWindow alloc] initWithSpec:spec]) {
+    if (!client || spec.style != WindowStyle::Panel)
+        return;
+    [window_ setDragged:^(NSRect frame) {
+      const Rect place{frame.origin.x, frame.origin.y, frame.size.width, frame.size.height};
+      callCore([client, place] { client->panelDragged(place); });
+    }];
+}
+
 MacWindow::~MacWindow() {
+    [window_ setDragged:nil];
     [window_ close];
 }
 
@@ -47,7 +58,8 @@ void MacWindow::close() {
     [window_ close];
 }
 
-void MacWindow::setFrame(const Rect& frame) {
+/// Its place alone says which screen a window is on.
+void MacWindow::setFrame(const Rect& frame, std::uint32_t /*screen*/) {
     [window_ setPlace:toNSRect(frame)];
 }
 

@@ -24,6 +24,7 @@ class MacWindowSystem final : public WindowSystem {
     void deactivate() override;
 
   private:
+    WindowSystemClient* client_ = nullptr;
     id<NSObject> screenWatch_ = nil;
     mutable Screen main_; ///< what `mainScreen` answered last
 };

@@ -30,6 +30,7 @@ MacWindowSystem::~MacWindowSystem() {
 }
 
 void MacWindowSystem::setClient(WindowSystemClient& client) {
+    client_ = &client;
     WindowSystemClient* told = &client;
     screenWatch_ = [[NSNotificationCenter defaultCenter]
         addObserverForName:NSApplicationDidChangeScreenParametersNotification
@@ -59,7 +60,7 @@ const Screen* MacWindowSystem::mainScreen() const {
 }
 
 std::unique_ptr<NativeWindow> MacWindowSystem::makeWindow(const WindowSpec& spec) {
-    return std::make_unique<MacWindow>(spec);
+    return std::make_unique<MacWindow>(spec, client_);
 }
 
 void MacWindowSystem::activate() {
