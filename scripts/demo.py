@@ -16,8 +16,8 @@ from pathlib import Path
 
 ROOT = Path(__file__).resolve().parent.parent
 try:
-    from virtual_desktop import Box, Program, Session, break_windows, complaints, wait_for_cover, wait_for_uncover, \
-        wait_until
+    from virtual_desktop import Box, Program, Session, break_windows, wait_for_countdown, wait_for_cover, \
+        wait_for_uncover, wait_until
 except ImportError as error:
     sys.exit(f"demo: {error}; the packages python3-gi and python3-xlib are needed (./run --demo installs them)")
 
@@ -79,17 +79,20 @@ class Demo:
         label = wait_until(lambda: TIME.fullmatch(self.item.label()), 5)
         self.check(bool(label), f"the time as the item's label: {self.item.label()!r}")
         wait_until(self.item.registered, 5, "the tray to take the item")
-        time.sleep(1)   # the tray draws a new item a little later
-        before, text = self.screen.picture(self.panel), self.item.label()
-        wait_until(lambda: self.item.label() != text, 5, "the label to change")
-        changed = wait_until(lambda: before.differs(self.screen.picture(self.panel)), 3)
-        self.check(bool(changed) and changed.width < 100 and changed.height >= 6,
-                   f"the text in the panel moving on: {changed}")
+        changed = wait_until(self.text_moves, 15)   # the tray draws a new item a little later
+        self.check(bool(changed), f"the text in the panel moving on: {changed}")
         if changed:
             self.label_at = changed
             self.check(self.panel_holds_text(), "digits beside the icon in the panel")
         picture = self.screen.picture(self.panel)
         self.save(picture.crop(Box(picture.width - 260, 0, 260, PANEL_HEIGHT)), "tray")
+
+    def text_moves(self):
+        """What changes in the panel with the label, where it is of the size of some figures."""
+        before, text = self.screen.picture(self.panel), self.item.label()
+        wait_until(lambda: self.item.label() != text, 5, "the label to change")
+        changed = wait_until(lambda: before.differs(self.screen.picture(self.panel)), 3)
+        return changed if changed and changed.width < 100 and changed.height >= 6 else None
 
     def panel_holds_text(self):
         """The figures that changed end the text: to their left stand two digits and a colon. Neighbours may touch."""
@@ -119,13 +122,9 @@ class Demo:
         self.program.wait_for(rf"ticktack timer start {seconds}$", 60)
         windows = wait_for_cover(self.session, self.session.monitors)
         self.check(True, f"a {name} break window on each of {len(windows)} monitors")
-        time.sleep(2.2)  # the windows fade in for two seconds
-        before = [self.screen.picture(monitor) for monitor in self.session.monitors]
-        time.sleep(1.2)
-        for monitor, earlier in zip(self.session.monitors, before):
-            picture = self.screen.picture(monitor)
-            wrong = complaints(earlier, picture)
-            self.check(not wrong, f"the countdown on monitor {monitor.name}" + "".join(f"; {text}" for text in wrong))
+        for monitor in self.session.monitors:
+            _, picture = wait_for_countdown(self.screen, monitor)
+            self.check(True, f"the countdown on monitor {monitor.name}")
             self.save(picture, f"break-{name}-{monitor.name}")
         self.check(len(break_windows(self.session)) == len(windows), f"the {name} break lasting that long")
 
@@ -138,13 +137,17 @@ class Demo:
                            "the water panel")
         first = self.session.monitors[0]
         self.check((panel.x + panel.width, panel.y) == (first.x + first.width, first.y), "the panel in its corner")
-        time.sleep(2.2)
-        before = self.screen.picture(panel)
-        self.check(wait_until(lambda: before.differs(self.screen.picture(panel)), 2), "the time to the next drink")
+        self.check(wait_until(lambda: self.time_moves(panel), 10), "the time to the next drink")
         self.save(self.screen.picture(panel), "water")
         self.screen.click(panel.x + 144, panel.y + 303)
         closed = wait_until(lambda: not self.screen.titled(lambda title: title == "Water Reminder"), 5)
         self.check(closed, "the panel gone after its answer")
+
+    def time_moves(self, panel):
+        """Whether nothing but a line of text changes in the panel, as when it has faded in."""
+        before = self.screen.picture(panel)
+        changed = wait_until(lambda: before.differs(self.screen.picture(panel)), 2)
+        return bool(changed) and changed.height < 40
 
     def see_end(self, times):
         """The break ends by itself and work goes on."""

@@ -27,6 +27,24 @@ def wait_for_uncover(session, seconds=10):
     wait_until(lambda: not break_windows(session), seconds, "the break windows to close")
 
 
+def wait_for_countdown(screen, monitor, seconds=10):
+    """Waits until the break screen of a monitor has faded in and counts down; gives two pictures of it, of different
+    counts. Else it raises TimeoutError with what is wrong. `screen` is whatever takes pictures."""
+    wrong = []
+
+    def counts():
+        before = screen.picture(monitor)
+        wait_until(lambda: before.differs(screen.picture(monitor)), 1.5)
+        after = screen.picture(monitor)
+        wrong[:] = complaints(before, after)
+        return not wrong and (before, after)
+
+    found = wait_until(counts, seconds)
+    if not found:
+        raise TimeoutError(f"no countdown on {monitor.name} within {seconds} s: {'; '.join(wrong)}")
+    return found
+
+
 def blue_rows(picture):
     """The blue things of a break window from top to bottom, as boxes in the picture: the link, then Skip."""
     rows = []

@@ -213,6 +213,14 @@ class Screen:
         for character in text:
             self.press("space" if character == " " else character)
 
+    def keyboard_rests(self):
+        """Whether nobody has grabbed the keyboard, so that keys go to whoever has the focus."""
+        if self.root.grab_keyboard(False, X.GrabModeAsync, X.GrabModeAsync, X.CurrentTime) != X.GrabSuccess:
+            return False
+        self.display.ungrab_keyboard(X.CurrentTime)
+        self.display.sync()
+        return True
+
     def focus(self):
         """The title of the window that has the keyboard, of its nearest titled ancestor, or ""."""
         try:

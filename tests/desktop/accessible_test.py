@@ -241,7 +241,7 @@ class Accessible(PreferencesTest):
         texts = [element[1] for element in reader.read() if element[0] == "label"]
         self.assertIn("look\nfar", texts)
         self.assertTrue(any(text.count(":") == 1 and text[-1].isdigit() for text in texts), texts)
-        self.settle(2.2)
+        self.wait_for_keys_to_count()
         self.assertEqual(reader.after(lambda: self.screen.press("Tab")), ("link", "Water Reminder"))
         self.assertEqual(reader.after(lambda: self.screen.press("Tab")), ("push button", "Skip"))
 

@@ -4,7 +4,7 @@ import os
 import signal
 
 from support import LONG_ENOUGH, SPEED, WORK, Box, DesktopTest, main, wait_until
-from virtual_desktop import break_windows, complaints, wait_for_cover, wait_for_uncover
+from virtual_desktop import break_windows, wait_for_countdown, wait_for_cover, wait_for_uncover
 
 
 class Break(DesktopTest):
@@ -15,9 +15,7 @@ class Break(DesktopTest):
         return program, self.cover()
 
     def cover(self):
-        windows = wait_for_cover(self.session, self.monitors, 15)
-        self.settle(2.2)  # faded in
-        return windows
+        return wait_for_cover(self.session, self.monitors, 15)
 
     def test_every_monitor_is_covered_and_counts_down(self):
         prompt = {"custom_break_prompt": True, "break_prompt_text": "one\\ntwo\\nsleep 休息"}
@@ -28,11 +26,8 @@ class Break(DesktopTest):
         for window in windows:
             self.assertEqual(list(self.screen.property(window.id, "_GTK_FRAME_EXTENTS")), [0] * 4,
                              "compositors would draw a shadow, which falls on the next screen")
-        before = [self.screen.picture(monitor) for monitor in self.monitors]
-        self.settle(1.2)
-        for monitor, earlier in zip(self.monitors, before):
-            picture = self.screen.picture(monitor)
-            self.assertEqual(complaints(earlier, picture), [], monitor.name)
+        for monitor in self.monitors:
+            earlier, picture = wait_for_countdown(self.screen, monitor)
             # Where the panel is, the break screen's own background is seen.
             self.assertEqual(picture.crop(Box(0, 0, picture.width, 30)).colours().keys(), {picture.background()})
             self.assertEqual(self.lines_of_prompt(picture, earlier.differs(picture)), 3)
@@ -46,38 +41,41 @@ class Break(DesktopTest):
         program = self.launch({"pref.break.time": 4 * SPEED})
         first = {window.title for window in wait_for_cover(self.session, self.monitors, 15)}
         program.wait_for("skip break view$", 10, times=2)
-        program.wait_for(f"ticktack timer start {WORK}$", 3, times=2)
+        program.wait_for(f"ticktack timer start {WORK}$", 5, times=2)
         wait_for_uncover(self.session)
         second = {window.title for window in wait_for_cover(self.session, self.monitors, 15)}
         self.assertEqual(first, second)
 
     def test_skip_on_one_monitor_ends_the_break_everywhere(self):
         program, _ = self.begin()
-        link, skip = self.blue_rows(self.monitors[1])[-2:]
+        link, skip = self.wait_for_blue(self.monitors[1], 2)[-2:]
         self.assertGreater(skip.height, link.height)
         self.click_middle(skip)
-        program.wait_for("skip break view$", 3)
-        program.wait_for(f"ticktack timer start {WORK}$", 3, times=2)
-        wait_for_uncover(self.session, 4)
+        program.wait_for("skip break view$", 5)
+        program.wait_for(f"ticktack timer start {WORK}$", 5, times=2)
+        wait_for_uncover(self.session)
         self.assertEqual(program.count("skip break view$"), 1)
 
     def test_a_forced_long_break_offers_no_skip_but_the_notice_ends_it(self):
         program, _ = self.begin({"pref.short.break.times": 1, "force_long_break": True})
+        wait_for_countdown(self.screen, self.monitors[0])
         blue = self.blue_rows(self.monitors[0])
         self.assertEqual(len(blue), 1, "more than the notice's link is blue")
+        self.wait_for_keys_to_count()
         self.screen.press("Escape")
-        self.settle(0.5)
+        self.wait_for_keys_to_count()
         self.assertEqual(program.count("skip break view$"), 0, "Escape ended a break that cannot be skipped")
         self.click_middle(blue[0])
-        program.wait_for("Click new feature: Water Reminder$", 3)
-        program.wait_for("skip break view$", 3)
-        wait_for_uncover(self.session, 4)
+        program.wait_for("Click new feature: Water Reminder$", 5)
+        program.wait_for("skip break view$", 5)
+        wait_for_uncover(self.session)
 
     def test_it_stands_on_every_workspace(self):
         _, windows = self.begin()
         self.session.screen.switch_workspace(1)
         self.addCleanup(self.session.screen.switch_workspace, 0)
-        self.settle(0.5)
+        wait_until(lambda: list(self.screen.property(self.screen.root.id, "_NET_CURRENT_DESKTOP")) == [1], 5,
+                   "the other workspace")
         self.assertEqual({window.title for window in break_windows(self.session)},
                          {window.title for window in windows})
 
@@ -89,18 +87,14 @@ class Break(DesktopTest):
         wait_until(lambda: self.helpers(program, "kelpa-view") not in ([], view), 5, "another view")
         wait_for_cover(self.session, self.monitors)
         self.assertFalse(program.ended())
-        monitor = self.monitors[0]
-        self.settle(2.2)
-        before = self.screen.picture(monitor)
-        self.settle(1.2)
-        self.assertEqual(complaints(before, self.screen.picture(monitor)), [])
+        wait_for_countdown(self.screen, self.monitors[0])
 
     def test_ending_the_program_takes_its_windows_along(self):
         program, _ = self.begin()
         view = self.helpers(program, "kelpa-view")
         program.process.send_signal(signal.SIGTERM)
         self.assertEqual(program.process.wait(5), 0)
-        wait_for_uncover(self.session, 3)
+        wait_for_uncover(self.session)
         wait_until(lambda: not os.path.exists(f"/proc/{view[0]}"), 3, "the view to end")
 
     def test_the_view_is_given_back_some_time_after_a_break(self):
@@ -108,9 +102,9 @@ class Break(DesktopTest):
         program = self.launch({"pref.work.time": 0}, speed=1)
         self.cover()
         program.write_settings({**self.quiet(), "pref.work.time": 25})
-        self.click_middle(self.blue_rows(self.monitors[0])[-1])
-        program.wait_for("ticktack timer start 1500$", 3)
-        wait_for_uncover(self.session, 4)
+        self.click_middle(self.wait_for_blue(self.monitors[0], 2)[-1])
+        program.wait_for("ticktack timer start 1500$", 5)
+        wait_for_uncover(self.session)
         self.assertEqual(len(self.helpers(program, "kelpa-view")), 1)
         wait_until(lambda: not self.helpers(program), 35, "the view to end")
         with open(f"/proc/{program.process.pid}/maps", encoding="utf-8") as maps:

@@ -60,11 +60,11 @@ class Focus(DesktopTest):
         self.screen.type("at once")
         for key in ("Return", "Escape"):
             self.screen.press(key)
-        self.settle(2.5)    # from now on keys are meant for the break screen
+        self.rests_with_the_break("the break to let go of the keyboard")    # from now on keys are meant for it
         self.screen.type("during")
         for key in ("Return", "space", "Return"):
             self.screen.press(key)
-        self.settle(1)
+        self.rests_with_the_break("the break to let go of the keyboard again")
         self.assertEqual(program.count("skip break view"), 0, "a key ended the break")
         self.assertEqual(len(break_windows(self.session)), 2)
         self.assertEqual(typed.read_text(), "before\n")
@@ -80,15 +80,6 @@ class Focus(DesktopTest):
         self.assertEqual(typed.read_text(), "before\nafter\n")
 
     # While a break shows
-
-    def keyboard_rests(self):
-        """Whether nobody has grabbed the keyboard, so that keys go to whoever has the focus."""
-        root = self.screen.root
-        if root.grab_keyboard(False, X.GrabModeAsync, X.GrabModeAsync, X.CurrentTime) != X.GrabSuccess:
-            return False
-        self.screen.display.ungrab_keyboard(X.CurrentTime)
-        self.screen.display.sync()
-        return True
 
     def begin(self):
         """A break in which nobody has typed for a while."""
@@ -112,7 +103,7 @@ class Focus(DesktopTest):
 
     def rests_with_the_break(self, what):
         """The keyboard is let go, and the focus is with the break."""
-        wait_until(lambda: self.screen.focus().isdecimal() and self.keyboard_rests(), 8, what)
+        wait_until(lambda: self.screen.focus().isdecimal() and self.screen.keyboard_rests(), 8, what)
 
     def comes_back_from(self, what):
         wait_until(self.focus_was_taken, 10, f"{what} to get the focus")

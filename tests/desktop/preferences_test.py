@@ -258,7 +258,7 @@ class Panes(PreferencesTest):
         self.click("push button", f"Remove this time {first}")
         wait_until(lambda: self.tiles() == [last], 5, "the first tile to go")
         self.click("push button", f"Remove this time {last}")
-        self.settle(0.5)
+        self.settle(0.3)
         self.assertEqual(self.tiles(), [last])
         self.assertEqual(self.time_points(program), [last])
 
@@ -353,7 +353,7 @@ class Windows(PreferencesTest):
         self.addCleanup(self.session.end, terminal)
         wait_until(lambda: self.screen.focus() == "terminal", 10, "the terminal to have the keyboard")
         program.write_settings({**self.stored(program), "pref.work.time": 700, "force_long_break": True})
-        self.settle(0.5)
+        self.settle(0.3)
         self.assertEqual(self.find("text", WORK).text(), "33")
         item = program.item()
         item.click_line(item.line("Settings...").id)
@@ -364,7 +364,7 @@ class Windows(PreferencesTest):
         # Out of range it is shown as it is, and passing by changes nothing.
         self.click_into("text", WORK)
         self.screen.press("Tab")
-        self.settle(0.5)
+        wait_until(lambda: "focused" not in self.find("text", WORK).states(), 5, "the next field")
         self.assertEqual(self.stored(program)["pref.work.time"], 700)
         program.write_settings({**self.stored(program), "pref.work.time": 20})
         self.screen.activate(next(w.id for w in self.screen.windows() if w.title == "terminal"))
@@ -387,8 +387,8 @@ class Windows(PreferencesTest):
 
     def test_it_takes_no_memory_when_it_is_closed(self):
         program = self.launch({"pref.work.time": 60}, speed=1)
-        program.item()
-        self.settle(1)
+        item = program.item()
+        wait_until(lambda: item.label() == "59:58", 10, "the second tick")
         before = self.memory(program)
         for _ in range(3):
             self.show(program)
@@ -421,7 +421,7 @@ class Windows(PreferencesTest):
                                "pref.long.break.time": 200}, speed=20)
         program.wait_for("ticktack timer timesup for 60", 20)
         wait_until(lambda: self.screen.focus() == "1", 5, "the break to have the keyboard")
-        self.settle(2.2)
+        self.wait_for_blue(self.monitors[0], 1)
         self.tap_notice()
         program.wait_for("skip break view", 3)
         program.wait_for("ticktack timer start 60$", 3, times=2)

@@ -3,7 +3,7 @@
 import time
 
 from support import PROGRAM, DesktopTest, main, wait_until
-from virtual_desktop import break_windows, complaints, wait_for_cover
+from virtual_desktop import break_windows, wait_for_countdown, wait_for_cover, wait_for_uncover
 
 
 class Screens(DesktopTest):
@@ -19,10 +19,7 @@ class Screens(DesktopTest):
         windows = wait_for_cover(self.session, self.monitors, 2)
         self.assertEqual({window.title for window in windows[:2]}, {window.title for window in first})
         self.assertNotIn(windows[2].title, {window.title for window in first})
-        self.settle(2.5)
-        before = self.screen.picture(third)
-        self.settle(1.2)
-        self.assertEqual(complaints(before, self.screen.picture(third)), [])
+        wait_for_countdown(self.screen, third)
 
         self.session.remove_monitor(third)
         left = wait_for_cover(self.session, self.monitors[:2], 3)
@@ -32,10 +29,9 @@ class Screens(DesktopTest):
         again = wait_for_cover(self.session, self.monitors, 3)
         self.assertEqual(again[2].title, windows[2].title, "a connector keeps its number")
 
-        self.click_middle(self.blue_rows(self.monitors[0])[-1])
-        program.wait_for("skip break view$", 3)
-        self.settle(2.5)
-        self.assertEqual(break_windows(self.session), [])
+        self.click_middle(self.wait_for_blue(self.monitors[0], 2)[-1])
+        program.wait_for("skip break view$", 5)
+        wait_for_uncover(self.session)
 
     def test_a_monitor_that_comes_back_smaller_is_covered_as_it_is_now(self):
         self.launch()
@@ -81,11 +77,11 @@ class NoMonitor(DesktopTest):
         program.wait_for("ticktack timer start 3000$", 15)
         self.switch_on()
         [window] = wait_for_cover(self.session, [self.monitor], 3)
-        self.settle(2.5)
+        wait_for_countdown(self.screen, self.monitor)
         self.assertEqual(break_windows(self.session), [window], "the window of no monitor is still there")
         self.assertEqual(self.screen.focus(), window.title)
         self.click_middle(self.blue_rows(self.monitor)[-1])
-        program.wait_for("skip break view$", 3)
+        program.wait_for("skip break view$", 5)
         self.switch_off()
         self.switch_on()
         program.wait_for("ticktack timer start 3000$", 15, times=2)

@@ -125,10 +125,33 @@ class DesktopTest(unittest.TestCase):
 
     # Looking
 
+    def wait_for_keys_to_count(self):
+        """Waits until the break lets go of the keyboard, since nobody has typed for two seconds: keys are meant for it."""
+        wait_until(lambda: self.screen.focus().isdecimal() and self.screen.keyboard_rests(), 10,
+                   "the break to let go of the keyboard")
+
+    def wait_for_blue(self, monitor, count, seconds=10):
+        """Waits until so many blue things stand on a break screen, as they do once it has faded in far enough."""
+        wait_until(lambda: len(self.blue_rows(monitor)) >= count, seconds, f"{count} blue things on {monitor.name}")
+        return self.blue_rows(monitor)
+
     def shown_text_moves(self, area, seconds=5):
         """Whether something in the area changes, as ticking text does."""
         before = self.screen.picture(area)
         return wait_until(lambda: before.differs(self.screen.picture(area)), seconds)
+
+    def wait_for_rest(self, area, seconds=10):
+        """Waits until a window has faded in: from then on nothing changes but lines of text. Gives its picture."""
+        def rests():
+            pictures = [self.screen.picture(area)]
+            for _ in range(2):
+                self.settle(0.15)
+                pictures.append(self.screen.picture(area))
+            changes = [before.differs(after) for before, after in zip(pictures, pictures[1:])]
+            return (pictures[-1].ink_share() > 0.003 and all(one is None or one.height < 40 for one in changes) and
+                    pictures[-1])
+
+        return wait_until(rests, seconds, "the end of a fade")
 
     def blue_rows(self, monitor):
         """The blue things of a break window from top to bottom, as boxes on the screen: the link, then Skip."""

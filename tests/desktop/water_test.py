@@ -43,14 +43,14 @@ class WaterTest(DesktopTest):
         self.screen.click(panel.x + place[0], panel.y + place[1])
         self.screen.move(5, 590)
 
-    def gone(self, seconds=4):
+    def gone(self, seconds=8):
         wait_until(lambda: not self.panels(), seconds, "the panel to close")
 
     @staticmethod
     def stored(program):
         return plistlib.loads(program.settings_file().read_bytes())
 
-    def wait_stored(self, program, key, value, seconds=3):
+    def wait_stored(self, program, key, value, seconds=8):
         wait_until(lambda: self.stored(program).get(key) == value, seconds, f"{key} to be {value}")
 
 
@@ -65,16 +65,14 @@ class Water(WaterTest):
         screen = self.monitors[0]
         self.assertEqual((panel.width, panel.height), PANEL)
         self.assertEqual((panel.x, panel.y), (screen.x + screen.width - PANEL[0], screen.y))
-        self.settle(2.2)
         area = Box(panel.x, panel.y, *PANEL)
-        before = self.screen.picture(area)
+        before = self.wait_for_rest(area)
         self.click_in(panel, AMOUNT_250)
         self.wait_stored(program, "pref.water.lastSelectedAmount", 250)
         self.click_in(panel, DONE)
         self.click_in(panel, DONE)      # whoever clicks twice has drunk once
         self.wait_stored(program, "pref.water.finished", 1250)
-        self.settle(0.3)
-        self.assertIsNotNone(before.differs(self.screen.picture(area)), "the figures did not move")
+        wait_until(lambda: before.differs(self.screen.picture(area)), 5, "the figures to move")
         self.gone()
         stored = self.stored(program)
         self.assertEqual(stored["pref.water.finished"], 1250)
@@ -91,15 +89,15 @@ class Water(WaterTest):
     def test_skip_adds_nothing_and_the_close_button_answers_nothing(self):
         program = self.start(1)
         panel = self.panel()
-        self.settle(2.2)
+        self.wait_for_rest(panel)
         answered = self.stored(program)["pref.water.lastShowDate"]
         self.click_in(panel, CLOSE)
-        self.gone(1)
+        self.gone()
         self.assertEqual(self.stored(program)["pref.water.lastShowDate"], answered)
         self.session.end(program.process)
         program = self.start(1)
         panel = self.panel()
-        self.settle(0.5)
+        wait_until(lambda: self.screen.picture(panel).ink_share() > 0.003, 5, "the panel to be drawn")
         self.click_in(panel, SKIP)
         self.gone()
         self.assertEqual(self.stored(program)["pref.water.finished"], 1000)
@@ -107,20 +105,17 @@ class Water(WaterTest):
 
     def test_another_day_begins_at_nothing(self):
         program = self.start(-2 * 86400)
-        self.wait_stored(program, "pref.water.finished", 0, 5)
-        self.settle(1)
+        self.wait_stored(program, "pref.water.finished", 0, 10)
+        self.settle(0.5)
         self.assertEqual(self.panels(), [])     # the interval begins anew
 
     def test_it_can_be_dragged_by_its_background(self):
         self.start(1)
         panel = self.panel()
-        self.settle(2.2)
+        self.wait_for_rest(panel)
         self.screen.drag(panel.x + BACKGROUND[0], panel.y + BACKGROUND[1], -200, 120)
-        moved = wait_until(lambda: next((p for p in self.panels() if (p.x, p.y) != (panel.x, panel.y)), None), 3,
-                           "the panel to move")
-        self.settle(0.3)
-        moved = self.panels()[0]
-        self.assertEqual((moved.x, moved.y), (panel.x - 200, panel.y + 120))
+        wait_until(lambda: [(p.x, p.y) for p in self.panels()] == [(panel.x - 200, panel.y + 120)], 5,
+                   "the panel to be where it was dragged to")
 
     def test_it_leaves_the_keys_to_whoever_is_typing(self):
         typed = Path(self.session.folder) / "typed-at-water"
@@ -141,15 +136,14 @@ class Water(WaterTest):
 
         wait_until(lambda: self.screen.focus() == "Water Reminder", 4, "the keyboard once the typing has paused")
         self.screen.press("Escape")     # too soon: not meant for the panel
-        self.settle(1.2)
+        self.settle(1.2)    # in which the panel listens to no key
         self.assertEqual(len(self.panels()), 1)
         self.screen.press("Return")     # no button is the default one
-        self.settle(0.5)
         self.assertEqual(self.stored(program)["pref.water.finished"], 1000)
         self.press_and_wait(program, ["Tab", "Tab", "Right"], 200)
         self.press_and_wait(program, ["Down"], 350)
         self.screen.press("Escape")
-        self.gone(1)
+        self.gone()
         wait_until(lambda: self.screen.focus() == "terminal", 3, "the keyboard to come back to the terminal")
 
     def test_it_hears_keys_also_after_it_was_shown_while_it_was_up(self):
@@ -163,7 +157,6 @@ class Water(WaterTest):
     def press_and_wait(self, program, keys, amount):
         for key in keys:
             self.screen.press(key)
-            self.settle(0.1)
         self.wait_stored(program, "pref.water.lastSelectedAmount", amount)
 
 
