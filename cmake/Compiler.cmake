@@ -23,6 +23,24 @@ if(CMAKE_BUILD_TYPE STREQUAL "Release" AND CMAKE_SYSTEM_NAME STREQUAL "Linux")
     endif()
 endif()
 
+# Half of what it takes to compile most sources are the headers of the libraries. Without this option each source has to
+# include what it uses, so one build that matters always goes without it.
+option(KELPA_PRECOMPILED_HEADERS "Compile the headers of the libraries once for many sources" OFF)
+
+# What is compiled once for all libraries, and for all tests, which are position-independent in another way.
+function(kelpa_common_headers name)
+    file(WRITE ${CMAKE_BINARY_DIR}/headers/${name}.cpp "")
+    add_library(kelpa_${name} OBJECT ${CMAKE_BINARY_DIR}/headers/${name}.cpp)
+    target_precompile_headers(kelpa_${name} PRIVATE ${ARGN})
+    kelpa_warnings(kelpa_${name}) # for pedantic compilers are another dialect
+endfunction()
+function(kelpa_use_headers target name)
+    if(KELPA_PRECOMPILED_HEADERS)
+        target_precompile_headers(${target} REUSE_FROM kelpa_${name})
+        # Where a target's own options do not go with them, it is compiled without, which takes longer.
+        set_target_properties(${target} PROPERTIES PCH_WARN_INVALID OFF)
+    endif()
+endfunction()
 # Every target of ours uses these: the whole tree is clean under them with g++ and clang.
 function(kelpa_warnings target)
     target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Wold-style-cast
@@ -30,6 +48,11 @@ function(kelpa_warnings target)
         # g++ 12 sees overlapping copies in the standard library's own string concatenation.
         $<$<AND:$<CXX_COMPILER_ID:GNU>,$<VERSION_LESS:$<CXX_COMPILER_VERSION>,13>>:-Wno-restrict>)
 endfunction()
+
+if(KELPA_PRECOMPILED_HEADERS)
+    kelpa_common_headers(library_headers <algorithm> <array> <cstdint> <cstdlib> <functional> <map> <memory> <optional>
+        <string> <string_view> <utility> <vector>)
+endif()
 
 # A part of the core: the standard library and the project's own headers, nothing else, are on its include path.
 function(kelpa_core_library name)
@@ -39,5 +62,6 @@ function(kelpa_core_library name)
     foreach(part IN LISTS ARG_USES)
         target_link_libraries(kelpa_${name} PUBLIC kelpa_${part})
     endforeach()
+    kelpa_use_headers(kelpa_${name} library_headers)
     kelpa_warnings(kelpa_${name})
 endfunction()
