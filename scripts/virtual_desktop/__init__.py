@@ -4,7 +4,8 @@ Wayland compositor.
 Everything runs in a folder and a session of its own, touches nothing of the user's, and is ended by process id.
 """
 from .accessible import Accessibility
-from .break_screen import blue_rows, break_windows, complaints, covers, wait_for_countdown, wait_for_cover, wait_for_uncover
+from .break_screen import blue_rows, break_windows, complaints, covers, wait_for_countdown, wait_for_cover, wait_for_still, \
+    wait_for_uncover
 from .compositor import MutterSession, NestedWaylandSession, WaylandSession
 from .picture import Box, Picture
 from .program import Program
@@ -15,4 +16,4 @@ from .virtual_input import VirtualInput
 
 __all__ = ["Accessibility", "Box", "Monitor", "MutterSession", "NestedWaylandSession", "Picture", "Program", "Screen", "Session",
            "StatusItem", "WaylandSession", "blue_rows", "break_windows", "complaints", "covers", "wait_for_countdown",
-           "wait_for_cover", "wait_for_uncover", "wait_until"]
+           "wait_for_cover", "wait_for_still", "wait_for_uncover", "wait_until"]

@@ -1,4 +1,6 @@
 """What a person sees of a break: the windows that cover the screens and the countdown on them."""
+import time
+
 from .picture import Box
 from .session import wait_until
 
@@ -43,6 +45,21 @@ def wait_for_countdown(screen, monitor, seconds=10):
     if not found:
         raise TimeoutError(f"no countdown on {monitor.name} within {seconds} s: {'; '.join(wrong)}")
     return found
+
+
+def wait_for_still(screen, area, seconds=10, still=0.3):
+    """Waits until something stands in an area and has not changed for a moment, as when it has faded in; gives its
+    picture."""
+    since, last = time.monotonic(), screen.picture(area)
+
+    def rests():
+        nonlocal since, last
+        now = screen.picture(area)
+        if last.differs(now) or now.ink_share() < 0.003:
+            since, last = time.monotonic(), now
+        return time.monotonic() - since >= still and now
+
+    return wait_until(rests, seconds, "the end of a fade")
 
 
 def blue_rows(picture):

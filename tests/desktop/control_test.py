@@ -4,6 +4,7 @@ import configparser
 import json
 import os
 import re
+import resource
 import signal
 import subprocess
 import time
@@ -237,10 +238,16 @@ class Commands(ControlTest):
 
     def test_they_need_no_display_and_little_time(self):
         self.running()
-        began = time.monotonic()
+        began = self.time_of_children()
         for _ in range(10):
             self.assertEqual(self.ask("status", DISPLAY="", WAYLAND_DISPLAY="")[0], 0)
-        self.assertLess(time.monotonic() - began, 3)
+        self.assertLess(self.time_of_children() - began, 0.5)
+
+    @staticmethod
+    def time_of_children():
+        """Seconds of a processor that programs have taken that were waited for."""
+        taken = resource.getrusage(resource.RUSAGE_CHILDREN)
+        return taken.ru_utime + taken.ru_stime
 
 
 class Breaks(ControlTest):
@@ -265,8 +272,8 @@ class Breaks(ControlTest):
         self.assertEqual(self.refuses("skip"), "kelpa: This break cannot be skipped\n")
         self.obeys("settings")
         self.assertEqual(self.ask()[0], 0, "a second start")
-        self.settle(2.5)
-        wait_for_cover(self.session, self.monitors, 1)
+        self.settle(0.5)
+        wait_for_cover(self.session, self.monitors, 5)
         self.assertEqual(self.status()["state"], "break")
         self.assertEqual(program.count("skip break view"), 0)
 
@@ -398,25 +405,24 @@ class NoTray(ControlTest):
 
     def test_it_says_so_once_and_a_click_opens_the_preferences(self):
         log = self.notifications()
+        began = time.monotonic()
         program = self.launch(speed=1, environment={"LANGUAGE": "zh_CN"})
-        self.settle(10)
-        self.assertEqual(program.count(self.SILENT), 0, "a panel may be slow at log-in")
-        program.wait_for(self.SILENT, 15)
+        program.wait_for(self.SILENT, 40)
+        self.assertGreater(time.monotonic() - began, 10, "a panel may be slow at log-in")
         told = wait_until(lambda: [line for line in log.read_text().splitlines() if " Notify " in line], 5,
                           "the notification")
         self.assertIn("此桌面没有可显示 Kelpa 的托盘", told[0])
-        self.settle(3)
-        self.assertEqual(log.read_text().count(" Notify "), 1)
-        self.assertEqual(program.count(self.SILENT), 1)
         name = "org.freedesktop.Notifications"
-        for number, clicks in ((7, 0), (1, 1)):
+        for number in (7, 1):       # somebody else's, ours
             click = GLib.Variant("av", [GLib.Variant("u", number), GLib.Variant("s", "default")])
             self.session.bus.call_sync(
                 name, "/org/freedesktop/Notifications", "org.freedesktop.DBus.Mock", "EmitSignal",
                 GLib.Variant.new_tuple(GLib.Variant("s", name), GLib.Variant("s", "ActionInvoked"),
                                        GLib.Variant("s", "us"), click), None, Gio.DBusCallFlags.NONE, 5000, None)
-            self.settle(0.5)
-            self.assertEqual(program.count("notification was clicked"), clicks)
+        program.wait_for("notification was clicked", 5)
+        self.settle(0.3)
+        self.assertEqual(program.count("notification was clicked"), 1)
+        self.assertEqual((log.read_text().count(" Notify "), program.count(self.SILENT)), (1, 1))
         self.assertFalse(program.ended())
 
     def test_an_old_tray_is_one_and_no_server_is_no_matter(self):
@@ -424,13 +430,13 @@ class NoTray(ControlTest):
         self.addCleanup(self.session.end, tray)
         program = self.launch(speed=1)
         wait_until(self.screen.embedded, 10, "an embedded icon")
-        self.settle(16)
+        self.settle(16)     # longer than a tray is waited for
         self.assertEqual(program.count(self.SILENT), 0)
         self.session.end(program.process)
         self.session.end(tray)
         program = self.launch(speed=1)
-        program.wait_for(self.SILENT, 25)
-        self.settle(1)
+        program.wait_for(self.SILENT, 40)
+        self.settle(0.3)
         self.assertEqual(self.ask("status")[0], 0)
 
 

@@ -61,7 +61,7 @@ class OldTray(DesktopTest):
 
     def test_the_old_tray_may_come_later(self):
         program = self.launch(speed=1)
-        self.settle(1)
+        program.wait_for("No panel on the session bus", 10)
         self.assertIsNone(self.docked())
         self.start_old_tray()
         wait_until(self.docked, 10, "an embedded icon")
@@ -74,7 +74,7 @@ class OldTray(DesktopTest):
 
     def test_a_modern_tray_may_come_later(self):
         program = self.launch(speed=1)
-        self.settle(0.5)
+        program.wait_for("No panel on the session bus", 10)
         service = self.session.start_tray_service()
         self.addCleanup(self.session.end, service)
         item = wait_until(program.item, 5, "the item")

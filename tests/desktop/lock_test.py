@@ -38,7 +38,7 @@ class Lock(DesktopTest):
         program.wait_for(STARTED, 10)
         self.settle(0.5)
         self.request(logind, "Lock")
-        self.settle(0.5)
+        self.settle(0.3)
         self.assertEqual(program.count(STOPPED), 1, "a request that nobody obeyed stopped the cycle")
         saver("SetActive", "true")
         program.wait_for(STOPPED, 3, times=2)
@@ -47,7 +47,7 @@ class Lock(DesktopTest):
         program.wait_for(STARTED, 3, times=2)
         saver("SetActive", "false")
         self.hint(logind, "false")
-        self.settle(0.5)
+        self.settle(0.3)
         self.assertEqual((program.count(STOPPED), program.count(STARTED)), (3, 2))
 
     def test_a_break_is_taken_off_every_monitor_and_does_not_come_back(self):
@@ -57,7 +57,7 @@ class Lock(DesktopTest):
         self.hint(logind, "true")
         program.wait_for(STOPPED, 3, times=3)
         wait_for_uncover(self.session, 5)
-        self.settle(1)
+        self.settle(0.5)
         self.assertEqual(break_windows(self.session), [])
         self.hint(logind, "false")
         program.wait_for(STARTED, 3, times=2)

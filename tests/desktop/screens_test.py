@@ -29,6 +29,7 @@ class Screens(DesktopTest):
         again = wait_for_cover(self.session, self.monitors, 3)
         self.assertEqual(again[2].title, windows[2].title, "a connector keeps its number")
 
+        self.make_this_break_the_last(program)
         self.click_middle(self.wait_for_blue(self.monitors[0], 2)[-1])
         program.wait_for("skip break view$", 5)
         wait_for_uncover(self.session)

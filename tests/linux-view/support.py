@@ -12,7 +12,7 @@ from pathlib import Path
 ROOT = Path(__file__).resolve().parents[2]
 sys.path.insert(0, str(ROOT / "scripts"))
 
-from virtual_desktop import Session, wait_for_cover, wait_for_uncover, wait_until  # noqa: E402
+from virtual_desktop import Session, wait_for_cover, wait_for_still, wait_for_uncover, wait_until  # noqa: E402
 
 DRIVER = os.environ.get("KELPA_DESK_DRIVER", ROOT / "build/dev/kelpa-desk-driver")
 FADE = 2.0
@@ -91,7 +91,8 @@ class ViewTest(unittest.TestCase):
         """A break that has faded in."""
         driver.tell(*(f"{name} {value}" for name, value in changes.items()), "show")
         windows = wait_for_cover(self.session, self.monitors, 5)
-        time.sleep(FADE + 0.3)
+        for monitor in self.monitors:
+            wait_for_still(self.screen, monitor)
         return windows
 
     def paper(self, monitor):

@@ -5,7 +5,7 @@ import signal
 import time
 from pathlib import Path
 
-from support import Session, ViewTest, main, wait_until
+from support import Session, ViewTest, main, wait_for_still, wait_until
 
 TRAYER = ["trayer", "--edge", "top", "--widthtype", "request", "--height", "24"]
 
@@ -64,18 +64,22 @@ class TrayIcon(ViewTest):
         driver = self.drive()
         driver.tell("tray")
         icon = self.docked()
-        self.screen.click(icon.x + 5, icon.y + 5)
-        time.sleep(0.5)
-        menu = self.screen.picture()
+        menu = self.open_menu(icon)
         driver.tell("pause - Wrok -")
         self.assertTrue(wait_until(lambda: menu.differs(self.screen.picture()), 2), "the open menu does not follow")
         for key in ("Down", "Down", "Return"):
             self.screen.press(key)
         self.assertEqual(driver.hears("clicked"), "clicked 4")
-        self.screen.click(icon.x + 5, icon.y + 5)
-        time.sleep(0.3)
+        self.open_menu(icon)
         self.screen.press("Escape")
         self.assertFalse(driver.hears("clicked", 0.3))
+
+    def open_menu(self, icon):
+        """Gives a picture of everything once the menu is open and drawn."""
+        closed = self.screen.picture()
+        self.screen.click(icon.x + 5, icon.y + 5)
+        wait_until(lambda: (closed.differs(self.screen.picture()) or icon).height > 2 * icon.height, 5, "the menu")
+        return wait_for_still(self.screen, self.screen.root.get_geometry())
 
     def test_it_follows_the_tray(self):
         driver = self.drive()

@@ -8,7 +8,8 @@ import sys
 import time
 from pathlib import Path
 
-from support import FADE, Session, ViewTest, main, start_talking, wait_for_cover, wait_for_uncover, wait_until
+from support import FADE, Session, ViewTest, main, start_talking, wait_for_cover, wait_for_still, wait_for_uncover, \
+    wait_until
 
 from Xlib import X
 from virtual_desktop import Box, Monitor, break_windows
@@ -23,7 +24,7 @@ class BreakWindows(ViewTest):
         driver.tell("prepare")
         wait_until(lambda: len(self.made()) == 2, 5, "the prepared windows")
         known = self.made()
-        time.sleep(1.5 - 1)
+        time.sleep(0.3)
         self.assertFalse(break_windows(self.session), "they show before their time")
         begin = time.monotonic()
         driver.tell("show")
@@ -44,25 +45,28 @@ class BreakWindows(ViewTest):
         driver.tell("show")
         wait_for_cover(self.session, self.monitors, 5)
         self.assertLess(self.screen.picture(self.monitors[0]).ink_share(), 0.002, "the text is there before the fade")
-        self.assertTrue(wait_until(lambda: self.screen.picture(self.monitors[0]).ink_share() > 0.01, FADE + 1))
-        time.sleep(FADE)
+        wait_for_still(self.screen, self.monitors[0])
+        self.assertGreater(self.screen.picture(self.monitors[0]).ink_share(), 0.01)
         driver.tell("close")
-        self.assertTrue(driver.hears("closed 2", FADE + 1))
+        self.assertTrue(driver.hears("closed 2", FADE + 5))
         wait_for_uncover(self.session, 1)
 
     def test_a_show_while_it_fades_out_keeps_the_window(self):
         driver = self.drive()
         windows = self.shown(driver)
+        page, whole = self.screen.picture(self.monitors[0]), self.ink()
         driver.tell("close")
-        time.sleep(FADE / 2)
-        before = self.screen.picture(self.monitors[0]).ink(24)
+        wait_until(lambda: page.differs(self.screen.picture(self.monitors[0])), FADE, "the fade", pause=0.01)
         driver.tell("show")
         time.sleep(0.1)
-        after = self.screen.picture(self.monitors[0]).ink(24)
-        self.assertGreater(sum(map(sum, after)), sum(map(sum, before)) / 2, "it vanished before it came back")
-        time.sleep(FADE + 0.5)
+        self.assertGreater(self.ink(), whole / 2, "it vanished before it came back")
+        wait_until(lambda: self.ink() == whole, FADE + 5, "all of the text")
         self.assertEqual(break_windows(self.session), windows)
         self.assertGreater(self.screen.picture(self.monitors[0]).ink_share(), 0.01)
+
+    def ink(self):
+        """How much of the first monitor is text that can be seen."""
+        return sum(map(sum, self.screen.picture(self.monitors[0]).ink(24)))
 
     def test_what_it_says(self):
         driver = self.drive()
@@ -72,8 +76,8 @@ class BreakWindows(ViewTest):
         # Two lines of prompt, the figures, the link and the hint.
         self.assertEqual(page.lines(), 5)
         driver.tell("count 0059:59")
-        wait_until(lambda: page.differs(self.screen.picture(self.monitors[0])), 3, "the figures to change")
-        time.sleep(0.3)
+        wait_until(lambda: page.differs(self.screen.picture(self.monitors[0])), 5, "the figures to change")
+        wait_for_still(self.screen, self.monitors[0])
         changed = page.differs(self.screen.picture(self.monitors[0]))
         figures = self.screen.picture(Box(0, changed.y - 2, self.WIDTH, changed.height + 4))
         self.assertEqual(figures.glyphs(), 7)
@@ -107,8 +111,9 @@ class BreakWindows(ViewTest):
         link = blue(page, page.row(rows[2]))
         self.screen.click(self.monitors[1].x + link[0], rows[2])
         self.assertTrue(driver.hears("notice"))
+        going = self.screen.picture(self.monitors[0])
         driver.tell("close")
-        time.sleep(0.2)
+        wait_until(lambda: going.differs(self.screen.picture(self.monitors[0])), 3, "the window to go")
         self.screen.click(x, rows[-5])
         self.assertFalse(driver.hears("skip", 0.5), "a window that is going still listens")
         self.screen.move(5, self.HEIGHT - 5)
@@ -228,15 +233,10 @@ class Keys(ViewTest):
         self.assertEqual(window.grab_keyboard(True, X.GrabModeAsync, X.GrabModeAsync, X.CurrentTime), X.GrabSuccess)
         self.screen.display.ungrab_keyboard(X.CurrentTime)
         self.screen.display.sync()
-        grabbed = lambda: window.grab_keyboard(  # noqa: E731
-            True, X.GrabModeAsync, X.GrabModeAsync, X.CurrentTime) == X.AlreadyGrabbed
-        time.sleep(0.4)
-        self.assertTrue(grabbed())
+        wait_until(lambda: not self.screen.keyboard_rests(), 5, "the keyboard to be taken")
         driver.tell("close")
-        time.sleep(0.3)
-        self.assertFalse(grabbed(), "the keyboard is kept while the window goes")
-        self.screen.display.ungrab_keyboard(X.CurrentTime)
-        self.screen.display.sync()
+        wait_until(self.screen.keyboard_rests, 1, "the keyboard to be let go while the window goes")
+        self.assertTrue(break_windows(self.session), "the windows were gone before the keyboard")
 
     def test_keys_count_after_two_seconds_and_nothing_is_the_default(self):
         driver = self.drive()
@@ -270,12 +270,9 @@ class Keys(ViewTest):
         before = self.screen.picture(self.monitors[1])
         driver.tell("show")
         wait_for_cover(self.session, self.monitors, 5)
-        time.sleep(FADE / 2)
-        middle = self.paper(self.monitors[1])
-        self.assertNotEqual(middle, LIGHT)
-        self.assertNotEqual(middle, before.background())
-        time.sleep(FADE)
-        self.assertEqual(self.paper(self.monitors[1]), LIGHT)
+        wait_until(lambda: self.paper(self.monitors[1]) not in (LIGHT, before.background()), FADE, "something in between",
+                   pause=0.01)
+        wait_until(lambda: self.paper(self.monitors[1]) == LIGHT, FADE + 5, "the end of the fade")
 
 
 class Scaled(ViewTest):
