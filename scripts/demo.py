@@ -21,7 +21,7 @@ try:
 except ImportError as error:
     sys.exit(f"demo: {error}; the packages python3-gi and python3-xlib are needed (./run --demo installs them)")
 
-WORK_MINUTES, SHORT_SECONDS, LONG_MINUTES = 1, 48, 2
+WORK_MINUTES, SHORT_SECONDS, LONG_MINUTES = 1, 96, 2
 WORK, LONG = WORK_MINUTES * 60, LONG_MINUTES * 60
 # The whole day is working time, and the first of its reminders comes after the demonstration.
 MIDNIGHT = time.mktime(time.localtime()[:3] + (0, 0, 0, 0, 0, -1))

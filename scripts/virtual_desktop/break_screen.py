@@ -47,7 +47,7 @@ def wait_for_countdown(screen, monitor, seconds=10):
     return found
 
 
-def wait_for_still(screen, area, seconds=10, still=0.3):
+def wait_for_still(screen, area, seconds=10, still=0.5):
     """Waits until something stands in an area and has not changed for a moment, as when it has faded in; gives its
     picture."""
     since, last = time.monotonic(), screen.picture(area)
