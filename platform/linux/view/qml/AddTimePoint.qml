@@ -33,8 +33,9 @@ T.Popup {
         Keys.onReturnPressed: popup.close()
         Keys.onEnterPressed: popup.close()
 
-        // An open popup keeps the window's own shortcuts from being heard.
+        // An open popup keeps the window's own shortcuts from being heard; beside them, this one would be ambiguous.
         Shortcut {
+            enabled: popup.visible
             sequences: ["Ctrl+W"]
             onActivated: time.Window.window.close()
         }
