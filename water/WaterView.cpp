@@ -5,6 +5,7 @@
 #include "logging/SharedLogger.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace kelpa {
 
@@ -59,16 +60,25 @@ void WaterView::shown() {
 
 void WaterView::observeSettings() {
     const auto progress = [this](const auto&) { showProgress(); };
-    const auto planned = [this](const auto&) { updateTimer(); };
     settings_.clear();
     settings_.push_back(state_.finished.observe(progress));
     settings_.push_back(state_.target.observe(progress));
     settings_.push_back(state_.lastSelectedAmount.observe([this](std::int64_t) { showAmount(); }));
-    settings_.push_back(state_.intervalStartDate.observe(planned));
-    settings_.push_back(state_.intervalEndDate.observe(planned));
-    settings_.push_back(state_.mode.observe(planned));
-    settings_.push_back(state_.selectedInterval.observe(planned));
-    settings_.push_back(state_.selectedTimings.observe(planned));
+    planAnewAfter(state_.intervalStartDate);
+    planAnewAfter(state_.intervalEndDate);
+    planAnewAfter(state_.mode);
+    planAnewAfter(state_.selectedInterval);
+    planAnewAfter(state_.selectedTimings);
+}
+
+/// A setting that is written with the value that the panel has seen is no change to it.
+template <class Setting>
+void WaterView::planAnewAfter(Setting& setting) {
+    settings_.push_back(setting.observe([this, &setting, seen = setting()](const auto&) mutable {
+        auto now = setting();
+        if (std::exchange(seen, now) != now)
+            updateTimer();
+    }));
 }
 
 void WaterView::showProgress() {

@@ -44,6 +44,8 @@ class WaterView final : public WindowContent, private WaterPanelClient {
     void closePressed() override;
 
     void observeSettings();
+    template <class Setting>
+    void planAnewAfter(Setting& setting);
     void showProgress();
     void showAmount();
     void updateTimer();

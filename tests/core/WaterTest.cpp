@@ -102,6 +102,28 @@ TEST(WaterState, ReadsWhatItCannotUseAsAbsentAndSaysSoOnce) {
               1);
 }
 
+TEST(WaterPanel, PlansAnewOnlyForWhatItHasNotSeenYet) {
+    Play play({"title", "item", "window", "app", "set"});
+    play(at("10:00:00", 9 * hour + 50 * 60) + "launch\nmenu water\n+0.5\n");
+    const auto* panel = play.desk.windows.waterPanel();
+    ASSERT_NE(panel, nullptr);
+    const std::string same =
+        "pref mode interval\npref selectedInterval 15\npref intervalStartDate 07:00\n"
+        "pref intervalEndDate 20:00\npref selectedTimings 09:00 10:00 11:00 12:00 13:00 14:00 "
+        "15:00 16:00 17:00 18:00 19:00\n";
+    EXPECT_EQ(play(same), Lines{});
+    play("+0.5\n");
+    EXPECT_EQ(panel->counting.remaining, "04:59") << "the phase of its count is the one that it had";
+    EXPECT_EQ(play("store pref.water.selectedInterval int 30\npref selectedInterval 30\n"), Lines{})
+        << "the reminder is planned by the pane, which another program has forestalled";
+    EXPECT_EQ(panel->counting.remaining, "19:59") << "the panel had seen the old one";
+    play("pref intervalEndDate 09:00\n");
+    EXPECT_EQ(play("pref intervalEndDate 09:00\npref selectedInterval 30\n"), Lines{});
+    EXPECT_EQ(play("pref selectedInterval 45\n").back(), "1.000 log info Not in work time");
+    play("water skip\n+3\nstore pref.water.interval.end absent\nmenu water\n");
+    EXPECT_EQ(play("pref intervalEndDate 20:00\n"), Lines{}) << "it saw that when it appeared";
+}
+
 TEST(WaterState, ReadsWhatNoReminderCanBeFoundWithAsAbsent) {
     Play play({"title", "item", "set", "window", "app"});
     play(at("10:00:00", 9 * hour + 50 * 60) +
