@@ -283,10 +283,34 @@ Run readCommand(std::string_view line, bool first) {
     return found->second(line);
 }
 
+constexpr std::string_view blanks = " \t\r";
+
+/// Whether what stands in quotation marks are the texts of a list, in which nothing begins a comment.
+bool holdsList(std::string_view line) {
+    const bool stores = takeWord(line) == "store" && !takeWord(line).empty();
+    return stores && takeWord(line) == "list";
+}
+
+/// A comment begins with a sign at the line's beginning or behind a blank: inside a word it belongs to that.
+std::string_view withoutComment(std::string_view line) {
+    const bool isList = holdsList(line);
+    bool quoted = false;
+    for (std::size_t at = 0; at < line.size(); ++at) {
+        if (quoted && line[at] == '\\')
+            ++at;
+        else if (isList && line[at] == '"')
+            quoted = !quoted;
+        else if (!quoted && line[at] == '#' &&
+                 (at == 0 || blanks.find(line[at - 1]) != std::string_view::npos))
+            return line.substr(0, at);
+    }
+    return line;
+}
+
 std::string_view trimmed(std::string_view line) {
-    constexpr std::string_view blanks = " \t\r";
+    line = withoutComment(line);
     const auto first = line.find_first_not_of(blanks);
-    if (first == std::string_view::npos || line[first] == '#')
+    if (first == std::string_view::npos)
         return {};
     return line.substr(first, line.find_last_not_of(blanks) - first + 1);
 }

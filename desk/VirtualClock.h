@@ -14,16 +14,17 @@ class VirtualClock final : public LocalClock {
 
     /// Sets what the wall clock shows now.
     void set(Date date);
-    void step(double seconds) { offset_ += seconds; }
+    void step(double seconds);
     /// Switches the process to a time zone of the system's database; false if there is none of this name.
     static bool setZone(const std::string& name);
 
-    [[nodiscard]] Date now() const override { return Date{offset_ + time_.seconds()}; }
+    [[nodiscard]] Date now() const override;
     [[nodiscard]] std::optional<WeekRule> weekRule() const override { return std::nullopt; }
 
   private:
     const VirtualTime& time_;
-    double offset_ = 0; ///< what the wall clock showed when virtual time began
+    std::int64_t offset_ =
+        0; ///< what the wall clock showed when virtual time began, in microseconds since 1970
 };
 
 } // namespace kelpa::desk
