@@ -32,6 +32,7 @@ class RecordingPreferences final : public PreferencesWindow {
         client_ = &client;
     }
     void show() override { journal_.note("settings"); }
+    void setCopyright(const std::string& line) override { copyright_ = line; }
     void setSwitch(const std::string& id, bool on) override { tell(id).on = on; }
     void setText(const std::string& id, const std::string& text) override { tell(id).text = text; }
     void setChoices(const std::string& id, const std::vector<PreferencesChoice>& choices) override {
@@ -55,6 +56,7 @@ class RecordingPreferences final : public PreferencesWindow {
     void setVisible(const std::string& id, bool visible) override { tell(id).visible = visible; }
 
     [[nodiscard]] const PreferencesLayout& layout() const { return layout_; }
+    [[nodiscard]] const std::string& copyright() const { return copyright_; }
     [[nodiscard]] const Control& control(const std::string& id) { return controls_[id]; }
     /// Null until the program has laid the window out.
     [[nodiscard]] PreferencesClient* client() const { return client_; }
@@ -67,6 +69,7 @@ class RecordingPreferences final : public PreferencesWindow {
 
     Journal& journal_;
     PreferencesLayout layout_;
+    std::string copyright_;
     PreferencesClient* client_ = nullptr;
     std::map<std::string, Control> controls_;
 };

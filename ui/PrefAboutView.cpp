@@ -6,7 +6,9 @@
 
 namespace kelpa {
 
-PrefAboutView::PrefAboutView(const AboutApp& about) : Pane(localized("About"), "info.circle") {
+PrefAboutView::PrefAboutView(UiClient& client, PreferencesWindow& window)
+    : Pane(localized("About"), "info.circle"), client_(client), window_(window) {
+    const AboutApp about = client.about();
     AboutContent content;
     if (about.icon) {
         content.icon = *about.icon;
@@ -20,6 +22,10 @@ PrefAboutView::PrefAboutView(const AboutApp& about) : Pane(localized("About"), "
     content.link = localized("Release Notes");
     content.linkAddress = about.releaseNotesLink;
     setAbout(std::move(content));
+}
+
+void PrefAboutView::show() {
+    window_.setCopyright(client_.about().copyright);
 }
 
 std::string PrefAboutView::versionLine(const AboutApp& about) {

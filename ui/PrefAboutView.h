@@ -10,10 +10,18 @@ namespace kelpa {
 /// The About pane: what the program says of itself. Without a picture it shows its glyph of the icon font.
 class PrefAboutView final : public Pane {
   public:
-    explicit PrefAboutView(const AboutApp& about);
+    /// Both must outlive the pane.
+    PrefAboutView(UiClient& client, PreferencesWindow& window);
+
+    /// Tells the copyright line again: a year may have ended since it was told.
+    void show() override;
 
     /// Version and build as people read them, as in "v1.2.0(34)".
     [[nodiscard]] static std::string versionLine(const AboutApp& about);
+
+  private:
+    UiClient& client_;
+    PreferencesWindow& window_;
 };
 
 } // namespace kelpa

@@ -25,7 +25,7 @@ PreferencesView::PreferencesView(PreferencesWindow& window, UiClient& client, Qu
     panes_.push_back(std::make_unique<PrefStyleView>(client.prefState(), window_));
     panes_.push_back(std::make_unique<PrefWaterView>(client.waterState(), client.waterPaneClient(), window_,
                                                      accumulators));
-    panes_.push_back(std::make_unique<PrefAboutView>(client.about()));
+    panes_.push_back(std::make_unique<PrefAboutView>(client, window_));
     for (const auto& pane : panes_)
         for (const auto& control : pane->controls())
             controls_.emplace(control->id(), control.get());

@@ -19,6 +19,11 @@ void ShownPreferences::setLayout(const PreferencesLayout& layout, PreferencesCli
     window_.setLayout(layout, client);
 }
 
+void ShownPreferences::setCopyright(const std::string& line) {
+    if (changes(copyright_, line))
+        window_.setCopyright(line);
+}
+
 void ShownPreferences::setSwitch(const std::string& id, bool on) {
     if (changes(shown_[id].on, on))
         window_.setSwitch(id, on);

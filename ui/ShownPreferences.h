@@ -20,6 +20,7 @@ class ShownPreferences final : public PreferencesWindow {
 
     void setLayout(const PreferencesLayout& layout, PreferencesClient& client) override;
     void show() override { window_.show(); }
+    void setCopyright(const std::string& line) override;
     void setSwitch(const std::string& id, bool on) override;
     void setText(const std::string& id, const std::string& text) override;
     void setChoices(const std::string& id, const std::vector<PreferencesChoice>& choices) override;
@@ -50,6 +51,7 @@ class ShownPreferences final : public PreferencesWindow {
 
     PreferencesWindow& window_;
     std::map<std::string, Shown> shown_;
+    std::optional<std::string> copyright_;
 };
 
 } // namespace kelpa

@@ -54,7 +54,7 @@ struct PreferencesSection {
     std::vector<PreferencesRow> rows;
 };
 
-/// What the About pane says.
+/// What the About pane says; its copyright is told anew whenever it is shown.
 struct AboutContent {
     std::string icon;      ///< name of the application's picture; empty when there is none
     std::string glyph;     ///< shown instead, in the icon font
@@ -135,6 +135,8 @@ class PreferencesWindow {
     /// Shows the window, or brings it to the front where it is already shown.
     virtual void show() = 0;
 
+    /// The line of the About pane that has the year in it.
+    virtual void setCopyright(const std::string& line) = 0;
     virtual void setSwitch(const std::string& id, bool on) = 0;
     /// The text of a number or text field. Takes the place of what is being typed.
     virtual void setText(const std::string& id, const std::string& text) = 0;

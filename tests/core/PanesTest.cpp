@@ -399,9 +399,19 @@ TEST(AboutPane, TellsOfTheProgramUnderItsPicture) {
     ASSERT_TRUE(about);
     EXPECT_EQ(about->icon + about->glyph + about->glyphFont, "app.orvane.Kelpa");
     EXPECT_EQ(about->name + " " + about->version, "Kelpa v2.3.4(56)");
-    EXPECT_EQ(about->copyright.substr(0, 16), "Copyright © 202");
     EXPECT_EQ(about->link, "Release Notes");
     EXPECT_EQ(about->linkAddress.substr(0, 8), "https://");
+}
+
+TEST(AboutPane, TellsTheYearInWhichItIsLookedAt) {
+    test::Play play;
+    play("start 2026-12-31T23:59:00\nlaunch\nmenu settings\n");
+    const auto copyright = [&] { return play.desk.services.preferences().copyright().substr(0, 17); };
+    EXPECT_EQ(copyright(), "Copyright © 2026");
+    play("+61\n");
+    EXPECT_EQ(copyright(), "Copyright © 2026");
+    play("menu settings\n");
+    EXPECT_EQ(copyright(), "Copyright © 2027");
 }
 
 TEST(AboutPane, ShowsItsGlyphWhereThereIsNoPicture) {

@@ -110,10 +110,13 @@ TEST_F(Preferences, SayAgainWhatWasTypedOverAndNothingElse) {
     window_->setSwitch("time", true);
     window_->setText("work", "25");
     window_->setText("work", "25");
+    window_->setCopyright("2027");
+    window_->setCopyright("2027");
     window_->setTimeOfDay("start", 8, 5);
     ASSERT_TRUE(receives("set 1 time:start 8:5"));
     EXPECT_EQ(receivedSince("show 1"),
-              (std::vector<std::string>{"set 1 text:work 25", "set 1 text:work 25", "set 1 time:start 8:5"}));
+              (std::vector<std::string>{"set 1 text:work 25", "set 1 text:work 25", "set 1 copyright 2027",
+                                        "set 1 time:start 8:5"}));
 }
 
 TEST_F(Preferences, ReportWhatAPersonDoes) {

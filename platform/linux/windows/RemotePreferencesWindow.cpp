@@ -57,6 +57,11 @@ void RemotePreferencesWindow::set(std::string_view field, const std::string& id,
         record_->setProperty(propertyName(field, id), value);
 }
 
+void RemotePreferencesWindow::setCopyright(const std::string& line) {
+    if (record_)
+        record_->setProperty(view::copyright, line);
+}
+
 void RemotePreferencesWindow::setSwitch(const std::string& id, bool on) {
     set(view::onField, id, on ? "1" : "0");
 }

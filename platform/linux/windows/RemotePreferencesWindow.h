@@ -21,6 +21,7 @@ class RemotePreferencesWindow final : public PreferencesWindow {
 
     void setLayout(const PreferencesLayout& layout, PreferencesClient& client) override;
     void show() override;
+    void setCopyright(const std::string& line) override;
     void setSwitch(const std::string& id, bool on) override;
     void setText(const std::string& id, const std::string& text) override;
     void setChoices(const std::string& id, const std::vector<PreferencesChoice>& choices) override;

@@ -114,6 +114,8 @@ inline constexpr std::string_view progress = "progress";
 inline constexpr std::string_view preferencesKind = "preferences";
 /// Everything that never changes, as JSON.
 inline constexpr std::string_view layout = "layout";
+/// The line of the About pane that has the year in it.
+inline constexpr std::string_view copyright = "copyright";
 /// What a control shows: the property is one of these, a colon, and the control's id.
 inline constexpr std::string_view onField = "on";
 inline constexpr std::string_view textField = "text";

@@ -7,4 +7,5 @@
 /// What the program says of itself: its picture beside name, version, copyright and a link.
 @interface KelpaAboutView : NSView
 - (instancetype)initWithContent:(const kelpa::AboutContent&)content;
+- (void)setCopyright:(const std::string&)line;
 @end

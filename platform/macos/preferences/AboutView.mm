@@ -43,13 +43,12 @@ NSView* makeLink(const kelpa::AboutContent& content) {
     return link;
 }
 
-NSStackView* makeWords(const kelpa::AboutContent& content) {
+NSStackView* makeWords(const kelpa::AboutContent& content, NSTextField* copyright) {
     NSFont* plain = [NSFont systemFontOfSize:0];
     NSColor* color = [NSColor labelColor];
     NSStackView* words = [NSStackView stackViewWithViews:@[
         kelpa::makeLabel(content.name, kelpa::boldFont(NSFontTextStyleLargeTitle), color),
-        kelpa::makeLabel(content.version, plain, color), kelpa::makeLabel(content.copyright, plain, color),
-        makeLink(content)
+        kelpa::makeLabel(content.version, plain, color), copyright, makeLink(content)
     ]];
     [words setOrientation:NSUserInterfaceLayoutOrientationVertical];
     [words setAlignment:NSLayoutAttributeLeading];
@@ -59,14 +58,17 @@ NSStackView* makeWords(const kelpa::AboutContent& content) {
 
 } // namespace
 
-@implementation KelpaAboutView
+@implementation KelpaAboutView {
+    NSTextField* _copyright;
+}
 
 - (instancetype)initWithContent:(const kelpa::AboutContent&)content {
     self = [super initWithFrame:NSZeroRect];
     if (!self)
         return nil;
     NSView* picture = content.icon.empty() ? makeGlyph(content) : makePicture(content.icon);
-    NSStackView* row = [NSStackView stackViewWithViews:@[ picture, makeWords(content) ]];
+    _copyright = kelpa::makeLabel(content.copyright, [NSFont systemFontOfSize:0], [NSColor labelColor]);
+    NSStackView* row = [NSStackView stackViewWithViews:@[ picture, makeWords(content, _copyright) ]];
     [row setSpacing:kelpa::measures::padding];
     [row setTranslatesAutoresizingMaskIntoConstraints:NO];
     [self addSubview:row];
@@ -75,6 +77,10 @@ NSStackView* makeWords(const kelpa::AboutContent& content) {
         [[row centerYAnchor] constraintEqualToAnchor:[self centerYAnchor]],
     ]];
     return self;
+}
+
+- (void)setCopyright:(const std::string&)line {
+    [_copyright setStringValue:kelpa::toNSString(line)];
 }
 
 @end

@@ -7,6 +7,7 @@
 #include <map>
 #include <string>
 
+@class KelpaAboutView;
 @class KelpaPreferencesWatch;
 
 namespace kelpa {
@@ -22,6 +23,7 @@ class MacPreferencesWindow final : public PreferencesWindow {
     /// core's end comes before the window's.
     void retire();
 
+    void setCopyright(const std::string& line) override;
     void setSwitch(const std::string& id, bool on) override;
     void setText(const std::string& id, const std::string& text) override;
     void setChoices(const std::string& id, const std::vector<PreferencesChoice>& choices) override;
@@ -49,6 +51,7 @@ class MacPreferencesWindow final : public PreferencesWindow {
     KelpaControl* control(const std::string& id) const;
 
     NSWindow* window_ = nil;
+    KelpaAboutView* about_ = nil;
     NSMutableArray<KelpaFormView*>* forms_ = [NSMutableArray array];
     bool presented_ = false;             ///< since `show` asked for it
     KelpaPreferencesWatch* watch_ = nil; ///< the window's delegate, which it does not own

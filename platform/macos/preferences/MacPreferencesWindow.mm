@@ -88,7 +88,8 @@ NSViewController* MacPreferencesWindow::makePane(const PreferencesPane& pane, co
                                                  PreferencesClient& client) {
     NSViewController* controller = [[NSViewController alloc] init];
     if (pane.about) {
-        [controller setView:[[KelpaAboutView alloc] initWithContent:*pane.about]];
+        about_ = [[KelpaAboutView alloc] initWithContent:*pane.about];
+        [controller setView:about_];
         return controller;
     }
     KelpaFormView* form = [[KelpaFormView alloc] initWithPane:pane layout:layout client:client];
@@ -150,6 +151,10 @@ void MacPreferencesWindow::retire() {
 KelpaControl* MacPreferencesWindow::control(const std::string& id) const {
     const auto found = places_.find(id);
     return found == places_.end() ? nil : found->second.control;
+}
+
+void MacPreferencesWindow::setCopyright(const std::string& line) {
+    [about_ setCopyright:line];
 }
 
 void MacPreferencesWindow::setSwitch(const std::string& id, bool on) {

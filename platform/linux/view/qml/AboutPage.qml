@@ -6,6 +6,7 @@ Grid {
     id: about
 
     required property var content
+    property string copyright: content.copyright
     property real availableWidth: 400
     /// One below the other, as in the about panel.
     property bool upright: false
@@ -76,7 +77,7 @@ Grid {
         }
         Line {
             anchors.horizontalCenter: about.upright ? parent.horizontalCenter : undefined
-            text: about.content.copyright
+            text: about.copyright
         }
         LinkButton {
             anchors.horizontalCenter: about.upright ? parent.horizontalCenter : undefined

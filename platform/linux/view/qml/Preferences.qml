@@ -6,6 +6,8 @@ Rectangle {
     id: page
 
     property var layout: ({})
+    /// Of the About pane; empty until it is told.
+    property string copyright
     /// What the program says of each control, by its id.
     property var controls: ({})
     signal action(string name, string value)
@@ -127,6 +129,7 @@ Rectangle {
                         id: about
                         anchors.centerIn: parent
                         content: loader.modelData.about
+                        copyright: page.copyright
                         availableWidth: page.width - 2 * Theme.padding
                     }
                 }
