@@ -26,6 +26,14 @@ class Lifetimes(MacTest):
         self.assert_steady(program, act)
         self.assertEqual(program.log().count("skip break view"), ROUNDS + 3)
 
+    def test_timers(self):
+        program = self.launch()
+
+        def act():
+            program.choose("- Stop -")
+            program.choose("- Wrok -")
+        self.assert_steady(program, act)
+
     def test_screens_during_a_break(self):
         program = self.launch({"pref.work.time": 1, "pref.break.time": 7200}, screens=SCREENS)
         program.pass_time(MINUTE + 3)

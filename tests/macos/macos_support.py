@@ -26,6 +26,11 @@ SCREENS = ((1, 0, 0, 800, 600), (2, 800, 0, 800, 600))
 MOUSE_MOVED, LEFT_DOWN, SCROLLED, MODIFIERS = 5, 1, 22, 12
 
 
+# What the face makes of the system's.
+MADE = {"NSButton", "NSDatePicker", "NSImage", "NSPopover", "NSStackView", "NSTextField", "NSViewController", "NSWindow",
+        "SourceStandIn", "TimerStandIn"}
+
+
 class Refused(Exception):
     """What a person could not do, and why."""
 
@@ -169,8 +174,8 @@ class Program:
         return [note for note in self.ask("notes") if not kinds or note["what"] in kinds]
 
     def live(self):
-        """How many objects of the face's own classes there are."""
-        return {name: count for name, count in self.ask("live").items() if name.startswith("Kelpa")}
+        """How many objects there are of the face's own classes, and of those that it makes many of."""
+        return {name: count for name, count in self.ask("live").items() if name.startswith("Kelpa") or name in MADE}
 
     # What a person does
 

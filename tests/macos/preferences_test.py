@@ -108,6 +108,19 @@ class Panes(PreferencesTest):
         window.find("link", "Release Notes").press()
         self.assertRegex(program.notes("open")[0]["address"], "^https://")
 
+    def test_what_is_being_typed_counts_when_the_window_closes(self):
+        program = self.open("Workflow")
+        self.find(program, "field", WORK).type("45", end=None)
+        program.window("Settings").close()
+        self.assert_stored(program, "pref.work.time", 45)
+        # And what was wrong is not there any more.
+        program.settings()
+        self.find(program, "field", WORK).type("601", end=None)
+        program.pass_time(2)
+        program.window("Settings").close()
+        self.assertEqual([text for text in program.settings().texts() if text.startswith("Please")], [])
+        self.assertEqual(self.find(program, "field", WORK).value, "45")
+
     def test_the_window_comes_back_as_it_was_left(self):
         program = self.open("Workflow")
         window = program.window("Settings")

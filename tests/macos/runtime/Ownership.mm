@@ -5,6 +5,7 @@
 
 #include "tests/macos/runtime/Objects.h"
 
+#include <cstddef>
 #include <cstring>
 #include <mutex>
 #include <sstream>
@@ -173,6 +174,13 @@ void objc_storeStrong(id* place, id object) {
     id before = *place;
     *place = [object retain];
     [before release];
+}
+
+/// A property that copies what it is set to.
+void objc_setProperty_nonatomic_copy(char* self, SEL, id value, std::ptrdiff_t offset) {
+    id copied = [value copy];
+    objc_storeStrong(reinterpret_cast<id*>(self + offset), copied);
+    [copied release];
 }
 
 void* objc_autoreleasePoolPush() {

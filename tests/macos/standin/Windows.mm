@@ -195,6 +195,15 @@ NSMutableArray<NSPopover*>* popovers() {
 /// A window of its own that closes together with the one it points at.
 @implementation NSPopover (StandIn)
 
+/// Here it would never let go of it.
+- (void)setContentViewController:(NSViewController*)controller {
+    recordOf(self)[@"content"] = controller;
+}
+
+- (NSViewController*)contentViewController {
+    return recordOf(self)[@"content"];
+}
+
 - (void)showRelativeToRect:(NSRect)rect ofView:(NSView*)view preferredEdge:(NSRectEdge)side {
     NSView* content = [[self contentViewController] view];
     NSWindow* window = [[NSWindow alloc] initWithContentRect:[content frame]
