@@ -2,7 +2,7 @@
 """The preferences: every control by pressing and typing, and what it stores."""
 import json
 
-from macos_support import START, MacTest, main
+from macos_support import COMMAND, START, MacTest, main
 
 PANES = ("General", "Workflow", "Style", "Water", "About")
 WORK = "Length of a work period in minutes"
@@ -76,6 +76,20 @@ class Panes(PreferencesTest):
         self.assertNotIn("ticktack timer start 240", program.log())
         program.pass_time(2)
         self.assert_stored(program, "pref.work.time", 45)
+
+    def test_what_is_being_typed_counts_when_the_window_closes(self):
+        program = self.open("Workflow")
+        self.find(program, "field", WORK).type("45", end=None)
+        program.press("w", modifiers=COMMAND)
+        self.assertEqual(program.windows(), [])
+        self.assert_stored(program, "pref.work.time", 45)
+
+    def test_what_another_program_stored_shows_when_the_window_comes_to_the_front(self):
+        program = self.open("Workflow", {"pref.water.enable": True})
+        program.choose("Water")
+        program.ask("defaults", key="break_prompt_text", value="go out")
+        self.find(program, "field", WORK).click_into()
+        self.assertEqual(self.find(program, "field", "Custom break prompt").value, "go out")
 
     def test_wrong_numbers(self):
         program = self.open("Workflow")

@@ -112,12 +112,13 @@ id startAgain(NSDictionary*) {
     return @([[NSApp delegate] applicationShouldHandleReopen:NSApp hasVisibleWindows:visible]);
 }
 
-/// Only truth values are told apart from numbers: the caller compares types, too.
+/// Reads what is stored, or stores a value as another program does. Of the types only truth values are told
+/// apart from numbers.
 id defaultsOf(NSDictionary* asked) {
     NSUserDefaults* defaults = [NSUserDefaults standardUserDefaults];
-    if (NSString* key = asked[@"key"])
-        return [defaults objectForKey:key];
-    return [defaults persistentDomainForName:[[NSProcessInfo processInfo] processName]];
+    if (id value = asked[@"value"])
+        [defaults setObject:value forKey:asked[@"key"]];
+    return [defaults objectForKey:asked[@"key"]];
 }
 
 id clickBeside(NSDictionary*) {
