@@ -1,6 +1,6 @@
 #!/usr/bin/python3
 """How the program starts, what happens when it is started again, and how it ends."""
-from macos_support import COMMAND, SCREENS, MacTest, main
+from macos_support import COMMAND, SCREENS, START, MacTest, main
 
 WORK = "Length of a work period in minutes"
 
@@ -18,9 +18,12 @@ class Launch(MacTest):
         self.assertEqual([note["what"] for note in program.notes("status item", "register", "unregister")], ["status item"])
 
     def test_time_runs_as_fast_as_asked(self):
-        program = self.launch({"pref.work.time": 25}, "-speed", "60")
-        program.pass_time(10)
-        self.assertEqual(program.title(), "15:00")
+        program = self.launch({"pref.work.time": 25, "pref.water.enable": True, "pref.water.lastShowDate": float(START - 300)},
+                              "-speed", "60")
+        program.pass_time(9)
+        self.assertEqual((program.title(), program.windows()), ("16:00", []))
+        program.pass_time(1)
+        self.assertEqual((program.title(), [window.title for window in program.windows()]), ("15:00", ["Water Reminder"]))
         self.assertIn("-speed needs a number above 0", self.launch({}, "-speed", "0").said())
 
     def test_who_starts_it_again_sees_the_preferences(self):

@@ -79,6 +79,13 @@ class Lifetimes(MacTest):
         program.turn_to("Style")
         self.assert_steady(program, prompts)
 
+    def test_checks_of_the_mouse(self):
+        program = self.launch({"stop_timer_after_mouse_stop": True})
+        before = program.ask("live")["SourceStandIn"]
+        for _ in range(ROUNDS):
+            program.move_mouse()
+        self.assertEqual(program.ask("live")["SourceStandIn"], before, "a movement leaves the check before it waiting")
+
     def test_a_day_of_the_cycle(self):
         program = self.launch({"pref.water.enable": True, "pref.water.lastShowDate": float(START)}, screens=SCREENS)
         self.assert_steady(program, lambda: program.pass_time(6 * 3600), rounds=4)
