@@ -155,9 +155,15 @@ class Water(WaterTest):
         wait_until(lambda: self.screen.press("Escape") or not self.panels(), 5, "Escape to close it", pause=0.2)
 
     def press_and_wait(self, program, keys, amount):
-        for key in keys:
+        """The panel hears of the amount a moment after it is stored, and the next key counts from what it shows."""
+        panel = self.panel()
+        *others, last = keys
+        for key in others:
             self.screen.press(key)
+        before = self.wait_for_rest(panel)
+        self.screen.press(last)
         self.wait_stored(program, "pref.water.lastSelectedAmount", amount)
+        wait_until(lambda: before.differs(self.screen.picture(panel)), 5, "the panel to show the amount")
 
 
 class Place(WaterTest):
