@@ -153,7 +153,7 @@ class FullScreen(WaylandTest):
     def test_it_is_shown_where_there_are_no_layers(self):
         program = self.launch(environment={"KELPA_LAYER_SHELL": "no"})
         self.wait_for_cover()
-        self.settle(2.2)    # behind the text the background is there at once
+        self.check_countdown(self.monitors[0])
         views = self.session.views()
         self.assertEqual({(view.x, view.fullscreen) for view in views},
                          {(monitor.x, True) for monitor in self.monitors})

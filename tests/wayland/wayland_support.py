@@ -6,7 +6,7 @@ sys.path.append(str(Path(__file__).resolve().parents[1] / "desktop"))
 
 from support import SPEED, DesktopTest, Session, main, wait_until  # noqa: E402
 from virtual_desktop import (Monitor, MutterSession, NestedWaylandSession, VirtualInput, WaylandSession,  # noqa: E402
-                             complaints)
+                             wait_for_countdown)
 
 __all__ = ["LIGHTS", "SPEED", "WALLPAPER", "Monitor", "MutterSession", "NestedWaylandSession", "Session", "VirtualInput",
            "WaylandSession", "WaylandTest", "main", "wait_until"]
@@ -57,17 +57,7 @@ class WaylandTest(DesktopTest):
             wait_until(lambda: self.uncovered(monitor), seconds, f"the end of the break on {monitor.name}")
 
     def check_countdown(self, monitor):
-        # Near its end the fade already looks like what it leads to.
-        before = wait_until(lambda: self.picture_at_rest(monitor), 3, f"the end of the fade on {monitor.name}")
-        self.settle(1.2)
-        self.assertEqual(complaints(before, self.screen.picture(monitor)), [], monitor.name)
-
-    def picture_at_rest(self, monitor):
-        """The output's picture once its background does not change; false while it does."""
-        before = self.screen.picture(monitor).background()
-        self.settle(0.2)
-        picture = self.screen.picture(monitor)
-        return picture.background() == before and picture
+        wait_for_countdown(self.screen, monitor)
 
     def skip(self, monitor):
         self.click_middle(self.blue_rows(monitor)[-1])
