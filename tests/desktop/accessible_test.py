@@ -181,6 +181,7 @@ class Accessible(PreferencesTest):
         self.screen.type("rise")
         self.screen.press("Return")
         wait_until(lambda: self.stored(program)[key][0] == "rise", 5, "the edited prompt")
+        wait_until(lambda: "focused" in self.find("list item", "rise").states(), 5, "the list to have the keyboard again")
         self.screen.press("Delete")
         wait_until(lambda: len(self.stored(program)[key]) == 10, 5, "the prompt to go")
 

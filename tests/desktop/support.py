@@ -136,6 +136,7 @@ class DesktopTest(unittest.TestCase):
         """Waits until the break lets go of the keyboard, since nobody has typed for two seconds: keys are meant for it."""
         wait_until(lambda: self.screen.focus().isdecimal() and self.screen.keyboard_rests(), 10,
                    "the break to let go of the keyboard")
+        self.settle(0.3)    # two clocks of two seconds, which do not start at the same moment
 
     def wait_for_blue(self, monitor, count, seconds=10):
         """Waits until so many blue things stand on a break screen, as they do once it has faded in far enough."""
