@@ -133,10 +133,13 @@ class DesktopTest(unittest.TestCase):
     # Looking
 
     def wait_for_keys_to_count(self):
-        """Waits until the break lets go of the keyboard, since nobody has typed for two seconds: keys are meant for it."""
+        """Waits until the break lets go of the keyboard, since nobody has typed for two seconds: keys are meant for it. Where
+        the break has only just begun, it has yet to take hold of it."""
+        wait_until(lambda: not self.screen.keyboard_rests(), 3)
         wait_until(lambda: self.screen.focus().isdecimal() and self.screen.keyboard_rests(), 10,
                    "the break to let go of the keyboard")
-        self.settle(0.3)    # two clocks of two seconds, which do not start at the same moment
+        # Its deaf seconds began with its first picture, a moment after it took hold, and nothing tells of their end.
+        self.settle(0.4)
 
     def wait_for_blue(self, monitor, count, seconds=10):
         """Waits until so many blue things stand on a break screen, as they do once it has faded in far enough."""
