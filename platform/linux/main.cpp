@@ -3,7 +3,7 @@
 #include "platform/linux/Options.h"
 #include "platform/linux/Program.h"
 #include "platform/linux/control/ControlClient.h"
-#include "platform/linux/control/Instance.h"
+#include "platform/linux/instance/Instance.h"
 
 #include <cstdlib>
 #include <iostream>

@@ -1,5 +1,5 @@
 // Whatever a panel asks of the menu over the bus is answered, and nothing is chosen that cannot be.
-#include "platform/linux/status/DBusMenu.h"
+#include "platform/linux/tray/DBusMenu.h"
 #include "tests/fuzz/BusInput.h"
 #include "tests/linux/PrivateBus.h"
 

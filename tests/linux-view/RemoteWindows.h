@@ -1,7 +1,7 @@
 #pragma once
 
+#include "platform/linux/display/ScreenLayout.h"
 #include "platform/linux/windows/RemoteWindowSystem.h"
-#include "platform/linux/windows/ScreenLayout.h"
 
 #include <algorithm>
 #include <chrono>

@@ -1,6 +1,6 @@
 // Which helpers count as hung, in steps that are a tenth as long as in earnest.
-#include "platform/linux/windows/AnswerWatch.h"
-#include "platform/linux/windows/ProcessState.h"
+#include "platform/linux/helper/AnswerWatch.h"
+#include "platform/linux/helper/ProcessState.h"
 
 #include <chrono>
 #include <csignal>

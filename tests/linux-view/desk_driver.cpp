@@ -1,12 +1,12 @@
 // Plays the core's part with real break windows, for desktop checks: does what lines on standard input say
 // and tells on standard output what happened.
 
+#include "platform/linux/display/X11Focus.h"
+#include "platform/linux/display/X11Screens.h"
+#include "platform/linux/tray/TrayProcess.h"
 #include "platform/linux/windows/RemoteAboutPanel.h"
 #include "platform/linux/windows/RemotePreferencesWindow.h"
 #include "platform/linux/windows/RemoteWindowSystem.h"
-#include "platform/linux/windows/TrayProcess.h"
-#include "platform/linux/windows/X11Focus.h"
-#include "platform/linux/windows/X11Screens.h"
 #include "tests/linux-view/SamplePreferences.h"
 
 #include <iostream>

@@ -1,9 +1,9 @@
 // The preferences window and the about panel as the program sees them, with a stand-in for the view.
 
+#include "platform/linux/helper/ViewProtocol.h"
 #include "platform/linux/windows/PreferencesJson.h"
 #include "platform/linux/windows/RemoteAboutPanel.h"
 #include "platform/linux/windows/RemotePreferencesWindow.h"
-#include "platform/linux/wire/ViewProtocol.h"
 #include "tests/linux-view/RemoteWindows.h"
 
 namespace {

@@ -1,6 +1,6 @@
-#include "platform/linux/windows/RestartBudget.h"
-#include "platform/linux/windows/ScreenLayout.h"
-#include "platform/linux/wire/ViewProtocol.h"
+#include "platform/linux/display/ScreenLayout.h"
+#include "platform/linux/helper/RestartBudget.h"
+#include "platform/linux/helper/ViewProtocol.h"
 #include "tests/linux-view/RemoteWindows.h"
 #include "tests/support/Allocations.h"
 

@@ -1,6 +1,6 @@
-#include "platform/linux/wire/LineReader.h"
-#include "platform/linux/wire/LineWriter.h"
-#include "platform/linux/wire/Message.h"
+#include "platform/linux/helper/LineReader.h"
+#include "platform/linux/helper/LineWriter.h"
+#include "platform/linux/helper/Message.h"
 
 #include <array>
 #include <gtest/gtest.h>

@@ -5,7 +5,7 @@
 #include "platform/linux/control/ControlInterface.h"
 #include "platform/linux/control/ControlObject.h"
 #include "platform/linux/control/StatusLine.h"
-#include "platform/linux/control/TrayNotice.h"
+#include "platform/linux/tray/TrayNotice.h"
 #include "tests/core/Play.h"
 
 #include <gtest/gtest.h>

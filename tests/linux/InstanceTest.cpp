@@ -1,4 +1,4 @@
-#include "platform/linux/control/Instance.h"
+#include "platform/linux/instance/Instance.h"
 #include "PrivateBus.h"
 #include "Support.h"
 #include "platform/linux/control/ControlInterface.h"

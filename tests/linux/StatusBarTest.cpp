@@ -1,6 +1,6 @@
 #include "Support.h"
-#include "platform/linux/status/LinuxStatusBar.h"
-#include "platform/linux/status/TrayFallback.h"
+#include "platform/linux/tray/LinuxStatusBar.h"
+#include "platform/linux/tray/TrayFallback.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 #include "PrivateBus.h"
 #include "Support.h"
-#include "platform/linux/status/LinuxStatusBar.h"
-#include "platform/linux/status/StatusNotifierItem.h"
+#include "platform/linux/tray/LinuxStatusBar.h"
+#include "platform/linux/tray/StatusNotifierItem.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>

@@ -8,10 +8,10 @@
 #include "platform/linux/Folders.h"
 #include "platform/linux/GettextTranslations.h"
 #include "platform/linux/LinuxClock.h"
+#include "platform/linux/display/Display.h"
 #include "platform/linux/store/PlistStore.h"
 #include "platform/linux/update/LinuxUpdater.h"
 #include "platform/linux/update/RemoteUpdateWindow.h"
-#include "platform/linux/windows/Display.h"
 
 #include <iostream>
 #include <map>

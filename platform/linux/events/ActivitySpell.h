@@ -1,8 +1,8 @@
 #pragma once
 
 #include "platform/linux/EventLoop.h"
+#include "platform/linux/display/OwnWindows.h"
 #include "platform/linux/events/ActivitySource.h"
-#include "platform/linux/windows/OwnWindows.h"
 
 #include <memory>
 

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "platform/linux/display/OwnWindows.h"
 #include "platform/linux/events/ActivityGate.h"
 #include "platform/linux/events/DesktopLock.h"
-#include "platform/linux/windows/OwnWindows.h"
 
 namespace kelpa {
 

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "platform/linux/display/WindowReport.h"
 #include "platform/linux/events/ActivityGate.h"
 #include "platform/linux/events/ActivitySource.h"
-#include "platform/linux/windows/WindowReport.h"
 #include "platform/ports/DesktopEvents.h"
 
 #include <functional>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/windows/WaylandConnection.h"
+#include "platform/linux/display/WaylandConnection.h"
 
 #include <cstdint>
 #include <functional>

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "platform/linux/display/OwnWindows.h"
+#include "platform/linux/display/X11Connection.h"
 #include "platform/linux/events/ActivityGate.h"
 #include "platform/linux/events/ActivitySource.h"
-#include "platform/linux/windows/OwnWindows.h"
-#include "platform/linux/windows/X11Connection.h"
 
 #include <cstdint>
 #include <memory>

@@ -1,6 +1,6 @@
 #include "platform/linux/update/LinuxUpdater.h"
 
-#include "platform/linux/wire/UpdateProtocol.h"
+#include "platform/linux/helper/UpdateProtocol.h"
 
 #include <charconv>
 #include <utility>

@@ -1,11 +1,11 @@
 #pragma once
 
+#include "platform/linux/display/WindowReport.h"
+#include "platform/linux/helper/HelperProcess.h"
 #include "platform/linux/services/Launcher.h"
 #include "platform/linux/update/UpdateDialog.h"
 #include "platform/linux/update/UpdateSchedule.h"
 #include "platform/linux/update/UpdateSetup.h"
-#include "platform/linux/windows/HelperProcess.h"
-#include "platform/linux/windows/WindowReport.h"
 #include "platform/ports/Services.h"
 
 #include <string>

@@ -1,7 +1,7 @@
 #include "platform/linux/update/RemoteUpdateWindow.h"
 
 #include "base/Localized.h"
-#include "platform/linux/wire/ViewProtocol.h"
+#include "platform/linux/helper/ViewProtocol.h"
 
 #include <array>
 #include <utility>

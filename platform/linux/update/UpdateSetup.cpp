@@ -2,8 +2,8 @@
 
 #include "platform/linux/BuildConfig.h"
 #include "platform/linux/Folders.h"
+#include "platform/linux/helper/HelperProcess.h"
 #include "platform/linux/services/Portal.h"
-#include "platform/linux/windows/HelperProcess.h"
 
 namespace kelpa {
 

@@ -1,6 +1,6 @@
 #include "platform/linux/view/AboutWindow.h"
 
-#include "platform/linux/wire/ViewProtocol.h"
+#include "platform/linux/helper/ViewProtocol.h"
 
 #include <QJsonDocument>
 #include <QJsonObject>

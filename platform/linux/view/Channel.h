@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/linux/wire/LineReader.h"
-#include "platform/linux/wire/LineWriter.h"
+#include "platform/linux/helper/LineReader.h"
+#include "platform/linux/helper/LineWriter.h"
 
 #include <QObject>
 #include <QSocketNotifier>

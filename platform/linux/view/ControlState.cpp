@@ -1,7 +1,7 @@
 #include "platform/linux/view/ControlState.h"
 
-#include "platform/linux/wire/Message.h"
-#include "platform/linux/wire/ViewProtocol.h"
+#include "platform/linux/helper/Message.h"
+#include "platform/linux/helper/ViewProtocol.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>

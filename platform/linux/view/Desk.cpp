@@ -1,11 +1,11 @@
 #include "platform/linux/view/Desk.h"
 
+#include "platform/linux/helper/ViewProtocol.h"
 #include "platform/linux/view/AboutWindow.h"
 #include "platform/linux/view/BreakWindow.h"
 #include "platform/linux/view/PreferencesWindow.h"
 #include "platform/linux/view/UpdateWindow.h"
 #include "platform/linux/view/WaterWindow.h"
-#include "platform/linux/wire/ViewProtocol.h"
 
 #include <QGuiApplication>
 #include <QScreen>

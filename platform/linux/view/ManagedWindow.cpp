@@ -1,7 +1,7 @@
 #include "platform/linux/view/ManagedWindow.h"
 
+#include "platform/linux/helper/ViewProtocol.h"
 #include "platform/linux/view/X11.h"
-#include "platform/linux/wire/ViewProtocol.h"
 
 #include <QGuiApplication>
 #include <QIcon>

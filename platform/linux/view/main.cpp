@@ -1,9 +1,9 @@
+#include "platform/linux/helper/ViewProtocol.h"
 #include "platform/linux/view/Browser.h"
 #include "platform/linux/view/Channel.h"
 #include "platform/linux/view/Desk.h"
 #include "platform/linux/view/InputReport.h"
 #include "platform/linux/view/SessionBus.h"
-#include "platform/linux/wire/ViewProtocol.h"
 
 #include <QGuiApplication>
 #include <QQuickWindow>

@@ -1,7 +1,7 @@
 #include "platform/linux/windows/RemoteBreakScreen.h"
 
 #include "base/Text.h"
-#include "platform/linux/wire/ViewProtocol.h"
+#include "platform/linux/helper/ViewProtocol.h"
 
 namespace kelpa {
 

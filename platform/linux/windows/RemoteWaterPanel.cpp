@@ -1,6 +1,6 @@
 #include "platform/linux/windows/RemoteWaterPanel.h"
 
-#include "platform/linux/wire/ViewProtocol.h"
+#include "platform/linux/helper/ViewProtocol.h"
 
 #include <charconv>
 

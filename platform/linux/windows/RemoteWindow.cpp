@@ -1,8 +1,8 @@
 #include "platform/linux/windows/RemoteWindow.h"
 
+#include "platform/linux/helper/ViewProtocol.h"
 #include "platform/linux/windows/RemoteBreakScreen.h"
 #include "platform/linux/windows/RemoteWaterPanel.h"
-#include "platform/linux/wire/ViewProtocol.h"
 
 namespace kelpa {
 

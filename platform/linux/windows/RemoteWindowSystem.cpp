@@ -1,7 +1,7 @@
 #include "platform/linux/windows/RemoteWindowSystem.h"
 
-#include "platform/linux/windows/ProcessState.h"
-#include "platform/linux/wire/ViewProtocol.h"
+#include "platform/linux/helper/ProcessState.h"
+#include "platform/linux/helper/ViewProtocol.h"
 
 #include <algorithm>
 #include <chrono>

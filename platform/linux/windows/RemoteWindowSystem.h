@@ -1,13 +1,13 @@
 #pragma once
 
 #include "base/Published.h"
-#include "platform/linux/windows/AnswerWatch.h"
-#include "platform/linux/windows/HelperProcess.h"
-#include "platform/linux/windows/OwnWindows.h"
+#include "platform/linux/display/OwnWindows.h"
+#include "platform/linux/display/ScreenSource.h"
+#include "platform/linux/display/WindowReport.h"
+#include "platform/linux/helper/AnswerWatch.h"
+#include "platform/linux/helper/HelperProcess.h"
+#include "platform/linux/helper/RestartBudget.h"
 #include "platform/linux/windows/RemoteWindow.h"
-#include "platform/linux/windows/RestartBudget.h"
-#include "platform/linux/windows/ScreenSource.h"
-#include "platform/linux/windows/WindowReport.h"
 
 #include <limits>
 #include <map>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/linux/windows/ScreenSource.h"
-#include "platform/linux/wire/Message.h"
+#include "platform/linux/display/ScreenSource.h"
+#include "platform/linux/helper/Message.h"
 
 #include <chrono>
 #include <functional>

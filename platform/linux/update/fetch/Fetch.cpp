@@ -1,6 +1,6 @@
 #include "platform/linux/update/fetch/Fetch.h"
 
-#include "platform/linux/wire/UpdateProtocol.h"
+#include "platform/linux/helper/UpdateProtocol.h"
 
 #include <QNetworkAccessManager>
 #include <array>

@@ -1,7 +1,7 @@
 #include "platform/linux/update/fetch/MemoryBound.h"
 
-#include "platform/linux/wire/Message.h"
-#include "platform/linux/wire/UpdateProtocol.h"
+#include "platform/linux/helper/Message.h"
+#include "platform/linux/helper/UpdateProtocol.h"
 
 #include <exception>
 #include <fstream>

@@ -1,8 +1,8 @@
 #include "platform/linux/update/fetch/UpdateTask.h"
 
+#include "platform/linux/helper/UpdateProtocol.h"
 #include "platform/linux/update/VersionOrder.h"
 #include "platform/linux/update/fetch/PackageVersion.h"
-#include "platform/linux/wire/UpdateProtocol.h"
 
 #include <algorithm>
 

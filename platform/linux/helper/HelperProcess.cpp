@@ -1,0 +1,190 @@
+#include "platform/linux/helper/HelperProcess.h"
+
+#include "platform/linux/helper/HelperChild.h"
+#include "platform/linux/helper/LineReader.h"
+#include "platform/linux/helper/LineWriter.h"
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <csignal>
+#include <filesystem>
+#include <sys/socket.h>
+#include <sys/wait.h>
+#include <system_error>
+#include <unistd.h>
+#include <utility>
+
+namespace kelpa {
+
+namespace {
+
+/// How long a helper may take to end after its connection closed.
+constexpr double patience = 2.0;
+/// When to try again what a busy helper had no room for.
+constexpr double retryAfter = 0.02;
+
+std::string inWords(int status) {
+    if (WIFSIGNALED(status))
+        return "was ended by signal " + std::to_string(WTERMSIG(status));
+    return "ended with code " + std::to_string(WEXITSTATUS(status));
+}
+
+} // namespace
+
+std::string helperPath(const std::string& name) {
+    std::error_code error;
+    const auto folder = std::filesystem::read_symlink("/proc/self/exe", error).parent_path();
+    const auto beside = folder / name;
+    if (!error && std::filesystem::exists(beside, error))
+        return beside.string();
+    return (folder / KELPA_HELPER_FOLDER / name).lexically_normal().string();
+}
+
+struct HelperProcess::Child {
+    explicit Child(int descriptor) : fd(descriptor), reader(descriptor), writer(descriptor) {}
+    ~Child() { close(); }
+    Child(const Child&) = delete;
+    Child& operator=(const Child&) = delete;
+
+    void close() {
+        onReadable.cancel();
+        onRetry.cancel();
+        if (fd >= 0)
+            ::close(std::exchange(fd, -1));
+    }
+
+    int fd;
+    int pid = 0;
+    wire::LineReader reader;
+    wire::LineWriter writer;
+    Subscription onReadable;
+    Subscription onRetry;
+    Subscription onEnd;
+    Subscription onImpatience;
+};
+
+HelperProcess::HelperProcess(EventLoop& loop, std::string path, HelperClient& client)
+    : loop_(loop), path_(std::move(path)), client_(client) {}
+
+/// No loop may be left that would notice a helper that goes on.
+HelperProcess::~HelperProcess() {
+    end();
+    for (const auto& child : leaving_) {
+        child->onEnd.cancel();
+        endHelper(child->pid);
+    }
+}
+
+int HelperProcess::pid() const {
+    return child_ ? child_->pid : 0;
+}
+
+std::string HelperProcess::start() {
+    if (child_)
+        return {};
+    std::array<int, 2> ends{};
+    if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends.data()) != 0)
+        return std::generic_category().message(errno);
+    const auto child = std::make_shared<Child>(ends[0]);
+    try {
+        child->pid = startHelper(path_, ends[1]);
+        watch(child);
+        child_ = child;
+    } catch (const std::system_error& error) {
+        ::close(ends[1]);
+        if (child->pid != 0)
+            endHelper(child->pid);
+        return error.what();
+    }
+    ::close(ends[1]);
+    return {};
+}
+
+void HelperProcess::watch(const std::shared_ptr<Child>& child) {
+    // The loop's callbacks hold the child while they run, so that a client may end the helper from within.
+    const std::weak_ptr<Child> weak = child;
+    child->onEnd = loop_.watchChild(child->pid, [this, weak](int status) {
+        if (const auto held = weak.lock())
+            ended(*held, status);
+    });
+    child->onReadable = loop_.watch(child->fd, [this, weak] {
+        if (const auto held = weak.lock())
+            readable(*held);
+    });
+}
+
+void HelperProcess::readable(Child& child) {
+    // A client may end the helper from within: the reader must not be at work then.
+    std::vector<wire::Message> messages;
+    const auto state = child.reader.read([&messages](const auto& message) { messages.push_back(message); });
+    for (const auto& message : messages)
+        if (child.fd >= 0)
+            client_.helperSaid(message);
+    if (state == wire::LineReader::State::Closed)
+        disconnect(child);
+}
+
+void HelperProcess::send(std::initializer_list<std::string_view> fields) {
+    if (!child_ || child_->fd < 0)
+        return;
+    const auto state = child_->writer.send(fields);
+    if (state == wire::LineWriter::State::Pending)
+        retryLater(*child_);
+    else if (state == wire::LineWriter::State::Broken)
+        disconnect(*child_);
+}
+
+void HelperProcess::retryLater(Child& child) {
+    if (child.onRetry.active())
+        return;
+    child.onRetry = loop_.afterReal(retryAfter, [this, &child] {
+        child.onRetry.cancel();
+        const auto state = child.writer.flush();
+        if (state == wire::LineWriter::State::Pending)
+            retryLater(child);
+        else if (state == wire::LineWriter::State::Broken)
+            disconnect(child);
+    });
+}
+
+void HelperProcess::disconnect(Child& child) {
+    if (child.fd < 0)
+        return;
+    child.close();
+    child.onImpatience = loop_.afterReal(patience, [pid = child.pid] { ::kill(pid, SIGKILL); });
+}
+
+void HelperProcess::end() {
+    if (!child_)
+        return;
+    disconnect(*child_);
+    leaving_.push_back(std::move(child_));
+}
+
+void HelperProcess::takeIn() {
+    if (const auto held = child_; held && held->fd >= 0)
+        readable(*held);
+}
+
+void HelperProcess::kill() {
+    if (!child_)
+        return;
+    ::kill(child_->pid, SIGKILL);
+    child_->close();
+    leaving_.push_back(std::move(child_));
+}
+
+void HelperProcess::ended(Child& child, int status) {
+    child.onImpatience.cancel();
+    const auto left = std::find_if(leaving_.begin(), leaving_.end(),
+                                   [&child](const auto& other) { return other.get() == &child; });
+    if (left != leaving_.end()) {
+        leaving_.erase(left);
+        return;
+    }
+    child_.reset();
+    client_.helperFailed(inWords(status));
+}
+
+} // namespace kelpa

@@ -1,0 +1,131 @@
+#include "platform/linux/instance/Instance.h"
+
+#include "platform/linux/bus/BusCall.h"
+#include "platform/linux/control/ControlInterface.h"
+
+#include <cstring>
+#include <utility>
+
+namespace kelpa {
+
+namespace {
+
+// What the bus takes and gives when a name is asked for.
+constexpr unsigned allowReplacement = 1, replaceExisting = 2, doNotQueue = 4;
+constexpr unsigned isOwner = 1, nameExists = 3, wasOwner = 4;
+constexpr const char* lossRule = "type='signal',sender='org.freedesktop.DBus',path='/org/freedesktop/DBus',"
+                                 "interface='org.freedesktop.DBus',member='NameLost'";
+constexpr const char* noName = "The session bus does not give out the program's name";
+
+} // namespace
+
+Instance::Instance(EventLoop& loop, Bus& bus) : loop_(loop), bus_(bus) {
+    if (const auto folder = lockFolder())
+        lock_.emplace(*folder, lockName());
+}
+
+Instance::~Instance() = default;
+
+Instance::Role Instance::claim() {
+    if (const Role role = claimLock(); role != Role::First)
+        return role;
+    bus_.start();
+    loop_.runUntil([this] { return bus_.open() || !bus_.failure().empty(); }, patience);
+    if (loop_.ending())
+        return Role::Ended;
+    if (bus_.open())
+        return claimName();
+    if (!lock_ || lock_->state() != InstanceLock::State::Held)
+        doubt_ = "Without a session bus and a lock nothing keeps a second Kelpa from starting";
+    return Role::First;
+}
+
+std::optional<unsigned> Instance::requestName(unsigned flags) {
+    const BusMessage call = makeCall(bus_, theBus, "RequestName");
+    if (!call || sd_bus_message_append(call.get(), "su", control::service, flags) < 0)
+        return std::nullopt;
+    const BusMessage answer = ask(loop_, bus_, call, patience);
+    unsigned result = 0;
+    if (!answer || sd_bus_message_is_method_error(answer.get(), nullptr) ||
+        sd_bus_message_read(answer.get(), "u", &result) < 0)
+        return std::nullopt;
+    return result;
+}
+
+bool Instance::ownerShowsSettings() {
+    const BusAddress owner = {control::service, control::path, control::interface};
+    const BusMessage answer = ask(loop_, bus_, makeCall(bus_, owner, control::showSettings), patience);
+    return answer && !sd_bus_message_is_method_error(answer.get(), nullptr);
+}
+
+Instance::Role Instance::claimName() {
+    claimed_ = true;
+    auto result = requestName(allowReplacement | doNotQueue);
+    if (result == nameExists) {
+        // A stale holder of the lock is the owner of the name as well.
+        if (!lockWasStale_ && ownerShowsSettings())
+            return Role::Second;
+        if (loop_.ending())
+            return Role::Ended;
+        result = requestName(allowReplacement | replaceExisting | doNotQueue);
+    }
+    if (result != isOwner && result != wasOwner)
+        doubt_ = noName;
+    return loop_.ending() ? Role::Ended : Role::First;
+}
+
+Instance::Role Instance::claimLock() {
+    if (!lock_)
+        return Role::First;
+    lock_->take();
+    // Twice, should a third start come in between.
+    for (int tries = 0; tries < 2 && lock_->state() == InstanceLock::State::HeldByAnother; ++tries) {
+        if (lock_->askHolder(loop_, patience))
+            return Role::Second;
+        // Whoever has no time to wait for an answer learns nothing from having none.
+        if (loop_.ending())
+            return Role::Ended;
+        if (lock_->state() == InstanceLock::State::HeldByAnother)
+            lockWasStale_ = lock_->takeOver();
+    }
+    return Role::First;
+}
+
+void Instance::serve(InstanceClient& client) {
+    client_ = &client;
+    if (lock_)
+        lock_->serve(loop_, client);
+    joined_ = bus_.join(*this);
+}
+
+void Instance::busOpened() {
+    losing_ = bus_.match(lossRule, BusHandler<&Instance::nameLost>::call, this);
+    if (std::exchange(claimed_, true))
+        return;
+    const BusMessage call = makeCall(bus_, theBus, "RequestName");
+    if (call)
+        sd_bus_message_append(call.get(), "su", control::service, allowReplacement | doNotQueue);
+    claiming_ = bus_.call(call, BusHandler<&Instance::nameClaimed>::call, this);
+}
+
+void Instance::busLost() {
+    claimed_ = false;
+    claiming_.reset();
+    losing_.reset();
+}
+
+/// While there was no bus, another display's Kelpa may have come to it first. Both go on.
+void Instance::nameClaimed(sd_bus_message* reply) {
+    unsigned result = 0;
+    sd_bus_message_read(reply, "u", &result);
+    if (result != isOwner && result != wasOwner)
+        client_->doubted(noName);
+}
+
+void Instance::nameLost(sd_bus_message* message) {
+    const char* name = nullptr;
+    if (sd_bus_message_read(message, "s", &name) >= 0 && std::strcmp(name, control::service) == 0)
+        client_->replaced();
+}
+
+} // namespace kelpa

@@ -1,0 +1,280 @@
+#include "platform/linux/tray/DBusMenu.h"
+
+#include "platform/linux/bus/BusWriter.h"
+#include "platform/linux/tray/MenuProperties.h"
+
+#include <algorithm>
+#include <optional>
+#include <string_view>
+
+namespace kelpa {
+
+namespace {
+
+constexpr const char* interface = "com.canonical.dbusmenu";
+constexpr std::uint32_t protocolVersion = 3;
+
+using Property = int (*)(BusWriter&);
+
+/// A property whose value never changes.
+template <Property write>
+int constant(sd_bus*, const char*, const char*, const char*, sd_bus_message* reply, void*,
+             sd_bus_error*) noexcept {
+    BusWriter writer(reply);
+    return write(writer);
+}
+
+int version(BusWriter& writer) {
+    return writer.natural(protocolVersion).result();
+}
+int textDirection(BusWriter& writer) {
+    return writer.text("ltr").result();
+}
+int status(BusWriter& writer) {
+    return writer.text("normal").result();
+}
+int noFolders(BusWriter& writer) {
+    return writer.open('a', "s").close().result();
+}
+
+constexpr auto fixed = SD_BUS_VTABLE_PROPERTY_CONST;
+
+const sd_bus_vtable vtable[] = {
+    SD_BUS_VTABLE_START(0),
+    SD_BUS_PROPERTY("Version", "u", constant<version>, 0, fixed),
+    SD_BUS_PROPERTY("TextDirection", "s", constant<textDirection>, 0, fixed),
+    SD_BUS_PROPERTY("Status", "s", constant<status>, 0, fixed),
+    SD_BUS_PROPERTY("IconThemePath", "as", constant<noFolders>, 0, fixed),
+    SD_BUS_METHOD("GetLayout", "iias", "u(ia{sv}av)", BusHandler<&DBusMenu::getLayout>::call, 0),
+    SD_BUS_METHOD("GetGroupProperties", "aias", "a(ia{sv})", BusHandler<&DBusMenu::getGroupProperties>::call,
+                  0),
+    SD_BUS_METHOD("GetProperty", "is", "v", BusHandler<&DBusMenu::getProperty>::call, 0),
+    SD_BUS_METHOD("Event", "isvu", "", BusHandler<&DBusMenu::event>::call, 0),
+    SD_BUS_METHOD("EventGroup", "a(isvu)", "ai", BusHandler<&DBusMenu::eventGroup>::call, 0),
+    SD_BUS_METHOD("AboutToShow", "i", "b", BusHandler<&DBusMenu::aboutToShow>::call, 0),
+    SD_BUS_METHOD("AboutToShowGroup", "ai", "aiai", BusHandler<&DBusMenu::aboutToShowGroup>::call, 0),
+    SD_BUS_SIGNAL("ItemsPropertiesUpdated", "a(ia{sv})a(ias)", 0),
+    SD_BUS_SIGNAL("LayoutUpdated", "ui", 0),
+    SD_BUS_SIGNAL("ItemActivationRequested", "iu", 0),
+    SD_BUS_VTABLE_END,
+};
+
+int unknownLine(sd_bus_error* error, int id) {
+    return sd_bus_error_setf(error, SD_BUS_ERROR_INVALID_ARGS, "The menu has no line %d", id);
+}
+
+std::vector<std::string> readTexts(sd_bus_message* message) {
+    std::vector<std::string> texts;
+    const char* text = nullptr;
+    sd_bus_message_enter_container(message, 'a', "s");
+    while (sd_bus_message_read_basic(message, 's', &text) > 0)
+        texts.emplace_back(text);
+    sd_bus_message_exit_container(message);
+    return texts;
+}
+
+std::vector<int> readIds(sd_bus_message* message) {
+    std::vector<int> ids;
+    int id = 0;
+    sd_bus_message_enter_container(message, 'a', "i");
+    while (sd_bus_message_read_basic(message, 'i', &id) > 0)
+        ids.push_back(id);
+    sd_bus_message_exit_container(message);
+    return ids;
+}
+
+BusMessage replyTo(sd_bus_message* call) {
+    sd_bus_message* reply = nullptr;
+    sd_bus_message_new_method_return(call, &reply);
+    return BusMessage(reply);
+}
+
+/// Sends a reply that was written without a failure; otherwise the caller is told of the failure.
+int answer(const BusMessage& reply, int written) {
+    return written < 0 ? written : sd_bus_message_send(reply.get());
+}
+
+void writeIds(BusWriter& writer, const std::vector<int>& ids) {
+    writer.open('a', "i");
+    for (const int id : ids)
+        writer.integer(id);
+    writer.close();
+}
+
+} // namespace
+
+DBusMenu::DBusMenu(EventLoop& loop, Bus& bus, const ItemPictures& pictures, const StatusItemModel& model,
+                   MenuClicks& clicks)
+    : loop_(loop), bus_(bus), pictures_(pictures), model_(model), clicks_(clicks) {
+    sd_bus_slot* slot = nullptr;
+    sd_bus_add_object_vtable(bus.handle(), &slot, path, interface, vtable, this);
+    object_.reset(slot);
+}
+
+const MenuLine* DBusMenu::find(int id) const {
+    if (id == 0)
+        return &root_;
+    const auto found = std::find_if(model_.lines.begin(), model_.lines.end(),
+                                    [id](const MenuLine& line) { return line.id == id; });
+    return found == model_.lines.end() ? nullptr : &*found;
+}
+
+void DBusMenu::layoutChanged() {
+    ++revision_;
+    sd_bus_emit_signal(bus_.handle(), path, interface, "LayoutUpdated", "ui", revision_, 0);
+}
+
+void DBusMenu::lineChanged(const MenuLine& line) {
+    sd_bus_message* made = nullptr;
+    sd_bus_message_new_signal(bus_.handle(), &made, path, interface, "ItemsPropertiesUpdated");
+    const BusMessage signal(made);
+    if (!signal)
+        return;
+    const auto properties = menuProperties(line, pictures_);
+    BusWriter writer(made);
+    writer.open('a', "(ia{sv})").open('r', "ia{sv}").integer(line.id);
+    writeProperties(writer, properties);
+    writer.close().close().open('a', "(ias)").open('r', "ias").integer(line.id).open('a', "s");
+    for (const char* name : missingProperties(properties))
+        writer.text(name);
+    writer.close().close().close();
+    if (writer.result() >= 0)
+        sd_bus_send(bus_.handle(), made, nullptr);
+}
+
+int DBusMenu::getLayout(sd_bus_message* call, sd_bus_error* error) {
+    int id = 0, depth = 0;
+    const int read = sd_bus_message_read(call, "ii", &id, &depth);
+    if (read < 0)
+        return read;
+    const MenuLine* parent = find(id);
+    if (parent == nullptr)
+        return unknownLine(error, id);
+    const auto reply = replyTo(call);
+    return answer(reply, writeLayout(reply.get(), *parent, depth, readTexts(call)));
+}
+
+int DBusMenu::writeLayout(sd_bus_message* reply, const MenuLine& parent, int depth,
+                          const std::vector<std::string>& names) const {
+    const auto open = [&](BusWriter& writer, const MenuLine& line) {
+        writer.open('r', "ia{sv}av").integer(line.id);
+        writeProperties(writer, selected(menuProperties(line, pictures_), names));
+        writer.open('a', "v");
+    };
+    BusWriter writer(reply);
+    writer.natural(revision_);
+    open(writer, parent);
+    if (parent.id == 0 && depth != 0) {
+        for (const MenuLine& line : model_.lines) {
+            writer.open('v', "(ia{sv}av)");
+            open(writer, line);
+            writer.close().close().close();
+        }
+    }
+    return writer.close().close().result();
+}
+
+int DBusMenu::getGroupProperties(sd_bus_message* call, sd_bus_error*) {
+    auto ids = readIds(call);
+    const auto names = readTexts(call);
+    if (ids.empty())
+        for (const MenuLine& line : model_.lines)
+            ids.push_back(line.id);
+    const auto reply = replyTo(call);
+    BusWriter writer(reply.get());
+    writer.open('a', "(ia{sv})");
+    for (const int id : ids) {
+        const MenuLine* line = find(id);
+        if (line == nullptr)
+            continue;
+        writer.open('r', "ia{sv}").integer(id);
+        writeProperties(writer, selected(menuProperties(*line, pictures_), names));
+        writer.close();
+    }
+    return answer(reply, writer.close().result());
+}
+
+int DBusMenu::getProperty(sd_bus_message* call, sd_bus_error* error) {
+    int id = 0;
+    const char* name = nullptr;
+    const int read = sd_bus_message_read(call, "is", &id, &name);
+    if (read < 0)
+        return read;
+    const MenuLine* line = find(id);
+    if (line == nullptr)
+        return unknownLine(error, id);
+    const auto properties = selected(menuProperties(*line, pictures_), {name});
+    if (properties.empty())
+        return sd_bus_error_setf(error, SD_BUS_ERROR_INVALID_ARGS, "Line %d has no property %s", id, name);
+    const auto reply = replyTo(call);
+    BusWriter writer(reply.get());
+    writeValue(writer, properties.front());
+    return answer(reply, writer.result());
+}
+
+/// The click is carried out after the answer has gone out: it may change the menu or end the program.
+void DBusMenu::happened(const MenuLine& line, const char* what) {
+    // A host may be behind and click on a line that cannot be chosen any more.
+    if (std::string_view(what) == "clicked" && line.id != 0 && line.enabled && !line.separator)
+        loop_.async([&clicks = clicks_, id = line.id] { clicks.didClick(id); });
+}
+
+int DBusMenu::event(sd_bus_message* call, sd_bus_error* error) {
+    int id = 0;
+    const char* what = nullptr;
+    const int read = sd_bus_message_read(call, "is", &id, &what);
+    if (read < 0)
+        return read;
+    const MenuLine* line = find(id);
+    if (line == nullptr)
+        return unknownLine(error, id);
+    happened(*line, what);
+    return sd_bus_reply_method_return(call, nullptr);
+}
+
+int DBusMenu::eventGroup(sd_bus_message* call, sd_bus_error* error) {
+    std::vector<int> unknown;
+    bool anyKnown = false;
+    int id = 0;
+    const char* what = nullptr;
+    sd_bus_message_enter_container(call, 'a', "(isvu)");
+    while (sd_bus_message_enter_container(call, 'r', "isvu") > 0) {
+        sd_bus_message_read(call, "is", &id, &what);
+        sd_bus_message_skip(call, "vu");
+        sd_bus_message_exit_container(call);
+        const MenuLine* line = find(id);
+        if (line == nullptr) {
+            unknown.push_back(id);
+            continue;
+        }
+        anyKnown = true;
+        happened(*line, what);
+    }
+    if (!unknown.empty() && !anyKnown)
+        return unknownLine(error, unknown.front());
+    const auto reply = replyTo(call);
+    BusWriter writer(reply.get());
+    writeIds(writer, unknown);
+    return answer(reply, writer.result());
+}
+
+/// The menu is up to date at any time, so nothing needs to be fetched again.
+int DBusMenu::aboutToShow(sd_bus_message* call, sd_bus_error* error) {
+    int id = 0;
+    const int read = sd_bus_message_read(call, "i", &id);
+    if (read < 0)
+        return read;
+    return find(id) == nullptr ? unknownLine(error, id) : sd_bus_reply_method_return(call, "b", 0);
+}
+
+int DBusMenu::aboutToShowGroup(sd_bus_message* call, sd_bus_error*) {
+    auto ids = readIds(call);
+    std::erase_if(ids, [this](int id) { return find(id) != nullptr; });
+    const auto reply = replyTo(call);
+    BusWriter writer(reply.get());
+    writeIds(writer, {});
+    writeIds(writer, ids);
+    return answer(reply, writer.result());
+}
+
+} // namespace kelpa

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "platform/linux/EventLoop.h"
+#include "platform/linux/bus/Bus.h"
+#include "platform/linux/tray/ItemPictures.h"
+#include "platform/linux/tray/StatusItemSink.h"
+
+#include <string>
+#include <vector>
+
+namespace kelpa {
+
+/// The menu as `com.canonical.dbusmenu`, at the object path /MenuBar. Everything it tells comes straight from
+/// the model.
+class DBusMenu {
+  public:
+    static constexpr const char* path = "/MenuBar";
+
+    /// All arguments outlive the menu, and the bus is open for as long.
+    DBusMenu(EventLoop& loop, Bus& bus, const ItemPictures& pictures, const StatusItemModel& model,
+             MenuClicks& clicks);
+
+    /// Tells hosts that lines came or went.
+    void layoutChanged();
+    /// Tells hosts what a line looks like now.
+    void lineChanged(const MenuLine& line);
+
+    int getLayout(sd_bus_message* call, sd_bus_error* error);
+    int getGroupProperties(sd_bus_message* call, sd_bus_error* error);
+    int getProperty(sd_bus_message* call, sd_bus_error* error);
+    int event(sd_bus_message* call, sd_bus_error* error);
+    int eventGroup(sd_bus_message* call, sd_bus_error* error);
+    int aboutToShow(sd_bus_message* call, sd_bus_error* error);
+    int aboutToShowGroup(sd_bus_message* call, sd_bus_error* error);
+
+  private:
+    [[nodiscard]] const MenuLine* find(int id) const;
+    int writeLayout(sd_bus_message* reply, const MenuLine& parent, int depth,
+                    const std::vector<std::string>& names) const;
+    void happened(const MenuLine& line, const char* what);
+
+    EventLoop& loop_;
+    Bus& bus_;
+    const ItemPictures& pictures_;
+    const StatusItemModel& model_;
+    MenuClicks& clicks_;
+    MenuLine root_; ///< the menu itself, which goes by the id 0
+    std::uint32_t revision_ = 1;
+    BusSlot object_;
+};
+
+} // namespace kelpa

@@ -1,0 +1,147 @@
+#include "platform/linux/tray/older/TrayIcon.h"
+
+#include "platform/linux/view/X11.h"
+
+#include <QFontMetrics>
+#include <QMouseEvent>
+#include <QPainter>
+#include <algorithm>
+
+namespace kelpa {
+
+namespace {
+
+constexpr int usualHeight = 24;
+constexpr int gap = 2;
+constexpr int margin = 2;
+
+/// The text with every figure as wide as any other, so that the width changes only with the length.
+QString widest(QString text) {
+    for (QChar& character : text)
+        if (character.isDigit())
+            character = QLatin1Char('0');
+    return text;
+}
+
+} // namespace
+
+TrayIcon::TrayIcon(bool translucent)
+    : QWidget(nullptr, Qt::Window | Qt::FramelessWindowHint | Qt::BypassWindowManagerHint),
+      translucent_(translucent) {
+    setAttribute(Qt::WA_TranslucentBackground, translucent);
+    setAttribute(Qt::WA_NoSystemBackground);
+    setAttribute(Qt::WA_AlwaysShowToolTips);
+    setWindowTitle(QStringLiteral("Kelpa"));
+    setAccessibleName(QStringLiteral("Kelpa"));
+    resize(usualHeight, usualHeight);
+    adapt();
+}
+
+void TrayIcon::setPicture(const QImage& mask) {
+    picture_ = mask;
+    update();
+}
+
+void TrayIcon::setTitle(const QString& title) {
+    const bool sameLength = widest(title) == widest(title_);
+    title_ = title;
+    setAccessibleDescription(title);
+    if (sameLength)
+        update(titleBox());
+    else
+        adapt();
+    setToolTip(titleFits() || title.isEmpty() ? QStringLiteral("Kelpa") : title);
+}
+
+QFont TrayIcon::titleFont() const {
+    QFont font = this->font();
+    font.setPixelSize(std::clamp(height() * 55 / 100, 9, 15));
+    return font;
+}
+
+int TrayIcon::titleWidth() const {
+    return title_.isEmpty() ? 0 : QFontMetrics(titleFont()).horizontalAdvance(widest(title_));
+}
+
+int TrayIcon::wantedWidth() const {
+    return title_.isEmpty() ? height() : height() + gap + titleWidth() + margin;
+}
+
+bool TrayIcon::titleFits() const {
+    return !title_.isEmpty() && width() >= wantedWidth();
+}
+
+QRect TrayIcon::titleBox() const {
+    return {height() + gap, 0, width() - height() - gap, height()};
+}
+
+/// Asks the tray for as much room as picture and text need; what it grants comes as a change of the size.
+void TrayIcon::adapt() {
+    setMinimumSize(wantedWidth(), std::min(height(), usualHeight));
+    update();
+}
+
+void TrayIcon::embedded() {
+    show();
+    lookBehind();
+    update();
+}
+
+/// Where windows cannot be seen through, a picture of what is behind takes the place of it.
+void TrayIcon::lookBehind() {
+    if (translucent_ || !isVisible())
+        return;
+    const auto window = static_cast<xcb_window_t>(winId());
+    const QSize pixels = size() * devicePixelRatio();
+    const QImage image = x11::picture(window, pixels);
+    behind_ = image;
+    behind_.setDevicePixelRatio(devicePixelRatio());
+}
+
+QColor TrayIcon::ink() const {
+    if (behind_.isNull())
+        return translucent_ ? QColor(0xf2, 0xf2, 0xf2) : palette().color(QPalette::WindowText);
+    return behind_.pixelColor(behind_.rect().center()).lightness() > 140 ? QColor(0x20, 0x22, 0x25)
+                                                                         : QColor(0xf2, 0xf2, 0xf2);
+}
+
+void TrayIcon::paintEvent(QPaintEvent* /*event*/) {
+    QPainter painter(this);
+    painter.setCompositionMode(QPainter::CompositionMode_Source);
+    if (!behind_.isNull())
+        painter.drawImage(0, 0, behind_);
+    else
+        painter.fillRect(rect(), translucent_ ? QColor(Qt::transparent) : palette().color(QPalette::Window));
+    painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
+
+    const int side = std::min(width(), height()) - 2 * margin;
+    const double factor = devicePixelRatio();
+    QImage picture =
+        picture_.scaled(QSize(side, side) * factor, Qt::KeepAspectRatio, Qt::SmoothTransformation)
+            .convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    QPainter tint(&picture);
+    tint.setCompositionMode(QPainter::CompositionMode_SourceIn);
+    tint.fillRect(picture.rect(), ink());
+    tint.end();
+    picture.setDevicePixelRatio(factor);
+    painter.drawImage(titleFits() ? margin : (width() - side) / 2, (height() - side) / 2, picture);
+
+    if (!titleFits())
+        return;
+    painter.setFont(titleFont());
+    painter.setPen(ink());
+    painter.drawText(titleBox(), Qt::AlignVCenter | Qt::AlignLeft, title_);
+}
+
+void TrayIcon::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    adapt();
+    lookBehind();
+}
+
+void TrayIcon::mousePressEvent(QMouseEvent* event) {
+    const QPoint corner = event->globalPosition().toPoint() - event->position().toPoint();
+    emit pressed(QRect(corner, size()));
+}
+
+} // namespace kelpa
