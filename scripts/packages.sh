@@ -4,7 +4,7 @@
 # Building the programs and their tests, and running them.
 KELPA_BUILD_PACKAGES=(
     g++ cmake ninja-build pkg-config python3
-    libsystemd-dev libplist-dev libsodium-dev libxcb1-dev libxcb-randr0-dev libxcb-xinput-dev libxcb-xkb-dev
+    libsystemd-dev libplist-dev libsodium-dev nlohmann-json3-dev libxcb1-dev libxcb-randr0-dev libxcb-xinput-dev libxcb-xkb-dev
     libwayland-dev libwayland-bin wayland-protocols plasma-wayland-protocols qt6-wayland
     qt6-base-dev qt6-base-private-dev qt6-declarative-dev qt6-declarative-dev-tools qt6-svg-dev
     qml6-module-qtqml qml6-module-qtqml-workerscript qml6-module-qtquick qml6-module-qtquick-templates

@@ -1,7 +1,7 @@
 // The preferences window and the about panel as the program sees them, with a stand-in for the view.
 
 #include "platform/linux/helper/ViewProtocol.h"
-#include "platform/linux/windows/PreferencesJson.h"
+#include "platform/linux/windows/Json.h"
 #include "platform/linux/windows/RemoteAboutPanel.h"
 #include "platform/linux/windows/RemotePreferencesWindow.h"
 #include "tests/linux-view/RemoteWindows.h"
@@ -97,7 +97,7 @@ TEST_F(Preferences, AreNothingToTheViewUntilTheyAreShown) {
     const auto told = receivedSince("set 2 count 01:00");
     ASSERT_GE(told.size(), 5U);
     EXPECT_EQ(told[0], "open 1 preferences Settings 0 0 0 0 A");
-    EXPECT_TRUE(told[1].starts_with("set 1 layout {\"minimumWidth\""));
+    EXPECT_TRUE(told[1].starts_with("set 1 layout {"));
     EXPECT_EQ(told[2], "set 1 text:work 26");
     EXPECT_EQ(told[3], "set 1 on:time 1");
     EXPECT_EQ(told[4], "set 1 visible:points 0");

@@ -1,7 +1,7 @@
 #include "platform/linux/windows/RemoteAboutPanel.h"
 
 #include "platform/linux/helper/ViewProtocol.h"
-#include "platform/linux/windows/PreferencesJson.h"
+#include "platform/linux/windows/Json.h"
 
 namespace kelpa {
 

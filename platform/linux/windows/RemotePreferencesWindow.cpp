@@ -1,7 +1,7 @@
 #include "platform/linux/windows/RemotePreferencesWindow.h"
 
 #include "platform/linux/helper/ViewProtocol.h"
-#include "platform/linux/windows/PreferencesJson.h"
+#include "platform/linux/windows/Json.h"
 
 #include <charconv>
 #include <optional>

@@ -7,7 +7,9 @@
 
 namespace kelpa {
 
-/// What the preferences window and the about panel consist of, as the view reads it.
+/// What has parts, as one line of JSON, which the view reads. Bytes that are no UTF-8 become U+FFFD.
+
+/// What the preferences window and the about panel consist of.
 [[nodiscard]] std::string layoutJson(const PreferencesLayout& layout);
 [[nodiscard]] std::string aboutJson(const AboutContent& about);
 [[nodiscard]] std::string choicesJson(const std::vector<PreferencesChoice>& choices);
