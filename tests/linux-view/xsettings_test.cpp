@@ -4,7 +4,7 @@
 
 namespace {
 
-using kelpa::findXSetting;
+using kelpa::view::findXSetting;
 
 /// Puts published settings together as a settings program does.
 class Publisher {

@@ -7,7 +7,7 @@
 #include <QQuickItem>
 #include <QtMath>
 
-namespace kelpa {
+namespace kelpa::view {
 
 AboutWindow::AboutWindow(QQmlEngine& engine) : ManagedWindow(engine, QStringLiteral("About.qml")) {
     setFlags(Qt::Dialog);
@@ -35,4 +35,4 @@ void AboutWindow::appear() {
     ManagedWindow::appear();
 }
 
-} // namespace kelpa
+} // namespace kelpa::view

@@ -2,7 +2,7 @@
 
 #include "platform/linux/view/ManagedWindow.h"
 
-namespace kelpa {
+namespace kelpa::view {
 
 /// The about panel: as large as what it says, and no larger.
 class AboutWindow : public ManagedWindow {
@@ -18,4 +18,4 @@ class AboutWindow : public ManagedWindow {
     [[nodiscard]] QSize firstSize() const override;
 };
 
-} // namespace kelpa
+} // namespace kelpa::view

@@ -12,7 +12,7 @@
 #include <QPalette>
 #include <QTimer>
 
-namespace kelpa {
+namespace kelpa::view {
 
 namespace {
 
@@ -92,4 +92,4 @@ void Appearance::setScheme(QVariant scheme) {
     emit darkChanged();
 }
 
-} // namespace kelpa
+} // namespace kelpa::view

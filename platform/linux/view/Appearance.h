@@ -6,7 +6,7 @@
 
 class QDBusPendingCallWatcher;
 
-namespace kelpa {
+namespace kelpa::view {
 
 /// Whether the desktop is set to light or dark: as the settings portal says, else as the desktop's theme
 /// does. Follows a change. `KELPA_APPEARANCE` set to `light` or `dark` in the environment settles it.
@@ -34,4 +34,4 @@ class Appearance : public QObject {
     bool dark_ = false;
 };
 
-} // namespace kelpa
+} // namespace kelpa::view

@@ -5,7 +5,7 @@
 #include <QKeyEvent>
 #include <QQuickItem>
 
-namespace kelpa {
+namespace kelpa::view {
 
 namespace {
 
@@ -44,4 +44,4 @@ void BreakWindow::keyReleaseEvent(QKeyEvent* event) {
         PlacedWindow::keyReleaseEvent(event);
 }
 
-} // namespace kelpa
+} // namespace kelpa::view

@@ -4,7 +4,7 @@
 
 #include <QElapsedTimer>
 
-namespace kelpa {
+namespace kelpa::view {
 
 /// Covers a whole screen, above everything else.
 class BreakWindow : public PlacedWindow {
@@ -27,4 +27,4 @@ class BreakWindow : public PlacedWindow {
     QElapsedTimer shown_;
 };
 
-} // namespace kelpa
+} // namespace kelpa::view

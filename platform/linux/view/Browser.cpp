@@ -3,7 +3,7 @@
 #include <QProcess>
 #include <QUrl>
 
-namespace kelpa {
+namespace kelpa::view {
 
 namespace {
 
@@ -31,4 +31,4 @@ void Browser::open(const QString& address) {
         qWarning("xdg-open cannot be started to show %s.", qPrintable(address));
 }
 
-} // namespace kelpa
+} // namespace kelpa::view

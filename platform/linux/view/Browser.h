@@ -4,7 +4,7 @@
 #include <QProcessEnvironment>
 #include <QtQml/qqmlregistration.h>
 
-namespace kelpa {
+namespace kelpa::view {
 
 /// Opens web pages in the person's own browser.
 class Browser : public QObject {
@@ -21,4 +21,4 @@ class Browser : public QObject {
     Q_INVOKABLE void open(const QString& address);
 };
 
-} // namespace kelpa
+} // namespace kelpa::view

@@ -2,7 +2,7 @@
 
 #include <QRegularExpression>
 
-namespace kelpa {
+namespace kelpa::view {
 
 namespace {
 
@@ -27,4 +27,4 @@ ClockFormat::ClockFormat(const QLocale& locale, QObject* parent) : QObject(paren
     pm_ = locale.pmText();
 }
 
-} // namespace kelpa
+} // namespace kelpa::view

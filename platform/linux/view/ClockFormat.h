@@ -4,7 +4,7 @@
 #include <QObject>
 #include <QtQml/qqmlregistration.h>
 
-namespace kelpa {
+namespace kelpa::view {
 
 /// How the person's country writes a time of day.
 class ClockFormat : public QObject {
@@ -32,4 +32,4 @@ class ClockFormat : public QObject {
     QString pm_;
 };
 
-} // namespace kelpa
+} // namespace kelpa::view

@@ -7,7 +7,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
-namespace kelpa {
+namespace kelpa::view {
 
 namespace view = wire::view;
 
@@ -66,4 +66,4 @@ void ControlState::report(const QString& action, const QStringList& arguments) {
     emit acted(action, QString::fromStdString(wire::Message(std::move(fields)).line()));
 }
 
-} // namespace kelpa
+} // namespace kelpa::view

@@ -7,7 +7,7 @@
 #include <QStringList>
 #include <QtQml/qqmlregistration.h>
 
-namespace kelpa {
+namespace kelpa::view {
 
 /// What the program says of one control of the preferences window. Each property's signal comes whenever the
 /// program says it, changed or not: what a person did meanwhile may not have been taken.
@@ -16,7 +16,7 @@ class ControlState : public QObject {
     Q_PROPERTY(QString controlId READ controlId CONSTANT FINAL)
     Q_PROPERTY(bool on MEMBER on_ NOTIFY onTold FINAL)
     Q_PROPERTY(QString text MEMBER text_ NOTIFY textTold FINAL)
-    Q_PROPERTY(kelpa::EntryList* entries READ entries CONSTANT FINAL)
+    Q_PROPERTY(kelpa::view::EntryList* entries READ entries CONSTANT FINAL)
     Q_PROPERTY(QString chosen MEMBER chosen_ NOTIFY chosenTold FINAL)
     Q_PROPERTY(int hour MEMBER hour_ NOTIFY timeTold FINAL)
     Q_PROPERTY(int minute MEMBER minute_ NOTIFY timeTold FINAL)
@@ -65,4 +65,4 @@ class ControlState : public QObject {
     bool visible_ = true;
 };
 
-} // namespace kelpa
+} // namespace kelpa::view

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace kelpa {
+namespace kelpa::view {
 
 namespace {
 
@@ -83,4 +83,4 @@ QHash<int, QByteArray> EntryList::roleNames() const {
     return {{ValueRole, "value"}, {TextRole, "text"}, {RemovalRole, "removal"}};
 }
 
-} // namespace kelpa
+} // namespace kelpa::view

@@ -5,7 +5,7 @@
 #include <QString>
 #include <QtQml/qqmlregistration.h>
 
-namespace kelpa {
+namespace kelpa::view {
 
 /// What a control offers or lists. Taking a new list changes only the lines that differ, so that a view of it
 /// keeps its place and the line that is being edited.
@@ -48,4 +48,4 @@ class EntryList : public QAbstractListModel {
     QList<Entry> entries_;
 };
 
-} // namespace kelpa
+} // namespace kelpa::view

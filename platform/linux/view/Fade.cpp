@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace kelpa {
+namespace kelpa::view {
 
 namespace {
 
@@ -47,4 +47,4 @@ void Fade::step() {
     apply_(value_);
 }
 
-} // namespace kelpa
+} // namespace kelpa::view

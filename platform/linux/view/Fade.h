@@ -4,7 +4,7 @@
 #include <QTimer>
 #include <functional>
 
-namespace kelpa {
+namespace kelpa::view {
 
 /// Takes a number from where it is to where it should be, slowly at both ends.
 class Fade {
@@ -31,4 +31,4 @@ class Fade {
     double seconds_ = 0;
 };
 
-} // namespace kelpa
+} // namespace kelpa::view

@@ -5,7 +5,7 @@
 #include <QEvent>
 #include <QGuiApplication>
 
-namespace kelpa {
+namespace kelpa::view {
 
 namespace {
 
@@ -46,4 +46,4 @@ bool InputReport::eventFilter(QObject* watched, QEvent* event) {
     return false;
 }
 
-} // namespace kelpa
+} // namespace kelpa::view

@@ -5,7 +5,7 @@
 #include <QElapsedTimer>
 #include <QObject>
 
-namespace kelpa {
+namespace kelpa::view {
 
 /// Tells the program that a person uses one of its windows, which its own connection to a Wayland compositor
 /// does not hear of. Not what is done there: only that something is.
@@ -22,4 +22,4 @@ class InputReport : public QObject {
     QElapsedTimer told_;
 };
 
-} // namespace kelpa
+} // namespace kelpa::view

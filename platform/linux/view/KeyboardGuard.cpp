@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <chrono>
 
-namespace kelpa {
+namespace kelpa::view {
 
 using namespace std::chrono_literals;
 
@@ -137,4 +137,4 @@ bool KeyboardGuard::nativeEventFilter(const QByteArray& type, void* event, qintp
     return false;
 }
 
-} // namespace kelpa
+} // namespace kelpa::view

@@ -6,7 +6,7 @@
 #include <QTimer>
 #include <QWindow>
 
-namespace kelpa {
+namespace kelpa::view {
 
 /// Keeps every key from what lies beneath, as long as a window is guarded: by an active grab of the keyboard,
 /// tried again while another program has one. When nobody has pressed a key for a moment, and the window has
@@ -39,4 +39,4 @@ class KeyboardGuard : public QObject, public QAbstractNativeEventFilter {
     bool grabbed_ = false;
 };
 
-} // namespace kelpa
+} // namespace kelpa::view

@@ -9,7 +9,7 @@
 #include <utility>
 #include <xcb/xinput.h>
 
-namespace kelpa {
+namespace kelpa::view {
 
 using namespace std::chrono_literals;
 
@@ -92,4 +92,4 @@ bool KeysAtRest::nativeEventFilter(const QByteArray& type, void* event, qintptr*
     return false;
 }
 
-} // namespace kelpa
+} // namespace kelpa::view

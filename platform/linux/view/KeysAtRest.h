@@ -6,7 +6,7 @@
 
 #include <functional>
 
-namespace kelpa {
+namespace kelpa::view {
 
 /// Waits for a moment in which no key is pressed anywhere, so that whoever is typing is not interrupted.
 class KeysAtRest : public QObject, public QAbstractNativeEventFilter {
@@ -31,4 +31,4 @@ class KeysAtRest : public QObject, public QAbstractNativeEventFilter {
     bool listening_ = false;
 };
 
-} // namespace kelpa
+} // namespace kelpa::view

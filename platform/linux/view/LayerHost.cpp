@@ -13,7 +13,7 @@
 #include <utility>
 #include <wayland-client.h>
 
-namespace kelpa {
+namespace kelpa::view {
 
 namespace {
 
@@ -281,4 +281,4 @@ void LayerHost::moveTo(QPointF corner) {
     commit();
 }
 
-} // namespace kelpa
+} // namespace kelpa::view

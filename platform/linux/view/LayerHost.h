@@ -10,7 +10,7 @@
 
 class QScreen;
 
-namespace kelpa {
+namespace kelpa::view {
 
 /// What layers are made with, all of it the stage's.
 struct LayerTools {
@@ -82,4 +82,4 @@ class LayerHost final : public QObject, public WindowHost {
     bool leaving_ = false;
 };
 
-} // namespace kelpa
+} // namespace kelpa::view

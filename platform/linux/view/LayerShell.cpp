@@ -5,7 +5,7 @@
 #include <layer-shell.h>
 #include <wayland-client.h>
 
-namespace kelpa {
+namespace kelpa::view {
 
 namespace {
 
@@ -32,4 +32,4 @@ zwlr_layer_surface_v1* LayerShell::makeSurface(wl_surface* surface, wl_output* o
     return zwlr_layer_shell_v1_get_layer_surface(shell_, surface, output, layer, purpose);
 }
 
-} // namespace kelpa
+} // namespace kelpa::view

@@ -8,7 +8,7 @@ struct zwlr_layer_surface_v1;
 #include <cstdint>
 #include <memory>
 
-namespace kelpa {
+namespace kelpa::view {
 
 /// What a compositor offers for panels, screen covers and the like: surfaces above all windows that stand
 /// where they are told to.
@@ -31,4 +31,4 @@ class LayerShell {
     zwlr_layer_shell_v1* shell_;
 };
 
-} // namespace kelpa
+} // namespace kelpa::view

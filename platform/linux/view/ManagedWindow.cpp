@@ -9,7 +9,7 @@
 #include <QScreen>
 #include <QStringList>
 
-namespace kelpa {
+namespace kelpa::view {
 
 namespace {
 
@@ -120,4 +120,4 @@ void ManagedWindow::closeEvent(QCloseEvent* event) {
     emit action(QString::fromUtf8(wire::view::closedAction.data()), bounds);
 }
 
-} // namespace kelpa
+} // namespace kelpa::view

@@ -5,7 +5,7 @@
 
 #include <memory>
 
-namespace kelpa {
+namespace kelpa::view {
 
 /// An ordinary window, which the window manager moves and stacks, and decorates unless it leaves that to
 /// windows. A person asked for it, so it
@@ -42,4 +42,4 @@ class ManagedWindow : public ViewWindow {
     QRect bounds_; ///< where it was, and how large its content; null the first time
 };
 
-} // namespace kelpa
+} // namespace kelpa::view

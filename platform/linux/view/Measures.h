@@ -5,7 +5,7 @@
 #include <QObject>
 #include <QtQml/qqmlregistration.h>
 
-namespace kelpa {
+namespace kelpa::view {
 
 /// The measures that all faces share, for QML; times are milliseconds there.
 class Measures : public QObject {
@@ -68,4 +68,4 @@ class Measures : public QObject {
     int belowGlyph_ = measures::belowGlyph;
 };
 
-} // namespace kelpa
+} // namespace kelpa::view

@@ -4,7 +4,7 @@
 #include <QQuickWindow>
 #include <QSGRendererInterface>
 
-namespace kelpa {
+namespace kelpa::view {
 
 void PainterNode::setDrawing(const QRectF& box, std::function<void(QPainter&)> draw) {
     box_ = box;
@@ -25,4 +25,4 @@ void PainterNode::render(const RenderState* state) {
     draw_(*painter);
 }
 
-} // namespace kelpa
+} // namespace kelpa::view

@@ -6,7 +6,7 @@
 class QPainter;
 class QQuickWindow;
 
-namespace kelpa {
+namespace kelpa::view {
 
 /// Draws with the very painter that the window's other parts are drawn with, so that shapes are smooth at
 /// every scale factor.
@@ -27,4 +27,4 @@ class PainterNode final : public QSGRenderNode {
     std::function<void(QPainter&)> draw_;
 };
 
-} // namespace kelpa
+} // namespace kelpa::view

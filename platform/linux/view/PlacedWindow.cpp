@@ -2,7 +2,7 @@
 
 #include <QQuickItem>
 
-namespace kelpa {
+namespace kelpa::view {
 
 PlacedWindow::PlacedWindow(Stage& stage, QQmlEngine& engine, const QString& file, WindowRole role)
     : ViewWindow(engine, file), host_(stage.makeHost(*this, content(), role)),
@@ -54,4 +54,4 @@ void PlacedWindow::followBackground() {
     host_->followBackground();
 }
 
-} // namespace kelpa
+} // namespace kelpa::view

@@ -6,7 +6,7 @@
 
 #include <memory>
 
-namespace kelpa {
+namespace kelpa::view {
 
 /// A window above all others, exactly where the program wants it, and faded in and out, as far as the display
 /// server lets it be.
@@ -40,4 +40,4 @@ class PlacedWindow : public ViewWindow {
     bool warm_ = false;
 };
 
-} // namespace kelpa
+} // namespace kelpa::view

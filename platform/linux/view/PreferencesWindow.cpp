@@ -6,7 +6,7 @@
 #include <QJsonObject>
 #include <QQuickItem>
 
-namespace kelpa {
+namespace kelpa::view {
 
 namespace view = wire::view;
 
@@ -64,4 +64,4 @@ bool PreferencesWindow::event(QEvent* event) {
     return ManagedWindow::event(event);
 }
 
-} // namespace kelpa
+} // namespace kelpa::view

@@ -6,7 +6,7 @@
 #include <QHash>
 #include <QVariant>
 
-namespace kelpa {
+namespace kelpa::view {
 
 /// The preferences window. Its layout comes once and makes the controls, whose values come and go one by one.
 class PreferencesWindow : public ManagedWindow {
@@ -29,4 +29,4 @@ class PreferencesWindow : public ManagedWindow {
     QHash<QString, ControlState*> states_;
 };
 
-} // namespace kelpa
+} // namespace kelpa::view

@@ -5,7 +5,7 @@
 #include <relative-pointer.h>
 #include <utility>
 
-namespace kelpa {
+namespace kelpa::view {
 
 std::unique_ptr<RelativePointer> RelativePointer::find() {
     auto* manager = static_cast<zwp_relative_pointer_manager_v1*>(
@@ -40,4 +40,4 @@ void RelativePointer::rest() {
         zwp_relative_pointer_v1_destroy(std::exchange(motion_, nullptr));
 }
 
-} // namespace kelpa
+} // namespace kelpa::view

@@ -7,7 +7,7 @@
 struct zwp_relative_pointer_manager_v1;
 struct zwp_relative_pointer_v1;
 
-namespace kelpa {
+namespace kelpa::view {
 
 /// How far the pointer goes, whatever moves under it.
 class RelativePointer {
@@ -31,4 +31,4 @@ class RelativePointer {
     std::function<void(QPointF distance)> moved_;
 };
 
-} // namespace kelpa
+} // namespace kelpa::view

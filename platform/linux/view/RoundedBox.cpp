@@ -6,7 +6,7 @@
 #include <QQuickWindow>
 #include <algorithm>
 
-namespace kelpa {
+namespace kelpa::view {
 
 namespace {
 
@@ -42,4 +42,4 @@ QSGNode* RoundedBox::updatePaintNode(QSGNode* node, UpdatePaintNodeData* /*data*
     return box;
 }
 
-} // namespace kelpa
+} // namespace kelpa::view

@@ -4,7 +4,7 @@
 #include <QQuickItem>
 #include <QtQml/qqmlregistration.h>
 
-namespace kelpa {
+namespace kelpa::view {
 
 /// A rectangle with round corners, painted straight onto the window, so that it is smooth at every scale
 /// factor. The toolkit's own is put together from pictures of corners, which shows at fractional ones.
@@ -33,4 +33,4 @@ class RoundedBox : public QQuickItem {
     qreal radius_ = 0;
 };
 
-} // namespace kelpa
+} // namespace kelpa::view

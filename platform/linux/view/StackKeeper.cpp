@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <chrono>
 
-namespace kelpa {
+namespace kelpa::view {
 
 using namespace std::chrono_literals;
 
@@ -82,4 +82,4 @@ bool StackKeeper::nativeEventFilter(const QByteArray& type, void* event, qintptr
     return false;
 }
 
-} // namespace kelpa
+} // namespace kelpa::view

@@ -7,7 +7,7 @@
 #include <vector>
 #include <xcb/xcb.h>
 
-namespace kelpa {
+namespace kelpa::view {
 
 /// Brings windows back to the top when something was put above them. It gives up against a window that climbs
 /// again and again, as a screen locker's does, for the rest of a minute or until it is told of windows anew.
@@ -37,4 +37,4 @@ class StackKeeper : public QObject, public QAbstractNativeEventFilter {
     std::map<xcb_window_t, Answers> answers_;
 };
 
-} // namespace kelpa
+} // namespace kelpa::view

@@ -5,7 +5,7 @@
 
 #include <QGuiApplication>
 
-namespace kelpa {
+namespace kelpa::view {
 
 std::unique_ptr<Stage> makeStage() {
     if (QGuiApplication::platformName() == QStringLiteral("wayland"))
@@ -13,4 +13,4 @@ std::unique_ptr<Stage> makeStage() {
     return std::make_unique<X11Stage>();
 }
 
-} // namespace kelpa
+} // namespace kelpa::view

@@ -9,7 +9,7 @@ class QMouseEvent;
 class QQuickItem;
 class QQuickWindow;
 
-namespace kelpa {
+namespace kelpa::view {
 
 /// What a window is to the desktop.
 enum class WindowRole {
@@ -67,4 +67,4 @@ class Stage {
 /// The stage for the display server that Qt is connected to.
 [[nodiscard]] std::unique_ptr<Stage> makeStage();
 
-} // namespace kelpa
+} // namespace kelpa::view

@@ -7,7 +7,7 @@
 #include <QQuickWindow>
 #include <QSvgRenderer>
 
-namespace kelpa {
+namespace kelpa::view {
 
 namespace {
 
@@ -61,4 +61,4 @@ QSGNode* Symbol::updatePaintNode(QSGNode* node, UpdatePaintNodeData* /*data*/) {
     return box;
 }
 
-} // namespace kelpa
+} // namespace kelpa::view

@@ -7,7 +7,7 @@
 
 class QSvgRenderer;
 
-namespace kelpa {
+namespace kelpa::view {
 
 /// One of the program's symbols in one colour, sharp at every size and scale factor.
 class Symbol : public QQuickItem {
@@ -40,4 +40,4 @@ class Symbol : public QQuickItem {
     std::shared_ptr<QSvgRenderer> drawing_; ///< null until it is painted
 };
 
-} // namespace kelpa
+} // namespace kelpa::view

@@ -5,7 +5,7 @@
 #include <QQuickWindow>
 #include <QScreen>
 
-namespace kelpa {
+namespace kelpa::view {
 
 ToplevelHost::ToplevelHost(QQuickWindow& window, QQuickItem& content, WindowRole role)
     : window_(window), content_(content), role_(role) {
@@ -80,4 +80,4 @@ void ToplevelHost::beginDrag(const QMouseEvent&) {
     window_.startSystemMove();
 }
 
-} // namespace kelpa
+} // namespace kelpa::view

@@ -6,7 +6,7 @@
 
 class QScreen;
 
-namespace kelpa {
+namespace kelpa::view {
 
 /// An ordinary window of a Wayland session whose compositor offers nothing better: full screen on its output,
 /// or a panel wherever the compositor puts it.
@@ -42,4 +42,4 @@ class ToplevelHost final : public QObject, public WindowHost {
     bool wanted_ = false; ///< shown, or to be shown as soon as its screen is there
 };
 
-} // namespace kelpa
+} // namespace kelpa::view

@@ -3,7 +3,7 @@
 #include <QQuickItem>
 #include <QtMath>
 
-namespace kelpa {
+namespace kelpa::view {
 
 UpdateWindow::UpdateWindow(QQmlEngine& engine) : ManagedWindow(engine, QStringLiteral("Update.qml")) {
     setFlags(Qt::Dialog);
@@ -29,4 +29,4 @@ void UpdateWindow::appear() {
         ManagedWindow::appear();
 }
 
-} // namespace kelpa
+} // namespace kelpa::view

@@ -2,7 +2,7 @@
 
 #include "platform/linux/view/ManagedWindow.h"
 
-namespace kelpa {
+namespace kelpa::view {
 
 /// The window of updates: as large as what it says. Nobody may have asked for it, so it leaves the keyboard
 /// where it is unless the program says otherwise.
@@ -21,4 +21,4 @@ class UpdateWindow : public ManagedWindow {
     void fit();
 };
 
-} // namespace kelpa
+} // namespace kelpa::view

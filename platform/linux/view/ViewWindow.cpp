@@ -9,7 +9,7 @@
 #include <QScreen>
 #include <stdexcept>
 
-namespace kelpa {
+namespace kelpa::view {
 
 ViewWindow::ViewWindow(QQmlEngine& engine, const QString& file) {
     makeContent(engine, file);
@@ -53,4 +53,4 @@ void ViewWindow::setContentProperty(const QByteArray& name, const QString& value
     content_->setProperty(name.constData(), value);
 }
 
-} // namespace kelpa
+} // namespace kelpa::view

@@ -7,7 +7,7 @@
 class QQmlEngine;
 class QQuickItem;
 
-namespace kelpa {
+namespace kelpa::view {
 
 /// A window of any kind: its content is one QML file, whose root item has the properties that the program
 /// sets and a signal `action(name, value)` for what it wants to know.
@@ -60,4 +60,4 @@ class ViewWindow : public QQuickWindow {
     std::unique_ptr<QQuickItem> content_; ///< goes before the window does
 };
 
-} // namespace kelpa
+} // namespace kelpa::view

@@ -9,7 +9,7 @@
 #include <QScreen>
 #include <utility>
 
-namespace kelpa {
+namespace kelpa::view {
 
 namespace {
 
@@ -97,4 +97,4 @@ void WaterWindow::drop(const QRect& from) {
     emit dragged(place.topLeft());
 }
 
-} // namespace kelpa
+} // namespace kelpa::view

@@ -6,7 +6,7 @@
 #include <QRect>
 #include <optional>
 
-namespace kelpa {
+namespace kelpa::view {
 
 /// The water panel: floats in its corner above everything but breaks, dragged by its background. Nobody asked
 /// for it, so it takes the keyboard only once no key has been pressed for a moment.
@@ -37,4 +37,4 @@ class WaterWindow : public PlacedWindow {
     std::optional<QRect> heldAt_; ///< where it was when a drag began
 };
 
-} // namespace kelpa
+} // namespace kelpa::view

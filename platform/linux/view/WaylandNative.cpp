@@ -6,7 +6,7 @@
 #include <qpa/qplatformnativeinterface.h>
 #include <wayland-client.h>
 
-namespace kelpa::wayland {
+namespace kelpa::view::wayland {
 
 namespace {
 
@@ -114,4 +114,4 @@ void* bind(const wl_interface& interface, std::uint32_t version) {
     return bound;
 }
 
-} // namespace kelpa::wayland
+} // namespace kelpa::view::wayland

@@ -14,7 +14,7 @@ struct wl_surface;
 
 /// The Wayland objects behind what Qt has made: null where there is none, and never to be destroyed. And more
 /// of them over the same connection.
-namespace kelpa::wayland {
+namespace kelpa::view::wayland {
 
 [[nodiscard]] wl_display* display();
 [[nodiscard]] wl_compositor* compositor();
@@ -30,4 +30,4 @@ namespace kelpa::wayland {
 /// compositor.
 [[nodiscard]] void* bind(const wl_interface& interface, std::uint32_t version);
 
-} // namespace kelpa::wayland
+} // namespace kelpa::view::wayland

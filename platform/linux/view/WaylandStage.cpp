@@ -5,7 +5,7 @@
 
 #include <QtGlobal>
 
-namespace kelpa {
+namespace kelpa::view {
 
 WaylandStage::WaylandStage() {
     if (qgetenv("KELPA_LAYER_SHELL") != "no")
@@ -21,4 +21,4 @@ std::unique_ptr<WindowHost> WaylandStage::makeHost(QQuickWindow& window, QQuickI
     return std::make_unique<ToplevelHost>(window, content, role);
 }
 
-} // namespace kelpa
+} // namespace kelpa::view

@@ -4,7 +4,7 @@
 #include "platform/linux/view/RelativePointer.h"
 #include "platform/linux/view/Stage.h"
 
-namespace kelpa {
+namespace kelpa::view {
 
 /// A Wayland compositor. It gives the keyboard to the surfaces that say they want it, and keeps layers in
 /// order.
@@ -21,4 +21,4 @@ class WaylandStage final : public Stage {
     std::unique_ptr<RelativePointer> pointer_; ///< null where it tells only where the pointer is
 };
 
-} // namespace kelpa
+} // namespace kelpa::view

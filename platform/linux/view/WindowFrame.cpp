@@ -9,7 +9,7 @@
 #include <QQuickWindow>
 #include <utility>
 
-namespace kelpa {
+namespace kelpa::view {
 
 namespace {
 
@@ -54,4 +54,4 @@ void WindowFrame::layOut(QQuickItem& content, const QSize& window) const {
     content.setSize(within(window));
 }
 
-} // namespace kelpa
+} // namespace kelpa::view

@@ -7,7 +7,7 @@ class QQmlEngine;
 class QQuickItem;
 class QQuickWindow;
 
-namespace kelpa {
+namespace kelpa::view {
 
 /// A window's own title bar and edges. Sizes are in the toolkit's units.
 class WindowFrame {
@@ -31,4 +31,4 @@ class WindowFrame {
     std::unique_ptr<QQuickItem> item_; ///< goes before the window does, as the content
 };
 
-} // namespace kelpa
+} // namespace kelpa::view

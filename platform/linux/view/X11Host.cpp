@@ -8,7 +8,7 @@
 #include <QQuickWindow>
 #include <QScreen>
 
-namespace kelpa {
+namespace kelpa::view {
 
 namespace {
 
@@ -147,4 +147,4 @@ void X11Host::drag(const QMouseEvent& event) {
     window_.setPosition(window_.position() + distance);
 }
 
-} // namespace kelpa
+} // namespace kelpa::view

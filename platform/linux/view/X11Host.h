@@ -8,7 +8,7 @@
 
 class QScreen;
 
-namespace kelpa {
+namespace kelpa::view {
 
 /// A window beyond the reach of the window manager: only so it stands above panels, on all workspaces, and
 /// exactly where it belongs.
@@ -49,4 +49,4 @@ class X11Host final : public QObject, public WindowHost {
     bool composited_ = false;
 };
 
-} // namespace kelpa
+} // namespace kelpa::view

@@ -4,7 +4,7 @@
 
 #include <QQuickWindow>
 
-namespace kelpa {
+namespace kelpa::view {
 
 std::unique_ptr<WindowHost> X11Stage::makeHost(QQuickWindow& window, QQuickItem& content, WindowRole role) {
     return std::make_unique<X11Host>(window, content, role);
@@ -21,4 +21,4 @@ void X11Stage::keepOnTop(const std::vector<QQuickWindow*>& windows) {
     stack_.keep(std::move(ids));
 }
 
-} // namespace kelpa
+} // namespace kelpa::view

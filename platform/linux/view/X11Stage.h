@@ -4,7 +4,7 @@
 #include "platform/linux/view/StackKeeper.h"
 #include "platform/linux/view/Stage.h"
 
-namespace kelpa {
+namespace kelpa::view {
 
 /// An X server, where focus and place in the stack are ours to take and to defend.
 class X11Stage final : public Stage {
@@ -19,4 +19,4 @@ class X11Stage final : public Stage {
     StackKeeper stack_;
 };
 
-} // namespace kelpa
+} // namespace kelpa::view

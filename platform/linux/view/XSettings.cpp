@@ -4,7 +4,7 @@
 
 #include <QtEndian>
 
-namespace kelpa {
+namespace kelpa::view {
 
 namespace {
 
@@ -76,4 +76,4 @@ QByteArray xSetting(const QByteArray& name) {
     return findXSetting(x11::property(manager, "_XSETTINGS_SETTINGS"), name);
 }
 
-} // namespace kelpa
+} // namespace kelpa::view

@@ -2,7 +2,7 @@
 
 #include <QByteArray>
 
-namespace kelpa {
+namespace kelpa::view {
 
 /// A text among the settings that the desktop's settings program publishes on the X server; empty when there
 /// is no such program or setting.
@@ -11,4 +11,4 @@ namespace kelpa {
 /// The same, out of the published bytes.
 [[nodiscard]] QByteArray findXSetting(const QByteArray& published, const QByteArray& name);
 
-} // namespace kelpa
+} // namespace kelpa::view

@@ -1,9 +1,9 @@
 #include "platform/linux/helper/ViewProtocol.h"
 #include "platform/linux/view/Browser.h"
 #include "platform/linux/view/Channel.h"
-#include "platform/linux/view/Desk.h"
 #include "platform/linux/view/InputReport.h"
 #include "platform/linux/view/SessionBus.h"
+#include "platform/linux/view/WindowKeeper.h"
 
 #include <QGuiApplication>
 #include <QQuickWindow>
@@ -67,7 +67,7 @@ int main(int argc, char** argv) {
         std::fputs("kelpa-view draws the windows of kelpa, which starts it when it is needed.\n", stderr);
         return 2;
     }
-    kelpa::Browser::setEnvironment(QProcessEnvironment::systemEnvironment());
+    kelpa::view::Browser::setEnvironment(QProcessEnvironment::systemEnvironment());
     chooseDisplay();
     keepToolkitSmall();
     giveLargeBlocksBack();
@@ -81,9 +81,9 @@ int main(int argc, char** argv) {
     kelpa::Channel channel;
     messages = &channel;
     qInstallMessageHandler(passOn);
-    const kelpa::Desk desk(channel);
+    const kelpa::view::WindowKeeper windows(channel);
     // An X server tells the program itself who uses which window.
-    std::optional<kelpa::InputReport> input;
+    std::optional<kelpa::view::InputReport> input;
     if (QGuiApplication::platformName() == QStringLiteral("wayland"))
         input.emplace(channel);
     return QGuiApplication::exec();

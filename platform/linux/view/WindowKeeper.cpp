@@ -1,4 +1,4 @@
-#include "platform/linux/view/Desk.h"
+#include "platform/linux/view/WindowKeeper.h"
 
 #include "platform/linux/helper/ViewProtocol.h"
 #include "platform/linux/view/AboutWindow.h"
@@ -13,80 +13,80 @@
 #include <stdexcept>
 #include <utility>
 
-namespace kelpa {
+namespace kelpa::view {
 
-namespace view = wire::view;
+namespace word = wire::view;
 
 namespace {
 
 /// The kinds of windows that there are.
 std::unique_ptr<ViewWindow> makeKind(Stage& stage, QQmlEngine& engine, const std::string& kind) {
-    if (kind == view::breakKind)
+    if (kind == word::breakKind)
         return std::make_unique<BreakWindow>(stage, engine);
-    if (kind == view::waterKind)
+    if (kind == word::waterKind)
         return std::make_unique<WaterWindow>(stage, engine);
-    if (kind == view::preferencesKind)
+    if (kind == word::preferencesKind)
         return std::make_unique<PreferencesWindow>(engine);
-    if (kind == view::aboutKind)
+    if (kind == word::aboutKind)
         return std::make_unique<AboutWindow>(engine);
-    if (kind == view::updateKind)
+    if (kind == word::updateKind)
         return std::make_unique<UpdateWindow>(engine);
     throw std::runtime_error("there is no window of the kind \"" + kind + "\"");
 }
 
 } // namespace
 
-Desk::Desk(Channel& channel) : channel_(channel) {
+WindowKeeper::WindowKeeper(Channel& channel) : channel_(channel) {
     engine_.addImportPath(QStringLiteral(":/")); // where the program's own module is compiled in
-    connect(&channel_, &Channel::received, this, &Desk::obey);
-    connect(&channel_, &Channel::settled, this, &Desk::settle);
+    connect(&channel_, &Channel::received, this, &WindowKeeper::obey);
+    connect(&channel_, &Channel::settled, this, &WindowKeeper::settle);
 }
 
-Desk::~Desk() = default;
+WindowKeeper::~WindowKeeper() = default;
 
-void Desk::complain(const std::string& text) {
-    channel_.send({view::warning, text});
+void WindowKeeper::complain(const std::string& text) {
+    channel_.send({word::warning, text});
 }
 
-void Desk::obey(const wire::Message& message) {
-    if (message.verb() == view::activate || message.verb() == view::deactivate) {
-        focusDue_ = message.verb() == view::activate;
+void WindowKeeper::obey(const wire::Message& message) {
+    if (message.verb() == word::activate || message.verb() == word::deactivate) {
+        focusDue_ = message.verb() == word::activate;
         return;
     }
-    if (message.verb() == view::ping)
+    if (message.verb() == word::ping)
         return;
     const auto id = message.number(1);
-    if (id && message.verb() == view::open)
+    if (id && message.verb() == word::open)
         return open(*id, message);
     const auto found = id ? windows_.find(*id) : windows_.end();
     if (found == windows_.end())
         return complain("no window for \"" + message.verb() + "\"");
-    if (message.verb() == view::drop) {
+    if (message.verb() == word::drop) {
         windows_.erase(found);
         return;
     }
-    if (message.verb() == view::show)
+    if (message.verb() == word::show)
         front_ = *id;
     obeyWindow(*found->second, message);
 }
 
-void Desk::obeyWindow(ViewWindow& window, const wire::Message& message) {
-    if (message.verb() == view::set)
+void WindowKeeper::obeyWindow(ViewWindow& window, const wire::Message& message) {
+    if (message.verb() == word::set)
         window.setContentProperty(QByteArray::fromStdString(message.field(2)),
                                   QString::fromStdString(message.field(3)));
-    else if (message.verb() == view::show)
+    else if (message.verb() == word::show)
         window.appear();
-    else if (message.verb() == view::hide)
+    else if (message.verb() == word::hide)
         window.disappear();
-    else if (message.verb() == view::alpha)
+    else if (message.verb() == word::alpha)
         window.setAlpha(message.real(2).value_or(1));
-    else if (message.verb() == view::fade)
+    else if (message.verb() == word::fade)
         window.fadeTo(message.real(2).value_or(1), message.real(3).value_or(0));
     else
         complain("nothing is known of \"" + message.verb() + "\"");
 }
 
-void Desk::open(int id, const wire::Message& message) {
+void WindowKeeper::open(int id, const wire::Message& message) {
     const auto found = windows_.find(id);
     ViewWindow* window = found != windows_.end() ? found->second.get() : make(id, message.field(2));
     if (window == nullptr)
@@ -97,16 +97,16 @@ void Desk::open(int id, const wire::Message& message) {
                      QString::fromStdString(message.field(8)));
 }
 
-ViewWindow* Desk::make(int id, const std::string& kind) {
+ViewWindow* WindowKeeper::make(int id, const std::string& kind) {
     try {
         auto window = makeKind(*stage_, engine_, kind);
         connect(
             window.get(), &ViewWindow::action, this, [this, id](const QString& name, const QString& value) {
-                channel_.send({view::action, std::to_string(id), name.toStdString(), value.toStdString()});
+                channel_.send({word::action, std::to_string(id), name.toStdString(), value.toStdString()});
             });
         connect(window.get(), &ViewWindow::dragged, this, [this, id](QPoint corner) {
             channel_.send(
-                {view::dragged, std::to_string(id), std::to_string(corner.x()), std::to_string(corner.y())});
+                {word::dragged, std::to_string(id), std::to_string(corner.x()), std::to_string(corner.y())});
         });
         return windows_.insert_or_assign(id, std::move(window)).first->second.get();
     } catch (const std::runtime_error& error) {
@@ -116,7 +116,7 @@ ViewWindow* Desk::make(int id, const std::string& kind) {
 }
 
 /// Of the windows that keep the keyboard to themselves, the one on the primary screen, else the first.
-ViewWindow* Desk::guardingWindow() const {
+ViewWindow* WindowKeeper::guardingWindow() const {
     ViewWindow* first = nullptr;
     for (const auto& [id, window] : windows_) {
         if (!window->staying() || !window->guardsKeyboard())
@@ -130,7 +130,7 @@ ViewWindow* Desk::guardingWindow() const {
 }
 
 /// The one that was shown last, else any that stays.
-ViewWindow* Desk::frontWindow() const {
+ViewWindow* WindowKeeper::frontWindow() const {
     const auto last = windows_.find(front_);
     if (last != windows_.end() && last->second->staying())
         return last->second.get();
@@ -140,7 +140,7 @@ ViewWindow* Desk::frontWindow() const {
     return nullptr;
 }
 
-void Desk::giveKeyboard() {
+void WindowKeeper::giveKeyboard() {
     if (guardingWindow() != nullptr) {
         focusDue_ = false;
         return stage_->focusGuarded();
@@ -152,7 +152,7 @@ void Desk::giveKeyboard() {
 }
 
 /// The lowest first: breaks cover everything.
-std::vector<QQuickWindow*> Desk::shownWindows() const {
+std::vector<QQuickWindow*> WindowKeeper::shownWindows() const {
     std::vector<QQuickWindow*> shown;
     for (const bool covering : {false, true})
         for (const auto& [id, window] : windows_)
@@ -161,27 +161,27 @@ std::vector<QQuickWindow*> Desk::shownWindows() const {
     return shown;
 }
 
-void Desk::settle() {
+void WindowKeeper::settle() {
     stage_->guardKeyboard(guardingWindow());
     if (focusDue_)
         giveKeyboard();
     stage_->keepOnTop(shownWindows());
-    QTimer::singleShot(0, this, &Desk::warmUp);
+    QTimer::singleShot(0, this, &WindowKeeper::warmUp);
 }
 
-void Desk::warmUp() {
+void WindowKeeper::warmUp() {
     for (const auto& [id, window] : windows_)
         window->warmUp();
     if (!ready_)
-        channel_.send({view::ready});
+        channel_.send({word::ready});
     ready_ = true;
     tellTaken();
 }
 
 /// After everything else that the lines ask for, so that a view that is held up by it does not say so.
-void Desk::tellTaken() {
+void WindowKeeper::tellTaken() {
     if (std::exchange(taken_, channel_.lines()) != channel_.lines())
-        channel_.send({view::taken, std::to_string(taken_)});
+        channel_.send({word::taken, std::to_string(taken_)});
 }
 
-} // namespace kelpa
+} // namespace kelpa::view

@@ -8,16 +8,16 @@
 #include <map>
 #include <memory>
 
-namespace kelpa {
+namespace kelpa::view {
 
 /// All windows, as the program wants them. Takes no decisions: it does what it is told and reports what a
 /// person did.
-class Desk : public QObject {
+class WindowKeeper : public QObject {
     Q_OBJECT
 
   public:
-    explicit Desk(Channel& channel);
-    ~Desk() override;
+    explicit WindowKeeper(Channel& channel);
+    ~WindowKeeper() override;
 
   private:
     using Windows = std::map<int, std::unique_ptr<ViewWindow>>;
@@ -45,4 +45,4 @@ class Desk : public QObject {
     int taken_ = 0; ///< lines, as far as the program has been told
 };
 
-} // namespace kelpa
+} // namespace kelpa::view
