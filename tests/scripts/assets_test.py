@@ -1,5 +1,6 @@
 #!/usr/bin/python3
 """The generators of the assets: what they make is what is committed, and the pixels are in their places."""
+import re
 import struct
 import subprocess
 import tempfile
@@ -38,6 +39,25 @@ class IconFont(unittest.TestCase):
             outline = font["glyf"][glyph]
             self.assertGreater(outline.xMax - outline.xMin, 700)
             self.assertGreater(outline.yMax - outline.yMin, 700)
+
+
+class Leaf(unittest.TestCase):
+    """The item's picture where the tray's host leaves its colour alone."""
+
+    def test_it_stands_out_on_dark_bars_as_on_light_ones(self):
+        drawing = (ASSETS / "icons/hicolor/symbolic/apps/app.orvane.Kelpa-symbolic.svg").read_text()
+        own = re.search(r"\.ColorScheme-Text \{ color: #(\w{6}); \}", drawing)[1]     # the rule that Plasma replaces
+        for bar in ("ffffff", "f6f5f4", "383c4a", "31363b", "2b303b", "000000"):
+            with self.subTest(bar=bar):
+                darker, lighter = sorted(map(luminance, (own, bar)))
+                self.assertGreaterEqual((lighter + 0.05) / (darker + 0.05), 3)        # what pictures are asked for
+
+
+def luminance(colour):
+    """Of a colour in hexadecimal digits, as contrast is reckoned with: 0 for black, 1 for white."""
+    parts = [int(colour[i:i + 2], 16) / 255 for i in (0, 2, 4)]
+    red, green, blue = (part / 12.92 if part <= 0.03928 else ((part + 0.055) / 1.055) ** 2.4 for part in parts)
+    return 0.2126 * red + 0.7152 * green + 0.0722 * blue
 
 
 class TrayPixels(unittest.TestCase):
