@@ -3,6 +3,7 @@
 #include "base/Subscription.h"
 #include "base/WorkItem.h"
 #include "platform/ports/Ports.h"
+#include "prefs/App.h"
 #include "prefs/PrefState.h"
 #include "prefs/PromptState.h"
 #include "timer/TicktackState.h"
@@ -17,8 +18,8 @@ namespace kelpa {
 /// and live for the whole run.
 class AppState {
   public:
-    /// The ports must outlive the process's last use. Call before anything else.
-    static void wire(Ports& ports);
+    /// Both must outlive the process's last use. Call before anything else.
+    static void wire(App& app, Ports& ports);
 
     /// The user's own stop: while it holds nothing automatic starts work again. Every assignment sets
     /// `working` to its opposite.
@@ -38,9 +39,9 @@ class AppState {
     [[nodiscard]] static TicktackState& breakState();
     [[nodiscard]] static PrefWaterState& waterState();
 
-    /// The pending check whether the mouse has stood still; null until there was one.
-    [[nodiscard]] static const std::shared_ptr<WorkItem>& mouseMoveEventItem();
-    static void setMouseMoveEventItem(std::shared_ptr<WorkItem> item);
+    /// The pending check whether the mouse has stood still, which is set and cancelled by those who know of
+    /// activity and of breaks; null until there was one.
+    [[nodiscard]] static std::shared_ptr<WorkItem>& mouseMoveEventItem();
 };
 
 } // namespace kelpa

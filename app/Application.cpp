@@ -1,14 +1,10 @@
 #include "app/Application.h"
 
 #include "app/AppInfo.h"
-#include "app/AppState.h"
-#include "app/Clients.h"
 #include "base/FatalError.h"
 #include "base/Localized.h"
 #include "timer/SystemEventController.h"
 #include "ui/IconFont.h"
-#include "ui/StatusBarController.h"
-#include "ui/WindowController.h"
 
 namespace kelpa {
 
@@ -18,13 +14,11 @@ Application::Application(Ports& ports, LogFiles& logFiles)
     setTranslations(ports.translations);
     setLogClient(*this);
     AppInfo::wire(ports.system, ports.clock);
-    AppState::wire(ports);
-    wireClients(ports);
-    TicktackController::wire(ticktackClient(), ports.tickers);
-    SystemEventController::wire(systemEventClient(),
-                                {ports.lock, ports.activity, ports.queues, ports.mainQueue});
-    StatusBarController::wire(uiClient(), ports.statusBar, ports.application, ports.services);
-    WindowController::wire(uiClient(), ports.windows, ports.tickers, ports.mainQueue, ports.services);
+    AppState::wire(*this, ports);
+    TicktackController::wire(*this, ports.tickers);
+    SystemEventController::wire(*this, {ports.lock, ports.activity, ports.queues, ports.mainQueue});
+    StatusBarController::wire(*this, ports.statusBar, ports.application, ports.services);
+    WindowController::wire(*this, ports.windows, ports.tickers, ports.mainQueue, ports.services);
     IconFont::wire(ports.fonts);
 }
 
@@ -52,6 +46,27 @@ std::string Application::displayName() const {
 
 std::optional<std::string> Application::homeDirectory() const {
     return ports_.system.homeDirectory();
+}
+
+AboutApp Application::about() const {
+    return {
+        AppInfo::icon(),           AppInfo::name(),      AppInfo::version(),   AppInfo::build(),
+        AppInfo::model(),          AppInfo::osVersion(), AppInfo::copyright(), AppInfo::releaseNotesLink(),
+        AppInfo::feedbackMailbox()};
+}
+
+void Application::setLaunchAtLogin(bool launch) {
+    if (ports_.services.loginItem)
+        ports_.services.loginItem->setEnabled(launch);
+}
+
+bool Application::waterHasNewDay() {
+    return waterState().enable() && waterState().isNewDay();
+}
+
+void Application::startWaterDay() {
+    waterState().reset();
+    waterState().schedule();
 }
 
 } // namespace kelpa

@@ -1,7 +1,6 @@
 #include "desk/Desk.h"
 
 #include "app/AppState.h"
-#include "app/Clients.h"
 #include "ui/PreferencesView.h"
 #include "ui/WindowController.h"
 
@@ -48,7 +47,7 @@ PreferencesClient& Desk::preferences() {
 
 WaterPane& Desk::waterPane() {
     if (!waterPane_)
-        waterPane_ = std::make_unique<WaterPane>(AppState::waterState(), waterPaneClient());
+        waterPane_ = std::make_unique<WaterPane>(AppState::waterState(), *application_);
     return *waterPane_;
 }
 

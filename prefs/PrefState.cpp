@@ -21,14 +21,13 @@ std::int64_t lengthOf(const Setting<std::int64_t>& setting, std::int64_t seconds
     return checkedMultiply(value, secondsAUnit);
 }
 
-PrefState::PrefState(DefaultsStore& store, const Clock& clock, PrefClient& client)
-    : launchAtLogin(store, "launch_at_login", false,
-                    [&client](bool launch) { client.setLaunchAtLogin(launch); }),
-      showTime(store, "show_time_in_status_bar", true, [&client](bool show) { client.showTime(show); }),
+PrefState::PrefState(DefaultsStore& store, const Clock& clock, App& app)
+    : launchAtLogin(store, "launch_at_login", false, [&app](bool launch) { app.setLaunchAtLogin(launch); }),
+      showTime(store, "show_time_in_status_bar", true, [&app](bool show) { app.showTime(show); }),
       autoCheckUpdate(store, "auto_check_update", true), workTime(store, "pref.work.time", 25,
-                                                                  [&client](std::int64_t) {
-                                                                      if (!client.manualPause())
-                                                                          client.setWorking(true);
+                                                                  [&app](std::int64_t) {
+                                                                      if (!app.manualPause())
+                                                                          app.setWorking(true);
                                                                   }),
       breakTime(store, "pref.break.time", 300), customBreakPrompt(store, "custom_break_prompt", false),
       breakPrompt(store, "break_prompt_text", "堂堂七尺少年郎, 躺上一躺又何妨"),

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/Calendar.h"
+#include "prefs/App.h"
 #include "prefs/PrefStyleState.h"
 #include "prefs/Setting.h"
 
@@ -8,16 +9,6 @@
 #include <string>
 
 namespace kelpa {
-
-/// What a written setting sets in motion elsewhere.
-class PrefClient {
-  public:
-    virtual ~PrefClient() = default;
-    virtual void setLaunchAtLogin(bool launch) = 0;
-    virtual void showTime(bool show) = 0;
-    [[nodiscard]] virtual bool manualPause() const = 0;
-    virtual void setWorking(bool working) = 0;
-};
 
 /// Tells the log of a stored value that is about to end the program, for whoever edited the settings.
 void reportUnusable(const Setting<std::int64_t>& setting);
@@ -29,8 +20,8 @@ void reportUnusable(const Setting<std::int64_t>& setting);
 /// No ranges are checked here; the panes keep the values in theirs.
 class PrefState {
   public:
-    /// Reads and writes nothing. The store, the clock and the client must outlive the object.
-    PrefState(DefaultsStore& store, const Clock& clock, PrefClient& client);
+    /// Reads and writes nothing. The store, the clock and the app must outlive the object.
+    PrefState(DefaultsStore& store, const Clock& clock, App& app);
 
     Setting<bool> launchAtLogin;
     Setting<bool> showTime;

@@ -18,21 +18,22 @@ std::int64_t remainder(std::int64_t value, std::int64_t divisor) {
 
 } // namespace
 
-PromptState::PromptState(PromptClient& client, RandomSource& random)
-    : prompt(client.prefState().breakPrompt()), client_(client), random_(random) {}
+PromptState::PromptState(App& app, RandomSource& random)
+    : prompt(app.prefState().breakPrompt()), app_(app), random_(random) {}
 
 void PromptState::showBreak() {
     shortBreakTimes_ = remainder(checkedAdd(shortBreakTimes_, 1), cycleLength());
-    client_.cancelMouseIdleCheck();
+    if (const auto& check = app_.mouseMoveEventItem())
+        check->cancel();
     lastKind_ = shortBreakTimes_ == 0 ? BreakKind::Long : BreakKind::Short;
-    client_.showBreakWindows();
+    app_.showBreakWindows();
     const std::int64_t seconds = nextLength();
     prompt.set(nextPrompt());
-    client_.startBreak(seconds);
+    app_.startBreak(seconds);
 }
 
 std::int64_t PromptState::cycleLength() const {
-    const auto& setting = client_.prefState().shortBreakTimes;
+    const auto& setting = app_.prefState().shortBreakTimes;
     const std::int64_t breaks = setting();
     if (breaks == 0)
         reportUnusable(setting);
@@ -40,7 +41,7 @@ std::int64_t PromptState::cycleLength() const {
 }
 
 std::int64_t PromptState::nextLength() {
-    PrefState& pref = client_.prefState();
+    PrefState& pref = app_.prefState();
     if (lastKind_ == BreakKind::Short) {
         showSkipButton.set(true);
         return lengthOf(pref.breakTime, 1);
@@ -50,24 +51,24 @@ std::int64_t PromptState::nextLength() {
 }
 
 std::string PromptState::nextPrompt() {
-    PrefState& pref = client_.prefState();
+    PrefState& pref = app_.prefState();
     if (pref.customBreakPrompt())
         return pref.breakPrompt();
     return anyOf(prompts(pref.styleState().breakStyle()), pref.breakPrompt());
 }
 
 void PromptState::showNewDay() {
-    prompt.set(anyOf(newDayPrompts(client_.prefState().styleState().breakStyle()), newDayFallback()));
+    prompt.set(anyOf(newDayPrompts(app_.prefState().styleState().breakStyle()), newDayFallback()));
     showSkipButton.set(true);
     lastKind_ = BreakKind::NewDay;
-    client_.showBreakWindows();
-    client_.startBreak(newDaySeconds);
+    app_.showBreakWindows();
+    app_.startBreak(newDaySeconds);
 }
 
 void PromptState::closePrompt() {
-    client_.closeBreakWindows();
-    if (!client_.manualPause())
-        client_.setWorking(true);
+    app_.closeBreakWindows();
+    if (!app_.manualPause())
+        app_.setWorking(true);
 }
 
 std::string PromptState::anyOf(const std::vector<std::string>& texts, const std::string& otherwise) {

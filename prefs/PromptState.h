@@ -12,24 +12,10 @@ namespace kelpa {
 
 enum class BreakKind { None, Short, Long, NewDay };
 
-/// What a break sets in motion elsewhere.
-class PromptClient {
-  public:
-    virtual ~PromptClient() = default;
-    [[nodiscard]] virtual PrefState& prefState() = 0;
-    virtual void cancelMouseIdleCheck() = 0;
-    virtual void showBreakWindows() = 0;
-    virtual void closeBreakWindows() = 0;
-    /// Starts the countdown of a break, in seconds.
-    virtual void startBreak(std::int64_t seconds) = 0;
-    [[nodiscard]] virtual bool manualPause() const = 0;
-    virtual void setWorking(bool working) = 0;
-};
-
 /// Decides at the start of each break what the screen shows and how long the break lasts, and ends it.
 class PromptState {
   public:
-    PromptState(PromptClient& client, RandomSource& random);
+    PromptState(App& app, RandomSource& random);
 
     Published<std::string> prompt;
     Published<bool> showSkipButton{false};
@@ -51,7 +37,7 @@ class PromptState {
     [[nodiscard]] std::string nextPrompt();
     [[nodiscard]] std::string anyOf(const std::vector<std::string>& texts, const std::string& otherwise);
 
-    PromptClient& client_;
+    App& app_;
     RandomSource& random_;
     std::int64_t shortBreakTimes_ = 0; ///< position of the last break in the cycle
     BreakKind lastKind_ = BreakKind::None;

@@ -1,36 +1,31 @@
 #include "timer/SystemEventController.h"
 
-#include "base/FatalError.h"
+#include "base/Wired.h"
+#include "prefs/PromptState.h"
 
 namespace kelpa {
 
 namespace {
 
-struct Shared {
-    SystemEventClient& client;
+struct Events {
+    App& app;
     SystemEventPorts ports;
     Queue* systemEventQueue = nullptr;
 };
 
-std::unique_ptr<Shared> shared;
-
-Shared& the() {
-    if (!shared)
-        fatalError("The events of the desk were used before the program was set up");
-    return *shared;
-}
+Wired<Events> events("The events of the desk were");
 
 /// Holds nothing but the pending checks; made on first use.
 Queue& systemEventQueue() {
-    if (!the().systemEventQueue)
-        the().systemEventQueue =
-            &the().ports.queues.makeSerialQueue(the().client.identifier() + ".system.event.queue");
-    return *the().systemEventQueue;
+    if (!events->systemEventQueue)
+        events->systemEventQueue =
+            &events->ports.queues.makeSerialQueue(events->app.identifier() + ".system.event.queue");
+    return *events->systemEventQueue;
 }
 
 /// Runs on the system event queue, where the program's state must not be touched.
 void handOverTheStop() {
-    the().ports.mainQueue.async([] { the().client.setWorking(false); });
+    events->ports.mainQueue.async([] { events->app.setWorking(false); });
 }
 
 /// What each event does.
@@ -46,65 +41,64 @@ class SystemEventActions {
 };
 
 void SystemEventActions::didLockScreenShow() {
-    SystemEventClient& client = the().client;
-    PrefState& pref = client.prefState();
+    App& app = events->app;
+    PrefState& pref = app.prefState();
     if (pref.showNewDayTip())
         pref.updateWeakupTimestamp();
     if (!pref.restartTimerAfterAwake())
         return;
-    client.setWorking(false);
-    client.closeBreakWindows();
+    app.setWorking(false);
+    app.closeBreakWindows();
 }
 
 void SystemEventActions::didLockScreenDismiss() {
-    SystemEventClient& client = the().client;
-    const bool newDay = client.prefState().showNewDayTip() && greetNewDay();
+    App& app = events->app;
+    const bool newDay = app.prefState().showNewDayTip() && greetNewDay();
     // On a new day work starts when the greeting ends.
-    if (!newDay && client.prefState().restartTimerAfterAwake() && !client.manualPause())
-        client.setWorking(true);
-    if (!client.waterHasNewDay())
+    if (!newDay && app.prefState().restartTimerAfterAwake() && !app.manualPause())
+        app.setWorking(true);
+    if (!app.waterHasNewDay())
         return;
-    client.closeWaterView();
-    client.startWaterDay();
+    app.closeWaterView();
+    app.startWaterDay();
 }
 
 /// With the tip on, every unlock starts the count towards the next long break afresh, whatever the day.
 bool SystemEventActions::greetNewDay() {
-    SystemEventClient& client = the().client;
-    const bool newDay = client.prefState().isNewDay();
+    App& app = events->app;
+    const bool newDay = app.prefState().isNewDay();
     if (newDay)
-        client.promptState().showNewDay();
-    client.promptState().resetShortBreakTimes();
+        app.promptState().showNewDay();
+    app.promptState().resetShortBreakTimes();
     return newDay;
 }
 
 void SystemEventActions::onTrigger() {
-    SystemEventClient& client = the().client;
-    if (!client.prefState().stopTimerAfterMouseStop())
+    App& app = events->app;
+    if (!app.prefState().stopTimerAfterMouseStop())
         return;
-    if (const auto& pending = client.mouseMoveEventItem())
+    if (const auto& pending = app.mouseMoveEventItem())
         pending->cancel();
-    if (!client.manualPause() && !client.working())
-        client.setWorking(true);
-    const auto check = std::make_shared<WorkItem>(handOverTheStop);
-    client.setMouseMoveEventItem(check);
-    systemEventQueue().asyncAfter(SystemEventController::idleSeconds, check);
+    if (!app.manualPause() && !app.working())
+        app.setWorking(true);
+    app.mouseMoveEventItem() = std::make_shared<WorkItem>(handOverTheStop);
+    systemEventQueue().asyncAfter(SystemEventController::idleSeconds, app.mouseMoveEventItem());
 }
 
 /// A cycle that was stopped now could not be started by anything that a person does with the mouse.
 void SystemEventActions::onNothingToWatch() {
-    if (const auto& pending = the().client.mouseMoveEventItem())
+    if (const auto& pending = events->app.mouseMoveEventItem())
         pending->cancel();
 }
 
 } // namespace
 
-void SystemEventController::wire(SystemEventClient& client, const SystemEventPorts& ports) {
-    shared = std::make_unique<Shared>(Shared{client, ports});
+void SystemEventController::wire(App& app, const SystemEventPorts& ports) {
+    events.wire({app, ports});
 }
 
 void SystemEventController::setup() {
-    const SystemEventPorts& ports = the().ports;
+    const SystemEventPorts& ports = events->ports;
     ports.lock.observe(SystemEventActions::didLockScreenShow, SystemEventActions::didLockScreenDismiss);
     const auto watch =
         ports.activity.watch(SystemEventActions::onTrigger, SystemEventActions::onNothingToWatch);

@@ -2,6 +2,7 @@
 
 #include "base/Checked.h"
 #include "base/Text.h"
+#include "base/Wired.h"
 #include "logging/SharedLogger.h"
 
 #include <memory>
@@ -12,26 +13,26 @@ namespace {
 
 constexpr double tickSeconds = 1.0;
 
-struct Shared {
-    TicktackClient& client;
+struct Countdown {
+    App& app;
     TickerSource& tickers;
-    std::unique_ptr<Ticker> timer =
-        {}; ///< made on first use and then kept: each connection has its own phase
+    /// Made on first use and then kept: each connection has its own phase.
+    std::unique_ptr<Ticker> timer = {};
     Subscription cancellable = {};
 };
 
-std::unique_ptr<Shared> shared;
-
-Shared& the() {
-    if (!shared)
-        fatalError("The countdown was used before the program was set up");
-    return *shared;
-}
+Wired<Countdown> countdown("The countdown was");
 
 Ticker& timer() {
-    if (!the().timer)
-        the().timer = the().tickers.makeTicker(tickSeconds);
-    return *the().timer;
+    if (!countdown->timer)
+        countdown->timer = countdown->tickers.makeTicker(tickSeconds);
+    return *countdown->timer;
+}
+
+/// Of what a break will show; a break needs none itself.
+void endsSoon(const TicktackState& state) {
+    if (&state == &countdown->app.workState())
+        countdown->app.prepareBreakWindows();
 }
 
 constexpr LogPlace startPlace = {"TicktackController", "ticktack(with:ticktack:)"};
@@ -46,7 +47,7 @@ struct Period {
         remaining = checkedSubtract(remaining, 1);
         state.timeString.set(timeString(remaining));
         if (remaining == TicktackController::noticeSeconds)
-            the().client.periodEndsSoon(state);
+            endsSoon(state);
         if (remaining > 0 || state.timesUp.value())
             return;
         logger().info("ticktack timer timesup for " + std::to_string(full), startPlace);
@@ -57,22 +58,22 @@ struct Period {
 
 } // namespace
 
-void TicktackController::wire(TicktackClient& client, TickerSource& tickers) {
-    shared = std::make_unique<Shared>(Shared{client, tickers});
+void TicktackController::wire(App& app, TickerSource& tickers) {
+    countdown.wire({app, tickers});
 }
 
 void TicktackController::work(std::int64_t seconds) {
     stop();
-    ticktack(seconds, the().client.workState());
+    ticktack(seconds, countdown->app.workState());
 }
 
 void TicktackController::break_(std::int64_t seconds) {
     stop();
-    ticktack(seconds, the().client.breakState());
+    ticktack(seconds, countdown->app.breakState());
 }
 
 void TicktackController::stop() {
-    the().cancellable.cancel();
+    countdown->cancellable.cancel();
     logger().info("ticktack timer stoped " + decimalText(timer().interval()),
                   {"TicktackController", "stop()"});
 }
@@ -81,10 +82,10 @@ void TicktackController::ticktack(std::int64_t seconds, TicktackState& ticktack)
     ticktack.timesUp.set(false);
     ticktack.timeString.set(timeString(seconds));
     logger().info("ticktack timer start " + std::to_string(seconds), startPlace);
-    the().cancellable =
+    countdown->cancellable =
         timer().connect([period = Period{seconds, seconds, ticktack}]() mutable { period.tick(); });
     if (seconds <= noticeSeconds)
-        the().client.periodEndsSoon(ticktack);
+        endsSoon(ticktack);
 }
 
 } // namespace kelpa

@@ -18,7 +18,7 @@ std::string feedbackBody(const AboutApp& about) {
 } // namespace
 
 void MenuAction::didClickPause() const {
-    client_.setManualPause(!client_.manualPause());
+    app_.setManualPause(!app_.manualPause());
 }
 
 void MenuAction::didClickWater() const {
@@ -36,7 +36,7 @@ void MenuAction::didClickUpdates() const {
 void MenuAction::didClickFeedback() const {
     if (!services_.mail)
         return;
-    const AboutApp about = client_.about();
+    const AboutApp about = app_.about();
     const auto& log = logfilePath();
     services_.mail->compose({about.name + " " + localized("Feedback"), about.feedbackMailbox,
                              feedbackBody(about), log ? log->string() : std::string()});

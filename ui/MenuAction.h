@@ -1,15 +1,15 @@
 #pragma once
 
 #include "platform/ports/Services.h"
-#include "ui/UiClient.h"
+#include "prefs/App.h"
 
 namespace kelpa {
 
 /// What the lines of the status menu do.
 class MenuAction {
   public:
-    MenuAction(UiClient& client, ApplicationLoop& application, const Services& services)
-        : client_(client), application_(application), services_(services) {}
+    MenuAction(App& app, ApplicationLoop& application, const Services& services)
+        : app_(app), application_(application), services_(services) {}
 
     void didClickPause() const;
     void didClickWater() const;
@@ -20,7 +20,7 @@ class MenuAction {
     void didClickQuit() const;
 
   private:
-    UiClient& client_;
+    App& app_;
     ApplicationLoop& application_;
     Services services_;
 };

@@ -6,9 +6,9 @@
 
 namespace kelpa {
 
-PrefAboutView::PrefAboutView(UiClient& client, PreferencesWindow& window)
-    : Pane(localized("About"), "info.circle"), client_(client), window_(window) {
-    const AboutApp about = client.about();
+PrefAboutView::PrefAboutView(App& app, PreferencesWindow& window)
+    : Pane(localized("About"), "info.circle"), app_(app), window_(window) {
+    const AboutApp about = app.about();
     AboutContent content;
     if (about.icon) {
         content.icon = *about.icon;
@@ -25,7 +25,7 @@ PrefAboutView::PrefAboutView(UiClient& client, PreferencesWindow& window)
 }
 
 void PrefAboutView::show() {
-    window_.setCopyright(client_.about().copyright);
+    window_.setCopyright(app_.about().copyright);
 }
 
 std::string PrefAboutView::versionLine(const AboutApp& about) {

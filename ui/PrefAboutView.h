@@ -1,7 +1,7 @@
 #pragma once
 
+#include "prefs/App.h"
 #include "prefs/Pane.h"
-#include "ui/UiClient.h"
 
 #include <string>
 
@@ -11,7 +11,7 @@ namespace kelpa {
 class PrefAboutView final : public Pane {
   public:
     /// Both must outlive the pane.
-    PrefAboutView(UiClient& client, PreferencesWindow& window);
+    PrefAboutView(App& app, PreferencesWindow& window);
 
     /// Tells the copyright line again: a year may have ended since it was told.
     void show() override;
@@ -20,7 +20,7 @@ class PrefAboutView final : public Pane {
     [[nodiscard]] static std::string versionLine(const AboutApp& about);
 
   private:
-    UiClient& client_;
+    App& app_;
     PreferencesWindow& window_;
 };
 

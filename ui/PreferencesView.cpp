@@ -17,15 +17,14 @@ constexpr int minimumHeight = 400;
 
 } // namespace
 
-PreferencesView::PreferencesView(PreferencesWindow& window, UiClient& client, Queue& mainQueue)
+PreferencesView::PreferencesView(PreferencesWindow& window, App& app, Queue& mainQueue)
     : mainQueue_(mainQueue), window_(window) {
     AccumulatorMaker& accumulators = *this;
-    panes_.push_back(std::make_unique<PrefGeneralView>(client.prefState(), window_));
-    panes_.push_back(std::make_unique<PrefBreakView>(client.prefState(), window_, mainQueue));
-    panes_.push_back(std::make_unique<PrefStyleView>(client.prefState(), window_));
-    panes_.push_back(std::make_unique<PrefWaterView>(client.waterState(), client.waterPaneClient(), window_,
-                                                     accumulators));
-    panes_.push_back(std::make_unique<PrefAboutView>(client, window_));
+    panes_.push_back(std::make_unique<PrefGeneralView>(app.prefState(), window_));
+    panes_.push_back(std::make_unique<PrefBreakView>(app.prefState(), window_, mainQueue));
+    panes_.push_back(std::make_unique<PrefStyleView>(app.prefState(), window_));
+    panes_.push_back(std::make_unique<PrefWaterView>(app.waterState(), app, window_, accumulators));
+    panes_.push_back(std::make_unique<PrefAboutView>(app, window_));
     for (const auto& pane : panes_)
         for (const auto& control : pane->controls())
             controls_.emplace(control->id(), control.get());

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "platform/ports/Queue.h"
+#include "prefs/App.h"
 #include "prefs/Pane.h"
 #include "ui/ShownPreferences.h"
-#include "ui/UiClient.h"
 #include "water/PrefWaterView.h"
 
 #include <functional>
@@ -17,7 +17,7 @@ namespace kelpa {
 class PreferencesView final : public PreferencesClient, private AccumulatorMaker {
   public:
     /// Lays the window out, which may be done once in its life. All must outlive the view.
-    PreferencesView(PreferencesWindow& window, UiClient& client, Queue& mainQueue);
+    PreferencesView(PreferencesWindow& window, App& app, Queue& mainQueue);
 
     /// Shows the window with everything as it is stored now.
     void show();

@@ -1,15 +1,13 @@
 #include "ui/StatusBarController.h"
 
-#include "base/FatalError.h"
 #include "base/Localized.h"
 #include "base/Published.h"
+#include "base/Wired.h"
 #include "prefs/PrefState.h"
 #include "prefs/PromptState.h"
 #include "timer/TicktackState.h"
 #include "ui/MenuAction.h"
 #include "water/PrefWaterState.h"
-
-#include <memory>
 
 namespace kelpa {
 
@@ -18,8 +16,8 @@ namespace {
 /// The water line stands fourth: behind the version line, the separator and the pause line.
 constexpr std::size_t waterIndex = StatusBarController::water;
 
-struct Shared {
-    UiClient& client;
+struct StatusItem {
+    App& app;
     StatusBar& face;
     Services services;
     MenuAction action;
@@ -28,31 +26,25 @@ struct Shared {
     Subscription cancellable = {};
 };
 
-std::unique_ptr<Shared> shared;
-
-Shared& the() {
-    if (!shared)
-        fatalError("The status bar was used before the program was set up");
-    return *shared;
-}
+Wired<StatusItem> bar("The status bar was");
 
 void countdownChanged(bool timesUp, const std::string& timeString) {
     // The one place where the end of a work period becomes a break. It comes before the title is set, so that
     // the break is on its way however long the status bar takes.
     if (timesUp)
-        the().client.promptState().showBreak();
+        bar->app.promptState().showBreak();
     static const std::string none;
-    the().face.setTitle(timesUp || !the().client.prefState().showTime() ? none : timeString);
+    bar->face.setTitle(timesUp || !bar->app.prefState().showTime() ? none : timeString);
 }
 
 std::string waterTitle() {
-    const PrefWaterState& state = the().client.waterState();
+    const PrefWaterState& state = bar->app.waterState();
     return localized("Water") + " (" + std::to_string(wholePercentage(state.finishedPrecent())) + "% " +
            (state.inWorkTime() ? std::string() : localized("Out of hours")) + ")";
 }
 
 MenuCommand command(const char* name, void (MenuAction::*action)() const) {
-    return {name, [action] { (the().action.*action)(); }};
+    return {name, [action] { (bar->action.*action)(); }};
 }
 
 MenuItemSpec waterItem() {
@@ -71,11 +63,11 @@ MenuCommand actionIf(const Service* service, const char* name, void (MenuAction:
 }
 
 void fill(Menu& menu) {
-    const Services& services = the().services;
-    menu.add({"", versionTitle(the().client.about()), "", 0, {}});
+    const Services& services = bar->services;
+    menu.add({"", versionTitle(bar->app.about()), "", 0, {}});
     menu.addSeparator();
     menu.add({"", "", "p", StatusBarController::pause, command("didClickPause", &MenuAction::didClickPause)});
-    if (the().client.waterState().enable())
+    if (bar->app.waterState().enable())
         menu.add(waterItem());
     menu.add({"gearshape.circle", localized("Settings") + "...", ",", 0,
               actionIf(services.preferences, "didClickSettings", &MenuAction::didClickSettings)});
@@ -91,32 +83,31 @@ void fill(Menu& menu) {
 
 } // namespace
 
-void StatusBarController::wire(UiClient& client, StatusBar& face, ApplicationLoop& application,
+void StatusBarController::wire(App& app, StatusBar& face, ApplicationLoop& application,
                                const Services& services) {
-    shared =
-        std::make_unique<Shared>(Shared{client, face, services, MenuAction(client, application, services)});
+    bar.wire({app, face, services, MenuAction(app, application, services)});
 }
 
 void StatusBarController::item() {
-    if (the().hasItem)
+    if (bar->hasItem)
         return;
-    the().hasItem = true;
-    the().face.createItem("kelpa", menu());
-    TicktackState& work = the().client.workState();
-    the().cancellable = combineLatest<bool, std::string>(work.timesUp, work.timeString, countdownChanged);
+    bar->hasItem = true;
+    bar->face.createItem("kelpa", menu());
+    TicktackState& work = bar->app.workState();
+    bar->cancellable = combineLatest<bool, std::string>(work.timesUp, work.timeString, countdownChanged);
 }
 
 Menu& StatusBarController::menu() {
-    if (!the().menu) {
-        the().menu = std::make_unique<Menu>(the().face);
-        fill(*the().menu);
+    if (!bar->menu) {
+        bar->menu = std::make_unique<Menu>(bar->face);
+        fill(*bar->menu);
     }
-    return *the().menu;
+    return *bar->menu;
 }
 
 void StatusBarController::showTime(bool show) {
-    const TicktackState& work = the().client.workState();
-    the().face.setTitle(show && !work.timesUp.value() ? work.timeString.value() : std::string());
+    const TicktackState& work = bar->app.workState();
+    bar->face.setTitle(show && !work.timesUp.value() ? work.timeString.value() : std::string());
 }
 
 void StatusBarController::insetWaterItem() {

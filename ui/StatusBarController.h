@@ -2,8 +2,8 @@
 
 #include "platform/ports/Services.h"
 #include "platform/ports/StatusBar.h"
+#include "prefs/App.h"
 #include "ui/Menu.h"
-#include "ui/UiClient.h"
 
 namespace kelpa {
 
@@ -13,8 +13,7 @@ class StatusBarController {
     enum Tag { pause = 2, water = 3 };
 
     /// All must outlive the process's last use of the status bar. Call before anything else.
-    static void wire(UiClient& client, StatusBar& face, ApplicationLoop& application,
-                     const Services& services);
+    static void wire(App& app, StatusBar& face, ApplicationLoop& application, const Services& services);
 
     /// Makes the item, unless it is there: from then on the end of each work period starts a break.
     static void item();

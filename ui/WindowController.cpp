@@ -1,8 +1,8 @@
 #include "ui/WindowController.h"
 
-#include "base/FatalError.h"
 #include "base/Localized.h"
 #include "base/Published.h"
+#include "base/Wired.h"
 #include "prefs/PrefState.h"
 #include "prefs/PromptState.h"
 #include "ui/BreakView.h"
@@ -33,23 +33,14 @@ class Desktop final : public WindowSystemClient {
     void panelDragged(const Rect& frame) override;
 };
 
-class Panel final : public WaterViewClient {
-  public:
-    void closeWaterView() override { WindowController::closeWaterView(); }
-    void dismissWaterView() override { WindowController::dismissWaterView(); }
-    TickerSource& tickers() override;
-    Queue& mainQueue() override;
-};
-
-struct Shared {
-    UiClient& client;
+struct Windows {
+    App& app;
     WindowSystem& system;
     TickerSource& tickers;
     Queue& mainQueue;
     Services services;
     Desktop desktop = {};
-    Panel panel = {};
-    std::vector<std::unique_ptr<Window>> windows = {};
+    std::vector<std::unique_ptr<Window>> made = {};
     PanelPlace waterPlace{WaterView::size};
     std::unique_ptr<PreferencesView> prefView = {};
     bool breakShows = false; ///< from the break's showing to its closing: new screens join it
@@ -57,32 +48,18 @@ struct Shared {
     bool hasUpdater = false;
 };
 
-std::unique_ptr<Shared> shared;
-
-Shared& the() {
-    if (!shared)
-        fatalError("Windows were used before the program was set up");
-    return *shared;
-}
-
-TickerSource& Panel::tickers() {
-    return the().tickers;
-}
-
-Queue& Panel::mainQueue() {
-    return the().mainQueue;
-}
+Wired<Windows> windows("Windows were");
 
 Window* find(const std::string& title) {
-    const auto& windows = the().windows;
-    const auto found = std::find_if(windows.begin(), windows.end(),
+    const auto& made = windows->made;
+    const auto found = std::find_if(made.begin(), made.end(),
                                     [&](const auto& window) { return window->spec().title == title; });
-    return found == windows.end() ? nullptr : found->get();
+    return found == made.end() ? nullptr : found->get();
 }
 
 Window& make(WindowSpec spec) {
-    the().windows.push_back(std::make_unique<Window>(the().system, std::move(spec)));
-    return *the().windows.back();
+    windows->made.push_back(std::make_unique<Window>(windows->system, std::move(spec)));
+    return *windows->made.back();
 }
 
 Window& breakWindow(const Screen& screen) {
@@ -94,12 +71,12 @@ Window& breakWindow(const Screen& screen) {
     Window& window =
         make({title, screen.frame, statusWindowLevel, WindowStyle::FullSizeContent, screen.number});
     window.setContent(
-        std::make_unique<BreakView>(window.native(), the().client.promptState(), the().client.breakState()));
+        std::make_unique<BreakView>(window.native(), windows->app.promptState(), windows->app.breakState()));
     return window;
 }
 
 const Screen& mainScreen() {
-    const Screen* screen = the().system.mainScreen();
+    const Screen* screen = windows->system.mainScreen();
     if (!screen)
         fatalError("There is no screen for the water window");
     return *screen;
@@ -109,9 +86,10 @@ Window& waterWindow() {
     const Screen& screen = mainScreen();
     if (Window* found = find(waterTitle))
         return *found;
-    const auto place = the().waterPlace.on(the().system.screens(), screen);
+    const auto place = windows->waterPlace.on(windows->system.screens(), screen);
     Window& window = make({waterTitle, place.frame, floatingWindowLevel, WindowStyle::Panel, place.screen});
-    window.setContent(std::make_unique<WaterView>(window.native(), the().client.waterState(), the().panel));
+    window.setContent(
+        std::make_unique<WaterView>(window.native(), windows->app, windows->tickers, windows->mainQueue));
     return window;
 }
 
@@ -126,18 +104,18 @@ const Screen* screenOf(const Window& window, const std::vector<Screen>& screens)
 /// Screens may have come, gone, moved or shrunk since the panel was placed. It stays on its own as long as
 /// that is there.
 void placeWaterWindow(Window& window) {
-    const auto screens = the().system.screens();
+    const auto screens = windows->system.screens();
     const Screen* own = screenOf(window, screens);
-    const Screen* home = own ? own : the().system.mainScreen();
+    const Screen* home = own ? own : windows->system.mainScreen();
     if (!home)
         return;
-    const auto place = the().waterPlace.on(screens, *home);
+    const auto place = windows->waterPlace.on(screens, *home);
     window.setFrame(place.frame, place.screen);
 }
 
 /// A break window goes with its screen; the water panel is still wanted, and moves to where it can be seen.
 void leaveLostScreens(const std::vector<Screen>& screens) {
-    for (const auto& window : the().windows)
+    for (const auto& window : windows->made)
         if (window->spec().style == WindowStyle::Panel)
             placeWaterWindow(*window);
         else if (!screenOf(*window, screens) && window->visible())
@@ -145,35 +123,35 @@ void leaveLostScreens(const std::vector<Screen>& screens) {
 }
 
 void Desktop::panelDragged(const Rect& frame) {
-    the().waterPlace.dropped(frame, the().system.screens());
+    windows->waterPlace.dropped(frame, windows->system.screens());
     if (Window* window = find(waterTitle))
         placeWaterWindow(*window);
 }
 
 void Desktop::screensChanged() {
-    const auto screens = the().system.screens();
+    const auto screens = windows->system.screens();
     leaveLostScreens(screens);
     bool covered = false;
     for (const Screen& screen : screens) {
         Window* known = find(std::to_string(screen.number));
         if (known)
             known->setFrame(screen.frame, screen.number);
-        if (!the().breakShows || (known && known->visible()))
+        if (!windows->breakShows || (known && known->visible()))
             continue;
         breakWindow(screen).show();
         covered = true;
     }
     if (covered)
-        the().system.activate();
+        windows->system.activate();
 }
 
 /// Made with the program and never again: a later change of the preference is for the next run.
 void makeUpdater() {
-    Updater* updater = the().services.updater;
-    if (!updater || the().hasUpdater)
+    Updater* updater = windows->services.updater;
+    if (!updater || windows->hasUpdater)
         return;
-    the().hasUpdater = true;
-    updater->setAutomaticallyChecks(the().client.prefState().autoCheckUpdate());
+    windows->hasUpdater = true;
+    updater->setAutomaticallyChecks(windows->app.prefState().autoCheckUpdate());
     updater->setCheckInterval(updateCheckSeconds);
     updater->setSendsSystemProfile(true);
     updater->start();
@@ -181,15 +159,15 @@ void makeUpdater() {
 
 } // namespace
 
-void WindowController::wire(UiClient& client, WindowSystem& system, TickerSource& tickers, Queue& mainQueue,
+void WindowController::wire(App& app, WindowSystem& system, TickerSource& tickers, Queue& mainQueue,
                             const Services& services) {
-    shared = std::make_unique<Shared>(Shared{client, system, tickers, mainQueue, services});
-    system.setClient(shared->desktop);
+    windows.wire({app, system, tickers, mainQueue, services});
+    system.setClient(windows->desktop);
 }
 
 void WindowController::setup() {
     makeUpdater();
-    PrefWaterState& water = the().client.waterState();
+    PrefWaterState& water = windows->app.waterState();
     if (!water.enable())
         return;
     if (water.isNewDay())
@@ -198,51 +176,51 @@ void WindowController::setup() {
 }
 
 void WindowController::prepareBreak() {
-    the().system.prepare();
+    windows->system.prepare();
 }
 
 void WindowController::showBreak() {
-    the().breakShows = true;
-    for (const Screen& screen : the().system.screens())
+    windows->breakShows = true;
+    for (const Screen& screen : windows->system.screens())
         breakWindow(screen).show();
-    the().system.activate();
-    the().breakShowsAssigned.tell();
+    windows->system.activate();
+    windows->breakShowsAssigned.tell();
 }
 
 void WindowController::closeBreak() {
-    the().breakShows = false;
-    for (const Screen& screen : the().system.screens())
+    windows->breakShows = false;
+    for (const Screen& screen : windows->system.screens())
         breakWindow(screen).close();
-    the().system.deactivate();
-    the().breakShowsAssigned.tell();
+    windows->system.deactivate();
+    windows->breakShowsAssigned.tell();
 }
 
 bool WindowController::breakShows() {
-    return the().breakShows;
+    return windows->breakShows;
 }
 
 Subscription WindowController::observeBreakShows(std::function<void()> told) {
-    return the().breakShowsAssigned.add(std::move(told));
+    return windows->breakShowsAssigned.add(std::move(told));
 }
 
 void WindowController::showWaterView() {
-    PrefWaterState& water = the().client.waterState();
+    PrefWaterState& water = windows->app.waterState();
     if (water.isNewDay())
         water.reset();
     Window& window = waterWindow();
     placeWaterWindow(window);
     window.show();
-    the().system.activate();
+    windows->system.activate();
 }
 
 void WindowController::closeWaterView() {
     waterWindow().close();
-    the().system.deactivate();
+    windows->system.deactivate();
 }
 
 void WindowController::dismissWaterView() {
     waterWindow().withdraw();
-    the().system.deactivate();
+    windows->system.deactivate();
 }
 
 void WindowController::toggleWaterView() {
@@ -257,33 +235,34 @@ void WindowController::showPrefView() {
     if (!view)
         return;
     view->show();
-    the().system.activate();
+    windows->system.activate();
 }
 
 PreferencesView* WindowController::prefView() {
-    auto& view = the().prefView;
-    if (!view && the().services.preferences)
-        view = std::make_unique<PreferencesView>(*the().services.preferences, the().client, the().mainQueue);
+    auto& view = windows->prefView;
+    if (!view && windows->services.preferences)
+        view = std::make_unique<PreferencesView>(*windows->services.preferences, windows->app,
+                                                 windows->mainQueue);
     return view.get();
 }
 
 void WindowController::settlePreferences() {
-    if (the().prefView)
-        the().prefView->closed();
+    if (windows->prefView)
+        windows->prefView->closed();
 }
 
 void WindowController::showAbout() {
-    if (!the().services.about)
+    if (!windows->services.about)
         return;
-    const AboutApp about = the().client.about();
-    the().services.about->show({about.icon.value_or(""), about.name, PrefAboutView::versionLine(about),
-                                about.copyright, localized("Release Notes"), about.releaseNotesLink});
-    the().system.activate();
+    const AboutApp about = windows->app.about();
+    windows->services.about->show({about.icon.value_or(""), about.name, PrefAboutView::versionLine(about),
+                                   about.copyright, localized("Release Notes"), about.releaseNotesLink});
+    windows->system.activate();
 }
 
 void WindowController::showUpdater() {
-    if (the().services.updater)
-        the().services.updater->checkForUpdates();
+    if (windows->services.updater)
+        windows->services.updater->checkForUpdates();
 }
 
 } // namespace kelpa

@@ -5,7 +5,7 @@
 #include "platform/ports/Services.h"
 #include "platform/ports/Ticker.h"
 #include "platform/ports/WindowSystem.h"
-#include "ui/UiClient.h"
+#include "prefs/App.h"
 
 #include <functional>
 
@@ -18,7 +18,7 @@ class PreferencesView;
 class WindowController {
   public:
     /// All must outlive the process's last use of windows. Call before anything else.
-    static void wire(UiClient& client, WindowSystem& system, TickerSource& tickers, Queue& mainQueue,
+    static void wire(App& app, WindowSystem& system, TickerSource& tickers, Queue& mainQueue,
                      const Services& services);
 
     /// The start of the updater and, where it is on, of the water reminder.

@@ -146,19 +146,18 @@ void StoredTarget::write(DefaultsStore& store, std::string_view key, std::int64_
     store.setInteger(key, value);
 }
 
-PrefWaterState::PrefWaterState(DefaultsStore& store, const Clock& clock, Queue& mainQueue,
-                               WaterClient& client)
+PrefWaterState::PrefWaterState(DefaultsStore& store, const Clock& clock, Queue& mainQueue, App& app)
     : enable(store, "pref.water.enable", false), target(store, "pref.water.target", 1500),
       mode(store, "pref.water.mode", WaterMode::interval),
       intervalStartDate(store, "pref.water.interval.start", Calendar(clock).today(7, 0, 0)),
       intervalEndDate(store, "pref.water.interval.end", Calendar(clock).today(20, 0, 0)),
       selectedInterval(store, "pref.water.selectedInterval", 15),
       selectedTimings(store, "pref.water.selectedTimings", defaultTimings(Calendar(clock))),
-      finished(store, "pref.water.finished", 0, [&client](std::int64_t) { client.updateWaterItem(); }),
+      finished(store, "pref.water.finished", 0, [&app](std::int64_t) { app.updateWaterItem(); }),
       lastSelectedAmount(store, "pref.water.lastSelectedAmount", 150),
       // The key is older than the name; another one would lose everybody's day.
       lastClickTimestamp(store, "pref.water.lastShowDate", 0.0), calendar_(clock), mainQueue_(mainQueue),
-      client_(client) {}
+      app_(app) {}
 
 const std::vector<std::int64_t>& PrefWaterState::amounts() const {
     static const std::vector<std::int64_t> all = {50, 100, 150, 200, 250, 300, 350, 400, 500};
@@ -224,7 +223,7 @@ void PrefWaterState::schedule() {
         return;
     }
     const std::int64_t seconds = nextReminder();
-    workItem_ = std::make_shared<WorkItem>([this] { client_.showWaterView(); });
+    workItem_ = std::make_shared<WorkItem>([this] { app_.showWaterView(); });
     mainQueue_.asyncAfter(static_cast<double>(seconds), workItem_);
     armed_.tell(seconds);
 }
@@ -241,7 +240,7 @@ void PrefWaterState::updateSchedule() {
         logger().info("waterState.enable is false", at("updateSchedule()"));
         return;
     }
-    client_.updateWaterItem();
+    app_.updateWaterItem();
     if (inWorkTime())
         schedule();
     else

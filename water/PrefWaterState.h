@@ -3,6 +3,7 @@
 #include "base/Calendar.h"
 #include "base/Published.h"
 #include "platform/ports/Queue.h"
+#include "prefs/App.h"
 #include "prefs/Setting.h"
 #include "water/WaterDates.h"
 
@@ -15,14 +16,6 @@
 #include <vector>
 
 namespace kelpa {
-
-/// What the water reminder sets in motion elsewhere.
-class WaterClient {
-  public:
-    virtual ~WaterClient() = default;
-    virtual void showWaterView() = 0;
-    virtual void updateWaterItem() = 0;
-};
 
 /// How the next drink is found. The numbers are stored.
 enum class WaterMode : std::int64_t {
@@ -67,7 +60,7 @@ struct StoredTarget {
 /// day counts.
 class PrefWaterState {
   public:
-    PrefWaterState(DefaultsStore& store, const Clock& clock, Queue& mainQueue, WaterClient& client);
+    PrefWaterState(DefaultsStore& store, const Clock& clock, Queue& mainQueue, App& app);
 
     Setting<bool> enable;
     Setting<std::int64_t, StoredTarget> target; ///< ml a day
@@ -113,7 +106,7 @@ class PrefWaterState {
 
     Calendar calendar_;
     Queue& mainQueue_;
-    WaterClient& client_;
+    App& app_;
     std::shared_ptr<WorkItem> workItem_;
     Listeners<const std::int64_t&> armed_;
     Listeners<> cancelled_;

@@ -31,9 +31,9 @@ std::vector<PreferencesChoice> modes() {
 
 } // namespace
 
-PrefWaterView::PrefWaterView(PrefWaterState& state, WaterPaneClient& client, PreferencesWindow& window,
+PrefWaterView::PrefWaterView(PrefWaterState& state, App& app, PreferencesWindow& window,
                              AccumulatorMaker& accumulators)
-    : Pane(localized("Water"), "drop.circle"), state_(state), window_(window), waterPane_(state, client),
+    : Pane(localized("Water"), "drop.circle"), state_(state), window_(window), waterPane_(state, app),
       interval_(state, waterPane_, window), modeTold_(state.mode.observe([this](WaterMode) { showMode(); })) {
     addOptions(accumulators);
     addSchedule();

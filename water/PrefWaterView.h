@@ -21,8 +21,7 @@ class AccumulatorMaker {
 class PrefWaterView final : public Pane {
   public:
     /// All must outlive the pane.
-    PrefWaterView(PrefWaterState& state, WaterPaneClient& client, PreferencesWindow& window,
-                  AccumulatorMaker& accumulators);
+    PrefWaterView(PrefWaterState& state, App& app, PreferencesWindow& window, AccumulatorMaker& accumulators);
 
     void show() override;
 

@@ -21,11 +21,11 @@ void WaterPane::setEnable(bool enable) {
     if (!changes)
         return;
     if (enable) {
-        client_.insetWaterItem();
+        app_.insetWaterItem();
         state_.schedule();
     } else {
-        client_.removeWaterItem();
-        client_.closeWaterView();
+        app_.removeWaterItem();
+        app_.closeWaterView();
         state_.cancel();
     }
 }

@@ -4,21 +4,12 @@
 
 namespace kelpa {
 
-/// What the water pane sets in motion elsewhere.
-class WaterPaneClient {
-  public:
-    virtual ~WaterPaneClient() = default;
-    virtual void insetWaterItem() = 0;
-    virtual void removeWaterItem() = 0;
-    virtual void closeWaterView() = 0;
-};
-
 /// The behaviour of the water pane: it writes the settings, and each change plans the reminder anew. Setting
 /// what is already set changes nothing and so plans nothing.
 class WaterPane {
   public:
     /// Both must outlive the pane.
-    WaterPane(PrefWaterState& state, WaterPaneClient& client) : state_(state), client_(client) {}
+    WaterPane(PrefWaterState& state, App& app) : state_(state), app_(app) {}
 
     void setEnable(bool enable);
     void setTarget(std::int64_t millilitres);
@@ -41,7 +32,7 @@ class WaterPane {
     void change(Setting& setting, const Value& value);
 
     PrefWaterState& state_;
-    WaterPaneClient& client_;
+    App& app_;
 };
 
 } // namespace kelpa

@@ -35,10 +35,10 @@ std::string tipFor(bool inWorkTime, std::int64_t remainSeconds) {
 
 } // namespace
 
-WaterView::WaterView(NativeWindow& window, PrefWaterState& state, WaterViewClient& client)
-    : window_(window), state_(state), client_(client), face_(window.hostWaterPanel(*this)),
-      timer_(client.tickers().makeTicker(1.0)) {
-    face_->setTexts(texts(), offered(state.amounts()));
+WaterView::WaterView(NativeWindow& window, App& app, TickerSource& tickers, Queue& mainQueue)
+    : window_(window), app_(app), state_(app.waterState()), mainQueue_(mainQueue),
+      face_(window.hostWaterPanel(*this)), timer_(tickers.makeTicker(1.0)) {
+    face_->setTexts(texts(), offered(state_.amounts()));
 }
 
 void WaterView::appeared() {
@@ -131,7 +131,7 @@ void WaterView::amountTapped(std::int64_t millilitres) {
 void WaterView::skipPressed() {
     if (!window_.visible())
         return;
-    client_.closeWaterView();
+    app_.closeWaterView();
     state_.updateClickTimestamp();
     state_.schedule();
 }
@@ -141,15 +141,15 @@ void WaterView::donePressed() {
         return;
     state_.updateFinished();
     state_.updateClickTimestamp();
-    client_.mainQueue().asyncAfter(doneSeconds, std::make_shared<WorkItem>([this] {
-                                       client_.closeWaterView();
-                                       state_.schedule();
-                                   }));
+    mainQueue_.asyncAfter(doneSeconds, std::make_shared<WorkItem>([this] {
+                              app_.closeWaterView();
+                              state_.schedule();
+                          }));
 }
 
 void WaterView::closePressed() {
     if (window_.visible())
-        client_.dismissWaterView();
+        app_.dismissWaterView();
 }
 
 } // namespace kelpa

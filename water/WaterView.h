@@ -13,17 +13,6 @@
 
 namespace kelpa {
 
-/// What the water panel sets in motion elsewhere.
-class WaterViewClient {
-  public:
-    virtual ~WaterViewClient() = default;
-    virtual void closeWaterView() = 0;
-    /// Takes the panel off the screen at once, as its close button does.
-    virtual void dismissWaterView() = 0;
-    [[nodiscard]] virtual TickerSource& tickers() = 0;
-    [[nodiscard]] virtual Queue& mainQueue() = 0;
-};
-
 /// The content of the water panel: the day's progress, the countdown to the next drink, the choice of an
 /// amount and the answers. It counts only while it can be seen.
 class WaterView final : public WindowContent, private WaterPanelClient {
@@ -31,7 +20,7 @@ class WaterView final : public WindowContent, private WaterPanelClient {
     static constexpr Size size{280, 330};
 
     /// All must outlive the view.
-    WaterView(NativeWindow& window, PrefWaterState& state, WaterViewClient& client);
+    WaterView(NativeWindow& window, App& app, TickerSource& tickers, Queue& mainQueue);
 
     void appeared() override;
     void disappeared() override;
@@ -54,8 +43,9 @@ class WaterView final : public WindowContent, private WaterPanelClient {
     void setRemainSeconds(std::int64_t seconds);
 
     NativeWindow& window_;
+    App& app_;
     PrefWaterState& state_;
-    WaterViewClient& client_;
+    Queue& mainQueue_;
     std::unique_ptr<WaterPanelFace> face_;
     std::unique_ptr<Ticker> timer_;
     std::int64_t remainSeconds_ = 0;
