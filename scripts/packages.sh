@@ -38,7 +38,7 @@ KELPA_CHECK_PACKAGES=(
     "${KELPA_MACOS_PACKAGES[@]}"
     git clang libclang-rt-14-dev clang-format clang-tidy shellcheck libc++-16-dev
     sway grim foot mutter
-    appstream desktop-file-utils dpkg-dev fish flatpak-builder lintian makepkg man-db zsh
+    appstream desktop-file-utils dpkg-dev fish flatpak-builder libarchive-tools lintian makepkg man-db zsh
 )
 
 # The other program of the desktop benchmark.
