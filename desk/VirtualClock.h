@@ -1,7 +1,7 @@
 #pragma once
 
 #include "desk/VirtualTime.h"
-#include "platform/posix/LocalClock.h"
+#include "platform/posix/SystemClock.h"
 
 #include <string>
 

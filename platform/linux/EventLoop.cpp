@@ -1,19 +1,16 @@
 #include "platform/linux/EventLoop.h"
 
-#include "platform/linux/Monotonic.h"
 #include "platform/linux/TimerQueue.h"
 
 #include <systemd/sd-event.h>
 
 #include <algorithm>
-#include <atomic>
+#include <cmath>
 #include <csignal>
+#include <ctime>
 #include <sys/epoll.h>
-#include <sys/eventfd.h>
 #include <sys/wait.h>
 #include <system_error>
-#include <thread>
-#include <unistd.h>
 #include <vector>
 
 namespace kelpa {
@@ -22,6 +19,19 @@ namespace {
 
 /// What the loop asks the kernel for; anything above 1 lets it come as late as that on every tick.
 constexpr std::uint64_t accuracy = 1;
+/// Microseconds within which an alarm may ring together with something else.
+constexpr std::uint64_t alarmAccuracy = 10'000;
+constexpr double microseconds = 1e6;
+/// In seconds; some three thousand years.
+constexpr double longestWait = 1e11;
+
+/// A delay in microseconds: zero for what is not above zero, "not a number" included, and cut down where sums
+/// of times could overflow.
+TimerQueue::Time microsecondsOf(double seconds) {
+    if (!(seconds > 0))
+        return 0;
+    return static_cast<TimerQueue::Time>(std::llround(std::min(seconds, longestWait) * microseconds));
+}
 
 void check(int result, const char* what) {
     if (result < 0)
@@ -77,6 +87,11 @@ int onReadable(sd_event_source*, int, std::uint32_t, void* data) noexcept {
     return 0;
 }
 
+int onAlarm(sd_event_source*, std::uint64_t, void* data) noexcept {
+    (*static_cast<std::function<void()>*>(data))();
+    return 0;
+}
+
 int waitStatus(const siginfo_t& info) {
     if (info.si_code == CLD_EXITED)
         return W_EXITCODE(info.si_status, 0);
@@ -124,13 +139,11 @@ struct EventLoop::State {
     bool started = false;
     bool stopped = false;
     std::shared_ptr<TimerQueue> queue = std::make_shared<TimerQueue>();
-    std::atomic<std::thread::id> runner;
     const std::vector<int> ending = endingSignals();
     sigset_t oldMask{};
     sd_event* event = nullptr;
     sd_event_source* timer = nullptr;
-    sd_event_source* wakeSource = nullptr;
-    int wakeFd = -1;
+    sd_event_source* first = nullptr; ///< of the signals, always listened to
     TimerQueue::Time armedFor = 0;
 
     explicit State(double factor) : speed(factor) {
@@ -158,33 +171,20 @@ struct EventLoop::State {
         check(sd_event_new(&event), "event loop");
         check(sd_event_add_time(event, &timer, CLOCK_MONOTONIC, 0, accuracy, onTime, this), "timer");
         check(sd_event_source_set_enabled(timer, SD_EVENT_OFF), "timer");
-        wakeFd = eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
-        check(wakeFd < 0 ? -errno : 0, "eventfd");
-        check(sd_event_add_io(event, &wakeSource, wakeFd, EPOLLIN, onWake, this), "eventfd");
-        check(sd_event_source_set_prepare(wakeSource, onPrepare), "timer");
         for (const int number : ending)
-            check(sd_event_add_signal(event, nullptr, number, onSignal, this), "signals");
+            check(sd_event_add_signal(event, first ? nullptr : &first, number, onSignal, this), "signals");
+        // A source that is switched off, as the timer's is while nothing waits, is not asked to prepare.
+        check(sd_event_source_set_prepare(first, onPrepare), "timer");
     }
 
     void close() {
         sd_event_source_disable_unref(timer);
-        sd_event_source_disable_unref(wakeSource);
-        if (wakeFd >= 0)
-            ::close(wakeFd);
+        sd_event_source_disable_unref(first);
         sd_event_unref(event);
     }
 
     std::shared_ptr<TimerQueue::Job> arm(TimerQueue::Time delay, std::function<void()> work) {
-        auto job = queue->add(monotonicMicroseconds() + delay, 0, std::move(work));
-        wake();
-        return job;
-    }
-
-    /// The loop's own thread looks at the queue before it sleeps; only another one has to wake it.
-    void wake() const {
-        const auto thread = runner.load();
-        if (thread != std::thread::id() && thread != std::this_thread::get_id())
-            eventfd_write(wakeFd, 1);
+        return queue->add(monotonicMicroseconds() + delay, 0, std::move(work));
     }
 
     void setTimer() {
@@ -205,11 +205,6 @@ struct EventLoop::State {
         of(data).queue->runDue(monotonicMicroseconds(), of(data).stopped);
         return 0;
     }
-    static int onWake(sd_event_source*, int fd, std::uint32_t, void*) noexcept {
-        eventfd_t count = 0;
-        eventfd_read(fd, &count);
-        return 0;
-    }
     static int onPrepare(sd_event_source*, void* data) noexcept {
         of(data).setTimer();
         return 0;
@@ -223,6 +218,17 @@ struct EventLoop::State {
         sd_event_exit(event, 0);
     }
 };
+
+double monotonicSeconds() {
+    return static_cast<double>(monotonicMicroseconds()) / microseconds;
+}
+
+TimerQueue::Time monotonicMicroseconds() {
+    timespec now{};
+    clock_gettime(CLOCK_MONOTONIC, &now);
+    return static_cast<TimerQueue::Time>(now.tv_sec) * 1'000'000U +
+           static_cast<TimerQueue::Time>(now.tv_nsec) / 1000U;
+}
 
 EventLoop::EventLoop(double speed) : state_(std::make_unique<State>(speed)) {}
 
@@ -244,6 +250,10 @@ void EventLoop::asyncAfter(double seconds, std::shared_ptr<WorkItem> item) {
     // An item that was cancelled before it could be told how to leave must not stay behind either.
     if (!item->pending())
         leave->cancel();
+}
+
+Queue& EventLoop::makeSerialQueue(const std::string&) {
+    return *this;
 }
 
 void EventLoop::terminate() {
@@ -288,9 +298,7 @@ void EventLoop::interruptibly(const std::function<void()>& work) {
 
 int EventLoop::run() {
     state_->started = true;
-    state_->runner = std::this_thread::get_id();
     const int code = sd_event_loop(state_->event);
-    state_->runner = std::thread::id();
     check(code, "event loop");
     return code;
 }
@@ -305,6 +313,25 @@ bool EventLoop::ending() const {
 
 sd_event* EventLoop::handle() const {
     return state_->event;
+}
+
+Alarm::Alarm(const EventLoop& loop, std::function<void()> rings) : rings_(std::move(rings)) {
+    check(sd_event_add_time(loop.handle(), &source_, CLOCK_MONOTONIC, 0, alarmAccuracy, onAlarm, &rings_),
+          "alarm");
+    stop();
+}
+
+Alarm::~Alarm() {
+    sd_event_source_disable_unref(source_);
+}
+
+void Alarm::set(double seconds) {
+    sd_event_source_set_time(source_, monotonicMicroseconds() + microsecondsOf(seconds));
+    sd_event_source_set_enabled(source_, SD_EVENT_ONESHOT);
+}
+
+void Alarm::stop() {
+    sd_event_source_set_enabled(source_, SD_EVENT_OFF);
 }
 
 } // namespace kelpa

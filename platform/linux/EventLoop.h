@@ -5,19 +5,26 @@
 #include "platform/ports/Services.h"
 #include "platform/ports/Ticker.h"
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 
 struct sd_event;
+struct sd_event_source;
 
 namespace kelpa {
 
-/// The main loop: timers, file descriptors and signals of the whole program run on the thread that calls
-/// `run()`. Ticks and delayed work pass `speed` times as fast as real time; `afterReal` does not. While there
-/// is a loop, SIGTERM, SIGINT, SIGHUP and SIGCHLD are blocked in the thread that made it, and SIGPIPE and
-/// SIGXFSZ are ignored: a child process must undo both before it becomes another program. A SIGHUP that was
-/// ignored before stays so, as whoever asks for that wants the program to outlive its terminal.
-class EventLoop final : public TickerSource, public Queue, public ApplicationLoop {
+/// Seconds on the clock that stands still while the machine sleeps.
+[[nodiscard]] double monotonicSeconds();
+/// The same in microseconds.
+[[nodiscard]] std::uint64_t monotonicMicroseconds();
+
+/// The main loop: timers, file descriptors and signals of the whole program, which has no other thread. Ticks
+/// and delayed work pass `speed` times as fast as real time; `afterReal` does not. While there is a loop,
+/// SIGTERM, SIGINT, SIGHUP and SIGCHLD are blocked, and SIGPIPE and SIGXFSZ are ignored: a child process must
+/// undo both before it becomes another program. A SIGHUP that was ignored before stays so, as whoever asks
+/// for that wants the program to outlive its terminal.
+class EventLoop final : public TickerSource, public Queue, public QueueSource, public ApplicationLoop {
   public:
     explicit EventLoop(double speed = 1.0);
     ~EventLoop() override;
@@ -27,6 +34,8 @@ class EventLoop final : public TickerSource, public Queue, public ApplicationLoo
     std::unique_ptr<Ticker> makeTicker(double interval) override;
     void async(std::function<void()> work) override;
     void asyncAfter(double seconds, std::shared_ptr<WorkItem> item) override;
+    /// This loop itself: work that only waits for its time needs no thread to wait in.
+    Queue& makeSerialQueue(const std::string& label) override;
     void terminate() override;
 
     /// Runs `work` once, `seconds` of real time from now, unless the handle ends first.
@@ -55,6 +64,25 @@ class EventLoop final : public TickerSource, public Queue, public ApplicationLoo
   private:
     struct State;
     std::unique_ptr<State> state_;
+};
+
+/// A timer that is set again and again, which needs no memory. It counts real time, in which a machine that
+/// sleeps does not grow older, and may ring a little late.
+class Alarm {
+  public:
+    /// The loop outlives the alarm, and the alarm does not end while it rings.
+    Alarm(const EventLoop& loop, std::function<void()> rings);
+    ~Alarm();
+    Alarm(const Alarm&) = delete;
+    Alarm& operator=(const Alarm&) = delete;
+
+    /// Rings once, `seconds` from now, and not when it was to ring before.
+    void set(double seconds);
+    void stop();
+
+  private:
+    std::function<void()> rings_;
+    sd_event_source* source_ = nullptr;
 };
 
 } // namespace kelpa

@@ -1,6 +1,6 @@
 #include "platform/linux/LinuxClock.h"
 
-#include "platform/linux/Monotonic.h"
+#include "platform/linux/EventLoop.h"
 
 #include <clocale>
 #include <cstdint>

@@ -1,7 +1,7 @@
 #include "platform/linux/Options.h"
 
 #include "platform/linux/BuildConfig.h"
-#include "platform/posix/Speed.h"
+#include "platform/posix/SystemClock.h"
 
 #include <algorithm>
 

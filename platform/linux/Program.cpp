@@ -48,8 +48,8 @@ std::vector<std::unique_ptr<ActivitySource>> activitySources(EventLoop& loop, co
 } // namespace
 
 Program::Program(EventLoop& loop, Display& display, double speed, Bus& session, Instance& instance)
-    : loop_(loop), session_(session), systemBus_(loop, Bus::Kind::System), queues_(speed),
-      folders_(dataFolders()), clock_(speed), store_(settingsFile(), *this, loop),
+    : loop_(loop), session_(session), systemBus_(loop, Bus::Kind::System), folders_(dataFolders()),
+      clock_(speed), store_(settingsFile(), *this, loop),
       windows_({loop, display.screens(), display.focus(), *this}, helperPath("kelpa-view")), about_(windows_),
       preferences_(windows_), tray_(display.makeTray(*this)), fonts_(folders_.data),
       translations_(folders_.locale), fatalErrors_(logCritical), lock_(loop, session, systemBus_),
@@ -62,7 +62,7 @@ Program::Program(EventLoop& loop, Display& display, double speed, Bus& session, 
       updater_({loop, clock_, store_, updateWindow_, *this},
                UpdateSetup::ofThisCopy(system_, translations_.language())),
       ports_{
-          clock_, loop,          loop,      queues_,
+          clock_, loop,          loop,      loop,
           store_, statusBar_,    windows_,  system_,
           fonts_, translations_, random_,   fatalErrors_,
           loop,   lock_,         activity_, Services{&loginItem_, &updater_, &mail_, &about_, &preferences_}},

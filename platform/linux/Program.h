@@ -9,7 +9,6 @@
 #include "platform/linux/LinuxClock.h"
 #include "platform/linux/LinuxFonts.h"
 #include "platform/linux/LinuxSystemInfo.h"
-#include "platform/linux/SerialQueues.h"
 #include "platform/linux/control/ControlObject.h"
 #include "platform/linux/display/Display.h"
 #include "platform/linux/events/DeskGate.h"
@@ -67,7 +66,6 @@ class Program final : private StoreReport, private WindowReport, private Instanc
     EventLoop& loop_;
     Bus& session_;
     Bus systemBus_;
-    SerialQueues queues_;
     DataFolders folders_;
     LinuxClock clock_;
     PlistStore store_;

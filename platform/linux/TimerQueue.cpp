@@ -26,32 +26,26 @@ std::shared_ptr<TimerQueue::Job> TimerQueue::add(Time due, Time interval, std::f
     job->interval = interval;
     job->work = std::move(work);
     job->armed = true;
-    std::lock_guard lock(mutex_);
     job->key = {due, nextNumber_++};
     jobs_.emplace(job->key, job);
     return job;
 }
 
 void TimerQueue::remove(Job& job) {
-    // The job, and what its work holds on to, is destroyed after the lock is gone: that may cancel others.
-    Jobs::node_type gone;
-    std::lock_guard lock(mutex_);
-    if (job.armed)
-        gone = jobs_.extract(job.key);
-    job.armed = false;
+    if (!std::exchange(job.armed, false))
+        return;
+    // The job is destroyed once it has left the queue: what its work holds on to may cancel others.
+    const auto gone = jobs_.extract(job.key);
 }
 
 std::optional<TimerQueue::Time> TimerQueue::earliest() const {
-    std::lock_guard lock(mutex_);
     if (jobs_.empty())
         return std::nullopt;
     return jobs_.begin()->first.first;
 }
 
 void TimerQueue::runDue(Time now, const bool& stopped) {
-    std::unique_lock lock(mutex_);
     const auto armedBefore = nextNumber_;
-    lock.unlock();
     while (!stopped) {
         const auto job = takeDue(now, armedBefore);
         if (!job)
@@ -61,7 +55,6 @@ void TimerQueue::runDue(Time now, const bool& stopped) {
 }
 
 std::shared_ptr<TimerQueue::Job> TimerQueue::takeDue(Time now, std::uint64_t armedBefore) {
-    std::lock_guard lock(mutex_);
     const auto first = jobs_.begin();
     if (first == jobs_.end() || first->first.first > now || first->first.second >= armedBefore)
         return nullptr;

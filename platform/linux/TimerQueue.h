@@ -4,15 +4,14 @@
 #include <functional>
 #include <map>
 #include <memory>
-#include <mutex>
 #include <optional>
 #include <utility>
 
 namespace kelpa {
 
 /// What is due when: jobs in the order of their times, and those of one instant in the order they were armed.
-/// Knows no clock; times are microseconds on whatever clock its owner uses. Every member may be called from
-/// any thread, and none runs a job but `runDue`.
+/// Knows no clock; times are microseconds on whatever clock its owner uses. No member but `runDue` runs a
+/// job.
 class TimerQueue {
   public:
     using Time = std::uint64_t;
@@ -36,7 +35,6 @@ class TimerQueue {
     using Jobs = std::map<Key, std::shared_ptr<Job>>;
     std::shared_ptr<Job> takeDue(Time now, std::uint64_t armedBefore);
 
-    mutable std::mutex mutex_;
     Jobs jobs_;
     std::uint64_t nextNumber_ = 0;
 };

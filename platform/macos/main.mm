@@ -4,7 +4,7 @@
 #import "platform/macos/KelpaDelegate.h"
 #import "platform/macos/Program.h"
 
-#include "platform/posix/Speed.h"
+#include "platform/posix/SystemClock.h"
 
 namespace {
 

@@ -8,8 +8,8 @@
 
 namespace kelpa {
 
-/// Runs work one piece after another. Both verbs may be called from any thread, and neither ever runs the
-/// work inside the call.
+/// Runs work one piece after another. Neither verb ever runs the work inside the call. Both may be called
+/// from every thread on which the platform runs work.
 class Queue {
   public:
     virtual ~Queue() = default;
@@ -24,8 +24,9 @@ class Queue {
 class QueueSource {
   public:
     virtual ~QueueSource() = default;
-    /// A queue that runs its work one piece after another, beside the main thread where the platform has
-    /// threads. `label` tells a person who looks at the process what the queue is for. The source owns it.
+    /// A queue that runs its work one piece after another, on a thread beside the main one or on that itself,
+    /// as is customary on the platform. `label` tells a person who looks at the process what the queue is
+    /// for, where that can be told. The source owns it.
     virtual Queue& makeSerialQueue(const std::string& label) = 0;
 };
 

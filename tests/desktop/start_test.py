@@ -73,6 +73,10 @@ class Signals(StartTest):
 
 
 class Limits(StartTest):
+    def test_it_has_one_thread(self):
+        process = self.answering()
+        self.assertEqual(len(os.listdir(f"/proc/{process.pid}/task")), 1)
+
     def test_files_that_may_not_grow_are_survived(self):
         process = self.answering("ulimit -f 0;")
         self.settle(1.5)

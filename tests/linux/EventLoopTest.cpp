@@ -2,8 +2,6 @@
 #include "Support.h"
 
 #include <algorithm>
-#include <array>
-#include <atomic>
 #include <cerrno>
 #include <cmath>
 #include <csignal>
@@ -144,45 +142,23 @@ TEST_F(EventLoopTest, aCancelledItemLeavesTheQueueAtOnce) {
     EXPECT_EQ(cancelledBefore.use_count(), 1);
 }
 
-TEST_F(EventLoopTest, otherThreadsHandWorkOverInTheirOrder) {
-    constexpr int threads = 4, pieces = 500;
-    std::array<std::vector<int>, threads> got;
-    std::atomic<int> cancelled = 0;
-    std::vector<std::thread> workers;
-    int done = 0;
-    for (std::size_t t = 0; t < threads; ++t)
-        workers.emplace_back([&, t] {
-            for (int i = 0; i < pieces; ++i) {
-                const auto item = std::make_shared<WorkItem>([&] { ++cancelled; });
-                loop.asyncAfter(30, item);
-                loop.async([&, t, i] {
-                    got[t].push_back(i);
-                    if (++done == threads * pieces)
-                        loop.terminate();
-                });
-                item->cancel();
-            }
-        });
-    EXPECT_EQ(loop.run(), 0);
-    for (std::thread& worker : workers)
-        worker.join();
-    for (const auto& order : got) {
-        ASSERT_EQ(order.size(), pieces);
-        EXPECT_TRUE(std::is_sorted(order.begin(), order.end()));
+/// What the program does with a serial queue: a check that the main thread puts off again and again, and that
+/// hands over what it found.
+TEST_F(EventLoopTest, aSerialQueueHandsOverBehindWhatWasDueBefore) {
+    Queue& queue = loop.makeSerialQueue("app.example.checks");
+    const auto check = [&] {
+        note("check");
+        loop.async([this] { note("handed over"); });
+    };
+    for (int i = 0; i < 100; ++i) {
+        const auto putOff = std::make_shared<WorkItem>(check);
+        queue.asyncAfter(0.01, putOff);
+        putOff->cancel();
     }
-    EXPECT_EQ(cancelled, 0);
-}
-
-TEST_F(EventLoopTest, anotherThreadWakesTheSleepingLoop) {
-    const double start = secondsNow();
-    std::thread other([this] {
-        std::this_thread::sleep_for(std::chrono::milliseconds(50));
-        loop.async([this] { loop.terminate(); });
-    });
-    after(10, "much later");
-    EXPECT_EQ(loop.run(), 0);
-    other.join();
-    EXPECT_LT(secondsNow() - start, 5);
+    queue.asyncAfter(0.01, std::make_shared<WorkItem>(check));
+    after(0.01, "main thread");
+    spinUntil(loop, [this] { return log.size() == 3; });
+    EXPECT_EQ(log, (Log{"check", "main thread", "handed over"}));
 }
 
 TEST_F(EventLoopTest, speedAppliesToTicksAndDelaysAlone) {

@@ -1,6 +1,5 @@
 #include "platform/linux/bus/Bus.h"
 
-#include "platform/linux/Monotonic.h"
 #include "platform/linux/bus/BusCall.h"
 
 #include <algorithm>
@@ -18,10 +17,6 @@ constexpr double longestPause = 60;
 constexpr double proven = 60;
 /// Somebody who takes connections and answers none of them is no bus.
 constexpr double patience = 10;
-
-double now() {
-    return static_cast<double>(monotonicMicroseconds()) / 1e6;
-}
 
 } // namespace
 
@@ -86,7 +81,7 @@ void Bus::answered(sd_bus_message* reply) {
     later_.cancel();
     name_ = name;
     failure_.clear();
-    openedAt_ = now();
+    openedAt_ = monotonicSeconds();
     tell(&BusClient::busOpened);
 }
 
@@ -108,7 +103,7 @@ void Bus::tryLater(const std::string& why) {
 void Bus::drop() {
     const bool wasOpen = open();
     name_.clear();
-    if (wasOpen && now() - openedAt_ >= proven)
+    if (wasOpen && monotonicSeconds() - openedAt_ >= proven)
         pause_ = firstPause;
     if (wasOpen)
         tell(&BusClient::busLost);

@@ -4,7 +4,6 @@
 #include "platform/linux/control/BusValues.h"
 #include "platform/linux/control/ControlInterface.h"
 
-#include <chrono>
 #include <cstring>
 
 namespace kelpa {
@@ -68,10 +67,6 @@ const sd_bus_vtable vtable[] = {
     SD_BUS_VTABLE_END,
 };
 
-double secondsNow() {
-    return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
-}
-
 bool onlyTimeMoved(const RemoteStatus& before, RemoteStatus after) {
     after.time = before.time;
     return after == before;
@@ -134,12 +129,12 @@ void ControlObject::watched(bool any) {
         return;
     // Who begins to watch reads for itself how things are.
     told_ = RemoteControl::status();
-    toldAt_ = secondsNow();
+    toldAt_ = monotonicSeconds();
     changes_ = RemoteControl::observe([this] { changed(); });
 }
 
 void ControlObject::changed() {
-    const double now = secondsNow();
+    const double now = monotonicSeconds();
     const double wait = toldAt_ + secondsBetweenSignals - now;
     if (wait <= 0) {
         waiting_ = loop_.afterReal(0, [this] { announce(); });
@@ -153,7 +148,7 @@ void ControlObject::changed() {
 /// count for good. Should the next one not come, the last word is late and not lost.
 void ControlObject::held() {
     constexpr double tooLong = 0.1, untilTheNextTick = 1.1;
-    const bool late = secondsNow() - heldSince_ > tooLong;
+    const bool late = monotonicSeconds() - heldSince_ > tooLong;
     if (late && onlyTimeMoved(told_, RemoteControl::status()))
         waiting_ = loop_.afterReal(untilTheNextTick, [this] { announce(); });
     else
@@ -168,7 +163,7 @@ void ControlObject::announce() {
     if (const BusMessage signal = changeSignal(bus_, told_, now))
         sd_bus_send(bus_.handle(), signal.get(), nullptr);
     told_ = std::move(now);
-    toldAt_ = secondsNow();
+    toldAt_ = monotonicSeconds();
 }
 
 } // namespace kelpa

@@ -1,7 +1,5 @@
 #include "platform/linux/display/X11Connection.h"
 
-#include "platform/linux/Monotonic.h"
-
 #include <poll.h>
 #include <utility>
 #include <xcb/xcbext.h>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/Alarm.h"
+#include "platform/linux/EventLoop.h"
 
 namespace kelpa {
 

@@ -2,7 +2,6 @@
 
 #include "platform/linux/helper/TrayProtocol.h"
 
-#include <chrono>
 #include <utility>
 
 namespace kelpa {
@@ -17,10 +16,6 @@ constexpr double patience = 5;
 
 const char* flag(bool value) {
     return value ? "1" : "0";
-}
-
-double secondsNow() {
-    return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
 }
 
 } // namespace
@@ -135,7 +130,7 @@ void TrayProcess::helperSaid(const wire::Message& message) {
 }
 
 void TrayProcess::helperFailed(const std::string& how) {
-    if (restarts_.take(secondsNow())) {
+    if (restarts_.take(monotonicSeconds())) {
         report_.warning("kelpa-tray " + how);
         update();
     } else {

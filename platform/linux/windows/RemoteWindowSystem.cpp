@@ -4,20 +4,11 @@
 #include "platform/linux/helper/ViewProtocol.h"
 
 #include <algorithm>
-#include <chrono>
 #include <utility>
 
 namespace kelpa {
 
 namespace view = wire::view;
-
-namespace {
-
-double secondsNow() {
-    return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
-}
-
-} // namespace
 
 RemoteWindowSystem::RemoteWindowSystem(const WindowSystemParts& parts, std::string program)
     : parts_(parts), home_(static_cast<RemoteWindowHome*>(this), [](RemoteWindowHome*) {}),
@@ -122,7 +113,7 @@ bool RemoteWindowSystem::coverEveryScreen() const {
 }
 
 double RemoteWindowSystem::secondsSinceInput() const {
-    return secondsNow() - usedAt_;
+    return monotonicSeconds() - usedAt_;
 }
 
 void RemoteWindowSystem::visibilityChanged() {
@@ -187,7 +178,7 @@ void RemoteWindowSystem::helperHangs(double seconds) {
 void RemoteWindowSystem::helperFailed(const std::string& how) {
     idle_.cancel();
     answers_.end();
-    if (restarts_.take(secondsNow())) {
+    if (restarts_.take(monotonicSeconds())) {
         parts_.report.warning("kelpa-view " + how);
         if (anyVisible())
             startView();
@@ -206,7 +197,7 @@ void RemoteWindowSystem::helperSaid(const wire::Message& message) {
     else if (message.verb() == view::dragged)
         didDrag(message);
     else if (message.verb() == view::input)
-        usedAt_ = secondsNow();
+        usedAt_ = monotonicSeconds();
     else if (message.verb() == view::warning)
         parts_.report.warning("kelpa-view: " + message.field(1));
 }
