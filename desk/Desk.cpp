@@ -45,12 +45,6 @@ PreferencesClient& Desk::preferences() {
     return *WindowController::prefView();
 }
 
-WaterPane& Desk::waterPane() {
-    if (!waterPane_)
-        waterPane_ = std::make_unique<WaterPane>(AppState::waterState(), *application_);
-    return *waterPane_;
-}
-
 Date Desk::todayAt(const CivilTime& timeOfDay) const {
     return Calendar(clock).today(timeOfDay.hour, timeOfDay.minute, timeOfDay.second);
 }

@@ -8,7 +8,6 @@
 #include "desk/RecordingWindows.h"
 #include "desk/VirtualClock.h"
 #include "desk/VirtualTime.h"
-#include "water/WaterPane.h"
 
 #include <memory>
 #include <optional>
@@ -40,8 +39,6 @@ class Desk {
 
     /// What a person does in the preferences window, without showing it first.
     [[nodiscard]] static PreferencesClient& preferences();
-    /// The Water pane's behaviour under the window's controls, whose limits a script is free of.
-    [[nodiscard]] WaterPane& waterPane();
     /// Today at a time of day; the date in `time` does not count.
     [[nodiscard]] Date todayAt(const CivilTime& time) const;
 
@@ -66,7 +63,6 @@ class Desk {
     Ports ports_;
     std::optional<CivilTime> startTime_; ///< until something happens
     std::unique_ptr<Application> application_;
-    std::unique_ptr<WaterPane> waterPane_;
     std::vector<Subscription> subscriptions_;
 };
 

@@ -53,42 +53,32 @@ std::optional<WaterMode> parse(std::string_view text) {
     return raw && fromRawValue(*raw, mode) ? std::optional(mode) : std::nullopt;
 }
 
-template <class T, class Storage>
-Reader general(Setting<T, Storage> PrefState::*setting) {
-    return [setting](std::string_view text) -> std::optional<Run> {
+template <class T, class Set>
+Reader reader(Set set) {
+    return [set](std::string_view text) -> std::optional<Run> {
         const auto value = parse<T>(text);
         if (!value)
             return std::nullopt;
-        return [setting, value](Desk&) { (AppState::prefState().*setting).set(*value); };
-    };
-}
-
-template <class T, class Storage>
-Reader water(Setting<T, Storage> PrefWaterState::*setting) {
-    return [setting](std::string_view text) -> std::optional<Run> {
-        const auto value = parse<T>(text);
-        if (!value)
-            return std::nullopt;
-        return [setting, value](Desk&) { (AppState::waterState().*setting).set(*value); };
+        return [set, value](Desk&) { set(*value); };
     };
 }
 
 template <class T>
-Reader pane(void (WaterPane::*set)(T)) {
-    return [set](std::string_view text) -> std::optional<Run> {
-        const auto value = parse<T>(text);
-        if (!value)
-            return std::nullopt;
-        return [set, value](Desk& desk) { (desk.waterPane().*set)(*value); };
-    };
+Reader general(StoredSetting<T> PrefState::*setting) {
+    return reader<T>([setting](const T& value) { (AppState::prefState().*setting).set(value); });
 }
 
-Reader timeOfDay(void (WaterPane::*set)(Date)) {
-    return [set](std::string_view text) -> std::optional<Run> {
+template <class T, class Storage>
+Reader water(StoredSetting<T, Storage> PrefWaterState::*setting) {
+    return reader<T>([setting](const T& value) { (AppState::waterState().*setting).set(value); });
+}
+
+Reader timeOfDay(StoredSetting<Date, StoredDate> PrefWaterState::*setting) {
+    return [setting](std::string_view text) -> std::optional<Run> {
         const auto time = parseTimeOfDay(text);
         if (!time)
             return std::nullopt;
-        return [set, time](Desk& desk) { (desk.waterPane().*set)(desk.todayAt(*time)); };
+        return [setting, time](Desk& desk) { (AppState::waterState().*setting).set(desk.todayAt(*time)); };
     };
 }
 
@@ -107,15 +97,8 @@ std::optional<Run> timings(std::string_view text) {
         std::set<Date> points;
         for (const CivilTime& time : times)
             points.insert(desk.todayAt(time));
-        desk.waterPane().setSelectedTimings(points);
+        AppState::waterState().selectedTimings.set(points);
     };
-}
-
-std::optional<Run> style(std::string_view text) {
-    const auto value = parse<BreakStyle>(text);
-    if (!value)
-        return std::nullopt;
-    return [value](Desk&) { AppState::prefState().styleState().breakStyle.set(*value); };
 }
 
 const std::map<std::string, Reader, std::less<>>& readers() {
@@ -134,13 +117,15 @@ const std::map<std::string, Reader, std::less<>>& readers() {
         {"stopTimerAfterMouseStop", general(&PrefState::stopTimerAfterMouseStop)},
         {"showNewDayTip", general(&PrefState::showNewDayTip)},
         {"lastWeakupTimestamp", general(&PrefState::lastWeakupTimestamp)},
-        {"breakStyle", style},
-        {"enable", pane(&WaterPane::setEnable)},
-        {"target", pane(&WaterPane::setTarget)},
-        {"mode", pane(&WaterPane::setMode)},
-        {"intervalStartDate", timeOfDay(&WaterPane::setIntervalStartDate)},
-        {"intervalEndDate", timeOfDay(&WaterPane::setIntervalEndDate)},
-        {"selectedInterval", pane(&WaterPane::setSelectedInterval)},
+        {"breakStyle", reader<BreakStyle>([](BreakStyle style) {
+             AppState::prefState().styleState().breakStyle.set(style);
+         })},
+        {"enable", water(&PrefWaterState::enable)},
+        {"target", water(&PrefWaterState::target)},
+        {"mode", water(&PrefWaterState::mode)},
+        {"intervalStartDate", timeOfDay(&PrefWaterState::intervalStartDate)},
+        {"intervalEndDate", timeOfDay(&PrefWaterState::intervalEndDate)},
+        {"selectedInterval", water(&PrefWaterState::selectedInterval)},
         {"selectedTimings", timings},
         {"finished", water(&PrefWaterState::finished)},
         {"lastSelectedAmount", water(&PrefWaterState::lastSelectedAmount)},

@@ -1,10 +1,12 @@
 #include "desk/Script.h"
 
+#include "app/AppState.h"
 #include "base/Text.h"
 #include "desk/Preferences.h"
 #include "desk/Values.h"
-#include "prefs/PromptListEditor.h"
-#include "ui/PrefStyleView.h"
+#include "panes/PromptListControl.h"
+#include "ui/PreferencesPanes.h"
+#include "water/PerfWaterTimePointView.h"
 
 #include <cmath>
 #include <map>
@@ -183,9 +185,9 @@ Run point(std::string_view rest) {
     return [adds = what == "add", time](Desk& desk) {
         expectLaunched(desk);
         if (adds)
-            desk.waterPane().addTimePoint(desk.todayAt(*time));
+            PerfWaterTimePointView::addTimePoint(AppState::waterState(), desk.todayAt(*time));
         else
-            desk.waterPane().removeTimePoint(time->hour, time->minute);
+            PerfWaterTimePointView::removeTimePoint(AppState::waterState(), time->hour, time->minute);
     };
 }
 

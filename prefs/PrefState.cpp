@@ -7,18 +7,52 @@
 
 namespace kelpa {
 
-void reportUnusable(const Setting<std::int64_t>& setting) {
+namespace {
+
+std::string listKey(const char* prefix, BreakStyle style) {
+    return prefix + std::to_string(static_cast<std::int64_t>(style));
+}
+
+constexpr const char* promptKey = "break_prompt_list_";
+constexpr const char* newDayPromptKey = "new_day_break_prompt_list_";
+
+} // namespace
+
+void reportUnusable(const StoredSetting<std::int64_t>& setting) {
     logger().error("stored " + std::string(setting.key()) + " is " + std::to_string(setting()) +
                        ", with which the cycle cannot go on",
                    {"PrefState", "reportUnusable"});
 }
 
-std::int64_t lengthOf(const Setting<std::int64_t>& setting, std::int64_t secondsAUnit) {
+std::int64_t lengthOf(const StoredSetting<std::int64_t>& setting, std::int64_t secondsAUnit) {
     const std::int64_t value = setting();
     // Of the lowest number not even the first second can be taken away.
     if (!productFits(value, secondsAUnit) || value == std::numeric_limits<std::int64_t>::min())
         reportUnusable(setting);
     return checkedMultiply(value, secondsAUnit);
+}
+
+PrefStyleState::PrefStyleState(DefaultsStore& store)
+    : breakStyle(store, "break_style", BreakStyle::default_), store_(store) {}
+
+std::vector<std::string> PrefStyleState::promptList() const {
+    const BreakStyle style = breakStyle();
+    const auto stored = store_.texts(listKey(promptKey, style));
+    return stored ? *stored : prompts(style);
+}
+
+void PrefStyleState::setPromptList(const std::vector<std::string>& list) {
+    store_.setTexts(listKey(promptKey, breakStyle()), list);
+}
+
+std::vector<std::string> PrefStyleState::newDayPromptList() const {
+    const BreakStyle style = breakStyle();
+    const auto stored = store_.texts(listKey(newDayPromptKey, style));
+    return stored ? *stored : newDayPrompts(style);
+}
+
+void PrefStyleState::setNewDayPromptList(const std::vector<std::string>& list) {
+    store_.setTexts(listKey(newDayPromptKey, breakStyle()), list);
 }
 
 PrefState::PrefState(DefaultsStore& store, const Clock& clock, App& app)

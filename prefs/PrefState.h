@@ -2,19 +2,38 @@
 
 #include "base/Calendar.h"
 #include "prefs/App.h"
-#include "prefs/PrefStyleState.h"
+#include "prefs/BreakStyle.h"
 #include "prefs/Setting.h"
 
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace kelpa {
 
 /// Tells the log of a stored value that is about to end the program, for whoever edited the settings.
-void reportUnusable(const Setting<std::int64_t>& setting);
+void reportUnusable(const StoredSetting<std::int64_t>& setting);
 /// The length that a setting stands for, in seconds, of which one unit of it has so many. Ends the program
 /// where no countdown can hold it.
-[[nodiscard]] std::int64_t lengthOf(const Setting<std::int64_t>& setting, std::int64_t secondsAUnit);
+[[nodiscard]] std::int64_t lengthOf(const StoredSetting<std::int64_t>& setting, std::int64_t secondsAUnit);
+
+/// The chosen break style and the user's own copies of the prompt lists, one pair a style. A list whose key
+/// holds no array of texts is the style's built-in one; an empty array is a list without entries.
+class PrefStyleState {
+  public:
+    explicit PrefStyleState(DefaultsStore& store);
+
+    StoredSetting<BreakStyle> breakStyle;
+
+    /// The lists of the current style. Setting them announces nothing: the pane keeps its own copy.
+    [[nodiscard]] std::vector<std::string> promptList() const;
+    void setPromptList(const std::vector<std::string>& list);
+    [[nodiscard]] std::vector<std::string> newDayPromptList() const;
+    void setNewDayPromptList(const std::vector<std::string>& list);
+
+  private:
+    DefaultsStore& store_;
+};
 
 /// The general and break settings. Nothing is cached: what another program stores is seen at the next read.
 /// No ranges are checked here; the panes keep the values in theirs.
@@ -23,20 +42,20 @@ class PrefState {
     /// Reads and writes nothing. The store, the clock and the app must outlive the object.
     PrefState(DefaultsStore& store, const Clock& clock, App& app);
 
-    Setting<bool> launchAtLogin;
-    Setting<bool> showTime;
-    Setting<bool> autoCheckUpdate;
-    Setting<std::int64_t> workTime;  ///< minutes
-    Setting<std::int64_t> breakTime; ///< seconds
-    Setting<bool> customBreakPrompt;
-    Setting<std::string> breakPrompt;
-    Setting<std::int64_t> shortBreakTimes; ///< every this-many-th break is a long one; must not be 0
-    Setting<std::int64_t> longBreakTime;   ///< minutes
-    Setting<bool> forceLongBreak;
-    Setting<bool> restartTimerAfterAwake;
-    Setting<bool> stopTimerAfterMouseStop;
-    Setting<bool> showNewDayTip;
-    Setting<double> lastWeakupTimestamp; ///< seconds since 1970 of the last screen lock
+    StoredSetting<bool> launchAtLogin;
+    StoredSetting<bool> showTime;
+    StoredSetting<bool> autoCheckUpdate;
+    StoredSetting<std::int64_t> workTime;  ///< minutes
+    StoredSetting<std::int64_t> breakTime; ///< seconds
+    StoredSetting<bool> customBreakPrompt;
+    StoredSetting<std::string> breakPrompt;
+    StoredSetting<std::int64_t> shortBreakTimes; ///< every this-many-th break is a long one; must not be 0
+    StoredSetting<std::int64_t> longBreakTime;   ///< minutes
+    StoredSetting<bool> forceLongBreak;
+    StoredSetting<bool> restartTimerAfterAwake;
+    StoredSetting<bool> stopTimerAfterMouseStop;
+    StoredSetting<bool> showNewDayTip;
+    StoredSetting<double> lastWeakupTimestamp; ///< seconds since 1970 of the last screen lock
 
     [[nodiscard]] PrefStyleState& styleState() { return *styleState_; }
     /// Puts another style object in place and announces that to those who observe.

@@ -70,30 +70,69 @@ struct StoredAs<E> {
     }
 };
 
-/// One persisted value: a key, a type and the default that holds while the key is absent. It is read from the
-/// store at every access and written through at every assignment; then its side effect runs, and then those
-/// who observe it are told. It is also the two-way binding that a pane's control works on.
-template <class T, class Storage = StoredAs<T>>
+/// A value that is read anew at every access, written with all that a change sets in motion, and observed for
+/// what this program writes. Controls of panes work on it.
+template <class T>
 class Setting {
   public:
-    using Effect = std::function<void(const T&)>;
+    using Told = std::function<void(const T&)>;
 
-    Setting(DefaultsStore& store, std::string_view key, T defaultValue, Effect afterWrite = {})
-        : store_(store), key_(key), default_(std::move(defaultValue)), afterWrite_(std::move(afterWrite)) {}
+    Setting() = default;
+    virtual ~Setting() = default;
     Setting(const Setting&) = delete;
     Setting& operator=(const Setting&) = delete;
 
-    [[nodiscard]] T operator()() const { return Storage::read(store_, key_).value_or(default_); }
+    [[nodiscard]] virtual T operator()() const = 0;
+    virtual void set(const T& value) = 0;
+    /// Told after each write by this program, also of an equal value.
+    virtual Subscription observe(Told told) = 0;
+};
 
-    void set(const T& value) {
+/// A setting that is stored nowhere.
+template <class T>
+class TransientSetting final : public Setting<T> {
+  public:
+    using Told = typename Setting<T>::Told;
+
+    explicit TransientSetting(T value) : value_(std::move(value)) {}
+
+    [[nodiscard]] T operator()() const override { return value_; }
+    void set(const T& value) override {
+        value_ = value;
+        changed_.tell(value);
+    }
+    Subscription observe(Told told) override { return changed_.add(std::move(told)); }
+
+  private:
+    T value_;
+    Listeners<const T&> changed_;
+};
+
+/// A setting in the store: a key, a type and the default that holds while the key is absent. It is written
+/// through at every assignment; then its side effect runs, and then those who observe it are told.
+template <class T, class Storage = StoredAs<T>>
+class StoredSetting final : public Setting<T> {
+  public:
+    using Told = typename Setting<T>::Told;
+
+    StoredSetting(DefaultsStore& store, std::string_view key, T defaultValue, Told afterWrite = {})
+        : store_(store), key_(key), default_(std::move(defaultValue)), afterWrite_(std::move(afterWrite)) {}
+
+    [[nodiscard]] T operator()() const override { return Storage::read(store_, key_).value_or(default_); }
+
+    void set(const T& value) override {
+        const bool changes = afterChange_ && (*this)() != value;
         Storage::write(store_, key_, value);
         if (afterWrite_)
             afterWrite_(value);
         changed_.tell(value);
+        if (changes)
+            afterChange_(value);
     }
 
-    /// Told after each write by this program, also of an equal value.
-    Subscription observe(Effect told) { return changed_.add(std::move(told)); }
+    Subscription observe(Told told) override { return changed_.add(std::move(told)); }
+    /// Runs at the end of each assignment of another value.
+    void whenChanged(Told run) { afterChange_ = std::move(run); }
 
     [[nodiscard]] std::string_view key() const { return key_; }
 
@@ -101,7 +140,8 @@ class Setting {
     DefaultsStore& store_;
     std::string_view key_; ///< of a literal
     T default_;
-    Effect afterWrite_;
+    Told afterWrite_;
+    Told afterChange_;
     Listeners<const T&> changed_;
 };
 

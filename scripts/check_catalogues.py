@@ -18,7 +18,7 @@ import sys
 import xml.etree.ElementTree as xml
 from pathlib import Path
 
-CODE = ("base", "logging", "prefs", "timer", "water", "ui", "app", "platform")
+CODE = ("base", "logging", "prefs", "panes", "timer", "water", "ui", "app", "platform")
 DEFINITION = ("base/Localized.h", "base/Localized.cpp")     # where the operation itself is, with no text
 LITERAL = r'"(?:[^"\\\n]|\\.)*"'
 ADJACENT = re.compile(rf"{LITERAL}(?:\s*{LITERAL})*")

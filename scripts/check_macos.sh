@@ -147,10 +147,10 @@ if (($#)); then
     sources=("$@")
 else
     mapfile -t sources < <(git ls-files --cached --others --exclude-standard -- \
-        {base,logging,prefs,timer,water,ui,app,platform/posix,desk,tests/core,tests/support}/'*.cpp' 'platform/macos/*.cpp' 'platform/macos/*.mm')
+        {base,logging,prefs,panes,timer,water,ui,app,platform/posix,desk,tests/core,tests/support}/'*.cpp' 'platform/macos/*.cpp' 'platform/macos/*.mm')
 fi
 failed=0
-if git grep -nE '#include <(format|memory_resource|syncstream|stop_token|print)>' -- base logging prefs timer water ui app platform/ports platform/posix desk tests/core tests/support; then
+if git grep -nE '#include <(format|memory_resource|syncstream|stop_token|print)>' -- base logging prefs panes timer water ui app platform/ports platform/posix desk tests/core tests/support; then
     echo 'check_macos: these headers are not all there in the oldest library that has to do' >&2
     failed=1
 fi

@@ -2,11 +2,8 @@
 
 #include "base/Localized.h"
 #include "logging/SharedLogger.h"
-#include "ui/DigitalAccumulatorView.h"
-#include "ui/PrefAboutView.h"
-#include "ui/PrefBreakView.h"
-#include "ui/PrefGeneralView.h"
-#include "ui/PrefStyleView.h"
+#include "ui/PreferencesPanes.h"
+#include "water/PrefWaterView.h"
 
 namespace kelpa {
 
@@ -17,13 +14,11 @@ constexpr int minimumHeight = 400;
 
 } // namespace
 
-PreferencesView::PreferencesView(PreferencesWindow& window, App& app, Queue& mainQueue)
-    : mainQueue_(mainQueue), window_(window) {
-    AccumulatorMaker& accumulators = *this;
+PreferencesView::PreferencesView(PreferencesWindow& window, App& app, Queue& mainQueue) : window_(window) {
     panes_.push_back(std::make_unique<PrefGeneralView>(app.prefState(), window_));
     panes_.push_back(std::make_unique<PrefBreakView>(app.prefState(), window_, mainQueue));
     panes_.push_back(std::make_unique<PrefStyleView>(app.prefState(), window_));
-    panes_.push_back(std::make_unique<PrefWaterView>(app.waterState(), app, window_, accumulators));
+    panes_.push_back(std::make_unique<PrefWaterView>(app.waterState(), window_, mainQueue));
     panes_.push_back(std::make_unique<PrefAboutView>(app, window_));
     for (const auto& pane : panes_)
         for (const auto& control : pane->controls())
@@ -48,11 +43,6 @@ PreferencesLayout PreferencesView::layout() const {
     layout.decrease = {"minus", localized("Decrease")};
     layout.increase = {"plus", localized("Increase")};
     return layout;
-}
-
-std::unique_ptr<PaneControl> PreferencesView::makeAccumulator(PreferencesControl description,
-                                                              NumberBinding value, std::int64_t delta) {
-    return std::make_unique<DigitalAccumulatorView>(description, window_, mainQueue_, value, delta);
 }
 
 void PreferencesView::show() {

@@ -1,10 +1,9 @@
 #pragma once
 
+#include "panes/Pane.h"
 #include "platform/ports/Queue.h"
 #include "prefs/App.h"
-#include "prefs/Pane.h"
 #include "ui/ShownPreferences.h"
-#include "water/PrefWaterView.h"
 
 #include <functional>
 #include <map>
@@ -14,7 +13,7 @@
 namespace kelpa {
 
 /// The preferences window: five panes. It hands what a person does to the control that it was done to.
-class PreferencesView final : public PreferencesClient, private AccumulatorMaker {
+class PreferencesView final : public PreferencesClient {
   public:
     /// Lays the window out, which may be done once in its life. All must outlive the view.
     PreferencesView(PreferencesWindow& window, App& app, Queue& mainQueue);
@@ -38,14 +37,11 @@ class PreferencesView final : public PreferencesClient, private AccumulatorMaker
     void promptsReset(const std::string& id) override;
 
   private:
-    std::unique_ptr<PaneControl> makeAccumulator(PreferencesControl description, NumberBinding value,
-                                                 std::int64_t delta) override;
     [[nodiscard]] PreferencesLayout layout() const;
     /// Null, with a line in the log, for a control that there is not.
     [[nodiscard]] PaneControl* touched(const std::string& id);
     void act(const std::string& id, const std::function<void(PaneControl&)>& deed);
 
-    Queue& mainQueue_;
     ShownPreferences window_;
     std::vector<std::unique_ptr<Pane>> panes_;
     std::map<std::string, PaneControl*> controls_; ///< of all panes, by id

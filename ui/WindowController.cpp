@@ -7,7 +7,7 @@
 #include "prefs/PromptState.h"
 #include "ui/BreakView.h"
 #include "ui/PanelPlace.h"
-#include "ui/PrefAboutView.h"
+#include "ui/PreferencesPanes.h"
 #include "ui/PreferencesView.h"
 #include "ui/Window.h"
 #include "water/PrefWaterState.h"

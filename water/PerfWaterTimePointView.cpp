@@ -1,24 +1,24 @@
 #include "water/PerfWaterTimePointView.h"
 
 #include "base/Localized.h"
-#include "water/TimeOfDayControl.h"
+#include "logging/SharedLogger.h"
+#include "panes/ChoiceControls.h"
 
 #include <algorithm>
+#include <cstdio>
 #include <tuple>
 
 namespace kelpa {
 
-PerfWaterTimePointView::PerfWaterTimePointView(PrefWaterState& state, WaterPane& waterPane,
-                                               PreferencesWindow& window)
+PerfWaterTimePointView::PerfWaterTimePointView(PrefWaterState& state, PreferencesWindow& window)
     : PaneControl({controlId, PreferencesControlKind::TimePoints, localized("Time points"), {}}, window),
-      state_(state), waterPane_(waterPane),
-      told_(state.selectedTimings.observe([this](const auto&) { show(); })) {}
+      state_(state), told_(state.selectedTimings.observe([this](const auto&) { show(); })) {}
 
 void PerfWaterTimePointView::show() {
     std::vector<TimePoint> points;
     for (const Date point : state_.selectedTimings()) {
         const CivilTime time = state_.calendar().civil(point);
-        const std::string text = WaterPane::hoursAndMintes(state_.calendar(), point);
+        const std::string text = hoursAndMintes(state_.calendar(), point);
         points.push_back({time.hour, time.minute, text, localized("Remove this time") + " " + text});
     }
     const auto earlier = [](const TimePoint& a, const TimePoint& b) {
@@ -36,11 +36,40 @@ void PerfWaterTimePointView::propose() {
 
 void PerfWaterTimePointView::timePointAdded(int hour, int minute) {
     if (isTimeOfDay(hour, minute))
-        waterPane_.addTimePoint(state_.calendar().today(hour, minute, 0));
+        addTimePoint(state_, state_.calendar().today(hour, minute, 0));
 }
 
 void PerfWaterTimePointView::timePointRemoved(int hour, int minute) {
-    waterPane_.removeTimePoint(hour, minute);
+    removeTimePoint(state_, hour, minute);
+}
+
+void PerfWaterTimePointView::addTimePoint(PrefWaterState& state, Date date) {
+    auto points = state.selectedTimings();
+    points.insert(date);
+    state.selectedTimings.set(points);
+}
+
+void PerfWaterTimePointView::removeTimePoint(PrefWaterState& state, int hour, int minute) {
+    auto points = state.selectedTimings();
+    if (points.size() <= 1)
+        return;
+    const auto found = std::find_if(points.begin(), points.end(), [&](Date point) {
+        const CivilTime time = state.calendar().civil(point);
+        return time.hour == hour && time.minute == minute;
+    });
+    if (found == points.end()) {
+        logger().error("Can't find item", {"PerfWaterTimePointView", "removeTimePoint()"});
+        return;
+    }
+    points.erase(found);
+    state.selectedTimings.set(points);
+}
+
+std::string PerfWaterTimePointView::hoursAndMintes(const Calendar& calendar, Date form) {
+    const CivilTime time = calendar.civil(form);
+    char text[16];
+    std::snprintf(text, sizeof text, "%02d:%02d", time.hour, time.minute);
+    return text;
 }
 
 } // namespace kelpa

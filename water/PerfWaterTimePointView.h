@@ -1,7 +1,7 @@
 #pragma once
 
-#include "prefs/PaneControl.h"
-#include "water/WaterPane.h"
+#include "panes/Pane.h"
+#include "water/PrefWaterState.h"
 
 namespace kelpa {
 
@@ -11,19 +11,25 @@ class PerfWaterTimePointView final : public PaneControl {
   public:
     static constexpr const char* controlId = "selectedTimings";
 
-    /// All must outlive the view.
-    PerfWaterTimePointView(PrefWaterState& state, WaterPane& waterPane, PreferencesWindow& window);
+    /// Both must outlive the view.
+    PerfWaterTimePointView(PrefWaterState& state, PreferencesWindow& window);
 
     void show() override;
     void timePointAdded(int hour, int minute) override;
     void timePointRemoved(int hour, int minute) override;
+
+    /// Adds the instant as it is: the same clock time of another day is a point of its own.
+    static void addTimePoint(PrefWaterState& state, Date date);
+    /// Removes the first point with this hour and minute. The last point stays: a day needs one.
+    static void removeTimePoint(PrefWaterState& state, int hour, int minute);
+    /// A point's time of day as "hh:mm" in the current calendar.
+    [[nodiscard]] static std::string hoursAndMintes(const Calendar& calendar, Date form);
 
   private:
     /// The next full hour is as good a guess as any at what will be added.
     void propose();
 
     PrefWaterState& state_;
-    WaterPane& waterPane_;
     Subscription told_;
 };
 

@@ -157,7 +157,27 @@ PrefWaterState::PrefWaterState(DefaultsStore& store, const Clock& clock, Queue& 
       lastSelectedAmount(store, "pref.water.lastSelectedAmount", 150),
       // The key is older than the name; another one would lose everybody's day.
       lastClickTimestamp(store, "pref.water.lastShowDate", 0.0), calendar_(clock), mainQueue_(mainQueue),
-      app_(app) {}
+      app_(app) {
+    enable.whenChanged([this](bool enabled) { wasEnabled(enabled); });
+    const auto plan = [this](const auto&) { updateSchedule(); };
+    target.whenChanged(plan);
+    mode.whenChanged(plan);
+    intervalStartDate.whenChanged(plan);
+    intervalEndDate.whenChanged(plan);
+    selectedInterval.whenChanged(plan);
+    selectedTimings.whenChanged(plan);
+}
+
+void PrefWaterState::wasEnabled(bool enabled) {
+    if (enabled) {
+        app_.insetWaterItem();
+        schedule();
+    } else {
+        app_.removeWaterItem();
+        app_.closeWaterView();
+        cancel();
+    }
+}
 
 const std::vector<std::int64_t>& PrefWaterState::amounts() const {
     static const std::vector<std::int64_t> all = {50, 100, 150, 200, 250, 300, 350, 400, 500};

@@ -56,22 +56,22 @@ struct StoredTarget {
 };
 
 /// The water reminder: its settings, the day's millilitres and the one pending reminder. It does not repeat
-/// by itself; each answer, start and change of a setting arms it anew. Of the stored dates only the time of
-/// day counts.
+/// by itself; each answer, start and change of a setting arms it anew, while setting what is set already
+/// plans nothing. Of the stored dates only the time of day counts.
 class PrefWaterState {
   public:
     PrefWaterState(DefaultsStore& store, const Clock& clock, Queue& mainQueue, App& app);
 
-    Setting<bool> enable;
-    Setting<std::int64_t, StoredTarget> target; ///< ml a day
-    Setting<WaterMode> mode;
-    Setting<Date, StoredDate> intervalStartDate;
-    Setting<Date, StoredDate> intervalEndDate;
-    Setting<std::int64_t, StoredInterval> selectedInterval; ///< minutes
-    Setting<std::set<Date>, StoredTimePoints> selectedTimings;
-    Setting<std::int64_t> finished;                      ///< ml drunk today
-    Setting<std::int64_t> lastSelectedAmount;            ///< ml
-    Setting<double, StoredTimestamp> lastClickTimestamp; ///< seconds since 1970 of the last answer
+    StoredSetting<bool> enable;
+    StoredSetting<std::int64_t, StoredTarget> target; ///< ml a day
+    StoredSetting<WaterMode> mode;
+    StoredSetting<Date, StoredDate> intervalStartDate;
+    StoredSetting<Date, StoredDate> intervalEndDate;
+    StoredSetting<std::int64_t, StoredInterval> selectedInterval; ///< minutes
+    StoredSetting<std::set<Date>, StoredTimePoints> selectedTimings;
+    StoredSetting<std::int64_t> finished;                      ///< ml drunk today
+    StoredSetting<std::int64_t> lastSelectedAmount;            ///< ml
+    StoredSetting<double, StoredTimestamp> lastClickTimestamp; ///< seconds since 1970 of the last answer
 
     [[nodiscard]] const std::vector<std::int64_t>& amounts() const; ///< ml offered by the panel
     [[nodiscard]] std::int64_t remain() const;                      ///< ml; negative beyond the target
@@ -101,6 +101,7 @@ class PrefWaterState {
     Subscription observeCancelled(std::function<void()> told) { return cancelled_.add(std::move(told)); }
 
   private:
+    void wasEnabled(bool enabled);
     [[nodiscard]] std::vector<Date> pointsToday() const;
     [[nodiscard]] std::int64_t nextPoint() const;
 

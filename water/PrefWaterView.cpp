@@ -1,8 +1,7 @@
 #include "water/PrefWaterView.h"
 
 #include "base/Localized.h"
-#include "prefs/ChoiceControl.h"
-#include "prefs/SwitchControl.h"
+#include "panes/NumberTextField.h"
 #include "water/PerfWaterTimePointView.h"
 
 #include <algorithm>
@@ -11,16 +10,12 @@ namespace kelpa {
 
 namespace {
 
-constexpr std::int64_t targetStep = 50; ///< ml, as are the two below
-constexpr std::int64_t lowestTarget = 50;
-constexpr std::int64_t highestTarget = 20000;
+constexpr std::int64_t targetStep = 50; ///< ml, as is the range below
+constexpr NumberRange targetRange{50, 20000};
 constexpr const char* modeId = "mode";
-
-/// The nearest target that the pane sets.
-std::int64_t settableTarget(std::int64_t millilitres) {
-    const std::int64_t inRange = std::clamp(millilitres, lowestTarget, highestTarget);
-    return (inRange + targetStep / 2) / targetStep * targetStep;
-}
+constexpr const char* startId = "intervalStartDate";
+constexpr const char* endId = "intervalEndDate";
+constexpr const char* intervalId = "selectedInterval";
 
 std::vector<PreferencesChoice> modes() {
     std::vector<PreferencesChoice> all;
@@ -29,52 +24,63 @@ std::vector<PreferencesChoice> modes() {
     return all;
 }
 
+std::vector<PreferencesChoice> intervals() {
+    std::vector<PreferencesChoice> all;
+    for (const std::int64_t minutes : values(WaterMode::interval))
+        all.push_back({minutes, std::to_string(minutes) + localized("min")});
+    return all;
+}
+
 } // namespace
 
-PrefWaterView::PrefWaterView(PrefWaterState& state, App& app, PreferencesWindow& window,
-                             AccumulatorMaker& accumulators)
-    : Pane(localized("Water"), "drop.circle"), state_(state), window_(window), waterPane_(state, app),
-      interval_(state, waterPane_, window), modeTold_(state.mode.observe([this](WaterMode) { showMode(); })) {
-    addOptions(accumulators);
+void SettableTarget::set(const std::int64_t& millilitres) {
+    const std::int64_t inRange = std::clamp(millilitres, targetRange.lowest, targetRange.highest);
+    const std::int64_t settable = (inRange + targetStep / 2) / targetStep * targetStep;
+    if (settable != state_.target())
+        state_.target.set(settable);
+}
+
+PrefWaterIntervalView::PrefWaterIntervalView(Pane& pane, PrefWaterState& state, PreferencesWindow& window)
+    : window_(window) {
+    const std::string start = localized("Start time");
+    const std::string end = localized("End time");
+    const std::string interval = localized("water.interval");
+    pane.addRow<TimeOfDayControl>(start, startId, start, window, state.calendar(), state.intervalStartDate);
+    pane.addRow<TimeOfDayControl>(end, endId, end, window, state.calendar(), state.intervalEndDate);
+    pane.addRow<ChoiceControl>(interval,
+                               PreferencesControl{intervalId, PreferencesControlKind::Tiles, interval, {}},
+                               window, intervals(), state.selectedInterval);
+}
+
+void PrefWaterIntervalView::setVisible(bool visible) {
+    for (const char* id : {startId, endId, intervalId})
+        window_.setVisible(id, visible);
+}
+
+PrefWaterView::PrefWaterView(PrefWaterState& state, PreferencesWindow& window, Queue& mainQueue)
+    : Pane(localized("Water"), "drop.circle"), state_(state), window_(window), target_(state),
+      mode_(state.mode), modeTold_(state.mode.observe([this](WaterMode) { showMode(); })) {
+    addOptions(mainQueue);
     addSchedule();
 }
 
-void PrefWaterView::addOptions(AccumulatorMaker& accumulators) {
+void PrefWaterView::addOptions(Queue& mainQueue) {
     addSection(localized("Options"));
-    addRow(localized("Enable"), enable());
-    const std::string caption = localized("Target");
-    addRow(caption, accumulators.makeAccumulator(
-                        {"target", PreferencesControlKind::Accumulator, caption, localized("ml")}, target(),
-                        targetStep));
-    addRow(localized("Mode"), mode());
+    addRow<SwitchControl>(localized("Enable"), "enable", localized("Enable drink water reminder"), window_,
+                          state_.enable);
+    const std::string target = localized("Target");
+    addRow<DigitalAccumulatorView>(
+        target, PreferencesControl{"target", PreferencesControlKind::Accumulator, target, localized("ml")},
+        window_, mainQueue, target_, targetRange, targetStep);
+    const std::string mode = localized("Mode");
+    addRow<ChoiceControl>(mode, PreferencesControl{modeId, PreferencesControlKind::Picker, mode, {}}, window_,
+                          modes(), mode_);
 }
 
 void PrefWaterView::addSchedule() {
     addSection(localized("Schedule"));
-    interval_.addTo(*this);
-    addRow({}, std::make_unique<PerfWaterTimePointView>(state_, waterPane_, window_));
-}
-
-std::unique_ptr<PaneControl> PrefWaterView::enable() {
-    const auto write = [this](bool on) { waterPane_.setEnable(on); };
-    return std::make_unique<SwitchControl>("enable", localized("Enable drink water reminder"), window_,
-                                           bindingTo(state_.enable, write));
-}
-
-NumberBinding PrefWaterView::target() {
-    const auto write = [this](std::int64_t millilitres) {
-        const std::int64_t settable = settableTarget(millilitres);
-        if (settable != state_.target())
-            waterPane_.setTarget(settable);
-    };
-    return {bindingTo(state_.target, write), lowestTarget, highestTarget};
-}
-
-std::unique_ptr<PaneControl> PrefWaterView::mode() {
-    const auto write = [this](WaterMode mode) { waterPane_.setMode(mode); };
-    return std::make_unique<ChoiceControl>(
-        PreferencesControl{modeId, PreferencesControlKind::Picker, localized("Mode"), {}}, window_, modes(),
-        rawBindingTo(state_.mode, write));
+    interval_ = std::make_unique<PrefWaterIntervalView>(*this, state_, window_);
+    addRow<PerfWaterTimePointView>({}, state_, window_);
 }
 
 void PrefWaterView::show() {
@@ -85,7 +91,7 @@ void PrefWaterView::show() {
 void PrefWaterView::showMode() {
     const WaterMode mode = state_.mode();
     window_.setHint(modeId, tip(mode));
-    interval_.setVisible(mode == WaterMode::interval);
+    interval_->setVisible(mode == WaterMode::interval);
     window_.setVisible(PerfWaterTimePointView::controlId, mode == WaterMode::timing);
 }
 

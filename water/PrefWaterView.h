@@ -1,42 +1,57 @@
 #pragma once
 
-#include "prefs/Binding.h"
-#include "prefs/Pane.h"
-#include "water/PrefWaterIntervalView.h"
-#include "water/WaterPane.h"
+#include "panes/ChoiceControls.h"
+#include "platform/ports/Queue.h"
+#include "water/PrefWaterState.h"
 
 #include <memory>
 
 namespace kelpa {
 
-/// Makes the control with minus, digits and plus, which belongs to the user interface above.
-class AccumulatorMaker {
+/// The day's target as the pane sets it: in range, in whole steps, and only when that makes another one.
+class SettableTarget final : public Setting<std::int64_t> {
   public:
-    virtual ~AccumulatorMaker() = default;
-    [[nodiscard]] virtual std::unique_ptr<PaneControl>
-    makeAccumulator(PreferencesControl description, NumberBinding value, std::int64_t delta) = 0;
+    explicit SettableTarget(PrefWaterState& state) : state_(state) {}
+
+    [[nodiscard]] std::int64_t operator()() const override { return state_.target(); }
+    void set(const std::int64_t& millilitres) override;
+    Subscription observe(Told told) override { return state_.target.observe(std::move(told)); }
+
+  private:
+    PrefWaterState& state_;
+};
+
+/// The rows of the water pane for reminders in intervals: the working hours and the minutes from drink to
+/// drink. An end before the start is taken as it is; no reminder comes then.
+class PrefWaterIntervalView {
+  public:
+    /// Adds the rows to the pane, which both others must outlive.
+    PrefWaterIntervalView(Pane& pane, PrefWaterState& state, PreferencesWindow& window);
+
+    void setVisible(bool visible);
+
+  private:
+    PreferencesWindow& window_;
 };
 
 /// The Water pane: the reminder's switch, the day's target, the mode, and the rows of the chosen mode.
 class PrefWaterView final : public Pane {
   public:
     /// All must outlive the pane.
-    PrefWaterView(PrefWaterState& state, App& app, PreferencesWindow& window, AccumulatorMaker& accumulators);
+    PrefWaterView(PrefWaterState& state, PreferencesWindow& window, Queue& mainQueue);
 
     void show() override;
 
   private:
-    void addOptions(AccumulatorMaker& accumulators);
+    void addOptions(Queue& mainQueue);
     void addSchedule();
-    [[nodiscard]] std::unique_ptr<PaneControl> enable();
-    [[nodiscard]] NumberBinding target();
-    [[nodiscard]] std::unique_ptr<PaneControl> mode();
     void showMode();
 
     PrefWaterState& state_;
     PreferencesWindow& window_;
-    WaterPane waterPane_;
-    PrefWaterIntervalView interval_;
+    SettableTarget target_;
+    NumberOf<WaterMode> mode_;
+    std::unique_ptr<PrefWaterIntervalView> interval_;
     Subscription modeTold_;
 };
 

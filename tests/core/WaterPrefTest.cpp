@@ -1,6 +1,6 @@
 #include "app/AppState.h"
+#include "panes/NumberTextField.h"
 #include "tests/core/Settings.h"
-#include "ui/DigitalAccumulatorView.h"
 
 #include <gtest/gtest.h>
 
@@ -187,21 +187,17 @@ TEST(DigitalAccumulator, ItsButtonsKnowNoBoundsButThoseOfTheIntegers) {
     desk::VirtualTime time;
     desk::KeptJournal journal(time);
     desk::RecordingPreferences window(journal);
-    std::int64_t value = 3;
-    const NumberBinding binding{{[&] { return value; }, [&](std::int64_t set) { value = set; },
-                                 [](const std::function<void()>&) { return Subscription(); }},
-                                0,
-                                10};
-    DigitalAccumulatorView view({"amount", PreferencesControlKind::Accumulator, "", ""}, window, time,
-                                binding, 7);
+    TransientSetting<std::int64_t> value(3);
+    DigitalAccumulatorView view({"amount", PreferencesControlKind::Accumulator, "", ""}, window, time, value,
+                                {0, 10}, 7);
     view.stepped(-1);
-    EXPECT_EQ(value, -4);
+    EXPECT_EQ(value(), -4);
     view.typed("9");
     view.stepped(1);
-    EXPECT_EQ(value, 16);
-    value = std::numeric_limits<std::int64_t>::max() - 6;
+    EXPECT_EQ(value(), 16);
+    value.set(std::numeric_limits<std::int64_t>::max() - 6);
     EXPECT_DEATH(view.stepped(1), "overflow");
-    value = std::numeric_limits<std::int64_t>::min() + 6;
+    value.set(std::numeric_limits<std::int64_t>::min() + 6);
     EXPECT_DEATH(view.stepped(-1), "overflow");
 }
 

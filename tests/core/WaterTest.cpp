@@ -2,6 +2,7 @@
 #include "tests/core/Play.h"
 #include "tests/support/Files.h"
 #include "ui/WindowController.h"
+#include "water/PerfWaterTimePointView.h"
 #include "water/WaterDates.h"
 
 #include <gtest/gtest.h>
@@ -325,7 +326,8 @@ TEST(WaterPane, KeepsTheLastTimePointAndCountsInstantsNotClockTimes) {
     EXPECT_EQ(play("point remove 12:00\n"), (Lines{"0.000 log error Can't find item"}));
     play("point remove 13:30\npoint remove 09:00\n");
     ASSERT_EQ(water().selectedTimings().size(), 1U);
-    EXPECT_EQ(WaterPane::hoursAndMintes(water().calendar(), *water().selectedTimings().begin()), "13:30");
+    EXPECT_EQ(PerfWaterTimePointView::hoursAndMintes(water().calendar(), *water().selectedTimings().begin()),
+              "13:30");
 }
 
 TEST(WaterPanel, DoneAddsAtOnceAndClosesHalfASecondLater) {

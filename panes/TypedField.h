@@ -1,8 +1,9 @@
 #pragma once
 
 #include "base/WorkItem.h"
+#include "panes/Pane.h"
 #include "platform/ports/Queue.h"
-#include "prefs/PaneControl.h"
+#include "prefs/Setting.h"
 
 #include <memory>
 #include <optional>
@@ -50,6 +51,21 @@ class TypedField : public PaneControl {
     std::string shown_; ///< what was stored when it was last shown or typing began
     bool writing_ = false;
     std::shared_ptr<WorkItem> pause_;
+};
+
+/// One line of text. A line break that another program stored is shown as the backslash and n that stand for
+/// one where prompts are typed.
+class PlainTextField final : public TypedField {
+  public:
+    PlainTextField(PreferencesControl description, PreferencesWindow& window, Queue& mainQueue,
+                   Setting<std::string>& text);
+
+  private:
+    [[nodiscard]] std::string storedText() const override;
+    void store(const std::string& text) override;
+
+    Setting<std::string>& text_;
+    Subscription told_;
 };
 
 } // namespace kelpa

@@ -1,5 +1,6 @@
-#include "ui/NumberTextField.h"
+#include "panes/NumberTextField.h"
 
+#include "base/Checked.h"
 #include "base/Localized.h"
 #include "base/Text.h"
 
@@ -37,9 +38,9 @@ std::int64_t next(std::int64_t value, int direction, std::int64_t lowest, std::i
 } // namespace
 
 NumberTextField::NumberTextField(PreferencesControl description, PreferencesWindow& window, Queue& mainQueue,
-                                 NumberBinding number)
-    : TypedField(std::move(description), window, mainQueue), number_(std::move(number)),
-      told_(number_.value.observe([this] { show(); })) {}
+                                 Setting<std::int64_t>& number, NumberRange range)
+    : TypedField(std::move(description), window, mainQueue), number_(number), range_(range),
+      told_(number.observe([this](std::int64_t) { show(); })) {}
 
 std::optional<std::int64_t> NumberTextField::parse(const std::string& text) {
     const std::string digits = withoutBlanksAround(narrow(text));
@@ -50,20 +51,20 @@ std::optional<std::int64_t> NumberTextField::parse(const std::string& text) {
 }
 
 std::string NumberTextField::storedText() const {
-    return std::to_string(number_.value.get());
+    return std::to_string(number_());
 }
 
 std::string NumberTextField::problemOf(const std::string& text) const {
     const auto value = parse(text);
-    if (value && *value >= number_.lowest && *value <= number_.highest)
+    if (value && *value >= range_.lowest && *value <= range_.highest)
         return {};
     return withArguments(localized("Please enter a number from %1$s to %2$s."),
-                         {std::to_string(number_.lowest), std::to_string(number_.highest)});
+                         {std::to_string(range_.lowest), std::to_string(range_.highest)});
 }
 
 bool NumberTextField::isHalfTyped(const std::string& text) const {
     const auto value = parse(text);
-    return value ? *value >= 0 && *value < number_.lowest : withoutBlanksAround(narrow(text)).empty();
+    return value ? *value >= 0 && *value < range_.lowest : withoutBlanksAround(narrow(text)).empty();
 }
 
 void NumberTextField::store(const std::string& text) {
@@ -72,19 +73,31 @@ void NumberTextField::store(const std::string& text) {
 }
 
 void NumberTextField::set(std::int64_t value) {
-    if (value != number_.value.get())
-        number_.value.set(value);
+    if (value != number_())
+        number_.set(value);
 }
 
 std::int64_t NumberTextField::take() {
     const auto typed = pending();
     endTyping();
     const auto value = typed ? parse(*typed) : std::nullopt;
-    return value.value_or(number_.value.get());
+    return value.value_or(number_());
 }
 
 void NumberTextField::stepped(int direction) {
-    set(next(take(), direction, number_.lowest, number_.highest));
+    set(next(take(), direction, range_.lowest, range_.highest));
+}
+
+DigitalAccumulatorView::DigitalAccumulatorView(const PreferencesControl& description,
+                                               PreferencesWindow& window, Queue& mainQueue,
+                                               Setting<std::int64_t>& value, NumberRange range,
+                                               std::int64_t delta)
+    : PaneControl(description, window), value_(value), delta_(delta),
+      field_(description, window, mainQueue, value, range) {}
+
+void DigitalAccumulatorView::stepped(int direction) {
+    const std::int64_t value = field_.take();
+    value_.set(direction > 0 ? checkedAdd(value, delta_) : checkedSubtract(value, delta_));
 }
 
 } // namespace kelpa

@@ -1,4 +1,4 @@
-#include "prefs/Pane.h"
+#include "panes/Pane.h"
 
 namespace kelpa {
 
@@ -16,7 +16,7 @@ void Pane::addSection(std::string title) {
     layout_.sections.push_back({std::move(title), {}});
 }
 
-void Pane::addRow(std::string caption, std::unique_ptr<PaneControl> control) {
+void Pane::add(std::string caption, std::unique_ptr<PaneControl> control) {
     layout_.sections.back().rows.push_back({std::move(caption), control->description()});
     controls_.push_back(std::move(control));
 }

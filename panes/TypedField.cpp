@@ -1,4 +1,6 @@
-#include "ui/TypedField.h"
+#include "panes/TypedField.h"
+
+#include "base/Text.h"
 
 namespace kelpa {
 
@@ -79,6 +81,20 @@ void TypedField::after(double seconds, std::function<void()> work) {
 void TypedField::calm() {
     if (pause_)
         pause_->cancel();
+}
+
+PlainTextField::PlainTextField(PreferencesControl description, PreferencesWindow& window, Queue& mainQueue,
+                               Setting<std::string>& text)
+    : TypedField(std::move(description), window, mainQueue), text_(text),
+      told_(text.observe([this](const std::string&) { show(); })) {}
+
+std::string PlainTextField::storedText() const {
+    return replacingAll(text_(), "\n", "\\n");
+}
+
+void PlainTextField::store(const std::string& text) {
+    if (text != text_())
+        text_.set(text);
 }
 
 } // namespace kelpa

@@ -1,19 +1,24 @@
 #pragma once
 
-#include "prefs/Binding.h"
-#include "ui/TypedField.h"
+#include "panes/TypedField.h"
 
 #include <cstdint>
 #include <optional>
 
 namespace kelpa {
 
+/// What a person may type for a number. The stored one may lie outside.
+struct NumberRange {
+    std::int64_t lowest = 0;
+    std::int64_t highest = 0;
+};
+
 /// A whole number that is typed, or stepped by 1 within its range. A stored number out of range is shown as
 /// it is and stays until it is edited.
 class NumberTextField final : public TypedField {
   public:
     NumberTextField(PreferencesControl description, PreferencesWindow& window, Queue& mainQueue,
-                    NumberBinding number);
+                    Setting<std::int64_t>& number, NumberRange range);
 
     void stepped(int direction) override;
     /// The number in the field: the one being typed where it can be stored, else the stored one. Ends typing.
@@ -30,8 +35,28 @@ class NumberTextField final : public TypedField {
     void store(const std::string& text) override;
     void set(std::int64_t value);
 
-    NumberBinding number_;
+    Setting<std::int64_t>& number_;
+    NumberRange range_;
     Subscription told_;
+};
+
+/// Minus, a field of digits, and plus. The buttons know no bounds; what may be stored is the setting's
+/// affair. A sum beyond the integers ends the process.
+class DigitalAccumulatorView final : public PaneControl {
+  public:
+    DigitalAccumulatorView(const PreferencesControl& description, PreferencesWindow& window, Queue& mainQueue,
+                           Setting<std::int64_t>& value, NumberRange range, std::int64_t delta);
+
+    void show() override { field_.show(); }
+    void typed(const std::string& text) override { field_.typed(text); }
+    void entered(const std::string& text) override { field_.entered(text); }
+    void closed() override { field_.closed(); }
+    void stepped(int direction) override;
+
+  private:
+    Setting<std::int64_t>& value_;
+    std::int64_t delta_;
+    NumberTextField field_;
 };
 
 } // namespace kelpa

@@ -2,7 +2,10 @@
 
 #include "platform/ports/PreferencesWindow.h"
 
+#include <memory>
+#include <string>
 #include <utility>
+#include <vector>
 
 namespace kelpa {
 
@@ -44,6 +47,40 @@ class PaneControl {
   private:
     PreferencesControl description_;
     PreferencesWindow& window_;
+};
+
+/// A pane of the preferences window: its layout, and the controls in it.
+class Pane {
+  public:
+    Pane(std::string label, std::string symbol) : layout_{std::move(label), std::move(symbol), {}, {}} {}
+    virtual ~Pane() = default;
+    Pane(const Pane&) = delete;
+    Pane& operator=(const Pane&) = delete;
+
+    [[nodiscard]] const PreferencesPane& layout() const { return layout_; }
+    [[nodiscard]] const std::vector<std::unique_ptr<PaneControl>>& controls() const { return controls_; }
+
+    /// Shows everything as it is stored now.
+    virtual void show();
+    /// The window is gone.
+    void closed();
+
+    /// Begins a section below the ones that are there.
+    void addSection(std::string title);
+    /// Makes a control and adds its row to the last section, of which there must be one.
+    template <class Control, class... Arguments>
+    void addRow(std::string caption, Arguments&&... arguments) {
+        add(std::move(caption), std::make_unique<Control>(std::forward<Arguments>(arguments)...));
+    }
+
+  protected:
+    void setAbout(AboutContent about) { layout_.about = std::move(about); }
+
+  private:
+    void add(std::string caption, std::unique_ptr<PaneControl> control);
+
+    PreferencesPane layout_;
+    std::vector<std::unique_ptr<PaneControl>> controls_;
 };
 
 } // namespace kelpa

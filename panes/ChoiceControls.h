@@ -1,0 +1,81 @@
+#pragma once
+
+#include "base/Calendar.h"
+#include "panes/Pane.h"
+#include "prefs/Setting.h"
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace kelpa {
+
+/// A setting that is on or off. Each use of the switch writes it, also where the store already says so: what
+/// another program stored has set nothing in motion.
+class SwitchControl final : public PaneControl {
+  public:
+    /// The setting must outlive the control, as for every kind of control.
+    SwitchControl(std::string id, std::string label, PreferencesWindow& window, Setting<bool>& on);
+
+    void show() override { window().setSwitch(id(), on_()); }
+    void switched(bool on) override { on_.set(on); }
+
+  private:
+    Setting<bool>& on_;
+    Subscription told_;
+};
+
+/// One of a few entries, as a list, segments or tiles. A stored value that is none of them leaves all
+/// unchosen.
+class ChoiceControl final : public PaneControl {
+  public:
+    ChoiceControl(PreferencesControl description, PreferencesWindow& window,
+                  std::vector<PreferencesChoice> choices, Setting<std::int64_t>& value);
+
+    void show() override;
+    void chosen(std::int64_t value) override;
+
+  private:
+    std::vector<PreferencesChoice> choices_;
+    Setting<std::int64_t>& value_;
+    Subscription told_;
+};
+
+/// A setting whose value is a case of an enumeration, as the number that stands for the case.
+template <class E>
+class NumberOf final : public Setting<std::int64_t> {
+  public:
+    explicit NumberOf(Setting<E>& setting) : setting_(setting) {}
+
+    [[nodiscard]] std::int64_t operator()() const override { return static_cast<std::int64_t>(setting_()); }
+    /// Takes only numbers of cases.
+    void set(const std::int64_t& number) override { setting_.set(static_cast<E>(number)); }
+    Subscription observe(std::function<void(const std::int64_t&)> told) override {
+        return setting_.observe(
+            [told = std::move(told)](E value) { told(static_cast<std::int64_t>(value)); });
+    }
+
+  private:
+    Setting<E>& setting_;
+};
+
+/// A date of which only the time of day counts. What a person chooses is stored on today's date.
+class TimeOfDayControl final : public PaneControl {
+  public:
+    /// The calendar must outlive the control.
+    TimeOfDayControl(std::string id, std::string label, PreferencesWindow& window, const Calendar& calendar,
+                     Setting<Date>& date);
+
+    void show() override;
+    void timeEntered(int hour, int minute) override;
+
+  private:
+    const Calendar& calendar_;
+    Setting<Date>& date_;
+    Subscription told_;
+};
+
+/// Whether a clock can show it.
+[[nodiscard]] bool isTimeOfDay(int hour, int minute);
+
+} // namespace kelpa

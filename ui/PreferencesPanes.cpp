@@ -1,0 +1,158 @@
+#include "ui/PreferencesPanes.h"
+
+#include "base/Localized.h"
+#include "base/Text.h"
+#include "panes/NumberTextField.h"
+#include "panes/PromptListControl.h"
+#include "ui/IconFont.h"
+
+namespace kelpa {
+
+namespace {
+
+constexpr const char* textId = "breakPrompt";
+
+PreferencesControl number(const char* id, std::string name, std::string unit) {
+    return {id, PreferencesControlKind::Number, std::move(name), std::move(unit)};
+}
+
+std::vector<PreferencesChoice> styles() {
+    std::vector<PreferencesChoice> all;
+    BreakStyle style{};
+    for (std::int64_t raw = 0; fromRawValue(raw, style); ++raw)
+        all.push_back({raw, desc(style)});
+    return all;
+}
+
+std::vector<PreferencesChoice> lists() {
+    return {{static_cast<std::int64_t>(PromptListKind::Break), localized("Break")},
+            {static_cast<std::int64_t>(PromptListKind::NewDay), localized("New Day")}};
+}
+
+} // namespace
+
+PrefGeneralView::PrefGeneralView(PrefState& state, PreferencesWindow& window)
+    : Pane(localized("General"), "gearshape.circle") {
+    addSection({});
+    addRow<SwitchControl>(localized("Start options"), "launchAtLogin", localized("Launch at login"), window,
+                          state.launchAtLogin);
+    addRow<SwitchControl>(localized("StatusBar options"), "showTime", localized("Show time in StatusBar"),
+                          window, state.showTime);
+    addRow<SwitchControl>(localized("Update options"), "autoCheckUpdate",
+                          localized("Auto check update for Kelpa"), window, state.autoCheckUpdate);
+}
+
+PrefBreakView::PrefBreakView(PrefState& state, PreferencesWindow& window, Queue& mainQueue)
+    : Pane(localized("Workflow"), "tray.circle"), state_(state), window_(window),
+      customTold_(state.customBreakPrompt.observe([this](bool) { enableText(); })) {
+    addShortBreak(mainQueue);
+    addLongBreak(mainQueue);
+    addOther();
+}
+
+void PrefBreakView::addShortBreak(Queue& mainQueue) {
+    addSection(localized("Short Break Options"));
+    addRow<NumberTextField>(
+        localized("Every"),
+        number("workTime", localized("Length of a work period in minutes"), localized("mins")), window_,
+        mainQueue, state_.workTime, NumberRange{1, 600});
+    addRow<NumberTextField>(
+        localized("Break"),
+        number("breakTime", localized("Length of a short break in seconds"), localized("seconds")), window_,
+        mainQueue, state_.breakTime, NumberRange{5, 7200});
+    const std::string custom = localized("Custom break prompt");
+    addSwitch("customBreakPrompt", custom, state_.customBreakPrompt);
+    addRow<PlainTextField>(localized("Text"),
+                           PreferencesControl{textId, PreferencesControlKind::Text, custom, {}}, window_,
+                           mainQueue, state_.breakPrompt);
+}
+
+void PrefBreakView::addLongBreak(Queue& mainQueue) {
+    addSection(localized("Long Break Options"));
+    // Never 0: the cycle divides by it.
+    addRow<NumberTextField>(localized("Every"),
+                            number("shortBreakTimes", localized("Breaks from one long break to the next"),
+                                   localized("short breaks")),
+                            window_, mainQueue, state_.shortBreakTimes, NumberRange{1, 100});
+    addRow<NumberTextField>(
+        localized("Break"),
+        number("longBreakTime", localized("Length of a long break in minutes"), localized("mins")), window_,
+        mainQueue, state_.longBreakTime, NumberRange{1, 240});
+    addSwitch("forceLongBreak", localized("Force for long breaks(skip button will not display)"),
+              state_.forceLongBreak);
+}
+
+void PrefBreakView::addOther() {
+    addSection(localized("Other Options"));
+    addSwitch("restartTimerAfterAwake", localized("Restart timer after Mac awake"),
+              state_.restartTimerAfterAwake);
+    addSwitch("stopTimerAfterMouseStop", localized("Stop timer after Mouse stop for 5 mins"),
+              state_.stopTimerAfterMouseStop);
+    addSwitch("showNewDayTip", localized("Show a new day prompt"), state_.showNewDayTip);
+}
+
+void PrefBreakView::addSwitch(const char* id, std::string label, Setting<bool>& setting) {
+    addRow<SwitchControl>({}, id, std::move(label), window_, setting);
+}
+
+void PrefBreakView::show() {
+    Pane::show();
+    enableText();
+}
+
+void PrefBreakView::enableText() {
+    window_.setEnabled(textId, state_.customBreakPrompt());
+}
+
+std::int64_t ChosenStyle::operator()() const {
+    return static_cast<std::int64_t>(state_.styleState().breakStyle());
+}
+
+void ChosenStyle::set(const std::int64_t& style) {
+    state_.styleState().breakStyle.set(static_cast<BreakStyle>(style));
+}
+
+Subscription ChosenStyle::observe(Told told) {
+    return state_.observeBreakStyle([this, told = std::move(told)] { told((*this)()); });
+}
+
+PrefStyleView::PrefStyleView(PrefState& state, PreferencesWindow& window)
+    : Pane(localized("Style"), "books.vertical.circle"), style_(state) {
+    const std::string style = localized("Break Style");
+    addSection(style);
+    addRow<ChoiceControl>({}, PreferencesControl{styleId, PreferencesControlKind::Picker, style, {}}, window,
+                          styles(), style_);
+    const std::string prompts = localized("Break Prompts");
+    addSection(prompts);
+    addRow<ChoiceControl>({}, PreferencesControl{listId, PreferencesControlKind::Segments, prompts, {}},
+                          window, lists(), list_);
+    addRow<PromptListControl>({}, promptsId, prompts, window, state, list_);
+}
+
+PrefAboutView::PrefAboutView(App& app, PreferencesWindow& window)
+    : Pane(localized("About"), "info.circle"), app_(app), window_(window) {
+    const AboutApp about = app.about();
+    AboutContent content;
+    if (about.icon) {
+        content.icon = *about.icon;
+    } else {
+        content.glyph = IconFont::kelpa.rawValue();
+        content.glyphFont = IconFont::name();
+    }
+    content.name = about.name;
+    content.version = versionLine(about);
+    content.copyright = about.copyright;
+    content.link = localized("Release Notes");
+    content.linkAddress = about.releaseNotesLink;
+    setAbout(std::move(content));
+}
+
+void PrefAboutView::show() {
+    window_.setCopyright(app_.about().copyright);
+}
+
+std::string PrefAboutView::versionLine(const AboutApp& about) {
+    return withArguments(localized("v%1$s(%2$s)"), {about.version, about.build});
+}
+
+} // namespace kelpa

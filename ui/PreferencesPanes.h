@@ -1,0 +1,84 @@
+#pragma once
+
+#include "panes/ChoiceControls.h"
+#include "platform/ports/Queue.h"
+#include "prefs/App.h"
+#include "prefs/PrefState.h"
+
+#include <string>
+
+namespace kelpa {
+
+/// The panes of the preferences window but the water reminder's. What a constructor is given must outlive the
+/// pane.
+
+/// The General pane. What its switches set in motion is the settings' own affair.
+class PrefGeneralView final : public Pane {
+  public:
+    PrefGeneralView(PrefState& state, PreferencesWindow& window);
+};
+
+/// The Workflow pane: the lengths of work periods and breaks, the long break, and when the cycle stops by
+/// itself. It takes only numbers that the cycle can run with.
+class PrefBreakView final : public Pane {
+  public:
+    PrefBreakView(PrefState& state, PreferencesWindow& window, Queue& mainQueue);
+
+    void show() override;
+
+  private:
+    void addShortBreak(Queue& mainQueue);
+    void addLongBreak(Queue& mainQueue);
+    void addOther();
+    void addSwitch(const char* id, std::string label, Setting<bool>& setting);
+    void enableText();
+
+    PrefState& state_;
+    PreferencesWindow& window_;
+    Subscription customTold_;
+};
+
+/// The chosen style, whichever style object is in place.
+class ChosenStyle final : public Setting<std::int64_t> {
+  public:
+    explicit ChosenStyle(PrefState& state) : state_(state) {}
+
+    [[nodiscard]] std::int64_t operator()() const override;
+    void set(const std::int64_t& style) override;
+    Subscription observe(Told told) override;
+
+  private:
+    PrefState& state_;
+};
+
+/// The Style pane: the tone of the prompts, and the two lists of the chosen tone to edit.
+class PrefStyleView final : public Pane {
+  public:
+    static constexpr const char* styleId = "breakStyle";
+    static constexpr const char* listId = "promptList";       ///< which list is edited
+    static constexpr const char* promptsId = "promptEntries"; ///< that list
+
+    PrefStyleView(PrefState& state, PreferencesWindow& window);
+
+  private:
+    ChosenStyle style_;
+    TransientSetting<std::int64_t> list_{0};
+};
+
+/// The About pane: what the program says of itself. Without a picture it shows its glyph of the icon font.
+class PrefAboutView final : public Pane {
+  public:
+    PrefAboutView(App& app, PreferencesWindow& window);
+
+    /// Tells the copyright line again: a year may have ended since it was told.
+    void show() override;
+
+    /// Version and build as people read them, as in "v1.2.0(34)".
+    [[nodiscard]] static std::string versionLine(const AboutApp& about);
+
+  private:
+    App& app_;
+    PreferencesWindow& window_;
+};
+
+} // namespace kelpa
