@@ -1,5 +1,5 @@
 // Whatever another program of the session puts into a dictionary of properties is read or passed over.
-#include "platform/linux/control/BusValues.h"
+#include "platform/linux/bus/BusMessage.h"
 #include "tests/fuzz/BusInput.h"
 
 #include <array>

@@ -1,7 +1,6 @@
 #include "platform/linux/bus/Bus.h"
 #include "PrivateBus.h"
 #include "Support.h"
-#include "platform/linux/bus/NameOwner.h"
 
 #include <gtest/gtest.h>
 #include <sys/socket.h>
@@ -37,6 +36,7 @@ struct Told final : BusClient {
     void busOpened() override { heard += bus.open() && bus.handle() != nullptr ? 'O' : '?'; }
     void busLost() override { heard += bus.open() || bus.handle() != nullptr ? '?' : 'L'; }
     const Bus& bus;
+    void heardSignal(sd_bus_message*) {}
     std::string heard;
 };
 
@@ -70,7 +70,7 @@ TEST_F(BusTest, comesAndGoesAndTellsAllWhoJoined) {
     ASSERT_TRUE(closes());
     EXPECT_FALSE(bus.failure().empty());
     EXPECT_EQ(first.heard + " " + second.heard, "OL OL");
-    EXPECT_FALSE(bus.match("type='signal'", nullptr, nullptr));
+    EXPECT_FALSE(bus.match<&Told::heardSignal>("type='signal'", first));
     late.cancel();
     daemon.emplace("DBUS_SESSION_BUS_ADDRESS", address);
     ASSERT_TRUE(opens());
@@ -103,7 +103,7 @@ TEST_F(BusTest, givesUpOnOneThatNeverAnswersAndFindsTheOneThatFollows) {
     const double began = secondsNow();
     bus.start();
     EXPECT_EQ(bus.handle(), nullptr);
-    EXPECT_FALSE(bus.match("type='signal'", nullptr, nullptr));
+    EXPECT_FALSE(bus.match<&Told::heardSignal>("type='signal'", first));
     EXPECT_LT(secondsNow() - began, 0.5) << "nothing waits";
     ASSERT_TRUE(spinUntil(
         loop, [this] { return !bus.failure().empty(); }, 15));

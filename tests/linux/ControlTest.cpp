@@ -1,7 +1,7 @@
 #include "PrivateBus.h"
 #include "Support.h"
 #include "app/AppState.h"
-#include "platform/linux/control/BusValues.h"
+#include "platform/linux/bus/BusMessage.h"
 #include "platform/linux/control/ControlInterface.h"
 #include "platform/linux/control/ControlObject.h"
 #include "platform/linux/control/StatusLine.h"

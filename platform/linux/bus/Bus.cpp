@@ -1,7 +1,5 @@
 #include "platform/linux/bus/Bus.h"
 
-#include "platform/linux/bus/BusCall.h"
-
 #include <algorithm>
 #include <cstring>
 #include <utility>
@@ -43,8 +41,9 @@ void Bus::connect() {
 }
 
 int Bus::openConnection() {
+    const auto open = kind_ == Kind::Session ? sd_bus_open_user : sd_bus_open_system;
     sd_bus* made = nullptr;
-    const int result = kind_ == Kind::Session ? sd_bus_open_user(&made) : sd_bus_open_system(&made);
+    const int result = open(&made);
     if (result < 0)
         return result;
     connection_.reset(made);
@@ -58,19 +57,20 @@ int Bus::openConnection() {
 /// The library would greet the bus for as long as it likes before it says a word, so we ask something
 /// ourselves.
 int Bus::watchConnection() {
-    sd_bus_slot* slot = nullptr;
-    const int matched = sd_bus_match_signal(connection_.get(), &slot, nullptr, "/org/freedesktop/DBus/Local",
-                                            "org.freedesktop.DBus.Local", "Disconnected",
-                                            BusHandler<&Bus::disconnected>::call, this);
-    end_.reset(slot);
-    if (matched < 0)
-        return matched;
-    slot = nullptr;
-    const int asked =
-        sd_bus_call_method_async(connection_.get(), &slot, theBus.service, theBus.path, theBus.interface,
-                                 "GetId", BusHandler<&Bus::answered>::call, this, "");
-    greeting_.reset(slot);
-    return asked;
+    int result = 0;
+    end_ = ownedBy<BusSlot>([&](auto** slot) {
+        result = sd_bus_match_signal(connection_.get(), slot, nullptr, "/org/freedesktop/DBus/Local",
+                                     "org.freedesktop.DBus.Local", "Disconnected",
+                                     BusHandler<&Bus::disconnected>::call, this);
+    });
+    if (result < 0)
+        return result;
+    greeting_ = ownedBy<BusSlot>([&](auto** slot) {
+        result =
+            sd_bus_call_method_async(connection_.get(), slot, theBus.service, theBus.path, theBus.interface,
+                                     "GetId", BusHandler<&Bus::answered>::call, this, "");
+    });
+    return result;
 }
 
 void Bus::answered(sd_bus_message* reply) {
@@ -127,18 +127,78 @@ void Bus::tell(void (BusClient::*what)()) {
             (client->*what)();
 }
 
-BusSlot Bus::match(const std::string& rule, sd_bus_message_handler_t handler, void* object) const {
-    sd_bus_slot* slot = nullptr;
-    if (open())
-        sd_bus_add_match_async(handle(), &slot, rule.c_str(), handler, nullptr, object);
-    return BusSlot(slot);
+BusSlot Bus::matchWith(const std::string& rule, sd_bus_message_handler_t handler, void* object) const {
+    return ownedBy<BusSlot>([&](auto** slot) {
+        if (open())
+            sd_bus_add_match_async(handle(), slot, rule.c_str(), handler, nullptr, object);
+    });
 }
 
-BusSlot Bus::call(const BusMessage& message, sd_bus_message_handler_t handler, void* object) const {
-    sd_bus_slot* slot = nullptr;
-    if (open() && message)
-        sd_bus_call_async(handle(), &slot, message.get(), handler, object, 0);
-    return BusSlot(slot);
+BusSlot Bus::callWith(const BusMessage& message, sd_bus_message_handler_t handler, void* object) const {
+    return ownedBy<BusSlot>([&](auto** slot) {
+        if (open() && message)
+            sd_bus_call_async(handle(), slot, message.get(), handler, object, 0);
+    });
+}
+
+BusMessage Bus::ask(const BusMessage& message, double seconds) const {
+    struct Answer {
+        BusMessage message;
+        void keep(sd_bus_message* reply) { message.reset(sd_bus_message_ref(reply)); }
+    } answer;
+    const BusSlot question = call<&Answer::keep>(message, answer);
+    if (!question)
+        return nullptr;
+    loop_.runUntil([&answer] { return answer.message != nullptr; }, seconds);
+    return std::move(answer.message);
+}
+
+BusSlot Bus::serve(const char* path, const char* interface, const sd_bus_vtable* vtable, void* object) const {
+    return ownedBy<BusSlot>([&](auto** slot) {
+        if (open())
+            sd_bus_add_object_vtable(handle(), slot, path, interface, vtable, object);
+    });
+}
+
+BusMessage Bus::emptyCall(const BusAddress& to, const char* member) const {
+    auto call = ownedBy<BusMessage>([&](auto** made) {
+        if (open())
+            sd_bus_message_new_method_call(handle(), made, to.service, to.path, to.interface, member);
+    });
+    if (call)
+        sd_bus_message_set_auto_start(call.get(), 0);
+    return call;
+}
+
+BusMessage Bus::newSignal(const char* path, const char* interface, const char* member) const {
+    return ownedBy<BusMessage>([&](auto** made) {
+        if (open())
+            sd_bus_message_new_signal(handle(), made, path, interface, member);
+    });
+}
+
+NameOwner::NameOwner(const Bus& bus, const std::string& name, std::function<void(bool owned)> changed)
+    : changed_(std::move(changed)),
+      changes_(bus.match<&NameOwner::ownerChanged>(signalRule(theBus, "NameOwnerChanged", name), *this)),
+      question_(
+          bus.call<&NameOwner::lookedUp>(bus.newCall(theBus, "NameHasOwner", "s", name.c_str()), *this)) {}
+
+void NameOwner::ownerChanged(sd_bus_message* signal) {
+    const char *name = nullptr, *before = nullptr, *after = nullptr;
+    if (readFrom(signal, "sss", &name, &before, &after))
+        tell(*after != '\0');
+}
+
+/// A bus that does not know is no reason to give up on the owner.
+void NameOwner::lookedUp(sd_bus_message* reply) {
+    int owned = 0;
+    if (readFrom(reply, "b", &owned) && owned == 0)
+        tell(false);
+}
+
+void NameOwner::tell(bool owned) {
+    const auto changed = changed_; // which stays when the object goes
+    changed(owned);
 }
 
 } // namespace kelpa

@@ -1,45 +1,39 @@
 #pragma once
 
 #include "platform/linux/EventLoop.h"
+#include "platform/linux/bus/BusMessage.h"
 
 #include <functional>
 #include <list>
 #include <memory>
 #include <string>
-#include <systemd/sd-bus.h>
 
 namespace kelpa {
 
-struct ReleaseSlot {
-    void operator()(sd_bus_slot* slot) const { sd_bus_slot_unref(slot); }
-};
 /// Keeps an object, a match or a call with its callback alive; dropping it ends that.
-using BusSlot = std::unique_ptr<sd_bus_slot, ReleaseSlot>;
+using BusSlot = std::unique_ptr<sd_bus_slot, ReleaseBy<sd_bus_slot_unref>>;
 
-struct ReleaseMessage {
-    void operator()(sd_bus_message* message) const { sd_bus_message_unref(message); }
-};
-using BusMessage = std::unique_ptr<sd_bus_message, ReleaseMessage>;
-
-/// Turns a member function into the callback that the bus library wants. The object is its user data and must
-/// outlive the slot.
+/// Turns a member function into the callback that the bus library wants. The object must outlive the slot.
 template <auto Member>
 struct BusHandler;
-template <typename Object, void (Object::*Member)(sd_bus_message*)>
+template <typename Class, void (Class::*Member)(sd_bus_message*)>
 struct BusHandler<Member> {
+    using Object = Class;
     static int call(sd_bus_message* message, void* object, sd_bus_error*) noexcept {
         (static_cast<Object*>(object)->*Member)(message);
         return 0;
     }
 };
-template <typename Object, int (Object::*Member)(sd_bus_message*, sd_bus_error*)>
+template <typename Class, int (Class::*Member)(sd_bus_message*, sd_bus_error*)>
 struct BusHandler<Member> {
+    using Object = Class;
     static int call(sd_bus_message* message, void* object, sd_bus_error* error) noexcept {
         return (static_cast<Object*>(object)->*Member)(message, error);
     }
 };
 
-/// Has something on a bus that comes and goes with it. Told from the main loop, or by `Bus::join`.
+/// Has something on a bus that comes and goes with it. Each verb is called from the main loop, or by
+/// `Bus::join`.
 class BusClient {
   public:
     virtual ~BusClient() = default;
@@ -50,8 +44,8 @@ class BusClient {
 };
 
 /// The program's one connection to a bus, served by the main loop and made again when the bus comes back,
-/// also when it was not there at first. Nothing here ever waits for the bus: a connection counts as open once
-/// the bus has answered on it, and before that nothing is sent.
+/// also when it was not there at first. Nothing here waits for the bus but `ask`: a connection counts as open
+/// once the bus has answered on it, and before that nothing is sent.
 class Bus {
   public:
     enum class Kind {
@@ -76,15 +70,41 @@ class Bus {
     /// bus is open.
     [[nodiscard]] const std::string& failure() const { return failure_; }
 
-    /// Tells the client of the bus that is open, and of all that comes and goes until the handle ends.
+    /// Calls the client now if the bus is open, and whenever the bus comes or goes until the handle ends.
     Subscription join(BusClient& client);
 
-    /// Has `handler` called with `object` for every message that fits. Null while the bus is not open.
-    [[nodiscard]] BusSlot match(const std::string& rule, sd_bus_message_handler_t handler,
+    // What is made on a bus that is not open is null, and what is null is not sent.
+
+    /// Calls `Handler` of `object` for every message that fits the rule.
+    template <auto Handler>
+    [[nodiscard]] BusSlot match(const std::string& rule, typename BusHandler<Handler>::Object& object) const {
+        return matchWith(rule, BusHandler<Handler>::call, &object);
+    }
+    /// Sends a call and hands its answer, which may be an error, to `Handler` of `object`. Null when the call
+    /// cannot be sent.
+    template <auto Handler>
+    [[nodiscard]] BusSlot call(const BusMessage& message,
+                               typename BusHandler<Handler>::Object& object) const {
+        return callWith(message, BusHandler<Handler>::call, &object);
+    }
+    /// Sends a call before the loop runs for good and waits for its answer, which may be an error. Null when
+    /// none comes within `seconds`, however long bus and receiver hang, and when the loop is told to end.
+    [[nodiscard]] BusMessage ask(const BusMessage& message, double seconds) const;
+    /// Puts an object with one interface on the bus. `object` is what the functions of `vtable` are given.
+    [[nodiscard]] BusSlot serve(const char* path, const char* interface, const sd_bus_vtable* vtable,
                                 void* object) const;
-    /// Sends a call, whose answer or error goes to `handler`. Null when it cannot be sent.
-    [[nodiscard]] BusSlot call(const BusMessage& message, sd_bus_message_handler_t handler,
-                               void* object) const;
+    /// A call that starts no program, with values of these types as the bus library reads them.
+    template <typename... Values>
+    [[nodiscard]] BusMessage newCall(const BusAddress& to, const char* member, const char* types = "",
+                                     Values... values) const {
+        return withValues(emptyCall(to, member), types, values...);
+    }
+    /// A request for a name of the bus; `flags` are those of the bus.
+    static constexpr unsigned allowReplacement = 1, replaceExisting = 2, doNotQueue = 4;
+    [[nodiscard]] BusMessage newNameRequest(const std::string& name, unsigned flags) const {
+        return newCall(theBus, "RequestName", "su", name.c_str(), flags);
+    }
+    [[nodiscard]] BusMessage newSignal(const char* path, const char* interface, const char* member) const;
 
   private:
     struct CloseConnection {
@@ -99,6 +119,11 @@ class Bus {
     void tryLater(const std::string& why);
     void drop();
     void tell(void (BusClient::*what)());
+    [[nodiscard]] BusSlot matchWith(const std::string& rule, sd_bus_message_handler_t handler,
+                                    void* object) const;
+    [[nodiscard]] BusSlot callWith(const BusMessage& message, sd_bus_message_handler_t handler,
+                                   void* object) const;
+    [[nodiscard]] BusMessage emptyCall(const BusAddress& to, const char* member) const;
 
     EventLoop& loop_;
     Kind kind_;
@@ -110,7 +135,27 @@ class Bus {
     std::list<BusClient*> clients_;
     Subscription later_; ///< the next step: the end of patience, or the next try
     double pause_;
-    double openedAt_ = 0;
+    double openedAt_ = 0; ///< seconds on the monotonic clock
+};
+
+/// Watches whether anybody has a name on the bus. Whoever had it may have left before we could hear of that,
+/// so the name is looked up once after we began to listen.
+class NameOwner {
+  public:
+    /// `changed` runs from the main loop: when the name turns out to have no owner at the beginning, and on
+    /// every change. It may end the object. The bus is open and outlives it.
+    NameOwner(const Bus& bus, const std::string& name, std::function<void(bool owned)> changed);
+    NameOwner(const NameOwner&) = delete;
+    NameOwner& operator=(const NameOwner&) = delete;
+
+  private:
+    void ownerChanged(sd_bus_message* signal);
+    void lookedUp(sd_bus_message* reply);
+    void tell(bool owned);
+
+    std::function<void(bool)> changed_;
+    BusSlot changes_;
+    BusSlot question_;
 };
 
 } // namespace kelpa

@@ -1,7 +1,6 @@
 #include "platform/linux/control/ControlClient.h"
 
-#include "platform/linux/bus/BusCall.h"
-#include "platform/linux/bus/NameOwner.h"
+#include "platform/linux/bus/Bus.h"
 #include "platform/linux/control/ControlInterface.h"
 #include "platform/linux/control/StatusLine.h"
 
@@ -15,10 +14,7 @@ namespace {
 
 constexpr double patience = 5; ///< real seconds for an answer
 constexpr BusAddress program = {control::service, control::path, control::interface};
-constexpr BusAddress programProperties = {control::service, control::path, "org.freedesktop.DBus.Properties"};
-constexpr const char* changeRule =
-    "type='signal',sender='app.orvane.Kelpa',path='/app/orvane/Kelpa',"
-    "interface='org.freedesktop.DBus.Properties',member='PropertiesChanged',arg0='app.orvane.Kelpa1'";
+constexpr BusAddress programProperties = {control::service, control::path, propertiesInterface};
 
 ControlExit ended(ControlExit how, const std::string& why) {
     std::cerr << "kelpa: " << why << std::endl;
@@ -54,15 +50,13 @@ class Client final : private BusClient {
 
   private:
     ControlExit call(const char* method) {
-        const BusMessage answer = ask(loop_, bus_, makeCall(bus_, program, method), patience);
+        const BusMessage answer = bus_.ask(bus_.newCall(program, method), patience);
         return good(answer) ? ControlExit::Done : failed(answer);
     }
 
     ControlExit readAndPrint() {
-        const BusMessage question = makeCall(bus_, programProperties, "GetAll");
-        if (question)
-            sd_bus_message_append(question.get(), "s", control::interface);
-        const BusMessage answer = ask(loop_, bus_, question, patience);
+        const BusMessage answer =
+            bus_.ask(bus_.newCall(programProperties, "GetAll", "s", control::interface), patience);
         if (!good(answer))
             return failed(answer);
         if (!readValues(answer.get(), values_) || !print())
@@ -86,13 +80,15 @@ class Client final : private BusClient {
         return answer && !sd_bus_message_is_method_error(answer.get(), nullptr);
     }
 
-    void busOpened() override { changes_ = bus_.match(changeRule, BusHandler<&Client::changed>::call, this); }
+    void busOpened() override {
+        changes_ = bus_.match<&Client::changed>(
+            signalRule(programProperties, "PropertiesChanged", control::interface), *this);
+    }
     void busLost() override { programEnded(); }
 
     void changed(sd_bus_message* message) {
         const char* interface = nullptr;
-        if (sd_bus_message_read(message, "s", &interface) >= 0 && readValues(message, values_) &&
-            !last_.empty())
+        if (readFrom(message, "s", &interface) && readValues(message, values_) && !last_.empty())
             print();
     }
 

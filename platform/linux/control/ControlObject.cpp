@@ -1,7 +1,7 @@
 #include "platform/linux/control/ControlObject.h"
 
 #include "base/Text.h"
-#include "platform/linux/control/BusValues.h"
+#include "platform/linux/bus/BusMessage.h"
 #include "platform/linux/control/ControlInterface.h"
 
 #include <cstring>
@@ -74,13 +74,10 @@ bool onlyTimeMoved(const RemoteStatus& before, RemoteStatus after) {
 
 /// The signal of what differs between two states of things.
 BusMessage changeSignal(Bus& bus, const RemoteStatus& before, const RemoteStatus& after) {
-    sd_bus_message* made = nullptr;
-    sd_bus_message_new_signal(bus.handle(), &made, control::path, "org.freedesktop.DBus.Properties",
-                              "PropertiesChanged");
-    BusMessage signal(made);
+    BusMessage signal = bus.newSignal(control::path, propertiesInterface, "PropertiesChanged");
     if (!signal)
         return signal;
-    BusWriter writer(made);
+    BusWriter writer(signal.get());
     writer.text(control::interface).open('a', "{sv}");
     for (const Property& property : properties) {
         const BusValue value = property.of(after);
@@ -100,9 +97,7 @@ ControlObject::ControlObject(EventLoop& loop, Bus& bus, RemoteControl& remote)
       joined_(bus.join(*this)) {}
 
 void ControlObject::busOpened() {
-    sd_bus_slot* slot = nullptr;
-    sd_bus_add_object_vtable(bus_.handle(), &slot, control::path, control::interface, vtable, this);
-    object_.reset(slot);
+    object_ = bus_.serve(control::path, control::interface, vtable, this);
 }
 
 void ControlObject::busLost() {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/control/BusValues.h"
+#include "platform/linux/bus/BusMessage.h"
 
 #include <optional>
 #include <string>

@@ -1,9 +1,8 @@
 #include "platform/linux/events/LogindSession.h"
 
-#include "platform/linux/bus/BusCall.h"
+#include "platform/linux/bus/Bus.h"
 
 #include <cstdlib>
-#include <cstring>
 #include <unistd.h>
 
 namespace kelpa {
@@ -12,7 +11,6 @@ namespace {
 
 constexpr const char* service = "org.freedesktop.login1";
 constexpr BusAddress manager = {service, "/org/freedesktop/login1", "org.freedesktop.login1.Manager"};
-constexpr const char* propertiesInterface = "org.freedesktop.DBus.Properties";
 /// A service that is started again is back within this time, and knows what it knew before.
 constexpr double restartSeconds = 10;
 
@@ -63,10 +61,11 @@ void LogindSession::ownerChanged(bool there) {
 }
 
 /// Asking another question drops the answer to the one before. A question may start the service.
-void LogindSession::ask(const BusMessage& question, sd_bus_message_handler_t answered) {
+template <auto Answered>
+void LogindSession::ask(const BusMessage& question) {
     if (question)
         sd_bus_message_set_auto_start(question.get(), 1);
-    question_ = bus_.call(question, answered, this);
+    question_ = bus_.call<Answered>(question, *this);
 }
 
 /// The session that started us said which it is; what is started otherwise looks for one.
@@ -74,22 +73,19 @@ void LogindSession::findSession() {
     const char* id = std::getenv("XDG_SESSION_ID");
     if (id == nullptr || *id == '\0')
         return listSessions();
-    const BusMessage question = makeCall(bus_, manager, "GetSession");
-    if (question)
-        sd_bus_message_append(question.get(), "s", id);
-    ask(question, BusHandler<&LogindSession::sessionFound>::call);
+    ask<&LogindSession::sessionFound>(bus_.newCall(manager, "GetSession", "s", id));
 }
 
 void LogindSession::sessionFound(sd_bus_message* reply) {
     const char* path = nullptr;
-    if (!sd_bus_message_is_method_error(reply, nullptr) && sd_bus_message_read(reply, "o", &path) >= 0)
+    if (readFrom(reply, "o", &path))
         follow(path);
     else if (sd_bus_message_is_method_error(reply, "org.freedesktop.login1.NoSuchSession"))
         listSessions();
 }
 
 void LogindSession::listSessions() {
-    ask(makeCall(bus_, manager, "ListSessions"), BusHandler<&LogindSession::sessionsListed>::call);
+    ask<&LogindSession::sessionsListed>(bus_.newCall(manager, "ListSessions"));
 }
 
 void LogindSession::sessionsListed(sd_bus_message* reply) {
@@ -112,11 +108,10 @@ void LogindSession::sessionsListed(sd_bus_message* reply) {
 void LogindSession::follow(const std::string& path) {
     if (path != session_) {
         session_ = path;
-        const std::string from =
-            "type='signal',sender='org.freedesktop.login1',path='" + path + "',interface='";
-        signals_ = bus_.match(from + interface + "'", BusHandler<&LogindSession::signalled>::call, this);
-        properties_ = bus_.match(from + propertiesInterface + "',member='PropertiesChanged'",
-                                 BusHandler<&LogindSession::propertiesChanged>::call, this);
+        signals_ = bus_.match<&LogindSession::signalled>(
+            signalRule({service, path.c_str(), interface}, nullptr), *this);
+        properties_ = bus_.match<&LogindSession::propertiesChanged>(
+            signalRule({service, path.c_str(), propertiesInterface}, "PropertiesChanged", interface), *this);
     }
     readProperty();
 }
@@ -125,22 +120,18 @@ void LogindSession::signalled(sd_bus_message* signal) {
     client_.signalled(signal);
 }
 
-void LogindSession::propertiesChanged(sd_bus_message* signal) {
-    const char* changed = nullptr;
-    if (sd_bus_message_read(signal, "s", &changed) >= 0 && std::strcmp(changed, interface) == 0)
-        readProperty();
+void LogindSession::propertiesChanged(sd_bus_message*) {
+    readProperty();
 }
 
 void LogindSession::readProperty() {
-    const BusMessage question = makeCall(bus_, {service, session_.c_str(), propertiesInterface}, "Get");
-    if (question)
-        sd_bus_message_append(question.get(), "ss", interface, property_);
-    ask(question, BusHandler<&LogindSession::propertyRead>::call);
+    const BusAddress properties = {service, session_.c_str(), propertiesInterface};
+    ask<&LogindSession::propertyRead>(bus_.newCall(properties, "Get", "ss", interface, property_));
 }
 
 void LogindSession::propertyRead(sd_bus_message* reply) {
     int value = 0;
-    if (!sd_bus_message_is_method_error(reply, nullptr) && sd_bus_message_read(reply, "v", "b", &value) >= 0)
+    if (readFrom(reply, "v", "b", &value))
         client_.propertyRead(value != 0);
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/bus/NameOwner.h"
+#include "platform/linux/bus/Bus.h"
 
 #include <optional>
 #include <string>
@@ -35,7 +35,8 @@ class LogindSession final : private BusClient {
     void listSessions();
     void follow(const std::string& path);
     void readProperty();
-    void ask(const BusMessage& question, sd_bus_message_handler_t answered);
+    template <auto Answered>
+    void ask(const BusMessage& question);
 
     void ownerChanged(bool there);
     void sessionFound(sd_bus_message* reply);

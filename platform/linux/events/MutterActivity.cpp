@@ -1,6 +1,6 @@
 #include "platform/linux/events/MutterActivity.h"
 
-#include "platform/linux/bus/BusCall.h"
+#include "platform/linux/bus/Bus.h"
 
 namespace kelpa {
 
@@ -8,9 +8,6 @@ namespace {
 
 constexpr BusAddress monitor = {"org.gnome.Mutter.IdleMonitor", "/org/gnome/Mutter/IdleMonitor/Core",
                                 "org.gnome.Mutter.IdleMonitor"};
-constexpr const char* firedRule =
-    "type='signal',sender='org.gnome.Mutter.IdleMonitor',path='/org/gnome/Mutter/IdleMonitor/Core',"
-    "interface='org.gnome.Mutter.IdleMonitor',member='WatchFired'";
 
 } // namespace
 
@@ -27,23 +24,13 @@ ActivitySource::Start MutterActivity::start(ActivitySink& sink) {
 }
 
 void MutterActivity::busOpened() {
-    signals_ = bus_.match(firedRule, BusHandler<&MutterActivity::fired>::call, this);
-    call("AddIdleWatch", BusHandler<&MutterActivity::idleWatched>::call, "t",
-         static_cast<std::uint64_t>(restMilliseconds_));
-}
-
-/// Another question drops the answer to one that is still open. Asking must not start a compositor.
-template <typename... Values>
-void MutterActivity::call(const char* member, sd_bus_message_handler_t answered, const char* types,
-                          Values... values) {
-    const BusMessage message = makeCall(bus_, monitor, member);
-    if (message)
-        sd_bus_message_append(message.get(), types, values...);
-    question_ = bus_.call(message, answered, this);
+    signals_ = bus_.match<&MutterActivity::fired>(signalRule(monitor, "WatchFired"), *this);
+    question_ = bus_.call<&MutterActivity::idleWatched>(
+        bus_.newCall(monitor, "AddIdleWatch", "t", static_cast<std::uint64_t>(restMilliseconds_)), *this);
 }
 
 void MutterActivity::idleWatched(sd_bus_message* reply) {
-    if (sd_bus_message_is_method_error(reply, nullptr) || sd_bus_message_read(reply, "u", &idleWatch_) < 0) {
+    if (!readFrom(reply, "u", &idleWatch_)) {
         // No slot can be dropped for good inside of what it tells.
         ending_ = loop_.afterReal(0, [this] {
             leave();
@@ -64,12 +51,13 @@ void MutterActivity::useWatched(sd_bus_message* reply) {
 
 void MutterActivity::fired(sd_bus_message* signal) {
     std::uint32_t watch = 0;
-    if (sd_bus_message_read(signal, "u", &watch) < 0)
+    if (!readFrom(signal, "u", &watch))
         return;
     if (watch == idleWatch_) {
         spell_.rest();
         if (useWatch_ == 0)
-            call("AddUserActiveWatch", BusHandler<&MutterActivity::useWatched>::call, "");
+            question_ =
+                bus_.call<&MutterActivity::useWatched>(bus_.newCall(monitor, "AddUserActiveWatch"), *this);
     } else if (watch == useWatch_) {
         useWatch_ = 0;
         spell_.active();

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/bus/NameOwner.h"
+#include "platform/linux/bus/Bus.h"
 #include "platform/linux/events/ActivitySource.h"
 #include "platform/linux/events/ActivitySpell.h"
 
@@ -21,8 +21,6 @@ class MutterActivity final : public ActivitySource, private BusClient {
   private:
     void busOpened() override;
     void busLost() override { fail("the session bus is gone"); }
-    template <typename... Values>
-    void call(const char* member, sd_bus_message_handler_t answered, const char* types, Values... values);
     void idleWatched(sd_bus_message* reply);
     void useWatched(sd_bus_message* reply);
     void fired(sd_bus_message* signal);
@@ -37,7 +35,8 @@ class MutterActivity final : public ActivitySource, private BusClient {
     Subscription joined_;
     Subscription ending_;
     std::optional<NameOwner> owner_;
-    BusSlot signals_, question_;
+    BusSlot signals_;
+    BusSlot question_;            ///< the one that is open; asking another drops its answer
     std::uint32_t idleWatch_ = 0; ///< fires each time; 0 before there is one
     std::uint32_t useWatch_ = 0;  ///< fires once; 0 while there is none
 };

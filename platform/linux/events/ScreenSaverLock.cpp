@@ -1,6 +1,6 @@
 #include "platform/linux/events/ScreenSaverLock.h"
 
-#include "platform/linux/bus/BusCall.h"
+#include "platform/linux/bus/Bus.h"
 
 #include <algorithm>
 
@@ -26,9 +26,8 @@ ScreenSaverLock::ScreenSaverLock(Bus& bus, LockEdges& edges) : bus_(bus), edges_
 
 void ScreenSaverLock::busOpened() {
     for (std::size_t kind = 0; kind < kinds; ++kind) {
-        matches_[kind] =
-            bus_.match("type='signal',member='ActiveChanged',interface='" + std::string(savers[kind]) + "'",
-                       BusHandler<&ScreenSaverLock::changed>::call, this);
+        matches_[kind] = bus_.match<&ScreenSaverLock::changed>(
+            signalRule({nullptr, nullptr, savers[kind]}, "ActiveChanged"), *this);
         ask(kind);
     }
 }
@@ -45,14 +44,14 @@ void ScreenSaverLock::busLost() {
 /// A screen that was locked before we could hear of it. No screen saver is started for the question.
 void ScreenSaverLock::ask(std::size_t kind) {
     const std::string path = pathOf(savers[kind]);
-    questions_[kind] = bus_.call(makeCall(bus_, {savers[kind], path.c_str(), savers[kind]}, "GetActive"),
-                                 BusHandler<&ScreenSaverLock::answered>::call, this);
+    questions_[kind] = bus_.call<&ScreenSaverLock::answered>(
+        bus_.newCall({savers[kind], path.c_str(), savers[kind]}, "GetActive"), *this);
 }
 
 void ScreenSaverLock::changed(sd_bus_message* signal) {
     int active = 0;
     const char* sender = sd_bus_message_get_sender(signal);
-    if (sender != nullptr && sd_bus_message_read(signal, "b", &active) >= 0)
+    if (sender != nullptr && readFrom(signal, "b", &active))
         says(sender, active != 0);
 }
 
@@ -60,9 +59,7 @@ void ScreenSaverLock::changed(sd_bus_message* signal) {
 void ScreenSaverLock::answered(sd_bus_message* reply) {
     int active = 0;
     const char* sender = sd_bus_message_get_sender(reply);
-    if (sd_bus_message_is_method_error(reply, nullptr) || sender == nullptr)
-        return;
-    if (sd_bus_message_read(reply, "b", &active) >= 0 && active != 0)
+    if (sender != nullptr && readFrom(reply, "b", &active) && active != 0)
         says(sender, true);
 }
 

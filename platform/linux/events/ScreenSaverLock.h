@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/bus/NameOwner.h"
+#include "platform/linux/bus/Bus.h"
 #include "platform/linux/events/LockEdges.h"
 
 #include <array>

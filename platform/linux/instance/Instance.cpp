@@ -1,6 +1,6 @@
 #include "platform/linux/instance/Instance.h"
 
-#include "platform/linux/bus/BusCall.h"
+#include "platform/linux/bus/Bus.h"
 #include "platform/linux/control/ControlInterface.h"
 
 #include <cstring>
@@ -10,11 +10,8 @@ namespace kelpa {
 
 namespace {
 
-// What the bus takes and gives when a name is asked for.
-constexpr unsigned allowReplacement = 1, replaceExisting = 2, doNotQueue = 4;
+// What the bus answers when a name is asked for.
 constexpr unsigned isOwner = 1, nameExists = 3, wasOwner = 4;
-constexpr const char* lossRule = "type='signal',sender='org.freedesktop.DBus',path='/org/freedesktop/DBus',"
-                                 "interface='org.freedesktop.DBus',member='NameLost'";
 constexpr const char* noName = "The session bus does not give out the program's name";
 
 } // namespace
@@ -41,33 +38,27 @@ Instance::Role Instance::claim() {
 }
 
 std::optional<unsigned> Instance::requestName(unsigned flags) {
-    const BusMessage call = makeCall(bus_, theBus, "RequestName");
-    if (!call || sd_bus_message_append(call.get(), "su", control::service, flags) < 0)
-        return std::nullopt;
-    const BusMessage answer = ask(loop_, bus_, call, patience);
+    const BusMessage answer = bus_.ask(bus_.newNameRequest(control::service, flags), patience);
     unsigned result = 0;
-    if (!answer || sd_bus_message_is_method_error(answer.get(), nullptr) ||
-        sd_bus_message_read(answer.get(), "u", &result) < 0)
-        return std::nullopt;
-    return result;
+    return readFrom(answer.get(), "u", &result) ? std::optional(result) : std::nullopt;
 }
 
 bool Instance::ownerShowsSettings() {
     const BusAddress owner = {control::service, control::path, control::interface};
-    const BusMessage answer = ask(loop_, bus_, makeCall(bus_, owner, control::showSettings), patience);
+    const BusMessage answer = bus_.ask(bus_.newCall(owner, control::showSettings), patience);
     return answer && !sd_bus_message_is_method_error(answer.get(), nullptr);
 }
 
 Instance::Role Instance::claimName() {
     claimed_ = true;
-    auto result = requestName(allowReplacement | doNotQueue);
+    auto result = requestName(Bus::allowReplacement | Bus::doNotQueue);
     if (result == nameExists) {
         // A stale holder of the lock is the owner of the name as well.
         if (!lockWasStale_ && ownerShowsSettings())
             return Role::Second;
         if (loop_.ending())
             return Role::Ended;
-        result = requestName(allowReplacement | replaceExisting | doNotQueue);
+        result = requestName(Bus::allowReplacement | Bus::replaceExisting | Bus::doNotQueue);
     }
     if (result != isOwner && result != wasOwner)
         doubt_ = noName;
@@ -99,13 +90,11 @@ void Instance::serve(InstanceClient& client) {
 }
 
 void Instance::busOpened() {
-    losing_ = bus_.match(lossRule, BusHandler<&Instance::nameLost>::call, this);
+    losing_ = bus_.match<&Instance::nameLost>(signalRule(theBus, "NameLost"), *this);
     if (std::exchange(claimed_, true))
         return;
-    const BusMessage call = makeCall(bus_, theBus, "RequestName");
-    if (call)
-        sd_bus_message_append(call.get(), "su", control::service, allowReplacement | doNotQueue);
-    claiming_ = bus_.call(call, BusHandler<&Instance::nameClaimed>::call, this);
+    claiming_ = bus_.call<&Instance::nameClaimed>(
+        bus_.newNameRequest(control::service, Bus::allowReplacement | Bus::doNotQueue), *this);
 }
 
 void Instance::busLost() {
@@ -124,7 +113,7 @@ void Instance::nameClaimed(sd_bus_message* reply) {
 
 void Instance::nameLost(sd_bus_message* message) {
     const char* name = nullptr;
-    if (sd_bus_message_read(message, "s", &name) >= 0 && std::strcmp(name, control::service) == 0)
+    if (readFrom(message, "s", &name) && std::strcmp(name, control::service) == 0)
         client_->replaced();
 }
 

@@ -1,7 +1,7 @@
 #include "platform/linux/services/Portal.h"
 
-#include "platform/linux/bus/BusCall.h"
-#include "platform/linux/bus/BusWriter.h"
+#include "platform/linux/bus/Bus.h"
+#include "platform/linux/bus/BusMessage.h"
 #include "platform/linux/store/FileAccess.h"
 
 #include <algorithm>
@@ -99,7 +99,7 @@ void Portal::call(const char* interface, const char* member, const Options& opti
     requests_.push_back(request);
     const std::string token = "kelpa" + std::to_string(++calls_);
     awaitResponse(*request, token);
-    const BusMessage message = makeCall(bus_, {service, object, interface}, member);
+    const BusMessage message = bus_.newCall({service, object, interface}, member);
     if (message) {
         sd_bus_message_set_auto_start(message.get(), 1);
         BusWriter out(message.get());
@@ -107,7 +107,7 @@ void Portal::call(const char* interface, const char* member, const Options& opti
         textOption(out, "handle_token", token);
         options(out);
         if (out.close().result() >= 0)
-            request->answer = bus_.call(message, BusHandler<&Request::answered>::call, request.get());
+            request->answer = bus_.call<&Request::answered>(message, *request.get());
     }
     if (!request->answer)
         finish(*request, "the session bus takes no request");
@@ -117,10 +117,10 @@ void Portal::call(const char* interface, const char* member, const Options& opti
 void Portal::awaitResponse(Request& request, const std::string& token) {
     if (!bus_.open())
         return;
-    request.response = bus_.match(std::string("type='signal',sender='") + service + "',path='" +
-                                      requestPath(bus_.name(), token) + "',interface='" + requestInterface +
-                                      "',member='Response'",
-                                  BusHandler<&Request::responded>::call, &request);
+    request.response = bus_.match<&Request::responded>(
+        std::string("type='signal',sender='") + service + "',path='" + requestPath(bus_.name(), token) +
+            "',interface='" + requestInterface + "',member='Response'",
+        request);
 }
 
 void Portal::answered(Request& request, sd_bus_message* message) {

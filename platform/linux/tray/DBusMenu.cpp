@@ -1,6 +1,6 @@
 #include "platform/linux/tray/DBusMenu.h"
 
-#include "platform/linux/bus/BusWriter.h"
+#include "platform/linux/bus/BusMessage.h"
 #include "platform/linux/tray/MenuProperties.h"
 
 #include <algorithm>
@@ -83,12 +83,6 @@ std::vector<int> readIds(sd_bus_message* message) {
     return ids;
 }
 
-BusMessage replyTo(sd_bus_message* call) {
-    sd_bus_message* reply = nullptr;
-    sd_bus_message_new_method_return(call, &reply);
-    return BusMessage(reply);
-}
-
 /// Sends a reply that was written without a failure; otherwise the caller is told of the failure.
 int answer(const BusMessage& reply, int written) {
     return written < 0 ? written : sd_bus_message_send(reply.get());
@@ -105,11 +99,8 @@ void writeIds(BusWriter& writer, const std::vector<int>& ids) {
 
 DBusMenu::DBusMenu(EventLoop& loop, Bus& bus, const ItemPictures& pictures, const StatusItemModel& model,
                    MenuClicks& clicks)
-    : loop_(loop), bus_(bus), pictures_(pictures), model_(model), clicks_(clicks) {
-    sd_bus_slot* slot = nullptr;
-    sd_bus_add_object_vtable(bus.handle(), &slot, path, interface, vtable, this);
-    object_.reset(slot);
-}
+    : loop_(loop), bus_(bus), pictures_(pictures), model_(model), clicks_(clicks),
+      object_(bus.serve(path, interface, vtable, this)) {}
 
 const MenuLine* DBusMenu::find(int id) const {
     if (id == 0)
@@ -125,13 +116,11 @@ void DBusMenu::layoutChanged() {
 }
 
 void DBusMenu::lineChanged(const MenuLine& line) {
-    sd_bus_message* made = nullptr;
-    sd_bus_message_new_signal(bus_.handle(), &made, path, interface, "ItemsPropertiesUpdated");
-    const BusMessage signal(made);
+    const BusMessage signal = bus_.newSignal(path, interface, "ItemsPropertiesUpdated");
     if (!signal)
         return;
     const auto properties = menuProperties(line, pictures_);
-    BusWriter writer(made);
+    BusWriter writer(signal.get());
     writer.open('a', "(ia{sv})").open('r', "ia{sv}").integer(line.id);
     writeProperties(writer, properties);
     writer.close().close().open('a', "(ias)").open('r', "ias").integer(line.id).open('a', "s");
@@ -139,7 +128,7 @@ void DBusMenu::lineChanged(const MenuLine& line) {
         writer.text(name);
     writer.close().close().close();
     if (writer.result() >= 0)
-        sd_bus_send(bus_.handle(), made, nullptr);
+        sd_bus_send(bus_.handle(), signal.get(), nullptr);
 }
 
 int DBusMenu::getLayout(sd_bus_message* call, sd_bus_error* error) {
@@ -150,7 +139,7 @@ int DBusMenu::getLayout(sd_bus_message* call, sd_bus_error* error) {
     const MenuLine* parent = find(id);
     if (parent == nullptr)
         return unknownLine(error, id);
-    const auto reply = replyTo(call);
+    const auto reply = newAnswer(call);
     return answer(reply, writeLayout(reply.get(), *parent, depth, readTexts(call)));
 }
 
@@ -180,7 +169,7 @@ int DBusMenu::getGroupProperties(sd_bus_message* call, sd_bus_error*) {
     if (ids.empty())
         for (const MenuLine& line : model_.lines)
             ids.push_back(line.id);
-    const auto reply = replyTo(call);
+    const auto reply = newAnswer(call);
     BusWriter writer(reply.get());
     writer.open('a', "(ia{sv})");
     for (const int id : ids) {
@@ -206,7 +195,7 @@ int DBusMenu::getProperty(sd_bus_message* call, sd_bus_error* error) {
     const auto properties = selected(menuProperties(*line, pictures_), {name});
     if (properties.empty())
         return sd_bus_error_setf(error, SD_BUS_ERROR_INVALID_ARGS, "Line %d has no property %s", id, name);
-    const auto reply = replyTo(call);
+    const auto reply = newAnswer(call);
     BusWriter writer(reply.get());
     writeValue(writer, properties.front());
     return answer(reply, writer.result());
@@ -252,7 +241,7 @@ int DBusMenu::eventGroup(sd_bus_message* call, sd_bus_error* error) {
     }
     if (!unknown.empty() && !anyKnown)
         return unknownLine(error, unknown.front());
-    const auto reply = replyTo(call);
+    const auto reply = newAnswer(call);
     BusWriter writer(reply.get());
     writeIds(writer, unknown);
     return answer(reply, writer.result());
@@ -270,7 +259,7 @@ int DBusMenu::aboutToShow(sd_bus_message* call, sd_bus_error* error) {
 int DBusMenu::aboutToShowGroup(sd_bus_message* call, sd_bus_error*) {
     auto ids = readIds(call);
     std::erase_if(ids, [this](int id) { return find(id) != nullptr; });
-    const auto reply = replyTo(call);
+    const auto reply = newAnswer(call);
     BusWriter writer(reply.get());
     writeIds(writer, {});
     writeIds(writer, ids);

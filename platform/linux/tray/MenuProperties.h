@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/bus/BusWriter.h"
+#include "platform/linux/bus/BusMessage.h"
 #include "platform/linux/tray/ItemPictures.h"
 #include "platform/ports/StatusBar.h"
 

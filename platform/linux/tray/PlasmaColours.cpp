@@ -5,13 +5,12 @@ namespace kelpa {
 namespace {
 
 /// What KDE's settings send to every program for colours, fonts, icons and the like.
-constexpr const char* rule =
-    "type='signal',path='/KGlobalSettings',interface='org.kde.KGlobalSettings',member='notifyChange'";
+constexpr BusAddress settings = {nullptr, "/KGlobalSettings", "org.kde.KGlobalSettings"};
 
 } // namespace
 
 void PlasmaColours::start(const Bus& bus) {
-    match_ = bus.match(rule, BusHandler<&PlasmaColours::announced>::call, this);
+    match_ = bus.match<&PlasmaColours::announced>(signalRule(settings, "notifyChange"), *this);
 }
 
 void PlasmaColours::stop() {

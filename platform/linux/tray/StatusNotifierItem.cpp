@@ -1,6 +1,6 @@
 #include "platform/linux/tray/StatusNotifierItem.h"
 
-#include "platform/linux/bus/BusWriter.h"
+#include "platform/linux/bus/BusMessage.h"
 
 #include <ctime>
 #include <unistd.h>
@@ -168,9 +168,7 @@ void StatusNotifierItem::busLost() {
 
 void StatusNotifierItem::appear() {
     menu_.emplace(loop_, bus_, pictures_, *model_, *clicks_);
-    sd_bus_slot* slot = nullptr;
-    sd_bus_add_object_vtable(bus_.handle(), &slot, path, interface, vtable, this);
-    object_.reset(slot);
+    object_ = bus_.serve(path, interface, vtable, this);
     colours_.start(bus_);
     requestName();
 }
@@ -183,10 +181,7 @@ void StatusNotifierItem::disappear() {
 }
 
 void StatusNotifierItem::requestName() {
-    sd_bus_slot* slot = nullptr;
-    sd_bus_request_name_async(bus_.handle(), &slot, service_.c_str(), 0,
-                              BusHandler<&Item::nameAnswered>::call, this);
-    nameCall_.reset(slot);
+    nameCall_ = bus_.call<&Item::nameAnswered>(bus_.newNameRequest(service_, Bus::doNotQueue), *this);
 }
 
 /// The name is for whoever looks for items by their names, and may be refused, as a sandbox does. The panel

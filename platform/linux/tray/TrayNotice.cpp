@@ -1,7 +1,7 @@
 #include "platform/linux/tray/TrayNotice.h"
 
-#include "platform/linux/bus/BusCall.h"
-#include "platform/linux/control/BusValues.h"
+#include "platform/linux/bus/Bus.h"
+#include "platform/linux/bus/BusMessage.h"
 
 #include <cstring>
 
@@ -14,13 +14,6 @@ constexpr BusAddress server = {"org.freedesktop.Notifications", "/org/freedeskto
 /// The click on the notification itself, as notifications name it.
 constexpr const char* clickAction = "default";
 constexpr std::int32_t asLongAsUsual = -1;
-
-std::string ruleOf(const char* member) {
-    return std::string("type='signal',sender='org.freedesktop.Notifications',"
-                       "path='/org/freedesktop/Notifications',interface='org.freedesktop.Notifications',"
-                       "member='") +
-           member + "'";
-}
 
 int write(sd_bus_message* message, const NoTrayText& text, const NotifyingProgram& program) {
     BusWriter writer(message);
@@ -71,18 +64,18 @@ void TrayNotice::decide() {
 }
 
 void TrayNotice::notify(const NoTrayText& text) {
-    clicks_ = bus_.match(ruleOf("ActionInvoked"), BusHandler<&TrayNotice::clicked>::call, this);
-    closing_ = bus_.match(ruleOf("NotificationClosed"), BusHandler<&TrayNotice::closed>::call, this);
-    const BusMessage message = makeCall(bus_, server, "Notify");
+    clicks_ = bus_.match<&TrayNotice::clicked>(signalRule(server, "ActionInvoked"), *this);
+    closing_ = bus_.match<&TrayNotice::closed>(signalRule(server, "NotificationClosed"), *this);
+    const BusMessage message = bus_.newCall(server, "Notify");
     if (!message || write(message.get(), text, desktop_.program) < 0)
         return;
     // Many desktops start their notifications when the first one is sent.
     sd_bus_message_set_auto_start(message.get(), 1);
-    call_ = bus_.call(message, BusHandler<&TrayNotice::notified>::call, this);
+    call_ = bus_.call<&TrayNotice::notified>(message, *this);
 }
 
 void TrayNotice::notified(sd_bus_message* reply) {
-    if (!sd_bus_message_is_method_error(reply, nullptr) && sd_bus_message_read(reply, "u", &number_) >= 0)
+    if (readFrom(reply, "u", &number_))
         return;
     clicks_.reset();
     closing_.reset();
@@ -92,7 +85,7 @@ void TrayNotice::notified(sd_bus_message* reply) {
 void TrayNotice::clicked(sd_bus_message* signal) {
     std::uint32_t number = 0;
     const char* action = nullptr;
-    if (sd_bus_message_read(signal, "us", &number, &action) >= 0 && number_ != 0 && number == number_ &&
+    if (readFrom(signal, "us", &number, &action) && number_ != 0 && number == number_ &&
         std::strcmp(action, clickAction) == 0)
         desktop_.openPreferences();
 }
@@ -100,7 +93,7 @@ void TrayNotice::clicked(sd_bus_message* signal) {
 /// A server that starts anew gives the number to a notification of somebody else.
 void TrayNotice::closed(sd_bus_message* signal) {
     std::uint32_t number = 0;
-    if (sd_bus_message_read(signal, "u", &number) < 0 || number != number_)
+    if (!readFrom(signal, "u", &number) || number != number_)
         return;
     clicks_.reset();
     closing_.reset();

@@ -1,6 +1,6 @@
 #include "platform/linux/tray/WatcherLink.h"
 
-#include "platform/linux/bus/BusCall.h"
+#include "platform/linux/bus/Bus.h"
 
 #include <utility>
 
@@ -10,12 +10,10 @@ namespace {
 
 constexpr BusAddress watcher = {"org.kde.StatusNotifierWatcher", "/StatusNotifierWatcher",
                                 "org.kde.StatusNotifierWatcher"};
-constexpr const char* hostRule = "type='signal',sender='org.kde.StatusNotifierWatcher',"
-                                 "interface='org.kde.StatusNotifierWatcher',"
-                                 "member='StatusNotifierHostRegistered'";
-constexpr const char* hostGoneRule = "type='signal',sender='org.kde.StatusNotifierWatcher',"
-                                     "interface='org.kde.StatusNotifierWatcher',"
-                                     "member='StatusNotifierHostUnregistered'";
+
+std::string hostRule(const char* signal) {
+    return signalRule({watcher.service, nullptr, watcher.interface}, signal);
+}
 
 } // namespace
 
@@ -25,8 +23,9 @@ WatcherLink::WatcherLink(Bus& bus, std::function<void(bool present)> hostChanged
 void WatcherLink::start(const std::string& service) {
     service_ = service;
     owner_.emplace(bus_, watcher.service, [this](bool there) { ownerChanged(there); });
-    hostMatch_ = bus_.match(hostRule, BusHandler<&WatcherLink::hostsChanged>::call, this);
-    hostGoneMatch_ = bus_.match(hostGoneRule, BusHandler<&WatcherLink::hostsChanged>::call, this);
+    hostMatch_ = bus_.match<&WatcherLink::hostsChanged>(hostRule("StatusNotifierHostRegistered"), *this);
+    hostGoneMatch_ =
+        bus_.match<&WatcherLink::hostsChanged>(hostRule("StatusNotifierHostUnregistered"), *this);
     registerItem();
 }
 
@@ -42,18 +41,14 @@ void WatcherLink::lose() {
 }
 
 void WatcherLink::registerItem() {
-    const BusMessage message = makeCall(bus_, watcher, "RegisterStatusNotifierItem");
-    if (message)
-        sd_bus_message_append(message.get(), "s", service_.c_str());
-    call_ = bus_.call(message, BusHandler<&WatcherLink::registered>::call, this);
+    call_ = bus_.call<&WatcherLink::registered>(
+        bus_.newCall(watcher, "RegisterStatusNotifierItem", "s", service_.c_str()), *this);
 }
 
 void WatcherLink::askForHost() {
-    const BusMessage message =
-        makeCall(bus_, {watcher.service, watcher.path, "org.freedesktop.DBus.Properties"}, "Get");
-    if (message)
-        sd_bus_message_append(message.get(), "ss", watcher.interface, "IsStatusNotifierHostRegistered");
-    call_ = bus_.call(message, BusHandler<&WatcherLink::hostAnswered>::call, this);
+    const BusAddress properties = {watcher.service, watcher.path, propertiesInterface};
+    call_ = bus_.call<&WatcherLink::hostAnswered>(
+        bus_.newCall(properties, "Get", "ss", watcher.interface, "IsStatusNotifierHostRegistered"), *this);
 }
 
 void WatcherLink::setPresent(bool present) {
@@ -83,8 +78,7 @@ void WatcherLink::hostsChanged(sd_bus_message*) {
 /// A watcher that took the item but does not know of hosts shows it itself.
 void WatcherLink::hostAnswered(sd_bus_message* reply) {
     int known = 1;
-    if (!sd_bus_message_is_method_error(reply, nullptr))
-        sd_bus_message_read(reply, "v", "b", &known);
+    readFrom(reply, "v", "b", &known);
     setPresent(known != 0);
 }
 

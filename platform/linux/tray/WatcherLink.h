@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/bus/NameOwner.h"
+#include "platform/linux/bus/Bus.h"
 
 #include <functional>
 #include <optional>

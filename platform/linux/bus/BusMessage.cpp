@@ -1,4 +1,4 @@
-#include "platform/linux/control/BusValues.h"
+#include "platform/linux/bus/BusMessage.h"
 
 namespace kelpa {
 
@@ -10,26 +10,19 @@ const char* typeOf(const BusValue& value) {
     return std::holds_alternative<bool>(value) ? "b" : "x";
 }
 
-/// What is in the variant that was entered; false for a type that the interface does not have.
+/// Reads the content of the variant that was entered; false for a type that the interface does not have.
 bool readContent(sd_bus_message* message, char type, BusValue& value) {
-    if (type == SD_BUS_TYPE_STRING) {
-        const char* text = nullptr;
-        if (sd_bus_message_read_basic(message, type, &text) < 0)
-            return false;
+    const char* text = nullptr;
+    std::int64_t number = 0;
+    int truth = 0;
+    if (type == SD_BUS_TYPE_STRING && sd_bus_message_read_basic(message, type, &text) >= 0)
         value = std::string(text);
-    } else if (type == SD_BUS_TYPE_INT64) {
-        std::int64_t number = 0;
-        if (sd_bus_message_read_basic(message, type, &number) < 0)
-            return false;
+    else if (type == SD_BUS_TYPE_INT64 && sd_bus_message_read_basic(message, type, &number) >= 0)
         value = number;
-    } else if (type == SD_BUS_TYPE_BOOLEAN) {
-        int truth = 0;
-        if (sd_bus_message_read_basic(message, type, &truth) < 0)
-            return false;
+    else if (type == SD_BUS_TYPE_BOOLEAN && sd_bus_message_read_basic(message, type, &truth) >= 0)
         value = truth != 0;
-    } else {
+    else
         return false;
-    }
     return true;
 }
 
@@ -54,6 +47,27 @@ void readEntry(sd_bus_message* message, BusValues& values) {
 
 } // namespace
 
+std::string signalRule(const BusAddress& from, const char* member) {
+    std::string rule = "type='signal'";
+    const auto must = [&rule](const char* key, const char* value) {
+        if (value != nullptr)
+            rule.append(",").append(key).append("='").append(value).append("'");
+    };
+    must("sender", from.service);
+    must("path", from.path);
+    must("interface", from.interface);
+    must("member", member);
+    return rule;
+}
+
+std::string signalRule(const BusAddress& from, const char* member, const std::string& first) {
+    return signalRule(from, member) + ",arg0='" + first + "'";
+}
+
+BusMessage newAnswer(sd_bus_message* call) {
+    return ownedBy<BusMessage>([call](auto** made) { sd_bus_message_new_method_return(call, made); });
+}
+
 void writeValue(BusWriter& writer, const BusValue& value) {
     if (const auto* text = std::get_if<std::string>(&value))
         writer.text(*text);
@@ -64,9 +78,7 @@ void writeValue(BusWriter& writer, const BusValue& value) {
 }
 
 void writeEntry(BusWriter& writer, const char* name, const BusValue& value) {
-    writer.open('e', "sv").text(name).open('v', typeOf(value));
-    writeValue(writer, value);
-    writer.close().close();
+    writer.entry(name, typeOf(value), [&value](BusWriter& out) { writeValue(out, value); });
 }
 
 bool readValues(sd_bus_message* message, BusValues& values) {
