@@ -51,9 +51,8 @@ Program::Program(EventLoop& loop, Display& display, double speed, Bus& session, 
     : loop_(loop), session_(session), systemBus_(loop, Bus::Kind::System), folders_(dataFolders()),
       clock_(speed), store_(settingsFile(), *this, loop),
       windows_({loop, display.screens(), display.focus(), *this}, helperPath("kelpa-view")), about_(windows_),
-      preferences_(windows_), tray_(display.makeTray(*this)), fonts_(folders_.data),
-      translations_(folders_.locale), fatalErrors_(logCritical), lock_(loop, session, systemBus_),
-      gate_(lock_, windows_),
+      preferences_(windows_), fonts_(folders_.data), translations_(folders_.locale),
+      fatalErrors_(logCritical), lock_(loop, session, systemBus_), gate_(lock_, windows_),
       activity_(gate_, *this, activitySources(loop, gate_, windows_, session, systemBus_, speed)),
       loginItem_(
           {AutostartFolders::ofEnvironment(), {build::identifier, build::displayName, programPath()}},
@@ -68,8 +67,11 @@ Program::Program(EventLoop& loop, Display& display, double speed, Bus& session, 
           loop,   lock_,         activity_, Services{&loginItem_, &updater_, &mail_, &about_, &preferences_}},
       logFiles_(clock_), application_(ports_, logFiles_), remote_(loop, loop), instance_(instance),
       notice_(loop, session, noticeDesktop()) {
-    if (tray_)
-        fallback_.emplace(loop_, statusBar_, *tray_);
+    if (X11Connection* connection = display.x11()) {
+        WindowReport& report = *this;
+        tray_.emplace(loop, *connection, report, helperPath("kelpa-tray"), folders_.data);
+        fallback_.emplace(loop, statusBar_, *tray_);
+    }
     if (inSandbox())
         portal_.emplace(session_);
 }

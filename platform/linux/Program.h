@@ -20,8 +20,8 @@
 #include "platform/linux/store/PlistStore.h"
 #include "platform/linux/tray/LinuxStatusBar.h"
 #include "platform/linux/tray/StatusNotifierItem.h"
-#include "platform/linux/tray/TrayFallback.h"
 #include "platform/linux/tray/TrayNotice.h"
+#include "platform/linux/tray/TrayProcess.h"
 #include "platform/linux/update/LinuxUpdater.h"
 #include "platform/linux/update/RemoteUpdateWindow.h"
 #include "platform/linux/windows/RemoteAboutPanel.h"
@@ -73,7 +73,7 @@ class Program final : private StoreReport, private WindowReport, private Instanc
     RemoteWindowSystem windows_;
     RemoteAboutPanel about_;
     RemotePreferencesWindow preferences_;
-    std::unique_ptr<DisplayTray> tray_;    ///< null where the display server knows of none
+    std::optional<TrayProcess> tray_;      ///< where the display server may have an older tray
     std::optional<TrayFallback> fallback_; ///< there with the tray
     LinuxSystemInfo system_;
     LinuxFonts fonts_;

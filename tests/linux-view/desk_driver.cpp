@@ -1,6 +1,7 @@
 // Plays the core's part with real break windows, for desktop checks: does what lines on standard input say
 // and tells on standard output what happened.
 
+#include "platform/linux/Folders.h"
 #include "platform/linux/display/X11Focus.h"
 #include "platform/linux/display/X11Screens.h"
 #include "platform/linux/tray/TrayProcess.h"
@@ -248,7 +249,7 @@ int run(const std::string& view) {
     X11Focus focus(*connection);
     SpokenReport report;
     RemoteWindowSystem windows({loop, screens, focus, report, idleSeconds()}, view);
-    TrayProcess tray(loop, *connection, report, helperPath("kelpa-tray"));
+    TrayProcess tray(loop, *connection, report, helperPath("kelpa-tray"), dataFolders().data);
     Driver driver(loop, windows, tray);
     say("screens " + std::to_string(windows.screens().size()));
     return loop.run();

@@ -1,11 +1,13 @@
 #!/usr/bin/python3
 """The status item as an icon in an old system tray, which comes and goes."""
 import os
+import shutil
 import signal
+import socket
 import time
 from pathlib import Path
 
-from support import Session, ViewTest, main, wait_for_still, wait_until
+from support import DRIVER, Session, ViewTest, main, wait_for_still, wait_until
 
 TRAYER = ["trayer", "--edge", "top", "--widthtype", "request", "--height", "24"]
 
@@ -80,6 +82,25 @@ class TrayIcon(ViewTest):
         self.screen.click(icon.x + 5, icon.y + 5)
         wait_until(lambda: (closed.differs(self.screen.picture()) or icon).height > 2 * icon.height, 5, "the menu")
         return wait_for_still(self.screen, self.screen.root.get_geometry())
+
+    def test_its_pictures_are_found_wherever_the_helper_lies(self):
+        """A distribution may put helpers deeper than beside the program's data."""
+        self.start_tray()
+        beside = Path(DRIVER).parent
+        deep = self.session.folder / "libexec/deeper/kelpa"
+        deep.mkdir(parents=True)
+        shutil.copy(beside / "kelpa-tray", deep)
+        ours, its = socket.socketpair()
+        self.addCleanup(ours.close)
+        with its:
+            self.session.spawn(["/bin/sh", "-c", f"exec {deep}/kelpa-tray 3<&{its.fileno()}"],
+                               pass_fds=[its.fileno()])
+        ours.sendall(f"data\t{beside}/share/kelpa\nimage\tkelpa\n".encode())
+        icon = self.docked()
+        ours.settimeout(0.5)
+        with self.assertRaises(TimeoutError):
+            self.fail(ours.recv(1000))
+        self.assertGreater(self.screen.picture(icon).glyphs(), 0)
 
     def test_it_follows_the_tray(self):
         driver = self.drive()

@@ -37,6 +37,8 @@ class PrivateBus {
     PrivateBus& operator=(const PrivateBus&) = delete;
 
     [[nodiscard]] const std::string& address() const { return address_; }
+    /// SIGSTOP has the bus stand still, SIGCONT go on.
+    void signal(int number) const { kill(pid_, number); }
     void end() {
         if (pid_ <= 0)
             return;

@@ -1,6 +1,5 @@
 #include "Support.h"
 #include "platform/linux/tray/LinuxStatusBar.h"
-#include "platform/linux/tray/TrayFallback.h"
 
 #include <gtest/gtest.h>
 

@@ -15,6 +15,9 @@ constexpr double longestPause = 60;
 constexpr double proven = 60;
 /// Somebody who takes connections and answers none of them is no bus.
 constexpr double patience = 10;
+/// So many messages lie unsent only where the bus takes none.
+constexpr std::uint64_t mostUnsent = 16;
+constexpr std::uint64_t forEver = UINT64_MAX;
 
 } // namespace
 
@@ -107,9 +110,23 @@ void Bus::drop() {
         pause_ = firstPause;
     if (wasOpen)
         tell(&BusClient::busLost);
-    greeting_.reset();
-    end_.reset();
+    for (BusSlot* slot : {&greeting_, &end_, &catchingUp_})
+        slot->reset();
     connection_.reset();
+}
+
+bool Bus::keepsUp() {
+    std::uint64_t unsent = 0;
+    if (!open() || catchingUp_ || sd_bus_get_n_queued_write(handle(), &unsent) < 0)
+        return false;
+    if (unsent > mostUnsent)
+        catchingUp_ = callWith(newCall(theBus, "GetId"), BusHandler<&Bus::caughtUp>::call, this, forEver);
+    return unsent <= mostUnsent;
+}
+
+void Bus::caughtUp(sd_bus_message*) {
+    catchingUp_.reset();
+    tell(&BusClient::busCaughtUp);
 }
 
 Subscription Bus::join(BusClient& client) {
@@ -134,10 +151,11 @@ BusSlot Bus::matchWith(const std::string& rule, sd_bus_message_handler_t handler
     });
 }
 
-BusSlot Bus::callWith(const BusMessage& message, sd_bus_message_handler_t handler, void* object) const {
+BusSlot Bus::callWith(const BusMessage& message, sd_bus_message_handler_t handler, void* object,
+                      std::uint64_t microseconds) const {
     return ownedBy<BusSlot>([&](auto** slot) {
         if (open() && message)
-            sd_bus_call_async(handle(), slot, message.get(), handler, object, 0);
+            sd_bus_call_async(handle(), slot, message.get(), handler, object, microseconds);
     });
 }
 

@@ -3,6 +3,7 @@
 #include "platform/linux/EventLoop.h"
 #include "platform/linux/bus/BusMessage.h"
 
+#include <cstdint>
 #include <functional>
 #include <list>
 #include <memory>
@@ -41,6 +42,8 @@ class BusClient {
     virtual void busOpened() = 0;
     /// The bus is gone: every slot of it is to be dropped.
     virtual void busLost() = 0;
+    /// The bus, which did not keep up with what it was sent, has taken everything in.
+    virtual void busCaughtUp() {}
 };
 
 /// The program's one connection to a bus, served by the main loop and made again when the bus comes back,
@@ -72,6 +75,11 @@ class Bus {
 
     /// Calls the client now if the bus is open, and whenever the bus comes or goes until the handle ends.
     Subscription join(BusClient& client);
+
+    /// Whether the bus takes in what it is sent. One that stands still does not, and what it is sent then is
+    /// kept: so whoever announces changes asks first, holds them back, and announces how things are when
+    /// `busCaughtUp` is called.
+    [[nodiscard]] bool keepsUp();
 
     // What is made on a bus that is not open is null, and what is null is not sent.
 
@@ -116,13 +124,14 @@ class Bus {
     int watchConnection();
     void answered(sd_bus_message* reply);
     void disconnected(sd_bus_message* message);
+    void caughtUp(sd_bus_message* reply);
     void tryLater(const std::string& why);
     void drop();
     void tell(void (BusClient::*what)());
     [[nodiscard]] BusSlot matchWith(const std::string& rule, sd_bus_message_handler_t handler,
                                     void* object) const;
-    [[nodiscard]] BusSlot callWith(const BusMessage& message, sd_bus_message_handler_t handler,
-                                   void* object) const;
+    [[nodiscard]] BusSlot callWith(const BusMessage& message, sd_bus_message_handler_t handler, void* object,
+                                   std::uint64_t microseconds = 0) const;
     [[nodiscard]] BusMessage emptyCall(const BusAddress& to, const char* member) const;
 
     EventLoop& loop_;
@@ -132,6 +141,7 @@ class Bus {
     std::string failure_;
     BusSlot end_;
     BusSlot greeting_;
+    BusSlot catchingUp_; ///< the question that the bus answers once it keeps up again
     std::list<BusClient*> clients_;
     Subscription later_; ///< the next step: the end of patience, or the next try
     double pause_;

@@ -105,6 +105,11 @@ void ControlObject::busLost() {
     watchers_.removeAll();
 }
 
+void ControlObject::busCaughtUp() {
+    if (changes_.active())
+        announce();
+}
+
 int ControlObject::watch(sd_bus_message* call, sd_bus_error*) {
     if (const char* sender = sd_bus_message_get_sender(call))
         watchers_.add(sender);
@@ -153,7 +158,7 @@ void ControlObject::held() {
 void ControlObject::announce() {
     waiting_.cancel();
     RemoteStatus now = RemoteControl::status();
-    if (now == told_)
+    if (now == told_ || !bus_.keepsUp())
         return;
     if (const BusMessage signal = changeSignal(bus_, told_, now))
         sd_bus_send(bus_.handle(), signal.get(), nullptr);

@@ -26,6 +26,7 @@ class ControlObject final : private BusClient {
   private:
     void busOpened() override;
     void busLost() override;
+    void busCaughtUp() override;
     void watched(bool any);
     void changed();
     void held();

@@ -2,14 +2,14 @@
 
 #include "platform/linux/EventLoop.h"
 #include "platform/linux/display/ScreenSource.h"
-#include "platform/linux/display/WindowReport.h"
-#include "platform/linux/tray/DisplayTray.h"
 
 #include <functional>
 #include <memory>
 #include <string>
 
 namespace kelpa {
+
+class X11Connection;
 
 /// The display server of the session, as far as the program itself deals with it. Windows are drawn by
 /// `kelpa-view`, on a connection of its own.
@@ -18,9 +18,8 @@ class Display {
     virtual ~Display() = default;
     [[nodiscard]] virtual ScreenSource& screens() = 0;
     [[nodiscard]] virtual FocusMemory& focus() = 0;
-    /// Another way to the tray, for desktops on whose bus nothing shows the status item; null where the
-    /// display server knows of no tray. `report` and the display outlive it.
-    [[nodiscard]] virtual std::unique_ptr<DisplayTray> makeTray(WindowReport& report) = 0;
+    /// The connection to an X server, whose trays embed icons; null where there is no such server.
+    [[nodiscard]] virtual X11Connection* x11() = 0;
 };
 
 struct OpenedDisplay {

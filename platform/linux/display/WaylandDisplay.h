@@ -21,8 +21,7 @@ class WaylandDisplay final : public Display {
 
     [[nodiscard]] ScreenSource& screens() override { return screens_; }
     [[nodiscard]] FocusMemory& focus() override { return focus_; }
-    /// Trays that embed icons are a thing of X.
-    [[nodiscard]] std::unique_ptr<DisplayTray> makeTray(WindowReport&) override { return nullptr; }
+    [[nodiscard]] X11Connection* x11() override { return nullptr; }
 
   private:
     WaylandDisplay(EventLoop& loop, std::unique_ptr<WaylandConnection> connection);

@@ -1,7 +1,5 @@
 #include "platform/linux/display/X11Display.h"
 
-#include "platform/linux/tray/TrayProcess.h"
-
 namespace kelpa {
 
 std::unique_ptr<X11Display> X11Display::open(EventLoop& loop, std::function<void()> lost) {
@@ -12,10 +10,6 @@ std::unique_ptr<X11Display> X11Display::open(EventLoop& loop, std::function<void
 }
 
 X11Display::X11Display(EventLoop& loop, std::unique_ptr<X11Connection> connection)
-    : loop_(loop), connection_(std::move(connection)), screens_(loop, *connection_), focus_(*connection_) {}
-
-std::unique_ptr<DisplayTray> X11Display::makeTray(WindowReport& report) {
-    return std::make_unique<TrayProcess>(loop_, *connection_, report, helperPath("kelpa-tray"));
-}
+    : connection_(std::move(connection)), screens_(loop, *connection_), focus_(*connection_) {}
 
 } // namespace kelpa

@@ -15,12 +15,11 @@ class X11Display final : public Display {
 
     [[nodiscard]] ScreenSource& screens() override { return screens_; }
     [[nodiscard]] FocusMemory& focus() override { return focus_; }
-    [[nodiscard]] std::unique_ptr<DisplayTray> makeTray(WindowReport& report) override;
+    [[nodiscard]] X11Connection* x11() override { return connection_.get(); }
 
   private:
     X11Display(EventLoop& loop, std::unique_ptr<X11Connection> connection);
 
-    EventLoop& loop_;
     std::unique_ptr<X11Connection> connection_;
     X11Screens screens_;
     X11Focus focus_;

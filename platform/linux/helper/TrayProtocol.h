@@ -6,6 +6,8 @@
 namespace kelpa::wire::tray {
 
 // From the program to the tray.
+/// data FOLDER: where the program's pictures lie; comes first.
+inline constexpr std::string_view data = "data";
 /// image NAME: the application image of the icon.
 inline constexpr std::string_view image = "image";
 /// title TEXT: beside the icon; empty for none.

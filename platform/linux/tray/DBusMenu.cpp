@@ -1,8 +1,5 @@
 #include "platform/linux/tray/DBusMenu.h"
 
-#include "platform/linux/bus/BusMessage.h"
-#include "platform/linux/tray/MenuProperties.h"
-
 #include <algorithm>
 #include <optional>
 #include <string_view>
@@ -59,6 +56,83 @@ const sd_bus_vtable vtable[] = {
     SD_BUS_VTABLE_END,
 };
 
+/// One property of a menu line as hosts know it.
+struct MenuProperty {
+    const char* name;
+    const char* type;
+    std::function<void(BusWriter&)> write;
+};
+using MenuProperties = std::vector<MenuProperty>;
+
+MenuProperty text(const char* name, std::string value) {
+    return {name, "s", [value = std::move(value)](BusWriter& out) { out.text(value); }};
+}
+
+MenuProperty truth(const char* name, bool value) {
+    return {name, "b", [value](BusWriter& out) { out.boolean(value); }};
+}
+
+/// A key to be pressed together with Control.
+MenuProperty shortcut(const std::string& key) {
+    return {"shortcut", "aas", [key](BusWriter& out) {
+                out.open('a', "as").open('a', "s").text("Control").text(key).close().close();
+            }};
+}
+
+void writeProperties(BusWriter& writer, const MenuProperties& properties) {
+    writer.open('a', "{sv}");
+    for (const MenuProperty& property : properties)
+        writer.entry(property.name, property.type, property.write);
+    writer.close();
+}
+
+/// A single underscore would mark the next letter as the one to press.
+std::string escaped(const std::string& title) {
+    std::string label;
+    for (const char c : title)
+        label.append(c == '_' ? 2 : 1, c);
+    return label;
+}
+
+/// Keys go by the names that the window system gives them; those of letters and digits are the letters.
+std::string keyName(const std::string& key) {
+    return key == "," ? "comma" : key;
+}
+
+/// Everything that hosts can know of a line. The line with the id 0 is the menu itself.
+MenuProperties propertiesOf(const MenuLine& line, const ItemPictures& pictures) {
+    if (line.id == 0)
+        return {text("children-display", "submenu")};
+    if (line.separator)
+        return {text("type", "separator")};
+    MenuProperties properties = {text("label", escaped(line.title)), truth("enabled", line.enabled),
+                                 truth("visible", true), text("disposition", "normal")};
+    if (auto picture = pictures.symbol(line.image))
+        properties.push_back(
+            {"icon-data", "ay", [bytes = std::move(*picture)](BusWriter& out) { out.bytes(bytes); }});
+    if (!line.keyEquivalent.empty())
+        properties.push_back(shortcut(keyName(line.keyEquivalent)));
+    return properties;
+}
+
+/// Those of `properties` that are among `names`; all of them when no names are given.
+MenuProperties selected(MenuProperties properties, const std::vector<std::string>& names) {
+    const auto unwanted = [&names](const MenuProperty& property) {
+        return std::find(names.begin(), names.end(), property.name) == names.end();
+    };
+    if (!names.empty())
+        std::erase_if(properties, unwanted);
+    return properties;
+}
+
+/// The properties that a line can have and this one has not.
+std::vector<const char*> missingFrom(const MenuProperties& properties) {
+    std::vector<const char*> missing = {"icon-data", "shortcut"};
+    for (const MenuProperty& property : properties)
+        std::erase_if(missing, [&property](std::string_view name) { return name == property.name; });
+    return missing;
+}
+
 int unknownLine(sd_bus_error* error, int id) {
     return sd_bus_error_setf(error, SD_BUS_ERROR_INVALID_ARGS, "The menu has no line %d", id);
 }
@@ -112,19 +186,21 @@ const MenuLine* DBusMenu::find(int id) const {
 
 void DBusMenu::layoutChanged() {
     ++revision_;
-    sd_bus_emit_signal(bus_.handle(), path, interface, "LayoutUpdated", "ui", revision_, 0);
+    if (bus_.keepsUp())
+        sd_bus_emit_signal(bus_.handle(), path, interface, "LayoutUpdated", "ui", revision_, 0);
 }
 
 void DBusMenu::lineChanged(const MenuLine& line) {
-    const BusMessage signal = bus_.newSignal(path, interface, "ItemsPropertiesUpdated");
+    const BusMessage signal =
+        bus_.keepsUp() ? bus_.newSignal(path, interface, "ItemsPropertiesUpdated") : nullptr;
     if (!signal)
         return;
-    const auto properties = menuProperties(line, pictures_);
+    const auto properties = propertiesOf(line, pictures_);
     BusWriter writer(signal.get());
     writer.open('a', "(ia{sv})").open('r', "ia{sv}").integer(line.id);
     writeProperties(writer, properties);
     writer.close().close().open('a', "(ias)").open('r', "ias").integer(line.id).open('a', "s");
-    for (const char* name : missingProperties(properties))
+    for (const char* name : missingFrom(properties))
         writer.text(name);
     writer.close().close().close();
     if (writer.result() >= 0)
@@ -147,7 +223,7 @@ int DBusMenu::writeLayout(sd_bus_message* reply, const MenuLine& parent, int dep
                           const std::vector<std::string>& names) const {
     const auto open = [&](BusWriter& writer, const MenuLine& line) {
         writer.open('r', "ia{sv}av").integer(line.id);
-        writeProperties(writer, selected(menuProperties(line, pictures_), names));
+        writeProperties(writer, selected(propertiesOf(line, pictures_), names));
         writer.open('a', "v");
     };
     BusWriter writer(reply);
@@ -177,7 +253,7 @@ int DBusMenu::getGroupProperties(sd_bus_message* call, sd_bus_error*) {
         if (line == nullptr)
             continue;
         writer.open('r', "ia{sv}").integer(id);
-        writeProperties(writer, selected(menuProperties(*line, pictures_), names));
+        writeProperties(writer, selected(propertiesOf(*line, pictures_), names));
         writer.close();
     }
     return answer(reply, writer.close().result());
@@ -192,13 +268,14 @@ int DBusMenu::getProperty(sd_bus_message* call, sd_bus_error* error) {
     const MenuLine* line = find(id);
     if (line == nullptr)
         return unknownLine(error, id);
-    const auto properties = selected(menuProperties(*line, pictures_), {name});
+    const auto properties = selected(propertiesOf(*line, pictures_), {name});
     if (properties.empty())
         return sd_bus_error_setf(error, SD_BUS_ERROR_INVALID_ARGS, "Line %d has no property %s", id, name);
     const auto reply = newAnswer(call);
     BusWriter writer(reply.get());
-    writeValue(writer, properties.front());
-    return answer(reply, writer.result());
+    writer.open('v', properties.front().type);
+    properties.front().write(writer);
+    return answer(reply, writer.close().result());
 }
 
 /// The click is carried out after the answer has gone out: it may change the menu or end the program.

@@ -3,7 +3,7 @@
 #include "platform/linux/EventLoop.h"
 #include "platform/linux/bus/Bus.h"
 #include "platform/linux/tray/ItemPictures.h"
-#include "platform/linux/tray/StatusItemSink.h"
+#include "platform/linux/tray/LinuxStatusBar.h"
 
 #include <string>
 #include <vector>

@@ -64,4 +64,13 @@ void LinuxStatusBar::setTitle(const std::string& title) {
     tell([&](StatusItemSink& sink) { sink.titleChanged(title); });
 }
 
+void TrayFallback::setHostPresent(bool present) {
+    if (present) {
+        waiting_.cancel();
+        statusBar_.removeSink(sink_);
+    } else if (!waiting_.active()) {
+        waiting_ = loop_.afterReal(patience, [this] { statusBar_.addSink(sink_); });
+    }
+}
+
 } // namespace kelpa

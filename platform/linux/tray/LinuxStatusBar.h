@@ -1,11 +1,37 @@
 #pragma once
 
-#include "platform/linux/tray/StatusItemSink.h"
+#include "platform/linux/EventLoop.h"
 #include "platform/ports/StatusBar.h"
 
+#include <cstddef>
+#include <string>
 #include <vector>
 
 namespace kelpa {
+
+/// The status item as it stands: everything that a place that shows it has to know.
+struct StatusItemModel {
+    std::string image; ///< the application image's name
+    std::string title; ///< the text beside the image; empty for none
+    std::vector<MenuLine> lines;
+};
+
+/// One way to bring the status item to the desktop: over D-Bus, or as an XEmbed icon. `LinuxStatusBar` keeps
+/// the model and calls its sinks after a change of it, and only between `show` and `hide`.
+class StatusItemSink {
+  public:
+    virtual ~StatusItemSink() = default;
+    /// Shows the item with everything that `model` holds at this moment. Model and clicks outlive the sink,
+    /// which may keep them and look things up again later.
+    virtual void show(const StatusItemModel& model, MenuClicks& clicks) = 0;
+    /// Takes the item away. It may be shown again.
+    virtual void hide() = 0;
+    virtual void lineInserted(std::size_t index, const MenuLine& line) = 0;
+    virtual void lineRemoved(int lineId) = 0;
+    virtual void lineChanged(const MenuLine& line) = 0;
+    /// Only for a text that differs from the last one.
+    virtual void titleChanged(const std::string& title) = 0;
+};
 
 /// The status bar as the core sees it: keeps what the item shows, and passes every real change on to the
 /// places that show it. A place that joins late is given everything at once.
@@ -27,13 +53,33 @@ class LinuxStatusBar final : public StatusBar {
 
   private:
     std::vector<MenuLine>::iterator find(int lineId);
-    /// Sinks hear nothing before the item exists.
+    /// Sinks are not called before the item exists.
     template <typename Verb>
     void tell(const Verb& verb);
 
     StatusItemModel model_;
     MenuClicks* clicks_ = nullptr; ///< null until the item is created
     std::vector<StatusItemSink*> sinks_;
+};
+
+/// Shows the item in another way where nothing on the bus shows it. Waits a little with that, because at the
+/// start of a session panels come up after the programs, and one that restarts is soon back.
+class TrayFallback {
+  public:
+    static constexpr double patience = 2; ///< real seconds
+
+    /// All arguments outlive the fallback; it begins with what `setHostPresent` says.
+    TrayFallback(EventLoop& loop, LinuxStatusBar& statusBar, StatusItemSink& sink)
+        : loop_(loop), statusBar_(statusBar), sink_(sink) {}
+
+    /// Whether something on the bus shows the item now.
+    void setHostPresent(bool present);
+
+  private:
+    EventLoop& loop_;
+    LinuxStatusBar& statusBar_;
+    StatusItemSink& sink_;
+    Subscription waiting_;
 };
 
 } // namespace kelpa

@@ -1,7 +1,6 @@
 #include "platform/linux/tray/StatusNotifierItem.h"
 
-#include "platform/linux/bus/BusMessage.h"
-
+#include <cstddef>
 #include <ctime>
 #include <unistd.h>
 
@@ -11,7 +10,8 @@ namespace {
 
 constexpr const char* path = "/StatusNotifierItem";
 constexpr const char* interface = "org.kde.StatusNotifierItem";
-constexpr const char* symbolicIcon = "app.orvane.Kelpa-symbolic";
+/// What KDE's settings send to every program for colours, fonts, icons and the like.
+constexpr BusAddress plasmaSettings = {nullptr, "/KGlobalSettings", "org.kde.KGlobalSettings"};
 /// A panel that shows the text nowhere else shows what it was told last, and one that redraws it costs a
 /// millisecond.
 constexpr std::int64_t secondsBetweenToolTips = 10;
@@ -23,70 +23,32 @@ std::int64_t coarseSeconds() {
 }
 
 using Item = StatusNotifierItem;
-using Get = void (*)(BusWriter&, const Item&);
+using Shown = Item::Shown;
 
-template <Get get>
-int property(sd_bus*, const char*, const char*, const char*, sd_bus_message* reply, void* item,
+template <void (*write)(BusWriter&, const Shown&)>
+int property(sd_bus*, const char*, const char*, const char*, sd_bus_message* reply, void* shown,
              sd_bus_error*) noexcept {
     BusWriter writer(reply);
-    get(writer, *static_cast<const Item*>(item));
+    write(writer, *static_cast<const Shown*>(shown));
     return writer.result();
 }
 
-void category(BusWriter& writer, const Item&) {
-    writer.text("ApplicationStatus");
+void themeFolder(BusWriter& writer, const Shown& shown) {
+    writer.text(shown.item->pictures().themeFolder());
 }
-void id(BusWriter& writer, const Item& item) {
-    writer.text(item.identity().id);
-}
-void name(BusWriter& writer, const Item& item) {
-    writer.text(item.identity().name);
-}
-void status(BusWriter& writer, const Item&) {
-    writer.text("Active");
-}
-void noWindow(BusWriter& writer, const Item&) {
-    writer.integer(0);
-}
-void empty(BusWriter& writer, const Item&) {
-    writer.text("");
-}
-/// A name and not the file's path, although hosts take both: only named symbolic icons get the panel's
-/// colour.
-void iconName(BusWriter& writer, const Item&) {
-    writer.text(symbolicIcon);
-}
-void themeFolder(BusWriter& writer, const Item& item) {
-    writer.text(item.pictures().themeFolder());
-}
-void noPixmaps(BusWriter& writer, const Item&) {
+void noPixmaps(BusWriter& writer, const Shown&) {
     writer.open('a', "(iiay)").close();
 }
-void pixmaps(BusWriter& writer, const Item& item) {
+void pixmaps(BusWriter& writer, const Shown& shown) {
     writer.open('a', "(iiay)");
-    for (const Pixmap& pixmap : item.pictures().pixmaps())
+    for (const Pixmap& pixmap : shown.item->pictures().pixmaps())
         writer.open('r', "iiay").integer(pixmap.size).integer(pixmap.size).bytes(pixmap.pixels).close();
     writer.close();
 }
-void toolTip(BusWriter& writer, const Item& item) {
+void toolTip(BusWriter& writer, const Shown& shown) {
     writer.open('r', "sa(iiay)ss").text("");
-    noPixmaps(writer, item);
-    writer.text(item.identity().name).text(item.label()).close();
-}
-void yes(BusWriter& writer, const Item&) {
-    writer.boolean(true);
-}
-void menuPath(BusWriter& writer, const Item&) {
-    writer.object(DBusMenu::path);
-}
-void label(BusWriter& writer, const Item& item) {
-    writer.text(item.label());
-}
-void guide(BusWriter& writer, const Item& item) {
-    writer.text(item.guide());
-}
-void anyPlace(BusWriter& writer, const Item&) {
-    writer.natural(0);
+    noPixmaps(writer, shown);
+    writer.text(shown.name).text(shown.title).close();
 }
 
 constexpr auto fixed = SD_BUS_VTABLE_PROPERTY_CONST;
@@ -94,27 +56,27 @@ constexpr auto fixed = SD_BUS_VTABLE_PROPERTY_CONST;
 // There is no Activate and no ContextMenu: hosts that find neither open the menu on either click.
 const sd_bus_vtable vtable[] = {
     SD_BUS_VTABLE_START(0),
-    SD_BUS_PROPERTY("Category", "s", property<category>, 0, fixed),
-    SD_BUS_PROPERTY("Id", "s", property<id>, 0, fixed),
-    SD_BUS_PROPERTY("Title", "s", property<name>, 0, fixed),
-    SD_BUS_PROPERTY("Status", "s", property<status>, 0, fixed),
-    SD_BUS_PROPERTY("WindowId", "i", property<noWindow>, 0, fixed),
-    SD_BUS_PROPERTY("IconName", "s", property<iconName>, 0, fixed),
+    SD_BUS_PROPERTY("Category", "s", nullptr, offsetof(Shown, category), fixed),
+    SD_BUS_PROPERTY("Id", "s", nullptr, offsetof(Shown, id), fixed),
+    SD_BUS_PROPERTY("Title", "s", nullptr, offsetof(Shown, name), fixed),
+    SD_BUS_PROPERTY("Status", "s", nullptr, offsetof(Shown, status), fixed),
+    SD_BUS_PROPERTY("WindowId", "i", nullptr, offsetof(Shown, zero), fixed),
+    SD_BUS_PROPERTY("IconName", "s", nullptr, offsetof(Shown, icon), fixed),
     SD_BUS_PROPERTY("IconThemePath", "s", property<themeFolder>, 0, fixed),
     SD_BUS_PROPERTY("IconPixmap", "a(iiay)", property<pixmaps>, 0, fixed),
-    SD_BUS_PROPERTY("IconAccessibleDesc", "s", property<name>, 0, fixed),
-    SD_BUS_PROPERTY("OverlayIconName", "s", property<empty>, 0, fixed),
+    SD_BUS_PROPERTY("IconAccessibleDesc", "s", nullptr, offsetof(Shown, name), fixed),
+    SD_BUS_PROPERTY("OverlayIconName", "s", nullptr, offsetof(Shown, nothing), fixed),
     SD_BUS_PROPERTY("OverlayIconPixmap", "a(iiay)", property<noPixmaps>, 0, fixed),
-    SD_BUS_PROPERTY("AttentionIconName", "s", property<empty>, 0, fixed),
+    SD_BUS_PROPERTY("AttentionIconName", "s", nullptr, offsetof(Shown, nothing), fixed),
     SD_BUS_PROPERTY("AttentionIconPixmap", "a(iiay)", property<noPixmaps>, 0, fixed),
-    SD_BUS_PROPERTY("AttentionAccessibleDesc", "s", property<empty>, 0, fixed),
-    SD_BUS_PROPERTY("AttentionMovieName", "s", property<empty>, 0, fixed),
+    SD_BUS_PROPERTY("AttentionAccessibleDesc", "s", nullptr, offsetof(Shown, nothing), fixed),
+    SD_BUS_PROPERTY("AttentionMovieName", "s", nullptr, offsetof(Shown, nothing), fixed),
     SD_BUS_PROPERTY("ToolTip", "(sa(iiay)ss)", property<toolTip>, 0, 0),
-    SD_BUS_PROPERTY("ItemIsMenu", "b", property<yes>, 0, fixed),
-    SD_BUS_PROPERTY("Menu", "o", property<menuPath>, 0, fixed),
-    SD_BUS_PROPERTY("XAyatanaLabel", "s", property<label>, 0, 0),
-    SD_BUS_PROPERTY("XAyatanaLabelGuide", "s", property<guide>, 0, 0),
-    SD_BUS_PROPERTY("XAyatanaOrderingIndex", "u", property<anyPlace>, 0, fixed),
+    SD_BUS_PROPERTY("ItemIsMenu", "b", nullptr, offsetof(Shown, yes), fixed),
+    SD_BUS_PROPERTY("Menu", "o", nullptr, offsetof(Shown, menu), fixed),
+    SD_BUS_PROPERTY("XAyatanaLabel", "s", nullptr, offsetof(Shown, title), 0),
+    SD_BUS_PROPERTY("XAyatanaLabelGuide", "s", nullptr, offsetof(Shown, guide), 0),
+    SD_BUS_PROPERTY("XAyatanaOrderingIndex", "u", nullptr, offsetof(Shown, zero), fixed),
     SD_BUS_SIGNAL("NewIcon", "", 0),
     SD_BUS_SIGNAL("NewTitle", "", 0),
     SD_BUS_SIGNAL("NewToolTip", "", 0),
@@ -127,8 +89,9 @@ const sd_bus_vtable vtable[] = {
 
 StatusNotifierItem::StatusNotifierItem(EventLoop& loop, Bus& bus, ItemIdentity identity,
                                        std::function<void(bool present)> hostChanged)
-    : loop_(loop), bus_(bus), identity_(std::move(identity)), pictures_(identity_.data),
-      watcher_(bus, std::move(hostChanged)), colours_(loop, [this] { announceIcon(); }),
+    : loop_(loop), bus_(bus), identity_(std::move(identity)),
+      pictures_(identity_.data), shown_{this, identity_.id.c_str(), identity_.name.c_str()},
+      watcher_(bus, std::move(hostChanged)),
       service_("org.kde.StatusNotifierItem-" + std::to_string(getpid()) + "-1"), joined_(bus.join(*this)) {}
 
 StatusNotifierItem::~StatusNotifierItem() {
@@ -138,7 +101,7 @@ StatusNotifierItem::~StatusNotifierItem() {
 void StatusNotifierItem::show(const StatusItemModel& model, MenuClicks& clicks) {
     model_ = &model;
     clicks_ = &clicks;
-    setGuide(model.title);
+    showTitle();
     toolTipHasTitle_ = !model.title.empty();
     toolTipTime_ = coarseSeconds();
     if (bus_.open())
@@ -168,20 +131,16 @@ void StatusNotifierItem::busLost() {
 
 void StatusNotifierItem::appear() {
     menu_.emplace(loop_, bus_, pictures_, *model_, *clicks_);
-    object_ = bus_.serve(path, interface, vtable, this);
-    colours_.start(bus_);
-    requestName();
+    object_ = bus_.serve(path, interface, vtable, &shown_);
+    colours_ = bus_.match<&Item::coloursChanged>(signalRule(plasmaSettings, "notifyChange"), *this);
+    nameCall_ = bus_.call<&Item::nameAnswered>(bus_.newNameRequest(service_, Bus::doNotQueue), *this);
 }
 
 void StatusNotifierItem::disappear() {
-    colours_.stop();
-    nameCall_.reset();
-    object_.reset();
+    recolouring_.cancel();
+    for (BusSlot* slot : {&object_, &nameCall_, &colours_})
+        slot->reset();
     menu_.reset();
-}
-
-void StatusNotifierItem::requestName() {
-    nameCall_ = bus_.call<&Item::nameAnswered>(bus_.newNameRequest(service_, Bus::doNotQueue), *this);
 }
 
 /// The name is for whoever looks for items by their names, and may be refused, as a sandbox does. The panel
@@ -189,6 +148,14 @@ void StatusNotifierItem::requestName() {
 /// whose properties arrive before that owner is known.
 void StatusNotifierItem::nameAnswered(sd_bus_message*) {
     watcher_.start(bus_.name());
+}
+
+/// The panel is told of the icon once for changes that come together.
+void StatusNotifierItem::coloursChanged(sd_bus_message*) {
+    recolouring_ = loop_.afterReal(secondsOfRecolouring, [this] {
+        recolouring_.cancel();
+        announce("NewIcon");
+    });
 }
 
 void StatusNotifierItem::lineInserted(std::size_t, const MenuLine&) {
@@ -207,23 +174,37 @@ void StatusNotifierItem::lineChanged(const MenuLine& line) {
 }
 
 void StatusNotifierItem::titleChanged(const std::string& title) {
-    setGuide(title);
-    if (!bus_.open())
+    showTitle();
+    if (!bus_.keepsUp())
         return;
-    sd_bus_emit_signal(bus_.handle(), path, interface, "XAyatanaNewLabel", "ss", title.c_str(),
-                       guide_.c_str());
+    announceTitle();
     announceToolTip(!title.empty());
 }
 
-void StatusNotifierItem::setGuide(const std::string& title) {
-    guide_.assign(title);
+void StatusNotifierItem::busCaughtUp() {
+    if (!menu_)
+        return;
+    announceTitle();
+    announce("NewToolTip");
+    menu_->layoutChanged();
+}
+
+void StatusNotifierItem::announceTitle() {
+    sd_bus_emit_signal(bus_.handle(), path, interface, "XAyatanaNewLabel", "ss", shown_.title, shown_.guide);
+}
+
+/// The model's text lies elsewhere after it changed.
+void StatusNotifierItem::showTitle() {
+    guide_.assign(model_->title);
     for (char& c : guide_)
         if (c >= '0' && c <= '9')
             c = '0';
+    shown_.title = model_->title.c_str();
+    shown_.guide = guide_.c_str();
 }
 
-void StatusNotifierItem::announceIcon() {
-    sd_bus_emit_signal(bus_.handle(), path, interface, "NewIcon", nullptr);
+void StatusNotifierItem::announce(const char* signal) {
+    sd_bus_emit_signal(bus_.handle(), path, interface, signal, nullptr);
 }
 
 void StatusNotifierItem::announceToolTip(bool hasTitle) {
@@ -232,7 +213,7 @@ void StatusNotifierItem::announceToolTip(bool hasTitle) {
         return;
     toolTipHasTitle_ = hasTitle;
     toolTipTime_ = now;
-    sd_bus_emit_signal(bus_.handle(), path, interface, "NewToolTip", nullptr);
+    announce("NewToolTip");
 }
 
 } // namespace kelpa

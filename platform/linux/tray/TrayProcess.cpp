@@ -1,5 +1,6 @@
 #include "platform/linux/tray/TrayProcess.h"
 
+#include "platform/linux/Monotonic.h"
 #include "platform/linux/helper/TrayProtocol.h"
 
 #include <utility>
@@ -21,8 +22,9 @@ const char* flag(bool value) {
 } // namespace
 
 TrayProcess::TrayProcess(EventLoop& loop, X11Connection& connection, WindowReport& report,
-                         std::string program)
-    : loop_(loop), connection_(connection), report_(report), tray_(loop, std::move(program), *this),
+                         std::string program, std::string data)
+    : loop_(loop), connection_(connection), report_(report), data_(std::move(data)),
+      tray_(loop, std::move(program), *this),
       selection_(connection.atom("_NET_SYSTEM_TRAY_S" + std::to_string(connection.screenNumber()))),
       managerMessage_(connection.atom("MANAGER")) {}
 
@@ -97,6 +99,7 @@ void TrayProcess::start() {
             report_.warning("The tray icon cannot be shown: " + refused);
         return;
     }
+    tray_.send({tray::data, data_});
     tray_.send({tray::image, model_->image});
     tray_.send({tray::title, model_->title});
     for (std::size_t i = 0; i < model_->lines.size(); ++i)

@@ -4,16 +4,18 @@
 #include "platform/linux/display/X11Connection.h"
 #include "platform/linux/helper/HelperProcess.h"
 #include "platform/linux/helper/RestartBudget.h"
-#include "platform/linux/tray/DisplayTray.h"
+#include "platform/linux/tray/LinuxStatusBar.h"
 
 namespace kelpa {
 
 /// Shows the status item as an icon embedded in an old system tray, by way of `kelpa-tray`, a process that
 /// runs only while the item is to be shown and such a tray is there.
-class TrayProcess final : public DisplayTray, private HelperClient {
+class TrayProcess final : public StatusItemSink, private HelperClient {
   public:
-    /// All arguments outlive the sink; `program` is the path of `kelpa-tray`.
-    TrayProcess(EventLoop& loop, X11Connection& connection, WindowReport& report, std::string program);
+    /// Loop, connection and report outlive the sink; `program` is the path of `kelpa-tray`, and `data` the
+    /// folder of the program's data.
+    TrayProcess(EventLoop& loop, X11Connection& connection, WindowReport& report, std::string program,
+                std::string data);
     ~TrayProcess() override;
     TrayProcess(const TrayProcess&) = delete;
     TrayProcess& operator=(const TrayProcess&) = delete;
@@ -26,7 +28,7 @@ class TrayProcess final : public DisplayTray, private HelperClient {
     void titleChanged(const std::string& title) override;
 
     /// Whether an old system tray is there, as far as it was looked for: only while the item is to be shown.
-    [[nodiscard]] bool managerPresent() const override { return manager_ != XCB_WINDOW_NONE; }
+    [[nodiscard]] bool managerPresent() const { return manager_ != XCB_WINDOW_NONE; }
 
   private:
     void helperSaid(const wire::Message& message) override;
@@ -41,6 +43,7 @@ class TrayProcess final : public DisplayTray, private HelperClient {
     EventLoop& loop_;
     X11Connection& connection_;
     WindowReport& report_;
+    std::string data_;
     HelperProcess tray_;
     const StatusItemModel* model_ = nullptr; ///< null while the item is not to be shown
     MenuClicks* clicks_ = nullptr;

@@ -23,15 +23,14 @@ WatcherLink::WatcherLink(Bus& bus, std::function<void(bool present)> hostChanged
 void WatcherLink::start(const std::string& service) {
     service_ = service;
     owner_.emplace(bus_, watcher.service, [this](bool there) { ownerChanged(there); });
-    hostMatch_ = bus_.match<&WatcherLink::hostsChanged>(hostRule("StatusNotifierHostRegistered"), *this);
-    hostGoneMatch_ =
-        bus_.match<&WatcherLink::hostsChanged>(hostRule("StatusNotifierHostUnregistered"), *this);
+    hostCame_ = bus_.match<&WatcherLink::hostsChanged>(hostRule("StatusNotifierHostRegistered"), *this);
+    hostWent_ = bus_.match<&WatcherLink::hostsChanged>(hostRule("StatusNotifierHostUnregistered"), *this);
     registerItem();
 }
 
 void WatcherLink::stop() {
     owner_.reset();
-    for (BusSlot* slot : {&hostMatch_, &hostGoneMatch_, &call_})
+    for (BusSlot* slot : {&hostCame_, &hostWent_, &call_})
         slot->reset();
 }
 
@@ -52,10 +51,8 @@ void WatcherLink::askForHost() {
 }
 
 void WatcherLink::setPresent(bool present) {
-    if (std::exchange(told_, true) && present_ == present)
-        return;
-    present_ = present;
-    hostChanged_(present);
+    if (std::exchange(present_, present) != present)
+        hostChanged_(present);
 }
 
 void WatcherLink::ownerChanged(bool there) {
@@ -66,7 +63,7 @@ void WatcherLink::ownerChanged(bool there) {
 }
 
 void WatcherLink::registered(sd_bus_message* reply) {
-    if (sd_bus_message_is_method_error(reply, nullptr))
+    if (sd_bus_message_is_method_error(reply, nullptr) != 0)
         return setPresent(false);
     askForHost();
 }

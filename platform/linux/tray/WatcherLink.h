@@ -22,8 +22,6 @@ class WatcherLink {
     void stop();
     /// Forgets the bus, on which nothing shows the item any more.
     void lose();
-    /// False until something that shows items has said so.
-    [[nodiscard]] bool hostPresent() const { return present_; }
 
   private:
     void registerItem();
@@ -38,10 +36,9 @@ class WatcherLink {
     Bus& bus_;
     std::function<void(bool)> hostChanged_;
     std::string service_;
-    bool present_ = false;
-    bool told_ = false;
+    std::optional<bool> present_; ///< empty until the first answer
     std::optional<NameOwner> owner_;
-    BusSlot hostMatch_, hostGoneMatch_;
+    BusSlot hostCame_, hostWent_;
     BusSlot call_; ///< the question that is open; asking another drops its answer
 };
 

@@ -3,7 +3,6 @@
 #include "platform/linux/view/SessionBus.h"
 
 #include <QApplication>
-#include <QDir>
 #include <QLoggingCategory>
 #include <cstdio>
 
@@ -21,13 +20,6 @@ void keepToolkitSmall() {
     QLoggingCategory::setFilterRules(QStringLiteral("qt.qpa.xcb.warning=false"));
 }
 
-/// The program's data: `share` beside it in a build tree, two folders up where it is installed.
-QString dataFolder() {
-    const QDir here(QCoreApplication::applicationDirPath());
-    const QString built = here.filePath(QStringLiteral("share/kelpa"));
-    return QDir(built).exists() ? built : here.filePath(QStringLiteral("../../share/kelpa"));
-}
-
 } // namespace
 
 int main(int argc, char** argv) {
@@ -42,6 +34,6 @@ int main(int argc, char** argv) {
     QGuiApplication::setDesktopFileName(QStringLiteral("app.orvane.Kelpa"));
     QApplication::setQuitOnLastWindowClosed(false);
     kelpa::Channel channel;
-    const kelpa::TrayItem item(channel, dataFolder());
+    const kelpa::TrayItem item(channel);
     return QApplication::exec();
 }
