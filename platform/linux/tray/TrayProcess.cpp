@@ -1,6 +1,5 @@
 #include "platform/linux/tray/TrayProcess.h"
 
-#include "platform/linux/Monotonic.h"
 #include "platform/linux/helper/TrayProtocol.h"
 
 #include <utility>
