@@ -93,7 +93,7 @@ class TrayIcon(ViewTest):
         ours, its = socket.socketpair()
         self.addCleanup(ours.close)
         with its:
-            self.session.spawn(["/bin/sh", "-c", f"exec {deep}/kelpa-tray 3<&{its.fileno()}"],
+            self.session.spawn(["/bin/bash", "-c", f"exec {deep}/kelpa-tray 3<&{its.fileno()}"],
                                pass_fds=[its.fileno()])
         ours.sendall(f"data\t{beside}/share/kelpa\nimage\tkelpa\n".encode())
         icon = self.docked()
