@@ -3,24 +3,98 @@ import Kelpa
 
 /// The about panel.
 Rectangle {
-    id: page
+    id: panel
 
     property var about: ({ icon: "", glyph: "", glyphFont: "", name: "", version: "", copyright: "", link: "" })
     signal action(string name, string value)
 
     implicitWidth: 340
-    implicitHeight: content.implicitHeight + 2 * 28
+    implicitHeight: page.implicitHeight + 2 * 28
     color: Theme.windowBackground
 
     Shortcut {
         sequences: ["Ctrl+W", "Escape"]
-        onActivated: page.Window.window.close()
+        onActivated: panel.Window.window.close()
     }
-    AboutPage {
-        id: content
+    Page {
+        id: page
         anchors.centerIn: parent
         upright: true
-        content: page.about
-        availableWidth: page.width - 2 * Theme.padding
+        content: panel.about
+        availableWidth: panel.width - 2 * Theme.padding
+    }
+
+    // The program's picture and what it says of itself, beside it or below. The preferences have a pane of it as well.
+    component Page: Grid {
+        id: about
+
+        required property var content
+        property string copyright: content.copyright
+        property real availableWidth: 400
+        property bool upright: false
+
+        columns: upright ? 1 : 2
+        columnSpacing: Theme.padding
+        rowSpacing: Theme.stackSpace
+        verticalItemAlignment: Grid.AlignVCenter
+        horizontalItemAlignment: Grid.AlignHCenter
+
+        Item {
+            id: picture
+            width: Measures.pictureSize
+            height: width
+            Accessible.role: Accessible.Graphic
+            Accessible.name: about.content.name
+
+            Image {
+                id: icon
+                anchors.fill: parent
+                source: about.content.icon ? "qrc:/pictures/" + about.content.icon + ".png" : ""
+                sourceSize: Qt.size(width * Screen.devicePixelRatio, height * Screen.devicePixelRatio)
+                smooth: true
+            }
+            Loader {
+                anchors.centerIn: parent
+                active: icon.status !== Image.Ready && about.content.glyph !== ""
+                sourceComponent: Words {
+                    FontLoader {
+                        source: "qrc:/fonts/iconfont.ttf"
+                    }
+                    text: about.content.glyph
+                    font.family: about.content.glyphFont
+                    font.pixelSize: 80
+                    bottomPadding: Measures.belowGlyph
+                }
+            }
+        }
+        Column {
+            spacing: Theme.tightSpace
+
+            Line {
+                text: about.content.name
+                color: Theme.primary
+                font.pixelSize: Theme.largeTitleSize
+                font.bold: true
+            }
+            Line {
+                text: about.content.version
+            }
+            Line {
+                text: about.copyright
+            }
+            LinkButton {
+                anchors.horizontalCenter: about.upright ? parent.horizontalCenter : undefined
+                text: about.content.link
+                onActivated: Browser.open(about.content.linkAddress)
+            }
+        }
+    }
+    component Line: Words {
+        anchors.horizontalCenter: about.upright ? parent.horizontalCenter : undefined
+        width: Math.min(implicitWidth, about.availableWidth - (about.upright ? 0 : picture.width + about.columnSpacing))
+        wrapMode: Text.Wrap
+        horizontalAlignment: about.upright ? Text.AlignHCenter : Text.AlignLeft
+        color: Theme.secondary
+        role: Accessible.StaticText
     }
 }

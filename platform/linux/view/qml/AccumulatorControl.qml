@@ -5,48 +5,34 @@ import Kelpa
 Row {
     id: control
 
-    required property ControlState told
-    required property var buttons
-    property string label
-
-    function step(direction: int) {
-        field.finish();
-        told.report("stepped", [String(direction)]);
-    }
+    required property PreferencesRow row
 
     spacing: Theme.tightSpace
-    enabled: told.enabled
+    enabled: row.told.enabled
 
-    IconButton {
+    component Step: IconButton {
+        required property int direction
+        readonly property var look: direction < 0 ? control.row.buttons.decrease : control.row.buttons.increase
+
         raised: true
-        symbol: control.buttons.decrease.symbol
+        symbol: look.symbol
         symbolSize: 15
-        text: control.buttons.decrease.name
-        Accessible.description: control.label
+        text: look.name
         autoRepeat: true
-        onClicked: control.step(-1)
+        Accessible.description: control.row.label
+        onClicked: field.step(direction)
     }
-    TextEntry {
+    Step {
+        direction: -1
+    }
+    NumberControl {
         id: field
-        told: control.told
-        label: control.label
+        row: control.row
+        stepping: false
         implicitWidth: 84
         horizontalAlignment: TextInput.AlignHCenter
-        inputMethodHints: Qt.ImhFormattedNumbersOnly
-        validator: RegularExpressionValidator {
-            // No letters; what else is no number, the program says.
-            regularExpression: /[^\p{L}]{0,24}/
-        }
-        Keys.onUpPressed: control.step(1)
-        Keys.onDownPressed: control.step(-1)
     }
-    IconButton {
-        raised: true
-        symbol: control.buttons.increase.symbol
-        symbolSize: 15
-        text: control.buttons.increase.name
-        Accessible.description: control.label
-        autoRepeat: true
-        onClicked: control.step(1)
+    Step {
+        direction: 1
     }
 }

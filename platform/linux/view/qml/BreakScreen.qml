@@ -1,4 +1,5 @@
 import QtQuick
+import Kelpa
 
 /// The break screen: what to do, how long, and the way out of it.
 Rectangle {
@@ -48,14 +49,32 @@ Rectangle {
             anchors.horizontalCenter: parent.horizontalCenter
             text: screen.count
         }
-        Notice {
+        // What is new: a few words, a link and a line of explanation below it.
+        Row {
             id: notice
             anchors.horizontalCenter: parent.horizontalCenter
-            newFeatureText: screen.newFeatureText
-            waterReminderText: screen.waterReminderText
-            linkSymbol: screen.linkSymbol
-            hintText: screen.hintText
-            onTapped: screen.action("notice", "")
+            spacing: Theme.tightSpace
+            bottomPadding: Theme.stackSpace
+
+            Words {
+                text: screen.newFeatureText
+                role: Accessible.StaticText
+            }
+            Column {
+                spacing: Theme.hairSpace
+
+                LinkButton {
+                    text: screen.waterReminderText
+                    symbol: screen.linkSymbol
+                    Accessible.description: screen.hintText
+                    onActivated: screen.action("notice", "")
+                }
+                Words {
+                    text: screen.hintText
+                    color: Theme.secondary
+                    font.pixelSize: Theme.footnoteSize
+                }
+            }
         }
         CapsuleButton {
             id: skip

@@ -1,15 +1,15 @@
 import QtQuick
 import Kelpa
 
-/// White words on a coloured capsule.
+/// Words on a capsule: white ones on the accent colour or, on a plain one, of any colour on the window's kind.
 Pressable {
     id: button
 
     property alias text: label.text
-    /// For places with little room.
+    property alias ink: label.color
+    property bool plain: false
+    /// For places with little room, where it stands off by its shadow.
     property bool slim: false
-    /// Strength of the shadow around it; it has none by itself.
-    property real shadow: 0
 
     implicitWidth: label.implicitWidth + 2 * Theme.padding
     implicitHeight: label.implicitHeight + 2 * (slim ? Measures.slimCapsulePadding : Measures.capsulePadding)
@@ -18,24 +18,22 @@ Pressable {
 
     SoftShadow {
         anchors.fill: parent
-        visible: button.shadow > 0
-        strength: button.shadow
+        visible: button.slim
+        strength: Measures.answerShadow
     }
     RoundedBox {
         anchors.fill: parent
         radius: height / 2
-        color: button.pressed ? Theme.accentPressed : button.hovered ? Theme.accentHovered : Theme.accent
+        color: button.plain ? Theme.surfaceOf(button, Theme.surfaceRaised) : Theme.accentOf(button)
         Behavior on color {
             ColorAnimation { duration: Theme.quick }
         }
     }
-
-    Text {
+    Words {
         id: label
         anchors.centerIn: parent
         color: Theme.accentText
-        font.pixelSize: Theme.headlineSize
-        font.bold: true
-        Accessible.ignored: true
+        font.pixelSize: button.plain ? Theme.bodySize : Theme.headlineSize
+        font.bold: !button.plain
     }
 }

@@ -7,24 +7,34 @@ T.RadioButton {
     id: button
 
     required property ControlState told
+    /// All of them.
+    required property Repeater among
     required property int index
-    required property string value
+    required property var model
     property int columns: 1
-    /// Asks for the neighbour that is so many places away.
-    signal wanted(int index)
+    property alias words: words
+    property alias ring: ring
 
-    readonly property bool chosen: told.chosen === value
+    readonly property bool chosen: told.chosen === model.value
     /// The one that Tab goes to.
     readonly property bool entrance: chosen || activeFocus || (index === 0 && told.entries.indexOf(told.chosen) < 0)
 
     function choose() {
-        told.report("chosen", [value]);
+        told.report("chosen", [model.value]);
+    }
+    function move(places: int) {
+        const next = among.itemAt(index + places);
+        if (!next)
+            return;
+        next.forceActiveFocus(Qt.TabFocusReason);
+        next.choose();
     }
 
+    text: model.text
     hoverEnabled: true
     focusPolicy: entrance ? Qt.StrongFocus : Qt.ClickFocus
     // Again whenever the program says what is chosen, because a click alone does not choose.
-    checked: told.chosen === value
+    checked: told.chosen === model.value
     autoExclusive: false
     Accessible.name: text
     Accessible.onToggleAction: choose()
@@ -32,11 +42,20 @@ T.RadioButton {
     onClicked: choose()
     Keys.onReturnPressed: choose()
     Keys.onEnterPressed: choose()
-    Keys.onLeftPressed: wanted(index - 1)
-    Keys.onRightPressed: wanted(index + 1)
-    Keys.onUpPressed: wanted(index - columns)
-    Keys.onDownPressed: wanted(index + columns)
+    Keys.onLeftPressed: move(-1)
+    Keys.onRightPressed: move(1)
+    Keys.onUpPressed: move(-columns)
+    Keys.onDownPressed: move(columns)
 
+    FocusRing {
+        id: ring
+        shown: button.visualFocus
+    }
+    Words {
+        id: words
+        anchors.centerIn: parent
+        text: button.text
+    }
     HoverHandler {
         cursorShape: Qt.PointingHandCursor
     }

@@ -16,7 +16,7 @@ Pressable {
     RoundedBox {
         anchors.fill: parent
         radius: height / 2
-        color: button.pressed ? Theme.surfacePressed : button.hovered ? Theme.surfaceHovered : "transparent"
+        color: Theme.surfaceOf(button, "transparent")
     }
     Repeater {
         model: [45, -45]

@@ -1,4 +1,5 @@
 import QtQuick
+import Kelpa
 
 /// A time in large figures. Every figure has a cell of its own, as wide as the widest: nothing moves when a
 /// figure changes, whatever the font, and only the cell that changed is painted again.
@@ -6,6 +7,7 @@ Item {
     id: countdown
 
     property string text
+    readonly property real figureWidth: Math.ceil(metrics.widest(10, figure => String(figure)))
 
     implicitWidth: cells.implicitWidth + 2 * Theme.padding
     implicitHeight: cells.implicitHeight + 2 * Theme.padding
@@ -17,30 +19,19 @@ Item {
         font.pixelSize: Theme.displaySize
         font.bold: true
     }
-
-    readonly property real figureWidth: {
-        let widest = 0;
-        for (const figure of "0123456789")
-            widest = Math.max(widest, metrics.widthOf(figure));
-        return Math.ceil(widest);
-    }
-
     Row {
         id: cells
         anchors.centerIn: parent
 
         Repeater {
             model: countdown.text.length
-            Text {
+            Words {
                 required property int index
                 readonly property bool figure: text >= "0" && text <= "9"
                 text: countdown.text.charAt(index)
                 width: figure ? countdown.figureWidth : implicitWidth
                 horizontalAlignment: Text.AlignHCenter
-                textFormat: Text.PlainText
-                color: Theme.primary
                 font: metrics.font
-                Accessible.ignored: true
             }
         }
     }

@@ -1,9 +1,8 @@
 import QtQuick
-import QtQuick.Templates as T
 import Kelpa
 
 /// A round button that shows a symbol.
-T.AbstractButton {
+ControlButton {
     id: button
 
     property string symbol
@@ -14,31 +13,16 @@ T.AbstractButton {
 
     implicitWidth: Theme.controlHeight
     implicitHeight: Theme.controlHeight
-    hoverEnabled: true
     opacity: enabled ? 1 : Theme.disabledOpacity
-    Accessible.name: text
-    Accessible.onPressAction: button.clicked()
-    Keys.onReturnPressed: button.clicked()
-    Keys.onEnterPressed: button.clicked()
+    radius: height / 2
+    ground: Theme.controlOf(button, raised ? Theme.control : "transparent")
+    ring.inset: -2
 
-    background: RoundedBox {
-        radius: height / 2
-        color: button.pressed ? Theme.controlPressed : button.hovered ? Theme.controlHovered
-            : button.raised ? Theme.control : "transparent"
-    }
-    FocusRing {
-        shown: button.visualFocus
-        corner: button.height / 2
-        inset: -2
-    }
     Symbol {
         anchors.centerIn: parent
         width: button.symbolSize
-        height: button.symbolSize
+        height: width
         name: button.symbol
         color: button.tint
-    }
-    HoverHandler {
-        cursorShape: Qt.PointingHandCursor
     }
 }

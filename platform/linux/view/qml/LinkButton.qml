@@ -16,13 +16,11 @@ Pressable {
     Accessible.role: Accessible.Link
     Accessible.name: text
 
-    Text {
+    Words {
         id: label
         color: link.tint
-        font.pixelSize: Theme.bodySize
         font.bold: true
         font.underline: true
-        Accessible.ignored: true
     }
     Symbol {
         id: mark

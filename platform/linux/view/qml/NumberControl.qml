@@ -2,10 +2,11 @@ import QtQuick
 import Kelpa
 
 /// A field of digits with a stepper.
-TextEntry {
+TextControl {
     id: control
 
-    required property var buttons
+    /// Somebody else goes up and down otherwise.
+    property bool stepping: true
 
     function step(direction: int) {
         finish();
@@ -13,10 +14,9 @@ TextEntry {
     }
 
     implicitWidth: 96
-    rightPadding: 26
+    rightPadding: stepping ? 26 : leftPadding
     horizontalAlignment: TextInput.AlignRight
     inputMethodHints: Qt.ImhFormattedNumbersOnly
-    enabled: told.enabled
     validator: RegularExpressionValidator {
         // No letters; what else is no number, the program says.
         regularExpression: /[^\p{L}]{0,24}/
@@ -25,13 +25,9 @@ TextEntry {
     Keys.onDownPressed: step(-1)
 
     Stepper {
-        anchors.right: parent.right
-        anchors.rightMargin: 3
-        y: 3
-        height: parent.height - 6
+        visible: control.stepping
+        buttons: control.row.buttons
         label: control.label
-        decrease: control.buttons.decrease.name
-        increase: control.buttons.increase.name
         onStepped: direction => control.step(direction)
     }
 }

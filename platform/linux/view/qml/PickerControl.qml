@@ -6,19 +6,14 @@ import Kelpa
 T.ComboBox {
     id: control
 
-    required property ControlState told
-    property string label
+    required property PreferencesRow row
+    readonly property ControlState told: row.told
 
     function follow() {
         currentIndex = told.entries.indexOf(told.chosen);
     }
 
-    readonly property real textWidth: {
-        let widest = 0;
-        for (let i = 0; i < told.entries.count; ++i)
-            widest = Math.max(widest, metrics.widthOf(told.entries.textAt(i)));
-        return Math.ceil(widest) + 1;
-    }
+    readonly property real textWidth: Math.ceil(metrics.widest(told.entries.count, i => told.entries.textAt(i))) + 1
 
     implicitWidth: Math.max(116, textWidth + leftPadding + rightPadding)
     implicitHeight: Theme.controlHeight
@@ -32,7 +27,7 @@ T.ComboBox {
     textRole: "text"
     valueRole: "value"
     font.pixelSize: Theme.bodySize
-    Accessible.name: label
+    Accessible.name: row.label
     Accessible.description: displayText
     Component.onCompleted: follow()
     onActivated: index => told.report("chosen", [told.entries.valueAt(index)])
@@ -49,14 +44,10 @@ T.ComboBox {
         id: metrics
         font: control.font
     }
-    contentItem: Text {
+    contentItem: Words {
         text: control.displayText
-        textFormat: Text.PlainText
         elide: Text.ElideRight
         verticalAlignment: Text.AlignVCenter
-        color: Theme.primary
-        font: control.font
-        Accessible.ignored: true
     }
     indicator: Symbol {
         x: control.width - width - 10
@@ -68,7 +59,7 @@ T.ComboBox {
     }
     background: RoundedBox {
         radius: Theme.controlRadius
-        color: control.pressed ? Theme.controlPressed : control.hovered ? Theme.controlHovered : Theme.control
+        color: Theme.controlOf(control, Theme.control)
         FocusRing {
             shown: control.visualFocus
         }
@@ -97,17 +88,14 @@ T.ComboBox {
             name: "checkmark"
             color: line.highlighted ? Theme.accentText : Theme.primary
         }
-        Text {
+        Words {
             x: 25
             width: line.width - x - 8
             height: parent.height
             verticalAlignment: Text.AlignVCenter
             elide: Text.ElideRight
             text: line.text
-            textFormat: Text.PlainText
             color: line.highlighted ? Theme.accentText : Theme.primary
-            font: control.font
-            Accessible.ignored: true
         }
     }
     popup: T.Popup {
@@ -126,14 +114,10 @@ T.ComboBox {
             currentIndex: control.highlightedIndex
             boundsBehavior: Flickable.StopAtBounds
             Accessible.role: Accessible.List
-            Accessible.name: control.label
+            Accessible.name: control.row.label
         }
         background: Card {
-            SoftShadow {
-                anchors.fill: parent
-                z: -1
-                radius: Theme.cardRadius
-            }
+            floating: true
         }
     }
     HoverHandler {

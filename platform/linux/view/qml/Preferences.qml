@@ -1,4 +1,5 @@
 import QtQuick
+import QtQuick.Templates as T
 import Kelpa
 
 /// The preferences: tabs at the top, and below them what belongs to the chosen one.
@@ -63,14 +64,7 @@ Rectangle {
                 Repeater {
                     id: tabs
                     model: page.panes
-
-                    PreferencesTab {
-                        required property var modelData
-                        layout: modelData
-                        count: page.panes.length
-                        current: index === page.current
-                        onWanted: next => page.choose(next)
-                    }
+                    Tab {}
                 }
             }
         }
@@ -96,44 +90,67 @@ Rectangle {
             // Made when it is first looked at, and then kept with what is being typed in it.
             active: false
             visible: current
-            sourceComponent: modelData.about ? aboutPane : settingsPane
-            onCurrentChanged: {
-                if (current)
-                    active = true;
+            sourceComponent: PreferencesPane {
+                layout: loader.modelData
+                buttons: page.layout.buttons
+                controls: page.controls
+                copyright: page.copyright
             }
-            Component.onCompleted: {
-                if (current)
-                    active = true;
-            }
+            onCurrentChanged: active = active || current
+            Component.onCompleted: active = current
+        }
+    }
 
-            Component {
-                id: settingsPane
-                PreferencesPane {
-                    layout: loader.modelData
-                    buttons: page.layout.buttons
-                    controls: page.controls
-                }
-            }
-            Component {
-                id: aboutPane
-                Flickable {
-                    contentWidth: width
-                    contentHeight: Math.max(height, about.implicitHeight + 2 * Theme.padding)
-                    boundsBehavior: Flickable.StopAtBounds
-                    clip: true
-                    Accessible.role: Accessible.Pane
-                    Accessible.name: loader.modelData.label
+    // A symbol above its label.
+    component Tab: T.TabButton {
+        id: tab
 
-                    ClickableGround {}
-                    AboutPage {
-                        id: about
-                        anchors.centerIn: parent
-                        content: loader.modelData.about
-                        copyright: page.copyright
-                        availableWidth: page.width - 2 * Theme.padding
-                    }
-                }
+        required property int index
+        required property var modelData
+        readonly property bool current: index === page.current
+        readonly property color ink: current ? Theme.link : Theme.secondary
+
+        implicitWidth: Math.max(76, label.implicitWidth + 20)
+        implicitHeight: 56
+        hoverEnabled: true
+        text: modelData.label
+        focusPolicy: current || activeFocus ? Qt.TabFocus : Qt.NoFocus
+        Accessible.name: text
+        Accessible.selectable: true
+        Accessible.selected: current
+        Accessible.onPressAction: clicked()
+        onClicked: page.choose(index)
+        Keys.onLeftPressed: page.choose(Math.max(0, index - 1))
+        Keys.onRightPressed: page.choose(Math.min(page.panes.length - 1, index + 1))
+        Keys.onPressed: event => {
+            event.accepted = event.key === Qt.Key_Home || event.key === Qt.Key_End;
+            if (event.accepted)
+                page.choose(event.key === Qt.Key_Home ? 0 : page.panes.length - 1);
+        }
+
+        background: RoundedBox {
+            radius: Theme.controlRadius + 1
+            color: tab.current ? Theme.tab : Theme.controlOf(tab, "transparent")
+            FocusRing {
+                shown: tab.visualFocus
+                inset: 0
             }
+        }
+        Symbol {
+            anchors.horizontalCenter: parent.horizontalCenter
+            y: 6
+            width: 26
+            height: 26
+            name: tab.modelData.symbol
+            color: tab.ink
+        }
+        Words {
+            id: label
+            anchors.horizontalCenter: parent.horizontalCenter
+            y: 34
+            text: tab.text
+            color: tab.ink
+            font.pixelSize: Theme.footnoteSize
         }
     }
 }

@@ -1,28 +1,19 @@
 import QtQuick
 import Kelpa
 
-/// What stands under one tab: sections of settings that scroll when the window is too small for them.
+/// What stands under one tab: sections of settings, or what the program says of itself. It scrolls when the window is too
+/// small for it.
 Flickable {
     id: pane
 
     required property var layout
     required property var buttons
     required property var controls
+    required property string copyright
 
-    readonly property var captions: {
-        let all = [];
-        for (const section of layout.sections)
-            for (const row of section.rows)
-                all.push(row.caption);
-        return all;
-    }
-    readonly property real captionWidth: {
-        let widest = 0;
-        for (const caption of captions)
-            widest = Math.max(widest, metrics.widthOf(caption));
-        // Hinted letters can be a little wider than their measure.
-        return Math.ceil(widest * 1.03) + 2;
-    }
+    readonly property var captions: [].concat(...layout.sections.map(section => section.rows.map(row => row.caption)))
+    /// Hinted letters can be a little wider than their measure.
+    readonly property real captionWidth: Math.ceil(metrics.widest(captions.length, i => captions[i]) * 1.03) + 2
 
     /// Scrolls as little as is needed to show an item.
     function reveal(item: Item) {
@@ -41,7 +32,7 @@ Flickable {
     }
 
     contentWidth: width
-    contentHeight: Math.max(height, column.height + 2 * column.y)
+    contentHeight: Math.max(height, column.height + 2 * column.y, about.height + 2 * Theme.padding)
     boundsBehavior: Flickable.StopAtBounds
     clip: true
     Accessible.role: Accessible.Pane
@@ -61,20 +52,22 @@ Flickable {
 
         readonly property real inner: width - 2 * Theme.padding
         /// Where no row has a caption, there is no column of them.
-        readonly property real guide: pane.captions.every(caption => caption === "") ? 0 : Math.min(0.45 * inner, Math.max(pane.captionWidth, Math.round(0.24 * inner)))
+        readonly property real guide: pane.captions.every(caption => caption === "") ? 0
+            : Math.min(0.45 * inner, Math.max(pane.captionWidth, Math.round(0.24 * inner)))
 
         Repeater {
             model: pane.layout.sections
-
-            PreferencesSection {
-                required property var modelData
-                width: column.width
-                layout: modelData
-                buttons: pane.buttons
-                controls: pane.controls
-                guide: column.guide
-                room: pane.height - 2 * column.y
-            }
+            Section {}
+        }
+    }
+    Loader {
+        id: about
+        anchors.centerIn: parent
+        active: pane.layout.about !== undefined
+        sourceComponent: About.Page {
+            content: pane.layout.about
+            copyright: pane.copyright
+            availableWidth: pane.width - 2 * Theme.padding
         }
     }
     ScrollIndicator {
@@ -86,6 +79,58 @@ Flickable {
             const item = pane.Window.window.activeFocusItem;
             if (pane.visible && item && item.activeFocusOnTab && pane.holds(item))
                 pane.reveal(item);
+        }
+    }
+
+    // A title and, on a card, the rows that belong together.
+    component Section: Column {
+        id: section
+
+        required property var modelData
+
+        width: column.width
+        // Hidden with the last of its rows.
+        visible: modelData.rows.some(row => pane.controls[row.id].visible)
+        spacing: Theme.tightSpace
+
+        Words {
+            id: title
+            visible: text !== ""
+            leftPadding: Theme.cardRadius
+            width: parent.width
+            wrapMode: Text.Wrap
+            text: section.modelData.title
+            color: Theme.secondary
+            font.pixelSize: Measures.sectionTitleSize
+            font.bold: true
+            role: Accessible.Heading
+        }
+        Card {
+            width: parent.width
+            height: rows.height + 2 * Theme.padding
+
+            Column {
+                id: rows
+                x: Theme.padding
+                y: Theme.padding
+                width: parent.width - 2 * Theme.padding
+                spacing: 10
+
+                Repeater {
+                    model: section.modelData.rows
+
+                    PreferencesRow {
+                        required property var modelData
+                        width: rows.width
+                        layout: modelData
+                        buttons: pane.buttons
+                        told: pane.controls[modelData.id]
+                        guide: column.guide
+                        room: pane.height - 2 * column.y - section.y - (title.visible ? title.height + section.spacing : 0)
+                            - y - 2 * Theme.padding
+                    }
+                }
+            }
         }
     }
 }

@@ -1,7 +1,8 @@
 import QtQuick
 import Kelpa
 
-/// A caption, its control, what comes after it, and the lines below that explain it.
+/// A caption, its control, what comes after it, and the lines below that explain it. A control is the file of its kind's
+/// name, and finds everything else in its `row`.
 Item {
     id: row
 
@@ -13,21 +14,24 @@ Item {
     /// What can be seen of the pane from this row on.
     property real room: 0
 
-    readonly property string caption: layout.caption
+    readonly property string label: layout.label
     readonly property string kind: layout.kind
-    readonly property bool whole: caption === "" && (kind === "prompts" || kind === "tiles" || kind === "timePoints")
+    readonly property bool tiled: kind === "tiles" || kind === "timePoints"
+    readonly property bool whole: layout.caption === "" && (tiled || kind === "prompts")
+    readonly property bool stretches: kind === "switch" || kind === "text" || kind === "picker"
     readonly property real start: whole || guide === 0 ? 0 : guide + Theme.padding
     readonly property real space: width - start
-    readonly property real firstLine: kind === "tiles" || kind === "timePoints" ? Theme.tileHeight : Theme.controlHeight
+    readonly property real firstLine: tiled ? Theme.tileHeight : Theme.controlHeight
     readonly property real unitWidth: unit.visible ? unit.implicitWidth + Theme.stackSpace : 0
 
     visible: told.visible
     implicitHeight: lines.y + lines.implicitHeight
+    Component.onCompleted: loader.setSource(kind[0].toUpperCase() + kind.slice(1) + "Control.qml", { row: row })
 
-    Text {
-        id: captionText
+    Words {
+        id: caption
         width: row.guide
-        visible: row.caption !== ""
+        visible: text !== ""
         readonly property bool oneLine: lineCount <= 1
         // Centred like the words of the controls, so that both stand on one line at every scale.
         height: oneLine ? row.firstLine : implicitHeight
@@ -35,146 +39,50 @@ Item {
         verticalAlignment: oneLine ? Text.AlignVCenter : Text.AlignTop
         horizontalAlignment: Text.AlignRight
         wrapMode: Text.Wrap
-        text: row.caption
-        textFormat: Text.PlainText
+        text: row.layout.caption
         color: Theme.secondary
-        font.pixelSize: Theme.bodySize
-        Accessible.ignored: true
     }
     FontMetrics {
         id: metrics
-        font: captionText.font
+        font: caption.font
     }
     Loader {
         id: loader
         x: row.start
         width: row.stretches ? Math.min(row.space - row.unitWidth, implicitWidth) : implicitWidth
-        sourceComponent: row.parts[row.kind]
     }
-    readonly property bool stretches: kind === "switch" || kind === "text" || kind === "picker"
-    readonly property var parts: ({
-        "switch": switchPart, "number": numberPart, "accumulator": accumulatorPart, "text": textPart,
-        "picker": pickerPart, "segments": segmentsPart, "timeOfDay": timeOfDayPart, "tiles": tilesPart,
-        "timePoints": timePointsPart, "prompts": promptsPart
-    })
-    Text {
+    Words {
         id: unit
         x: loader.x + loader.width + 8
         height: Theme.controlHeight
         visible: text !== ""
         verticalAlignment: Text.AlignVCenter
         text: row.layout.unit
-        textFormat: Text.PlainText
         color: Theme.secondary
-        font.pixelSize: Theme.bodySize
         opacity: row.told.enabled ? 1 : Theme.disabledOpacity
-        Accessible.ignored: true
     }
     Column {
         id: lines
         x: row.start
-        y: Math.max(loader.height, captionText.visible ? captionText.implicitHeight : 0)
+        y: Math.max(loader.height, caption.visible ? caption.implicitHeight : 0)
         width: row.space
 
-        component Explanation: Text {
+        component Explanation: Words {
             width: parent.width
             topPadding: Theme.hairSpace
             visible: text !== ""
             wrapMode: Text.Wrap
-            textFormat: Text.PlainText
+            color: Theme.secondary
             font.pixelSize: Theme.footnoteSize
+            role: Accessible.StaticText
         }
         Explanation {
             text: row.told.problem
             color: Theme.warning
-            Accessible.role: Accessible.AlertMessage
-            Accessible.name: text
+            role: Accessible.AlertMessage
         }
         Explanation {
             text: row.told.hint
-            color: Theme.secondary
-            Accessible.role: Accessible.StaticText
-            Accessible.name: text
-        }
-    }
-
-    Component {
-        id: switchPart
-        SwitchControl {
-            told: row.told
-            text: row.layout.label
-        }
-    }
-    Component {
-        id: numberPart
-        NumberControl {
-            told: row.told
-            buttons: row.buttons
-            label: row.layout.label
-        }
-    }
-    Component {
-        id: accumulatorPart
-        AccumulatorControl {
-            told: row.told
-            buttons: row.buttons
-            label: row.layout.label
-        }
-    }
-    Component {
-        id: textPart
-        TextControl {
-            told: row.told
-            label: row.layout.label
-        }
-    }
-    Component {
-        id: pickerPart
-        PickerControl {
-            told: row.told
-            label: row.layout.label
-        }
-    }
-    Component {
-        id: segmentsPart
-        SegmentsControl {
-            told: row.told
-            label: row.layout.label
-        }
-    }
-    Component {
-        id: timeOfDayPart
-        TimeOfDayControl {
-            told: row.told
-            buttons: row.buttons
-            label: row.layout.label
-        }
-    }
-    Component {
-        id: tilesPart
-        TilesControl {
-            told: row.told
-            label: row.layout.label
-            availableWidth: row.space
-        }
-    }
-    Component {
-        id: timePointsPart
-        TimePointsControl {
-            told: row.told
-            buttons: row.buttons
-            label: row.layout.label
-            availableWidth: row.space
-        }
-    }
-    Component {
-        id: promptsPart
-        PromptsControl {
-            told: row.told
-            buttons: row.buttons
-            label: row.layout.label
-            implicitWidth: row.space
-            implicitHeight: Math.max(260, row.room)
         }
     }
 }

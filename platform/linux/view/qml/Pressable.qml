@@ -2,7 +2,8 @@ import QtQuick
 import Kelpa
 
 /// Something that can be clicked, reached with Tab and set off with Enter or Space. Only the keyboard gives it
-/// the focus, so its ring shows only to those who use the keyboard.
+/// the focus, so its ring shows only to those who use the keyboard. Windows with nothing but such buttons do not load
+/// the toolkit's controls, as those with a `ControlButton` do.
 Item {
     id: pressable
 
@@ -14,20 +15,16 @@ Item {
 
     activeFocusOnTab: true
     Accessible.focusable: true
-    Accessible.onPressAction: pressable.activated()
-    Keys.onReturnPressed: pressable.activated()
-    Keys.onEnterPressed: pressable.activated()
-    Keys.onSpacePressed: pressable.activated()
+    Accessible.onPressAction: activated()
+    Keys.onReturnPressed: activated()
+    Keys.onEnterPressed: activated()
+    Keys.onSpacePressed: activated()
 
-    RoundedBox {
-        visible: pressable.activeFocus
-        anchors.fill: parent
-        anchors.margins: -pressable.ringMargin
-        radius: pressable.ringRadius + pressable.ringMargin
-        borderColor: Theme.focusRing
-        borderWidth: 3
+    FocusRing {
+        shown: pressable.activeFocus
+        inset: -pressable.ringMargin
+        corner: pressable.ringRadius
     }
-
     MouseArea {
         id: area
         anchors.fill: parent

@@ -1,4 +1,5 @@
 import QtQuick
+import Kelpa
 
 /// Words of any length and with line feeds, centred: large where they fit, smaller where they do not, in lines of
 /// nearly equal length, so that no single word is left for the last one. Chinese breaks after punctuation where
@@ -19,22 +20,18 @@ Item {
     Accessible.role: Accessible.StaticText
     Accessible.name: text
 
-    component Words: Text {
-        textFormat: Text.PlainText
+    component Title: Words {
         wrapMode: Text.Wrap
         font.pixelSize: Theme.titleSize
         font.bold: true
-        Accessible.ignored: true
     }
-
-    Words {
+    Title {
         id: probe
         visible: false
         wrapMode: Text.WordWrap
         width: prompt.roomWidth
     }
-
-    Words {
+    Title {
         id: label
         x: Theme.padding
         y: Theme.padding

@@ -70,7 +70,7 @@ T.ItemDelegate {
             inset: 0
         }
     }
-    Text {
+    Words {
         id: words
         anchors.left: parent.left
         anchors.leftMargin: 10
@@ -79,12 +79,8 @@ T.ItemDelegate {
         anchors.verticalCenter: parent.verticalCenter
         visible: !line.editing
         text: line.text.split("\\n").join("\n")
-        textFormat: Text.PlainText
         wrapMode: Text.Wrap
         lineHeight: 1.1
-        color: Theme.primary
-        font.pixelSize: Theme.bodySize
-        Accessible.ignored: true
     }
     TextEntry {
         id: editor

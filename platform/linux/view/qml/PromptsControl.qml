@@ -5,9 +5,9 @@ import Kelpa
 Item {
     id: control
 
-    required property ControlState told
-    required property var buttons
-    property string label
+    required property PreferencesRow row
+    readonly property ControlState told: row.told
+    readonly property var buttons: row.buttons
 
     function add() {
         told.report("promptAdded", [adder.text]);
@@ -18,7 +18,8 @@ Item {
         told.report("promptDeleted", [told.entries.textAt(index)]);
     }
 
-    implicitHeight: 300
+    implicitWidth: row.space
+    implicitHeight: Math.max(260, row.room)
     enabled: told.enabled
     opacity: enabled ? 1 : Theme.disabledOpacity
 
@@ -74,7 +75,7 @@ Item {
         highlightMoveDuration: Theme.quick
         reuseItems: false
         Accessible.role: Accessible.List
-        Accessible.name: control.label
+        Accessible.name: control.row.label
         onActiveFocusChanged: {
             if (!activeFocus)
                 clicked = false;

@@ -2,21 +2,26 @@ import QtQuick
 import QtQuick.Templates as T
 import Kelpa
 
-/// Two halves that go up and down, for the mouse; the keyboard has the arrow keys of what it stands in.
+/// Two halves at the right end of a field that go up and down, for the mouse; the keyboard has the arrow keys there.
 Column {
     id: stepper
 
-    property string decrease
-    property string increase
+    /// What the buttons are called.
+    required property var buttons
     /// What goes up and down.
-    property string label
+    required property string label
     signal stepped(int direction)
 
+    anchors.right: parent.right
+    anchors.rightMargin: 3
+    y: 3
     width: 20
+    height: parent.height - 6
 
     component Half: T.AbstractButton {
         id: half
-        property string symbol
+        required property string symbol
+        required property int direction
         width: stepper.width
         height: stepper.height / 2
         hoverEnabled: true
@@ -24,11 +29,12 @@ Column {
         focusPolicy: Qt.NoFocus
         Accessible.name: text
         Accessible.description: stepper.label
-        Accessible.onPressAction: half.clicked()
+        Accessible.onPressAction: clicked()
+        onClicked: stepper.stepped(direction)
 
         background: RoundedBox {
             radius: 4
-            color: half.pressed ? Theme.controlPressed : half.hovered ? Theme.controlHovered : "transparent"
+            color: Theme.controlOf(half, "transparent")
         }
         Symbol {
             anchors.centerIn: parent
@@ -40,12 +46,12 @@ Column {
     }
     Half {
         symbol: "chevron.up"
-        text: stepper.increase
-        onClicked: stepper.stepped(1)
+        text: stepper.buttons.increase.name
+        direction: 1
     }
     Half {
         symbol: "chevron.down"
-        text: stepper.decrease
-        onClicked: stepper.stepped(-1)
+        text: stepper.buttons.decrease.name
+        direction: -1
     }
 }

@@ -6,7 +6,8 @@ import Kelpa
 T.Switch {
     id: control
 
-    required property ControlState told
+    required property PreferencesRow row
+    readonly property ControlState told: row.told
 
     function change() {
         toggle();
@@ -16,6 +17,7 @@ T.Switch {
     implicitWidth: leftPadding + label.implicitWidth
     implicitHeight: Math.max(Theme.controlHeight, label.implicitHeight)
     leftPadding: track.width + 10
+    text: row.label
     hoverEnabled: true
     // Again whenever the program says so: what a person did is not always taken.
     checked: told.on
@@ -60,15 +62,11 @@ T.Switch {
             corner: track.height / 2
         }
     }
-    contentItem: Text {
+    contentItem: Words {
         id: label
         text: control.text
-        textFormat: Text.PlainText
         wrapMode: Text.Wrap
         verticalAlignment: Text.AlignVCenter
-        color: Theme.primary
-        font.pixelSize: Theme.bodySize
-        Accessible.ignored: true
     }
     HoverHandler {
         cursorShape: Qt.PointingHandCursor

@@ -55,7 +55,7 @@ T.TextField {
         wrong: field.told !== null && field.told.problem !== ""
     }
 
-    Text {
+    Words {
         visible: field.text === "" && field.preeditText === ""
         x: field.leftPadding
         width: field.width - field.leftPadding - field.rightPadding
@@ -63,10 +63,7 @@ T.TextField {
         verticalAlignment: Text.AlignVCenter
         elide: Text.ElideRight
         text: field.placeholderText
-        textFormat: Text.PlainText
         color: Theme.secondary
-        font: field.font
-        Accessible.ignored: true
     }
     Connections {
         target: field.told

@@ -5,4 +5,11 @@ FontMetrics {
     function widthOf(words: string): real {
         return font.pixelSize > 0 ? advanceWidth(words) : 0;
     }
+    /// Of so many words, which `wordsAt` gives one by one.
+    function widest(count: int, wordsAt: var): real {
+        let width = 0;
+        for (let i = 0; i < count; ++i)
+            width = Math.max(width, widthOf(wordsAt(i)));
+        return width;
+    }
 }

@@ -67,6 +67,16 @@ QtObject {
     readonly property color shadow: dark ? "#000000" : "#5d626c"
     readonly property color focusRing: dark ? "#cc62a8ff" : "#cc0066de"
 
+    /// What is held down, what the pointer is on, and what neither is the case of. `item` has `pressed` and `hovered`.
+    function accentOf(item: var): color {
+        return item.pressed ? accentPressed : item.hovered ? accentHovered : accent;
+    }
+    function controlOf(item: var, rest: color): color {
+        return item.pressed ? controlPressed : item.hovered ? controlHovered : rest;
+    }
+    function surfaceOf(item: var, rest: color): color {
+        return item.pressed ? surfacePressed : item.hovered ? surfaceHovered : rest;
+    }
     /// How much is left of what cannot be used now.
     readonly property real disabledOpacity: 0.45
 

@@ -5,31 +5,17 @@ import Kelpa
 Grid {
     id: control
 
-    required property ControlState told
-    property string label
-    property real availableWidth: 400
+    required property PreferencesRow row
+    readonly property EntryList entries: row.told.entries
+    readonly property real tileWidth: Math.max(88,
+        Math.ceil(metrics.widest(entries.count, i => entries.textAt(i))) + 2 * Theme.padding)
 
-    readonly property real tileWidth: {
-        let widest = 88;
-        for (let i = 0; i < told.entries.count; ++i)
-            widest = Math.max(widest, Math.ceil(metrics.widthOf(told.entries.textAt(i))) + 2 * Theme.padding);
-        return widest;
-    }
-
-    function choose(index: int) {
-        const next = tiles.itemAt(index);
-        if (!next)
-            return;
-        next.forceActiveFocus(Qt.TabFocusReason);
-        next.choose();
-    }
-
-    columns: Math.max(1, Math.min(Measures.tileColumns, Math.floor((availableWidth + spacing) / (tileWidth + spacing))))
+    columns: Math.max(1, Math.min(Measures.tileColumns, Math.floor((row.space + spacing) / (tileWidth + spacing))))
     spacing: 10
-    enabled: told.enabled
+    enabled: row.told.enabled
     opacity: enabled ? 1 : Theme.disabledOpacity
     Accessible.role: Accessible.Grouping
-    Accessible.name: label
+    Accessible.name: row.label
 
     TextMeasure {
         id: metrics
@@ -37,40 +23,26 @@ Grid {
         font.bold: true
     }
     Repeater {
-        id: tiles
-        model: control.told.entries
+        id: choices
+        model: control.entries
 
         ChoiceButton {
             id: tile
-            required property var model
-            told: control.told
-            value: model.value
-            text: model.text
+            told: control.row.told
+            among: choices
             columns: control.columns
             width: control.tileWidth
             height: Theme.tileHeight
-            onWanted: index => control.choose(index)
+            words.color: chosen ? Theme.accentText : Theme.primary
+            ring.apart: true
+            ring.corner: height / 2
 
             background: RoundedBox {
                 radius: height / 2
-                color: tile.chosen ? (tile.pressed ? Theme.accentPressed : tile.hovered ? Theme.accentHovered : Theme.accent)
-                    : tile.pressed ? Theme.controlPressed : tile.hovered ? Theme.controlHovered : Theme.control
+                color: tile.chosen ? Theme.accentOf(tile) : Theme.controlOf(tile, Theme.control)
                 Behavior on color {
                     ColorAnimation { duration: Theme.quick }
                 }
-                FocusRing {
-                    shown: tile.visualFocus
-                    apart: true
-                    corner: tile.height / 2
-                }
-            }
-            Text {
-                anchors.centerIn: parent
-                text: tile.text
-                textFormat: Text.PlainText
-                color: tile.chosen ? Theme.accentText : Theme.primary
-                font.pixelSize: Theme.bodySize
-                Accessible.ignored: true
             }
         }
     }

@@ -9,8 +9,7 @@ Item {
     property int hour: 0
     property int minute: 0
     property string label
-    property string decrease
-    property string increase
+    required property var buttons
     /// A person has set another time.
     signal changed(int hour, int minute)
 
@@ -145,16 +144,13 @@ Item {
             radius: 4
             color: cell.current ? Theme.accent : "transparent"
         }
-        Text {
+        Words {
             // An hour of one digit stands close to its minutes.
             anchors.right: parent.right
             anchors.rightMargin: 3
             anchors.verticalCenter: parent.verticalCenter
             text: cell.shown
-            textFormat: Text.PlainText
             color: cell.current ? Theme.accentText : Theme.primary
-            font.pixelSize: Theme.bodySize
-            Accessible.ignored: true
         }
         MouseArea {
             anchors.fill: parent
@@ -182,13 +178,9 @@ Item {
             name: "hour"
             shown: entry.hourText
         }
-        Text {
+        Words {
             anchors.verticalCenter: parent.verticalCenter
             text: ClockFormat.separator
-            textFormat: Text.PlainText
-            color: Theme.primary
-            font.pixelSize: Theme.bodySize
-            Accessible.ignored: true
         }
         Part {
             name: "minute"
@@ -200,13 +192,8 @@ Item {
     }
     Stepper {
         id: stepper
-        anchors.right: parent.right
-        anchors.rightMargin: 3
-        y: 3
-        height: parent.height - 6
+        buttons: entry.buttons
         label: entry.label
-        decrease: entry.decrease
-        increase: entry.increase
         onStepped: direction => {
             entry.forceActiveFocus(Qt.MouseFocusReason);
             entry.step(direction);

@@ -5,8 +5,8 @@ import Kelpa
 TimeEntry {
     id: control
 
-    required property ControlState told
-    required property var buttons
+    required property PreferencesRow row
+    readonly property ControlState told: row.told
 
     /// What was reported and not told back yet, and what was told back last.
     property var reported: []
@@ -28,8 +28,8 @@ TimeEntry {
     }
 
     enabled: told.enabled
-    decrease: buttons.decrease.name
-    increase: buttons.increase.name
+    buttons: row.buttons
+    label: row.label
     Accessible.description: told.problem !== "" ? told.problem : told.hint
     Component.onCompleted: follow()
     onChanged: (hour, minute) => {

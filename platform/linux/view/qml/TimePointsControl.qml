@@ -1,16 +1,15 @@
 import QtQuick
+import QtQuick.Templates as T
 import Kelpa
 
 /// Times of day on tiles, each with a button that removes it, and a last tile that adds one.
 Flow {
     id: control
 
-    required property ControlState told
-    required property var buttons
-    property string label
-    property real availableWidth: 400
-
+    required property PreferencesRow row
+    readonly property ControlState told: row.told
     readonly property real tileWidth: Math.ceil(metrics.widthOf("00:00")) + 3 * Theme.padding
+    property bool focusDue: false
 
     function report(action: string, value: string) {
         told.report(action, value.split(":"));
@@ -22,12 +21,12 @@ Flow {
             next.remover.forceActiveFocus(Qt.TabFocusReason);
     }
 
-    width: availableWidth
+    width: row.space
     spacing: Theme.stackSpace
     enabled: told.enabled
     opacity: enabled ? 1 : Theme.disabledOpacity
     Accessible.role: Accessible.List
-    Accessible.name: label
+    Accessible.name: row.label
 
     TextMeasure {
         id: metrics
@@ -42,7 +41,7 @@ Flow {
             control.focusDue = false;
         }
 
-        Item {
+        RoundedBox {
             id: tile
             required property string value
             required property string text
@@ -51,21 +50,14 @@ Flow {
 
             width: control.tileWidth
             height: Theme.tileHeight
+            radius: height / 2
+            color: Theme.control
             Accessible.role: Accessible.ListItem
             Accessible.name: text
 
-            RoundedBox {
-                anchors.fill: parent
-                radius: height / 2
-                color: Theme.control
-            }
-            Text {
+            Words {
                 anchors.centerIn: parent
                 text: tile.text
-                textFormat: Text.PlainText
-                color: Theme.primary
-                font.pixelSize: Theme.bodySize
-                Accessible.ignored: true
             }
             IconButton {
                 id: removeButton
@@ -73,7 +65,7 @@ Flow {
                 y: -6
                 width: 22
                 height: 22
-                symbol: control.buttons.removalSymbol
+                symbol: control.row.buttons.removalSymbol
                 symbolSize: 16
                 tint: hovered || visualFocus ? Theme.warning : Theme.secondary
                 text: tile.removal
@@ -85,24 +77,61 @@ Flow {
             }
         }
     }
-    property bool focusDue: false
-
     IconButton {
         id: plus
         width: control.tileWidth
         height: Theme.tileHeight
         raised: true
-        symbol: control.buttons.addTimePoint.symbol
+        symbol: control.row.buttons.addTimePoint.symbol
         symbolSize: 16
-        text: control.buttons.addTimePoint.name
+        text: control.row.buttons.addTimePoint.name
         onClicked: popover.begin(control.told.hour, control.told.minute)
 
-        AddTimePoint {
+        // Asks for a time of day. However it is left, that time counts.
+        T.Popup {
             id: popover
+
+            function begin(hour: int, minute: int) {
+                time.hour = hour;
+                time.minute = minute;
+                open();
+                time.forceActiveFocus(Qt.TabFocusReason);
+            }
+
             x: Math.round((plus.width - width) / 2)
             y: plus.height + 6
-            buttons: control.buttons
-            onEntered: (hour, minute) => control.report("timePointAdded", hour + ":" + minute)
+            implicitWidth: time.implicitWidth + 2 * padding
+            implicitHeight: time.implicitHeight + 2 * padding
+            padding: Theme.stackSpace
+            margins: 8
+            focus: true
+            closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutside
+            onClosed: control.report("timePointAdded", time.hour + ":" + time.minute)
+
+            contentItem: TimeEntry {
+                id: time
+                focus: true
+                label: plus.text
+                buttons: control.row.buttons
+                Keys.onReturnPressed: popover.close()
+                Keys.onEnterPressed: popover.close()
+
+                // An open popup keeps the window's own shortcuts from being heard; beside them, this one would be ambiguous.
+                Shortcut {
+                    enabled: popover.visible
+                    sequences: ["Ctrl+W"]
+                    onActivated: time.Window.window.close()
+                }
+                Connections {
+                    target: time.Window.window
+                    function onClosing() {
+                        popover.close();
+                    }
+                }
+            }
+            background: Card {
+                floating: true
+            }
         }
     }
 }

@@ -11,6 +11,7 @@ Rectangle {
     property string notesLink
     /// Pairs of lines: the action of a button, and its text.
     property string buttons
+    /// A fraction as text; below 0 while nobody knows how long it takes, empty when there is none.
     property string progress
     readonly property var buttonLines: buttons === "" ? [] : buttons.split("\n")
     signal action(string name, string value)
@@ -53,16 +54,13 @@ Rectangle {
                 width: parent.width - picture.width - parent.spacing
                 spacing: Theme.tightSpace
 
-                Text {
+                Words {
                     width: parent.width
                     text: page.headline
-                    textFormat: Text.PlainText
                     wrapMode: Text.Wrap
-                    color: Theme.primary
                     font.pixelSize: Theme.headlineSize
                     font.bold: true
-                    Accessible.role: Accessible.Heading
-                    Accessible.name: text
+                    role: Accessible.Heading
                 }
                 // It may name a file, which is to be copied.
                 TextEdit {
@@ -85,10 +83,10 @@ Rectangle {
                     text: page.notes
                     onActivated: Browser.open(page.notesLink)
                 }
-                UpdateProgress {
+                Bar {
                     width: parent.width
                     visible: page.progress !== ""
-                    value: page.progress
+                    fraction: Number(page.progress)
                 }
             }
         }
@@ -115,5 +113,53 @@ Rectangle {
                 }
             }
         }
+    }
+
+    // It fills, or something moves in it while nobody knows how long it takes.
+    component Bar: Item {
+        id: bar
+
+        required property real fraction
+        readonly property bool busy: fraction < 0
+
+        implicitHeight: 18
+        Accessible.role: Accessible.ProgressBar
+        Accessible.name: busy ? "" : Math.round(fraction * 100) + "%"
+
+        RoundedBox {
+            id: track
+            anchors.left: parent.left
+            anchors.right: parent.right
+            anchors.verticalCenter: parent.verticalCenter
+            height: 6
+            radius: height / 2
+            color: Theme.track
+        }
+        RoundedBox {
+            id: filling
+            anchors.verticalCenter: parent.verticalCenter
+            width: bar.busy ? bar.width / 4 : Math.max(height, bar.width * bar.fraction)
+            height: track.height
+            radius: height / 2
+            color: Theme.accent
+
+            SequentialAnimation on x {
+                running: bar.busy && bar.visible
+                loops: Animation.Infinite
+                onStopped: filling.x = 0
+                Move {
+                    from: 0
+                    to: bar.width * 3 / 4
+                }
+                Move {
+                    from: bar.width * 3 / 4
+                    to: 0
+                }
+            }
+        }
+    }
+    component Move: NumberAnimation {
+        duration: 900
+        easing.type: Easing.InOutQuad
     }
 }

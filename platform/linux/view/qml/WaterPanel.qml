@@ -51,28 +51,92 @@ Rectangle {
             name: panel.closeText
             onActivated: panel.action("close", "")
         }
-        WaterProgress {
+        // The day's millilitres in figures and as a bar.
+        Column {
             id: progress
             anchors.top: close.bottom
             anchors.left: parent.left
             anchors.right: parent.right
-            finishedText: panel.finishedText
-            percentText: panel.percentText
-            remainText: panel.remainText
-            wellDoneText: panel.wellDoneText
-            cup: panel.cup
-            finished: panel.finished
-            percent: panel.percent
-            remain: panel.remain
-            fraction: Number(panel.fraction)
+            spacing: Theme.stackSpace
+
+            Row {
+                id: figures
+                width: parent.width
+                readonly property real third: width / 3
+
+                Figure {
+                    caption: panel.finishedText
+                    text: panel.finished
+                    color: Theme.link
+                }
+                Figure {
+                    caption: panel.percentText
+                    text: panel.percent
+                    pixelSize: 32
+                }
+                Figure {
+                    visible: text !== ""
+                    caption: panel.remainText
+                    text: panel.remain
+                    color: Theme.warning
+                }
+                Words {
+                    width: figures.third
+                    height: figures.height
+                    visible: panel.remain === ""
+                    text: panel.wellDoneText
+                    color: Theme.success
+                    font.pixelSize: 18
+                    font.bold: true
+                    fontSizeMode: Text.HorizontalFit
+                    minimumPixelSize: 10
+                    horizontalAlignment: Text.AlignHCenter
+                    verticalAlignment: Text.AlignVCenter
+                }
+            }
+            Bar {
+                x: Theme.hairSpace
+                width: parent.width - 2 * Theme.hairSpace
+                fraction: Number(panel.fraction)
+            }
         }
-        WaterCounting {
+        // When the next drink is due. What is due now stands out.
+        Item {
+            id: counting
             anchors.top: progress.bottom
             anchors.bottom: selection.top
             anchors.left: parent.left
             anchors.right: parent.right
-            tip: panel.tip
-            remaining: panel.remaining
+            readonly property bool counts: panel.remaining !== ""
+            Accessible.role: Accessible.StaticText
+            Accessible.name: panel.tip + " " + panel.remaining
+
+            Row {
+                anchors.centerIn: parent
+                spacing: Measures.panelPadding
+
+                Words {
+                    anchors.verticalCenter: counting.counts ? undefined : parent.verticalCenter
+                    anchors.baseline: counting.counts ? time.baseline : undefined
+                    width: Math.min(implicitWidth, counting.width - (counting.counts ? time.width + parent.spacing : 0))
+                    text: panel.tip
+                    color: Theme.secondary
+                    font.pixelSize: counting.counts ? 17 : 22
+                    font.bold: !counting.counts
+                    horizontalAlignment: Text.AlignHCenter
+                    verticalAlignment: Text.AlignVCenter
+                    fontSizeMode: Text.HorizontalFit
+                    minimumPixelSize: 11
+                }
+                Words {
+                    id: time
+                    anchors.verticalCenter: parent.verticalCenter
+                    visible: counting.counts
+                    text: panel.remaining
+                    opacity: Measures.remainingOpacity
+                    font.pixelSize: 24
+                }
+            }
         }
         WaterSelection {
             id: selection
@@ -93,10 +157,12 @@ Rectangle {
             spacing: Measures.panelPadding
             enabled: !panel.answered
 
-            PlainCapsule {
+            CapsuleButton {
                 height: done.height
+                plain: true
+                slim: true
                 text: panel.skipText
-                color: Theme.warning
+                ink: Theme.warning
                 onActivated: panel.answer("skip")
             }
             Rectangle {
@@ -108,9 +174,93 @@ Rectangle {
             CapsuleButton {
                 id: done
                 slim: true
-                shadow: Measures.answerShadow
                 text: panel.doneText
                 onActivated: panel.answer("done")
+            }
+        }
+    }
+
+    // A caption above a figure, which becomes a little smaller where it has no room.
+    component Figure: Item {
+        id: figure
+
+        property alias caption: label.text
+        property alias text: number.text
+        property alias color: number.color
+        property alias pixelSize: number.font.pixelSize
+
+        width: figures.third
+        implicitHeight: label.implicitHeight + 40
+        Accessible.role: Accessible.StaticText
+        Accessible.name: caption + " " + text
+
+        Words {
+            id: label
+            anchors.horizontalCenter: parent.horizontalCenter
+            font.pixelSize: Measures.captionSize
+        }
+        Words {
+            id: number
+            // Figures of every size stand on one line.
+            anchors.baseline: label.bottom
+            anchors.baselineOffset: 31
+            width: parent.width
+            horizontalAlignment: Text.AlignHCenter
+            font.pixelSize: 26
+            fontSizeMode: Text.HorizontalFit
+            minimumPixelSize: Math.floor(font.pixelSize * Measures.figureShrink)
+            elide: Text.ElideRight
+            font.bold: true
+        }
+    }
+    // A cup rides on what is filled of it.
+    component Bar: Item {
+        id: bar
+
+        required property real fraction
+
+        height: Measures.barHeight
+
+        RoundedBox {
+            id: track
+            anchors.verticalCenter: parent.verticalCenter
+            width: parent.width
+            height: Measures.trackHeight
+            radius: height / 2
+            color: Theme.track
+        }
+        RoundedBox {
+            id: fill
+            anchors.verticalCenter: parent.verticalCenter
+            width: Math.max(track.radius * 2, track.width * bar.fraction)
+            visible: bar.fraction > 0
+            height: track.height
+            radius: track.radius
+            color: Theme.accent
+            Behavior on width {
+                NumberAnimation { duration: Theme.slow; easing.type: Easing.InOutQuad }
+            }
+        }
+        RoundedBox {
+            x: Math.max(0, (fill.visible ? fill.width : 0) - width)
+            anchors.verticalCenter: parent.verticalCenter
+            width: Measures.barHeight
+            height: width
+            radius: width / 2
+            color: Theme.surfaceRaised
+
+            SoftShadow {
+                anchors.fill: parent
+                z: -1
+                strength: 0.6
+            }
+            Symbol {
+                anchors.centerIn: parent
+                // Drawings have room around them, letters have none.
+                width: Math.round(Measures.cupSize * 6 / 5)
+                height: width
+                name: panel.cup
+                color: Theme.link
             }
         }
     }

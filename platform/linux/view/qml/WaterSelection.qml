@@ -18,8 +18,6 @@ Item {
     }
     readonly property int columns: Measures.tileColumns
     readonly property int current: entries.findIndex(entry => entry.millilitres === selected)
-    readonly property real cellWidth: width / columns
-    readonly property real cellHeight: Measures.tileHeight
 
     function move(step) {
         const next = current < 0 ? 0 : current + step;
@@ -27,7 +25,7 @@ Item {
             chosen(entries[next].millilitres);
     }
 
-    implicitHeight: Math.ceil(entries.length / columns) * cellHeight
+    implicitHeight: Math.ceil(entries.length / columns) * Measures.tileHeight
     activeFocusOnTab: true
     Accessible.role: Accessible.List
     Accessible.name: current < 0 ? "" : entries[current].text
@@ -37,76 +35,79 @@ Item {
     Keys.onUpPressed: move(-columns)
     Keys.onDownPressed: move(columns)
 
-    RoundedBox {
-        id: capsule
-        visible: selection.current >= 0
-        x: selection.current % selection.columns * selection.cellWidth + Theme.hairSpace
-        y: Math.floor(selection.current / selection.columns) * selection.cellHeight + Measures.tileInset
-        width: selection.cellWidth - 2 * Theme.hairSpace
-        height: selection.cellHeight - 2 * Measures.tileInset
+    component Cell: Item {
+        required property int place
+
+        x: place % selection.columns * width
+        y: Math.floor(place / selection.columns) * height
+        width: selection.width / selection.columns
+        height: Measures.tileHeight
+    }
+    component Capsule: RoundedBox {
+        anchors.fill: parent
+        anchors.leftMargin: Theme.hairSpace
+        anchors.rightMargin: Theme.hairSpace
+        anchors.topMargin: Measures.tileInset
+        anchors.bottomMargin: Measures.tileInset
         radius: height / 2
-        color: Theme.accent
+    }
+    component Slide: NumberAnimation {
+        duration: Theme.slide
+        easing.type: Easing.OutCubic
+    }
+    Cell {
+        place: selection.current
+        visible: selection.current >= 0
         Behavior on x {
-            NumberAnimation { duration: Theme.slide; easing.type: Easing.OutCubic }
+            Slide {}
         }
         Behavior on y {
-            NumberAnimation { duration: Theme.slide; easing.type: Easing.OutCubic }
+            Slide {}
         }
 
-        SoftShadow {
-            anchors.fill: parent
-            z: -1
+        Capsule {
+            id: capsule
+            color: Theme.accent
+
+            SoftShadow {
+                anchors.fill: parent
+                z: -1
+            }
+            FocusRing {
+                shown: selection.activeFocus
+                corner: capsule.radius
+            }
         }
-    }
-    RoundedBox {
-        visible: selection.activeFocus && selection.current >= 0
-        anchors.fill: capsule
-        anchors.margins: -3
-        radius: capsule.radius + 3
-        color: "transparent"
-        borderColor: Theme.focusRing
-        borderWidth: 3
     }
     Repeater {
         model: selection.entries
 
-        Item {
+        Cell {
             id: cell
             required property int index
             required property var modelData
             readonly property bool chosen: index === selection.current
 
-            x: index % selection.columns * selection.cellWidth
-            y: Math.floor(index / selection.columns) * selection.cellHeight
-            width: selection.cellWidth
-            height: selection.cellHeight
+            place: index
             Accessible.role: Accessible.RadioButton
             Accessible.name: modelData.text
             Accessible.checkable: true
             Accessible.checked: chosen
-            Accessible.onPressAction: selection.chosen(cell.modelData.millilitres)
+            Accessible.onPressAction: selection.chosen(modelData.millilitres)
 
-            RoundedBox {
-                anchors.fill: parent
-                anchors.leftMargin: Theme.hairSpace
-                anchors.rightMargin: Theme.hairSpace
-                anchors.topMargin: Measures.tileInset
-                anchors.bottomMargin: Measures.tileInset
-                radius: height / 2
+            Capsule {
                 visible: !cell.chosen
                 z: -2
-                color: area.pressed ? Theme.surfacePressed : area.containsMouse ? Theme.surfaceHovered : Theme.surface
+                color: Theme.surfaceOf(area, Theme.surface)
             }
-            Text {
+            Words {
                 anchors.centerIn: parent
                 text: cell.modelData.text
                 color: cell.chosen ? Theme.accentText : Theme.primary
-                font.pixelSize: Theme.bodySize
-                textFormat: Text.PlainText
-                Accessible.ignored: true
             }
             MouseArea {
                 id: area
+                readonly property bool hovered: containsMouse
                 anchors.fill: parent
                 hoverEnabled: true
                 cursorShape: Qt.PointingHandCursor

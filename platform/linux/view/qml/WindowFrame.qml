@@ -40,16 +40,13 @@ Item {
         TapHandler {
             onDoubleTapped: frame.switchMaximized()
         }
-        Text {
+        Words {
             anchors.centerIn: parent
             width: Math.min(implicitWidth, parent.width - 2 * frame.titleHeight)
             text: frame.Window.window ? frame.Window.window.title : ""
-            textFormat: Text.PlainText
             elide: Text.ElideRight
             color: frame.Window.active ? Theme.primary : Theme.secondary
-            font.pixelSize: Theme.bodySize
             font.bold: true
-            Accessible.ignored: true
         }
         // As with the bars that desktops draw, Tab does not lead here: there are shortcuts for it.
         CloseButton {
