@@ -2,14 +2,7 @@
 # Completion of kelpa's options and commands for zsh.
 local -a commands=(
     'status:tell state, time and water in one line'
-    'pause:stop the work period until somebody resumes it'
-    'resume:begin a work period where there is none'
-    'toggle:stop, or begin'
-    'skip:end the break, where its screen offers that'
-    'water:show the water panel'
-    'settings:show the preferences'
-    'quit:end the program'
-)
+@KELPA_ZSH_COMMANDS@)
 local context state line
 _arguments -C \
     '(- *)'{-h,--help}'[show the help and end]' \

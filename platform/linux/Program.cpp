@@ -3,8 +3,7 @@
 #include "base/Text.h"
 #include "logging/SharedLogger.h"
 #include "platform/linux/BuildConfig.h"
-#include "platform/linux/events/LogindActivity.h"
-#include "platform/linux/events/MutterActivity.h"
+#include "platform/linux/events/BusActivity.h"
 #include "platform/linux/events/WaylandActivity.h"
 #include "platform/linux/events/X11Activity.h"
 
@@ -31,7 +30,7 @@ void logCritical(const std::string& message) {
 
 /// The best source that this desktop may have comes first. The X server of a Wayland session hears only of
 /// what goes to its own windows.
-std::vector<std::unique_ptr<ActivitySource>> activitySources(EventLoop& loop, const ActivityGate& gate,
+std::vector<std::unique_ptr<ActivitySource>> activitySources(EventLoop& loop, ActivityGate gate,
                                                              const OwnWindows& windows, Bus& session,
                                                              Bus& system, double speed) {
     std::vector<std::unique_ptr<ActivitySource>> sources;
@@ -39,7 +38,7 @@ std::vector<std::unique_ptr<ActivitySource>> activitySources(EventLoop& loop, co
         sources.push_back(std::make_unique<WaylandActivity>(loop, windows, speed));
         sources.push_back(std::make_unique<MutterActivity>(loop, session, windows, speed));
     } else {
-        sources.push_back(std::make_unique<X11Activity>(loop, gate, windows));
+        sources.push_back(std::make_unique<X11Activity>(loop, std::move(gate), windows));
     }
     sources.push_back(std::make_unique<LogindActivity>(loop, system, windows));
     return sources;
@@ -52,8 +51,9 @@ Program::Program(EventLoop& loop, Display& display, double speed, Bus& session, 
       clock_(speed), store_(settingsFile(), *this, loop),
       windows_({loop, display.screens(), display.focus(), *this}, helperPath("kelpa-view")), about_(windows_),
       preferences_(windows_), fonts_(folders_.data), translations_(folders_.locale),
-      fatalErrors_(logCritical), lock_(loop, session, systemBus_), gate_(lock_, windows_),
-      activity_(gate_, *this, activitySources(loop, gate_, windows_, session, systemBus_, speed)),
+      fatalErrors_(logCritical), lock_(loop, session, systemBus_),
+      activity_(activityCounts(), *this,
+                activitySources(loop, activityCounts(), windows_, session, systemBus_, speed)),
       loginItem_(
           {AutostartFolders::ofEnvironment(), {build::identifier, build::displayName, programPath()}},
           programPath(), [this] { return portal(); }, systemLog_),
@@ -77,6 +77,10 @@ Program::Program(EventLoop& loop, Display& display, double speed, Bus& session, 
 }
 
 Program::~Program() = default;
+
+ActivityGate Program::activityCounts() {
+    return [this] { return !lock_.locked() && !windows_.coverEveryScreen(); };
+}
 
 int Program::run() {
     systemBus_.start();

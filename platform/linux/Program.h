@@ -11,7 +11,6 @@
 #include "platform/linux/LinuxSystemInfo.h"
 #include "platform/linux/control/ControlObject.h"
 #include "platform/linux/display/Display.h"
-#include "platform/linux/events/DeskGate.h"
 #include "platform/linux/events/DesktopActivity.h"
 #include "platform/linux/events/DesktopLock.h"
 #include "platform/linux/instance/Instance.h"
@@ -62,6 +61,7 @@ class Program final : private StoreReport, private WindowReport, private Instanc
     void hostChanged(bool present);
     void setHostPresent(bool present);
     TrayNotice::Desktop noticeDesktop();
+    ActivityGate activityCounts();
 
     EventLoop& loop_;
     Bus& session_;
@@ -81,7 +81,6 @@ class Program final : private StoreReport, private WindowReport, private Instanc
     SystemRandom random_;
     AbortOnFatalErrors fatalErrors_;
     DesktopLock lock_;
-    DeskGate gate_;
     DesktopActivity activity_;
     Syslog systemLog_;
     LinuxLoginItem loginItem_;

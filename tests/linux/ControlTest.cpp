@@ -2,9 +2,9 @@
 #include "Support.h"
 #include "app/AppState.h"
 #include "platform/linux/bus/BusMessage.h"
+#include "platform/linux/control/ControlClient.h"
 #include "platform/linux/control/ControlInterface.h"
 #include "platform/linux/control/ControlObject.h"
-#include "platform/linux/control/StatusLine.h"
 #include "platform/linux/tray/TrayNotice.h"
 #include "tests/core/Play.h"
 

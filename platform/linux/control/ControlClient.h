@@ -1,6 +1,10 @@
 #pragma once
 
+#include "platform/linux/bus/BusMessage.h"
 #include "platform/linux/control/ControlCommand.h"
+
+#include <optional>
+#include <string>
 
 namespace kelpa {
 
@@ -14,5 +18,11 @@ enum class ControlExit {
 /// Asks the running program and tells on standard output and standard error what came of it. Needs a session
 /// bus and nothing else: no display, and nothing of the program's own files.
 [[nodiscard]] ControlExit runControl(const ControlCommand& command);
+
+/// The program's properties in one line, for people: state, time, a break's kind, and the water where the
+/// reminder is on. Nothing when a property is missing or of a wrong type.
+[[nodiscard]] std::optional<std::string> plainLine(const BusValues& values);
+/// The same as one JSON object, always whole.
+[[nodiscard]] std::optional<std::string> jsonLine(const BusValues& values);
 
 } // namespace kelpa

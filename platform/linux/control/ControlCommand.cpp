@@ -11,19 +11,22 @@ namespace {
 
 constexpr std::string_view statusWord = "status";
 
+// A command is declared here for both ends. packaging/CMakeLists.txt reads words and help for the
+// completions.
 constexpr ControlVerb verbs[] = {
-    {"pause", control::pause, "stop the work period until somebody resumes it"},
-    {"resume", control::resume, "begin a work period where there is none"},
-    {"toggle", control::toggle, "the menu's line: stop, or begin"},
-    {"skip", control::skip, "end the break, where its screen offers that"},
-    {"water", control::showWater, "show the water panel"},
-    {"settings", control::showSettings, "show the preferences"},
-    {"quit", control::quit, "end the program"},
+    {"pause", "Pause", "stop the work period until somebody resumes it", &RemoteControl::pause},
+    {"resume", "Resume", "begin a work period where there is none", &RemoteControl::resume},
+    {"toggle", "Toggle", "the menu's line: stop, or begin", &RemoteControl::toggle},
+    {"skip", "Skip", "end the break, where its screen offers that", &RemoteControl::skip},
+    {"water", "ShowWater", "show the water panel", &RemoteControl::showWater},
+    {"settings", control::showSettings, "show the preferences", &RemoteControl::showSettings},
+    {"quit", "Quit", "end the program", &RemoteControl::quit},
 };
 
-const ControlVerb* findVerb(std::string_view word) {
+template <typename Name>
+const ControlVerb* find(Name ControlVerb::*name, std::string_view value) {
     const auto* const found = std::find_if(std::begin(verbs), std::end(verbs),
-                                           [word](const ControlVerb& verb) { return verb.word == word; });
+                                           [=](const ControlVerb& verb) { return verb.*name == value; });
     return found == std::end(verbs) ? nullptr : found;
 }
 
@@ -36,13 +39,21 @@ std::string line(std::string_view word, std::string_view help) {
 
 } // namespace
 
+std::span<const ControlVerb> controlVerbs() {
+    return verbs;
+}
+
+const ControlVerb* verbOfMethod(std::string_view method) {
+    return find(&ControlVerb::method, method);
+}
+
 bool isControlWord(const std::string& word) {
-    return word == statusWord || findVerb(word) != nullptr;
+    return word == statusWord || find(&ControlVerb::word, word) != nullptr;
 }
 
 ParsedControl parseControl(std::span<const std::string> arguments) {
     ParsedControl parsed;
-    parsed.command.verb = findVerb(arguments.front());
+    parsed.command.verb = find(&ControlVerb::word, arguments.front());
     for (const std::string& argument : arguments.subspan(1)) {
         const bool ofStatus = parsed.command.verb == nullptr;
         if (ofStatus && argument == "--json")

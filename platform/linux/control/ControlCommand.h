@@ -1,17 +1,25 @@
 #pragma once
 
+#include "app/RemoteControl.h"
+
 #include <span>
 #include <string>
 #include <string_view>
 
 namespace kelpa {
 
-/// A word of the command line that asks something of the running program.
+/// Something that the running program can be asked for, by the command line and by its object on the bus.
 struct ControlVerb {
-    std::string_view word;
-    const char* method; ///< on the bus
+    std::string_view word; ///< on the command line
+    const char* method;    ///< on the bus
     std::string_view help;
+    RemoteControl::Refusal (RemoteControl::*obey)();
 };
+
+/// All of them, in the order of the help.
+[[nodiscard]] std::span<const ControlVerb> controlVerbs();
+/// The one with this method; null where there is none.
+[[nodiscard]] const ControlVerb* verbOfMethod(std::string_view method);
 
 /// What the command line asks of the running program.
 struct ControlCommand {

@@ -19,13 +19,8 @@ inline constexpr const char* waterEnabled = "WaterEnabled";
 inline constexpr const char* waterFinished = "WaterFinished";
 inline constexpr const char* waterTarget = "WaterTarget";
 
-inline constexpr const char* pause = "Pause";
-inline constexpr const char* resume = "Resume";
-inline constexpr const char* toggle = "Toggle";
-inline constexpr const char* skip = "Skip";
-inline constexpr const char* showWater = "ShowWater";
+/// The method that brings the preferences up, which other starts of the program call.
 inline constexpr const char* showSettings = "ShowSettings";
-inline constexpr const char* quit = "Quit";
 inline constexpr const char* watch = "Watch";
 inline constexpr const char* unwatch = "Unwatch";
 

@@ -2,9 +2,11 @@
 
 #include "base/Text.h"
 #include "platform/linux/bus/BusMessage.h"
+#include "platform/linux/control/ControlCommand.h"
 #include "platform/linux/control/ControlInterface.h"
 
 #include <cstring>
+#include <vector>
 
 namespace kelpa {
 
@@ -12,18 +14,20 @@ namespace {
 
 struct Property {
     const char* name;
+    const char* type;
     BusValue (*of)(const RemoteStatus& status);
 };
 
 const Property properties[] = {
-    {control::state, [](const RemoteStatus& s) -> BusValue { return std::string(nameOf(s.state)); }},
-    {control::time, [](const RemoteStatus& s) -> BusValue { return s.time; }},
-    {control::seconds, [](const RemoteStatus& s) -> BusValue { return secondsOf(s.time); }},
-    {control::breakKind, [](const RemoteStatus& s) -> BusValue { return std::string(nameOf(s.breakKind)); }},
-    {control::paused, [](const RemoteStatus& s) -> BusValue { return s.paused; }},
-    {control::waterEnabled, [](const RemoteStatus& s) -> BusValue { return s.waterEnabled; }},
-    {control::waterFinished, [](const RemoteStatus& s) -> BusValue { return s.waterFinished; }},
-    {control::waterTarget, [](const RemoteStatus& s) -> BusValue { return s.waterTarget; }},
+    {control::state, "s", [](const RemoteStatus& s) -> BusValue { return std::string(nameOf(s.state)); }},
+    {control::time, "s", [](const RemoteStatus& s) -> BusValue { return s.time; }},
+    {control::seconds, "x", [](const RemoteStatus& s) -> BusValue { return secondsOf(s.time); }},
+    {control::breakKind, "s",
+     [](const RemoteStatus& s) -> BusValue { return std::string(nameOf(s.breakKind)); }},
+    {control::paused, "b", [](const RemoteStatus& s) -> BusValue { return s.paused; }},
+    {control::waterEnabled, "b", [](const RemoteStatus& s) -> BusValue { return s.waterEnabled; }},
+    {control::waterFinished, "x", [](const RemoteStatus& s) -> BusValue { return s.waterFinished; }},
+    {control::waterTarget, "x", [](const RemoteStatus& s) -> BusValue { return s.waterTarget; }},
 };
 
 int get(sd_bus*, const char*, const char*, const char* name, sd_bus_message* reply, void*,
@@ -36,36 +40,26 @@ int get(sd_bus*, const char*, const char*, const char* name, sd_bus_message* rep
     return writer.result();
 }
 
-template <RemoteControl::Refusal (RemoteControl::*verb)()>
 int obey(sd_bus_message* call, void* object, sd_bus_error* error) noexcept {
-    const auto refusal = (static_cast<ControlObject*>(object)->remote().*verb)();
+    const ControlVerb* verb = verbOfMethod(sd_bus_message_get_member(call));
+    const auto refusal = (static_cast<ControlObject*>(object)->remote().*verb->obey)();
     if (refusal)
         return sd_bus_error_set(error, control::refused, std::string(*refusal).c_str());
     return sd_bus_reply_method_return(call, nullptr);
 }
 
-// The properties are not marked as announcing their changes: to those who do not watch they do not.
-const sd_bus_vtable vtable[] = {
-    SD_BUS_VTABLE_START(0),
-    SD_BUS_PROPERTY(control::state, "s", get, 0, 0),
-    SD_BUS_PROPERTY(control::time, "s", get, 0, 0),
-    SD_BUS_PROPERTY(control::seconds, "x", get, 0, 0),
-    SD_BUS_PROPERTY(control::breakKind, "s", get, 0, 0),
-    SD_BUS_PROPERTY(control::paused, "b", get, 0, 0),
-    SD_BUS_PROPERTY(control::waterEnabled, "b", get, 0, 0),
-    SD_BUS_PROPERTY(control::waterFinished, "x", get, 0, 0),
-    SD_BUS_PROPERTY(control::waterTarget, "x", get, 0, 0),
-    SD_BUS_METHOD(control::pause, "", "", obey<&RemoteControl::pause>, 0),
-    SD_BUS_METHOD(control::resume, "", "", obey<&RemoteControl::resume>, 0),
-    SD_BUS_METHOD(control::toggle, "", "", obey<&RemoteControl::toggle>, 0),
-    SD_BUS_METHOD(control::skip, "", "", obey<&RemoteControl::skip>, 0),
-    SD_BUS_METHOD(control::showWater, "", "", obey<&RemoteControl::showWater>, 0),
-    SD_BUS_METHOD(control::showSettings, "", "", obey<&RemoteControl::showSettings>, 0),
-    SD_BUS_METHOD(control::quit, "", "", obey<&RemoteControl::quit>, 0),
-    SD_BUS_METHOD(control::watch, "", "", BusHandler<&ControlObject::watch>::call, 0),
-    SD_BUS_METHOD(control::unwatch, "", "", BusHandler<&ControlObject::unwatch>::call, 0),
-    SD_BUS_VTABLE_END,
-};
+/// The properties are not marked as announcing their changes: to those who do not watch they do not.
+std::vector<sd_bus_vtable> makeTable() {
+    std::vector<sd_bus_vtable> table = {SD_BUS_VTABLE_START(0)};
+    for (const Property& property : properties)
+        table.push_back(SD_BUS_PROPERTY(property.name, property.type, get, 0, 0));
+    for (const ControlVerb& verb : controlVerbs())
+        table.push_back(SD_BUS_METHOD(verb.method, "", "", obey, 0));
+    table.push_back(SD_BUS_METHOD(control::watch, "", "", BusHandler<&ControlObject::watch>::call, 0));
+    table.push_back(SD_BUS_METHOD(control::unwatch, "", "", BusHandler<&ControlObject::unwatch>::call, 0));
+    table.push_back(SD_BUS_VTABLE_END);
+    return table;
+}
 
 bool onlyTimeMoved(const RemoteStatus& before, RemoteStatus after) {
     after.time = before.time;
@@ -93,16 +87,17 @@ BusMessage changeSignal(Bus& bus, const RemoteStatus& before, const RemoteStatus
 } // namespace
 
 ControlObject::ControlObject(EventLoop& loop, Bus& bus, RemoteControl& remote)
-    : loop_(loop), bus_(bus), remote_(remote), watchers_(bus, [this](bool any) { watched(any); }),
-      joined_(bus.join(*this)) {}
+    : loop_(loop), bus_(bus), remote_(remote), joined_(bus.join(*this)) {}
 
 void ControlObject::busOpened() {
-    object_ = bus_.serve(control::path, control::interface, vtable, this);
+    static const std::vector<sd_bus_vtable> table = makeTable(); // which outlives every bus
+    object_ = bus_.serve(control::path, control::interface, table.data(), this);
 }
 
 void ControlObject::busLost() {
     object_.reset();
-    watchers_.removeAll();
+    watchers_.clear();
+    stopAnnouncing();
 }
 
 void ControlObject::busCaughtUp() {
@@ -112,44 +107,60 @@ void ControlObject::busCaughtUp() {
 
 int ControlObject::watch(sd_bus_message* call, sd_bus_error*) {
     if (const char* sender = sd_bus_message_get_sender(call))
-        watchers_.add(sender);
+        addWatcher(sender);
     return sd_bus_reply_method_return(call, nullptr);
 }
 
 int ControlObject::unwatch(sd_bus_message* call, sd_bus_error*) {
     if (const char* sender = sd_bus_message_get_sender(call))
-        watchers_.remove(sender);
+        removeWatcher(sender);
     return sd_bus_reply_method_return(call, nullptr);
 }
 
-void ControlObject::watched(bool any) {
-    waiting_.cancel();
-    changes_.cancel();
-    if (!any)
-        return;
-    // Who begins to watch reads for itself how things are.
-    told_ = RemoteControl::status();
-    toldAt_ = monotonicSeconds();
-    changes_ = RemoteControl::observe([this] { changed(); });
+void ControlObject::addWatcher(const std::string& client) {
+    const auto ownerChanged = [this, client](bool there) {
+        if (!there)
+            removeWatcher(client);
+    };
+    if (watchers_.try_emplace(client, bus_, client, ownerChanged).second && watchers_.size() == 1)
+        startAnnouncing();
 }
 
-void ControlObject::changed() {
+void ControlObject::removeWatcher(const std::string& client) {
+    watchers_.erase(client);
+    if (watchers_.empty())
+        stopAnnouncing();
+}
+
+/// Who begins to watch reads for itself how things are.
+void ControlObject::startAnnouncing() {
+    known_ = RemoteControl::status();
+    knownSince_ = monotonicSeconds();
+    changes_ = RemoteControl::observe([this] { statusChanged(); });
+}
+
+void ControlObject::stopAnnouncing() {
+    waiting_.cancel();
+    changes_.cancel();
+}
+
+void ControlObject::statusChanged() {
     const double now = monotonicSeconds();
-    const double wait = toldAt_ + secondsBetweenSignals - now;
+    const double wait = knownSince_ + secondsBetweenSignals - now;
     if (wait <= 0) {
         waiting_ = loop_.afterReal(0, [this] { announce(); });
     } else if (!waiting_.active()) {
         heldSince_ = now;
-        waiting_ = loop_.afterReal(wait, [this] { held(); });
+        waiting_ = loop_.afterReal(wait, [this] { announceHeldBack(); });
     }
 }
 
 /// A tick that had to wait for long is dropped for the next one, or the announcements would stay behind the
 /// count for good. Should the next one not come, the last word is late and not lost.
-void ControlObject::held() {
+void ControlObject::announceHeldBack() {
     constexpr double tooLong = 0.1, untilTheNextTick = 1.1;
     const bool late = monotonicSeconds() - heldSince_ > tooLong;
-    if (late && onlyTimeMoved(told_, RemoteControl::status()))
+    if (late && onlyTimeMoved(known_, RemoteControl::status()))
         waiting_ = loop_.afterReal(untilTheNextTick, [this] { announce(); });
     else
         announce();
@@ -158,12 +169,12 @@ void ControlObject::held() {
 void ControlObject::announce() {
     waiting_.cancel();
     RemoteStatus now = RemoteControl::status();
-    if (now == told_ || !bus_.keepsUp())
+    if (now == known_ || !bus_.keepsUp())
         return;
-    if (const BusMessage signal = changeSignal(bus_, told_, now))
+    if (const BusMessage signal = changeSignal(bus_, known_, now))
         sd_bus_send(bus_.handle(), signal.get(), nullptr);
-    told_ = std::move(now);
-    toldAt_ = monotonicSeconds();
+    known_ = std::move(now);
+    knownSince_ = monotonicSeconds();
 }
 
 } // namespace kelpa

@@ -3,7 +3,9 @@
 #include "app/RemoteControl.h"
 #include "platform/linux/EventLoop.h"
 #include "platform/linux/bus/Bus.h"
-#include "platform/linux/control/Watchers.h"
+
+#include <map>
+#include <string>
 
 namespace kelpa {
 
@@ -27,20 +29,25 @@ class ControlObject final : private BusClient {
     void busOpened() override;
     void busLost() override;
     void busCaughtUp() override;
-    void watched(bool any);
-    void changed();
-    void held();
+    void addWatcher(const std::string& client);
+    void removeWatcher(const std::string& client);
+    void startAnnouncing();
+    void stopAnnouncing();
+    void statusChanged();
+    void announceHeldBack();
     void announce();
 
     EventLoop& loop_;
     Bus& bus_;
     RemoteControl& remote_;
-    Watchers watchers_;
+    /// The clients that want to hear of changes, by the names that the bus gave them: from when they say so
+    /// until they take it back or leave the bus, each once however often it asks.
+    std::map<std::string, NameOwner> watchers_;
     Subscription changes_; ///< active while some client watches
     Subscription waiting_; ///< active while an announcement is due
-    RemoteStatus told_;    ///< what watching clients know
+    RemoteStatus known_;   ///< what watching clients know
     // Seconds on the monotonic clock.
-    double toldAt_ = 0;
+    double knownSince_ = 0;
     double heldSince_ = 0; ///< when the change came that waits
     BusSlot object_;
     Subscription joined_;

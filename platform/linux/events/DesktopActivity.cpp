@@ -1,12 +1,81 @@
 #include "platform/linux/events/DesktopActivity.h"
 
+#include <algorithm>
+#include <cmath>
 #include <utility>
 
 namespace kelpa {
 
-DesktopActivity::DesktopActivity(const ActivityGate& gate, WindowReport& report,
+namespace {
+
+constexpr double pulseSeconds = 1.0;
+/// The view has reported by then what a person did in its windows.
+constexpr double viewSeconds = 0.25;
+/// What the desktop heard before we say it is at most this old when the view has been waited for.
+constexpr double ownSeconds = viewSeconds + pulseSeconds;
+
+} // namespace
+
+ActivitySpell::ActivitySpell(EventLoop& loop, const OwnWindows& windows) : loop_(loop), windows_(windows) {}
+
+ActivitySpell::~ActivitySpell() {
+    stop();
+}
+
+std::uint32_t ActivitySpell::restMilliseconds(double speed) {
+    return static_cast<std::uint32_t>(std::max(1L, std::lround(1000 * restSeconds / speed)));
+}
+
+void ActivitySpell::start(ActivitySink& sink) {
+    sink_ = &sink;
+    active_ = true;
+    pulse_ = std::make_shared<WorkItem>([this] { pulse(); });
+    loop_.asyncAfter(pulseSeconds, pulse_);
+}
+
+void ActivitySpell::stop() {
+    active_ = untold_ = false;
+    telling_.cancel();
+    if (const auto pending = std::exchange(pulse_, nullptr))
+        pending->cancel();
+}
+
+void ActivitySpell::active() {
+    if (std::exchange(active_, true))
+        return;
+    untold_ = true;
+    if (!pulse_)
+        pulse();
+}
+
+void ActivitySpell::pulse() {
+    pulse_ = nullptr;
+    if (!active_ && !std::exchange(untold_, false))
+        return;
+    untold_ = false;
+    pulse_ = std::make_shared<WorkItem>([this] { pulse(); });
+    loop_.asyncAfter(pulseSeconds, pulse_);
+    tell();
+}
+
+/// No desktop says into which window a person clicks. The view knows of clicks into our own, and while it
+/// hears of some, the activity is taken to be that.
+void ActivitySpell::tell() {
+    if (!windows_.anyVisible())
+        return sink_->deskUsed();
+    // Where a second is short, what is under way stands for the next times as well.
+    if (telling_.active())
+        return;
+    telling_ = loop_.afterReal(viewSeconds, [this] {
+        telling_.cancel();
+        if (windows_.secondsSinceInput() > ownSeconds)
+            sink_->deskUsed();
+    });
+}
+
+DesktopActivity::DesktopActivity(ActivityGate gate, WindowReport& report,
                                  std::vector<std::unique_ptr<ActivitySource>> sources)
-    : gate_(gate), report_(report), sources_(std::move(sources)) {}
+    : gate_(std::move(gate)), report_(report), sources_(std::move(sources)) {}
 
 ActivityMonitor::Watch DesktopActivity::watch(std::function<void()> activity, std::function<void()> lost) {
     activity_ = std::move(activity);
@@ -25,7 +94,7 @@ ActivitySource::Start DesktopActivity::start() {
     report_.warning("Nothing on this desktop tells of mouse activity: work goes on when nobody is there.");
     if (std::exchange(watched_, false)) {
         // Whoever was away when the last source went can never be heard coming back.
-        happened();
+        deskUsed();
         lost_();
     }
     return ActivitySource::Start::Absent;
@@ -36,26 +105,26 @@ void DesktopActivity::use() {
     report_.info("Activity is heard of from " + sources_[current_]->name() + ".");
 }
 
-void DesktopActivity::happened() {
-    if (gate_.open())
+void DesktopActivity::deskUsed() {
+    if (gate_())
         activity_();
 }
 
-void DesktopActivity::watching() {
+void DesktopActivity::sourceWatches() {
     use();
     // From now on nobody being there can be told, which nothing has been waiting for so far.
-    happened();
+    deskUsed();
 }
 
-void DesktopActivity::failed(const std::string& why) {
+void DesktopActivity::sourceFailed(const std::string& why) {
     report_.warning("Activity cannot be heard of from " + sources_[current_]->name() + ": " + why);
-    absent();
+    sourceAbsent();
 }
 
-void DesktopActivity::absent() {
+void DesktopActivity::sourceAbsent() {
     ++current_;
     if (start() == ActivitySource::Start::Watching)
-        happened();
+        deskUsed();
 }
 
 } // namespace kelpa

@@ -1,16 +1,114 @@
 #include "platform/linux/events/DesktopLock.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace kelpa {
 
-DesktopLock::DesktopLock(EventLoop& loop, Bus& session, Bus& system)
-    : edges_([this] { toldLocked_(); }, [this] { toldUnlocked_(); }), screenSavers_(session, edges_),
-      logind_(loop, system, edges_) {}
+namespace {
+
+/// Names, and interfaces of the same name, on an object whose path is made of it.
+constexpr const char* screenSavers[] = {"org.freedesktop.ScreenSaver", "org.gnome.ScreenSaver",
+                                        "org.mate.ScreenSaver", "org.cinnamon.ScreenSaver",
+                                        "org.xfce.ScreenSaver"};
+/// What the edges know logind by.
+constexpr const char* logindName = "logind";
+
+std::string pathOf(std::string name) {
+    std::replace(name.begin(), name.end(), '.', '/');
+    return "/" + name;
+}
+
+} // namespace
+
+void LockEdges::says(const std::string& source, bool locked) {
+    if (locked)
+        sayLocked_.insert(source);
+    else
+        sayLocked_.erase(source);
+    screen_.become(locked);
+}
+
+void LockEdges::lockRequested() {
+    if (!sayLocked_.empty())
+        screen_.become(true);
+}
+
+void LockEdges::gone(const std::string& source) {
+    if (sayLocked_.erase(source) > 0 && sayLocked_.empty())
+        screen_.become(false);
+}
+
+/// The screen may have been locked before we could hear of it, so each is asked. No screen saver is started
+/// for the question.
+void ScreenSaverLock::busOpened() {
+    for (const char* saver : screenSavers) {
+        const std::string path = pathOf(saver);
+        slots_.push_back(bus_.match<&ScreenSaverLock::changed>(
+            signalRule({nullptr, nullptr, saver}, "ActiveChanged"), *this));
+        slots_.push_back(bus_.call<&ScreenSaverLock::answered>(
+            bus_.newCall({saver, path.c_str(), saver}, "GetActive"), *this));
+    }
+}
+
+void ScreenSaverLock::busLost() {
+    slots_.clear();
+    while (!locked_.empty())
+        gone(std::string(locked_.begin()->first));
+}
+
+void ScreenSaverLock::changed(sd_bus_message* signal) {
+    int active = 0;
+    const char* sender = sd_bus_message_get_sender(signal);
+    if (sender != nullptr && readFrom(signal, "b", &active))
+        says(sender, active != 0);
+}
+
+/// Only news counts: that a screen saver is not active has been so all the time.
+void ScreenSaverLock::answered(sd_bus_message* reply) {
+    int active = 0;
+    const char* sender = sd_bus_message_get_sender(reply);
+    if (sender != nullptr && readFrom(reply, "b", &active) && active != 0)
+        says(sender, true);
+}
+
+void ScreenSaverLock::says(const std::string& sender, bool locked) {
+    if (!locked)
+        locked_.erase(sender);
+    else
+        locked_.try_emplace(sender, bus_, sender, [this, sender](bool there) {
+            if (!there)
+                gone(sender);
+        });
+    edges_.says(sender, locked);
+}
+
+void ScreenSaverLock::gone(const std::string& sender) {
+    locked_.erase(sender);
+    edges_.gone(sender);
+}
+
+/// Most desktops never set it, so that only a change says anything.
+void LogindLock::propertyRead(bool locked) {
+    if (std::exchange(hint_, locked) != locked)
+        edges_.says(logindName, locked);
+}
+
+void LogindLock::propertyLost() {
+    hint_ = false;
+    edges_.gone(logindName);
+}
+
+void LogindLock::signalled(sd_bus_message* signal) {
+    if (sd_bus_message_is_signal(signal, LogindSession::interface, "Lock") > 0)
+        edges_.lockRequested();
+    else if (sd_bus_message_is_signal(signal, LogindSession::interface, "Unlock") > 0)
+        edges_.unlockRequested();
+}
 
 void DesktopLock::observe(std::function<void()> locked, std::function<void()> unlocked) {
-    toldLocked_ = std::move(locked);
-    toldUnlocked_ = std::move(unlocked);
+    locked_ = std::move(locked);
+    unlocked_ = std::move(unlocked);
     screenSavers_.start();
     logind_.start();
 }

@@ -1,29 +1,31 @@
 #include "platform/linux/events/WaylandActivity.h"
 
 #include <algorithm>
-#include <cstdlib>
+#include <ext-idle-notify.h>
+#include <kde-idle.h>
 #include <utility>
 
 namespace kelpa {
 
-namespace {
+using Seat = WaylandActivity::Seat;
 
-/// From here on a seat is given back in so many words.
-constexpr std::uint32_t seatVersion = WL_SEAT_RELEASE_SINCE_VERSION;
-
-} // namespace
+/// One of the protocols by which Wayland compositors tell that nobody has used a seat for a while.
+struct IdleProtocol {
+    const wl_interface& offer; ///< what a compositor offers when it speaks the protocol
+    /// Calls `setIdle` of the seat each time when nobody has used it for so long, and at the next use after
+    /// that, until the handle ends. `manager` is what was bound to the offer.
+    Subscription (*watch)(void* manager, wl_seat* seat, std::uint32_t milliseconds, Seat& told);
+    void (*endManager)(void* manager);
+};
 
 /// One seat, and whether somebody uses it.
 class WaylandActivity::Seat {
   public:
     Seat(WaylandActivity& home, wl_seat* seat, std::uint32_t number)
-        : seat_(seat), number_(number),
-          notice_(home.protocol_->watch(*seat, home.restMilliseconds_, [this, &home](bool idle) {
-              active_ = !idle;
-              home.seatChanged();
-          })) {}
+        : home_(home), seat_(seat), number_(number),
+          notice_(home.protocol_->watch(home.manager_, seat, home.restMilliseconds_, *this)) {}
     ~Seat() {
-        notice_.reset();
+        notice_.cancel();
         if (wl_seat_get_version(seat_) >= WL_SEAT_RELEASE_SINCE_VERSION)
             wl_seat_release(seat_);
         else
@@ -34,13 +36,71 @@ class WaylandActivity::Seat {
 
     [[nodiscard]] std::uint32_t number() const { return number_; }
     [[nodiscard]] bool active() const { return active_; }
+    void setIdle(bool idle) {
+        active_ = !idle;
+        home_.seatChanged();
+    }
 
   private:
+    WaylandActivity& home_;
     wl_seat* seat_;
     std::uint32_t number_;
     bool active_ = true; ///< until the compositor says otherwise
-    std::unique_ptr<IdleNotice> notice_;
+    Subscription notice_;
 };
+
+namespace {
+
+/// From here on a seat is given back in so many words.
+constexpr std::uint32_t seatVersion = WL_SEAT_RELEASE_SINCE_VERSION;
+
+/// `ext-idle-notify-v1`, which all compositors agreed on.
+struct ExtIdle {
+    using Manager = ext_idle_notifier_v1;
+    using Notice = ext_idle_notification_v1;
+    using Listener = ext_idle_notification_v1_listener;
+    static constexpr const wl_interface& offer = ext_idle_notifier_v1_interface;
+    static constexpr auto endManager = ext_idle_notifier_v1_destroy;
+    static constexpr auto endNotice = ext_idle_notification_v1_destroy;
+    static constexpr auto addListener = ext_idle_notification_v1_add_listener;
+    static Notice* ask(Manager* manager, wl_seat* seat, std::uint32_t milliseconds) {
+        return ext_idle_notifier_v1_get_idle_notification(manager, milliseconds, seat);
+    }
+};
+
+/// What older compositors took over from KDE. One that holds a notice back until some seconds have passed
+/// makes activity seem to last for as long.
+struct KdeIdle {
+    using Manager = org_kde_kwin_idle;
+    using Notice = org_kde_kwin_idle_timeout;
+    using Listener = org_kde_kwin_idle_timeout_listener;
+    static constexpr const wl_interface& offer = org_kde_kwin_idle_interface;
+    static constexpr auto endManager = org_kde_kwin_idle_destroy;
+    static constexpr auto endNotice = org_kde_kwin_idle_timeout_release;
+    static constexpr auto addListener = org_kde_kwin_idle_timeout_add_listener;
+    static constexpr auto ask = org_kde_kwin_idle_get_idle_timeout;
+};
+
+template <typename Words>
+IdleProtocol protocolOf() {
+    using Manager = typename Words::Manager;
+    using Notice = typename Words::Notice;
+    static constexpr typename Words::Listener listener{
+        [](void* seat, Notice*) { static_cast<Seat*>(seat)->setIdle(true); },
+        [](void* seat, Notice*) { static_cast<Seat*>(seat)->setIdle(false); }};
+    return {Words::offer,
+            [](void* manager, wl_seat* seat, std::uint32_t milliseconds, Seat& told) {
+                Notice* notice = Words::ask(static_cast<Manager*>(manager), seat, milliseconds);
+                Words::addListener(notice, &listener, &told);
+                return Subscription([notice] { Words::endNotice(notice); });
+            },
+            [](void* manager) { Words::endManager(static_cast<Manager*>(manager)); }};
+}
+
+/// All that the program speaks, the best first.
+const IdleProtocol protocols[] = {protocolOf<ExtIdle>(), protocolOf<KdeIdle>()};
+
+} // namespace
 
 WaylandActivity::WaylandActivity(EventLoop& loop, const OwnWindows& windows, double speed)
     : loop_(loop), restMilliseconds_(ActivitySpell::restMilliseconds(speed)), spell_(loop, windows) {}
@@ -48,7 +108,8 @@ WaylandActivity::WaylandActivity(EventLoop& loop, const OwnWindows& windows, dou
 WaylandActivity::~WaylandActivity() = default;
 
 std::string WaylandActivity::name() const {
-    return "the compositor" + (protocol_ ? " (" + protocol_->name() + ")" : "");
+    return std::string("the compositor") +
+           (protocol_ == nullptr ? "" : " (" + std::string(protocol_->offer.name) + ")");
 }
 
 ActivitySource::Start WaylandActivity::start(ActivitySink& sink) {
@@ -70,21 +131,22 @@ ActivitySource::Start WaylandActivity::start(ActivitySink& sink) {
 }
 
 bool WaylandActivity::chooseProtocol() {
-    for (auto& protocol : idleProtocols()) {
+    for (const IdleProtocol& protocol : protocols) {
         const auto offer = std::find_if(offers_.begin(), offers_.end(), [&protocol](const auto& each) {
-            return each.interface == protocol->name();
+            return each.interface == protocol.offer.name;
         });
         if (offer == offers_.end())
             continue;
-        protocol->bind(*connection_, *offer);
-        protocol_ = std::move(protocol);
+        protocol_ = &protocol;
+        manager_ = connection_->bind<void>(*offer, protocol.offer, 1);
+        managerEnd_ = Subscription([this] { protocol_->endManager(manager_); });
         return true;
     }
     return false;
 }
 
 void WaylandActivity::came(const WaylandGlobal& global) {
-    if (protocol_)
+    if (protocol_ != nullptr)
         watch(global);
     else
         offers_.push_back(global);
@@ -110,7 +172,7 @@ void WaylandActivity::seatChanged() {
 
 void WaylandActivity::lost() {
     spell_.stop();
-    sink_->failed("the compositor is gone");
+    sink_->sourceFailed("the compositor is gone");
 }
 
 } // namespace kelpa

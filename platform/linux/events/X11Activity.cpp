@@ -1,6 +1,16 @@
 #include "platform/linux/events/X11Activity.h"
 
-#include "platform/linux/events/XcbKeyboard.h"
+#include <utility>
+
+// The library's header uses a word as a name that C++ keeps for itself, and clang warns of the way around
+// that.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wpragmas"
+#pragma GCC diagnostic ignored "-Wkeyword-macro"
+#define explicit explicit_
+#include <xcb/xkb.h>
+#undef explicit
+#pragma GCC diagnostic pop
 
 namespace kelpa {
 
@@ -24,8 +34,8 @@ std::uint8_t typeOf(const xcb_generic_event_t& event) {
 
 } // namespace
 
-X11Activity::X11Activity(EventLoop& loop, const ActivityGate& gate, const OwnWindows& windows)
-    : loop_(loop), gate_(gate), windows_(windows) {}
+X11Activity::X11Activity(EventLoop& loop, ActivityGate gate, const OwnWindows& windows)
+    : loop_(loop), gate_(std::move(gate)), windows_(windows) {}
 
 X11Activity::~X11Activity() {
     if (look_)
@@ -34,12 +44,12 @@ X11Activity::~X11Activity() {
 
 ActivitySource::Start X11Activity::start(ActivitySink& sink) {
     sink_ = &sink;
-    connection_ = X11Connection::open(loop_, [this] { sink_->failed("the X server is gone"); });
+    connection_ = X11Connection::open(loop_, [this] { sink_->sourceFailed("the X server is gone"); });
     if (!connection_ || !queryInput())
         return Start::Absent;
     pid_ = connection_->atom("_NET_WM_PID");
     events_ = connection_->listen([this](const xcb_generic_event_t& event) { handle(event); });
-    select(Motion::Told);
+    select(Motion::Heard);
     watchModifiers();
     connection_->settle();
     return Start::Watching;
@@ -83,7 +93,7 @@ void X11Activity::select(Motion motion) {
     events.head.deviceid = XCB_INPUT_DEVICE_ALL_MASTER;
     events.head.mask_len = 1;
     events.mask = XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_PRESS | XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_RELEASE;
-    if (motion == Motion::Told)
+    if (motion == Motion::Heard)
         events.mask |= XCB_INPUT_XI_EVENT_MASK_RAW_MOTION;
     xcb_input_xi_select_events(connection_->get(), connection_->root(), 1, &events.head);
     xcb_flush(connection_->get());
@@ -105,8 +115,8 @@ void X11Activity::handleRaw(const xcb_ge_generic_event_t& event) {
         handleMotion(raw);
     else if ((event.event_type == XCB_INPUT_RAW_BUTTON_PRESS ||
               event.event_type == XCB_INPUT_RAW_BUTTON_RELEASE) &&
-             (raw.detail == leftButton || raw.detail == rightButton) && gate_.open())
-        told(overOwnWindow(pointer().window));
+             (raw.detail == leftButton || raw.detail == rightButton) && gate_())
+        report(overOwnWindow(pointer().window));
 }
 
 /// The rest of this second is not wanted, also not of a wheel, whose turning does not count.
@@ -114,12 +124,12 @@ void X11Activity::handleMotion(const RawEvent& raw) {
     if (look_)
         return;
     keepMotion();
-    if (!gate_.open())
+    if (!gate_())
         return;
     last_ = pointer();
     const auto* axes = xcb_input_raw_button_press_valuator_mask(&raw);
     if (raw.valuators_len > 0 && (*axes & pointerAxes) != 0)
-        told(overOwnWindow(last_.window));
+        report(overOwnWindow(last_.window));
 }
 
 void X11Activity::keepMotion() {
@@ -132,14 +142,14 @@ void X11Activity::keepMotion() {
 /// when it moves again.
 void X11Activity::look() {
     look_ = nullptr;
-    if (gate_.open() && pointerMoved()) {
+    if (gate_() && pointerMoved()) {
         keepMotion();
-        return told(overOwnWindow(last_.window));
+        return report(overOwnWindow(last_.window));
     }
-    select(Motion::Told);
+    select(Motion::Heard);
     // What moved between the look and the server's knowing that we listen again must not be missed.
-    if (gate_.open() && pointerMoved())
-        told(overOwnWindow(last_.window));
+    if (gate_() && pointerMoved())
+        report(overOwnWindow(last_.window));
 }
 
 bool X11Activity::pointerMoved() {
@@ -151,13 +161,13 @@ bool X11Activity::pointerMoved() {
 /// A state that a program changed, and no key, is nobody's activity.
 void X11Activity::handleModifiers(const xcb_generic_event_t& event) {
     const auto& state = reinterpret_cast<const xcb_xkb_state_notify_event_t&>(event);
-    if (state.xkbType == XCB_XKB_STATE_NOTIFY && state.keycode != 0 && gate_.open())
-        told(focusInOwnWindow());
+    if (state.xkbType == XCB_XKB_STATE_NOTIFY && state.keycode != 0 && gate_())
+        report(focusInOwnWindow());
 }
 
-void X11Activity::told(bool inOwnWindow) {
+void X11Activity::report(bool inOwnWindow) {
     if (!inOwnWindow)
-        sink_->happened();
+        sink_->deskUsed();
 }
 
 X11Activity::Pointer X11Activity::pointer() {

@@ -1,9 +1,7 @@
 #pragma once
 
-#include "platform/linux/display/OwnWindows.h"
 #include "platform/linux/display/X11Connection.h"
-#include "platform/linux/events/ActivityGate.h"
-#include "platform/linux/events/ActivitySource.h"
+#include "platform/linux/events/DesktopActivity.h"
 
 #include <cstdint>
 #include <memory>
@@ -18,8 +16,8 @@ namespace kelpa {
 /// to itself, and a second later the pointer's place tells whether the mouse went on.
 class X11Activity final : public ActivitySource {
   public:
-    /// All of it outlives the source.
-    X11Activity(EventLoop& loop, const ActivityGate& gate, const OwnWindows& windows);
+    /// Loop and windows outlive the source.
+    X11Activity(EventLoop& loop, ActivityGate gate, const OwnWindows& windows);
     ~X11Activity() override;
 
     [[nodiscard]] std::string name() const override { return "the X server (XInput 2)"; }
@@ -27,7 +25,7 @@ class X11Activity final : public ActivitySource {
 
   private:
     using RawEvent = xcb_input_raw_button_press_event_t;
-    enum class Motion { Told, Kept };
+    enum class Motion { Heard, Kept };
     struct Pointer {
         int x = 0;
         int y = 0;
@@ -45,7 +43,7 @@ class X11Activity final : public ActivitySource {
     void look();
     [[nodiscard]] bool pointerMoved();
 
-    void told(bool inOwnWindow);
+    void report(bool inOwnWindow);
     [[nodiscard]] Pointer pointer();
     [[nodiscard]] xcb_window_t childUnderPointer(xcb_window_t window);
     [[nodiscard]] bool overOwnWindow(xcb_window_t window);
@@ -53,7 +51,7 @@ class X11Activity final : public ActivitySource {
     [[nodiscard]] bool own(xcb_window_t window);
 
     EventLoop& loop_;
-    const ActivityGate& gate_;
+    ActivityGate gate_;
     const OwnWindows& windows_;
     ActivitySink* sink_ = nullptr;
     std::unique_ptr<X11Connection> connection_;

@@ -1,6 +1,4 @@
-#include "platform/linux/events/MutterActivity.h"
-
-#include "platform/linux/bus/Bus.h"
+#include "platform/linux/events/BusActivity.h"
 
 namespace kelpa {
 
@@ -8,6 +6,9 @@ namespace {
 
 constexpr BusAddress monitor = {"org.gnome.Mutter.IdleMonitor", "/org/gnome/Mutter/IdleMonitor/Core",
                                 "org.gnome.Mutter.IdleMonitor"};
+
+/// A logind that has not answered by then is not there, or knows of no session of ours.
+constexpr double patienceSeconds = 5;
 
 } // namespace
 
@@ -34,13 +35,13 @@ void MutterActivity::idleWatched(sd_bus_message* reply) {
         // No slot can be dropped for good inside of what it tells.
         ending_ = loop_.afterReal(0, [this] {
             leave();
-            sink_->absent();
+            sink_->sourceAbsent();
         });
         return;
     }
     owner_.emplace(bus_, monitor.service, [this](bool) { fail("the compositor is gone"); });
     spell_.start(*sink_);
-    sink_->watching();
+    sink_->sourceWatches();
 }
 
 void MutterActivity::useWatched(sd_bus_message* reply) {
@@ -70,7 +71,7 @@ void MutterActivity::fail(const std::string& why) {
     spell_.stop();
     ending_ = loop_.afterReal(0, [this, why] {
         leave();
-        sink_->failed(why);
+        sink_->sourceFailed(why);
     });
 }
 
@@ -79,6 +80,42 @@ void MutterActivity::leave() {
     owner_.reset();
     signals_.reset();
     question_.reset();
+}
+
+LogindActivity::LogindActivity(EventLoop& loop, Bus& system, const OwnWindows& windows)
+    : loop_(loop), system_(system), spell_(loop, windows) {}
+
+ActivitySource::Start LogindActivity::start(ActivitySink& sink) {
+    sink_ = &sink;
+    patience_ = loop_.afterReal(patienceSeconds, [this] {
+        session_.reset();
+        sink_->sourceAbsent();
+    });
+    LogindSessionClient& client = *this;
+    session_.emplace(loop_, system_, "IdleHint", client);
+    session_->start();
+    return Start::Asking;
+}
+
+void LogindActivity::propertyRead(bool idle) {
+    patience_.cancel();
+    if (!watching_) {
+        watching_ = true;
+        spell_.start(*sink_);
+        sink_->sourceWatches();
+    }
+    idle ? spell_.rest() : spell_.active();
+}
+
+void LogindActivity::propertyLost() {
+    if (!watching_)
+        return;
+    spell_.stop();
+    // The session cannot be dropped inside of what it tells.
+    ending_ = loop_.afterReal(0, [this] {
+        session_.reset();
+        sink_->sourceFailed("the session is not known there any more");
+    });
 }
 
 } // namespace kelpa
