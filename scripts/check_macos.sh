@@ -91,9 +91,15 @@ configure() {
     done
     answered=$(cmake -S . -B "$build" -G Ninja -Wno-dev -DCMAKE_SYSTEM_NAME=Darwin -DCMAKE_SYSTEM_VERSION=21 \
         -DCMAKE_OSX_SYSROOT=/ -DCMAKE_INSTALL_NAME_TOOL="$(command -v true)" -DKELPA_ICONUTIL="$(command -v true)" \
-        -DBUILD_TESTING=OFF -DKELPA_BENCHMARKS=OFF "${settings[@]}" "$@" 2>&1) && return
+        -DBUILD_TESTING=OFF -DKELPA_DRIVEN=ON -DKELPA_BENCHMARKS=OFF "${settings[@]}" "$@" 2>&1) && return
     printf '%s\n' "$answered" >&2
     return 1
+}
+
+# What a Mac compiles of platform/macos. The stand-ins for AppKit are not for one.
+mac_sources() {
+    git ls-files --cached --others --exclude-standard -- 'platform/macos/*.cpp' 'platform/macos/*.mm' |
+        grep -vE '^platform/macos/check/(runtime|standin)/'
 }
 
 # The folder's platform/macos sources that are compiled there.
@@ -134,8 +140,8 @@ check_build() {
         echo 'check_macos: what would be packed is no disk image' >&2
         return 1
     fi
-    # Every source of the face is part of the application, or it would be checked and never built.
-    comm -13 <(built_in "$build") <(cd platform/macos && git ls-files '*.mm' '*.cpp' | grep -v SparkleUpdater | sort) >"$scratch/unbuilt"
+    # Every source of the face and of the driver is part of a program, or it would be checked and never built.
+    comm -13 <(built_in "$build") <(mac_sources | sed 's|^platform/macos/||' | grep -v SparkleUpdater | sort) >"$scratch/unbuilt"
     if [[ -s $scratch/unbuilt ]]; then
         echo 'check_macos: these sources are in no target:' >&2
         cat "$scratch/unbuilt" >&2
@@ -147,7 +153,7 @@ if (($#)); then
     sources=("$@")
 else
     mapfile -t sources < <(git ls-files --cached --others --exclude-standard -- \
-        {base,logging,prefs,panes,timer,water,ui,app,platform/posix,desk,tests/core,tests/support}/'*.cpp' 'platform/macos/*.cpp' 'platform/macos/*.mm')
+        {base,logging,prefs,panes,timer,water,ui,app,platform/posix,desk,tests/core,tests/support}/'*.cpp' && mac_sources)
 fi
 failed=0
 if git grep -nE '#include <(format|memory_resource|syncstream|stop_token|print)>' -- base logging prefs panes timer water ui app platform/ports platform/posix desk tests/core tests/support; then

@@ -1,6 +1,6 @@
 #!/usr/bin/python3
 """Breaks on two screens: what stands on them, every way out of them, and what becomes of them when screens come and go."""
-from macos_support import SCREENS, MacTest, Refused, main
+from macos_support import SCREENS, MacTest, Refused, anywhere, main
 
 ONE, TWO = SCREENS
 WORK, BREAK = 60, 120
@@ -99,6 +99,17 @@ class Break(BreakTest):
         self.assertLessEqual(x + width, 1440)
         window.find("button", "Skip").press()
         self.assert_over(program)
+
+
+    @anywhere
+    def test_it_comes_goes_and_comes_again(self):
+        program = self.launch({"pref.work.time": 1, "pref.break.time": 7200}, "-speed", "10")
+        for _ in range(2):
+            window = program.wait_for(program.breaks)[0]
+            self.assertEqual(program.title(), "")
+            window.find("button", "Skip").press()
+            program.wait_for(lambda: not program.breaks())
+            self.assertRegex(program.title(), "^(01:00|00:[0-5][0-9])$")
 
 
 class Screens(BreakTest):

@@ -1,6 +1,6 @@
 #!/usr/bin/python3
 """How the program starts, what happens when it is started again, and how it ends."""
-from macos_support import COMMAND, SCREENS, START, MacTest, main
+from macos_support import COMMAND, SCREENS, START, MacTest, anywhere, main
 
 WORK = "Length of a work period in minutes"
 
@@ -26,6 +26,7 @@ class Launch(MacTest):
         self.assertEqual((program.title(), [window.title for window in program.windows()]), ("15:00", ["Water Reminder"]))
         self.assertIn("-speed needs a number above 0", self.launch({}, "-speed", "0").said())
 
+    @anywhere
     def test_who_starts_it_again_sees_the_preferences(self):
         program = self.launch()
         self.assertFalse(program.ask("start again"))
@@ -36,6 +37,7 @@ class Launch(MacTest):
 
 
 class Quit(MacTest):
+    @anywhere
     def test_by_the_menu(self):
         self.assertEqual(self.launch().quit(), 0)
 

@@ -1,5 +1,7 @@
 """What the tests of the macOS face share: one run of the program a test, which is talked to over a socket, on a screen that
-all tests of a file share. tests/macos/driver/Driver.mm says how a test is written."""
+all tests of a file share. platform/macos/check/driver/Driver.mm says how a test is written.
+
+Over GNUstep all tests run, with a clock that only they move on; on a Mac those that are marked `anywhere`."""
 import json
 import os
 import plistlib
@@ -12,6 +14,7 @@ import tempfile
 import unittest
 from pathlib import Path
 
+ON_MAC = sys.platform == "darwin"
 ROOT = Path(__file__).resolve().parents[2]
 PROGRAM = Path(os.environ.get("KELPA_MACOS_PROGRAM", ROOT / "build/macos-check/Kelpa.app/Kelpa"))
 # A Monday, nine in the morning: the second at which each run starts.
@@ -102,8 +105,11 @@ class Program:
         self.errors = tempfile.TemporaryFile("w+", encoding="utf-8", errors="replace")
         surroundings = {name: value for name, value in os.environ.items() if name.endswith("SAN_OPTIONS")}
         surroundings.update({
-            "PATH": os.environ["PATH"], "HOME": str(home), "TEMP": str(home), "DISPLAY": display, "TZ": "UTC", "LANG": "C.UTF-8",
-            "KELPA_TEST_SOCKET": str(there.fileno()), "KELPA_TEST_START": str(START), **(environment or {})})
+            "PATH": os.environ["PATH"], "HOME": str(home), "TEMP": str(home), "TZ": "UTC", "LANG": "C.UTF-8",
+            "KELPA_TEST_SOCKET": str(there.fileno()), "KELPA_TEST_START": str(START),
+            "KELPA_TEST_SETTINGS": str(self.settings_file()), "CFFIXED_USER_HOME": str(home), **(environment or {})})
+        if display:
+            surroundings["DISPLAY"] = display
         # What the toolkit made once it keeps.
         surroundings.setdefault("ASAN_OPTIONS", "detect_leaks=0")
         surroundings.setdefault("ASAN_SYMBOLIZER_PATH", "/usr/bin/llvm-symbolizer-14")
@@ -164,7 +170,7 @@ class Program:
         return self.ask("title")["title"].strip()
 
     def menu(self):
-        return [line for line in self.ask("menu") if "separator" not in line]
+        return [line for line in self.ask("menu") if not line["separator"]]
 
     def log(self):
         return "\n".join(file.read_text(encoding="utf-8") for file in sorted(self.home.rglob("*.log")))
@@ -203,6 +209,14 @@ class Program:
     def pass_time(self, seconds):
         self.ask("pass", seconds=seconds)
 
+    def wait_for(self, what):
+        """Lets time pass until `what` gives something, half a minute at most."""
+        for _ in range(120):
+            if found := what():
+                return found
+            self.pass_time(0.25)
+        raise AssertionError(f"It never came: {self.windows()}")
+
     def screens(self, *screens):
         self.ask("screens", screens=screens)
 
@@ -235,11 +249,24 @@ class Program:
             return self.process.wait()
 
 
+def anywhere(test):
+    """Marks a test that needs nothing in AppKit's place, and no other time than the real one."""
+    test.anywhere = True
+    return test
+
+
 class MacTest(unittest.TestCase):
     executable = PROGRAM
+    display = None
+
+    def setUp(self):
+        if ON_MAC and not hasattr(getattr(self, self._testMethodName), "anywhere"):
+            self.skipTest("It needs what stands in for AppKit")
 
     @classmethod
     def setUpClass(cls):
+        if ON_MAC:
+            return
         reading, writing = os.pipe()
         server = subprocess.Popen(["Xvfb", "-displayfd", str(writing), "-screen", "0", "1700x700x24", "-nolisten", "tcp"],
                                   pass_fds=[writing], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)

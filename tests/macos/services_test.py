@@ -2,7 +2,7 @@
 """What the program asks of the system: login item, mail, About, updates, and texts in the user's language."""
 import re
 
-from macos_support import ROOT, MacTest, main
+from macos_support import ON_MAC, ROOT, MacTest, anywhere, main
 
 
 class LoginItem(MacTest):
@@ -78,13 +78,14 @@ class Languages(MacTest):
         text = (ROOT / f"assets/locale/{language}.po").read_text(encoding="utf-8")
         return dict(re.findall(r'^msgid "(.+)"\nmsgstr "(.+)"$', text, re.M))
 
+    @anywhere
     def test_every_one(self):
         languages = sorted(file.stem for file in (ROOT / "assets/locale").glob("*.po"))
         self.assertGreater(len(languages), 5)
         for language in languages:
             texts = self.translations(language)
             name = {"zh_CN": "zh-Hans", "zh_TW": "zh-Hant"}.get(language, language.replace("_", "-"))
-            program = self.launch({}, "-NSLanguages", f"({name})")
+            program = self.launch({}, "-AppleLanguages" if ON_MAC else "-NSLanguages", f"({name})")
             titles = [line["title"] for line in program.menu()]
             self.assertIn(texts["Quit"], titles, language)
             program.choose(texts["Settings"] + "...")

@@ -151,7 +151,7 @@ enum : NSUInteger {
     NSEventMaskRightMouseDragged = 1ull << 7,
     NSEventMaskFlagsChanged = 1ull << 12,
 };
-enum : NSUInteger { NSEventTypeLeftMouseDown = 1, NSEventTypeKeyDown = 10 };
+enum : NSUInteger { NSEventTypeLeftMouseDown = 1, NSEventTypeKeyDown = 10, NSEventTypeKeyUp = 11 };
 
 @interface NSEvent (MacDeclarations)
 + (id)addGlobalMonitorForEventsMatchingMask:(NSEventMask)mask
@@ -224,6 +224,7 @@ SINCE(11.0) @interface NSImageSymbolConfiguration : NSObject
                  accessibilityDescription:(NSString*)description SINCE(11.0);
 - (NSImage*)imageWithSymbolConfiguration:(NSImageSymbolConfiguration*)configuration SINCE(11.0);
 - (void)setTemplate:(BOOL)isTemplate SINCE(10.5);
+- (NSString*)accessibilityDescription SINCE(10.6);
 @end
 
 // --- AppKit: views and their layout
@@ -281,6 +282,9 @@ extern NSString* const NSAccessibilityLinkRole;
 - (NSString*)accessibilityLabel SINCE(10.10);
 - (void)setAccessibilityHelp:(NSString*)help SINCE(10.10);
 - (void)setAccessibilityValue:(id)value SINCE(10.10);
+- (NSString*)accessibilityRole SINCE(10.10);
+- (NSString*)accessibilityHelp SINCE(10.10);
+- (id)accessibilityValue SINCE(10.10);
 @end
 
 @interface NSColor (MacDeclarations)
@@ -340,6 +344,7 @@ enum : NSInteger { NSWindowToolbarStylePreference = 2 };
 - (void)setTitlebarSeparatorStyle:(NSTitlebarSeparatorStyle)style SINCE(11.0);
 - (void)setAnimationBehavior:(NSWindowAnimationBehavior)behavior SINCE(10.7);
 - (void)setToolbarStyle:(NSWindowToolbarStyle)style SINCE(11.0);
+- (NSViewController*)contentViewController SINCE(10.10);
 @end
 
 // --- AppKit: controls

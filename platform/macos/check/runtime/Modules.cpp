@@ -1,40 +1,101 @@
 // Brings modules of a compiler that works for a newer run-time library into the form that GCC's library
 // takes: instance variables get their offsets here, because the compiler leaves open how large a superclass
 // is.
-#include "tests/macos/runtime/Modules.h"
-
-#include <cstdlib>
 #include <cstring>
 #include <dlfcn.h>
 #include <vector>
 
-extern "C" {
-runtime::Class* objc_lookUpClass(const char* name);
-void __objc_exec_class(runtime::Module* module);
-}
-
-namespace runtime {
-
 namespace {
+
+// How the compiler describes classes and how that library keeps them, as far as both agree and it matters
+// here. What the newer compiler adds behind that the older library never reads.
+
+struct Protocol;
+
+struct ProtocolList {
+    ProtocolList* next;
+    unsigned long count;
+    Protocol* protocols[1];
+};
+
+struct Protocol {
+    unsigned long version; ///< the library puts the class of protocols in its place
+    const char* name;
+    ProtocolList* adopted;
+};
+
+struct InstanceVariables {
+    int count;
+    struct {
+        const char* name;
+        const char* type;
+        int offset;
+    } variables[1];
+};
+
+struct Class {
+    Class* metaclass;
+    const char* superclass; ///< its name; the library puts the class in its place
+    const char* name;
+    long version;
+    unsigned long info;
+    long size;
+    InstanceVariables* variables;
+    void* unused[4];
+    ProtocolList* protocols;
+    void* collector;
+    long interface; ///< from here on the compiler's alone
+    int** offsets;  ///< where the code finds the offset of each instance variable
+};
+
+struct Category {
+    const char* names[2];
+    void* methods[2];
+    ProtocolList* protocols;
+};
+
+struct Symbols {
+    unsigned long selectorCount;
+    void* selectors;
+    unsigned short classCount;
+    unsigned short categoryCount;
+    void* definitions[1]; ///< classes, then categories
+};
+
+struct Module {
+    unsigned long version;
+    unsigned long size;
+    const char* name;
+    Symbols* symbols;
+};
 
 constexpr unsigned long librarysVersion = 8;
 constexpr unsigned long librarysProtocols = 2;
 constexpr unsigned long librarysInfo = 0xf;
 
-Class* definedClass(const Symbols& symbols, unsigned index) {
+} // namespace
+
+extern "C" {
+Class* objc_lookUpClass(const char* name);
+void __objc_exec_class(Module* module);
+}
+
+namespace {
+
+Class* classAt(const Symbols& symbols, unsigned index) {
     return static_cast<Class*>(symbols.definitions[index]);
 }
 
 Class* classNamed(const Symbols& symbols, const char* name) {
     for (unsigned i = 0; i < symbols.classCount; ++i)
-        if (std::strcmp(definedClass(symbols, i)->name, name) == 0)
-            return definedClass(symbols, i);
+        if (std::strcmp(classAt(symbols, i)->name, name) == 0)
+            return classAt(symbols, i);
     return nullptr;
 }
 
 bool superclassesAreThere(const Symbols& symbols) {
     for (unsigned i = 0; i < symbols.classCount; ++i) {
-        const char* superclass = definedClass(symbols, i)->superclass;
+        const char* superclass = classAt(symbols, i)->superclass;
         if (superclass && !classNamed(symbols, superclass) && !objc_lookUpClass(superclass))
             return false;
     }
@@ -64,8 +125,7 @@ void place(const Symbols& symbols, Class& each) {
     else
         superclass = objc_lookUpClass(each.superclass);
     const long start = (superclass->size + 7) & ~7L;
-    const int count = each.variables ? each.variables->count : 0;
-    for (int i = 0; i < count; ++i) {
+    for (int i = 0; each.variables && i < each.variables->count; ++i) {
         int& offset = each.variables->variables[i].offset;
         offset += static_cast<int>(start);
         *each.offsets[i] = offset;
@@ -76,7 +136,7 @@ void place(const Symbols& symbols, Class& each) {
 void fit(Module& module) {
     const Symbols& symbols = *module.symbols;
     for (unsigned i = 0; i < symbols.classCount; ++i)
-        place(symbols, *definedClass(symbols, i));
+        place(symbols, *classAt(symbols, i));
     for (unsigned i = 0; i < symbols.categoryCount; ++i)
         fitProtocols(static_cast<Category*>(symbols.definitions[symbols.classCount + i])->protocols);
     module.version = librarysVersion;
@@ -85,23 +145,15 @@ void fit(Module& module) {
 
 void handOver(Module* module) {
     static const auto library = reinterpret_cast<void (*)(Module*)>(dlsym(RTLD_NEXT, "__objc_exec_class"));
-    if (!library)
-        std::abort();
     library(module);
 }
 
-/// Modules of which a superclass is not there yet. They outlive everything that runs at the start.
-std::vector<Module*>& waiting() {
-    static auto* modules = new std::vector<Module*>;
-    return *modules;
-}
-
-bool takeOneThatCan() {
-    auto& modules = waiting();
-    for (auto each = modules.begin(); each != modules.end(); ++each)
+/// Hands over one of those whose superclasses are there by now.
+bool handOverOneOf(std::vector<Module*>& waiting) {
+    for (auto each = waiting.begin(); each != waiting.end(); ++each)
         if (superclassesAreThere(*(*each)->symbols)) {
             Module* module = *each;
-            modules.erase(each);
+            waiting.erase(each);
             fit(*module);
             handOver(module);
             return true;
@@ -111,14 +163,13 @@ bool takeOneThatCan() {
 
 } // namespace
 
-} // namespace runtime
-
 /// Called by each module when it is loaded. The program's own comes before the library's, also for the
 /// libraries.
-void __objc_exec_class(runtime::Module* module) {
-    if (module->version <= runtime::librarysVersion)
-        return runtime::handOver(module);
-    runtime::waiting().push_back(module);
-    while (runtime::takeOneThatCan()) {
+void __objc_exec_class(Module* module) {
+    static auto* waiting = new std::vector<Module*>; // outlives everything that runs at the start
+    if (module->version <= librarysVersion)
+        return handOver(module);
+    waiting->push_back(module);
+    while (handOverOneOf(*waiting)) {
     }
 }

@@ -2,8 +2,9 @@
 // that it counts by itself, weak references, and blocks that are objects. Compiled without that counting, on
 // which it is built.
 #import <Foundation/Foundation.h>
+#import <Foundation/NSDebug.h>
 
-#include "tests/macos/runtime/Objects.h"
+#include "platform/macos/check/runtime/Objects.h"
 
 #include <cstddef>
 #include <cstring>
@@ -36,88 +37,52 @@ _Unwind_Reason_Code __gxx_personality_v0(int, _Unwind_Action, unsigned long, _Un
 
 namespace {
 
-/// As the compiler reads the answer to a lookup.
-struct Slot {
-    void* owner;
-    void* cachedFor;
-    const char* types;
-    int version;
-    IMP method;
+/// What is known of all objects. It outlives everything that runs at the end.
+struct Known {
+    std::recursive_mutex guard; ///< also so that no object is taken over a weak reference while it goes
+    std::unordered_map<id, std::unordered_set<id*>> weakReferences;
+    std::unordered_map<id, NSMutableDictionary*> records;
 };
 
-/// Guards everything below, and that no object is taken over a weak reference while it goes.
-std::recursive_mutex& guard() {
-    static auto* mutex = new std::recursive_mutex;
-    return *mutex;
-}
-
-std::unordered_map<id, std::unordered_set<id*>>& weakReferences() {
-    static auto* references = new std::unordered_map<id, std::unordered_set<id*>>;
-    return *references;
-}
-
-std::unordered_map<id, NSMutableDictionary*>& records() {
-    static auto* all = new std::unordered_map<id, NSMutableDictionary*>;
+Known& known() {
+    static auto* all = new Known;
     return *all;
 }
 
-std::unordered_map<Class, long>& counts() {
-    static auto* all = new std::unordered_map<Class, long>;
-    return *all;
-}
-
-void forget(id* place) {
-    if (!*place)
-        return;
-    const auto found = weakReferences().find(*place);
-    if (found == weakReferences().end())
-        return;
-    found->second.erase(place);
-    if (found->second.empty())
-        weakReferences().erase(found);
-}
-
-/// Gives back what the object's record holds, to be let go of without the lock.
+/// Gives the object's record, to be let go of without the lock.
 NSMutableDictionary* dissolve(id object) {
-    if (const auto found = weakReferences().find(object); found != weakReferences().end()) {
-        for (id* place : found->second)
+    if (const auto references = known().weakReferences.extract(object))
+        for (id* place : references.mapped())
             *place = nil;
-        weakReferences().erase(found);
-    }
-    if (const auto counted = counts().find([object class]); counted != counts().end())
-        --counted->second;
-    const auto found = records().find(object);
-    if (found == records().end())
-        return nil;
-    NSMutableDictionary* record = found->second;
-    records().erase(found);
-    return record;
+    const auto record = known().records.extract(object);
+    return record ? record.mapped() : nil;
 }
 
 void release(id self, SEL) {
-    NSMutableDictionary* record = nil;
-    {
-        const std::lock_guard lock(guard());
-        if (!NSDecrementExtraRefCountWasZero(self))
-            return;
-        record = dissolve(self);
-    }
+    std::unique_lock lock(known().guard);
+    if (!NSDecrementExtraRefCountWasZero(self))
+        return;
+    NSMutableDictionary* record = dissolve(self);
+    lock.unlock();
     [record release];
     [self dealloc];
 }
 
-id allocate(id self, SEL, NSZone* zone) {
-    const std::lock_guard lock(guard());
-    ++counts()[static_cast<Class>(self)];
-    return NSAllocateObject(static_cast<Class>(self), 0, zone);
+Class classNamed(const char* name) {
+    return *name == '+' ? objc_getMetaClass(name + 1) : objc_lookUpClass(name);
 }
 
 } // namespace
 
 extern "C" {
 
+/// As the compiler reads the answer to a lookup: at once, so that one a thread is enough.
+struct Slot {
+    void* unused[4];
+    IMP method;
+};
+
 Slot* objc_msg_lookup_sender(id* receiver, SEL selector, id) {
-    // Read at once and never kept, so that one a thread is enough.
     thread_local Slot slot;
     slot.method = objc_msg_lookup(*receiver, selector);
     return &slot;
@@ -137,6 +102,7 @@ _Unwind_Reason_Code __gnustep_objcxx_personality_v0(int version, _Unwind_Action 
 id objc_retain(id object) {
     return [object retain];
 }
+id objc_retainAutoreleasedReturnValue(id object) __attribute__((alias("objc_retain")));
 
 void objc_release(id object) {
     [object release];
@@ -145,22 +111,12 @@ void objc_release(id object) {
 id objc_autorelease(id object) {
     return [object autorelease];
 }
+id objc_autoreleaseReturnValue(id object) __attribute__((alias("objc_autorelease")));
 
 id objc_retainAutorelease(id object) {
     return [[object retain] autorelease];
 }
-
-id objc_retainAutoreleaseReturnValue(id object) {
-    return [[object retain] autorelease];
-}
-
-id objc_autoreleaseReturnValue(id object) {
-    return [object autorelease];
-}
-
-id objc_retainAutoreleasedReturnValue(id object) {
-    return [object retain];
-}
+id objc_retainAutoreleaseReturnValue(id object) __attribute__((alias("objc_retainAutorelease")));
 
 id objc_unsafeClaimAutoreleasedReturnValue(id object) {
     return object;
@@ -192,12 +148,16 @@ void objc_autoreleasePoolPop(void* pool) {
 }
 
 id objc_storeWeak(id* place, id object) {
-    const std::lock_guard lock(guard());
-    forget(place);
-    *place = object;
+    const std::lock_guard lock(known().guard);
+    auto& references = known().weakReferences;
+    if (const auto found = references.find(*place); found != references.end()) {
+        found->second.erase(place);
+        if (found->second.empty())
+            references.erase(found);
+    }
     if (object)
-        weakReferences()[object].insert(place);
-    return object;
+        references[object].insert(place);
+    return *place = object;
 }
 
 id objc_initWeak(id* place, id object) {
@@ -210,7 +170,7 @@ void objc_destroyWeak(id* place) {
 }
 
 id objc_loadWeakRetained(id* place) {
-    const std::lock_guard lock(guard());
+    const std::lock_guard lock(known().guard);
     return [*place retain];
 }
 
@@ -219,7 +179,7 @@ id objc_loadWeak(id* place) {
 }
 
 void objc_copyWeak(id* to, id* from) {
-    const std::lock_guard lock(guard());
+    const std::lock_guard lock(known().guard);
     objc_initWeak(to, *from);
 }
 
@@ -240,26 +200,14 @@ void objc_moveWeak(id* to, id* from) {
 /// stands in for them, because its table of methods is made then.
 + (void)load {
     replaceMethod("NSObject", @selector(release), reinterpret_cast<void*>(release));
-    method_setImplementation(
-        class_getInstanceMethod(objc_getMetaClass("NSObject"), @selector(allocWithZone:)),
-        reinterpret_cast<IMP>(reinterpret_cast<void*>(allocate)));
+    GSDebugAllocationActive(YES);
+    for (const char* message : {"copy", "copyWithZone:", "retain"})
+        class_addMethod(self, sel_registerName(message),
+                        reinterpret_cast<IMP>(reinterpret_cast<void*>(objc_retainBlock)), "@@:");
     [[[self alloc] init] dealloc];
     constexpr std::size_t size = 13 * sizeof(void*);
     for (void** kind : {_NSConcreteGlobalBlock, _NSConcreteStackBlock, _NSConcreteMallocBlock})
         std::memcpy(kind, self, size);
-}
-
-- (id)copy {
-    return static_cast<id>(_Block_copy(self));
-}
-
-- (id)copyWithZone:(NSZone*)zone {
-    (void)zone;
-    return [self copy];
-}
-
-- (id)retain {
-    return [self copy];
 }
 
 - (oneway void)release {
@@ -269,32 +217,31 @@ void objc_moveWeak(id* to, id* from) {
 @end
 
 NSMutableDictionary* recordOf(id object) {
-    const std::lock_guard lock(guard());
-    NSMutableDictionary*& record = records()[object];
+    const std::lock_guard lock(known().guard);
+    NSMutableDictionary*& record = known().records[object];
     if (!record)
         record = [[NSMutableDictionary alloc] init];
     return record;
 }
 
 NSDictionary* liveObjects() {
-    const std::lock_guard lock(guard());
     NSMutableDictionary* all = [NSMutableDictionary dictionary];
-    for (const auto& [owner, count] : std::unordered_map<Class, long>(counts()))
-        if (count > 0)
-            [all setObject:[NSNumber numberWithLong:count] forKey:NSStringFromClass(owner)];
+    for (Class* each = GSDebugAllocationClassList(); *each; ++each)
+        if (const int count = GSDebugAllocationCount(*each))
+            [all setObject:[NSNumber numberWithInt:count] forKey:NSStringFromClass(*each)];
     return all;
 }
 
 void* replaceMethod(const char* owner, SEL selector, void* function) {
-    Method method = class_getInstanceMethod(objc_lookUpClass(owner), selector);
-    return reinterpret_cast<void*>(method_setImplementation(method, reinterpret_cast<IMP>(function)));
+    return reinterpret_cast<void*>(method_setImplementation(
+        class_getInstanceMethod(classNamed(owner), selector), reinterpret_cast<IMP>(function)));
 }
 
 void addMethods(const char* owner, const char* names, void* function) {
     std::istringstream each(names);
     for (std::string name; each >> name;)
-        class_addMethod(objc_lookUpClass(owner), sel_registerName(name.c_str()),
-                        reinterpret_cast<IMP>(function), "@@:");
+        class_addMethod(classNamed(owner), sel_registerName(name.c_str()), reinterpret_cast<IMP>(function),
+                        "@@:");
 }
 
 void ignoreMessages(const char* owner, const char* names) {

@@ -1,7 +1,7 @@
 // Sparkle, as far as it is asked to do something.
 #import <Sparkle/Sparkle.h>
 
-#import "tests/macos/standin/StandIns.h"
+#import "platform/macos/check/standin/StandIns.h"
 
 @implementation SPUUpdater
 

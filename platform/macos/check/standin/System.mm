@@ -1,9 +1,8 @@
 // What the program asks of the rest of the system. It is noted, and goes no further.
-#import "tests/macos/standin/StandIns.h"
+#import "platform/macos/check/driver/Commands.h"
+#import "platform/macos/check/standin/StandIns.h"
 
 #import <ServiceManagement/ServiceManagement.h>
-
-#include "tests/macos/runtime/Objects.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -14,7 +13,19 @@ NSString* const NSSharingServiceNameComposeEmail = @"compose email";
 
 namespace {
 
-NSMutableArray* notes = nil;
+NSMutableArray* notes;
+
+id takeNotes(NSDictionary*) {
+    id taken = notes ? notes : @[];
+    notes = nil;
+    return taken;
+}
+const driver::Registration notesCommand("notes", takeNotes);
+
+id live(NSDictionary*) {
+    return liveObjects();
+}
+const driver::Registration liveCommand("live", live);
 
 /// 14.2.1, unless a test names another one.
 double systemVersion() {
@@ -26,16 +37,10 @@ double systemVersion() {
 
 void note(NSString* what, NSDictionary* with) {
     NSMutableDictionary* all = [with mutableCopy];
-    [all setObject:what forKey:@"what"];
+    all[@"what"] = what;
     if (!notes)
-        notes = [[NSMutableArray alloc] init];
+        notes = [NSMutableArray array];
     [notes addObject:all];
-}
-
-NSArray* takeNotes() {
-    NSArray* taken = notes ? notes : @[];
-    notes = nil;
-    return taken;
 }
 
 bool standin::systemIs(const char* needed) {
@@ -45,11 +50,14 @@ bool standin::systemIs(const char* needed) {
 @implementation NSProcessInfo (StandIn)
 
 - (NSOperatingSystemVersion)operatingSystemVersion {
-    const auto major = static_cast<NSInteger>(systemVersion());
-    return {major, static_cast<NSInteger>((systemVersion() - static_cast<double>(major)) * 10 + 0.5), 1};
+    const double version = systemVersion();
+    const auto major = static_cast<NSInteger>(version);
+    return {major, static_cast<NSInteger>((version - static_cast<double>(major)) * 10 + 0.5), 1};
 }
 
 @end
+
+// --- Services
 
 @implementation SMAppService
 
@@ -64,7 +72,7 @@ bool standin::systemIs(const char* needed) {
 
 - (BOOL)unregisterAndReturnError:(NSError**)error {
     note(@"unregister", @{});
-    return std::getenv("KELPA_TEST_NO_LOGIN_ITEM") == nullptr;
+    return YES;
 }
 
 @end
@@ -97,9 +105,8 @@ extern "C" Boolean SMLoginItemSetEnabled(CFStringRef identifier, Boolean enabled
 @implementation NSSharingService (StandIn)
 
 + (NSSharingService*)sharingServiceNamed:(NSString*)name {
-    if (![name isEqual:NSSharingServiceNameComposeEmail])
-        return nil;
-    return static_cast<NSSharingService*>(static_cast<id>([[SharingStandIn alloc] init]));
+    id service = [name isEqual:NSSharingServiceNameComposeEmail] ? [[SharingStandIn alloc] init] : nil;
+    return service;
 }
 
 @end
@@ -113,10 +120,58 @@ extern "C" Boolean SMLoginItemSetEnabled(CFStringRef identifier, Boolean enabled
 
 @end
 
+// --- What happens elsewhere
+
 namespace {
 
-void (^watchElsewhere)(NSEvent*) = nil;
-NSEventMask watchedElsewhere = 0;
+void (^watchElsewhere)(NSEvent*);
+NSEventMask watchedElsewhere;
+
+/// Of the kinds that applications may watch, each is made in its own way.
+NSEvent* eventOf(NSEventType type) {
+    if (type == NSFlagsChanged)
+        return [NSEvent keyEventWithType:type
+                                location:NSZeroPoint
+                           modifierFlags:0
+                               timestamp:0
+                            windowNumber:0
+                                 context:nil
+                              characters:@""
+             charactersIgnoringModifiers:@""
+                               isARepeat:NO
+                                 keyCode:0];
+    return [NSEvent mouseEventWithType:type
+                              location:NSZeroPoint
+                         modifierFlags:0
+                             timestamp:0
+                          windowNumber:0
+                               context:nil
+                           eventNumber:0
+                            clickCount:0
+                              pressure:0];
+}
+
+id happenElsewhere(NSDictionary* asked) {
+    const auto type = static_cast<NSEventType>([asked[@"type"] integerValue]);
+    if (watchElsewhere && (watchedElsewhere & (1ull << type)))
+        watchElsewhere(eventOf(type));
+    return nil;
+}
+const driver::Registration elsewhereCommand("elsewhere", happenElsewhere);
+
+id post(NSDictionary* asked) {
+    [[NSDistributedNotificationCenter defaultCenter] postNotificationName:asked[@"name"] object:nil];
+    return nil;
+}
+const driver::Registration postCommand("post", post);
+
+id (*observe)(id, SEL, NSString*, id, NSOperationQueue*, GSNotificationBlock);
+
+/// Told at once by whoever posts. Here another thread would be, although the main queue was asked for.
+id observeAtOnce(id center, SEL selector, NSString* name, id object, NSOperationQueue*,
+                 GSNotificationBlock block) {
+    return observe(center, selector, name, object, nil, block);
+}
 
 } // namespace
 
@@ -125,41 +180,7 @@ NSEventMask watchedElsewhere = 0;
 + (id)addGlobalMonitorForEventsMatchingMask:(NSEventMask)mask handler:(void (^)(NSEvent* event))block {
     watchElsewhere = [block copy];
     watchedElsewhere = mask;
-    return [[NSObject alloc] init];
-}
-
-@end
-
-void standin::happenElsewhere(NSEvent* event) {
-    if (watchElsewhere && (watchedElsewhere & (1ull << [event type])))
-        watchElsewhere(event);
-}
-
-/// Told at once by whoever posts. Here another thread would be, although the main queue was asked for.
-@interface ObserverStandIn : NSObject {
-  @public
-    void (^block)(NSNotification*);
-}
-@end
-
-@implementation ObserverStandIn
-
-- (void)heard:(NSNotification*)notification {
-    block(notification);
-}
-
-@end
-
-@implementation NSNotificationCenter (StandIn)
-
-- (id)addObserverForName:(NSString*)name
-                  object:(id)object
-                   queue:(NSOperationQueue*)queue
-              usingBlock:(GSNotificationBlock)block {
-    ObserverStandIn* observer = [[ObserverStandIn alloc] init];
-    observer->block = [block copy];
-    [self addObserver:observer selector:@selector(heard:) name:name object:object];
-    return observer;
+    return @"monitor";
 }
 
 @end
@@ -168,19 +189,14 @@ void standin::happenElsewhere(NSEvent* event) {
 @interface DistributedCenterStandIn : NSNotificationCenter
 @end
 
-namespace {
-
-/// GNUstep's own helpers would write into the user's home, and stay behind.
-void launchNothing(NSTask* task, SEL) {
-    note(@"task", @{@"path" : [task launchPath]});
-}
-
-} // namespace
-
 @implementation DistributedCenterStandIn
 
+/// GNUstep's own helpers, which it starts as tasks, would write into the user's home, and stay behind.
 + (void)load {
+    static void (*const launchNothing)(NSTask*, SEL) = [](NSTask*, SEL) {};
     replaceMethod("NSConcreteUnixTask", @selector(launch), reinterpret_cast<void*>(launchNothing));
+    replace("NSNotificationCenter", @selector(addObserverForName:object:queue:usingBlock:), observeAtOnce,
+            observe);
 }
 
 - (void)addObserver:(id)observer
@@ -190,13 +206,6 @@ void launchNothing(NSTask* task, SEL) {
     suspensionBehavior:(NSNotificationSuspensionBehavior)behavior {
     if (behavior == NSNotificationSuspensionBehaviorDeliverImmediately)
         [self addObserver:observer selector:selector name:name object:object];
-}
-
-- (void)postNotificationName:(NSString*)name
-                      object:(NSString*)object
-                    userInfo:(NSDictionary*)info
-          deliverImmediately:(BOOL)now {
-    [self postNotificationName:name object:object userInfo:info];
 }
 
 @end
@@ -210,13 +219,12 @@ void launchNothing(NSTask* task, SEL) {
 
 @end
 
-@interface NSPasteboard (Private)
-+ (id)_pbs;
+/// There is no server to keep what is copied.
+@interface NSPasteboard (StandIn)
 @end
 
 @implementation NSPasteboard (StandIn)
 
-/// There is no server to keep what is copied.
 + (id)_pbs {
     return nil;
 }
@@ -227,12 +235,7 @@ extern "C" {
 
 /// Each one is said, whoever deals with it.
 void objc_exception_throw(id exception) {
-    thread_local bool saying = false;
-    if (!saying) {
-        saying = true;
-        std::fprintf(stderr, "NSException %s\n", [[exception description] UTF8String]);
-        saying = false;
-    }
+    std::fprintf(stderr, "NSException %s\n", [[exception description] UTF8String]);
     static const auto library = reinterpret_cast<void (*)(id)>(dlsym(RTLD_NEXT, "objc_exception_throw"));
     library(exception);
     std::abort();

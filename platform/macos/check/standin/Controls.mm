@@ -1,0 +1,334 @@
+// What controls, fonts and pictures have there and not here. What nothing comes of is kept or ignored.
+#import "platform/macos/check/driver/Commands.h"
+#import "platform/macos/check/standin/StandIns.h"
+
+#import <CoreFoundation/CoreFoundation.h>
+#import <CoreGraphics/CoreGraphics.h>
+#import <CoreText/CoreText.h>
+#import <QuartzCore/QuartzCore.h>
+
+#include <algorithm>
+
+NSString* const NSAccessibilityRadioButtonRole = @"radio button";
+NSString* const NSAccessibilityRadioGroupRole = @"radio group";
+NSString* const NSAccessibilityLinkRole = @"link";
+// The styles' values are their sizes.
+NSFontTextStyle const NSFontTextStyleLargeTitle = @"26";
+NSFontTextStyle const NSFontTextStyleTitle1 = @"22";
+NSFontTextStyle const NSFontTextStyleTitle3 = @"15";
+NSFontTextStyle const NSFontTextStyleHeadline = @"14";
+NSFontTextStyle const NSFontTextStyleBody = @"13";
+NSFontTextStyle const NSFontTextStyleFootnote = @"10";
+const NSFontWeight NSFontWeightRegular = 0;
+const NSFontWeight NSFontWeightBold = 0.4;
+
+namespace {
+
+/// Keeps what is set under the name of the message that asks for it.
+void keep(id object, SEL message, id value) {
+    NSString* name = NSStringFromSelector(message); // setAccessibilityLabel:
+    NSString* first = [[name substringWithRange:NSMakeRange(3, 1)] lowercaseString];
+    NSString* rest = [name substringWithRange:NSMakeRange(4, [name length] - 5)];
+    [recordOf(object) setValue:value forKey:[first stringByAppendingString:rest]];
+}
+
+id kept(id object, SEL message) {
+    return recordOf(object)[NSStringFromSelector(message)];
+}
+
+/// Of a view's appearance, for which the view itself stands in.
+id appearance(id view, SEL) {
+    return view;
+}
+
+void perform(id, SEL, void (^block)(void)) {
+    block();
+}
+
+} // namespace
+
+@implementation NSView (StandIn)
+
++ (void)load {
+    addMethods("NSView",
+               "setAccessibilityLabel: setAccessibilityRole: setAccessibilityHelp: setAccessibilityValue: "
+               "setIdentifier:",
+               reinterpret_cast<void*>(keep));
+    addMethods("NSView",
+               "accessibilityLabel accessibilityRole accessibilityHelp accessibilityValue identifier",
+               reinterpret_cast<void*>(kept));
+    replaceMethod("NSSwitch", @selector(accessibilityLabel), reinterpret_cast<void*>(kept));
+    addMethods("NSView", "effectiveAppearance", reinterpret_cast<void*>(appearance));
+    addMethods("NSView", "performAsCurrentDrawingAppearance:", reinterpret_cast<void*>(perform));
+    ignoreMessages("NSView", "setAccessibilityElement: layer setWantsLayer: wantsUpdateLayer updateLayer "
+                             "setShadow: viewDidChangeEffectiveAppearance");
+    ignoreMessages("NSButton", "setContentTintColor:");
+    ignoreMessages("NSTabViewItem", "setImage:");
+    ignoreMessages("NSImage", "setTemplate:");
+    ignoreMessages("NSColor", "CGColor");
+}
+
+@end
+
+@implementation NSColor (StandIn)
+
++ (NSColor*)controlAccentColor {
+    return [NSColor selectedControlColor];
+}
+
+@end
+
+@implementation NSFont (StandIn)
+
++ (NSFont*)preferredFontForTextStyle:(NSFontTextStyle)style options:(NSDictionary*)options {
+    return [NSFont systemFontOfSize:[style doubleValue]];
+}
+
++ (NSFont*)monospacedDigitSystemFontOfSize:(CGFloat)size weight:(NSFontWeight)weight {
+    return [NSFont systemFontOfSize:size];
+}
+
+@end
+
+@implementation NSImageSymbolConfiguration
+
++ (instancetype)configurationWithPointSize:(CGFloat)size weight:(NSFontWeight)weight {
+    return [[self alloc] init];
+}
+
++ (instancetype)configurationWithScale:(NSImageSymbolScale)scale {
+    return [[self alloc] init];
+}
+
+@end
+
+@implementation NSImage (StandIn)
+
++ (instancetype)imageWithSystemSymbolName:(NSString*)name accessibilityDescription:(NSString*)description {
+    NSImage* image = [[NSImage alloc] initWithSize:NSMakeSize(16, 16)];
+    recordOf(image)[@"symbol"] = name;
+    [recordOf(image) setValue:description forKey:@"description"];
+    return image;
+}
+
+- (NSImage*)imageWithSymbolConfiguration:(NSImageSymbolConfiguration*)configuration {
+    return recordOf(self)[@"symbol"] ? self : nil;
+}
+
+- (NSString*)accessibilityDescription {
+    return recordOf(self)[@"description"];
+}
+
+@end
+
+@implementation NSControl (StandIn)
+
+/// What a control lacks its cell has.
+- (id)forwardingTargetForSelector:(SEL)message {
+    return [[self cell] respondsToSelector:message] ? [self cell] : nil;
+}
+
+@end
+
+@implementation NSButton (StandIn)
+
++ (instancetype)buttonWithTitle:(NSString*)title target:(id)target action:(SEL)action {
+    NSButton* button = [[self alloc] initWithFrame:NSZeroRect];
+    [button setTitle:title];
+    [button setTarget:target];
+    [button setAction:action];
+    return button;
+}
+
++ (instancetype)buttonWithImage:(NSImage*)image target:(id)target action:(SEL)action {
+    NSButton* button = [self buttonWithTitle:@"" target:target action:action];
+    [button setImage:image];
+    [button setImagePosition:NSImageOnly];
+    return button;
+}
+
+@end
+
+@implementation NSTextField (StandIn)
+
++ (instancetype)textFieldWithString:(NSString*)text {
+    NSTextField* field = [[self alloc] initWithFrame:NSZeroRect];
+    [field setStringValue:text];
+    return field;
+}
+
++ (instancetype)labelWithString:(NSString*)text {
+    NSTextField* label = [self textFieldWithString:text];
+    [label setEditable:NO];
+    [label setSelectable:NO];
+    return label;
+}
+
++ (instancetype)wrappingLabelWithString:(NSString*)text {
+    return [self labelWithString:text];
+}
+
+@end
+
+@implementation NSTextView (StandIn)
+
+/// What Escape means here. There it asks for the end of what is going on.
+- (void)complete:(id)sender {
+    [self doCommandBySelector:@selector(cancelOperation:)];
+}
+
+@end
+
+@implementation NSSwitch (StandIn)
+
+/// Here one that is off would be grey.
+- (void)setEnabled:(BOOL)enabled {
+    recordOf(self)[@"grey"] = @(!enabled);
+}
+
+- (BOOL)isEnabled {
+    return ![recordOf(self)[@"grey"] boolValue];
+}
+
+@end
+
+@implementation NSScroller (StandIn)
+
++ (CGFloat)scrollerWidthForControlSize:(NSControlSize)size scrollerStyle:(NSScrollerStyle)style {
+    return 15;
+}
+
+@end
+
+@implementation NSDatePicker (StandIn)
+
+/// A date that is set is another one to type in: the digit that was typed before is no longer waited for.
+- (void)setDateValue:(NSDate*)date {
+    recordOf(self)[@"date"] = date;
+    [recordOf(self) removeObjectForKey:@"digit"];
+}
+
+- (NSDate*)dateValue {
+    return recordOf(self)[@"date"];
+}
+
+@end
+
+@protocol RowViews
+- (NSView*)tableView:(NSTableView*)table viewForTableColumn:(NSTableColumn*)column row:(NSInteger)row;
+@end
+
+/// A list whose rows are views, one column of them.
+@implementation NSTableView (StandIn)
+
+- (void)setDataSource:(id)source {
+    recordOf(self)[@"source"] = [NSValue valueWithNonretainedObject:source];
+}
+
+- (id)dataSource {
+    return [recordOf(self)[@"source"] nonretainedObjectValue];
+}
+
+- (void)reloadData {
+    NSArray* before = [[self subviews] copy];
+    recordOf(self)[@"spare"] = [before mutableCopy];
+    for (NSView* view in before)
+        [view removeFromSuperview];
+    constexpr CGFloat height = 20;
+    const CGFloat width = [[[self tableColumns] firstObject] width];
+    const NSInteger rows = [[self dataSource] numberOfRowsInTableView:self];
+    for (NSInteger row = 0; row < rows; ++row) {
+        NSView* view = [static_cast<id<RowViews>>([self delegate]) tableView:self
+                                                          viewForTableColumn:nil
+                                                                         row:row];
+        [view setFrame:NSMakeRect(0, static_cast<CGFloat>(row) * height, width, height)];
+        [self addSubview:view];
+    }
+    [self setFrameSize:NSMakeSize(width, std::max<CGFloat>(1, static_cast<CGFloat>(rows)) * height)];
+    if ([self selectedRow] >= rows)
+        [recordOf(self) removeObjectForKey:@"selection"];
+}
+
+- (NSView*)makeViewWithIdentifier:(NSString*)identifier owner:(id)owner {
+    NSMutableArray* spare = recordOf(self)[@"spare"];
+    NSView* view = [spare lastObject];
+    if (view)
+        [spare removeLastObject];
+    return view;
+}
+
+- (NSView*)viewAtColumn:(NSInteger)column row:(NSInteger)row makeIfNecessary:(BOOL)make {
+    return [self subviews][static_cast<NSUInteger>(row)];
+}
+
+- (NSInteger)numberOfRows {
+    return static_cast<NSInteger>([[self subviews] count]);
+}
+
+- (void)selectRowIndexes:(NSIndexSet*)rows byExtendingSelection:(BOOL)extend {
+    recordOf(self)[@"selection"] = [rows copy];
+}
+
+- (NSInteger)selectedRow {
+    NSIndexSet* selection = recordOf(self)[@"selection"];
+    return selection ? static_cast<NSInteger>([selection firstIndex]) : -1;
+}
+
+- (void)drawRect:(NSRect)rect {
+}
+
+@end
+
+// --- Core Foundation, Core Graphics and Core Text
+
+extern "C" {
+
+/// Truth values are numbers of a class of their own.
+CFTypeID CFGetTypeID(CFTypeRef object) {
+    return [NSStringFromClass([(__bridge id)object class]) hasSuffix:@"BoolNumber"];
+}
+
+CFTypeID CFBooleanGetTypeID(void) {
+    return true;
+}
+
+Boolean CFNumberIsFloatType(CFNumberRef number) {
+    const char type = *[(__bridge NSNumber*)number objCType];
+    return type == 'd' || type == 'f';
+}
+
+CGDataProviderRef CGDataProviderCreateWithCFData(CFDataRef data) {
+    return reinterpret_cast<CGDataProviderRef>(const_cast<__CFData*>(data));
+}
+
+CGFontRef CGFontCreateWithDataProvider(CGDataProviderRef provider) {
+    return reinterpret_cast<CGFontRef>(provider);
+}
+
+bool CTFontManagerRegisterGraphicsFont(CGFontRef, CFErrorRef*) {
+    return true;
+}
+
+void CGDataProviderRelease(CGDataProviderRef) {}
+void CGFontRelease(CGFontRef) {}
+
+} // extern "C"
+
+// --- For the driver
+
+NSString* driver::symbolOf(NSImage* picture) {
+    return recordOf(picture)[@"symbol"];
+}
+
+/// The second digit of two belongs to the first.
+NSError* driver::typeHour(NSDatePicker* picker, NSInteger digit) {
+    NSNumber* first = recordOf(picker)[@"digit"];
+    const NSInteger hour = [first integerValue] * 10 + digit;
+    NSDateComponents* time = [[NSCalendar currentCalendar] components:NSCalendarUnitHour
+                                                             fromDate:[picker dateValue]];
+    [picker setDateValue:[[picker dateValue]
+                             dateByAddingTimeInterval:static_cast<double>(hour - [time hour]) * 3600]];
+    if (!first)
+        recordOf(picker)[@"digit"] = @(digit);
+    return nil;
+}
