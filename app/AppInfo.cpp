@@ -3,7 +3,7 @@
 #include "app/Distribution.h"
 #include "base/Calendar.h"
 #include "base/FatalError.h"
-#include "base/Localized.h"
+#include "base/Text.h"
 
 namespace kelpa {
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/ports/Clock.h"
-#include "platform/ports/SystemInfo.h"
+#include "base/Calendar.h"
+#include "platform/ports/System.h"
 
 #include <map>
 #include <optional>

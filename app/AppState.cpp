@@ -1,7 +1,7 @@
 #include "app/AppState.h"
 
-#include "base/Localized.h"
-#include "base/Wired.h"
+#include "base/FatalError.h"
+#include "base/Text.h"
 #include "timer/TicktackController.h"
 #include "ui/StatusBarController.h"
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "base/Subscription.h"
-#include "base/WorkItem.h"
+#include "base/Published.h"
 #include "platform/ports/Ports.h"
+#include "platform/ports/Timers.h"
 #include "prefs/App.h"
 #include "prefs/PrefState.h"
 #include "prefs/PromptState.h"

@@ -2,7 +2,7 @@
 
 #include "app/AppInfo.h"
 #include "base/FatalError.h"
-#include "base/Localized.h"
+#include "base/Text.h"
 #include "timer/SystemEventController.h"
 #include "ui/IconFont.h"
 

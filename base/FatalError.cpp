@@ -1,7 +1,5 @@
 #include "base/FatalError.h"
 
-#include "platform/ports/FatalErrors.h"
-
 #include <cstdio>
 #include <cstdlib>
 

@@ -1,13 +1,38 @@
 #pragma once
 
-#include "base/Subscription.h"
-
 #include <functional>
 #include <memory>
 #include <utility>
 #include <vector>
 
 namespace kelpa {
+
+/// Owns the right to be told of something: destroying, cancelling or overwriting the handle ends it.
+/// Cancelling from inside the callback that it belongs to is allowed.
+class [[nodiscard]] Subscription {
+  public:
+    Subscription() = default;
+    explicit Subscription(std::function<void()> cancel) : cancel_(std::move(cancel)) {}
+    Subscription(Subscription&& other) noexcept : cancel_(std::exchange(other.cancel_, nullptr)) {}
+    Subscription& operator=(Subscription&& other) noexcept {
+        if (this != &other) {
+            auto next = std::exchange(other.cancel_, nullptr);
+            cancel();
+            cancel_ = std::move(next);
+        }
+        return *this;
+    }
+    ~Subscription() { cancel(); }
+
+    void cancel() {
+        if (auto end = std::exchange(cancel_, nullptr))
+            end();
+    }
+    [[nodiscard]] bool active() const { return static_cast<bool>(cancel_); }
+
+  private:
+    std::function<void()> cancel_;
+};
 
 /// Those who want to hear of something, in the order they asked. Telling them allocates nothing, and they may
 /// come, go and cause further telling while they are told.

@@ -10,6 +10,8 @@ namespace kelpa {
 
 namespace {
 
+const Translations* table = nullptr;
+
 char digit(std::int64_t value) {
     return static_cast<char>('0' + value);
 }
@@ -45,6 +47,14 @@ std::string formatted(double value, int precision) {
 }
 
 } // namespace
+
+void setTranslations(const Translations& chosen) {
+    table = &chosen;
+}
+
+std::string localized(const std::string& key) {
+    return table ? table->lookUp(key) : key;
+}
 
 std::string timeString(std::int64_t seconds) {
     if (seconds < 1)

@@ -9,6 +9,25 @@
 
 namespace kelpa {
 
+/// The string table of the user's language.
+class Translations {
+  public:
+    virtual ~Translations() = default;
+    /// The translation of `key`, or `key` itself when there is none.
+    [[nodiscard]] virtual std::string lookUp(const std::string& key) const = 0;
+};
+
+/// Chooses the string table. The object must outlive the core; without one every text stands for itself.
+void setTranslations(const Translations& table);
+
+/// Marks a text that is looked up later, for the check of the catalogues.
+constexpr const char* translatable(const char* key) {
+    return key;
+}
+
+/// The user's language for a text that is its own key; the key itself where there is no translation.
+[[nodiscard]] std::string localized(const std::string& key);
+
 /// Whole seconds as the program shows them: below 1 gives "00:00", otherwise "mm:ss" with the hours glued on
 /// in front ("0102:05") once there is one. Short enough never to allocate for a countdown of a day.
 [[nodiscard]] std::string timeString(std::int64_t seconds);

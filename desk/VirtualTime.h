@@ -1,7 +1,6 @@
 #pragma once
 
-#include "platform/ports/Queue.h"
-#include "platform/ports/Ticker.h"
+#include "platform/ports/Timers.h"
 
 #include <cstdint>
 #include <functional>

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "base/Calendar.h"
 #include "logging/LogHandler.h"
 #include "logging/TextOutputStream.h"
-#include "platform/ports/Clock.h"
 
 #include <memory>
 

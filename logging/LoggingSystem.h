@@ -1,7 +1,7 @@
 #pragma once
 
+#include "base/Calendar.h"
 #include "logging/LogHandler.h"
-#include "platform/ports/Clock.h"
 
 namespace kelpa {
 

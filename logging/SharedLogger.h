@@ -1,7 +1,7 @@
 #pragma once
 
+#include "base/Calendar.h"
 #include "logging/Logger.h"
-#include "platform/ports/Clock.h"
 
 #include <filesystem>
 #include <optional>

@@ -1,7 +1,6 @@
 #include "panes/NumberTextField.h"
 
-#include "base/Checked.h"
-#include "base/Localized.h"
+#include "base/FatalError.h"
 #include "base/Text.h"
 
 #include <algorithm>

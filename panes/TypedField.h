@@ -1,8 +1,7 @@
 #pragma once
 
-#include "base/WorkItem.h"
 #include "panes/Pane.h"
-#include "platform/ports/Queue.h"
+#include "platform/ports/Timers.h"
 #include "prefs/Setting.h"
 
 #include <memory>

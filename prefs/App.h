@@ -1,6 +1,6 @@
 #pragma once
 
-#include "base/WorkItem.h"
+#include "platform/ports/Timers.h"
 
 #include <cstdint>
 #include <memory>

@@ -1,6 +1,6 @@
 #include "prefs/BreakStyle.h"
 
-#include "base/Localized.h"
+#include "base/Text.h"
 
 namespace kelpa {
 

@@ -1,6 +1,6 @@
 #include "prefs/PrefState.h"
 
-#include "base/Checked.h"
+#include "base/FatalError.h"
 #include "logging/SharedLogger.h"
 
 #include <limits>

@@ -1,6 +1,6 @@
 #include "prefs/PromptState.h"
 
-#include "base/Checked.h"
+#include "base/FatalError.h"
 
 namespace kelpa {
 

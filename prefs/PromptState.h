@@ -1,7 +1,7 @@
 #pragma once
 
 #include "base/Published.h"
-#include "platform/ports/RandomSource.h"
+#include "platform/ports/System.h"
 #include "prefs/PrefState.h"
 
 #include <cstdint>

@@ -19,7 +19,7 @@ import xml.etree.ElementTree as xml
 from pathlib import Path
 
 CODE = ("base", "logging", "prefs", "panes", "timer", "water", "ui", "app", "platform")
-DEFINITION = ("base/Localized.h", "base/Localized.cpp")     # where the operation itself is, with no text
+DEFINITION = ("base/Text.h", "base/Text.cpp")     # where the operation itself is, with no text
 LITERAL = r'"(?:[^"\\\n]|\\.)*"'
 ADJACENT = re.compile(rf"{LITERAL}(?:\s*{LITERAL})*")
 COMMENT_OR_LITERAL = re.compile(rf"//[^\n]*|/\*.*?\*/|({LITERAL})", re.S)

@@ -1,6 +1,6 @@
 #include "timer/SystemEventController.h"
 
-#include "base/Wired.h"
+#include "base/FatalError.h"
 #include "prefs/PromptState.h"
 
 namespace kelpa {

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/ports/DesktopEvents.h"
-#include "platform/ports/Queue.h"
+#include "platform/ports/System.h"
+#include "platform/ports/Timers.h"
 #include "prefs/App.h"
 
 namespace kelpa {

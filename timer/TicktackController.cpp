@@ -1,8 +1,7 @@
 #include "timer/TicktackController.h"
 
-#include "base/Checked.h"
+#include "base/FatalError.h"
 #include "base/Text.h"
-#include "base/Wired.h"
 #include "logging/SharedLogger.h"
 
 #include <memory>

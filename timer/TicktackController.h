@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/ports/Ticker.h"
+#include "platform/ports/Timers.h"
 #include "prefs/App.h"
 #include "timer/TicktackState.h"
 

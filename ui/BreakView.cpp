@@ -1,6 +1,5 @@
 #include "ui/BreakView.h"
 
-#include "base/Localized.h"
 #include "base/Text.h"
 #include "logging/SharedLogger.h"
 #include "ui/WindowController.h"

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "base/WindowContent.h"
 #include "platform/ports/WindowSystem.h"
 #include "prefs/PromptState.h"
 #include "timer/TicktackState.h"

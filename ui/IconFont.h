@@ -1,7 +1,7 @@
 #pragma once
 
-#include "base/Geometry.h"
-#include "platform/ports/Fonts.h"
+#include "platform/ports/System.h"
+#include "platform/ports/WindowSystem.h"
 
 #include <optional>
 #include <string>

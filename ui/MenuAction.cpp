@@ -1,6 +1,6 @@
 #include "ui/MenuAction.h"
 
-#include "base/Localized.h"
+#include "base/Text.h"
 #include "logging/SharedLogger.h"
 #include "ui/WindowController.h"
 

@@ -1,6 +1,6 @@
 #include "ui/NoTrayText.h"
 
-#include "base/Localized.h"
+#include "base/Text.h"
 
 namespace kelpa {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "base/Localized.h"
+#include "base/Text.h"
 
 #include <string>
 

@@ -1,6 +1,5 @@
 #include "ui/PreferencesPanes.h"
 
-#include "base/Localized.h"
 #include "base/Text.h"
 #include "panes/NumberTextField.h"
 #include "panes/PromptListControl.h"

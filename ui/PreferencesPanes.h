@@ -1,7 +1,7 @@
 #pragma once
 
 #include "panes/ChoiceControls.h"
-#include "platform/ports/Queue.h"
+#include "platform/ports/Timers.h"
 #include "prefs/App.h"
 #include "prefs/PrefState.h"
 

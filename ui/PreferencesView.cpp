@@ -1,6 +1,6 @@
 #include "ui/PreferencesView.h"
 
-#include "base/Localized.h"
+#include "base/Text.h"
 #include "logging/SharedLogger.h"
 #include "ui/PreferencesPanes.h"
 #include "water/PrefWaterView.h"

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "panes/Pane.h"
-#include "platform/ports/Queue.h"
+#include "platform/ports/Timers.h"
 #include "prefs/App.h"
 #include "ui/ShownPreferences.h"
 

@@ -1,8 +1,8 @@
 #include "ui/StatusBarController.h"
 
-#include "base/Localized.h"
+#include "base/FatalError.h"
 #include "base/Published.h"
-#include "base/Wired.h"
+#include "base/Text.h"
 #include "prefs/PrefState.h"
 #include "prefs/PromptState.h"
 #include "timer/TicktackState.h"

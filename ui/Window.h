@@ -1,12 +1,17 @@
 #pragma once
 
-#include "base/WindowContent.h"
 #include "platform/ports/WindowSystem.h"
 
 #include <memory>
 #include <string>
 
 namespace kelpa {
+
+/// For how many seconds of real time a window of a style ignores the keyboard after it was shown: what is
+/// typed then was meant for something else.
+[[nodiscard]] constexpr double deafSeconds(WindowStyle style) {
+    return style == WindowStyle::FullSizeContent ? 2.0 : 1.0;
+}
 
 /// A window of the program, known by its title, that fades in and out.
 class Window {

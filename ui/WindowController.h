@@ -1,9 +1,8 @@
 #pragma once
 
-#include "base/Subscription.h"
-#include "platform/ports/Queue.h"
+#include "base/Published.h"
 #include "platform/ports/Services.h"
-#include "platform/ports/Ticker.h"
+#include "platform/ports/Timers.h"
 #include "platform/ports/WindowSystem.h"
 #include "prefs/App.h"
 

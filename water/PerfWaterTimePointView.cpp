@@ -1,6 +1,6 @@
 #include "water/PerfWaterTimePointView.h"
 
-#include "base/Localized.h"
+#include "base/Text.h"
 #include "logging/SharedLogger.h"
 #include "panes/ChoiceControls.h"
 

@@ -2,7 +2,7 @@
 
 #include "base/Calendar.h"
 #include "base/Published.h"
-#include "platform/ports/Queue.h"
+#include "platform/ports/Timers.h"
 #include "prefs/App.h"
 #include "prefs/Setting.h"
 #include "water/WaterDates.h"

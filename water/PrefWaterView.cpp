@@ -1,6 +1,6 @@
 #include "water/PrefWaterView.h"
 
-#include "base/Localized.h"
+#include "base/Text.h"
 #include "panes/NumberTextField.h"
 #include "water/PerfWaterTimePointView.h"
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "panes/ChoiceControls.h"
-#include "platform/ports/Queue.h"
+#include "platform/ports/Timers.h"
 #include "water/PrefWaterState.h"
 
 #include <memory>

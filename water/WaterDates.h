@@ -1,6 +1,6 @@
 #pragma once
 
-#include "base/Date.h"
+#include "base/Calendar.h"
 
 #include <optional>
 #include <set>

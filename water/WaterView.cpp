@@ -1,6 +1,5 @@
 #include "water/WaterView.h"
 
-#include "base/Localized.h"
 #include "base/Text.h"
 #include "logging/SharedLogger.h"
 

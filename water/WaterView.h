@@ -1,9 +1,6 @@
 #pragma once
 
-#include "base/Geometry.h"
-#include "base/WindowContent.h"
-#include "platform/ports/Queue.h"
-#include "platform/ports/Ticker.h"
+#include "platform/ports/Timers.h"
 #include "platform/ports/WindowSystem.h"
 #include "water/PrefWaterState.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/ports/Translations.h"
+#include "base/Text.h"
 
 namespace kelpa {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/ports/Fonts.h"
+#include "platform/ports/System.h"
 
 namespace kelpa {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/ports/SystemInfo.h"
+#include "platform/ports/System.h"
 
 #include <string_view>
 

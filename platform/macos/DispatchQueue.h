@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/ports/Queue.h"
+#include "platform/ports/Timers.h"
 
 #import <dispatch/dispatch.h>
 

@@ -1,17 +1,13 @@
 #pragma once
 
-#include "platform/ports/Clock.h"
+#include "base/Calendar.h"
+#include "base/FatalError.h"
+#include "base/Text.h"
 #include "platform/ports/DefaultsStore.h"
-#include "platform/ports/DesktopEvents.h"
-#include "platform/ports/FatalErrors.h"
-#include "platform/ports/Fonts.h"
-#include "platform/ports/Queue.h"
-#include "platform/ports/RandomSource.h"
 #include "platform/ports/Services.h"
 #include "platform/ports/StatusBar.h"
-#include "platform/ports/SystemInfo.h"
-#include "platform/ports/Ticker.h"
-#include "platform/ports/Translations.h"
+#include "platform/ports/System.h"
+#include "platform/ports/Timers.h"
 #include "platform/ports/WindowSystem.h"
 
 namespace kelpa {

@@ -1,8 +1,6 @@
 #pragma once
 
-#include "base/Geometry.h"
-#include "platform/ports/BreakScreenFace.h"
-#include "platform/ports/WaterPanelFace.h"
+#include "platform/ports/WindowFaces.h"
 
 #include <cstdint>
 #include <functional>
@@ -11,6 +9,25 @@
 #include <vector>
 
 namespace kelpa {
+
+/// A size in points.
+struct Size {
+    double width = 0;
+    double height = 0;
+    bool operator==(const Size&) const = default;
+};
+
+/// A rectangle in points on the desktop. The y axis points up, as on paper: `y` is the lower edge, and the
+/// first screen's lower left corner is (0, 0). A face whose desktop counts downwards converts.
+struct Rect {
+    double x = 0;
+    double y = 0;
+    double width = 0;
+    double height = 0;
+    [[nodiscard]] double maxX() const { return x + width; }
+    [[nodiscard]] double maxY() const { return y + height; }
+    bool operator==(const Rect&) const = default;
+};
 
 /// A screen as the desktop has it now. The number stays with its connector and is never given to another.
 struct Screen {
@@ -23,12 +40,6 @@ enum class WindowStyle {
     FullSizeContent, ///< no title bar, no border, no buttons
     Panel,           ///< titled and closable with a transparent title bar, dragged by its background
 };
-
-/// For how many seconds of real time a window of a style ignores the keyboard after it was shown: what is
-/// typed then was meant for something else.
-[[nodiscard]] constexpr double deafSeconds(WindowStyle style) {
-    return style == WindowStyle::FullSizeContent ? 2.0 : 1.0;
-}
 
 /// What a window is made of. Levels order windows: 3 floats above normal ones, 25 also covers the menu bar
 /// and panels. Every window joins all workspaces and has a clear background.
@@ -90,6 +101,16 @@ class WindowSystem {
     virtual void activate() = 0;
     /// Gives the focus back to the program that had it.
     virtual void deactivate() = 0;
+};
+
+/// What fills a window and wants to know whether it can be seen.
+class WindowContent {
+  public:
+    virtual ~WindowContent() = default;
+    virtual void appeared() {}
+    virtual void disappeared() {}
+    /// The window was asked to show, also where it had not yet gone.
+    virtual void shown() {}
 };
 
 } // namespace kelpa

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/ports/FatalErrors.h"
+#include "base/FatalError.h"
 
 #include <cstdlib>
 #include <functional>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/ports/Clock.h"
+#include "base/Calendar.h"
 
 #include <optional>
 #include <string>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/ports/RandomSource.h"
+#include "platform/ports/System.h"
 
 #include <random>
 

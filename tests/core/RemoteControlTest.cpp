@@ -219,14 +219,5 @@ TEST(RemoteControl, tellsThoseWhoObserveOfEveryChange) {
     }));
 }
 
-TEST(SecondsOf, readsWhatIsShown) {
-    for (const std::int64_t seconds : {0, 1, 59, 60, 299, 3599, 3600, 3725, 86399, 359999, 360000, 3660000})
-        EXPECT_EQ(secondsOf(timeString(seconds)), seconds);
-    EXPECT_EQ(secondsOf("0102:05"), 3725);
-    for (const char* odd :
-         {"", ":", "5:00", "05:0", "05:000", "0500", "ab:cd", "-1:00", "05:0x", "99999999999999999900:00"})
-        EXPECT_EQ(secondsOf(odd), 0) << odd;
-}
-
 } // namespace
 } // namespace kelpa

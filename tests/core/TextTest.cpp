@@ -1,6 +1,6 @@
 #include "base/Text.h"
 
-#include "base/Checked.h"
+#include "base/FatalError.h"
 #include "logging/TextEncoder.h"
 #include "tests/support/Files.h"
 
@@ -22,6 +22,15 @@ TEST(TimeString, GluesHoursOnAndNeverGoesBelowZero) {
     EXPECT_EQ(timeString(360061), "10001:01");
     EXPECT_EQ(timeString(0), "00:00");
     EXPECT_EQ(timeString(std::numeric_limits<std::int64_t>::min()), "00:00");
+}
+
+TEST(SecondsOf, readsWhatIsShown) {
+    for (const std::int64_t seconds : {0, 1, 59, 60, 299, 3599, 3600, 3725, 86399, 359999, 360000, 3660000})
+        EXPECT_EQ(secondsOf(timeString(seconds)), seconds);
+    EXPECT_EQ(secondsOf("0102:05"), 3725);
+    for (const char* odd :
+         {"", ":", "5:00", "05:0", "05:000", "0500", "ab:cd", "-1:00", "05:0x", "99999999999999999900:00"})
+        EXPECT_EQ(secondsOf(odd), 0) << odd;
 }
 
 TEST(DecimalText, IsShortAlwaysHasAFractionAndReadsBack) {

@@ -1,4 +1,4 @@
-#include "base/WorkItem.h"
+#include "platform/ports/Timers.h"
 
 #include <atomic>
 #include <gtest/gtest.h>

@@ -1,15 +1,16 @@
 cmake_minimum_required(VERSION 3.25)
-# Dependencies point one way: each part of the core includes only those below it, the ports and the standard library.
+# Dependencies point one way: each part of the core includes only those below it, the ports and the standard library. The base
+# knows no port.
 get_filename_component(root "${CMAKE_CURRENT_LIST_DIR}/../.." ABSOLUTE)
-set(allowed_base base platform/ports)
-set(allowed_logging ${allowed_base} logging)
+set(allowed_base base)
+set(allowed_platform/ports ${allowed_base} platform/ports)
+set(allowed_logging ${allowed_platform/ports} logging)
 set(allowed_prefs ${allowed_logging} prefs)
 set(allowed_timer ${allowed_prefs} timer)
 set(allowed_panes ${allowed_prefs} panes)
 set(allowed_water ${allowed_panes} water)
 set(allowed_ui ${allowed_timer} panes water ui)
 set(allowed_app ${allowed_ui} app)
-set(allowed_platform/ports base platform/ports)
 
 set(faults "")
 set(seen 0)

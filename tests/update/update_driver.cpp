@@ -3,7 +3,6 @@
 //
 // usage: kelpa-update-driver FEED KEY PACKAGE HELPER STORE FOLDER SPEED [VIEW]
 
-#include "base/Localized.h"
 #include "base/Text.h"
 #include "platform/linux/Folders.h"
 #include "platform/linux/GettextTranslations.h"

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "base/Geometry.h"
 #include "platform/ports/WindowSystem.h"
 
 #include <cstdint>

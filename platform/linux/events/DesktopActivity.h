@@ -3,7 +3,7 @@
 #include "platform/linux/EventLoop.h"
 #include "platform/linux/display/OwnWindows.h"
 #include "platform/linux/display/WindowReport.h"
-#include "platform/ports/DesktopEvents.h"
+#include "platform/ports/System.h"
 
 #include <cstdint>
 #include <functional>

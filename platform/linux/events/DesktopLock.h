@@ -2,7 +2,7 @@
 
 #include "platform/linux/bus/Bus.h"
 #include "platform/linux/events/LogindSession.h"
-#include "platform/ports/DesktopEvents.h"
+#include "platform/ports/System.h"
 #include "platform/posix/ScreenLock.h"
 
 #include <functional>

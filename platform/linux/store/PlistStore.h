@@ -4,7 +4,7 @@
 #include "platform/linux/store/PlistDocument.h"
 #include "platform/linux/store/StoreValue.h"
 #include "platform/ports/DefaultsStore.h"
-#include "platform/ports/Queue.h"
+#include "platform/ports/Timers.h"
 
 #include <memory>
 #include <string>

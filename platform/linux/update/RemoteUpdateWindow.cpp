@@ -1,6 +1,6 @@
 #include "platform/linux/update/RemoteUpdateWindow.h"
 
-#include "base/Localized.h"
+#include "base/Text.h"
 #include "platform/linux/helper/ViewProtocol.h"
 
 #include <array>

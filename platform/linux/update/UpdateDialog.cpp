@@ -1,6 +1,5 @@
 #include "platform/linux/update/UpdateDialog.h"
 
-#include "base/Localized.h"
 #include "base/Text.h"
 #include "ui/NoUpdates.h"
 

@@ -1,9 +1,8 @@
 #pragma once
 
-#include "base/WorkItem.h"
-#include "platform/ports/Clock.h"
+#include "base/Calendar.h"
 #include "platform/ports/DefaultsStore.h"
-#include "platform/ports/Queue.h"
+#include "platform/ports/Timers.h"
 
 #include <functional>
 #include <memory>

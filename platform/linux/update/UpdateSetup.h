@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/linux/update/UpdateDialog.h"
-#include "platform/ports/SystemInfo.h"
+#include "platform/ports/System.h"
 
 #include <string>
 

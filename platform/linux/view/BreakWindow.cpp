@@ -1,6 +1,6 @@
 #include "platform/linux/view/BreakWindow.h"
 
-#include "platform/ports/WindowSystem.h"
+#include "ui/Window.h"
 
 #include <QKeyEvent>
 #include <QQuickItem>

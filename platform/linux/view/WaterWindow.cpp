@@ -1,7 +1,7 @@
 #include "platform/linux/view/WaterWindow.h"
 
 #include "platform/linux/view/X11.h"
-#include "platform/ports/WindowSystem.h"
+#include "ui/Window.h"
 
 #include <QKeyEvent>
 #include <QMouseEvent>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/linux/windows/WindowRecord.h"
-#include "platform/ports/WaterPanelFace.h"
+#include "platform/ports/WindowFaces.h"
 
 #include <memory>
 

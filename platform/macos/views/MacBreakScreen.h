@@ -2,7 +2,7 @@
 
 #import "platform/macos/windows/KelpaWindow.h"
 
-#include "platform/ports/BreakScreenFace.h"
+#include "platform/ports/WindowFaces.h"
 
 /// The break screen as it is drawn: what to do, how long, and the way out of it.
 @interface KelpaBreakView : NSView <KelpaContent>

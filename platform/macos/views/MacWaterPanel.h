@@ -2,7 +2,7 @@
 
 #import "platform/macos/windows/KelpaWindow.h"
 
-#include "platform/ports/WaterPanelFace.h"
+#include "platform/ports/WindowFaces.h"
 
 /// The water panel as it is drawn: how far the day has come, when the next drink is due, and the answer to
 /// it.

@@ -3,6 +3,7 @@
 #import <QuartzCore/QuartzCore.h>
 
 #import "platform/macos/Bridge.h"
+#import "ui/Window.h"
 
 namespace {
 
