@@ -225,16 +225,16 @@ TEST(StatusLine, isForPeopleOrForPrograms) {
                         {"WaterEnabled", true},
                         {"WaterFinished", std::int64_t{600}},
                         {"WaterTarget", std::int64_t{1500}}};
-    EXPECT_EQ(plainLine(values), "break 0102:05 long water 600/1500");
-    EXPECT_EQ(jsonLine(values),
+    EXPECT_EQ(statusLine(values, false), "break 0102:05 long water 600/1500");
+    EXPECT_EQ(statusLine(values, true),
               R"({"state": "break", "time": "0102:05", "seconds": 3725, "break": "long", "paused": true, )"
               R"("water": {"enabled": true, "finished": 600, "target": 1500}})");
     values["Time"] = std::string("\"\\\n");
-    EXPECT_NE(jsonLine(values)->find(R"("time": "\"\\\u000a")"), std::string::npos);
+    EXPECT_NE(statusLine(values, true)->find(R"("time": "\"\\\u000a")"), std::string::npos);
     values["Seconds"] = std::string("soon");
-    EXPECT_EQ(jsonLine(values), std::nullopt);
+    EXPECT_EQ(statusLine(values, true), std::nullopt);
     values.erase("Seconds");
-    EXPECT_EQ(plainLine(values), std::nullopt);
+    EXPECT_EQ(statusLine(values, false), std::nullopt);
 }
 
 /// A desktop's notifications.

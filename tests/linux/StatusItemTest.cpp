@@ -367,6 +367,12 @@ TEST_F(StatusItemTest, theMenuIsReadAsItIs) {
     EXPECT_EQ(layout(panel, 0, 0).second.children.size(), 0u);
     EXPECT_EQ(layout(panel, 3, -1).second.id, 3);
     EXPECT_GT(revision, 0u);
+    const auto fixed =
+        panel.call(service, menuPath, "org.freedesktop.DBus.Properties", "GetAll", "s", menuInterface);
+    EXPECT_EQ(
+        readProperties(fixed.get()),
+        (Properties{
+            {"Version", "(u)"}, {"TextDirection", "ltr"}, {"Status", "normal"}, {"IconThemePath", "(as)"}}));
 }
 
 TEST_F(StatusItemTest, menuChangesAreAnnounced) {

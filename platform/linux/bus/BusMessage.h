@@ -56,9 +56,6 @@ bool readFrom(sd_bus_message* message, const char* types, Values... values) {
     return message != nullptr && sd_bus_message_is_method_error(message, nullptr) == 0 &&
            sd_bus_message_read(message, types, values...) >= 0;
 }
-/// An answer to `call`, still empty.
-[[nodiscard]] BusMessage newAnswer(sd_bus_message* call);
-
 /// Fills a message piece by piece. The first failure sticks, and `result` tells of it at the end.
 class BusWriter {
   public:
@@ -106,6 +103,17 @@ class BusWriter {
     sd_bus_message* message_;
     int result_ = 0;
 };
+
+/// An answer to `call`, still empty.
+[[nodiscard]] BusMessage newAnswer(sd_bus_message* call);
+/// Answers with what `write` writes, or with its first failure; gives what the library wants of a method.
+template <typename Write>
+int answer(sd_bus_message* call, const Write& write) {
+    const BusMessage message = newAnswer(call);
+    BusWriter writer(message.get());
+    write(writer);
+    return writer.result() < 0 ? writer.result() : sd_bus_message_send(message.get());
+}
 
 /// A property's value: what the interface to scripts is made of.
 using BusValue = std::variant<std::string, std::int64_t, bool>;

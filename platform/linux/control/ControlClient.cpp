@@ -4,6 +4,7 @@
 #include "platform/linux/control/ControlInterface.h"
 
 #include <cstdio>
+#include <exception>
 #include <iostream>
 #include <utility>
 
@@ -31,30 +32,10 @@ ControlExit failed(const BusMessage& answer) {
     return ended(ControlExit::Refused, error.message == nullptr ? error.name : error.message);
 }
 
-/// The properties, taken out of what came over the bus.
-struct Reported {
-    std::string state, time, breakKind;
-    std::int64_t seconds = 0, finished = 0, target = 0;
-    bool paused = false, waterEnabled = false;
-};
-
+/// Throws what the standard library throws when the property is missing or of another type.
 template <class T>
-bool take(const BusValues& values, const char* name, T& into) {
-    const auto found = values.find(name);
-    if (found == values.end() || !std::holds_alternative<T>(found->second))
-        return false;
-    into = std::get<T>(found->second);
-    return true;
-}
-
-std::optional<Reported> reported(const BusValues& values) {
-    Reported r;
-    const bool whole =
-        take(values, control::state, r.state) && take(values, control::time, r.time) &&
-        take(values, control::breakKind, r.breakKind) && take(values, control::seconds, r.seconds) &&
-        take(values, control::paused, r.paused) && take(values, control::waterEnabled, r.waterEnabled) &&
-        take(values, control::waterFinished, r.finished) && take(values, control::waterTarget, r.target);
-    return whole ? std::optional(r) : std::nullopt;
+const T& get(const BusValues& values, const char* name) {
+    return std::get<T>(values.at(name));
 }
 
 /// The text as JSON, whoever it may come from.
@@ -73,6 +54,29 @@ std::string quoted(const std::string& text) {
 
 const char* truth(bool value) {
     return value ? "true" : "false";
+}
+
+std::string plain(const BusValues& values) {
+    std::string line =
+        get<std::string>(values, control::state) + " " + get<std::string>(values, control::time);
+    if (const auto& kind = get<std::string>(values, control::breakKind); kind != "none")
+        line += " " + kind;
+    const auto finished = get<std::int64_t>(values, control::waterFinished);
+    const auto target = get<std::int64_t>(values, control::waterTarget);
+    if (get<bool>(values, control::waterEnabled))
+        line += " water " + std::to_string(finished) + "/" + std::to_string(target);
+    return line;
+}
+
+std::string json(const BusValues& values) {
+    const auto text = [&](const char* name) { return quoted(get<std::string>(values, name)); };
+    const auto number = [&](const char* name) { return std::to_string(get<std::int64_t>(values, name)); };
+    const auto flag = [&](const char* name) { return truth(get<bool>(values, name)); };
+    return R"({"state": )" + text(control::state) + R"(, "time": )" + text(control::time) +
+           R"(, "seconds": )" + number(control::seconds) + R"(, "break": )" + text(control::breakKind) +
+           R"(, "paused": )" + flag(control::paused) + R"(, "water": {"enabled": )" +
+           flag(control::waterEnabled) + R"(, "finished": )" + number(control::waterFinished) +
+           R"(, "target": )" + number(control::waterTarget) + "}}";
 }
 
 class Client final : private BusClient {
@@ -142,7 +146,7 @@ class Client final : private BusClient {
 
     /// False when there is no whole status to print. Nobody reads any more when writing fails: the end.
     bool print() {
-        const auto line = command_.json ? jsonLine(values_) : plainLine(values_);
+        const auto line = statusLine(values_, command_.json);
         if (!line)
             return false;
         if (*line == last_)
@@ -164,26 +168,13 @@ class Client final : private BusClient {
 
 } // namespace
 
-std::optional<std::string> plainLine(const BusValues& values) {
-    const auto r = reported(values);
-    if (!r)
+std::optional<std::string> statusLine(const BusValues& values, bool asJson) {
+    try {
+        const std::string whole = json(values); // which needs each of them
+        return asJson ? whole : plain(values);
+    } catch (const std::exception&) {
         return std::nullopt;
-    std::string line = r->state + " " + r->time;
-    if (r->breakKind != "none")
-        line += " " + r->breakKind;
-    if (r->waterEnabled)
-        line += " water " + std::to_string(r->finished) + "/" + std::to_string(r->target);
-    return line;
-}
-
-std::optional<std::string> jsonLine(const BusValues& values) {
-    const auto r = reported(values);
-    if (!r)
-        return std::nullopt;
-    return R"({"state": )" + quoted(r->state) + R"(, "time": )" + quoted(r->time) + R"(, "seconds": )" +
-           std::to_string(r->seconds) + R"(, "break": )" + quoted(r->breakKind) + R"(, "paused": )" +
-           truth(r->paused) + R"(, "water": {"enabled": )" + truth(r->waterEnabled) + R"(, "finished": )" +
-           std::to_string(r->finished) + R"(, "target": )" + std::to_string(r->target) + "}}";
+    }
 }
 
 ControlExit runControl(const ControlCommand& command) {

@@ -19,10 +19,9 @@ enum class ControlExit {
 /// bus and nothing else: no display, and nothing of the program's own files.
 [[nodiscard]] ControlExit runControl(const ControlCommand& command);
 
-/// The program's properties in one line, for people: state, time, a break's kind, and the water where the
-/// reminder is on. Nothing when a property is missing or of a wrong type.
-[[nodiscard]] std::optional<std::string> plainLine(const BusValues& values);
-/// The same as one JSON object, always whole.
-[[nodiscard]] std::optional<std::string> jsonLine(const BusValues& values);
+/// The program's properties in one line: for people (state, time, a break's kind, and the water where the
+/// reminder is on) or as one JSON object, always whole. Nothing when one of these is missing or of a wrong
+/// type.
+[[nodiscard]] std::optional<std::string> statusLine(const BusValues& values, bool asJson);
 
 } // namespace kelpa

@@ -9,39 +9,28 @@ namespace kelpa {
 namespace {
 
 constexpr const char* interface = "com.canonical.dbusmenu";
-constexpr std::uint32_t protocolVersion = 3;
 
-using Property = int (*)(BusWriter&);
+/// What every host reads the same, at any time.
+struct Constants {
+    std::uint32_t version = 3;
+    const char* textDirection = "ltr";
+    const char* status = "normal";
+    const char* const* noFolders = nullptr;
+};
+constexpr Constants constants;
 
-/// A property whose value never changes.
-template <Property write>
-int constant(sd_bus*, const char*, const char*, const char*, sd_bus_message* reply, void*,
-             sd_bus_error*) noexcept {
-    BusWriter writer(reply);
-    return write(writer);
-}
-
-int version(BusWriter& writer) {
-    return writer.natural(protocolVersion).result();
-}
-int textDirection(BusWriter& writer) {
-    return writer.text("ltr").result();
-}
-int status(BusWriter& writer) {
-    return writer.text("normal").result();
-}
-int noFolders(BusWriter& writer) {
-    return writer.open('a', "s").close().result();
+std::size_t placeOf(const void* constant) {
+    return reinterpret_cast<std::size_t>(constant);
 }
 
-constexpr auto fixed = SD_BUS_VTABLE_PROPERTY_CONST;
+constexpr auto fixed = SD_BUS_VTABLE_PROPERTY_CONST | SD_BUS_VTABLE_ABSOLUTE_OFFSET;
 
 const sd_bus_vtable vtable[] = {
     SD_BUS_VTABLE_START(0),
-    SD_BUS_PROPERTY("Version", "u", constant<version>, 0, fixed),
-    SD_BUS_PROPERTY("TextDirection", "s", constant<textDirection>, 0, fixed),
-    SD_BUS_PROPERTY("Status", "s", constant<status>, 0, fixed),
-    SD_BUS_PROPERTY("IconThemePath", "as", constant<noFolders>, 0, fixed),
+    SD_BUS_PROPERTY("Version", "u", nullptr, placeOf(&constants.version), fixed),
+    SD_BUS_PROPERTY("TextDirection", "s", nullptr, placeOf(&constants.textDirection), fixed),
+    SD_BUS_PROPERTY("Status", "s", nullptr, placeOf(&constants.status), fixed),
+    SD_BUS_PROPERTY("IconThemePath", "as", nullptr, placeOf(&constants.noFolders), fixed),
     SD_BUS_METHOD("GetLayout", "iias", "u(ia{sv}av)", BusHandler<&DBusMenu::getLayout>::call, 0),
     SD_BUS_METHOD("GetGroupProperties", "aias", "a(ia{sv})", BusHandler<&DBusMenu::getGroupProperties>::call,
                   0),
@@ -133,10 +122,6 @@ std::vector<const char*> missingFrom(const MenuProperties& properties) {
     return missing;
 }
 
-int unknownLine(sd_bus_error* error, int id) {
-    return sd_bus_error_setf(error, SD_BUS_ERROR_INVALID_ARGS, "The menu has no line %d", id);
-}
-
 std::vector<std::string> readTexts(sd_bus_message* message) {
     std::vector<std::string> texts;
     const char* text = nullptr;
@@ -157,16 +142,15 @@ std::vector<int> readIds(sd_bus_message* message) {
     return ids;
 }
 
-/// Sends a reply that was written without a failure; otherwise the caller is told of the failure.
-int answer(const BusMessage& reply, int written) {
-    return written < 0 ? written : sd_bus_message_send(reply.get());
-}
-
 void writeIds(BusWriter& writer, const std::vector<int>& ids) {
     writer.open('a', "i");
     for (const int id : ids)
         writer.integer(id);
     writer.close();
+}
+
+int unknownLine(sd_bus_error* error, int id) {
+    return sd_bus_error_setf(error, SD_BUS_ERROR_INVALID_ARGS, "The menu has no line %d", id);
 }
 
 } // namespace
@@ -207,36 +191,45 @@ void DBusMenu::lineChanged(const MenuLine& line) {
         sd_bus_send(bus_.handle(), signal.get(), nullptr);
 }
 
-int DBusMenu::getLayout(sd_bus_message* call, sd_bus_error* error) {
-    int id = 0, depth = 0;
-    const int read = sd_bus_message_read(call, "ii", &id, &depth);
-    if (read < 0)
-        return read;
-    const MenuLine* parent = find(id);
-    if (parent == nullptr)
-        return unknownLine(error, id);
-    const auto reply = newAnswer(call);
-    return answer(reply, writeLayout(reply.get(), *parent, depth, readTexts(call)));
+// The library has compared the types of a call with those of the method.
+
+/// The line whose number comes next in a call; null where the menu has none, which the caller is told.
+const MenuLine* DBusMenu::readLine(sd_bus_message* call, sd_bus_error* error) const {
+    int id = 0;
+    sd_bus_message_read_basic(call, 'i', &id);
+    const MenuLine* line = find(id);
+    if (line == nullptr)
+        unknownLine(error, id);
+    return line;
 }
 
-int DBusMenu::writeLayout(sd_bus_message* reply, const MenuLine& parent, int depth,
-                          const std::vector<std::string>& names) const {
-    const auto open = [&](BusWriter& writer, const MenuLine& line) {
+int DBusMenu::getLayout(sd_bus_message* call, sd_bus_error* error) {
+    const MenuLine* parent = readLine(call, error);
+    if (parent == nullptr)
+        return 0;
+    int depth = 0;
+    sd_bus_message_read_basic(call, 'i', &depth);
+    const auto names = readTexts(call);
+    return answer(call, [&](BusWriter& out) { writeLayout(out, *parent, depth, names); });
+}
+
+void DBusMenu::writeLayout(BusWriter& writer, const MenuLine& parent, int depth,
+                           const std::vector<std::string>& names) const {
+    const auto open = [&](const MenuLine& line) {
         writer.open('r', "ia{sv}av").integer(line.id);
         writeProperties(writer, selected(propertiesOf(line, pictures_), names));
         writer.open('a', "v");
     };
-    BusWriter writer(reply);
     writer.natural(revision_);
-    open(writer, parent);
+    open(parent);
     if (parent.id == 0 && depth != 0) {
         for (const MenuLine& line : model_.lines) {
             writer.open('v', "(ia{sv}av)");
-            open(writer, line);
+            open(line);
             writer.close().close().close();
         }
     }
-    return writer.close().close().result();
+    writer.close().close();
 }
 
 int DBusMenu::getGroupProperties(sd_bus_message* call, sd_bus_error*) {
@@ -245,56 +238,51 @@ int DBusMenu::getGroupProperties(sd_bus_message* call, sd_bus_error*) {
     if (ids.empty())
         for (const MenuLine& line : model_.lines)
             ids.push_back(line.id);
-    const auto reply = newAnswer(call);
-    BusWriter writer(reply.get());
-    writer.open('a', "(ia{sv})");
-    for (const int id : ids) {
-        const MenuLine* line = find(id);
-        if (line == nullptr)
-            continue;
-        writer.open('r', "ia{sv}").integer(id);
-        writeProperties(writer, selected(propertiesOf(*line, pictures_), names));
-        writer.close();
-    }
-    return answer(reply, writer.close().result());
+    return answer(call, [&](BusWriter& out) {
+        out.open('a', "(ia{sv})");
+        for (const int id : ids) {
+            const MenuLine* line = find(id);
+            if (line == nullptr)
+                continue;
+            out.open('r', "ia{sv}").integer(id);
+            writeProperties(out, selected(propertiesOf(*line, pictures_), names));
+            out.close();
+        }
+        out.close();
+    });
 }
 
 int DBusMenu::getProperty(sd_bus_message* call, sd_bus_error* error) {
-    int id = 0;
-    const char* name = nullptr;
-    const int read = sd_bus_message_read(call, "is", &id, &name);
-    if (read < 0)
-        return read;
-    const MenuLine* line = find(id);
+    const MenuLine* line = readLine(call, error);
     if (line == nullptr)
-        return unknownLine(error, id);
+        return 0;
+    const char* name = nullptr;
+    sd_bus_message_read_basic(call, 's', &name);
     const auto properties = selected(propertiesOf(*line, pictures_), {name});
     if (properties.empty())
-        return sd_bus_error_setf(error, SD_BUS_ERROR_INVALID_ARGS, "Line %d has no property %s", id, name);
-    const auto reply = newAnswer(call);
-    BusWriter writer(reply.get());
-    writer.open('v', properties.front().type);
-    properties.front().write(writer);
-    return answer(reply, writer.close().result());
+        return sd_bus_error_setf(error, SD_BUS_ERROR_INVALID_ARGS, "Line %d has no property %s", line->id,
+                                 name);
+    return answer(call, [&property = properties.front()](BusWriter& out) {
+        out.open('v', property.type);
+        property.write(out);
+        out.close();
+    });
 }
 
 /// The click is carried out after the answer has gone out: it may change the menu or end the program.
-void DBusMenu::happened(const MenuLine& line, const char* what) {
+void DBusMenu::obey(const MenuLine& line, sd_bus_message* event) {
+    const char* what = nullptr;
+    sd_bus_message_read_basic(event, 's', &what);
     // A host may be behind and click on a line that cannot be chosen any more.
     if (std::string_view(what) == "clicked" && line.id != 0 && line.enabled && !line.separator)
         loop_.async([&clicks = clicks_, id = line.id] { clicks.didClick(id); });
 }
 
 int DBusMenu::event(sd_bus_message* call, sd_bus_error* error) {
-    int id = 0;
-    const char* what = nullptr;
-    const int read = sd_bus_message_read(call, "is", &id, &what);
-    if (read < 0)
-        return read;
-    const MenuLine* line = find(id);
+    const MenuLine* line = readLine(call, error);
     if (line == nullptr)
-        return unknownLine(error, id);
-    happened(*line, what);
+        return 0;
+    obey(*line, call);
     return sd_bus_reply_method_return(call, nullptr);
 }
 
@@ -302,45 +290,35 @@ int DBusMenu::eventGroup(sd_bus_message* call, sd_bus_error* error) {
     std::vector<int> unknown;
     bool anyKnown = false;
     int id = 0;
-    const char* what = nullptr;
     sd_bus_message_enter_container(call, 'a', "(isvu)");
     while (sd_bus_message_enter_container(call, 'r', "isvu") > 0) {
-        sd_bus_message_read(call, "is", &id, &what);
-        sd_bus_message_skip(call, "vu");
-        sd_bus_message_exit_container(call);
+        sd_bus_message_read_basic(call, 'i', &id);
         const MenuLine* line = find(id);
-        if (line == nullptr) {
+        if (line != nullptr)
+            obey(*line, call);
+        else
             unknown.push_back(id);
-            continue;
-        }
-        anyKnown = true;
-        happened(*line, what);
+        anyKnown = anyKnown || line != nullptr;
+        sd_bus_message_skip(call, line != nullptr ? "vu" : "svu");
+        sd_bus_message_exit_container(call);
     }
     if (!unknown.empty() && !anyKnown)
         return unknownLine(error, unknown.front());
-    const auto reply = newAnswer(call);
-    BusWriter writer(reply.get());
-    writeIds(writer, unknown);
-    return answer(reply, writer.result());
+    return answer(call, [&unknown](BusWriter& out) { writeIds(out, unknown); });
 }
 
 /// The menu is up to date at any time, so nothing needs to be fetched again.
 int DBusMenu::aboutToShow(sd_bus_message* call, sd_bus_error* error) {
-    int id = 0;
-    const int read = sd_bus_message_read(call, "i", &id);
-    if (read < 0)
-        return read;
-    return find(id) == nullptr ? unknownLine(error, id) : sd_bus_reply_method_return(call, "b", 0);
+    return readLine(call, error) == nullptr ? 0 : sd_bus_reply_method_return(call, "b", 0);
 }
 
 int DBusMenu::aboutToShowGroup(sd_bus_message* call, sd_bus_error*) {
     auto ids = readIds(call);
     std::erase_if(ids, [this](int id) { return find(id) != nullptr; });
-    const auto reply = newAnswer(call);
-    BusWriter writer(reply.get());
-    writeIds(writer, {});
-    writeIds(writer, ids);
-    return answer(reply, writer.result());
+    return answer(call, [&ids](BusWriter& out) {
+        writeIds(out, {});
+        writeIds(out, ids);
+    });
 }
 
 } // namespace kelpa

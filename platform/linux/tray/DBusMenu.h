@@ -35,9 +35,10 @@ class DBusMenu {
 
   private:
     [[nodiscard]] const MenuLine* find(int id) const;
-    int writeLayout(sd_bus_message* reply, const MenuLine& parent, int depth,
-                    const std::vector<std::string>& names) const;
-    void happened(const MenuLine& line, const char* what);
+    const MenuLine* readLine(sd_bus_message* call, sd_bus_error* error) const;
+    void writeLayout(BusWriter& writer, const MenuLine& parent, int depth,
+                     const std::vector<std::string>& names) const;
+    void obey(const MenuLine& line, sd_bus_message* event);
 
     EventLoop& loop_;
     Bus& bus_;
