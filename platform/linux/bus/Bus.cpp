@@ -57,7 +57,7 @@ int Bus::openConnection() {
     return attached < 0 ? attached : watchConnection();
 }
 
-/// The library would greet the bus for as long as it likes before it says a word, so we ask something
+/// The library would greet the bus for as long as it likes before it sends anything, so we ask something
 /// ourselves.
 int Bus::watchConnection() {
     int result = 0;
@@ -136,7 +136,7 @@ Subscription Bus::join(BusClient& client) {
     return Subscription([this, &client] { clients_.remove(&client); });
 }
 
-/// Whoever is told may leave, and take others along.
+/// Whoever is called may leave, and take others along.
 void Bus::tell(void (BusClient::*what)()) {
     const std::list<BusClient*> all = clients_;
     for (BusClient* client : all)

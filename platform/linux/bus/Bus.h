@@ -17,19 +17,18 @@ using BusSlot = std::unique_ptr<sd_bus_slot, ReleaseBy<sd_bus_slot_unref>>;
 /// Turns a member function into the callback that the bus library wants. The object must outlive the slot.
 template <auto Member>
 struct BusHandler;
-template <typename Class, void (Class::*Member)(sd_bus_message*)>
+template <typename Class, typename Result, typename... Error,
+          Result (Class::*Member)(sd_bus_message*, Error...)>
 struct BusHandler<Member> {
     using Object = Class;
-    static int call(sd_bus_message* message, void* object, sd_bus_error*) noexcept {
-        (static_cast<Object*>(object)->*Member)(message);
-        return 0;
-    }
-};
-template <typename Class, int (Class::*Member)(sd_bus_message*, sd_bus_error*)>
-struct BusHandler<Member> {
-    using Object = Class;
-    static int call(sd_bus_message* message, void* object, sd_bus_error* error) noexcept {
-        return (static_cast<Object*>(object)->*Member)(message, error);
+    static int call(sd_bus_message* message, void* object, [[maybe_unused]] sd_bus_error* error) noexcept {
+        auto& self = *static_cast<Object*>(object);
+        if constexpr (sizeof...(Error) > 0) {
+            return (self.*Member)(message, error);
+        } else {
+            (self.*Member)(message);
+            return 0;
+        }
     }
 };
 

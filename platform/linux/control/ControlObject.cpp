@@ -156,7 +156,7 @@ void ControlObject::statusChanged() {
 }
 
 /// A tick that had to wait for long is dropped for the next one, or the announcements would stay behind the
-/// count for good. Should the next one not come, the last word is late and not lost.
+/// count for good. Should the next one not come, the last one is announced late and not lost.
 void ControlObject::announceHeldBack() {
     constexpr double tooLong = 0.1, untilTheNextTick = 1.1;
     const bool late = monotonicSeconds() - heldSince_ > tooLong;

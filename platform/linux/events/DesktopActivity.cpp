@@ -112,7 +112,7 @@ void DesktopActivity::deskUsed() {
 
 void DesktopActivity::sourceWatches() {
     use();
-    // From now on nobody being there can be told, which nothing has been waiting for so far.
+    // From now on a desk that nobody uses is noticed, which nothing has waited for so far.
     deskUsed();
 }
 

@@ -7,7 +7,7 @@
 
 namespace kelpa {
 
-/// Told of the user's own session, always from the main loop.
+/// Called when something becomes known of the user's own session, always from the main loop.
 class LogindSessionClient {
   public:
     virtual ~LogindSessionClient() = default;

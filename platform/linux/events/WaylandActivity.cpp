@@ -14,7 +14,7 @@ struct IdleProtocol {
     const wl_interface& offer; ///< what a compositor offers when it speaks the protocol
     /// Calls `setIdle` of the seat each time when nobody has used it for so long, and at the next use after
     /// that, until the handle ends. `manager` is what was bound to the offer.
-    Subscription (*watch)(void* manager, wl_seat* seat, std::uint32_t milliseconds, Seat& told);
+    Subscription (*watch)(void* manager, wl_seat* seat, std::uint32_t milliseconds, Seat& watched);
     void (*endManager)(void* manager);
 };
 
@@ -51,7 +51,7 @@ class WaylandActivity::Seat {
 
 namespace {
 
-/// From here on a seat is given back in so many words.
+/// From this version on a seat is given back by a request of its own.
 constexpr std::uint32_t seatVersion = WL_SEAT_RELEASE_SINCE_VERSION;
 
 /// `ext-idle-notify-v1`, which all compositors agreed on.
@@ -89,9 +89,9 @@ IdleProtocol protocolOf() {
         [](void* seat, Notice*) { static_cast<Seat*>(seat)->setIdle(true); },
         [](void* seat, Notice*) { static_cast<Seat*>(seat)->setIdle(false); }};
     return {Words::offer,
-            [](void* manager, wl_seat* seat, std::uint32_t milliseconds, Seat& told) {
+            [](void* manager, wl_seat* seat, std::uint32_t milliseconds, Seat& watched) {
                 Notice* notice = Words::ask(static_cast<Manager*>(manager), seat, milliseconds);
-                Words::addListener(notice, &listener, &told);
+                Words::addListener(notice, &listener, &watched);
                 return Subscription([notice] { Words::endNotice(notice); });
             },
             [](void* manager) { Words::endManager(static_cast<Manager*>(manager)); }};

@@ -34,14 +34,14 @@ int property(sd_bus*, const char*, const char*, const char*, sd_bus_message* rep
 }
 
 void themeFolder(BusWriter& writer, const Shown& shown) {
-    writer.text(shown.item->pictures().themeFolder());
+    writer.text(shown.pictures->themeFolder());
 }
 void noPixmaps(BusWriter& writer, const Shown&) {
     writer.open('a', "(iiay)").close();
 }
 void pixmaps(BusWriter& writer, const Shown& shown) {
     writer.open('a', "(iiay)");
-    for (const Pixmap& pixmap : shown.item->pictures().pixmaps())
+    for (const Pixmap& pixmap : shown.pictures->pixmaps())
         writer.open('r', "iiay").integer(pixmap.size).integer(pixmap.size).bytes(pixmap.pixels).close();
     writer.close();
 }
@@ -90,7 +90,7 @@ const sd_bus_vtable vtable[] = {
 StatusNotifierItem::StatusNotifierItem(EventLoop& loop, Bus& bus, ItemIdentity identity,
                                        std::function<void(bool present)> hostChanged)
     : loop_(loop), bus_(bus), identity_(std::move(identity)),
-      pictures_(identity_.data), shown_{this, identity_.id.c_str(), identity_.name.c_str()},
+      pictures_(identity_.data), shown_{&pictures_, identity_.id.c_str(), identity_.name.c_str()},
       watcher_(bus, std::move(hostChanged)),
       service_("org.kde.StatusNotifierItem-" + std::to_string(getpid()) + "-1"), joined_(bus.join(*this)) {}
 

@@ -44,7 +44,7 @@ class StatusNotifierItem final : public StatusItemSink, private BusClient {
 
     /// What hosts read. The bus library takes what stands here as it is.
     struct Shown {
-        const StatusNotifierItem* item;
+        const ItemPictures* pictures;
         const char* id;
         const char* name;
         const char* title = nullptr;
@@ -59,7 +59,6 @@ class StatusNotifierItem final : public StatusItemSink, private BusClient {
         int yes = 1;
         int zero = 0;
     };
-    [[nodiscard]] const ItemPictures& pictures() const { return pictures_; }
 
   private:
     void busOpened() override;

@@ -48,9 +48,9 @@ void TrayNotice::busLost() {
     waiting_.cancel();
 }
 
-/// Without a bus there is nobody to be told.
+/// Without a bus nothing can be shown.
 void TrayNotice::wait() {
-    if (!told_ && bus_.open())
+    if (!shown_ && bus_.open())
         waiting_ = loop_.afterReal(patience_, [this] { decide(); });
 }
 
@@ -58,7 +58,7 @@ void TrayNotice::decide() {
     waiting_.cancel();
     if (desktop_.oldTrayThere() || desktop_.screenLocked())
         return;
-    told_ = true;
+    shown_ = true;
     desktop_.nothingShows();
     notify(noTrayText());
 }

@@ -54,7 +54,7 @@ class TrayNotice final : private BusClient {
     Desktop desktop_;
     double patience_;
     bool missed_ = false; ///< nothing shows the item
-    bool told_ = false;
+    bool shown_ = false;
     std::uint32_t number_ = 0; ///< the notification's; 0 until it has one
     Subscription waiting_;
     BusSlot call_, clicks_, closing_;
