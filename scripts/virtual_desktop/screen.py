@@ -150,7 +150,11 @@ class Screen:
         return None if value is None else value.value
 
     def selection_owned(self, name):
-        return self.display.get_selection_owner(self.display.intern_atom(name)) != X.NONE
+        return self.selection_owner(name) != X.NONE
+
+    def selection_owner(self, name):
+        """The window that has the selection; X.NONE where none has it."""
+        return self.display.get_selection_owner(self.display.intern_atom(name))
 
     # Pointer and keyboard
 

@@ -95,7 +95,8 @@ class TrayIcon(ViewTest):
         with its:
             self.session.spawn(["/bin/bash", "-c", f"exec {deep}/kelpa-tray 3<&{its.fileno()}"],
                                pass_fds=[its.fileno()])
-        ours.sendall(f"data\t{beside}/share/kelpa\nimage\tkelpa\n".encode())
+        manager = self.screen.selection_owner("_NET_SYSTEM_TRAY_S0").id
+        ours.sendall(f"data\t{beside}/share/kelpa\nimage\tkelpa\nmanager\t{manager}\n".encode())
         icon = self.docked()
         ours.settimeout(0.5)
         with self.assertRaises(TimeoutError):

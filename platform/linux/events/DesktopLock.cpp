@@ -41,65 +41,65 @@ void LockEdges::gone(const std::string& source) {
 
 /// The screen may have been locked before we could hear of it, so each is asked. No screen saver is started
 /// for the question.
-void ScreenSaverLock::busOpened() {
+void DesktopLock::busOpened() {
     for (const char* saver : screenSavers) {
         const std::string path = pathOf(saver);
-        slots_.push_back(bus_.match<&ScreenSaverLock::changed>(
+        slots_.push_back(bus_.match<&DesktopLock::saverChanged>(
             signalRule({nullptr, nullptr, saver}, "ActiveChanged"), *this));
-        slots_.push_back(bus_.call<&ScreenSaverLock::answered>(
+        slots_.push_back(bus_.call<&DesktopLock::saverAnswered>(
             bus_.newCall({saver, path.c_str(), saver}, "GetActive"), *this));
     }
 }
 
-void ScreenSaverLock::busLost() {
+void DesktopLock::busLost() {
     slots_.clear();
-    while (!locked_.empty())
-        gone(std::string(locked_.begin()->first));
+    while (!lockedSavers_.empty())
+        saverGone(std::string(lockedSavers_.begin()->first));
 }
 
-void ScreenSaverLock::changed(sd_bus_message* signal) {
+void DesktopLock::saverChanged(sd_bus_message* signal) {
     int active = 0;
     const char* sender = sd_bus_message_get_sender(signal);
     if (sender != nullptr && readFrom(signal, "b", &active))
-        says(sender, active != 0);
+        saverSays(sender, active != 0);
 }
 
 /// Only news counts: that a screen saver is not active has been so all the time.
-void ScreenSaverLock::answered(sd_bus_message* reply) {
+void DesktopLock::saverAnswered(sd_bus_message* reply) {
     int active = 0;
     const char* sender = sd_bus_message_get_sender(reply);
     if (sender != nullptr && readFrom(reply, "b", &active) && active != 0)
-        says(sender, true);
+        saverSays(sender, true);
 }
 
-void ScreenSaverLock::says(const std::string& sender, bool locked) {
+void DesktopLock::saverSays(const std::string& sender, bool locked) {
     if (!locked)
-        locked_.erase(sender);
+        lockedSavers_.erase(sender);
     else
-        locked_.try_emplace(sender, bus_, sender, [this, sender](bool there) {
+        lockedSavers_.try_emplace(sender, bus_, sender, [this, sender](bool there) {
             if (!there)
-                gone(sender);
+                saverGone(sender);
         });
     edges_.says(sender, locked);
 }
 
-void ScreenSaverLock::gone(const std::string& sender) {
-    locked_.erase(sender);
+void DesktopLock::saverGone(const std::string& sender) {
+    lockedSavers_.erase(sender);
     edges_.gone(sender);
 }
 
 /// Most desktops never set it, so that only a change says anything.
-void LogindLock::propertyRead(bool locked) {
+void DesktopLock::propertyRead(bool locked) {
     if (std::exchange(hint_, locked) != locked)
         edges_.says(logindName, locked);
 }
 
-void LogindLock::propertyLost() {
+void DesktopLock::propertyLost() {
     hint_ = false;
     edges_.gone(logindName);
 }
 
-void LogindLock::signalled(sd_bus_message* signal) {
+void DesktopLock::signalled(sd_bus_message* signal) {
     if (sd_bus_message_is_signal(signal, LogindSession::interface, "Lock") > 0)
         edges_.lockRequested();
     else if (sd_bus_message_is_signal(signal, LogindSession::interface, "Unlock") > 0)
@@ -109,7 +109,7 @@ void LogindLock::signalled(sd_bus_message* signal) {
 void DesktopLock::observe(std::function<void()> locked, std::function<void()> unlocked) {
     locked_ = std::move(locked);
     unlocked_ = std::move(unlocked);
-    screenSavers_.start();
+    joined_ = bus_.join(*this);
     logind_.start();
 }
 

@@ -38,64 +38,43 @@ class LockEdges {
     std::set<std::string> sayLocked_;
 };
 
-/// The screen savers of the session bus, as sources of lock and unlock: whoever emits `ActiveChanged` of one
-/// of their interfaces is one, under whatever name and path.
-class ScreenSaverLock final : private BusClient {
-  public:
-    /// Both outlive the source.
-    ScreenSaverLock(Bus& bus, LockEdges& edges) : bus_(bus), edges_(edges) {}
-    void start() { joined_ = bus_.join(*this); }
-
-  private:
-    void busOpened() override;
-    void busLost() override;
-    void changed(sd_bus_message* signal);
-    void answered(sd_bus_message* reply);
-    void says(const std::string& sender, bool locked);
-    void gone(const std::string& sender);
-
-    Bus& bus_;
-    LockEdges& edges_;
-    std::vector<BusSlot> slots_; ///< for each kind of screen saver, what listens to it and what asks it
-    /// The bus names of those that say that the screen is locked, and what watches each for its end.
-    std::map<std::string, NameOwner> locked_;
-    Subscription joined_;
-};
-
-/// logind as a source: requests to lock and unlock the user's own session, and whether it is locked.
-class LogindLock final : private LogindSessionClient {
-  public:
-    /// All outlive the source.
-    LogindLock(EventLoop& loop, Bus& system, LockEdges& edges)
-        : edges_(edges), session_(loop, system, "LockedHint", *this) {}
-    void start() { session_.start(); }
-
-  private:
-    void propertyRead(bool locked) override;
-    void propertyLost() override;
-    void signalled(sd_bus_message* signal) override;
-
-    LockEdges& edges_;
-    bool hint_ = false; ///< what it was when it was read last
-    LogindSession session_;
-};
-
-/// Lock and unlock of the screen, from everything on a Linux desktop that may tell of them.
-class DesktopLock final : public LockNotifications {
+/// Lock and unlock of the screen, from everything on a Linux desktop that may tell of them: the screen savers
+/// of the session bus, which are whoever emits `ActiveChanged` of one of their interfaces, under whatever
+/// name and path, and logind, with requests to lock and unlock the user's own session and whether it is
+/// locked.
+class DesktopLock final : public LockNotifications, private BusClient, private LogindSessionClient {
   public:
     /// Loop and buses outlive the object.
     DesktopLock(EventLoop& loop, Bus& session, Bus& system)
-        : edges_([this] { locked_(); }, [this] { unlocked_(); }), screenSavers_(session, edges_),
-          logind_(loop, system, edges_) {}
+        : edges_([this] { locked_(); }, [this] { unlocked_(); }), bus_(session),
+          logind_(loop, system, "LockedHint", *this) {}
+    DesktopLock(const DesktopLock&) = delete;
+    DesktopLock& operator=(const DesktopLock&) = delete;
+
     void observe(std::function<void()> locked, std::function<void()> unlocked) override;
     [[nodiscard]] bool locked() const { return edges_.locked(); }
 
   private:
+    void busOpened() override;
+    void busLost() override;
+    void saverChanged(sd_bus_message* signal);
+    void saverAnswered(sd_bus_message* reply);
+    void saverSays(const std::string& sender, bool locked);
+    void saverGone(const std::string& sender);
+    void propertyRead(bool locked) override;
+    void propertyLost() override;
+    void signalled(sd_bus_message* signal) override;
+
     std::function<void()> locked_;
     std::function<void()> unlocked_;
     LockEdges edges_;
-    ScreenSaverLock screenSavers_;
-    LogindLock logind_;
+    Bus& bus_;
+    std::vector<BusSlot> slots_; ///< for each kind of screen saver, what listens to it and what asks it
+    /// The bus names of the screen savers that say that the screen is locked, each watched for its end.
+    std::map<std::string, NameOwner> lockedSavers_;
+    LogindSession logind_;
+    bool hint_ = false; ///< logind's, when it was read last
+    Subscription joined_;
 };
 
 } // namespace kelpa

@@ -10,6 +10,8 @@ namespace kelpa::wire::tray {
 inline constexpr std::string_view data = "data";
 /// image NAME: the application image of the icon.
 inline constexpr std::string_view image = "image";
+/// manager WINDOW: the number of the window that icons are embedded in; 0 while there is none.
+inline constexpr std::string_view manager = "manager";
 /// title TEXT: beside the icon; empty for none.
 inline constexpr std::string_view title = "title";
 /// insert INDEX ID SEPARATOR ENABLED TITLE IMAGE KEY: a menu line; SEPARATOR and ENABLED are 0 or 1.

@@ -81,12 +81,18 @@ void TrayProcess::update() {
     if (manager_ != XCB_WINDOW_NONE) {
         leaving_.cancel();
         start();
+        sendManager();
     } else if (tray_.running()) {
+        sendManager();
         leaving_ = loop_.afterReal(patience, [this] {
             leaving_.cancel();
             tray_.end();
         });
     }
+}
+
+void TrayProcess::sendManager() {
+    tray_.send({tray::manager, std::to_string(manager_)});
 }
 
 void TrayProcess::start() {

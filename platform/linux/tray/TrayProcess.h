@@ -38,6 +38,7 @@ class TrayProcess final : public StatusItemSink, private HelperClient {
     void lookForManager();
     void setManager(xcb_window_t manager);
     void update();
+    void sendManager();
     void start();
 
     EventLoop& loop_;

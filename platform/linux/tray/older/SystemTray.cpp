@@ -13,29 +13,14 @@ constexpr std::uint8_t sentEventBit = 0x80;
 constexpr std::uint32_t requestDock = 0;
 constexpr int deepEnough = 32;
 
-QByteArray selectionName() {
-    return "_NET_SYSTEM_TRAY_S" + QByteArray::number(x11::screenNumber());
-}
-
 } // namespace
 
-SystemTray::SystemTray() : selection_(x11::atom(selectionName())), managerMessage_(x11::atom("MANAGER")) {
+SystemTray::SystemTray() {
     qApp->installNativeEventFilter(this);
-    x11::watchRoot(XCB_EVENT_MASK_STRUCTURE_NOTIFY, true);
-    look();
 }
 
 SystemTray::~SystemTray() {
     qApp->removeNativeEventFilter(this);
-}
-
-void SystemTray::look() {
-    manager_ = x11::selectionOwner(selectionName());
-    if (manager_ == XCB_WINDOW_NONE)
-        return;
-    const std::uint32_t mask = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
-    xcb_change_window_attributes(x11::connection(), manager_, XCB_CW_EVENT_MASK, &mask);
-    xcb_flush(x11::connection());
 }
 
 bool SystemTray::translucent() const {
@@ -66,21 +51,10 @@ bool SystemTray::nativeEventFilter(const QByteArray& type, void* event, qintptr*
     if (type != "xcb_generic_event_t")
         return false;
     const auto& any = *static_cast<const xcb_generic_event_t*>(event);
-    const int kind = any.response_type & ~sentEventBit;
-    bool other = false;
-    if (kind == XCB_CLIENT_MESSAGE) {
-        const auto& message = reinterpret_cast<const xcb_client_message_event_t&>(any);
-        other = message.type == managerMessage_ && message.data.data32[1] == selection_;
-    } else if (kind == XCB_DESTROY_NOTIFY) {
-        other = present() && reinterpret_cast<const xcb_destroy_notify_event_t&>(any).window == manager_;
-    } else if (kind == XCB_REPARENT_NOTIFY) {
+    if ((any.response_type & ~sentEventBit) == XCB_REPARENT_NOTIFY) {
         const auto& moved = reinterpret_cast<const xcb_reparent_notify_event_t&>(any);
         if (moved.window == window_ && moved.parent != x11::root())
             QMetaObject::invokeMethod(this, &SystemTray::docked, Qt::QueuedConnection);
-    }
-    if (other) {
-        look();
-        QMetaObject::invokeMethod(this, &SystemTray::changed, Qt::QueuedConnection);
     }
     return false;
 }

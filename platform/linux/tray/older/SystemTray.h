@@ -6,7 +6,7 @@
 
 namespace kelpa {
 
-/// The system tray of the desktop: the program that holds the tray's selection, which comes and goes.
+/// The system tray of the desktop: a window that takes icons in, which the program finds.
 class SystemTray : public QObject, public QAbstractNativeEventFilter {
     Q_OBJECT
 
@@ -14,24 +14,20 @@ class SystemTray : public QObject, public QAbstractNativeEventFilter {
     SystemTray();
     ~SystemTray() override;
 
+    /// `XCB_WINDOW_NONE` while there is none.
+    void setManager(xcb_window_t manager) { manager_ = manager; }
     [[nodiscard]] bool present() const { return manager_ != XCB_WINDOW_NONE; }
     /// Whether it offers windows that can be seen through.
     [[nodiscard]] bool translucent() const;
-    /// Asks it to take a window in; `docked` tells when it did.
+    /// Asks it to take a window in; `docked` is emitted when it did.
     void dock(xcb_window_t window);
 
     bool nativeEventFilter(const QByteArray& type, void* event, qintptr* result) override;
 
   signals:
-    /// Another tray took over, or the last one is gone.
-    void changed();
     void docked();
 
   private:
-    void look();
-
-    xcb_atom_t selection_ = XCB_ATOM_NONE;
-    xcb_atom_t managerMessage_ = XCB_ATOM_NONE;
     xcb_window_t manager_ = XCB_WINDOW_NONE;
     xcb_window_t window_ = XCB_WINDOW_NONE;
 };

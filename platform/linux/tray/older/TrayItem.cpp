@@ -80,17 +80,17 @@ TrayItem::TrayItem(Channel& channel) : channel_(channel) {
     connect(&menu_, &TrayMenu::clicked, this, [this](int id) {
         channel_.send({tray::click, std::to_string(id)});
     });
-    connect(&tray_, &SystemTray::changed, this, &TrayItem::enter);
     connect(&tray_, &SystemTray::docked, this, [this] {
         if (icon_)
             icon_->embedded();
     });
-    enter();
 }
 
 void TrayItem::obey(const wire::Message& message) {
     if (message.verb() == tray::data)
         setData(QString::fromStdString(message.field(1)));
+    else if (message.verb() == tray::manager)
+        enter(static_cast<xcb_window_t>(message.number(1).value_or(XCB_WINDOW_NONE)));
     else if (message.verb() == tray::title)
         setTitle(QString::fromStdString(message.field(1)));
     else if (message.verb() == tray::image)
@@ -125,8 +125,9 @@ void TrayItem::setTitle(const QString& title) {
 }
 
 /// Makes a window that fits the tray and asks it to take that in; a window of an earlier tray goes.
-void TrayItem::enter() {
+void TrayItem::enter(xcb_window_t manager) {
     icon_.reset();
+    tray_.setManager(manager);
     if (!tray_.present())
         return;
     icon_ = std::make_unique<TrayIcon>(tray_.translucent());

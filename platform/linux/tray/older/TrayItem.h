@@ -49,7 +49,7 @@ class TrayItem : public QObject {
     void setData(const QString& folder);
     void setImage(const QString& name);
     void setTitle(const QString& title);
-    void enter();
+    void enter(xcb_window_t manager);
 
     Channel& channel_;
     QString data_; ///< the folder of the program's data

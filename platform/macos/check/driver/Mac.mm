@@ -38,8 +38,8 @@ void takeSettings() {
 
 + (void)load {
     Method method = class_getInstanceMethod([NSStatusBar class], @selector(statusItemWithLength:));
-    const IMP before = method_setImplementation(
-        method, reinterpret_cast<IMP>(reinterpret_cast<void*>(makeAndKeepItem)));
+    const IMP before =
+        method_setImplementation(method, reinterpret_cast<IMP>(reinterpret_cast<void*>(makeAndKeepItem)));
     makeItem = reinterpret_cast<decltype(makeItem)>(reinterpret_cast<void*>(before));
     takeSettings();
 }
