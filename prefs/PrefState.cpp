@@ -25,9 +25,11 @@ void reportUnusable(const StoredSetting<std::int64_t>& setting) {
 }
 
 std::int64_t lengthOf(const StoredSetting<std::int64_t>& setting, std::int64_t secondsAUnit) {
+    // A countdown that nobody ends, as that of a break on no screen, goes on below zero for as long.
+    constexpr std::int64_t longestRun = 100LL * 366 * 86400;
+    constexpr std::int64_t lowest = std::numeric_limits<std::int64_t>::min() + longestRun;
     const std::int64_t value = setting();
-    // Of the lowest number not even the first second can be taken away.
-    if (!productFits(value, secondsAUnit) || value == std::numeric_limits<std::int64_t>::min())
+    if (!productFits(value, secondsAUnit) || value * secondsAUnit < lowest)
         reportUnusable(setting);
     return checkedMultiply(value, secondsAUnit);
 }

@@ -299,6 +299,15 @@ TEST(Cycle, ALongBreakThatOverflowsEndsTheProgramWhenItsTurnComes) {
                "3300.000 fatal Integer overflow in multiplication"}));
 }
 
+/// Without a screen nobody hears that the time is up.
+TEST(Cycle, ABreakThatGoesOnUntilItOverflowsIsNamedWhenItBegins) {
+    EXPECT_EQ(
+        fatalEnd("store pref.break.time int -9223372036854775805\nscreens\nlaunch\n+1504\n"),
+        (Lines{"1500.000 log error stored pref.break.time is -9223372036854775805, with which the cycle "
+               "cannot go on",
+               "1504.000 fatal Integer overflow in subtraction"}));
+}
+
 TEST(Cycle, ACountdownThatOverflowsEndsTheProgram) {
     EXPECT_EQ(
         fatalEnd("store pref.break.time int -9223372036854775808\nlaunch\n+1501\n"),
