@@ -28,14 +28,11 @@ std::string hoursText(std::int64_t hours) {
 }
 
 /// Nothing stands for 0; as many digits as an hour count can have and no more.
-std::optional<std::int64_t> wholeNumber(std::string_view digits) {
+std::optional<std::int64_t> countOf(std::string_view digits) {
     constexpr std::size_t mostDigits = 15;
-    if (digits.size() > mostDigits || digits.find_first_not_of("0123456789") != std::string_view::npos)
+    if (digits.size() > mostDigits)
         return std::nullopt;
-    std::int64_t value = 0;
-    for (const char c : digits)
-        value = value * 10 + (c - '0');
-    return value;
+    return digits.empty() ? 0 : wholeNumber<std::uint64_t>(digits);
 }
 
 std::string formatted(double value, int precision) {
@@ -76,9 +73,9 @@ std::int64_t secondsOf(std::string_view timeText) {
     const auto colon = timeText.find(':');
     if (colon == std::string_view::npos || colon < 2 || timeText.size() != colon + 3)
         return 0;
-    const auto hours = wholeNumber(timeText.substr(0, colon - 2));
-    const auto minutes = wholeNumber(timeText.substr(colon - 2, 2));
-    const auto seconds = wholeNumber(timeText.substr(colon + 1));
+    const auto hours = countOf(timeText.substr(0, colon - 2));
+    const auto minutes = countOf(timeText.substr(colon - 2, 2));
+    const auto seconds = countOf(timeText.substr(colon + 1));
     return hours && minutes && seconds ? *hours * 3600 + *minutes * 60 + *seconds : 0;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <charconv>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -39,6 +40,16 @@ constexpr const char* translatable(const char* key) {
 /// The shortest decimal text that reads back as the same number, always with a fractional part ("1.0"),
 /// whatever the process locale; "inf", "-inf" and "nan" where it is no number.
 [[nodiscard]] std::string decimalText(double value);
+
+/// Reads a whole text as a whole number; nothing if anything else is in it, a sign that `Number` does not
+/// have included, or if it is too large for that.
+template <typename Number>
+[[nodiscard]] std::optional<Number> wholeNumber(std::string_view text) {
+    Number value = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    const bool whole = error == std::errc() && end == text.data() + text.size();
+    return whole ? std::optional(value) : std::nullopt;
+}
 
 /// Reads a whole text as a decimal number, whatever the process locale; nothing if anything else is in it.
 [[nodiscard]] std::optional<double> parseDecimal(std::string_view text);

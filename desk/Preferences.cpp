@@ -23,7 +23,7 @@ std::optional<bool> parse(std::string_view text) {
 }
 template <>
 std::optional<std::int64_t> parse(std::string_view text) {
-    return parseInteger(text);
+    return wholeNumber<std::int64_t>(text);
 }
 template <>
 std::optional<double> parse(std::string_view text) {
@@ -41,7 +41,7 @@ std::optional<BreakStyle> parse(std::string_view text) {
             return style;
         style = static_cast<BreakStyle>(static_cast<std::int64_t>(style) + 1);
     }
-    const auto raw = parseInteger(text);
+    const auto raw = wholeNumber<std::int64_t>(text);
     return raw && fromRawValue(*raw, style) ? std::optional(style) : std::nullopt;
 }
 template <>
@@ -49,7 +49,7 @@ std::optional<WaterMode> parse(std::string_view text) {
     if (text == "interval" || text == "timing")
         return text == "timing" ? WaterMode::timing : WaterMode::interval;
     WaterMode mode{};
-    const auto raw = parseInteger(text);
+    const auto raw = wholeNumber<std::int64_t>(text);
     return raw && fromRawValue(*raw, mode) ? std::optional(mode) : std::nullopt;
 }
 

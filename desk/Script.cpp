@@ -44,7 +44,7 @@ double seconds(std::string_view text) {
 }
 
 std::uint32_t screenNumber(std::string_view text) {
-    const auto number = parseInteger(text);
+    const auto number = wholeNumber<std::int64_t>(text);
     if (!number || *number < 0 || *number > UINT32_MAX)
         throw Problem(in(text) + " is no screen");
     return static_cast<std::uint32_t>(*number);
@@ -82,7 +82,7 @@ Run screens(std::string_view rest) {
 
 StoredValue storedValue(std::string_view type, std::string_view value) {
     if (type == "int")
-        if (const auto number = parseInteger(value))
+        if (const auto number = wholeNumber<std::int64_t>(value))
             return *number;
     if (type == "bool")
         if (const auto truth = parseBoolean(value))
@@ -155,7 +155,7 @@ Run notice(std::string_view rest) {
 }
 
 Run waterAmount(std::string_view rest) {
-    const auto millilitres = parseInteger(rest);
+    const auto millilitres = wholeNumber<std::int64_t>(rest);
     if (!millilitres)
         throw Problem(in(rest) + " is no amount");
     return [millilitres](Desk& desk) {

@@ -1,7 +1,8 @@
 #include "desk/Values.h"
 
+#include "base/Text.h"
+
 #include <algorithm>
-#include <charconv>
 #include <chrono>
 
 namespace kelpa::desk {
@@ -10,26 +11,12 @@ namespace {
 
 constexpr std::string_view blanks = " \t";
 
-bool allDigits(std::string_view text) {
-    return !text.empty() && text.find_first_not_of("0123456789") == std::string_view::npos;
-}
-
 /// A number of exactly `digits` digits at a place of a text.
 std::optional<int> field(std::string_view text, std::size_t at, std::size_t digits) {
-    if (at + digits > text.size() || !allDigits(text.substr(at, digits)))
-        return std::nullopt;
-    int value = 0;
-    std::from_chars(text.data() + at, text.data() + at + digits, value);
-    return value;
+    return at + digits <= text.size() ? wholeNumber<unsigned>(text.substr(at, digits)) : std::nullopt;
 }
 
 } // namespace
-
-std::optional<std::int64_t> parseInteger(std::string_view text) {
-    std::int64_t value = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-    return error == std::errc() && end == text.data() + text.size() ? std::optional(value) : std::nullopt;
-}
 
 std::optional<bool> parseBoolean(std::string_view text) {
     if (text == "true" || text == "yes" || text == "on" || text == "1")

@@ -11,7 +11,6 @@
 namespace kelpa::desk {
 
 /// Reads the values that stand in scripts; nothing for what is not one.
-[[nodiscard]] std::optional<std::int64_t> parseInteger(std::string_view text);
 [[nodiscard]] std::optional<bool> parseBoolean(std::string_view text);
 /// "13:30" or "13:30:15" on 1 January 1970.
 [[nodiscard]] std::optional<CivilTime> parseTimeOfDay(std::string_view text);

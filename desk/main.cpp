@@ -1,3 +1,4 @@
+#include "base/Text.h"
 #include "desk/Script.h"
 #include "desk/Values.h"
 
@@ -37,7 +38,7 @@ std::string readOption(const std::string& name, const std::string& value, Option
         options.quiet = kinds(value);
         return {};
     }
-    const auto seed = parseInteger(value);
+    const auto seed = kelpa::wholeNumber<std::int64_t>(value);
     if (!seed || *seed < 0)
         return "'" + value + "' is no seed";
     options.seed = static_cast<std::uint64_t>(*seed);

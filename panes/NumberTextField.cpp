@@ -4,7 +4,6 @@
 #include "base/Text.h"
 
 #include <algorithm>
-#include <charconv>
 
 namespace kelpa {
 
@@ -42,11 +41,7 @@ NumberTextField::NumberTextField(PreferencesControl description, PreferencesWind
       told_(number.observe([this](std::int64_t) { show(); })) {}
 
 std::optional<std::int64_t> NumberTextField::parse(const std::string& text) {
-    const std::string digits = withoutBlanksAround(narrow(text));
-    std::int64_t value = 0;
-    const char* end = digits.data() + digits.size();
-    const auto [at, error] = std::from_chars(digits.data(), end, value);
-    return error == std::errc() && at == end ? std::optional(value) : std::nullopt;
+    return wholeNumber<std::int64_t>(withoutBlanksAround(narrow(text)));
 }
 
 std::string NumberTextField::storedText() const {

@@ -1,6 +1,7 @@
 #include "platform/linux/helper/Message.h"
 
-#include <charconv>
+#include "base/Text.h"
+
 #include <cmath>
 #include <locale>
 #include <sstream>
@@ -58,12 +59,7 @@ const std::string& Message::field(std::size_t index) const {
 }
 
 std::optional<int> Message::number(std::size_t index) const {
-    const std::string& text = field(index);
-    int value = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-    if (error != std::errc() || end != text.data() + text.size())
-        return std::nullopt;
-    return value;
+    return wholeNumber<int>(field(index));
 }
 
 std::optional<double> Message::real(std::size_t index) const {

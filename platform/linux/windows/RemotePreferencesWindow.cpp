@@ -1,9 +1,9 @@
 #include "platform/linux/windows/RemotePreferencesWindow.h"
 
+#include "base/Text.h"
 #include "platform/linux/helper/ViewProtocol.h"
 #include "platform/linux/windows/Json.h"
 
-#include <charconv>
 #include <optional>
 
 namespace kelpa {
@@ -14,13 +14,6 @@ namespace {
 
 std::string propertyName(std::string_view field, const std::string& id) {
     return std::string(field) + ":" + id;
-}
-
-std::optional<std::int64_t> wholeNumber(const std::string& text) {
-    std::int64_t value = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-    const bool whole = error == std::errc() && end == text.data() + text.size();
-    return whole ? std::optional(value) : std::nullopt;
 }
 
 /// Hour and minute from the second and third field; nothing when they are no time of day.
@@ -153,7 +146,7 @@ bool RemotePreferencesWindow::didActOnControl(const std::string& action, const w
     } else if (action == view::steppedAction) {
         client_->stepped(id, message.field(1) == "-1" ? -1 : 1);
     } else if (action == view::chosenAction) {
-        if (const auto value = wholeNumber(message.field(1)))
+        if (const auto value = wholeNumber<std::int64_t>(message.field(1)))
             client_->chosen(id, *value);
         showAgain(view::chosenField, id);
     } else if (action == view::timeEnteredAction) {

@@ -1,8 +1,7 @@
 #include "platform/linux/windows/RemoteWaterPanel.h"
 
+#include "base/Text.h"
 #include "platform/linux/helper/ViewProtocol.h"
-
-#include <charconv>
 
 namespace kelpa {
 
@@ -11,10 +10,8 @@ namespace view = wire::view;
 namespace {
 
 void tapped(WaterPanelClient& client, const std::string& amount) {
-    std::int64_t millilitres = 0;
-    const auto [end, error] = std::from_chars(amount.data(), amount.data() + amount.size(), millilitres);
-    if (error == std::errc() && end == amount.data() + amount.size())
-        client.amountTapped(millilitres);
+    if (const auto millilitres = wholeNumber<std::int64_t>(amount))
+        client.amountTapped(*millilitres);
 }
 
 void act(WaterPanelClient& client, const std::string& action, const std::string& value) {
