@@ -32,11 +32,8 @@ bool waitsForReaders(int stream) {
 /// The way that it was opened belongs to all who were given it, so this is an opening of our own.
 void openAnew(int stream, int flags) {
     const std::string same = "/proc/self/fd/" + std::to_string(stream);
-    const int ours = open(same.c_str(), flags);
-    if (ours < 0)
-        return;
-    dup2(ours, stream);
-    close(ours);
+    if (const Descriptor ours{open(same.c_str(), flags)})
+        dup2(ours.get(), stream);
 }
 
 } // namespace

@@ -5,7 +5,7 @@
 #import "platform/macos/Bridge.h"
 #import "platform/macos/RunningApplication.h"
 
-#include "ui/NoUpdates.h"
+#include "ui/UpdateDialog.h"
 
 /// Says that this copy looks for no updates. A modal alert would keep the keyboard and the mouse from a break
 /// that begins meanwhile, so this one is a window like any other.
@@ -20,11 +20,11 @@
 - (instancetype)init {
     self = [super init];
     if (self) {
-        const kelpa::NoUpdates said;
+        const kelpa::UpdatePage said = kelpa::noUpdatesPage(kelpa::UpdateSupport::NoFeed);
         _alert = [[NSAlert alloc] init];
         [_alert setMessageText:kelpa::toNSString(said.headline)];
         [_alert setInformativeText:kelpa::toNSString(said.text)];
-        NSButton* close = [_alert addButtonWithTitle:kelpa::toNSString(said.close)];
+        NSButton* close = [_alert addButtonWithTitle:kelpa::toNSString(said.buttons.front().text)];
         [close setTarget:self];
         [close setAction:@selector(closeClicked:)];
         [_alert layout];

@@ -1,7 +1,7 @@
 // What the program asks of the desktop beside its windows: to be started at log-in, to open a mail.
 #include "PrivateBus.h"
+#include "platform/linux/services/Launcher.h"
 #include "platform/linux/services/LinuxLoginItem.h"
-#include "platform/linux/services/LinuxMail.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
-#include "platform/linux/update/UpdateSchedule.h"
 #include "desk/RecordingStore.h"
 #include "desk/VirtualClock.h"
+#include "platform/linux/update/LinuxUpdater.h"
 
 #include <gtest/gtest.h>
 #include <limits>

@@ -1,4 +1,4 @@
-#include "platform/linux/update/VersionOrder.h"
+#include "platform/linux/update/Appcast.h"
 
 #include <gtest/gtest.h>
 #include <string>

@@ -1,5 +1,7 @@
 #include "platform/linux/helper/HelperChild.h"
 
+#include "platform/linux/Descriptors.h"
+
 #include <array>
 #include <cerrno>
 #include <csignal>
@@ -18,23 +20,6 @@ namespace {
 constexpr int helperDescriptor = 3;
 /// A helper that is well ends within a few milliseconds of being asked.
 constexpr int patienceMilliseconds = 300;
-
-class Descriptor {
-  public:
-    explicit Descriptor(int fd) : fd_(fd) {}
-    ~Descriptor() { close(); }
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-    [[nodiscard]] int get() const { return fd_; }
-    void close() {
-        if (fd_ >= 0)
-            ::close(fd_);
-        fd_ = -1;
-    }
-
-  private:
-    int fd_;
-};
 
 /// A child starts with the signals of a fresh program, whatever ours are set to.
 void resetSignals() {

@@ -26,17 +26,17 @@ const sockaddr* generic(const sockaddr_un& address) {
     return reinterpret_cast<const sockaddr*>(&address);
 }
 
-OwnedFd makeSocket() {
-    return OwnedFd(socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
+Descriptor makeSocket() {
+    return Descriptor(socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
 }
 
 /// A socket with a name that the kernel chooses, so that it can be answered.
-OwnedFd makeAsker() {
-    OwnedFd asker = makeSocket();
+Descriptor makeAsker() {
+    Descriptor asker = makeSocket();
     sockaddr_un any{};
     any.sun_family = AF_UNIX;
     if (asker && bind(asker.get(), generic(any), sizeof any.sun_family) != 0)
-        return OwnedFd();
+        return Descriptor();
     return asker;
 }
 
@@ -53,16 +53,6 @@ bool ownFolder(const std::string& path) {
 }
 
 } // namespace
-
-OwnedFd& OwnedFd::operator=(OwnedFd&& other) noexcept {
-    std::swap(fd_, other.fd_);
-    return *this;
-}
-
-OwnedFd::~OwnedFd() {
-    if (fd_ >= 0)
-        close(fd_);
-}
 
 InstanceLock::InstanceLock(const std::string& folder, std::string name)
     : name_(std::move(name)), folder_(open(folder.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC)) {}
@@ -85,8 +75,8 @@ bool InstanceLock::ourFile(int fd) const {
 
 InstanceLock::State InstanceLock::take() {
     for (int tries = 0; tries < 10; ++tries) {
-        OwnedFd file(openat(folder_.get(), (name_ + ".lock").c_str(),
-                            O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600));
+        Descriptor file(openat(folder_.get(), (name_ + ".lock").c_str(),
+                               O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600));
         struct stat info {};
         if (!file || fstat(file.get(), &info) != 0)
             return state_ = State::Unavailable;
@@ -119,7 +109,7 @@ void InstanceLock::listen() {
     socket_ = makeSocket();
     const sockaddr_un address = socketAddress();
     if (socket_ && bind(socket_.get(), generic(address), sizeof address) != 0)
-        socket_ = OwnedFd();
+        socket_ = Descriptor();
 }
 
 bool InstanceLock::send(int from, std::string_view request) const {
@@ -128,7 +118,7 @@ bool InstanceLock::send(int from, std::string_view request) const {
 }
 
 bool InstanceLock::askHolder(EventLoop& loop, double seconds) {
-    const OwnedFd asker = makeAsker();
+    const Descriptor asker = makeAsker();
     if (!asker)
         return false;
     bool shown = false;
@@ -151,7 +141,7 @@ bool InstanceLock::takeOver() {
         if (held_ != named.st_ino)
             return take() != State::HeldByAnother;
         // It finds this when it comes to itself again.
-        if (const OwnedFd asker = makeAsker())
+        if (const Descriptor asker = makeAsker())
             send(asker.get(), yieldRequest);
         unlinkat(folder_.get(), file.c_str(), 0);
     }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/linux/Descriptors.h"
 #include "platform/linux/EventLoop.h"
 
 #include <functional>
@@ -12,20 +13,6 @@
 #include <utility>
 
 namespace kelpa {
-
-/// A descriptor that closes with its owner.
-class OwnedFd {
-  public:
-    explicit OwnedFd(int fd = -1) : fd_(fd) {}
-    OwnedFd(OwnedFd&& other) noexcept : fd_(std::exchange(other.fd_, -1)) {}
-    OwnedFd& operator=(OwnedFd&& other) noexcept;
-    ~OwnedFd();
-    [[nodiscard]] int get() const { return fd_; }
-    explicit operator bool() const { return fd_ >= 0; }
-
-  private:
-    int fd_;
-};
 
 /// What the holder of the lock is asked by other starts, from the main loop.
 class InstanceClient {
@@ -70,9 +57,9 @@ class InstanceLock {
     bool send(int from, std::string_view request) const;
 
     std::string name_;
-    OwnedFd folder_;
-    OwnedFd lock_;
-    OwnedFd socket_;
+    Descriptor folder_;
+    Descriptor lock_;
+    Descriptor socket_;
     std::optional<ino_t> held_; ///< the file that another process holds
     State state_ = State::Free;
     Subscription requests_;

@@ -44,6 +44,14 @@ int spawn(std::vector<std::string>& command) {
     return error == 0 ? pid : 0;
 }
 
+std::vector<std::string> mailCommand(const Mail& mail) {
+    std::vector<std::string> arguments{"xdg-email", "--utf8", "--subject", mail.subject, "--body", mail.body};
+    if (!mail.attachment.empty())
+        arguments.insert(arguments.end(), {"--attach", mail.attachment});
+    arguments.push_back(mail.recipient);
+    return arguments;
+}
+
 } // namespace
 
 bool Launcher::run(std::vector<std::string> command, Ended ended) {
@@ -58,6 +66,13 @@ bool Launcher::run(std::vector<std::string> command, Ended ended) {
             told(WIFEXITED(status) && WEXITSTATUS(status) == 0);
     });
     return true;
+}
+
+void LinuxMail::compose(const Mail& mail) {
+    if (Portal* portal = portal_())
+        portal->composeEmail(mail, nullptr);
+    else
+        launcher_.run(mailCommand(mail));
 }
 
 } // namespace kelpa

@@ -1,8 +1,8 @@
 #include "platform/linux/services/Portal.h"
 
+#include "platform/linux/Descriptors.h"
 #include "platform/linux/bus/Bus.h"
 #include "platform/linux/bus/BusMessage.h"
-#include "platform/linux/store/FileAccess.h"
 
 #include <algorithm>
 #include <fcntl.h>
@@ -30,8 +30,8 @@ void textsOption(BusWriter& out, const char* name, const std::vector<std::string
 /// The mail program gets the open file, because it cannot see into the sandbox. A log that cannot be opened
 /// is left out.
 void attachmentOption(BusWriter& out, const std::string& path) {
-    const FileDescriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC));
-    if (file.valid())
+    const Descriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC));
+    if (file)
         out.open('e', "sv")
             .text("attachment_fds")
             .open('v', "ah")

@@ -10,7 +10,6 @@
 #include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
-#include <utility>
 
 namespace kelpa {
 
@@ -37,8 +36,8 @@ std::string folderOf(const std::string& path) {
     return slash == 0 ? "/" : path.substr(0, slash);
 }
 
-FileDescriptor openFile(const std::string& path, int flags) {
-    return FileDescriptor(open(path.c_str(), flags | O_CLOEXEC, S_IRUSR | S_IWUSR));
+Descriptor openFile(const std::string& path, int flags) {
+    return Descriptor(open(path.c_str(), flags | O_CLOEXEC, S_IRUSR | S_IWUSR));
 }
 
 void writeAll(int fd, const std::string& bytes, const std::string& path) {
@@ -78,7 +77,7 @@ FileIdentity identityOf(int fd, const std::string& path) {
 /// The rename is on disk only when the folder is. Some file systems cannot do it; the new file stands anyway.
 void syncFolderOf(const std::string& path) {
     const auto folder = openFile(folderOf(path), O_RDONLY | O_DIRECTORY);
-    if (folder.valid())
+    if (folder)
         fsync(folder.get());
 }
 
@@ -86,7 +85,7 @@ FileIdentity writeNew(const std::string& path, const std::string& bytes) {
     // What a killed process left behind goes first, so that nothing of its owner and mode lives on.
     unlink(path.c_str());
     const auto file = openFile(path, O_WRONLY | O_CREAT | O_EXCL);
-    check(file.valid(), path);
+    check(file.get() >= 0, path);
     writeAll(file.get(), bytes, path);
     check(fsync(file.get()) == 0, path);
     return identityOf(file.get(), path);
@@ -108,13 +107,6 @@ bool renameToFree(const std::string& from, const std::string& to) {
 
 } // namespace
 
-FileDescriptor::~FileDescriptor() {
-    if (valid())
-        close(fd_);
-}
-
-FileDescriptor::FileDescriptor(FileDescriptor&& other) noexcept : fd_(std::exchange(other.fd_, -1)) {}
-
 FileIdentity FileIdentity::of(const struct stat& status) {
     return {status.st_dev, status.st_ino, status.st_size,
             status.st_ctim.tv_sec * std::int64_t{1'000'000'000} + status.st_ctim.tv_nsec};
@@ -131,9 +123,9 @@ FileIdentity FileIdentity::of(const std::string& path) {
 std::optional<FileContent> readFile(const std::string& path) {
     // Non-blocking, because opening a pipe in the file's place would wait for its other end for ever.
     const auto file = openFile(path, O_RDONLY | O_NONBLOCK);
-    if (!file.valid() && (errno == ENOENT || errno == ENOTDIR))
+    if (!file && (errno == ENOENT || errno == ENOTDIR))
         return std::nullopt;
-    check(file.valid(), path);
+    check(file.get() >= 0, path);
     FileContent content;
     content.identity = identityOf(file.get(), path);
     content.bytes = readAll(file.get(), path);
@@ -185,7 +177,7 @@ void makeFolderOf(const std::string& path) {
 }
 
 FileLock::FileLock(const std::string& path) : file_(openFile(path, O_RDWR | O_CREAT)) {
-    check(file_.valid(), path);
+    check(file_.get() >= 0, path);
     for (int tries = 0; flock(file_.get(), LOCK_EX | LOCK_NB) != 0; ++tries) {
         if ((errno != EWOULDBLOCK && errno != EINTR) || tries == lockTries)
             fail(errno, path);

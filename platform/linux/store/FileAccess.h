@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/linux/Descriptors.h"
+
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -7,20 +9,6 @@
 struct stat;
 
 namespace kelpa {
-
-/// A file descriptor that closes itself.
-class FileDescriptor {
-  public:
-    explicit FileDescriptor(int fd) : fd_(fd) {}
-    ~FileDescriptor();
-    FileDescriptor(FileDescriptor&& other) noexcept;
-    FileDescriptor& operator=(FileDescriptor&&) = delete;
-    [[nodiscard]] int get() const { return fd_; }
-    [[nodiscard]] bool valid() const { return fd_ >= 0; }
-
-  private:
-    int fd_;
-};
 
 /// What tells one state of a file from another without reading it.
 struct FileIdentity {
@@ -70,7 +58,7 @@ class FileLock {
     explicit FileLock(const std::string& path);
 
   private:
-    FileDescriptor file_;
+    Descriptor file_;
 };
 
 } // namespace kelpa

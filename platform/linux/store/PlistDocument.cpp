@@ -59,8 +59,8 @@ plist_t parsedBinary(const std::string& bytes) {
 }
 
 plist_t parsedXml(const std::string& bytes) {
-    const auto xml = asUtf8(bytes);
-    return xml && isTameXml(*xml) ? parsed(withoutFalseNumbers(*xml)) : nullptr;
+    const auto xml = tameXml(bytes);
+    return xml ? parsed(*xml) : nullptr;
 }
 
 /// The library hands out 64 bits without their sign: with the top bit set only the written form tells a

@@ -1,12 +1,19 @@
 #pragma once
 
-#include "platform/linux/store/StoreValue.h"
-
+#include <cstdint>
+#include <functional>
+#include <map>
 #include <optional>
 #include <string>
-#include <string_view>
+#include <variant>
+#include <vector>
 
 namespace kelpa {
+
+/// A setting as the program knows it; the kinds are never converted into each other.
+using StoreValue = std::variant<bool, std::int64_t, double, std::string, std::vector<std::string>>;
+/// Looked up without making a text of the key.
+using StoreValues = std::map<std::string, StoreValue, std::less<>>;
 
 /// A property list whose root is a dictionary. What the program does not know in it (other kinds of values,
 /// other programs' keys) stays as it is.
@@ -31,9 +38,5 @@ class PlistDocument {
     explicit PlistDocument(void* root) : root_(root) {}
     void* root_;
 };
-
-/// Numbers that are none (`<integer>abc</integer>`) turned into texts: the parser would read them as 0, and a
-/// 0 that nobody chose could do harm where the default does none.
-[[nodiscard]] std::string withoutFalseNumbers(std::string_view xml);
 
 } // namespace kelpa

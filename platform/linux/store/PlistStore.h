@@ -2,7 +2,6 @@
 
 #include "platform/linux/store/FileAccess.h"
 #include "platform/linux/store/PlistDocument.h"
-#include "platform/linux/store/StoreValue.h"
 #include "platform/ports/DefaultsStore.h"
 #include "platform/ports/Timers.h"
 

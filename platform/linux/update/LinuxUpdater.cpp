@@ -1,8 +1,11 @@
 #include "platform/linux/update/LinuxUpdater.h"
 
+#include "base/Text.h"
+#include "platform/linux/BuildConfig.h"
+#include "platform/linux/Folders.h"
 #include "platform/linux/helper/UpdateProtocol.h"
 
-#include <charconv>
+#include <algorithm>
 #include <utility>
 
 namespace kelpa {
@@ -11,11 +14,17 @@ namespace update = wire::update;
 
 namespace {
 
-/// 0 for what is no number.
-std::int64_t count(const std::string& text) {
-    std::int64_t value = 0;
-    std::from_chars(text.data(), text.data() + text.size(), value);
-    return value;
+/// The queue's clock stands still while the machine sleeps, so the wall clock is asked again now and then.
+constexpr double longestNap = 3600;
+
+UpdateSupport supportOfThisCopy() {
+    if (inSandbox())
+        return UpdateSupport::Store;
+    return *build::feedUrl == '\0' ? UpdateSupport::NoFeed : UpdateSupport::Feed;
+}
+
+std::int64_t bytesIn(const wire::Message& message, std::size_t field) {
+    return wholeNumber<std::int64_t>(message.field(field)).value_or(0);
 }
 
 UpdateFailure failureOf(const std::string& reason) {
@@ -39,6 +48,60 @@ UpdateFailure failureOf(const std::string& reason) {
 
 } // namespace
 
+UpdateSchedule::UpdateSchedule(const Clock& clock, Queue& queue, DefaultsStore& store,
+                               std::function<void()> due)
+    : clock_(clock), queue_(queue), store_(store), due_(std::move(due)) {}
+
+UpdateSchedule::~UpdateSchedule() {
+    if (item_)
+        item_->cancel();
+}
+
+void UpdateSchedule::start(double interval) {
+    interval_ = interval;
+    arm(remaining());
+}
+
+void UpdateSchedule::noteCheck() {
+    store_.setReal(lastCheckKey, clock_.now().secondsSince1970);
+}
+
+/// Nothing remains where no check is known, or one of a time that has not come: the clock was wrong then.
+double UpdateSchedule::remaining() const {
+    const double now = clock_.now().secondsSince1970;
+    const double last = store_.real(lastCheckKey).value_or(0);
+    return last <= now ? last + interval_ - now : 0;
+}
+
+void UpdateSchedule::arm(double seconds) {
+    item_ = std::make_shared<WorkItem>([this] { wake(); });
+    queue_.asyncAfter(std::clamp(seconds, soonest, longestNap), item_);
+}
+
+void UpdateSchedule::wake() {
+    if (remaining() <= 0)
+        due_();
+    // What could not be done now, because a person has yet to answer, is not tried again all the time.
+    arm(remaining() <= 0 ? longestNap : remaining());
+}
+
+UpdateSetup UpdateSetup::ofThisCopy(const SystemInfo& system, const std::string& language) {
+    const auto os = system.osVersion();
+    UpdateSetup setup;
+    setup.support = supportOfThisCopy();
+    setup.feed = build::feedUrl;
+    setup.key = build::updateKey;
+    setup.package = build::updatePackage;
+    setup.version = build::number;
+    setup.name = build::version;
+    setup.system = std::to_string(os.major) + "." + std::to_string(os.minor) + "." + std::to_string(os.patch);
+    setup.processor = system.machine();
+    setup.language = language;
+    setup.folder = cacheHome().value_or("/nonexistent") + "/" + build::identifier + "/update";
+    setup.helper = helperPath("kelpa-update");
+    return setup;
+}
+
 LinuxUpdater::LinuxUpdater(const UpdateParts& parts, UpdateSetup setup)
     : parts_(parts), setup_(std::move(setup)), dialog_(setup_.support, setup_.name, parts.window, *this),
       schedule_(parts.clock, parts.loop, parts.store, [this] { dialog_.due(); }),
@@ -51,7 +114,7 @@ void LinuxUpdater::start() {
         schedule_.start(interval_);
 }
 
-void LinuxUpdater::check() {
+void LinuxUpdater::startCheck() {
     schedule_.noteCheck();
     helper_.end();
     if (const std::string refused = helper_.start(); !refused.empty())
@@ -84,9 +147,9 @@ void LinuxUpdater::download() {
 void LinuxUpdater::helperSaid(const wire::Message& message) {
     const std::string& verb = message.verb();
     if (verb == update::found)
-        return dialog_.found({message.field(1), message.field(2), message.field(3), count(message.field(4))});
+        return dialog_.found({message.field(1), message.field(2), message.field(3), bytesIn(message, 4)});
     if (verb == update::progress)
-        return dialog_.received(count(message.field(1)));
+        return dialog_.received(bytesIn(message, 1));
     helper_.end();
     if (verb == update::latest)
         dialog_.latest();

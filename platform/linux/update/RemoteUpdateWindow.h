@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/linux/update/UpdatePage.h"
 #include "platform/linux/windows/RemoteWindowSystem.h"
+#include "platform/ports/UpdateWindow.h"
 
 #include <memory>
 #include <string>

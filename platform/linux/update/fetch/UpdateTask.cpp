@@ -1,8 +1,6 @@
 #include "platform/linux/update/fetch/UpdateTask.h"
 
 #include "platform/linux/helper/UpdateProtocol.h"
-#include "platform/linux/update/VersionOrder.h"
-#include "platform/linux/update/fetch/PackageVersion.h"
 
 #include <algorithm>
 

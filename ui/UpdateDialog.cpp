@@ -1,7 +1,6 @@
-#include "platform/linux/update/UpdateDialog.h"
+#include "ui/UpdateDialog.h"
 
 #include "base/Text.h"
-#include "ui/NoUpdates.h"
 
 #include <utility>
 #include <vector>
@@ -10,23 +9,18 @@ namespace kelpa {
 
 namespace {
 
-/// The text with these in place of %1, %2 and so on.
-std::string filled(std::string text, const std::vector<std::string>& parts) {
-    for (std::size_t number = parts.size(); number > 0; --number)
-        text = replacingAll(text, "%" + std::to_string(number), parts[number - 1]);
-    return text;
-}
-
 /// In megabytes with one digit behind the point, which is as exact as anybody wants it.
 std::string soFar(std::int64_t bytes, std::int64_t length) {
     const auto tenths = [](std::int64_t count) { return (count + 50'000) / 100'000; };
     const auto whole = [&](std::int64_t count) { return std::to_string(tenths(count) / 10); };
     const auto digit = [&](std::int64_t count) { return std::to_string(tenths(count) % 10); };
-    return filled(localized("%1.%2 of %3.%4 MB"), {whole(bytes), digit(bytes), whole(length), digit(length)});
+    return withArguments(localized("%1$s.%2$s of %3$s.%4$s MB"),
+                         {whole(bytes), digit(bytes), whole(length), digit(length)});
 }
 
-UpdateButton button(UpdateAction action, const std::string& text) {
-    return {action, text};
+/// Something that a person can only take note of.
+UpdatePage message(const std::string& headline, const std::string& text) {
+    return {headline, text, {}, {}, {{UpdateAction::Close, localized("OK")}}};
 }
 
 std::string inWords(UpdateFailure failure) {
@@ -61,6 +55,15 @@ std::string inWords(UpdateFailure failure) {
 
 } // namespace
 
+UpdatePage noUpdatesPage(UpdateSupport support) {
+    return message(
+        localized("Kelpa does not update itself here"),
+        support == UpdateSupport::Store
+            ? localized("The software store that Kelpa came from also brings its new versions.")
+            : localized(
+                  "This copy of Kelpa does not look for updates. Get new versions where you got this one."));
+}
+
 UpdateDialog::UpdateDialog(UpdateSupport support, std::string running, UpdateWindow& window, UpdateWork& work)
     : support_(support), running_(std::move(running)), window_(window), work_(work) {
     window_.setClient(this);
@@ -72,22 +75,17 @@ UpdateDialog::~UpdateDialog() {
 
 void UpdateDialog::tell(const std::string& headline, const std::string& text) {
     state_ = State::Telling;
-    window_.setPage({headline, text, {}, {}, {button(UpdateAction::Close, localized("OK"))}});
-}
-
-void UpdateDialog::explain(const std::string& why) {
-    tell(NoUpdates().headline, why);
-    window_.present(UpdateWindow::Attention::Wanted);
+    window_.setPage(message(headline, text));
 }
 
 void UpdateDialog::asked() {
-    if (support_ == UpdateSupport::NoFeed) {
-        explain(NoUpdates().text);
-    } else if (support_ == UpdateSupport::Store) {
-        explain(localized("The software store that Kelpa came from also brings its new versions."));
+    if (support_ != UpdateSupport::Feed) {
+        state_ = State::Telling;
+        window_.setPage(noUpdatesPage(support_));
+        window_.present(UpdateWindow::Attention::Wanted);
     } else if (state_ == State::Idle || state_ == State::Telling) {
         showChecking();
-        work_.check();
+        work_.startCheck();
     } else if (state_ == State::CheckingQuietly) {
         showChecking();
     } else {
@@ -101,7 +99,7 @@ void UpdateDialog::showChecking() {
                      {},
                      {},
                      {},
-                     {button(UpdateAction::Cancel, localized("Cancel"))},
+                     {{UpdateAction::Cancel, localized("Cancel")}},
                      UpdatePage::Progress::Busy});
     window_.present(UpdateWindow::Attention::Wanted);
 }
@@ -110,7 +108,7 @@ void UpdateDialog::due() {
     if (support_ != UpdateSupport::Feed || state_ != State::Idle)
         return;
     state_ = State::CheckingQuietly;
-    work_.check();
+    work_.startCheck();
 }
 
 bool UpdateDialog::endQuietly() {
@@ -122,7 +120,7 @@ bool UpdateDialog::endQuietly() {
 void UpdateDialog::latest() {
     if (!endQuietly())
         tell(localized("Kelpa is up to date"),
-             filled(localized("You have the newest version, %1."), {running_}));
+             withArguments(localized("You have the newest version, %1$s."), {running_}));
 }
 
 void UpdateDialog::outgrown() {
@@ -140,13 +138,14 @@ void UpdateDialog::found(const Release& release) {
     }
     release_ = release;
     state_ = State::Offering;
-    window_.setPage({localized("A new version of Kelpa is available"),
-                     filled(localized("Version %1 is available; you have %2."), {release.name, running_}),
-                     release.notes.empty() ? "" : localized("Release Notes"),
-                     release.notes,
-                     {button(UpdateAction::Skip, localized("Skip This Version")),
-                      button(UpdateAction::Later, localized("Later")),
-                      button(UpdateAction::Install, localized("Install"))}});
+    window_.setPage(
+        {localized("A new version of Kelpa is available"),
+         withArguments(localized("Version %1$s is available; you have %2$s."), {release.name, running_}),
+         release.notes.empty() ? "" : localized("Release Notes"),
+         release.notes,
+         {{UpdateAction::Skip, localized("Skip This Version")},
+          {UpdateAction::Later, localized("Later")},
+          {UpdateAction::Install, localized("Install")}}});
     if (quiet)
         window_.present(UpdateWindow::Attention::None);
 }
@@ -162,11 +161,11 @@ void UpdateDialog::received(std::int64_t bytes) {
         return;
     const double fraction =
         release_.length > 0 ? static_cast<double>(bytes) / static_cast<double>(release_.length) : 0;
-    window_.setPage({filled(localized("Downloading version %1"), {release_.name}),
+    window_.setPage({withArguments(localized("Downloading version %1$s"), {release_.name}),
                      soFar(bytes, release_.length),
                      {},
                      {},
-                     {button(UpdateAction::Cancel, localized("Cancel"))},
+                     {{UpdateAction::Cancel, localized("Cancel")}},
                      UpdatePage::Progress::Known,
                      fraction});
 }
@@ -187,7 +186,7 @@ void UpdateDialog::packageOpened(bool taken) {
     state_ = State::Telling;
     if (!taken)
         tell(localized("No program installs the update"),
-             filled(localized("The download was checked and lies in this file:\n%1"), {package_}));
+             withArguments(localized("The download was checked and lies in this file:\n%1$s"), {package_}));
 }
 
 void UpdateDialog::failed(UpdateFailure failure) {

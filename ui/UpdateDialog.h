@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/update/UpdatePage.h"
+#include "platform/ports/UpdateWindow.h"
 
 #include <cstdint>
 #include <string>
@@ -13,6 +13,9 @@ enum class UpdateSupport {
     NoFeed, ///< whoever built it gave it none
     Store,  ///< it runs in a sandbox, where the store that installed it brings new versions
 };
+
+/// What a copy that cannot tells a person who asks it for updates.
+[[nodiscard]] UpdatePage noUpdatesPage(UpdateSupport support);
 
 enum class UpdateFailure {
     Unreachable,
@@ -41,7 +44,8 @@ struct Release {
 class UpdateWork {
   public:
     virtual ~UpdateWork() = default;
-    virtual void check() = 0;
+    virtual void startCheck() = 0;
+    /// Fetches the release that was found.
     virtual void download() = 0;
     /// Ends whatever goes on; nothing more is heard of it.
     virtual void stop() = 0;
@@ -81,7 +85,6 @@ class UpdateDialog final : private UpdateWindowClient {
 
     void act(UpdateAction action) override;
     void tell(const std::string& headline, const std::string& text);
-    void explain(const std::string& why);
     void showChecking();
     void startDownload();
     void leave();

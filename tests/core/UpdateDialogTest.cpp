@@ -1,5 +1,5 @@
 // What a person sees of updates: every text as its own key, because there are no translations here.
-#include "platform/linux/update/UpdateDialog.h"
+#include "ui/UpdateDialog.h"
 
 #include <gtest/gtest.h>
 #include <string>
@@ -31,7 +31,7 @@ struct Journal final : UpdateWindow, UpdateWork {
     }
     void setClient(UpdateWindowClient* told) override { client = told; }
     void close() override { lines.push_back("close"); }
-    void check() override { lines.push_back("check"); }
+    void startCheck() override { lines.push_back("check"); }
     void download() override { lines.push_back("download"); }
     void stop() override { lines.push_back("stop"); }
     void openPackage(const std::string& path) override { lines.push_back("open " + path); }
