@@ -36,7 +36,7 @@ common=("$compiler" -std=c++20 "--target=${machine/aarch64/arm64}-apple-macos12"
     -isystem "$("$compiler" -print-resource-dir)/include" -isystem "$gnustep"
     -isystem "/usr/include/$machine-linux-gnu" -isystem /usr/include
     -include platform/macos/check/LibcxxAvailability.h -I. -I "$scratch/generated" "${warnings[@]}")
-objective=(-fsyntax-only -fobjc-arc -fblocks -Wundeclared-selector -Wobjc-method-access -Wprotocol
+objective=(-fsyntax-only -fobjc-arc -fblocks -Wno-unused-parameter -Wundeclared-selector -Wobjc-method-access -Wprotocol
     -include platform/macos/check/MacDeclarations.h)
 
 # Parts of the standard library's binary that came after the one of macOS 12. Its headers do not mark all of them.

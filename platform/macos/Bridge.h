@@ -1,6 +1,6 @@
 #pragma once
 
-#import <Foundation/Foundation.h>
+#import <AppKit/AppKit.h>
 
 #include "base/FatalError.h"
 
@@ -38,6 +38,13 @@ void callCore(const Work& work) noexcept {
     } catch (...) {
         fatalError("An unexpected exception of an unknown kind");
     }
+}
+
+/// The shared application. That there is none is a programming error and ends the process.
+[[nodiscard]] inline NSApplication* runningApplication() {
+    if (!NSApp)
+        fatalError("There is no application");
+    return NSApp;
 }
 
 } // namespace kelpa

@@ -1,9 +1,8 @@
-#import "platform/macos/MacUpdater.h"
+#import "platform/macos/MacServices.h"
 
 #import <AppKit/AppKit.h>
 
 #import "platform/macos/Bridge.h"
-#import "platform/macos/RunningApplication.h"
 
 #include "ui/UpdateDialog.h"
 
@@ -39,7 +38,6 @@
 }
 
 - (void)closeClicked:(id)sender {
-    (void)sender;
     [[_alert window] orderOut:nil];
 }
 

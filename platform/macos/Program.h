@@ -1,18 +1,10 @@
 #pragma once
 
-#import "platform/macos/BundleTranslations.h"
-#import "platform/macos/DispatchQueue.h"
-#import "platform/macos/DistributedLock.h"
-#import "platform/macos/GlobalActivity.h"
-#import "platform/macos/MacClock.h"
-#import "platform/macos/MacFonts.h"
-#import "platform/macos/MacStatusBar.h"
-#import "platform/macos/MacSystemInfo.h"
-#import "platform/macos/MacUpdater.h"
-#import "platform/macos/RunLoopTickers.h"
-#import "platform/macos/ServiceLoginItem.h"
-#import "platform/macos/SharingMail.h"
-#import "platform/macos/StandardAboutPanel.h"
+#import "platform/macos/MacEvents.h"
+#import "platform/macos/MacServices.h"
+#import "platform/macos/MacSystem.h"
+#import "platform/macos/MacTime.h"
+#import "platform/macos/Menus.h"
 #import "platform/macos/UserDefaultsStore.h"
 #import "platform/macos/preferences/MacPreferencesWindow.h"
 #import "platform/macos/windows/MacWindowSystem.h"
@@ -32,9 +24,6 @@ class Program final : private ApplicationLoop {
   public:
     /// Ticks, delays and the wall clock run `speed` times as fast as real time.
     explicit Program(double speed);
-    ~Program() override;
-    Program(const Program&) = delete;
-    Program& operator=(const Program&) = delete;
 
     void launch();
     void willTerminate();
@@ -54,17 +43,17 @@ class Program final : private ApplicationLoop {
     UserDefaultsStore store_;
     MacStatusBar statusBar_;
     MacWindowSystem windows_;
-    MacSystemInfo system_;
-    MacFonts fonts_;
-    BundleTranslations translations_;
+    std::unique_ptr<SystemInfo> system_ = makeMacSystemInfo();
+    std::unique_ptr<Fonts> fonts_ = makeMacFonts();
+    std::unique_ptr<Translations> translations_ = makeMacTranslations();
     SystemRandom random_;
     AbortOnFatalErrors fatalErrors_;
     DistributedLock lock_;
     GlobalActivity activity_{lock_};
-    ServiceLoginItem loginItem_;
-    std::unique_ptr<Updater> updater_;
-    SharingMail mail_;
-    StandardAboutPanel about_;
+    std::unique_ptr<LoginItem> loginItem_;
+    std::unique_ptr<Updater> updater_ = makeMacUpdater();
+    std::unique_ptr<MailComposer> mail_ = makeMacMail();
+    std::unique_ptr<AboutPanel> about_ = makeMacAboutPanel();
     MacPreferencesWindow preferences_;
     id<NSObject> awake_ = nil; ///< as long as it is kept, timers are on time
     Ports ports_;

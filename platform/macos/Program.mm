@@ -1,10 +1,9 @@
 #import "platform/macos/Program.h"
 
-#import "platform/macos/MainMenu.h"
-#import "platform/macos/MenuAction.h"
-#import "platform/macos/RunningApplication.h"
+#import "platform/macos/Bridge.h"
 
 #include "app/AppInfo.h"
+
 namespace kelpa {
 
 namespace {
@@ -19,16 +18,13 @@ void logCritical(const std::string& message) {
 
 Program::Program(double speed)
     : clock_(speed), tickers_(speed), mainQueue_(dispatch_get_main_queue(), speed), queues_(speed),
-      fatalErrors_(logCritical), loginItem_(AppInfo::loginItemIdentifier()),
-      updater_(makeMacUpdater()), ports_{clock_,   tickers_, mainQueue_, queues_,       store_,  statusBar_,
-                                         windows_, system_,  fonts_,     translations_, random_, fatalErrors_,
-                                         *this,    lock_,    activity_,  services()},
+      fatalErrors_(logCritical), loginItem_(makeMacLoginItem(AppInfo::loginItemIdentifier())),
+      ports_{clock_,  tickers_,       mainQueue_, queues_,      store_, statusBar_, windows_,  *system_,
+             *fonts_, *translations_, random_,    fatalErrors_, *this,  lock_,      activity_, services()},
       logFiles_(clock_), application_(ports_, logFiles_) {}
 
-Program::~Program() = default;
-
 Services Program::services() {
-    return {&loginItem_, updater_.get(), &mail_, &about_, &preferences_};
+    return {loginItem_.get(), updater_.get(), mail_.get(), about_.get(), &preferences_};
 }
 
 void Program::launch() {

@@ -1,4 +1,4 @@
-#import "platform/macos/MacUpdater.h"
+#import "platform/macos/MacServices.h"
 
 #import <Sparkle/Sparkle.h>
 

@@ -6,6 +6,52 @@
 
 #include "platform/posix/SystemClock.h"
 
+/// What the system tells the application as a whole.
+@interface KelpaDelegate : NSObject <NSApplicationDelegate, KelpaSettingsActions>
+/// `program` must outlive the delegate.
+- (instancetype)initWithProgram:(kelpa::Program&)program;
+@end
+
+@implementation KelpaDelegate {
+    kelpa::Program* _program;
+}
+
+- (instancetype)initWithProgram:(kelpa::Program&)program {
+    self = [super init];
+    if (self)
+        _program = &program;
+    return self;
+}
+
+- (void)applicationDidFinishLaunching:(NSNotification*)notification {
+    kelpa::callCore([&] { _program->launch(); });
+}
+
+- (void)applicationWillTerminate:(NSNotification*)notification {
+    kelpa::callCore([&] { _program->willTerminate(); });
+}
+
+- (BOOL)applicationSupportsSecureRestorableState:(NSApplication*)application {
+    return _program->supportsSecureRestorableState();
+}
+
+/// Whoever starts a program that runs already wants to see something of it, and its place in the menu bar may
+/// be hidden.
+- (BOOL)applicationShouldHandleReopen:(NSApplication*)application hasVisibleWindows:(BOOL)visible {
+    kelpa::callCore([&] { _program->startedAgain(); });
+    return NO;
+}
+
+- (void)showSettingsWindow:(id)sender {
+    _program->presentPreferences();
+}
+
+- (void)showPreferencesWindow:(id)sender {
+    _program->presentPreferences();
+}
+
+@end
+
 namespace {
 
 /// `-speed N` on the command line lets N seconds pass in one, for demonstrations. Only there: a stored

@@ -136,7 +136,6 @@ NSDictionary* attributes(NSFont* font, NSColor* color) {
 }
 
 - (void)clicked:(id)sender {
-    (void)sender;
     // What it does may take the button, and with it the block, away.
     void (^const action)(void) = _action;
     action();

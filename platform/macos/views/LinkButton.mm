@@ -36,7 +36,6 @@
 }
 
 - (void)followed:(id)sender {
-    (void)sender;
     // What it does may take the button, and with it the block, away.
     void (^const action)(void) = _linkAction;
     action();

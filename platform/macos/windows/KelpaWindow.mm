@@ -80,12 +80,10 @@ __weak KelpaWindow* presented;
 }
 
 - (void)windowWillMove:(NSNotification*)notification {
-    (void)notification;
     _held = !_placed;
 }
 
 - (void)windowDidMove:(NSNotification*)notification {
-    (void)notification;
     if (_held && _dragged)
         _dragged([self frame]);
 }
@@ -169,17 +167,14 @@ __weak KelpaWindow* presented;
 
 /// A key that means nothing here makes no sound: a person who types on into a break has done nothing wrong.
 - (void)noResponderFor:(SEL)eventSelector {
-    (void)eventSelector;
 }
 
 - (void)cancelOperation:(id)sender {
-    (void)sender;
     [_content windowWantsToClose];
 }
 
 /// What becomes of the window is the core's decision.
 - (BOOL)windowShouldClose:(NSWindow*)sender {
-    (void)sender;
     [_content windowWantsToClose];
     return NO;
 }

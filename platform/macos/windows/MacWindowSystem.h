@@ -1,7 +1,5 @@
 #pragma once
 
-#import <AppKit/AppKit.h>
-
 #include "platform/ports/WindowSystem.h"
 
 namespace kelpa {
@@ -9,11 +7,7 @@ namespace kelpa {
 /// The screens and windows of the session.
 class MacWindowSystem final : public WindowSystem {
   public:
-    MacWindowSystem() = default;
-    ~MacWindowSystem() override;
-    MacWindowSystem(const MacWindowSystem&) = delete;
-    MacWindowSystem& operator=(const MacWindowSystem&) = delete;
-
+    /// `client` must outlive the process's last change of the screens.
     void setClient(WindowSystemClient& client) override;
     [[nodiscard]] std::vector<Screen> screens() const override;
     [[nodiscard]] const Screen* mainScreen() const override;
@@ -25,7 +19,6 @@ class MacWindowSystem final : public WindowSystem {
 
   private:
     WindowSystemClient* client_ = nullptr;
-    id<NSObject> screenWatch_ = nil;
     mutable Screen main_; ///< what `mainScreen` answered last
 };
 

@@ -1,8 +1,7 @@
 #import "platform/macos/windows/MacWindowSystem.h"
 
 #import "platform/macos/Bridge.h"
-#import "platform/macos/RunningApplication.h"
-#import "platform/macos/windows/MacWindow.h"
+#import "platform/macos/views/Faces.h"
 
 namespace kelpa {
 
@@ -22,17 +21,65 @@ Screen pretendedScreen() {
     return {UINT32_MAX, {0, 0, 1920, 1080}};
 }
 
-} // namespace
+/// A native window over AppKit.
+class MacWindow final : public NativeWindow {
+  public:
+    /// `client` outlives the window; null when nobody is to be told what a person does with it.
+    MacWindow(const WindowSpec& spec, WindowSystemClient* client)
+        : window_([[KelpaWindow alloc] initWithSpec:spec]) {
+        if (client && spec.style == WindowStyle::Panel)
+            [window_ setDragged:^(NSRect frame) {
+              const Rect place{frame.origin.x, frame.origin.y, frame.size.width, frame.size.height};
+              callCore([client, place] { client->panelDragged(place); });
+            }];
+    }
+    ~MacWindow() override {
+        [window_ setDragged:nil];
+        [window_ close];
+    }
+    MacWindow(const MacWindow&) = delete;
+    MacWindow& operator=(const MacWindow&) = delete;
 
-MacWindowSystem::~MacWindowSystem() {
-    if (screenWatch_)
-        [[NSNotificationCenter defaultCenter] removeObserver:screenWatch_];
+    std::unique_ptr<BreakScreenFace> hostBreakScreen(BreakScreenClient& client) override {
+        return makeBreakScreen(window_, client);
+    }
+    std::unique_ptr<WaterPanelFace> hostWaterPanel(WaterPanelClient& client) override {
+        return makeWaterPanel(window_, client);
+    }
+    void setAlpha(double alpha) override { [window_ setAlphaValue:alpha]; }
+    void fadeTo(double alpha, double seconds, std::function<void()> done) override;
+    void orderFrontRegardless() override { [window_ present]; }
+    void close() override { [window_ close]; }
+    /// Its place alone says which screen a window is on.
+    void setFrame(const Rect& frame, std::uint32_t /*screen*/) override {
+        [window_ setPlace:toNSRect(frame)];
+    }
+    [[nodiscard]] bool visible() const override { return [window_ isVisible]; }
+
+  private:
+    KelpaWindow* window_;
+};
+
+void MacWindow::fadeTo(double alpha, double seconds, std::function<void()> done) {
+    KelpaWindow* window = window_;
+    [NSAnimationContext
+        runAnimationGroup:^(NSAnimationContext* context) {
+          [context setDuration:seconds];
+          [[window animator] setAlphaValue:alpha];
+        }
+        completionHandler:^{
+          if (done)
+              callCore(done);
+        }];
 }
+
+} // namespace
 
 void MacWindowSystem::setClient(WindowSystemClient& client) {
     client_ = &client;
     WindowSystemClient* told = &client;
-    screenWatch_ = [[NSNotificationCenter defaultCenter]
+    // To the end of the process, so that nobody keeps what would end it.
+    [[NSNotificationCenter defaultCenter]
         addObserverForName:NSApplicationDidChangeScreenParametersNotification
                     object:nil
                      queue:[NSOperationQueue mainQueue]

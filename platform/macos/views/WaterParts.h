@@ -12,3 +12,11 @@
 - (void)setCaption:(const std::string&)caption;
 - (void)setFigure:(const std::string&)figure;
 @end
+
+/// A capsule that is filled from its leading end, with a symbol riding at the end of the filling.
+@interface KelpaProgressBar : NSView
+/// The name of the symbol.
+- (void)setSymbol:(const std::string&)name;
+/// Moves to a share of the whole, from 0 to 1.
+- (void)setFraction:(CGFloat)fraction;
+@end

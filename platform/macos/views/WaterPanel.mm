@@ -1,11 +1,10 @@
-#import "platform/macos/views/MacWaterPanel.h"
+#import "platform/macos/views/Faces.h"
 
 #import "platform/macos/Bridge.h"
 #import "platform/macos/views/Capsule.h"
 #import "platform/macos/views/Labels.h"
-#import "platform/macos/views/ProgressBar.h"
 #import "platform/macos/views/TileGrid.h"
-#import "platform/macos/views/WaterFigure.h"
+#import "platform/macos/views/WaterParts.h"
 
 #include "platform/ports/Measures.h"
 
@@ -31,6 +30,18 @@ NSBox* makeDivider() {
 }
 
 } // namespace
+
+/// The water panel as it is drawn: how far the day has come, when the next drink is due, and the answer to
+/// it.
+@interface KelpaWaterView : NSVisualEffectView <KelpaContent>
+/// `client` must outlive the view's last click.
+- (instancetype)initWithClient:(kelpa::WaterPanelClient&)client;
+- (void)setTexts:(const kelpa::WaterPanelTexts&)texts amounts:(const std::vector<kelpa::WaterAmount>&)amounts;
+- (void)setProgress:(const kelpa::WaterProgress&)progress;
+- (void)setCounting:(const kelpa::WaterCounting&)counting;
+- (void)setSelectedAmount:(std::int64_t)millilitres;
+- (void)enableAnswers:(BOOL)enabled;
+@end
 
 @implementation KelpaWaterView {
     kelpa::WaterPanelClient* _client;
@@ -184,10 +195,6 @@ NSBox* makeDivider() {
     [_amounts choose:millilitres];
 }
 
-- (void)offerAnswers {
-    [self enableAnswers:YES];
-}
-
 - (void)enableAnswers:(BOOL)enabled {
     [_skip setEnabled:enabled];
     [_done setEnabled:enabled];
@@ -202,28 +209,34 @@ NSBox* makeDivider() {
 
 namespace kelpa {
 
-MacWaterPanel::~MacWaterPanel() {
-    [view_ removeFromSuperview];
-}
+namespace {
 
-void MacWaterPanel::setTexts(const WaterPanelTexts& texts, const std::vector<WaterAmount>& amounts) {
-    [view_ setTexts:texts amounts:amounts];
-}
+/// Hands the view what it has to show; takes it out of its window at the end.
+class MacWaterPanel final : public WaterPanelFace {
+  public:
+    explicit MacWaterPanel(KelpaWaterView* view) : view_(view) {}
+    ~MacWaterPanel() override { [view_ removeFromSuperview]; }
+    MacWaterPanel(const MacWaterPanel&) = delete;
+    MacWaterPanel& operator=(const MacWaterPanel&) = delete;
 
-void MacWaterPanel::setProgress(const WaterProgress& progress) {
-    [view_ setProgress:progress];
-}
+    void setTexts(const WaterPanelTexts& texts, const std::vector<WaterAmount>& amounts) override {
+        [view_ setTexts:texts amounts:amounts];
+    }
+    void setProgress(const WaterProgress& progress) override { [view_ setProgress:progress]; }
+    void setCounting(const WaterCounting& counting) override { [view_ setCounting:counting]; }
+    void setSelectedAmount(std::int64_t millilitres) override { [view_ setSelectedAmount:millilitres]; }
+    void offerAnswers() override { [view_ enableAnswers:YES]; }
 
-void MacWaterPanel::setCounting(const WaterCounting& counting) {
-    [view_ setCounting:counting];
-}
+  private:
+    KelpaWaterView* view_;
+};
 
-void MacWaterPanel::setSelectedAmount(std::int64_t millilitres) {
-    [view_ setSelectedAmount:millilitres];
-}
+} // namespace
 
-void MacWaterPanel::offerAnswers() {
-    [view_ offerAnswers];
+std::unique_ptr<WaterPanelFace> makeWaterPanel(KelpaWindow* window, WaterPanelClient& client) {
+    KelpaWaterView* view = [[KelpaWaterView alloc] initWithClient:client];
+    [window host:view];
+    return std::make_unique<MacWaterPanel>(view);
 }
 
 } // namespace kelpa

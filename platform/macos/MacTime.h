@@ -1,14 +1,34 @@
 #pragma once
 
-#include "platform/ports/Timers.h"
-
 #import <dispatch/dispatch.h>
+
+#include "platform/ports/Timers.h"
+#include "platform/posix/SystemClock.h"
 
 #include <memory>
 #include <string>
 #include <vector>
 
 namespace kelpa {
+
+/// The system's clock, and the calendar and week that the user chose for it.
+class MacClock final : public SystemClock {
+  public:
+    explicit MacClock(double speed = 1.0);
+    [[nodiscard]] std::optional<CalendarDay> ownDay(Date date) const override;
+    [[nodiscard]] std::optional<WeekRule> weekRule() const override;
+};
+
+/// Timers of the main run loop in its common modes, so that they fire while a menu is open or a window is
+/// dragged. Ticks come `speed` times as fast as real time.
+class RunLoopTickers final : public TickerSource {
+  public:
+    explicit RunLoopTickers(double speed = 1.0) : speed_(speed) {}
+    std::unique_ptr<Ticker> makeTicker(double interval) override;
+
+  private:
+    double speed_;
+};
 
 /// A queue of the system's. Delays pass `speed` times as fast as real time.
 class DispatchQueue final : public Queue {

@@ -1,4 +1,4 @@
-#import "platform/macos/views/MacBreakScreen.h"
+#import "platform/macos/views/Faces.h"
 
 #import "platform/macos/Bridge.h"
 #import "platform/macos/views/Capsule.h"
@@ -24,6 +24,16 @@ NSStackView* stackOf(NSArray* views, NSUserInterfaceLayoutOrientation orientatio
 }
 
 } // namespace
+
+/// The break screen as it is drawn: what to do, how long, and the way out of it.
+@interface KelpaBreakView : NSView <KelpaContent>
+/// `client` must outlive the view's last click.
+- (instancetype)initWithClient:(kelpa::BreakScreenClient&)client;
+- (void)setTexts:(const kelpa::BreakScreenTexts&)texts;
+- (void)setPrompt:(NSString*)prompt;
+- (void)setCount:(NSString*)count;
+- (void)setSkipOffered:(BOOL)offered;
+@end
 
 @implementation KelpaBreakView {
     NSTextField* _prompt;
@@ -152,24 +162,31 @@ NSStackView* stackOf(NSArray* views, NSUserInterfaceLayoutOrientation orientatio
 
 namespace kelpa {
 
-MacBreakScreen::~MacBreakScreen() {
-    [view_ removeFromSuperview];
-}
+namespace {
 
-void MacBreakScreen::setTexts(const BreakScreenTexts& texts) {
-    [view_ setTexts:texts];
-}
+/// Hands the view what it has to show; takes it out of its window at the end.
+class MacBreakScreen final : public BreakScreenFace {
+  public:
+    explicit MacBreakScreen(KelpaBreakView* view) : view_(view) {}
+    ~MacBreakScreen() override { [view_ removeFromSuperview]; }
+    MacBreakScreen(const MacBreakScreen&) = delete;
+    MacBreakScreen& operator=(const MacBreakScreen&) = delete;
 
-void MacBreakScreen::setPrompt(const std::string& prompt) {
-    [view_ setPrompt:toNSString(prompt)];
-}
+    void setTexts(const BreakScreenTexts& texts) override { [view_ setTexts:texts]; }
+    void setPrompt(const std::string& prompt) override { [view_ setPrompt:toNSString(prompt)]; }
+    void setCount(const std::string& count) override { [view_ setCount:toNSString(count)]; }
+    void setSkipOffered(bool offered) override { [view_ setSkipOffered:offered]; }
 
-void MacBreakScreen::setCount(const std::string& count) {
-    [view_ setCount:toNSString(count)];
-}
+  private:
+    KelpaBreakView* view_;
+};
 
-void MacBreakScreen::setSkipOffered(bool offered) {
-    [view_ setSkipOffered:offered];
+} // namespace
+
+std::unique_ptr<BreakScreenFace> makeBreakScreen(KelpaWindow* window, BreakScreenClient& client) {
+    KelpaBreakView* view = [[KelpaBreakView alloc] initWithClient:client];
+    [window host:view];
+    return std::make_unique<MacBreakScreen>(view);
 }
 
 } // namespace kelpa

@@ -1,4 +1,6 @@
-#import "platform/macos/DistributedLock.h"
+#import "platform/macos/MacEvents.h"
+
+#import <AppKit/AppKit.h>
 
 #import "platform/macos/Bridge.h"
 
@@ -24,12 +26,10 @@ void become(bool locked) {
 @implementation SystemEventActions
 
 + (void)didLockScreenShow:(NSNotification*)notification {
-    (void)notification;
     become(true);
 }
 
 + (void)didLockScreenDismiss:(NSNotification*)notification {
-    (void)notification;
     become(false);
 }
 
@@ -50,6 +50,12 @@ void add(SEL selector, NSString* name) {
         suspensionBehavior:NSNotificationSuspensionBehaviorDeliverImmediately];
 }
 
+/// Neither other keys nor the scroll wheel nor other buttons.
+constexpr NSEventMask watched = NSEventMaskLeftMouseDown | NSEventMaskLeftMouseUp |
+                                NSEventMaskRightMouseDown | NSEventMaskRightMouseUp | NSEventMaskMouseMoved |
+                                NSEventMaskLeftMouseDragged | NSEventMaskRightMouseDragged |
+                                NSEventMaskFlagsChanged;
+
 } // namespace
 
 void DistributedLock::observe(std::function<void()> locked, std::function<void()> unlocked) {
@@ -60,6 +66,17 @@ void DistributedLock::observe(std::function<void()> locked, std::function<void()
 
 bool DistributedLock::locked() const {
     return screen && screen->locked();
+}
+
+ActivityMonitor::Watch GlobalActivity::watch(std::function<void()> activity, std::function<void()> /*lost*/) {
+    const DistributedLock* lock = &lock_;
+    // The monitor watches to the end of the process, so that nobody keeps its handle.
+    const id monitor = [NSEvent addGlobalMonitorForEventsMatchingMask:watched
+                                                              handler:^(NSEvent*) {
+                                                                if (!lock->locked())
+                                                                    callCore(activity);
+                                                              }];
+    return monitor != nil ? Watch::Working : Watch::None;
 }
 
 } // namespace kelpa

@@ -1,7 +1,63 @@
-#import "platform/macos/MacStatusBar.h"
+#import "platform/macos/Menus.h"
 
 #import "platform/macos/Bridge.h"
-#import "platform/macos/MenuAction.h"
+
+/// What the windows of text fields answer without saying so in a header.
+@protocol KelpaEditActions
+- (void)undo:(id)sender;
+- (void)redo:(id)sender;
+@end
+
+namespace {
+
+kelpa::MenuClicks* theClicks = nullptr;
+id theSender = nil;
+
+void clicked(id sender) {
+    const int line = [[static_cast<NSMenuItem*>(sender) representedObject] intValue];
+    theSender = sender;
+    if (theClicks)
+        kelpa::callCore([line] { theClicks->didClick(line); });
+    theSender = nil;
+}
+
+} // namespace
+
+@implementation MenuAction
+
++ (id)sender {
+    return theSender;
+}
+
++ (void)didClickPause:(id)sender {
+    clicked(sender);
+}
+
++ (void)didClickWater:(id)sender {
+    clicked(sender);
+}
+
++ (void)didClickSettings:(id)sender {
+    clicked(sender);
+}
+
++ (void)didClickUpdates:(id)sender {
+    clicked(sender);
+}
+
++ (void)didClickFeedback:(id)sender {
+    clicked(sender);
+}
+
++ (void)didClickAbout:(id)sender {
+    clicked(sender);
+}
+
++ (void)didClickQuit:(id)sender {
+    clicked(sender);
+}
+
+@end
 
 namespace kelpa {
 
@@ -44,7 +100,36 @@ NSMenuItem* newItem(const MenuLine& line) {
     return item;
 }
 
+NSMenu* addMenu(NSMenu* bar) {
+    NSMenu* menu = [[NSMenu alloc] initWithTitle:@""];
+    NSMenuItem* holder = [[NSMenuItem alloc] initWithTitle:@"" action:nullptr keyEquivalent:@""];
+    [holder setSubmenu:menu];
+    [bar addItem:holder];
+    return menu;
+}
+
+/// Without a target the action goes to whatever has the keyboard.
+void addKey(NSMenu* menu, SEL action, NSString* key) {
+    [menu addItem:[[NSMenuItem alloc] initWithTitle:@"" action:action keyEquivalent:key]];
+}
+
 } // namespace
+
+void installMainMenu() {
+    NSMenu* bar = [[NSMenu alloc] initWithTitle:@""];
+    addMenu(bar); // the first one is the application's own, whatever stands in it
+    NSMenu* edit = addMenu(bar);
+    addKey(edit, @selector(undo:), @"z");
+    addKey(edit, @selector(redo:), @"Z");
+    addKey(edit, @selector(cut:), @"x");
+    addKey(edit, @selector(copy:), @"c");
+    addKey(edit, @selector(paste:), @"v");
+    addKey(edit, @selector(selectAll:), @"a");
+    NSMenu* windows = addMenu(bar);
+    addKey(windows, @selector(performClose:), @"w");
+    [NSApp setMainMenu:bar];
+    [NSApp setWindowsMenu:windows];
+}
 
 void MacStatusBar::lineInserted(std::size_t index, const MenuLine& line) {
     if (!menu_) {
@@ -71,7 +156,7 @@ void MacStatusBar::lineChanged(const MenuLine& line) {
 }
 
 void MacStatusBar::createItem(const std::string& image, MenuClicks& clicks) {
-    [MenuAction setClicks:&clicks];
+    theClicks = &clicks;
     item_ = [[NSStatusBar systemStatusBar] statusItemWithLength:NSVariableStatusItemLength];
     NSImage* icon = [NSImage imageNamed:toNSString(image)];
     // A template takes the menu bar's colour, light or dark.

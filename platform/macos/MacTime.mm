@@ -1,0 +1,108 @@
+#import "platform/macos/MacTime.h"
+
+#import <Foundation/Foundation.h>
+#import <QuartzCore/QuartzCore.h>
+
+#import "platform/macos/Bridge.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace kelpa {
+
+namespace {
+
+/// Keeps no time itself: each connection is a timer of its own.
+class RunLoopTicker final : public Ticker {
+  public:
+    RunLoopTicker(double interval, double real) : interval_(interval), real_(real) {}
+    [[nodiscard]] double interval() const override { return interval_; }
+    Subscription connect(std::function<void()> tick) override;
+
+  private:
+    double interval_;
+    double real_;
+};
+
+Subscription RunLoopTicker::connect(std::function<void()> tick) {
+    const auto shared = std::make_shared<std::function<void()>>(std::move(tick));
+    NSTimer* timer = [NSTimer timerWithTimeInterval:real_
+                                            repeats:YES
+                                              block:^(NSTimer*) {
+                                                // The callback may end its own timer, and the block with it.
+                                                const auto running = shared;
+                                                callCore(*running);
+                                              }];
+    [timer setTolerance:0];
+    [[NSRunLoop mainRunLoop] addTimer:timer forMode:NSRunLoopCommonModes];
+    return Subscription([timer] { [timer invalidate]; });
+}
+
+/// Longer waits are cut down to it, some 190 years, so that they fit into 64 bits of nanoseconds.
+constexpr double longestWait = 6e9;
+
+std::int64_t nanoseconds(double seconds) {
+    if (!(seconds > 0))
+        return 0;
+    return std::llround(std::min(seconds, longestWait) * static_cast<double>(NSEC_PER_SEC));
+}
+
+} // namespace
+
+MacClock::MacClock(double speed) : SystemClock(speed, CACurrentMediaTime) {}
+
+std::optional<CalendarDay> MacClock::ownDay(Date date) const {
+    NSCalendar* calendar = [NSCalendar currentCalendar];
+    if ([[calendar calendarIdentifier] isEqualToString:NSCalendarIdentifierGregorian])
+        return std::nullopt;
+    constexpr NSCalendarUnit units =
+        NSCalendarUnitYear | NSCalendarUnitYearForWeekOfYear | NSCalendarUnitMonth | NSCalendarUnitDay;
+    NSDate* moment = [NSDate dateWithTimeIntervalSince1970:date.secondsSince1970];
+    NSDateComponents* day = [calendar components:units fromDate:moment];
+    return CalendarDay{static_cast<int>([day year]), static_cast<int>([day yearForWeekOfYear]),
+                       static_cast<int>([day month]), static_cast<int>([day day])};
+}
+
+std::optional<WeekRule> MacClock::weekRule() const {
+    NSCalendar* calendar = [NSCalendar currentCalendar];
+    // The calendar counts weekdays from 1, which is Sunday.
+    return WeekRule{static_cast<int>([calendar firstWeekday]) - 1,
+                    static_cast<int>([calendar minimumDaysInFirstWeek])};
+}
+
+std::unique_ptr<Ticker> RunLoopTickers::makeTicker(double interval) {
+    return std::make_unique<RunLoopTicker>(interval, interval / speed_);
+}
+
+void DispatchQueue::async(std::function<void()> work) {
+    dispatch_async(queue_, ^{
+      callCore(work);
+    });
+}
+
+void DispatchQueue::asyncAfter(double seconds, std::shared_ptr<WorkItem> item) {
+    // A timer of its own rather than dispatch_after: a cancelled one is gone at once, and mouse movements
+    // cancel many. DISPATCH_TIME_NOW counts on a clock that stands still while the machine sleeps.
+    dispatch_source_t timer = dispatch_source_create(DISPATCH_SOURCE_TYPE_TIMER, 0, 0, queue_);
+    const dispatch_time_t due = dispatch_time(DISPATCH_TIME_NOW, nanoseconds(seconds / speed_));
+    dispatch_source_set_timer(timer, due, DISPATCH_TIME_FOREVER, 0);
+    // The handler keeps the timer alive until it fires or is cancelled, either of which lets go of the
+    // handler.
+    dispatch_source_set_event_handler(timer, ^{
+      dispatch_source_cancel(timer);
+      callCore([&] { item->perform(); });
+    });
+    item->onCancel([timer] { dispatch_source_cancel(timer); });
+    dispatch_resume(timer);
+    // An item that was cancelled before it could be told how to leave must not stay behind either.
+    if (!item->pending())
+        dispatch_source_cancel(timer);
+}
+
+Queue& SerialDispatchQueues::makeSerialQueue(const std::string& label) {
+    const dispatch_queue_t queue = dispatch_queue_create_with_target(
+        label.c_str(), DISPATCH_QUEUE_SERIAL, dispatch_get_global_queue(QOS_CLASS_DEFAULT, 0));
+    return *queues_.emplace_back(std::make_unique<DispatchQueue>(queue, speed_));
+}
+
+} // namespace kelpa

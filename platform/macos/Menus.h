@@ -1,0 +1,47 @@
+#pragma once
+
+#import <AppKit/AppKit.h>
+
+#include "platform/ports/StatusBar.h"
+
+#include <map>
+
+/// The target of the status menu's lines. There are no instances of it: the class itself is the target. What
+/// a line does is the core's business, which knows it by the line's number in the sender's represented
+/// object.
+@interface MenuAction : NSObject
+/// The line whose click is being dealt with; nil at any other time.
++ (id)sender;
++ (void)didClickPause:(id)sender;
++ (void)didClickWater:(id)sender;
++ (void)didClickSettings:(id)sender;
++ (void)didClickUpdates:(id)sender;
++ (void)didClickFeedback:(id)sender;
++ (void)didClickAbout:(id)sender;
++ (void)didClickQuit:(id)sender;
+@end
+
+namespace kelpa {
+
+/// The application's main menu. An application without a place in the Dock never shows it, so that its lines
+/// have no titles; it is there for the key equivalents of text fields and windows, and because the list of
+/// windows needs a menu to be kept in.
+void installMainMenu();
+
+/// The status item and its menu.
+class MacStatusBar final : public StatusBar {
+  public:
+    void lineInserted(std::size_t index, const MenuLine& line) override;
+    void lineRemoved(int lineId) override;
+    void lineChanged(const MenuLine& line) override;
+    void createItem(const std::string& image, MenuClicks& clicks) override;
+    void setTitle(const std::string& title) override;
+
+  private:
+    NSMenu* menu_ = nil; ///< made with its first line
+    std::map<int, NSMenuItem*> lines_;
+    NSStatusItem* item_ = nil;
+    std::string title_;
+};
+
+} // namespace kelpa
