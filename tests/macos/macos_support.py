@@ -276,11 +276,14 @@ class MacTest(unittest.TestCase):
         with os.fdopen(reading, encoding="ascii") as number:
             cls.display = f":{number.readline().strip()}"
 
-    def launch(self, settings=None, *arguments, screens=None, **environment):
-        """Starts the program; it is ended after the test. What it said is shown when the test failed."""
+    def make_home(self):
         home = Path(tempfile.mkdtemp(prefix="kelpa-macos-"))
         self.addCleanup(shutil.rmtree, home)
-        program = Program(self.executable, home, self.display, {**SETTINGS, **(settings or {})}, arguments, environment)
+        return home
+
+    def launch(self, settings=None, *arguments, screens=None, **environment):
+        """Starts the program; it is ended after the test. What it said is shown when the test failed."""
+        program = Program(self.executable, self.make_home(), self.display, {**SETTINGS, **(settings or {})}, arguments, environment)
         self.addCleanup(self.finish, program)
         program.title()     # it runs
         if screens:

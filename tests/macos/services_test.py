@@ -1,8 +1,9 @@
 #!/usr/bin/python3
 """What the program asks of the system: login item, mail, About, updates, and texts in the user's language."""
 import re
+from pathlib import Path
 
-from macos_support import ON_MAC, ROOT, MacTest, anywhere, main
+from macos_support import ON_MAC, PROGRAM, ROOT, MacTest, Program, anywhere, main
 
 
 class LoginItem(MacTest):
@@ -25,6 +26,26 @@ class LoginItem(MacTest):
     def test_a_refusal_is_said(self):
         program, _ = self.asked(True, KELPA_TEST_NO_LOGIN_ITEM="yes")
         self.assertIn("SMAppService error: ", program.said())
+
+
+class LoginItemHelper(MacTest):
+    executable = PROGRAM.parents[1] / "Whole.app/Contents/Library/LoginItems/KelpaLoginItem.app/KelpaLoginItem"
+
+    def said(self, **environment):
+        """What the helper says until it has ended by itself."""
+        helper = Program(self.executable, self.make_home(), self.display, {}, environment=environment)
+        self.addCleanup(helper.errors.close)
+        self.addCleanup(helper.end)
+        self.assertEqual(helper.process.wait(20), 0)
+        return helper.said()
+
+    def test_it_starts_the_application_that_it_lies_in(self):
+        started = f"start {PROGRAM.parents[1] / 'Whole.app'}\n"
+        self.assertIn(started, self.said())
+        self.assertIn("Kelpa could not be started: ", self.said(KELPA_TEST_NO_LOGIN_ITEM="yes"))
+
+    def test_it_leaves_one_alone_that_runs(self):
+        self.assertNotIn("start ", self.said(KELPA_TEST_RUNS="app.orvane.Kelpa"))
 
 
 class Mail(MacTest):
