@@ -1,17 +1,13 @@
 #include "platform/linux/EventLoop.h"
 
-#include "platform/linux/TimerQueue.h"
-
 #include <systemd/sd-event.h>
 
 #include <algorithm>
 #include <cmath>
-#include <csignal>
 #include <ctime>
 #include <sys/epoll.h>
 #include <sys/wait.h>
 #include <system_error>
-#include <vector>
 
 namespace kelpa {
 
@@ -132,93 +128,6 @@ sigset_t setOf(const std::vector<int>& signals) {
 
 } // namespace
 
-/// What the loop is made of. The one event source for time is set to the earliest job just before the loop
-/// sleeps, so arming and disarming cost no system call.
-struct EventLoop::State {
-    double speed = 1;
-    bool started = false;
-    bool stopped = false;
-    std::shared_ptr<TimerQueue> queue = std::make_shared<TimerQueue>();
-    const std::vector<int> ending = endingSignals();
-    sigset_t oldMask{};
-    sd_event* event = nullptr;
-    sd_event_source* timer = nullptr;
-    sd_event_source* first = nullptr; ///< of the signals, always listened to
-    TimerQueue::Time armedFor = 0;
-
-    explicit State(double factor) : speed(factor) {
-        takeSignals();
-        open();
-    }
-    ~State() {
-        close();
-        pthread_sigmask(SIG_SETMASK, &oldMask, nullptr);
-    }
-    State(const State&) = delete;
-    State& operator=(const State&) = delete;
-
-    void takeSignals() {
-        sigset_t handled = setOf(ending);
-        sigaddset(&handled, SIGCHLD);
-        pthread_sigmask(SIG_BLOCK, &handled, &oldMask);
-        // A helper program or the X server may vanish while we write to it, and a file may grow no further:
-        // these are error codes, not our end.
-        std::signal(SIGPIPE, SIG_IGN);
-        std::signal(SIGXFSZ, SIG_IGN);
-    }
-
-    void open() {
-        check(sd_event_new(&event), "event loop");
-        check(sd_event_add_time(event, &timer, CLOCK_MONOTONIC, 0, accuracy, onTime, this), "timer");
-        check(sd_event_source_set_enabled(timer, SD_EVENT_OFF), "timer");
-        for (const int number : ending)
-            check(sd_event_add_signal(event, first ? nullptr : &first, number, onSignal, this), "signals");
-        // A source that is switched off, as the timer's is while nothing waits, is not asked to prepare.
-        check(sd_event_source_set_prepare(first, onPrepare), "timer");
-    }
-
-    void close() {
-        sd_event_source_disable_unref(timer);
-        sd_event_source_disable_unref(first);
-        sd_event_unref(event);
-    }
-
-    std::shared_ptr<TimerQueue::Job> arm(TimerQueue::Time delay, std::function<void()> work) {
-        return queue->add(monotonicMicroseconds() + delay, 0, std::move(work));
-    }
-
-    void setTimer() {
-        const auto due = queue->earliest();
-        if (!due) {
-            sd_event_source_set_enabled(timer, SD_EVENT_OFF);
-            armedFor = 0;
-        } else if (*due != armedFor) {
-            sd_event_source_set_time(timer, *due);
-            sd_event_source_set_enabled(timer, SD_EVENT_ONESHOT);
-            armedFor = *due;
-        }
-    }
-
-    static State& of(void* data) { return *static_cast<State*>(data); }
-    static int onTime(sd_event_source*, std::uint64_t, void* data) noexcept {
-        of(data).armedFor = 0;
-        of(data).queue->runDue(monotonicMicroseconds(), of(data).stopped);
-        return 0;
-    }
-    static int onPrepare(sd_event_source*, void* data) noexcept {
-        of(data).setTimer();
-        return 0;
-    }
-    static int onSignal(sd_event_source*, const signalfd_siginfo*, void* data) noexcept {
-        of(data).stop();
-        return 0;
-    }
-    void stop() {
-        stopped = true;
-        sd_event_exit(event, 0);
-    }
-};
-
 double monotonicSeconds() {
     return static_cast<double>(monotonicMicroseconds()) / microseconds;
 }
@@ -230,89 +139,134 @@ TimerQueue::Time monotonicMicroseconds() {
            static_cast<TimerQueue::Time>(now.tv_nsec) / 1000U;
 }
 
-EventLoop::EventLoop(double speed) : state_(std::make_unique<State>(speed)) {}
+EventLoop::EventLoop(double speed) : speed_(speed), endingSignals_(endingSignals()) {
+    takeSignals();
+    open();
+}
 
-EventLoop::~EventLoop() = default;
+EventLoop::~EventLoop() {
+    sd_event_source_disable_unref(timer_);
+    sd_event_source_disable_unref(first_);
+    sd_event_unref(event_);
+    pthread_sigmask(SIG_SETMASK, &oldMask_, nullptr);
+}
+
+void EventLoop::takeSignals() {
+    sigset_t handled = setOf(endingSignals_);
+    sigaddset(&handled, SIGCHLD);
+    pthread_sigmask(SIG_BLOCK, &handled, &oldMask_);
+    // A helper program or the X server may vanish while we write to it, and a file may grow no further: these
+    // are error codes, not our end.
+    std::signal(SIGPIPE, SIG_IGN);
+    std::signal(SIGXFSZ, SIG_IGN);
+}
+
+void EventLoop::open() {
+    check(sd_event_new(&event_), "event loop");
+    check(sd_event_add_time(event_, &timer_, CLOCK_MONOTONIC, 0, accuracy, onTime, this), "timer");
+    check(sd_event_source_set_enabled(timer_, SD_EVENT_OFF), "timer");
+    for (const int number : endingSignals_)
+        check(sd_event_add_signal(event_, first_ ? nullptr : &first_, number, onSignal, this), "signals");
+    // A source that is switched off, as the timer's is while nothing waits, is not asked to prepare.
+    check(sd_event_source_set_prepare(first_, onPrepare), "timer");
+}
+
+std::shared_ptr<TimerQueue::Job> EventLoop::arm(TimerQueue::Time delay, std::function<void()> work) {
+    return queue_->add(monotonicMicroseconds() + delay, 0, std::move(work));
+}
+
+void EventLoop::setTimer() {
+    const auto due = queue_->earliest();
+    if (!due) {
+        sd_event_source_set_enabled(timer_, SD_EVENT_OFF);
+        armedFor_ = 0;
+    } else if (*due != armedFor_) {
+        sd_event_source_set_time(timer_, *due);
+        sd_event_source_set_enabled(timer_, SD_EVENT_ONESHOT);
+        armedFor_ = *due;
+    }
+}
+
+int EventLoop::onTime(sd_event_source*, std::uint64_t, void* loop) noexcept {
+    auto& self = *static_cast<EventLoop*>(loop);
+    self.armedFor_ = 0;
+    self.queue_->runDue(monotonicMicroseconds(), self.stopped_);
+    return 0;
+}
+
+int EventLoop::onPrepare(sd_event_source*, void* loop) noexcept {
+    static_cast<EventLoop*>(loop)->setTimer();
+    return 0;
+}
+
+int EventLoop::onSignal(sd_event_source*, const signalfd_siginfo*, void* loop) noexcept {
+    static_cast<EventLoop*>(loop)->terminate();
+    return 0;
+}
 
 std::unique_ptr<Ticker> EventLoop::makeTicker(double interval) {
-    const auto real = std::max<TimerQueue::Time>(1, microsecondsOf(interval / state_->speed));
-    return std::make_unique<LoopTicker>(state_->queue, interval, real);
+    const auto real = std::max<TimerQueue::Time>(1, microsecondsOf(interval / speed_));
+    return std::make_unique<LoopTicker>(queue_, interval, real);
 }
 
 void EventLoop::async(std::function<void()> work) {
-    state_->arm(0, std::move(work));
+    arm(0, std::move(work));
 }
 
 void EventLoop::asyncAfter(double seconds, std::shared_ptr<WorkItem> item) {
-    const auto job = state_->arm(microsecondsOf(seconds / state_->speed), [item] { item->perform(); });
-    const auto leave = std::make_shared<Subscription>(handleOf(state_->queue, job));
+    const auto job = arm(microsecondsOf(seconds / speed_), [item] { item->perform(); });
+    const auto leave = std::make_shared<Subscription>(handleOf(queue_, job));
     item->onCancel([leave] { leave->cancel(); });
     // An item that was cancelled before it could be told how to leave must not stay behind either.
     if (!item->pending())
         leave->cancel();
 }
 
-Queue& EventLoop::makeSerialQueue(const std::string&) {
-    return *this;
-}
-
 void EventLoop::terminate() {
-    state_->stop();
+    stopped_ = true;
+    sd_event_exit(event_, 0);
 }
 
 Subscription EventLoop::afterReal(double seconds, std::function<void()> work) {
-    return handleOf(state_->queue, state_->arm(microsecondsOf(seconds), std::move(work)));
+    return handleOf(queue_, arm(microsecondsOf(seconds), std::move(work)));
 }
 
 Subscription EventLoop::watch(int fd, std::function<void()> readable) {
     auto watch = std::make_shared<FileWatch>();
     watch->callback = std::move(readable);
-    check(sd_event_add_io(state_->event, &watch->source, fd, EPOLLIN, onReadable, watch.get()), "watch");
+    check(sd_event_add_io(event_, &watch->source, fd, EPOLLIN, onReadable, watch.get()), "watch");
     return handleOf(std::move(watch));
 }
 
 Subscription EventLoop::watchChild(int pid, std::function<void(int status)> ended) {
     auto watch = std::make_shared<ChildWatch>();
     watch->callback = std::move(ended);
-    check(sd_event_add_child(state_->event, &watch->source, pid, WEXITED, onChild, watch.get()),
-          "watch child");
+    check(sd_event_add_child(event_, &watch->source, pid, WEXITED, onChild, watch.get()), "watch child");
     return handleOf(std::move(watch));
 }
 
 bool EventLoop::runUntil(const std::function<bool()>& reached, double seconds) {
     const TimerQueue::Time end = monotonicMicroseconds() + microsecondsOf(seconds);
-    while (!reached() && !state_->stopped) {
+    while (!reached() && !stopped_) {
         const TimerQueue::Time now = monotonicMicroseconds();
-        if (now >= end || sd_event_run(state_->event, end - now) < 0)
+        if (now >= end || sd_event_run(event_, end - now) < 0)
             break;
     }
     return reached();
 }
 
 void EventLoop::interruptibly(const std::function<void()>& work) {
-    const sigset_t ending = setOf(state_->ending);
+    const sigset_t ending = setOf(endingSignals_);
     pthread_sigmask(SIG_UNBLOCK, &ending, nullptr);
     work();
     pthread_sigmask(SIG_BLOCK, &ending, nullptr);
 }
 
 int EventLoop::run() {
-    state_->started = true;
-    const int code = sd_event_loop(state_->event);
+    started_ = true;
+    const int code = sd_event_loop(event_);
     check(code, "event loop");
     return code;
-}
-
-bool EventLoop::started() const {
-    return state_->started;
-}
-
-bool EventLoop::ending() const {
-    return state_->stopped;
-}
-
-sd_event* EventLoop::handle() const {
-    return state_->event;
 }
 
 Alarm::Alarm(const EventLoop& loop, std::function<void()> rings) : rings_(std::move(rings)) {

@@ -1,15 +1,19 @@
 #pragma once
 
 #include "base/Published.h"
+#include "platform/linux/TimerQueue.h"
 #include "platform/ports/Services.h"
 #include "platform/ports/Timers.h"
 
+#include <csignal>
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <vector>
 
 struct sd_event;
 struct sd_event_source;
+struct signalfd_siginfo;
 
 namespace kelpa {
 
@@ -34,7 +38,7 @@ class EventLoop final : public TickerSource, public Queue, public QueueSource, p
     void async(std::function<void()> work) override;
     void asyncAfter(double seconds, std::shared_ptr<WorkItem> item) override;
     /// This loop itself: work that only waits for its time needs no thread to wait in.
-    Queue& makeSerialQueue(const std::string& label) override;
+    Queue& makeSerialQueue(const std::string& /*label*/) override { return *this; }
     void terminate() override;
 
     /// Runs `work` once, `seconds` of real time from now, unless the handle ends first.
@@ -54,15 +58,33 @@ class EventLoop final : public TickerSource, public Queue, public QueueSource, p
     /// Runs until `terminate()` or a signal that ends the program; gives the exit code.
     int run();
     /// Whether `run()` was called, so that nobody outside may be waited for any more.
-    [[nodiscard]] bool started() const;
+    [[nodiscard]] bool started() const { return started_; }
     /// Whether it was told to end, by `terminate()` or a signal that was served.
-    [[nodiscard]] bool ending() const;
+    [[nodiscard]] bool ending() const { return stopped_; }
     /// For libraries that bring their own event sources; owned by the loop.
-    [[nodiscard]] sd_event* handle() const;
+    [[nodiscard]] sd_event* handle() const { return event_; }
 
   private:
-    struct State;
-    std::unique_ptr<State> state_;
+    void takeSignals();
+    void open();
+    std::shared_ptr<TimerQueue::Job> arm(TimerQueue::Time delay, std::function<void()> work);
+    void setTimer();
+    static int onTime(sd_event_source* source, std::uint64_t time, void* loop) noexcept;
+    static int onPrepare(sd_event_source* source, void* loop) noexcept;
+    static int onSignal(sd_event_source* source, const signalfd_siginfo* info, void* loop) noexcept;
+
+    double speed_;
+    bool started_ = false;
+    bool stopped_ = false;
+    // The one event source for time is set to the earliest job just before the loop sleeps, so arming and
+    // disarming cost no system call.
+    std::shared_ptr<TimerQueue> queue_ = std::make_shared<TimerQueue>();
+    TimerQueue::Time armedFor_ = 0;
+    const std::vector<int> endingSignals_;
+    sigset_t oldMask_{};
+    sd_event* event_ = nullptr;
+    sd_event_source* timer_ = nullptr;
+    sd_event_source* first_ = nullptr; ///< of the signals, always listened to
 };
 
 /// A timer that is set again and again, which needs no memory. It counts real time, in which a machine that

@@ -82,7 +82,6 @@ class Program final : private StoreReport, private WindowReport, private Instanc
     AbortOnFatalErrors fatalErrors_;
     DesktopLock lock_;
     DesktopActivity activity_;
-    Syslog systemLog_;
     LinuxLoginItem loginItem_;
     LinuxMail mail_;
     RemoteUpdateWindow updateWindow_;

@@ -24,18 +24,13 @@ void writeText(const fs::path& path, const std::string& text) {
     std::ofstream(path) << text;
 }
 
-struct RecordedLog final : SystemLog {
-    void error(const std::string& line) override { lines.push_back(line); }
-    std::vector<std::string> lines;
-};
-
 class LoginItemTest : public testing::Test {
   protected:
     LoginItemTest() { executable(program, "#!/bin/sh\necho started > \"$(dirname \"$0\")/mark\"\n"); }
 
     [[nodiscard]] LinuxLoginItem item() {
         return {Autostart({user, {system}}, {"app.orvane.Kelpa", "Kelpa", program.string()}),
-                program.string(), [] { return nullptr; }, log};
+                [] { return nullptr; }, [this](const std::string& line) { log.push_back(line); }};
     }
     [[nodiscard]] static bool hidden(const fs::path& entry) {
         const auto read = readDesktopEntry(contentOf(entry));
@@ -54,7 +49,7 @@ class LoginItemTest : public testing::Test {
     fs::path user = fs::path(folder.path()) / "config" / "autostart";
     fs::path system = fs::path(folder.path()) / "xdg" / "autostart";
     fs::path own = user / "app.orvane.Kelpa.desktop";
-    RecordedLog log;
+    std::vector<std::string> log;
 };
 
 TEST_F(LoginItemTest, TheEntryStartsExactlyThisProgramWhateverItsPathLooksLike) {
@@ -69,7 +64,7 @@ TEST_F(LoginItemTest, TheEntryStartsExactlyThisProgramWhateverItsPathLooksLike) 
     EXPECT_TRUE(spinUntil(loop, [this] { return fs::exists(program.parent_path() / "mark"); }));
     item().setEnabled(false);
     EXPECT_TRUE(userEntries().empty());
-    EXPECT_TRUE(log.lines.empty());
+    EXPECT_TRUE(log.empty());
 }
 
 TEST(DesktopEntryTest, ArgumentsComeBackAsTheyWere) {
@@ -123,7 +118,7 @@ TEST_F(LoginItemTest, AnotherProgramsEntryIsNoneOfOurs) {
 TEST_F(LoginItemTest, AFailureIsOneLineInTheSystemLog) {
     writeText(user, "a file where the folder should be");
     item().setEnabled(true);
-    EXPECT_EQ(log.lines, std::vector<std::string>{"SMAppService error: "});
+    EXPECT_EQ(log, std::vector<std::string>{"SMAppService error: "});
 }
 
 /// The mail program of this test notes the address that it is opened with.
@@ -262,10 +257,10 @@ TEST(PortalTest, ASandboxAsksTheDesktop) {
     OpenBus bus(loop);
     Portal portal(bus);
     TempFolder folder;
-    RecordedLog log;
+    std::vector<std::string> log;
     LinuxLoginItem item(
-        Autostart({folder.path(), {}}, {"app.orvane.Kelpa", "Kelpa", "/app/bin/kelpa"}), "/app/bin/kelpa",
-        [&portal] { return &portal; }, log);
+        Autostart({folder.path(), {}}, {"app.orvane.Kelpa", "Kelpa", "/app/bin/kelpa"}),
+        [&portal] { return &portal; }, [&log](const std::string& line) { log.push_back(line); });
     item.setEnabled(true);
     ASSERT_TRUE(spinUntil(loop, [&] { return fake.calls == 1; }));
     EXPECT_EQ(fake.options["autostart"], "true");
@@ -280,11 +275,11 @@ TEST(PortalTest, ASandboxAsksTheDesktop) {
     EXPECT_EQ(fake.options["attachment_fds"], "lines of today");
 
     spin(loop, 0.05);
-    EXPECT_TRUE(log.lines.empty());
+    EXPECT_TRUE(log.empty());
     fake.code = 2;
     item.setEnabled(false);
-    EXPECT_TRUE(spinUntil(loop, [&] { return !log.lines.empty(); }));
-    EXPECT_EQ(log.lines, std::vector<std::string>{"SMAppService error: "});
+    EXPECT_TRUE(spinUntil(loop, [&] { return !log.empty(); }));
+    EXPECT_EQ(log, std::vector<std::string>{"SMAppService error: "});
 }
 
 TEST(PortalTest, ADesktopWithoutPortalRefuses) {

@@ -50,6 +50,7 @@ class Autostart {
     Autostart(AutostartFolders folders, AutostartProgram program)
         : folders_(std::move(folders)), program_(std::move(program)) {}
 
+    [[nodiscard]] const AutostartProgram& program() const { return program_; }
     /// Both throw `std::system_error` or `std::runtime_error` with what stood there before still in place.
     void enable() const;
     /// A package's entry is overridden, one that the user wrote is kept and hidden.
@@ -72,24 +73,17 @@ class Autostart {
     AutostartProgram program_;
 };
 
-/// Where messages for the machine's administrator go.
-class SystemLog {
-  public:
-    virtual ~SystemLog() = default;
-    virtual void error(const std::string& line) = 0;
-};
-
-/// The system's own log.
-class Syslog final : public SystemLog {
-  public:
-    void error(const std::string& line) override;
-};
+/// Writes an error into the system's own log.
+void writeToSystemLog(const std::string& line);
 
 /// An entry among those programs that the desktop starts at log-in; in a sandbox the desktop keeps it.
 class LinuxLoginItem final : public LoginItem {
   public:
-    /// `portal` gives the desktop's portal in a sandbox and null outside; `log` outlives the login item.
-    LinuxLoginItem(Autostart autostart, std::string program, std::function<Portal*()> portal, SystemLog& log);
+    /// `portal` gives the desktop's portal in a sandbox and null outside; `fail` writes a line for the
+    /// machine's administrator.
+    LinuxLoginItem(Autostart autostart, std::function<Portal*()> portal,
+                   std::function<void(const std::string& line)> fail = writeToSystemLog)
+        : autostart_(std::move(autostart)), portal_(std::move(portal)), fail_(std::move(fail)) {}
 
     void setEnabled(bool enabled) override;
 
@@ -97,9 +91,8 @@ class LinuxLoginItem final : public LoginItem {
     void failed() const;
 
     Autostart autostart_;
-    std::string program_;
     std::function<Portal*()> portal_;
-    SystemLog& log_;
+    std::function<void(const std::string& line)> fail_;
 };
 
 } // namespace kelpa

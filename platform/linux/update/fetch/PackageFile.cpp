@@ -12,14 +12,13 @@
 #include <memory>
 #include <optional>
 #include <sodium.h>
-#include <span>
 #include <sys/stat.h>
 
 namespace kelpa {
 
 namespace {
 
-constexpr int openFolder = O_RDONLY | O_DIRECTORY | O_CLOEXEC;
+constexpr int asFolder = O_RDONLY | O_DIRECTORY | O_CLOEXEC;
 constexpr const char* unverified = "unverified";
 constexpr const char* keptStart = "kelpa_";
 constexpr int longestVersion = 60;
@@ -46,27 +45,27 @@ std::optional<std::array<unsigned char, Size>> decoded(const std::string& base64
     return bytes;
 }
 
-using Key = std::array<unsigned char, crypto_sign_PUBLICKEYBYTES>;
-using Seal = std::array<unsigned char, crypto_sign_BYTES>;
-
-/// Whether whoever holds the other half of `key` signed exactly these bytes. Key and signature are Ed25519 in
-/// base64; a text that is none signs nothing.
-bool isSigned(std::span<const unsigned char> bytes, const std::string& signature, const std::string& key) {
-    const auto seal = decoded<std::tuple_size_v<Seal>>(signature);
-    const auto publicKey = decoded<std::tuple_size_v<Key>>(key);
-    if (!seal || !publicKey || sodium_init() < 0)
-        return false;
-    return crypto_sign_verify_detached(seal->data(), bytes.data(), bytes.size(), publicKey->data()) == 0;
-}
-
 } // namespace
 
-DownloadFolder::DownloadFolder(const QString& path, const QString& ending)
-    : path_(QDir::cleanPath(path)), ending_(ending) {
+PackageFile::PackageFile(const QString& folder, const QString& ending)
+    : path_(QDir::cleanPath(folder)), ending_(ending) {
+    openFolder();
+    if (error_.empty())
+        removeEarlier();
+    if (error_.empty())
+        create();
+}
+
+PackageFile::~PackageFile() {
+    if (file_.isOpen())
+        ::unlinkat(folder_.get(), unverified, 0);
+}
+
+void PackageFile::openFolder() {
     const QFileInfo own(path_);
     const QFileInfo around(own.path());
     QDir().mkpath(around.path());
-    folder_ = Descriptor(::open(QFile::encodeName(around.path()).constData(), openFolder));
+    folder_ = Descriptor(::open(QFile::encodeName(around.path()).constData(), asFolder));
     if (!folder_)
         complain(around.path());
     enter(around.fileName());
@@ -75,25 +74,25 @@ DownloadFolder::DownloadFolder(const QString& path, const QString& ending)
         complain(path_);
 }
 
-void DownloadFolder::enter(const QString& name) {
+void PackageFile::enter(const QString& name) {
     if (!error_.empty())
         return;
     const QByteArray bytes = QFile::encodeName(name);
     ::mkdirat(folder_.get(), bytes.constData(), S_IRWXU);
-    Descriptor inner(::openat(folder_.get(), bytes.constData(), openFolder | O_NOFOLLOW));
+    Descriptor inner(::openat(folder_.get(), bytes.constData(), asFolder | O_NOFOLLOW));
     if (!inner)
         return complain(name);
     folder_ = std::move(inner);
 }
 
-void DownloadFolder::complain(const QString& name) {
+void PackageFile::complain(const QString& name) {
     const bool isNoFolder = errno == ENOTDIR || errno == ELOOP;
     const std::string why = isNoFolder ? "it is a link, or no folder" : std::strerror(errno);
     error_ = "downloads cannot go to " + path_.toStdString() + ": " + name.toStdString() + ": " + why;
 }
 
 /// Nothing but its name and its kind tells who made it.
-bool DownloadFolder::isDownload(const char* name) const {
+bool PackageFile::isDownload(const char* name) const {
     const QString text = QFile::decodeName(name);
     const bool isOurs = text == QLatin1String(unverified) ||
                         (text.startsWith(QLatin1String(keptStart)) && text.endsWith(ending_));
@@ -101,9 +100,9 @@ bool DownloadFolder::isDownload(const char* name) const {
     return isOurs && isThere(folder_.get(), name, status) && S_ISREG(status.st_mode);
 }
 
-void DownloadFolder::empty() {
+void PackageFile::removeEarlier() {
     // The descriptor is the listing's and is closed with it.
-    const std::unique_ptr<DIR, int (*)(DIR*)> entries(::fdopendir(::openat(folder_.get(), ".", openFolder)),
+    const std::unique_ptr<DIR, int (*)(DIR*)> entries(::fdopendir(::openat(folder_.get(), ".", asFolder)),
                                                       ::closedir);
     if (!entries)
         return complain(path_);
@@ -112,56 +111,22 @@ void DownloadFolder::empty() {
             ::unlinkat(folder_.get(), entry->d_name, 0);
 }
 
-int DownloadFolder::create() {
-    constexpr int forNewFile = O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC;
-    const int file = ::openat(folder_.get(), unverified, forNewFile, S_IRUSR | S_IWUSR);
+void PackageFile::create() {
+    constexpr int asNewFile = O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC;
+    const int file = ::openat(folder_.get(), unverified, asNewFile, S_IRUSR | S_IWUSR);
     if (file < 0)
         complain(QLatin1String(unverified));
-    return file;
+    else if (!file_.open(file, QFile::ReadWrite | QFile::Unbuffered, QFile::AutoCloseHandle))
+        complainOfFile();
 }
 
-QString DownloadFolder::path() const {
+QString PackageFile::path() const {
     return path_ + QLatin1Char('/') + QLatin1String(unverified);
-}
-
-void DownloadFolder::discard() {
-    ::unlinkat(folder_.get(), unverified, 0);
-}
-
-QString DownloadFolder::keep(const QString& version) {
-    const QString name = QLatin1String(keptStart) + tame(version) + ending_;
-    const QByteArray bytes = QFile::encodeName(name);
-    struct stat status {};
-    if (isThere(folder_.get(), bytes.constData(), status))
-        errno = EEXIST;
-    else if (::renameat(folder_.get(), unverified, folder_.get(), bytes.constData()) == 0)
-        return path_ + QLatin1Char('/') + name;
-    complain(name);
-    return {};
-}
-
-PackageFile::PackageFile(const QString& folder, const QString& ending) : folder_(folder, ending) {
-    if (folder_.error().empty())
-        folder_.empty();
-    const int descriptor = folder_.error().empty() ? folder_.create() : -1;
-    if (descriptor < 0)
-        error_ = folder_.error();
-    else if (!file_.open(descriptor, QFile::ReadWrite | QFile::Unbuffered, QFile::AutoCloseHandle))
-        complain();
-}
-
-PackageFile::~PackageFile() {
-    if (file_.isOpen())
-        folder_.discard();
-}
-
-void PackageFile::complain() {
-    error_ = file_.errorString().toStdString();
 }
 
 bool PackageFile::append(QByteArrayView bytes) {
     if (file_.write(bytes.data(), bytes.size()) != bytes.size()) {
-        complain();
+        complainOfFile();
         return false;
     }
     size_ += bytes.size();
@@ -169,17 +134,27 @@ bool PackageFile::append(QByteArrayView bytes) {
 }
 
 bool PackageFile::isSigned(const std::string& signature, const std::string& key) {
+    const auto seal = decoded<crypto_sign_BYTES>(signature);
+    const auto publicKey = decoded<crypto_sign_PUBLICKEYBYTES>(key);
     const unsigned char* bytes = size_ > 0 ? file_.map(0, size_) : nullptr;
-    return bytes != nullptr && kelpa::isSigned({bytes, static_cast<std::size_t>(size_)}, signature, key);
+    if (!seal || !publicKey || bytes == nullptr || sodium_init() < 0)
+        return false;
+    const auto size = static_cast<unsigned long long>(size_);
+    return crypto_sign_verify_detached(seal->data(), bytes, size, publicKey->data()) == 0;
 }
 
 QString PackageFile::keepAs(const QString& version) {
-    const QString path = folder_.keep(version);
-    if (path.isEmpty())
-        error_ = folder_.error();
-    else
+    const QString name = QLatin1String(keptStart) + tame(version) + ending_;
+    const QByteArray bytes = QFile::encodeName(name);
+    struct stat status {};
+    if (isThere(folder_.get(), bytes.constData(), status)) {
+        errno = EEXIST;
+    } else if (::renameat(folder_.get(), unverified, folder_.get(), bytes.constData()) == 0) {
         file_.close();
-    return path;
+        return path_ + QLatin1Char('/') + name;
+    }
+    complain(name);
+    return {};
 }
 
 QString versionInside(const QString& package) {
