@@ -129,7 +129,9 @@ void Program::hostChanged(bool present) {
 }
 
 TrayNotice::Desktop Program::noticeDesktop() {
-    return {{build::displayName, build::identifier, iconFile(folders_.data)},
+    return {build::displayName,
+            build::identifier,
+            iconFile(folders_.data),
             [this] { return tray_ && tray_->managerPresent(); },
             [this] { return lock_.locked(); },
             [this] { warning("No tray of this desktop shows the item."); },

@@ -277,11 +277,8 @@ struct TrayNoticeTest : testing::Test {
     int logged = 0, opened = 0;
     TrayNotice notice{loop,
                       bus,
-                      {{"Kelpa", "app.orvane.Kelpa", "/icon.svg"},
-                       [this] { return oldTray; },
-                       [this] { return locked; },
-                       [this] { ++logged; },
-                       [this] { ++opened; }},
+                      {"Kelpa", "app.orvane.Kelpa", "/icon.svg", [this] { return oldTray; },
+                       [this] { return locked; }, [this] { ++logged; }, [this] { ++opened; }},
                       0.3};
 };
 

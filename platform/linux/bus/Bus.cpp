@@ -78,8 +78,7 @@ int Bus::watchConnection() {
 
 void Bus::answered(sd_bus_message* reply) {
     const char* name = nullptr;
-    if (sd_bus_message_is_method_error(reply, nullptr) ||
-        sd_bus_get_unique_name(connection_.get(), &name) < 0)
+    if (!isGood(reply) || sd_bus_get_unique_name(connection_.get(), &name) < 0)
         return;
     later_.cancel();
     name_ = name;

@@ -106,6 +106,10 @@ class Bus {
                                      Values... values) const {
         return withValues(emptyCall(to, member), types, values...);
     }
+    /// A question for a property of an object's interface.
+    [[nodiscard]] BusMessage newQuestion(const BusAddress& of, const char* property) const {
+        return newCall({of.service, of.path, propertiesInterface}, "Get", "ss", of.interface, property);
+    }
     /// A request for a name of the bus; `flags` are those of the bus.
     static constexpr unsigned allowReplacement = 1, replaceExisting = 2, doNotQueue = 4;
     [[nodiscard]] BusMessage newNameRequest(const std::string& name, unsigned flags) const {

@@ -50,11 +50,14 @@ template <typename... Values>
         message.reset();
     return message;
 }
+/// Whether there is a message, and no error.
+[[nodiscard]] inline bool isGood(sd_bus_message* message) {
+    return message != nullptr && sd_bus_message_is_method_error(message, nullptr) == 0;
+}
 /// Reads values of these types; false when there is no message, an error, or something else in it.
 template <typename... Values>
 bool readFrom(sd_bus_message* message, const char* types, Values... values) {
-    return message != nullptr && sd_bus_message_is_method_error(message, nullptr) == 0 &&
-           sd_bus_message_read(message, types, values...) >= 0;
+    return isGood(message) && sd_bus_message_read(message, types, values...) >= 0;
 }
 /// Fills a message piece by piece. The first failure sticks, and `result` tells of it at the end.
 class BusWriter {

@@ -98,13 +98,13 @@ class Client final : private BusClient {
   private:
     ControlExit call(const char* method) {
         const BusMessage answer = bus_.ask(bus_.newCall(program, method), patience);
-        return good(answer) ? ControlExit::Done : failed(answer);
+        return isGood(answer.get()) ? ControlExit::Done : failed(answer);
     }
 
     ControlExit readAndPrint() {
         const BusMessage answer =
             bus_.ask(bus_.newCall(programProperties, "GetAll", "s", control::interface), patience);
-        if (!good(answer))
+        if (!isGood(answer.get()))
             return failed(answer);
         if (!readValues(answer.get(), values_) || !print())
             return ended(ControlExit::Refused, "Kelpa answers in a way that is not understood");
@@ -121,10 +121,6 @@ class Client final : private BusClient {
         const NameOwner owner(bus_, control::service, [this](bool) { programEnded(); });
         loop_.run();
         return programEnded_ ? ended(ControlExit::NotRunning, "Kelpa has ended") : ControlExit::Done;
-    }
-
-    static bool good(const BusMessage& answer) {
-        return answer && !sd_bus_message_is_method_error(answer.get(), nullptr);
     }
 
     void busOpened() override {

@@ -45,9 +45,8 @@ void MutterActivity::idleWatched(sd_bus_message* reply) {
 }
 
 void MutterActivity::useWatched(sd_bus_message* reply) {
-    if (sd_bus_message_is_method_error(reply, nullptr))
-        return fail("the next use of the desk cannot be watched for");
-    sd_bus_message_read(reply, "u", &useWatch_);
+    if (!readFrom(reply, "u", &useWatch_))
+        fail("the next use of the desk cannot be watched for");
 }
 
 void MutterActivity::fired(sd_bus_message* signal) {

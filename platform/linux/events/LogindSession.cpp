@@ -89,8 +89,7 @@ void LogindSession::listSessions() {
 }
 
 void LogindSession::sessionsListed(sd_bus_message* reply) {
-    if (sd_bus_message_is_method_error(reply, nullptr) ||
-        sd_bus_message_enter_container(reply, SD_BUS_TYPE_ARRAY, "(susso)") < 0)
+    if (!isGood(reply) || sd_bus_message_enter_container(reply, SD_BUS_TYPE_ARRAY, "(susso)") < 0)
         return;
     Session each;
     Session best;
@@ -125,8 +124,7 @@ void LogindSession::propertiesChanged(sd_bus_message*) {
 }
 
 void LogindSession::readProperty() {
-    const BusAddress properties = {service, session_.c_str(), propertiesInterface};
-    ask<&LogindSession::propertyRead>(bus_.newCall(properties, "Get", "ss", interface, property_));
+    ask<&LogindSession::propertyRead>(bus_.newQuestion({service, session_.c_str(), interface}, property_));
 }
 
 void LogindSession::propertyRead(sd_bus_message* reply) {

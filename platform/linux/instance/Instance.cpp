@@ -46,7 +46,7 @@ std::optional<unsigned> Instance::requestName(unsigned flags) {
 bool Instance::ownerShowsSettings() {
     const BusAddress owner = {control::service, control::path, control::interface};
     const BusMessage answer = bus_.ask(bus_.newCall(owner, control::showSettings), patience);
-    return answer && !sd_bus_message_is_method_error(answer.get(), nullptr);
+    return isGood(answer.get());
 }
 
 Instance::Role Instance::claimName() {

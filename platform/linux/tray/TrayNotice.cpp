@@ -15,12 +15,12 @@ constexpr BusAddress server = {"org.freedesktop.Notifications", "/org/freedeskto
 constexpr const char* clickAction = "default";
 constexpr std::int32_t asLongAsUsual = -1;
 
-int write(sd_bus_message* message, const NoTrayText& text, const NotifyingProgram& program) {
+int write(sd_bus_message* message, const NoTrayText& text, const TrayNotice::Desktop& desktop) {
     BusWriter writer(message);
-    writer.text(program.name).natural(0).text(program.icon).text(text.summary).text(text.body);
+    writer.text(desktop.program).natural(0).text(desktop.icon).text(text.summary).text(text.body);
     writer.open('a', "s").text(clickAction).text(text.action).close();
     writer.open('a', "{sv}");
-    writeEntry(writer, "desktop-entry", program.identifier);
+    writeEntry(writer, "desktop-entry", desktop.identifier);
     return writer.close().integer(asLongAsUsual).result();
 }
 
@@ -67,7 +67,7 @@ void TrayNotice::notify(const NoTrayText& text) {
     clicks_ = bus_.match<&TrayNotice::clicked>(signalRule(server, "ActionInvoked"), *this);
     closing_ = bus_.match<&TrayNotice::closed>(signalRule(server, "NotificationClosed"), *this);
     const BusMessage message = bus_.newCall(server, "Notify");
-    if (!message || write(message.get(), text, desktop_.program) < 0)
+    if (!message || write(message.get(), text, desktop_) < 0)
         return;
     // Many desktops start their notifications when the first one is sent.
     sd_bus_message_set_auto_start(message.get(), 1);

@@ -9,13 +9,6 @@
 
 namespace kelpa {
 
-/// What a notification says of its sender.
-struct NotifyingProgram {
-    std::string name;
-    std::string identifier; ///< of its desktop entry
-    std::string icon;       ///< path of a picture
-};
-
 /// Tells a person once in a run that nothing on this desktop shows the program, by a notification whose click
 /// opens the preferences. At log-in panels come up after the programs, so it waits first, and again when the
 /// bus comes back, which takes every panel with it. A panel that goes while the screen is locked, as GNOME
@@ -26,7 +19,11 @@ class TrayNotice final : private BusClient {
     static constexpr double usualPatience = 15; ///< real seconds without a tray
 
     struct Desktop {
-        NotifyingProgram program;
+        // What the notification says of its sender.
+        std::string program;
+        std::string identifier; ///< of its desktop entry
+        std::string icon;       ///< path of a picture
+
         std::function<bool()> oldTrayThere; ///< whether the item is shown without the bus
         std::function<bool()> screenLocked;
         std::function<void()> nothingShows; ///< for the log

@@ -23,8 +23,8 @@ WatcherLink::WatcherLink(Bus& bus, std::function<void(bool present)> hostChanged
 void WatcherLink::start(const std::string& service) {
     service_ = service;
     owner_.emplace(bus_, watcher.service, [this](bool there) { ownerChanged(there); });
-    hostCame_ = bus_.match<&WatcherLink::hostsChanged>(hostRule("StatusNotifierHostRegistered"), *this);
-    hostWent_ = bus_.match<&WatcherLink::hostsChanged>(hostRule("StatusNotifierHostUnregistered"), *this);
+    hostCame_ = bus_.match<&WatcherLink::askForHost>(hostRule("StatusNotifierHostRegistered"), *this);
+    hostWent_ = bus_.match<&WatcherLink::askForHost>(hostRule("StatusNotifierHostUnregistered"), *this);
     registerItem();
 }
 
@@ -44,10 +44,9 @@ void WatcherLink::registerItem() {
         bus_.newCall(watcher, "RegisterStatusNotifierItem", "s", service_.c_str()), *this);
 }
 
-void WatcherLink::askForHost() {
-    const BusAddress properties = {watcher.service, watcher.path, propertiesInterface};
-    call_ = bus_.call<&WatcherLink::hostAnswered>(
-        bus_.newCall(properties, "Get", "ss", watcher.interface, "IsStatusNotifierHostRegistered"), *this);
+void WatcherLink::askForHost(sd_bus_message*) {
+    call_ = bus_.call<&WatcherLink::hostAnswered>(bus_.newQuestion(watcher, "IsStatusNotifierHostRegistered"),
+                                                  *this);
 }
 
 void WatcherLink::setPresent(bool present) {
@@ -63,13 +62,10 @@ void WatcherLink::ownerChanged(bool there) {
 }
 
 void WatcherLink::registered(sd_bus_message* reply) {
-    if (sd_bus_message_is_method_error(reply, nullptr) != 0)
-        return setPresent(false);
-    askForHost();
-}
-
-void WatcherLink::hostsChanged(sd_bus_message*) {
-    askForHost();
+    if (isGood(reply))
+        askForHost(reply);
+    else
+        setPresent(false);
 }
 
 /// A watcher that took the item but does not know of hosts shows it itself.

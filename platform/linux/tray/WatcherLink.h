@@ -25,12 +25,11 @@ class WatcherLink {
 
   private:
     void registerItem();
-    void askForHost();
+    void askForHost(sd_bus_message* reason);
     void setPresent(bool present);
 
     void ownerChanged(bool there);
     void registered(sd_bus_message* reply);
-    void hostsChanged(sd_bus_message* message);
     void hostAnswered(sd_bus_message* reply);
 
     Bus& bus_;
