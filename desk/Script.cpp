@@ -187,11 +187,15 @@ Run point(std::string_view rest) {
         if (adds)
             PerfWaterTimePointView::addTimePoint(AppState::waterState(), desk.todayAt(*time));
         else
-            PerfWaterTimePointView::removeTimePoint(AppState::waterState(), time->hour, time->minute);
+            PerfWaterTimePointView::removeTimePoint(AppState::waterState(), minutesOf(*time));
     };
 }
 
 constexpr const char* prompts = PrefStyleView::promptsId;
+
+Run editing(PreferencesAct act, std::string_view text) {
+    return [act, text = std::string(text)](Desk& desk) { desk.preferences().did(prompts, act, text); };
+}
 
 Run styleEdit(std::string_view rest) {
     // An empty new text leaves nothing behind the arrow once the line is trimmed.
@@ -200,7 +204,7 @@ Run styleEdit(std::string_view rest) {
     if (arrow == std::string::npos)
         throw Problem("style edit needs OLD => NEW");
     return [old = line.substr(0, arrow), text = line.substr(arrow + 4)](Desk& desk) {
-        desk.preferences().promptEdited(prompts, old, text);
+        desk.preferences().did(prompts, PreferencesAct::Edited, PreferencesEdit{old, text});
     };
 }
 
@@ -209,19 +213,20 @@ Run styleList(std::string_view rest) {
         throw Problem("there is no prompt list " + in(rest));
     const auto kind =
         static_cast<std::int64_t>(rest == "break" ? PromptListKind::Break : PromptListKind::NewDay);
-    return [kind](Desk& desk) { desk.preferences().chosen(PrefStyleView::listId, kind); };
+    return
+        [kind](Desk& desk) { desk.preferences().did(PrefStyleView::listId, PreferencesAct::Entered, kind); };
 }
 
 Run styleCommand(std::string_view rest) {
     const std::string what = takeWord(rest);
     if (what == "add")
-        return [text = std::string(rest)](Desk& desk) { desk.preferences().promptAdded(prompts, text); };
+        return editing(PreferencesAct::Added, rest);
     if (what == "edit")
         return styleEdit(rest);
     if (what == "delete")
-        return [text = std::string(rest)](Desk& desk) { desk.preferences().promptDeleted(prompts, text); };
+        return editing(PreferencesAct::Removed, rest);
     if (what == "reset")
-        return [](Desk& desk) { desk.preferences().promptsReset(prompts); };
+        return editing(PreferencesAct::Reset, rest);
     if (what == "list")
         return styleList(rest);
     throw Problem("the Style pane has no " + in(what));

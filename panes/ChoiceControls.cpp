@@ -4,45 +4,68 @@
 
 namespace kelpa {
 
-SwitchControl::SwitchControl(std::string id, std::string label, PreferencesWindow& window, Setting<bool>& on)
+namespace {
+
+constexpr std::int64_t minutesAnHour = 60;
+
+} // namespace
+
+SwitchControl::SwitchControl(std::string id, std::string label, ShownPreferences& window, Setting<bool>& on)
     : PaneControl({std::move(id), PreferencesControlKind::Switch, std::move(label), {}}, window), on_(on),
       told_(on.observe([this](bool) { show(); })) {}
 
-ChoiceControl::ChoiceControl(PreferencesControl description, PreferencesWindow& window,
-                             std::vector<PreferencesChoice> choices, Setting<std::int64_t>& value)
+void SwitchControl::did(PreferencesAct act, const PreferencesValue& value) {
+    const auto* on = std::get_if<bool>(&value);
+    if (act == PreferencesAct::Entered && on != nullptr)
+        on_.set(*on);
+}
+
+ChoiceControl::ChoiceControl(PreferencesControl description, ShownPreferences& window,
+                             std::vector<PreferencesEntry> choices, Setting<std::int64_t>& value)
     : PaneControl(std::move(description), window), choices_(std::move(choices)), value_(value),
       told_(value.observe([this](std::int64_t) { show(); })) {}
 
 void ChoiceControl::show() {
-    window().setChoices(id(), choices_);
-    window().setChosen(id(), value_());
+    tell(PreferencesField::Entries, choices_);
+    tell(PreferencesField::Value, value_());
 }
 
-void ChoiceControl::chosen(std::int64_t value) {
-    const auto offers = [&](const PreferencesChoice& choice) { return choice.value == value; };
-    if (value != value_() && std::any_of(choices_.begin(), choices_.end(), offers))
-        value_.set(value);
+void ChoiceControl::did(PreferencesAct act, const PreferencesValue& value) {
+    const auto* chosen = std::get_if<std::int64_t>(&value);
+    if (act != PreferencesAct::Entered || chosen == nullptr || *chosen == value_())
+        return;
+    const auto offers = [&](const PreferencesEntry& choice) { return choice.value == *chosen; };
+    if (std::any_of(choices_.begin(), choices_.end(), offers))
+        value_.set(*chosen);
 }
 
-TimeOfDayControl::TimeOfDayControl(std::string id, std::string label, PreferencesWindow& window,
+TimeOfDayControl::TimeOfDayControl(std::string id, std::string label, ShownPreferences& window,
                                    const Calendar& calendar, Setting<Date>& date)
     : PaneControl({std::move(id), PreferencesControlKind::TimeOfDay, std::move(label), {}}, window),
       calendar_(calendar), date_(date), told_(date.observe([this](Date) { show(); })) {}
 
 void TimeOfDayControl::show() {
-    const CivilTime time = calendar_.civil(date_());
-    window().setTimeOfDay(id(), time.hour, time.minute);
+    tell(PreferencesField::Value, minutesOf(calendar_.civil(date_())));
 }
 
-void TimeOfDayControl::timeEntered(int hour, int minute) {
-    const CivilTime shown = calendar_.civil(date_());
-    const bool changes = hour != shown.hour || minute != shown.minute;
-    if (changes && isTimeOfDay(hour, minute))
-        date_.set(calendar_.today(hour, minute, 0));
+void TimeOfDayControl::did(PreferencesAct act, const PreferencesValue& value) {
+    const auto* minutes = std::get_if<std::int64_t>(&value);
+    if (act != PreferencesAct::Entered || minutes == nullptr ||
+        *minutes == minutesOf(calendar_.civil(date_())))
+        return;
+    if (const auto date = todayAt(calendar_, *minutes))
+        date_.set(*date);
 }
 
-bool isTimeOfDay(int hour, int minute) {
-    return hour >= 0 && hour < 24 && minute >= 0 && minute < 60;
+std::int64_t minutesOf(const CivilTime& time) {
+    return time.hour * minutesAnHour + time.minute;
+}
+
+std::optional<Date> todayAt(const Calendar& calendar, std::int64_t minutes) {
+    if (minutes < 0 || minutes >= 24 * minutesAnHour)
+        return std::nullopt;
+    return calendar.today(static_cast<int>(minutes / minutesAnHour),
+                          static_cast<int>(minutes % minutesAnHour), 0);
 }
 
 } // namespace kelpa

@@ -5,6 +5,7 @@
 #include "prefs/Setting.h"
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -15,10 +16,10 @@ namespace kelpa {
 class SwitchControl final : public PaneControl {
   public:
     /// The setting must outlive the control, as for every kind of control.
-    SwitchControl(std::string id, std::string label, PreferencesWindow& window, Setting<bool>& on);
+    SwitchControl(std::string id, std::string label, ShownPreferences& window, Setting<bool>& on);
 
-    void show() override { window().setSwitch(id(), on_()); }
-    void switched(bool on) override { on_.set(on); }
+    void show() override { tell(PreferencesField::Value, on_()); }
+    void did(PreferencesAct act, const PreferencesValue& value) override;
 
   private:
     Setting<bool>& on_;
@@ -29,14 +30,14 @@ class SwitchControl final : public PaneControl {
 /// unchosen.
 class ChoiceControl final : public PaneControl {
   public:
-    ChoiceControl(PreferencesControl description, PreferencesWindow& window,
-                  std::vector<PreferencesChoice> choices, Setting<std::int64_t>& value);
+    ChoiceControl(PreferencesControl description, ShownPreferences& window,
+                  std::vector<PreferencesEntry> choices, Setting<std::int64_t>& value);
 
     void show() override;
-    void chosen(std::int64_t value) override;
+    void did(PreferencesAct act, const PreferencesValue& value) override;
 
   private:
-    std::vector<PreferencesChoice> choices_;
+    std::vector<PreferencesEntry> choices_;
     Setting<std::int64_t>& value_;
     Subscription told_;
 };
@@ -63,11 +64,11 @@ class NumberOf final : public Setting<std::int64_t> {
 class TimeOfDayControl final : public PaneControl {
   public:
     /// The calendar must outlive the control.
-    TimeOfDayControl(std::string id, std::string label, PreferencesWindow& window, const Calendar& calendar,
+    TimeOfDayControl(std::string id, std::string label, ShownPreferences& window, const Calendar& calendar,
                      Setting<Date>& date);
 
     void show() override;
-    void timeEntered(int hour, int minute) override;
+    void did(PreferencesAct act, const PreferencesValue& value) override;
 
   private:
     const Calendar& calendar_;
@@ -75,7 +76,9 @@ class TimeOfDayControl final : public PaneControl {
     Subscription told_;
 };
 
-/// Whether a clock can show it.
-[[nodiscard]] bool isTimeOfDay(int hour, int minute);
+/// A time as a number: its minutes since midnight.
+[[nodiscard]] std::int64_t minutesOf(const CivilTime& time);
+/// The instant at so many minutes after today's midnight; nothing for what is no time of day.
+[[nodiscard]] std::optional<Date> todayAt(const Calendar& calendar, std::int64_t minutes);
 
 } // namespace kelpa

@@ -27,15 +27,22 @@ std::string withoutBlanksAround(const std::string& text) {
     return first == std::string::npos ? "" : text.substr(first, text.find_last_not_of(' ') - first + 1);
 }
 
-std::int64_t next(std::int64_t value, int direction, std::int64_t lowest, std::int64_t highest) {
-    if (direction > 0)
-        return value >= highest ? highest : std::max(value + 1, lowest);
-    return value <= lowest ? lowest : std::min(value - 1, highest);
+std::int64_t next(std::int64_t value, bool up, const NumberRange& range) {
+    if (up)
+        return value >= range.highest ? range.highest : std::max(value + 1, range.lowest);
+    return value <= range.lowest ? range.lowest : std::min(value - 1, range.highest);
+}
+
+/// Whether a person clicked on plus, and not on minus; nothing where neither was clicked.
+std::optional<bool> stepsUp(PreferencesAct act, const PreferencesValue& value) {
+    const auto* direction = std::get_if<std::int64_t>(&value);
+    return act == PreferencesAct::Stepped && direction != nullptr ? std::optional(*direction > 0)
+                                                                  : std::nullopt;
 }
 
 } // namespace
 
-NumberTextField::NumberTextField(PreferencesControl description, PreferencesWindow& window, Queue& mainQueue,
+NumberTextField::NumberTextField(PreferencesControl description, ShownPreferences& window, Queue& mainQueue,
                                  Setting<std::int64_t>& number, NumberRange range)
     : TypedField(std::move(description), window, mainQueue), number_(number), range_(range),
       told_(number.observe([this](std::int64_t) { show(); })) {}
@@ -78,20 +85,26 @@ std::int64_t NumberTextField::take() {
     return value.value_or(number_());
 }
 
-void NumberTextField::stepped(int direction) {
-    set(next(take(), direction, range_.lowest, range_.highest));
+void NumberTextField::did(PreferencesAct act, const PreferencesValue& value) {
+    if (const auto up = stepsUp(act, value))
+        set(next(take(), *up, range_));
+    else
+        TypedField::did(act, value);
 }
 
 DigitalAccumulatorView::DigitalAccumulatorView(const PreferencesControl& description,
-                                               PreferencesWindow& window, Queue& mainQueue,
+                                               ShownPreferences& window, Queue& mainQueue,
                                                Setting<std::int64_t>& value, NumberRange range,
                                                std::int64_t delta)
     : PaneControl(description, window), value_(value), delta_(delta),
       field_(description, window, mainQueue, value, range) {}
 
-void DigitalAccumulatorView::stepped(int direction) {
-    const std::int64_t value = field_.take();
-    value_.set(direction > 0 ? checkedAdd(value, delta_) : checkedSubtract(value, delta_));
+void DigitalAccumulatorView::did(PreferencesAct act, const PreferencesValue& value) {
+    const auto up = stepsUp(act, value);
+    if (!up)
+        return field_.did(act, value);
+    const std::int64_t number = field_.take();
+    value_.set(*up ? checkedAdd(number, delta_) : checkedSubtract(number, delta_));
 }
 
 } // namespace kelpa

@@ -17,10 +17,10 @@ struct NumberRange {
 /// it is and stays until it is edited.
 class NumberTextField final : public TypedField {
   public:
-    NumberTextField(PreferencesControl description, PreferencesWindow& window, Queue& mainQueue,
+    NumberTextField(PreferencesControl description, ShownPreferences& window, Queue& mainQueue,
                     Setting<std::int64_t>& number, NumberRange range);
 
-    void stepped(int direction) override;
+    void did(PreferencesAct act, const PreferencesValue& value) override;
     /// The number in the field: the one being typed where it can be stored, else the stored one. Ends typing.
     [[nodiscard]] std::int64_t take();
 
@@ -44,14 +44,12 @@ class NumberTextField final : public TypedField {
 /// affair. A sum beyond the integers ends the process.
 class DigitalAccumulatorView final : public PaneControl {
   public:
-    DigitalAccumulatorView(const PreferencesControl& description, PreferencesWindow& window, Queue& mainQueue,
+    DigitalAccumulatorView(const PreferencesControl& description, ShownPreferences& window, Queue& mainQueue,
                            Setting<std::int64_t>& value, NumberRange range, std::int64_t delta);
 
     void show() override { field_.show(); }
-    void typed(const std::string& text) override { field_.typed(text); }
-    void entered(const std::string& text) override { field_.entered(text); }
+    void did(PreferencesAct act, const PreferencesValue& value) override;
     void closed() override { field_.closed(); }
-    void stepped(int direction) override;
 
   private:
     Setting<std::int64_t>& value_;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/ports/PreferencesWindow.h"
+#include "panes/ShownPreferences.h"
 
 #include <memory>
 #include <string>
@@ -14,7 +14,7 @@ namespace kelpa {
 class PaneControl {
   public:
     /// The window must outlive the control.
-    PaneControl(PreferencesControl description, PreferencesWindow& window)
+    PaneControl(PreferencesControl description, ShownPreferences& window)
         : description_(std::move(description)), window_(window) {}
     virtual ~PaneControl() = default;
     PaneControl(const PaneControl&) = delete;
@@ -28,25 +28,15 @@ class PaneControl {
     /// The window is gone; what is still being typed is finished.
     virtual void closed() {}
 
-    virtual void switched(bool /*on*/) {}
-    virtual void typed(const std::string& /*text*/) {}
-    virtual void entered(const std::string& /*text*/) {}
-    virtual void stepped(int /*direction*/) {}
-    virtual void chosen(std::int64_t /*value*/) {}
-    virtual void timeEntered(int /*hour*/, int /*minute*/) {}
-    virtual void timePointAdded(int /*hour*/, int /*minute*/) {}
-    virtual void timePointRemoved(int /*hour*/, int /*minute*/) {}
-    virtual void promptAdded(const std::string& /*text*/) {}
-    virtual void promptEdited(const std::string& /*old*/, const std::string& /*text*/) {}
-    virtual void promptDeleted(const std::string& /*text*/) {}
-    virtual void promptsReset() {}
+    /// Takes what a person did.
+    virtual void did(PreferencesAct act, const PreferencesValue& value) = 0;
 
   protected:
-    [[nodiscard]] PreferencesWindow& window() const { return window_; }
+    void tell(PreferencesField field, const PreferencesValue& value) { window_.show(id(), field, value); }
 
   private:
     PreferencesControl description_;
-    PreferencesWindow& window_;
+    ShownPreferences& window_;
 };
 
 /// A pane of the preferences window: its layout, and the controls in it.

@@ -15,21 +15,22 @@ enum class PromptListKind : std::int64_t { Break, NewDay };
 class PromptListControl final : public PaneControl {
   public:
     /// `list` is the number of the `PromptListKind` to show and edit.
-    PromptListControl(std::string id, std::string label, PreferencesWindow& window, PrefState& state,
+    PromptListControl(std::string id, std::string label, ShownPreferences& window, PrefState& state,
                       Setting<std::int64_t>& list);
 
-    void show() override { window().setPrompts(id(), entries()); }
-    /// Puts a text on top, also a second copy of one that is there. An empty text changes nothing.
-    void promptAdded(const std::string& text) override;
-    /// Replaces the first entry equal to `old` where it stands; without one `text` goes on top. An empty
-    /// `text` changes nothing.
-    void promptEdited(const std::string& old, const std::string& text) override;
-    /// Removes every entry equal to `text`.
-    void promptDeleted(const std::string& text) override;
-    /// Makes the list a stored copy of the style's built-in one.
-    void promptsReset() override;
+    void show() override;
+    void did(PreferencesAct act, const PreferencesValue& value) override;
 
   private:
+    /// Puts a text on top, also a second copy of one that is there. An empty text changes nothing.
+    void add(const std::string& text);
+    /// Replaces the first entry equal to the old text where it stands; without one the new one goes on top.
+    /// An empty one changes nothing.
+    void edit(const PreferencesEdit& edit);
+    /// Removes every entry equal to `text`.
+    void remove(const std::string& text);
+    /// Makes the list a stored copy of the style's built-in one.
+    void reset();
     [[nodiscard]] bool editsNewDay() const;
     [[nodiscard]] std::vector<std::string> entries() const;
     void store(const std::vector<std::string>& entries);

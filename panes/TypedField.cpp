@@ -20,7 +20,17 @@ void TypedField::show() {
     if (typed_)
         endTyping();
     shown_ = stored;
-    window().setText(id(), stored);
+    tell(PreferencesField::Value, stored);
+}
+
+void TypedField::did(PreferencesAct act, const PreferencesValue& value) {
+    const auto* text = std::get_if<std::string>(&value);
+    if (text == nullptr)
+        return;
+    if (act == PreferencesAct::Typed)
+        typed(*text);
+    else if (act == PreferencesAct::Entered)
+        entered(*text);
 }
 
 void TypedField::typed(const std::string& text) {
@@ -83,7 +93,7 @@ void TypedField::calm() {
         pause_->cancel();
 }
 
-PlainTextField::PlainTextField(PreferencesControl description, PreferencesWindow& window, Queue& mainQueue,
+PlainTextField::PlainTextField(PreferencesControl description, ShownPreferences& window, Queue& mainQueue,
                                Setting<std::string>& text)
     : TypedField(std::move(description), window, mainQueue), text_(text),
       told_(text.observe([this](const std::string&) { show(); })) {}

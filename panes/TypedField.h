@@ -15,14 +15,13 @@ namespace kelpa {
 class TypedField : public PaneControl {
   public:
     /// Window and queue must outlive the field.
-    TypedField(PreferencesControl description, PreferencesWindow& window, Queue& mainQueue)
+    TypedField(PreferencesControl description, ShownPreferences& window, Queue& mainQueue)
         : PaneControl(std::move(description), window), mainQueue_(mainQueue) {}
     ~TypedField() override { calm(); }
 
     /// Leaves the text alone while it is being typed, unless the setting changed meanwhile.
     void show() override;
-    void typed(const std::string& text) override;
-    void entered(const std::string& text) override;
+    void did(PreferencesAct act, const PreferencesValue& value) override;
     void closed() override;
 
   protected:
@@ -40,8 +39,10 @@ class TypedField : public PaneControl {
     void endTyping();
 
   private:
+    void typed(const std::string& text);
+    void entered(const std::string& text);
     void write(const std::string& text);
-    void tellProblem(const std::string& problem) { window().setProblem(id(), problem); }
+    void tellProblem(const std::string& problem) { tell(PreferencesField::Problem, problem); }
     void after(double seconds, std::function<void()> work);
     void calm();
 
@@ -56,7 +57,7 @@ class TypedField : public PaneControl {
 /// one where prompts are typed.
 class PlainTextField final : public TypedField {
   public:
-    PlainTextField(PreferencesControl description, PreferencesWindow& window, Queue& mainQueue,
+    PlainTextField(PreferencesControl description, ShownPreferences& window, Queue& mainQueue,
                    Setting<std::string>& text);
 
   private:

@@ -15,22 +15,22 @@ PreferencesControl number(const char* id, std::string name, std::string unit) {
     return {id, PreferencesControlKind::Number, std::move(name), std::move(unit)};
 }
 
-std::vector<PreferencesChoice> styles() {
-    std::vector<PreferencesChoice> all;
+std::vector<PreferencesEntry> styles() {
+    std::vector<PreferencesEntry> all;
     BreakStyle style{};
     for (std::int64_t raw = 0; fromRawValue(raw, style); ++raw)
-        all.push_back({raw, desc(style)});
+        all.push_back({raw, desc(style), {}});
     return all;
 }
 
-std::vector<PreferencesChoice> lists() {
-    return {{static_cast<std::int64_t>(PromptListKind::Break), localized("Break")},
-            {static_cast<std::int64_t>(PromptListKind::NewDay), localized("New Day")}};
+std::vector<PreferencesEntry> lists() {
+    return {{static_cast<std::int64_t>(PromptListKind::Break), localized("Break"), {}},
+            {static_cast<std::int64_t>(PromptListKind::NewDay), localized("New Day"), {}}};
 }
 
 } // namespace
 
-PrefGeneralView::PrefGeneralView(PrefState& state, PreferencesWindow& window)
+PrefGeneralView::PrefGeneralView(PrefState& state, ShownPreferences& window)
     : Pane(localized("General"), "gearshape.circle") {
     addSection({});
     addRow<SwitchControl>(localized("Start options"), "launchAtLogin", localized("Launch at login"), window,
@@ -41,7 +41,7 @@ PrefGeneralView::PrefGeneralView(PrefState& state, PreferencesWindow& window)
                           localized("Auto check update for Kelpa"), window, state.autoCheckUpdate);
 }
 
-PrefBreakView::PrefBreakView(PrefState& state, PreferencesWindow& window, Queue& mainQueue)
+PrefBreakView::PrefBreakView(PrefState& state, ShownPreferences& window, Queue& mainQueue)
     : Pane(localized("Workflow"), "tray.circle"), state_(state), window_(window),
       customTold_(state.customBreakPrompt.observe([this](bool) { enableText(); })) {
     addShortBreak(mainQueue);
@@ -100,7 +100,7 @@ void PrefBreakView::show() {
 }
 
 void PrefBreakView::enableText() {
-    window_.setEnabled(textId, state_.customBreakPrompt());
+    window_.show(textId, PreferencesField::Enabled, state_.customBreakPrompt());
 }
 
 std::int64_t ChosenStyle::operator()() const {
@@ -115,7 +115,7 @@ Subscription ChosenStyle::observe(Told told) {
     return state_.observeBreakStyle([this, told = std::move(told)] { told((*this)()); });
 }
 
-PrefStyleView::PrefStyleView(PrefState& state, PreferencesWindow& window)
+PrefStyleView::PrefStyleView(PrefState& state, ShownPreferences& window)
     : Pane(localized("Style"), "books.vertical.circle"), style_(state) {
     const std::string style = localized("Break Style");
     addSection(style);
@@ -128,7 +128,7 @@ PrefStyleView::PrefStyleView(PrefState& state, PreferencesWindow& window)
     addRow<PromptListControl>({}, promptsId, prompts, window, state, list_);
 }
 
-PrefAboutView::PrefAboutView(App& app, PreferencesWindow& window)
+PrefAboutView::PrefAboutView(App& app, ShownPreferences& window)
     : Pane(localized("About"), "info.circle"), app_(app), window_(window) {
     const AboutApp about = app.about();
     AboutContent content;
@@ -147,7 +147,7 @@ PrefAboutView::PrefAboutView(App& app, PreferencesWindow& window)
 }
 
 void PrefAboutView::show() {
-    window_.setCopyright(app_.about().copyright);
+    window_.show(copyrightLine, PreferencesField::Value, app_.about().copyright);
 }
 
 std::string PrefAboutView::versionLine(const AboutApp& about) {

@@ -15,14 +15,14 @@ namespace kelpa {
 /// The General pane. What its switches set in motion is the settings' own affair.
 class PrefGeneralView final : public Pane {
   public:
-    PrefGeneralView(PrefState& state, PreferencesWindow& window);
+    PrefGeneralView(PrefState& state, ShownPreferences& window);
 };
 
 /// The Workflow pane: the lengths of work periods and breaks, the long break, and when the cycle stops by
 /// itself. It takes only numbers that the cycle can run with.
 class PrefBreakView final : public Pane {
   public:
-    PrefBreakView(PrefState& state, PreferencesWindow& window, Queue& mainQueue);
+    PrefBreakView(PrefState& state, ShownPreferences& window, Queue& mainQueue);
 
     void show() override;
 
@@ -34,7 +34,7 @@ class PrefBreakView final : public Pane {
     void enableText();
 
     PrefState& state_;
-    PreferencesWindow& window_;
+    ShownPreferences& window_;
     Subscription customTold_;
 };
 
@@ -58,7 +58,7 @@ class PrefStyleView final : public Pane {
     static constexpr const char* listId = "promptList";       ///< which list is edited
     static constexpr const char* promptsId = "promptEntries"; ///< that list
 
-    PrefStyleView(PrefState& state, PreferencesWindow& window);
+    PrefStyleView(PrefState& state, ShownPreferences& window);
 
   private:
     ChosenStyle style_;
@@ -68,7 +68,7 @@ class PrefStyleView final : public Pane {
 /// The About pane: what the program says of itself. Without a picture it shows its glyph of the icon font.
 class PrefAboutView final : public Pane {
   public:
-    PrefAboutView(App& app, PreferencesWindow& window);
+    PrefAboutView(App& app, ShownPreferences& window);
 
     /// Tells the copyright line again: a year may have ended since it was told.
     void show() override;
@@ -78,7 +78,7 @@ class PrefAboutView final : public Pane {
 
   private:
     App& app_;
-    PreferencesWindow& window_;
+    ShownPreferences& window_;
 };
 
 } // namespace kelpa

@@ -14,12 +14,13 @@ constexpr int minimumHeight = 400;
 
 } // namespace
 
-PreferencesView::PreferencesView(PreferencesWindow& window, App& app, Queue& mainQueue) : window_(window) {
-    panes_.push_back(std::make_unique<PrefGeneralView>(app.prefState(), window_));
-    panes_.push_back(std::make_unique<PrefBreakView>(app.prefState(), window_, mainQueue));
-    panes_.push_back(std::make_unique<PrefStyleView>(app.prefState(), window_));
-    panes_.push_back(std::make_unique<PrefWaterView>(app.waterState(), window_, mainQueue));
-    panes_.push_back(std::make_unique<PrefAboutView>(app, window_));
+PreferencesView::PreferencesView(PreferencesWindow& window, App& app, Queue& mainQueue)
+    : window_(window), shown_(window) {
+    panes_.push_back(std::make_unique<PrefGeneralView>(app.prefState(), shown_));
+    panes_.push_back(std::make_unique<PrefBreakView>(app.prefState(), shown_, mainQueue));
+    panes_.push_back(std::make_unique<PrefStyleView>(app.prefState(), shown_));
+    panes_.push_back(std::make_unique<PrefWaterView>(app.waterState(), shown_, mainQueue));
+    panes_.push_back(std::make_unique<PrefAboutView>(app, shown_));
     for (const auto& pane : panes_)
         for (const auto& control : pane->controls())
             controls_.emplace(control->id(), control.get());
@@ -60,8 +61,7 @@ void PreferencesView::closed() {
         pane->closed();
 }
 
-PaneControl* PreferencesView::touched(const std::string& id) {
-    window_.forget(id);
+PaneControl* PreferencesView::touched(const std::string& id) const {
     const auto found = controls_.find(id);
     if (found != controls_.end())
         return found->second;
@@ -69,62 +69,15 @@ PaneControl* PreferencesView::touched(const std::string& id) {
     return nullptr;
 }
 
-/// Tells the control afterwards what holds, also where nothing was taken.
-void PreferencesView::act(const std::string& id, const std::function<void(PaneControl&)>& deed) {
-    if (PaneControl* control = touched(id)) {
-        deed(*control);
+void PreferencesView::did(const std::string& id, PreferencesAct act, const PreferencesValue& value) {
+    PaneControl* control = touched(id);
+    if (control == nullptr)
+        return;
+    shown_.did(id, act, value);
+    control->did(act, value);
+    // Also where nothing was taken. Only typing is not answered: that would be in its way.
+    if (act != PreferencesAct::Typed)
         control->show();
-    }
-}
-
-void PreferencesView::switched(const std::string& id, bool on) {
-    act(id, [&](PaneControl& control) { control.switched(on); });
-}
-
-void PreferencesView::typed(const std::string& id, const std::string& text) {
-    // Nothing is shown: that would be in the way of what is being typed.
-    if (PaneControl* control = touched(id))
-        control->typed(text);
-}
-
-void PreferencesView::entered(const std::string& id, const std::string& text) {
-    act(id, [&](PaneControl& control) { control.entered(text); });
-}
-
-void PreferencesView::stepped(const std::string& id, int direction) {
-    act(id, [&](PaneControl& control) { control.stepped(direction); });
-}
-
-void PreferencesView::chosen(const std::string& id, std::int64_t value) {
-    act(id, [&](PaneControl& control) { control.chosen(value); });
-}
-
-void PreferencesView::timeEntered(const std::string& id, int hour, int minute) {
-    act(id, [&](PaneControl& control) { control.timeEntered(hour, minute); });
-}
-
-void PreferencesView::timePointAdded(const std::string& id, int hour, int minute) {
-    act(id, [&](PaneControl& control) { control.timePointAdded(hour, minute); });
-}
-
-void PreferencesView::timePointRemoved(const std::string& id, int hour, int minute) {
-    act(id, [&](PaneControl& control) { control.timePointRemoved(hour, minute); });
-}
-
-void PreferencesView::promptAdded(const std::string& id, const std::string& text) {
-    act(id, [&](PaneControl& control) { control.promptAdded(text); });
-}
-
-void PreferencesView::promptEdited(const std::string& id, const std::string& old, const std::string& text) {
-    act(id, [&](PaneControl& control) { control.promptEdited(old, text); });
-}
-
-void PreferencesView::promptDeleted(const std::string& id, const std::string& text) {
-    act(id, [&](PaneControl& control) { control.promptDeleted(text); });
-}
-
-void PreferencesView::promptsReset(const std::string& id) {
-    act(id, [](PaneControl& control) { control.promptsReset(); });
 }
 
 } // namespace kelpa

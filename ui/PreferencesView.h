@@ -3,9 +3,7 @@
 #include "panes/Pane.h"
 #include "platform/ports/Timers.h"
 #include "prefs/App.h"
-#include "ui/ShownPreferences.h"
 
-#include <functional>
 #include <map>
 #include <memory>
 #include <vector>
@@ -23,26 +21,16 @@ class PreferencesView final : public PreferencesClient {
 
     void cameToFront() override;
     void closed() override;
-    void switched(const std::string& id, bool on) override;
-    void typed(const std::string& id, const std::string& text) override;
-    void entered(const std::string& id, const std::string& text) override;
-    void stepped(const std::string& id, int direction) override;
-    void chosen(const std::string& id, std::int64_t value) override;
-    void timeEntered(const std::string& id, int hour, int minute) override;
-    void timePointAdded(const std::string& id, int hour, int minute) override;
-    void timePointRemoved(const std::string& id, int hour, int minute) override;
-    void promptAdded(const std::string& id, const std::string& text) override;
-    void promptEdited(const std::string& id, const std::string& old, const std::string& text) override;
-    void promptDeleted(const std::string& id, const std::string& text) override;
-    void promptsReset(const std::string& id) override;
+    void did(const std::string& id, PreferencesAct act, const PreferencesValue& value) override;
+    void showAgain() override { shown_.showAgain(); }
 
   private:
     [[nodiscard]] PreferencesLayout layout() const;
     /// Null, with a line in the log, for a control that there is not.
-    [[nodiscard]] PaneControl* touched(const std::string& id);
-    void act(const std::string& id, const std::function<void(PaneControl&)>& deed);
+    [[nodiscard]] PaneControl* touched(const std::string& id) const;
 
-    ShownPreferences window_;
+    PreferencesWindow& window_;
+    ShownPreferences shown_;
     std::vector<std::unique_ptr<Pane>> panes_;
     std::map<std::string, PaneControl*> controls_; ///< of all panes, by id
 };

@@ -6,41 +6,36 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <tuple>
 
 namespace kelpa {
 
-PerfWaterTimePointView::PerfWaterTimePointView(PrefWaterState& state, PreferencesWindow& window)
+PerfWaterTimePointView::PerfWaterTimePointView(PrefWaterState& state, ShownPreferences& window)
     : PaneControl({controlId, PreferencesControlKind::TimePoints, localized("Time points"), {}}, window),
       state_(state), told_(state.selectedTimings.observe([this](const auto&) { show(); })) {}
 
 void PerfWaterTimePointView::show() {
-    std::vector<TimePoint> points;
-    for (const Date point : state_.selectedTimings()) {
-        const CivilTime time = state_.calendar().civil(point);
-        const std::string text = hoursAndMintes(state_.calendar(), point);
-        points.push_back({time.hour, time.minute, text, localized("Remove this time") + " " + text});
-    }
-    const auto earlier = [](const TimePoint& a, const TimePoint& b) {
-        return std::tie(a.hour, a.minute) < std::tie(b.hour, b.minute);
-    };
-    std::sort(points.begin(), points.end(), earlier);
-    window().setTimePoints(id(), points);
-    propose();
-}
-
-void PerfWaterTimePointView::propose() {
     const Calendar& calendar = state_.calendar();
-    window().setTimeOfDay(id(), (calendar.civil(calendar.now()).hour + 1) % 24, 0);
+    std::vector<PreferencesEntry> points;
+    for (const Date point : state_.selectedTimings()) {
+        const std::string text = hoursAndMintes(calendar, point);
+        points.push_back(
+            {minutesOf(calendar.civil(point)), text, localized("Remove this time") + " " + text});
+    }
+    const auto earlier = [](const auto& a, const auto& b) { return a.value < b.value; };
+    std::sort(points.begin(), points.end(), earlier);
+    tell(PreferencesField::Entries, points);
+    // The next full hour is as good a guess as any at what will be added.
+    tell(PreferencesField::Value, minutesOf({0, 0, 0, (calendar.civil(calendar.now()).hour + 1) % 24, 0, 0}));
 }
 
-void PerfWaterTimePointView::timePointAdded(int hour, int minute) {
-    if (isTimeOfDay(hour, minute))
-        addTimePoint(state_, state_.calendar().today(hour, minute, 0));
-}
-
-void PerfWaterTimePointView::timePointRemoved(int hour, int minute) {
-    removeTimePoint(state_, hour, minute);
+void PerfWaterTimePointView::did(PreferencesAct act, const PreferencesValue& value) {
+    const auto* minutes = std::get_if<std::int64_t>(&value);
+    if (minutes == nullptr)
+        return;
+    if (act == PreferencesAct::Removed)
+        removeTimePoint(state_, *minutes);
+    else if (const auto date = todayAt(state_.calendar(), *minutes); date && act == PreferencesAct::Added)
+        addTimePoint(state_, *date);
 }
 
 void PerfWaterTimePointView::addTimePoint(PrefWaterState& state, Date date) {
@@ -49,13 +44,12 @@ void PerfWaterTimePointView::addTimePoint(PrefWaterState& state, Date date) {
     state.selectedTimings.set(points);
 }
 
-void PerfWaterTimePointView::removeTimePoint(PrefWaterState& state, int hour, int minute) {
+void PerfWaterTimePointView::removeTimePoint(PrefWaterState& state, std::int64_t minutes) {
     auto points = state.selectedTimings();
     if (points.size() <= 1)
         return;
     const auto found = std::find_if(points.begin(), points.end(), [&](Date point) {
-        const CivilTime time = state.calendar().civil(point);
-        return time.hour == hour && time.minute == minute;
+        return minutesOf(state.calendar().civil(point)) == minutes;
     });
     if (found == points.end()) {
         logger().error("Can't find item", {"PerfWaterTimePointView", "removeTimePoint()"});

@@ -12,23 +12,19 @@ class PerfWaterTimePointView final : public PaneControl {
     static constexpr const char* controlId = "selectedTimings";
 
     /// Both must outlive the view.
-    PerfWaterTimePointView(PrefWaterState& state, PreferencesWindow& window);
+    PerfWaterTimePointView(PrefWaterState& state, ShownPreferences& window);
 
     void show() override;
-    void timePointAdded(int hour, int minute) override;
-    void timePointRemoved(int hour, int minute) override;
+    void did(PreferencesAct act, const PreferencesValue& value) override;
 
     /// Adds the instant as it is: the same clock time of another day is a point of its own.
     static void addTimePoint(PrefWaterState& state, Date date);
-    /// Removes the first point with this hour and minute. The last point stays: a day needs one.
-    static void removeTimePoint(PrefWaterState& state, int hour, int minute);
+    /// Removes the first point so many minutes after midnight. The last point stays: a day needs one.
+    static void removeTimePoint(PrefWaterState& state, std::int64_t minutes);
     /// A point's time of day as "hh:mm" in the current calendar.
     [[nodiscard]] static std::string hoursAndMintes(const Calendar& calendar, Date form);
 
   private:
-    /// The next full hour is as good a guess as any at what will be added.
-    void propose();
-
     PrefWaterState& state_;
     Subscription told_;
 };

@@ -17,17 +17,17 @@ constexpr const char* startId = "intervalStartDate";
 constexpr const char* endId = "intervalEndDate";
 constexpr const char* intervalId = "selectedInterval";
 
-std::vector<PreferencesChoice> modes() {
-    std::vector<PreferencesChoice> all;
+std::vector<PreferencesEntry> modes() {
+    std::vector<PreferencesEntry> all;
     for (const WaterMode mode : allWaterModes())
-        all.push_back({static_cast<std::int64_t>(mode), desc(mode)});
+        all.push_back({static_cast<std::int64_t>(mode), desc(mode), {}});
     return all;
 }
 
-std::vector<PreferencesChoice> intervals() {
-    std::vector<PreferencesChoice> all;
+std::vector<PreferencesEntry> intervals() {
+    std::vector<PreferencesEntry> all;
     for (const std::int64_t minutes : values(WaterMode::interval))
-        all.push_back({minutes, std::to_string(minutes) + localized("min")});
+        all.push_back({minutes, std::to_string(minutes) + localized("min"), {}});
     return all;
 }
 
@@ -40,7 +40,7 @@ void SettableTarget::set(const std::int64_t& millilitres) {
         state_.target.set(settable);
 }
 
-PrefWaterIntervalView::PrefWaterIntervalView(Pane& pane, PrefWaterState& state, PreferencesWindow& window)
+PrefWaterIntervalView::PrefWaterIntervalView(Pane& pane, PrefWaterState& state, ShownPreferences& window)
     : window_(window) {
     const std::string start = localized("Start time");
     const std::string end = localized("End time");
@@ -54,10 +54,10 @@ PrefWaterIntervalView::PrefWaterIntervalView(Pane& pane, PrefWaterState& state, 
 
 void PrefWaterIntervalView::setVisible(bool visible) {
     for (const char* id : {startId, endId, intervalId})
-        window_.setVisible(id, visible);
+        window_.show(id, PreferencesField::Visible, visible);
 }
 
-PrefWaterView::PrefWaterView(PrefWaterState& state, PreferencesWindow& window, Queue& mainQueue)
+PrefWaterView::PrefWaterView(PrefWaterState& state, ShownPreferences& window, Queue& mainQueue)
     : Pane(localized("Water"), "drop.circle"), state_(state), window_(window), target_(state),
       mode_(state.mode), modeTold_(state.mode.observe([this](WaterMode) { showMode(); })) {
     addOptions(mainQueue);
@@ -90,9 +90,9 @@ void PrefWaterView::show() {
 
 void PrefWaterView::showMode() {
     const WaterMode mode = state_.mode();
-    window_.setHint(modeId, tip(mode));
+    window_.show(modeId, PreferencesField::Hint, tip(mode));
     interval_->setVisible(mode == WaterMode::interval);
-    window_.setVisible(PerfWaterTimePointView::controlId, mode == WaterMode::timing);
+    window_.show(PerfWaterTimePointView::controlId, PreferencesField::Visible, mode == WaterMode::timing);
 }
 
 } // namespace kelpa

@@ -26,19 +26,19 @@ class SettableTarget final : public Setting<std::int64_t> {
 class PrefWaterIntervalView {
   public:
     /// Adds the rows to the pane, which both others must outlive.
-    PrefWaterIntervalView(Pane& pane, PrefWaterState& state, PreferencesWindow& window);
+    PrefWaterIntervalView(Pane& pane, PrefWaterState& state, ShownPreferences& window);
 
     void setVisible(bool visible);
 
   private:
-    PreferencesWindow& window_;
+    ShownPreferences& window_;
 };
 
 /// The Water pane: the reminder's switch, the day's target, the mode, and the rows of the chosen mode.
 class PrefWaterView final : public Pane {
   public:
     /// All must outlive the pane.
-    PrefWaterView(PrefWaterState& state, PreferencesWindow& window, Queue& mainQueue);
+    PrefWaterView(PrefWaterState& state, ShownPreferences& window, Queue& mainQueue);
 
     void show() override;
 
@@ -48,7 +48,7 @@ class PrefWaterView final : public Pane {
     void showMode();
 
     PrefWaterState& state_;
-    PreferencesWindow& window_;
+    ShownPreferences& window_;
     SettableTarget target_;
     NumberOf<WaterMode> mode_;
     std::unique_ptr<PrefWaterIntervalView> interval_;

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <variant>
 #include <vector>
 
 namespace kelpa {
@@ -87,18 +88,48 @@ struct PreferencesLayout {
     SymbolButton increase;
 };
 
-struct PreferencesChoice {
-    std::int64_t value = 0;
+/// One of what a control offers or lists.
+struct PreferencesEntry {
+    std::int64_t value =
+        0; ///< stands for the entry where one is chosen; of a time its minutes since midnight
     std::string text;
-    bool operator==(const PreferencesChoice&) const = default;
+    std::string removal; ///< names the button that removes a time
+    bool operator==(const PreferencesEntry&) const = default;
 };
 
-struct TimePoint {
-    int hour = 0;
-    int minute = 0;
+/// A text of a list of prompts that a person replaced by another.
+struct PreferencesEdit {
+    std::string old;
     std::string text;
-    std::string removal; ///< names the button that removes it
-    bool operator==(const TimePoint&) const = default;
+    bool operator==(const PreferencesEdit&) const = default;
+};
+
+/// Whatever a control shows, and whatever a person enters in one. A time of day is a number: its minutes
+/// since midnight.
+using PreferencesValue =
+    std::variant<bool, std::int64_t, std::string, std::vector<PreferencesEntry>, PreferencesEdit>;
+
+/// What can be said of a control, in the order in which a window has to be told of it.
+enum class PreferencesField {
+    Entries, ///< of a picker, of segments, of tiles, of time points or of prompts, in their order
+    Value, ///< whether a switch is on; the text of a number or a text, which takes the place of what is being
+           ///< typed; the value of the chosen entry; a time, of time points the one that adding starts at
+    Hint,  ///< a line below the control that explains it; empty for none
+    Problem, ///< a line below the control that says why what was typed is not taken; empty for none
+    Enabled, ///< at first it is
+    Visible, ///< at first it is
+};
+
+/// What a person does to a control.
+enum class PreferencesAct {
+    Typed,   ///< the text of a field while it is being typed
+    Entered, ///< another value: of a switch, of what is chosen, of a time; of a field that was left or
+             ///< confirmed
+    Stepped, ///< a click on minus (-1) or plus (1)
+    Added,   ///< a time or a prompt
+    Edited,  ///< a prompt: a `PreferencesEdit`
+    Removed, ///< a time or a prompt
+    Reset,   ///< the list of prompts; the value has no meaning
 };
 
 /// What a person does in the preferences window; the core implements it.
@@ -108,22 +139,14 @@ class PreferencesClient {
     /// The window was shown or came to the front: what it shows may be out of date.
     virtual void cameToFront() = 0;
     virtual void closed() = 0;
-    virtual void switched(const std::string& id, bool on) = 0;
-    /// The text of a field while it is being typed.
-    virtual void typed(const std::string& id, const std::string& text) = 0;
-    /// The text of a field that was left or confirmed.
-    virtual void entered(const std::string& id, const std::string& text) = 0;
-    /// A click on minus (-1) or plus (1).
-    virtual void stepped(const std::string& id, int direction) = 0;
-    virtual void chosen(const std::string& id, std::int64_t value) = 0;
-    virtual void timeEntered(const std::string& id, int hour, int minute) = 0;
-    virtual void timePointAdded(const std::string& id, int hour, int minute) = 0;
-    virtual void timePointRemoved(const std::string& id, int hour, int minute) = 0;
-    virtual void promptAdded(const std::string& id, const std::string& text) = 0;
-    virtual void promptEdited(const std::string& id, const std::string& old, const std::string& text) = 0;
-    virtual void promptDeleted(const std::string& id, const std::string& text) = 0;
-    virtual void promptsReset(const std::string& id) = 0;
+    /// The core says what holds afterwards, also where that is what it was, but not while somebody types.
+    virtual void did(const std::string& id, PreferencesAct act, const PreferencesValue& value) = 0;
+    /// The window has lost what it was told: says all of it again.
+    virtual void showAgain() = 0;
 };
+
+/// Stands for a control of the About pane, whose value is the line that has the year in it.
+inline constexpr const char* copyrightLine = "copyright";
 
 /// The program's preferences window. It shows what it was told last; what a person does is only reported, and
 /// comes back as a value when the core took it. A section whose rows are all hidden is hidden with its title.
@@ -134,25 +157,8 @@ class PreferencesWindow {
     virtual void setLayout(const PreferencesLayout& layout, PreferencesClient& client) = 0;
     /// Shows the window, or brings it to the front where it is already shown.
     virtual void show() = 0;
-
-    /// The line of the About pane that has the year in it.
-    virtual void setCopyright(const std::string& line) = 0;
-    virtual void setSwitch(const std::string& id, bool on) = 0;
-    /// The text of a number or text field. Takes the place of what is being typed.
-    virtual void setText(const std::string& id, const std::string& text) = 0;
-    /// The entries of a picker, of segments or of tiles, in order.
-    virtual void setChoices(const std::string& id, const std::vector<PreferencesChoice>& choices) = 0;
-    virtual void setChosen(const std::string& id, std::int64_t value) = 0;
-    /// The value of a time of day; of time points the one that adding another starts at.
-    virtual void setTimeOfDay(const std::string& id, int hour, int minute) = 0;
-    virtual void setTimePoints(const std::string& id, const std::vector<TimePoint>& points) = 0;
-    virtual void setPrompts(const std::string& id, const std::vector<std::string>& prompts) = 0;
-    /// A line below the control that explains it; empty for none.
-    virtual void setHint(const std::string& id, const std::string& hint) = 0;
-    /// A line below the control that says why what was typed is not taken; empty for none.
-    virtual void setProblem(const std::string& id, const std::string& problem) = 0;
-    virtual void setEnabled(const std::string& id, bool enabled) = 0;
-    virtual void setVisible(const std::string& id, bool visible) = 0;
+    /// Shows a value in a field of a control. Ignores what the control cannot show.
+    virtual void show(const std::string& id, PreferencesField field, const PreferencesValue& value) = 0;
 };
 
 } // namespace kelpa

@@ -5,10 +5,7 @@
 #include "platform/linux/display/X11Focus.h"
 #include "platform/linux/display/X11Screens.h"
 #include "platform/linux/tray/TrayProcess.h"
-#include "platform/linux/windows/RemoteAboutPanel.h"
-#include "platform/linux/windows/RemotePreferencesWindow.h"
 #include "platform/linux/windows/RemoteWindowSystem.h"
-#include "tests/linux-view/SamplePreferences.h"
 
 #include <iostream>
 #include <map>
@@ -52,8 +49,7 @@ struct BreakWindow {
 class Driver final : public WindowSystemClient {
   public:
     Driver(EventLoop& loop, RemoteWindowSystem& windows, TrayProcess& tray)
-        : loop_(loop), windows_(windows), tray_(tray), about_(windows), preferences_(windows),
-          settings_(preferences_, say) {
+        : loop_(loop), windows_(windows), tray_(tray) {
         windows_.setClient(*this);
         input_ = loop_.watch(STDIN_FILENO, [this] { read(); });
     }
@@ -115,23 +111,10 @@ class Driver final : public WindowSystemClient {
             setTitle(rest);
         else if (verb == "pause")
             pause(rest);
-        else if (verb == "settings" || verb == "about")
-            showManaged(verb);
-        else if (verb == "store")
-            settings_.set(rest.substr(0, rest.find(' ')), rest.substr(rest.find(' ') + 1));
         else if (verb == "view")
             say("view " + std::to_string(windows_.viewPid()));
         else
             set(verb, rest);
-    }
-
-    void showManaged(const std::string& which) {
-        if (which == "settings")
-            preferences_.show();
-        else
-            about_.show({"app.orvane.Kelpa", "Kelpa", "v0.1.0(1)", "Copyright © 2026 The Kelpa Authors.",
-                         "Release Notes", "https://kelpa.example/notes"});
-        windows_.activate();
     }
 
     void setTitle(const std::string& title) {
@@ -209,9 +192,6 @@ class Driver final : public WindowSystemClient {
     EventLoop& loop_;
     RemoteWindowSystem& windows_;
     TrayProcess& tray_;
-    RemoteAboutPanel about_;
-    RemotePreferencesWindow preferences_;
-    test::SamplePreferences settings_;
     SpokenClient client_;
     SpokenClicks clicks_;
     StatusItemModel item_{"kelpa",

@@ -20,7 +20,8 @@ TEST(Json, NamesTheKindOfEachRow) {
 
 TEST(Json, PutsASignInThePlaceOfWhatIsNoUtf8) {
     for (const char* bad : {"\xff", "\xE5\xA0", "\xC0\xAF", "\xED\xA0\x80", "\xF4\x90\x80\x80", "\xC3\""}) {
-        const json list = json::parse(promptsJson({std::string("a") + bad + "b\n", "堂堂 é 🥤"}));
+        const json list =
+            json::parse(entriesJson({{1, std::string("a") + bad + "b\n", ""}, {2, "堂堂 é 🥤", ""}}));
         const auto text = list[0]["text"].get<std::string>();
         EXPECT_TRUE(text.starts_with("a\xEF\xBF\xBD") && text.ends_with("b\n")) << text;
         EXPECT_EQ(list[1]["text"], "堂堂 é 🥤");
@@ -28,11 +29,13 @@ TEST(Json, PutsASignInThePlaceOfWhatIsNoUtf8) {
 }
 
 TEST(Json, CutsAnEndlessList) {
-    const std::string many = promptsJson(std::vector<std::string>(1000, std::string(1000, 'p')));
+    const std::string many =
+        entriesJson(std::vector<PreferencesEntry>(1000, {0, std::string(1000, 'p'), ""}));
     EXPECT_LT(many.size(), 256U * 1024);
     EXPECT_GT(many.size(), 128U * 1024);
     EXPECT_TRUE(json::accept(many));
-    const std::string worst = promptsJson(std::vector<std::string>(100, std::string(16384, '\1')));
+    const std::string worst =
+        entriesJson(std::vector<PreferencesEntry>(100, {0, std::string(16384, '\1'), ""}));
     EXPECT_LT(worst.size(), 256U * 1024) << "each of its bytes is written as six";
     EXPECT_GT(json::parse(worst).size(), 1U);
 }

@@ -1,5 +1,6 @@
 // The preferences window and the about panel as the program sees them, with a stand-in for the view.
 
+#include "panes/ShownPreferences.h"
 #include "platform/linux/helper/ViewProtocol.h"
 #include "platform/linux/windows/Json.h"
 #include "platform/linux/windows/RemoteAboutPanel.h"
@@ -9,44 +10,32 @@
 namespace {
 
 using namespace kelpa;
+using Field = PreferencesField;
 
-/// Writes down what it is told, one line each, and answers the way it is asked to.
+std::string text(const PreferencesValue& value) {
+    if (const auto* on = std::get_if<bool>(&value))
+        return *on ? "on" : "off";
+    if (const auto* number = std::get_if<std::int64_t>(&value))
+        return std::to_string(*number);
+    if (const auto* edit = std::get_if<PreferencesEdit>(&value))
+        return edit->old + " -> " + edit->text;
+    return std::get<std::string>(value);
+}
+
+/// Writes down what a person does, one line each, and answers nothing.
 class Told final : public PreferencesClient {
   public:
     void cameToFront() override { lines.emplace_back("front"); }
     void closed() override { lines.emplace_back("closed"); }
-    void switched(const std::string& id, bool on) override { note("switched", id, on ? "on" : "off"); }
-    void typed(const std::string& id, const std::string& text) override { note("typed", id, text); }
-    void entered(const std::string& id, const std::string& text) override { note("entered", id, text); }
-    void stepped(const std::string& id, int direction) override {
-        note("stepped", id, std::to_string(direction));
+    void did(const std::string& id, PreferencesAct act, const PreferencesValue& value) override {
+        shown->did(id, act, value);
+        const std::string name(wire::view::nameOf(wire::view::acts, act));
+        lines.push_back(name + " " + id + " " + text(value));
     }
-    void chosen(const std::string& id, std::int64_t value) override {
-        note("chosen", id, std::to_string(value));
-    }
-    void timeEntered(const std::string& id, int hour, int minute) override { time("time", id, hour, minute); }
-    void timePointAdded(const std::string& id, int hour, int minute) override {
-        time("add", id, hour, minute);
-    }
-    void timePointRemoved(const std::string& id, int hour, int minute) override {
-        time("remove", id, hour, minute);
-    }
-    void promptAdded(const std::string& id, const std::string& text) override { note("added", id, text); }
-    void promptEdited(const std::string& id, const std::string& old, const std::string& text) override {
-        note("edited", id, old + " -> " + text);
-    }
-    void promptDeleted(const std::string& id, const std::string& text) override { note("deleted", id, text); }
-    void promptsReset(const std::string& id) override { note("reset", id, ""); }
+    void showAgain() override { shown->showAgain(); }
 
+    std::unique_ptr<ShownPreferences> shown;
     std::vector<std::string> lines;
-
-  private:
-    void note(const std::string& what, const std::string& id, const std::string& value) {
-        lines.push_back(what + " " + id + (value.empty() ? "" : " " + value));
-    }
-    void time(const std::string& what, const std::string& id, int hour, int minute) {
-        note(what, id, std::to_string(hour) + ":" + std::to_string(minute));
-    }
 };
 
 class Preferences : public test::RemoteWindows {
@@ -57,16 +46,20 @@ class Preferences : public test::RemoteWindows {
         PreferencesLayout layout;
         layout.title = "Settings";
         window_->setLayout(layout, told_);
-        window_->setText("work", "25");
-        window_->setSwitch("time", true);
-        window_->setVisible("points", false);
+        told_.shown = std::make_unique<ShownPreferences>(*window_);
+        show("work", Field::Value, "25");
+        show("time", Field::Value, true);
+        show("points", Field::Visible, false);
+    }
+    void show(const char* id, PreferencesField field, const PreferencesValue& value) {
+        told_.shown->show(id, field, value);
     }
     /// Has a person do something: the stand-in does what it is told in a hint.
     bool doing(const std::string& deed) {
         const auto before = told_.lines.size();
-        window_->setHint("deed", "do " + deed);
+        show("deed", Field::Hint, "do " + deed);
         const bool told = runUntil([&] { return told_.lines.size() > before; });
-        window_->setHint("deed", "");
+        show("deed", Field::Hint, "");
         return told;
     }
 
@@ -77,46 +70,50 @@ class Preferences : public test::RemoteWindows {
 TEST_F(Preferences, KeepWhatWasTypedWhenAnotherViewTakesOver) {
     layOut();
     window_->show();
-    ASSERT_TRUE(doing("typed|work|2"));
-    window_->setHint("deed", "crash");
+    ASSERT_TRUE(doing("did|work|typed|text|2"));
+    show("deed", Field::Hint, "crash");
+    show("deed", Field::Hint, "");
     ASSERT_TRUE(receives("started", 2));
-    EXPECT_TRUE(receives("set 1 text:work 2"));
+    EXPECT_TRUE(receives("tell 1 work value text 2"));
 }
 
 TEST_F(Preferences, AreNothingToTheViewUntilTheyAreShown) {
     layOut();
     make(desktop_.screens()[0]);
     appear();
-    window_->setText("work", "26");
+    show("work", Field::Value, "26");
     face_->setCount("01:00");
     ASSERT_TRUE(receives("set 2 count 01:00"));
     for (const std::string& line : received())
-        EXPECT_EQ(line.find("text:work"), std::string::npos) << line;
+        EXPECT_EQ(line.find("work value"), std::string::npos) << line;
     window_->show();
     ASSERT_TRUE(receives("show 1"));
     const auto told = receivedSince("set 2 count 01:00");
     ASSERT_GE(told.size(), 5U);
     EXPECT_EQ(told[0], "open 1 preferences Settings 0 0 0 0 A");
     EXPECT_TRUE(told[1].starts_with("set 1 layout {"));
-    EXPECT_EQ(told[2], "set 1 text:work 26");
-    EXPECT_EQ(told[3], "set 1 on:time 1");
-    EXPECT_EQ(told[4], "set 1 visible:points 0");
+    EXPECT_EQ(told[2], "tell 1 points visible bool 0");
+    EXPECT_EQ(told[3], "tell 1 time value bool 1");
+    EXPECT_EQ(told[4], "tell 1 work value text 26");
 }
 
-TEST_F(Preferences, SayAgainWhatWasTypedOverAndNothingElse) {
+TEST_F(Preferences, SayAgainWhatAPersonChangedAndNothingElse) {
     layOut();
     window_->show();
     ASSERT_TRUE(receives("show 1"));
-    window_->setSwitch("time", true);
-    window_->setText("work", "25");
-    window_->setText("work", "25");
-    window_->setCopyright("2027");
-    window_->setCopyright("2027");
-    window_->setTimeOfDay("start", 8, 5);
-    ASSERT_TRUE(receives("set 1 time:start 8:5"));
-    EXPECT_EQ(receivedSince("show 1"),
-              (std::vector<std::string>{"set 1 text:work 25", "set 1 text:work 25", "set 1 copyright 2027",
-                                        "set 1 time:start 8:5"}));
+    show("time", Field::Value, true);
+    show("work", Field::Value, "25");
+    show("start", Field::Value, 485);
+    ASSERT_TRUE(receives("tell 1 start value number 485"));
+    EXPECT_EQ(receivedSince("show 1"), std::vector<std::string>{"tell 1 start value number 485"});
+    ASSERT_TRUE(doing("did|time|entered|bool|0"));
+    show("time", Field::Value, true);
+    show("time", Field::Value, true);
+    EXPECT_TRUE(receives("tell 1 time value bool 1", 2)) << "a switch that was not taken shows that";
+    show("start", Field::Value, 486);
+    ASSERT_TRUE(receives("tell 1 start value number 486"));
+    const auto lines = received();
+    EXPECT_EQ(std::count(lines.begin(), lines.end(), "tell 1 time value bool 1"), 2) << "answered once";
 }
 
 TEST_F(Preferences, ReportWhatAPersonDoes) {
@@ -124,26 +121,26 @@ TEST_F(Preferences, ReportWhatAPersonDoes) {
     window_->show();
     ASSERT_TRUE(receives("show 1"));
     for (const char* deed :
-         {"cameToFront", "switched|time|0", "typed|work|2", "entered|work|26", "stepped|work|-1",
-          "stepped|work|1", "chosen|mode|1", "timeEntered|start|23|59", "timePointAdded|points|7|0",
-          "timePointRemoved|points|8|30", "promptAdded|prompts|new", "promptEdited|prompts|old one|new one",
-          "promptDeleted|prompts|old", "promptsReset|prompts"})
+         {"cameToFront", "did|time|entered|bool|0", "did|work|typed|text|2", "did|work|entered|text|26",
+          "did|work|stepped|number|-1", "did|mode|entered|number|9007199254740993",
+          "did|points|added|number|420", "did|points|removed|number|510", "did|prompts|added|text|new",
+          "did|prompts|edited|edit|old one|new one", "did|prompts|removed|text|old",
+          "did|prompts|reset|text|"})
         EXPECT_TRUE(doing(deed)) << deed;
     EXPECT_EQ(told_.lines, (std::vector<std::string>{
-                               "front", "switched time off", "typed work 2", "entered work 26",
-                               "stepped work -1", "stepped work 1", "chosen mode 1", "time start 23:59",
-                               "add points 7:0", "remove points 8:30", "added prompts new",
-                               "edited prompts old one -> new one", "deleted prompts old", "reset prompts"}));
-    EXPECT_TRUE(receives("set 1 on:time 1", 2)) << "a switch that was not taken shows that";
+                               "front", "entered time off", "typed work 2", "entered work 26",
+                               "stepped work -1", "entered mode 9007199254740993", "added points 420",
+                               "removed points 510", "added prompts new", "edited prompts old one -> new one",
+                               "removed prompts old", "reset prompts "}));
 }
 
 TEST_F(Preferences, LeaveOutWhatMakesNoSense) {
     layOut();
     window_->show();
     ASSERT_TRUE(receives("show 1"));
-    for (const char* deed : {"chosen|mode|many", "timeEntered|start|24|0", "timePointAdded|points|7",
-                             "dance|work", "timePointRemoved|points|-1|3"})
-        window_->setHint("deed", std::string("do ") + deed);
+    for (const char* deed : {"did|mode|entered|number|many", "did|work|dance|text|1",
+                             "did|work|entered|colour|1", "did|work|entered", "did", "dance|work"})
+        show("deed", Field::Hint, std::string("do ") + deed);
     EXPECT_TRUE(doing("cameToFront"));
     EXPECT_EQ(told_.lines, std::vector<std::string>{"front"});
 }
@@ -156,21 +153,25 @@ TEST_F(Preferences, ShowOfEndlessTextsTheBeginningAndKeepTheRest) {
     };
     layOut();
     window_->show();
-    window_->setText("prompt", endless);
-    window_->setPrompts("prompts", {endless, other, "short"});
-    ASSERT_TRUE(receives("set 1 text:prompt " + cut("…")));
-    ASSERT_TRUE(receives("set 1 entries:prompts [{\"text\":\"" + cut("…") + "\"},{\"text\":\"" + cut("……") +
-                         "\"},{\"text\":\"short\"}]"));
-    for (const std::string& deed :
-         std::vector<std::string>{"promptEdited|prompts|short|shorter", "promptDeleted|prompts|" + cut("……"),
-                                  "promptEdited|prompts|" + cut("…") + "|new", "typed|prompt|" + cut("…"),
-                                  "entered|prompt|" + cut("…") + "!"})
+    show("prompt", Field::Value, endless);
+    show("prompts", Field::Entries,
+         std::vector<PreferencesEntry>{{0, endless, ""}, {0, other, ""}, {0, "short", ""}});
+    const auto line = [](const std::string& shown) {
+        return R"({"removal":"","text":")" + shown + R"(","value":0})";
+    };
+    ASSERT_TRUE(receives("tell 1 prompt value text " + cut("…")));
+    ASSERT_TRUE(receives("tell 1 prompts entries list [" + line(cut("…")) + "," + line(cut("……")) + "," +
+                         line("short") + "]"));
+    show("prompt", Field::Problem, "none");
+    for (const std::string& deed : std::vector<std::string>{
+             "did|prompts|edited|edit|short|shorter", "did|prompts|removed|text|" + cut("……"),
+             "did|prompts|edited|edit|" + cut("…") + "|new", "did|prompt|typed|text|" + cut("…"),
+             "did|prompt|entered|text|" + cut("…") + "!"})
         EXPECT_TRUE(doing(deed)) << deed.substr(0, 30);
     EXPECT_EQ(told_.lines,
-              (std::vector<std::string>{"edited prompts short -> shorter", "deleted prompts " + other,
+              (std::vector<std::string>{"edited prompts short -> shorter", "removed prompts " + other,
                                         "edited prompts " + endless + " -> new", "typed prompt " + endless,
                                         "entered prompt " + cut("…") + "!"}));
-    EXPECT_EQ(std::count(told_.lines.begin(), told_.lines.end(), "front"), 0);
     const auto lines = received();
     EXPECT_EQ(std::count(lines.begin(), lines.end(), "started"), 1) << "the view was cut off";
 }
@@ -178,14 +179,15 @@ TEST_F(Preferences, ShowOfEndlessTextsTheBeginningAndKeepTheRest) {
 TEST_F(Preferences, ShowOfEndlessTimesOfDayTheFirst) {
     layOut();
     window_->show();
-    window_->setTimePoints("points",
-                           std::vector<TimePoint>(100'000, {8, 5, "08:05", "Remove this time 08:05"}));
+    show("points", Field::Entries,
+         std::vector<PreferencesEntry>(100'000, {485, "08:05", "Remove this time 08:05"}));
     ASSERT_TRUE(receives("show 1"));
     ASSERT_TRUE(doing("cameToFront"));
     const auto lines = received();
     EXPECT_EQ(std::count(lines.begin(), lines.end(), "started"), 1) << "the view was cut off";
-    const auto sent = std::find_if(lines.begin(), lines.end(),
-                                   [](const auto& line) { return line.starts_with("set 1 entries:points"); });
+    const auto sent = std::find_if(lines.begin(), lines.end(), [](const auto& line) {
+        return line.starts_with("tell 1 points entries list");
+    });
     ASSERT_NE(sent, lines.end());
     std::size_t tiles = 0;
     for (std::size_t at = sent->find("\"value\""); at != std::string::npos;
@@ -201,25 +203,25 @@ TEST_F(Preferences, ComeBackWhereTheyWereClosed) {
     ASSERT_TRUE(doing("closed|10 20 700 500"));
     EXPECT_EQ(told_.lines, std::vector<std::string>{"closed"});
     EXPECT_TRUE(receives("drop 1"));
-    window_->setText("work", "40");
+    show("work", Field::Value, "40");
     window_->show();
     ASSERT_TRUE(receives("show 1", 2));
     const auto told = receivedSince("drop 1");
     EXPECT_EQ(std::count(told.begin(), told.end(), "set 1 bounds 10 20 700 500"), 1);
-    EXPECT_EQ(std::count(told.begin(), told.end(), "set 1 text:work 40"), 1);
+    EXPECT_EQ(std::count(told.begin(), told.end(), "tell 1 work value text 40"), 1);
 }
 
 TEST_F(Preferences, OutliveTheView) {
     layOut();
     window_->show();
     ASSERT_TRUE(receives("show 1"));
-    window_->setText("work", "31");
-    window_->setProblem("other", "crash");
-    window_->setProblem("other", "");
+    show("work", Field::Value, "31");
+    show("other", Field::Problem, "crash");
+    show("other", Field::Problem, "");
     ASSERT_TRUE(receives("started", 2)) << "no other view was started";
     ASSERT_TRUE(receives("show 1", 2));
     const auto told = receivedSince("started");
-    EXPECT_EQ(std::count(told.begin(), told.end(), "set 1 text:work 31"), 1);
+    EXPECT_EQ(std::count(told.begin(), told.end(), "tell 1 work value text 31"), 1);
 }
 
 TEST_F(Preferences, LeaveTheKeyboardToTheWindowManager) {

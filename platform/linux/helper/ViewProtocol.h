@@ -1,6 +1,8 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
+#include <optional>
 #include <string_view>
 
 /// What the program and `kelpa-view` say to each other. A window is known by a number that the program gives.
@@ -13,6 +15,8 @@ namespace kelpa::wire::view {
 inline constexpr std::string_view open = "open";
 /// set WINDOW PROPERTY VALUE: a property of the window's content.
 inline constexpr std::string_view set = "set";
+/// tell WINDOW CONTROL FIELD TYPE VALUE: what a control of the preferences shows.
+inline constexpr std::string_view tell = "tell";
 /// show WINDOW: in front of everything.
 inline constexpr std::string_view show = "show";
 /// hide WINDOW
@@ -35,6 +39,8 @@ inline constexpr std::string_view ping = "ping";
 inline constexpr std::string_view ready = "ready";
 /// action WINDOW NAME VALUE: what a person did in the window's content; the value may be empty.
 inline constexpr std::string_view action = "action";
+/// did WINDOW CONTROL ACT TYPE VALUE [TEXT]: what a person did to a control of the preferences.
+inline constexpr std::string_view did = "did";
 /// taken COUNT: so many lines were taken in since the start, and what they ask for is done.
 inline constexpr std::string_view taken = "taken";
 /// dragged WINDOW X Y: a person dragged the window, whose upper left corner is there now, as in `open`.
@@ -114,38 +120,40 @@ inline constexpr std::string_view progress = "progress";
 inline constexpr std::string_view preferencesKind = "preferences";
 /// Everything that never changes, as JSON.
 inline constexpr std::string_view layout = "layout";
-/// The line of the About pane that has the year in it.
-inline constexpr std::string_view copyright = "copyright";
-/// What a control shows: the property is one of these, a colon, and the control's id.
-inline constexpr std::string_view onField = "on";
-inline constexpr std::string_view textField = "text";
-/// JSON: objects of value and text, those of time points also with what names their removal.
-inline constexpr std::string_view entriesField = "entries";
-inline constexpr std::string_view chosenField = "chosen";
-/// HOUR:MINUTE
-inline constexpr std::string_view timeField = "time";
-inline constexpr std::string_view hintField = "hint";
-inline constexpr std::string_view problemField = "problem";
-inline constexpr std::string_view enabledField = "enabled";
-inline constexpr std::string_view visibleField = "visible";
 /// The place of the pane that shows.
 inline constexpr std::string_view currentPane = "current";
 /// The same, which a person turned to.
 inline constexpr std::string_view turnedAction = "turned";
 /// The window has the keyboard again.
 inline constexpr std::string_view cameToFrontAction = "cameToFront";
-// What a person did to a control. The value is a message in itself: the control's id and what follows here.
-inline constexpr std::string_view switchedAction = "switched";                 ///< 0 or 1
-inline constexpr std::string_view typedAction = "typed";                       ///< TEXT
-inline constexpr std::string_view enteredAction = "entered";                   ///< TEXT
-inline constexpr std::string_view steppedAction = "stepped";                   ///< -1 or 1
-inline constexpr std::string_view chosenAction = "chosen";                     ///< VALUE
-inline constexpr std::string_view timeEnteredAction = "timeEntered";           ///< HOUR MINUTE
-inline constexpr std::string_view timePointAddedAction = "timePointAdded";     ///< HOUR MINUTE
-inline constexpr std::string_view timePointRemovedAction = "timePointRemoved"; ///< HOUR MINUTE
-inline constexpr std::string_view promptAddedAction = "promptAdded";           ///< TEXT
-inline constexpr std::string_view promptEditedAction = "promptEdited";         ///< OLD NEW
-inline constexpr std::string_view promptDeletedAction = "promptDeleted";       ///< TEXT
-inline constexpr std::string_view promptsResetAction = "promptsReset";
+/// The kinds of controls, and what is said of them and done to them, in the order of
+/// `PreferencesControlKind`, `PreferencesField` and `PreferencesAct`.
+inline constexpr std::array<std::string_view, 10> kinds = {"switch",     "number",   "accumulator", "text",
+                                                           "picker",     "segments", "timeOfDay",   "tiles",
+                                                           "timePoints", "prompts"};
+inline constexpr std::array<std::string_view, 6> fields = {"entries", "value",   "hint",
+                                                           "problem", "enabled", "visible"};
+inline constexpr std::array<std::string_view, 7> acts = {"typed",  "entered", "stepped", "added",
+                                                         "edited", "removed", "reset"};
+// The types of values.
+inline constexpr std::string_view boolType = "bool";     ///< 0 or 1
+inline constexpr std::string_view numberType = "number"; ///< a whole one
+inline constexpr std::string_view textType = "text";
+inline constexpr std::string_view listType = "list"; ///< JSON: objects of value, text and removal
+inline constexpr std::string_view editType = "edit"; ///< the old text, and in the field after it the new one
+
+/// The name of a case.
+template <class E, std::size_t n>
+constexpr std::string_view nameOf(const std::array<std::string_view, n>& names, E value) {
+    return names.at(static_cast<std::size_t>(value));
+}
+/// The case of a name; nothing where it is the name of none.
+template <class E, std::size_t n>
+constexpr std::optional<E> caseOf(const std::array<std::string_view, n>& names, std::string_view name) {
+    for (std::size_t i = 0; i < n; ++i)
+        if (names[i] == name)
+            return static_cast<E>(i);
+    return std::nullopt;
+}
 
 } // namespace kelpa::wire::view

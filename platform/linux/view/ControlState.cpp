@@ -1,6 +1,5 @@
 #include "platform/linux/view/ControlState.h"
 
-#include "platform/linux/helper/Message.h"
 #include "platform/linux/helper/ViewProtocol.h"
 
 #include <QJsonArray>
@@ -9,61 +8,77 @@
 
 namespace kelpa::view {
 
-namespace view = wire::view;
+namespace word = wire::view;
+
+namespace {
+
+QString wordFor(std::string_view text) {
+    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+/// Type and text of a value. To scripts all numbers are fractions.
+QStringList written(const QVariant& value) {
+    switch (value.typeId()) {
+    case QMetaType::Bool:
+        return {wordFor(word::boolType), QString::number(value.toInt())};
+    case QMetaType::Int:
+    case QMetaType::Double:
+    case QMetaType::LongLong:
+        return {wordFor(word::numberType), QString::number(value.toLongLong())};
+    default:
+        return {wordFor(word::textType), value.toString()};
+    }
+}
+
+} // namespace
 
 ControlState::ControlState(QString id, QObject* parent) : QObject(parent), id_(std::move(id)) {}
 
-bool ControlState::take(std::string_view field, const QString& value) {
-    const auto put = [this](auto& member, const auto& told, void (ControlState::*signal)()) {
-        member = told;
-        emit(this->*signal)();
-    };
-    const bool set = value == QLatin1String("1");
-    if (field == view::onField)
-        put(on_, set, &ControlState::onTold);
-    else if (field == view::textField)
-        put(text_, value, &ControlState::textTold);
-    else if (field == view::entriesField)
-        takeEntries(value);
-    else if (field == view::chosenField)
-        put(chosen_, value, &ControlState::chosenTold);
-    else if (field == view::timeField)
-        takeTime(value);
-    else if (field == view::hintField)
-        put(hint_, value, &ControlState::hintTold);
-    else if (field == view::problemField)
-        put(problem_, value, &ControlState::problemTold);
-    else if (field == view::enabledField)
-        put(enabled_, set, &ControlState::enabledTold);
-    else if (field == view::visibleField)
-        put(visible_, set, &ControlState::visibleTold);
-    else
-        return false;
-    return true;
+void ControlState::take(PreferencesField field, const QVariant& value) {
+    switch (field) {
+    case PreferencesField::Entries:
+        return takeEntries(value.toString().toUtf8());
+    case PreferencesField::Value:
+        value_ = value;
+        emit valueTold();
+        return;
+    case PreferencesField::Hint:
+        hint_ = value.toString();
+        emit hintTold();
+        return;
+    case PreferencesField::Problem:
+        problem_ = value.toString();
+        emit problemTold();
+        return;
+    case PreferencesField::Enabled:
+        enabled_ = value.toBool();
+        emit enabledTold();
+        return;
+    case PreferencesField::Visible:
+        visible_ = value.toBool();
+        emit visibleTold();
+        return;
+    }
 }
 
-void ControlState::takeEntries(const QString& json) {
+void ControlState::takeEntries(const QByteArray& json) {
     QList<EntryList::Entry> entries;
-    const QJsonArray array = QJsonDocument::fromJson(json.toUtf8()).array();
+    const QJsonArray array = QJsonDocument::fromJson(json).array();
     for (const QJsonValue& each : array)
-        entries.append({each[QLatin1String("value")].toString(), each[QLatin1String("text")].toString(),
+        entries.append({each[QLatin1String("value")].toInteger(), each[QLatin1String("text")].toString(),
                         each[QLatin1String("removal")].toString()});
     entries_.take(entries);
     // The same choice may now be found at another place, or at all.
-    emit chosenTold();
+    emit valueTold();
 }
 
-void ControlState::takeTime(const QString& words) {
-    hour_ = words.section(QLatin1Char(':'), 0, 0).toInt();
-    minute_ = words.section(QLatin1Char(':'), 1, 1).toInt();
-    emit timeTold();
+void ControlState::edit(const QString& old, const QString& text) {
+    emit acted(
+        {id_, wordFor(word::nameOf(word::acts, PreferencesAct::Edited)), wordFor(word::editType), old, text});
 }
 
-void ControlState::report(const QString& action, const QStringList& arguments) {
-    std::vector<std::string> fields{id_.toStdString()};
-    for (const QString& argument : arguments)
-        fields.push_back(argument.toStdString());
-    emit acted(action, QString::fromStdString(wire::Message(std::move(fields)).line()));
+void ControlState::report(PreferencesAct act, const QVariant& value) {
+    emit acted(QStringList{id_, wordFor(word::nameOf(word::acts, act))} + written(value));
 }
 
 } // namespace kelpa::view

@@ -1,25 +1,24 @@
 #pragma once
 
 #include "platform/linux/view/EntryList.h"
+#include "platform/ports/PreferencesWindow.h"
 
 #include <QObject>
 #include <QString>
 #include <QStringList>
+#include <QVariant>
 #include <QtQml/qqmlregistration.h>
 
 namespace kelpa::view {
 
-/// What the program says of one control of the preferences window. Each property's signal comes whenever the
-/// program says it, changed or not: what a person did meanwhile may not have been taken.
+/// What the program says of one control of the preferences window, and what a person does to it. Each
+/// property's signal comes whenever the program says it, changed or not: what a person did meanwhile may not
+/// have been taken.
 class ControlState : public QObject {
     Q_OBJECT
-    Q_PROPERTY(QString controlId READ controlId CONSTANT FINAL)
-    Q_PROPERTY(bool on MEMBER on_ NOTIFY onTold FINAL)
-    Q_PROPERTY(QString text MEMBER text_ NOTIFY textTold FINAL)
+    /// Undefined until it is told.
+    Q_PROPERTY(QVariant value MEMBER value_ NOTIFY valueTold FINAL)
     Q_PROPERTY(kelpa::view::EntryList* entries READ entries CONSTANT FINAL)
-    Q_PROPERTY(QString chosen MEMBER chosen_ NOTIFY chosenTold FINAL)
-    Q_PROPERTY(int hour MEMBER hour_ NOTIFY timeTold FINAL)
-    Q_PROPERTY(int minute MEMBER minute_ NOTIFY timeTold FINAL)
     Q_PROPERTY(QString hint MEMBER hint_ NOTIFY hintTold FINAL)
     Q_PROPERTY(QString problem MEMBER problem_ NOTIFY problemTold FINAL)
     Q_PROPERTY(bool enabled MEMBER enabled_ NOTIFY enabledTold FINAL)
@@ -30,35 +29,35 @@ class ControlState : public QObject {
   public:
     explicit ControlState(QString id, QObject* parent = nullptr);
 
-    [[nodiscard]] const QString& controlId() const { return id_; }
     [[nodiscard]] EntryList* entries() { return &entries_; }
-    /// False when there is no such field.
-    bool take(std::string_view field, const QString& value);
-    /// Tells the program what a person did, with what belongs to it.
-    Q_INVOKABLE void report(const QString& action, const QStringList& arguments);
+    /// Takes what is said of a field; entries as JSON.
+    void take(PreferencesField field, const QVariant& value);
+
+    // What a person does. Values are what the program tells: true or false, a whole number, or a text.
+    Q_INVOKABLE void type(const QString& text) { report(PreferencesAct::Typed, text); }
+    Q_INVOKABLE void enter(const QVariant& value) { report(PreferencesAct::Entered, value); }
+    Q_INVOKABLE void step(int direction) { report(PreferencesAct::Stepped, direction); }
+    Q_INVOKABLE void add(const QVariant& entry) { report(PreferencesAct::Added, entry); }
+    Q_INVOKABLE void edit(const QString& old, const QString& text);
+    Q_INVOKABLE void remove(const QVariant& entry) { report(PreferencesAct::Removed, entry); }
+    Q_INVOKABLE void reset() { report(PreferencesAct::Reset, QString()); }
 
   signals:
-    void onTold();
-    void textTold();
-    void chosenTold();
-    void timeTold();
+    void valueTold();
     void hintTold();
     void problemTold();
     void enabledTold();
     void visibleTold();
-    void acted(const QString& action, const QString& value);
+    /// The control, the act, and the type and text of its value.
+    void acted(const QStringList& fields);
 
   private:
-    void takeEntries(const QString& json);
-    void takeTime(const QString& words);
+    void takeEntries(const QByteArray& json);
+    void report(PreferencesAct act, const QVariant& value);
 
     QString id_;
-    bool on_ = false;
-    QString text_;
+    QVariant value_;
     EntryList entries_;
-    QString chosen_;
-    int hour_ = 0;
-    int minute_ = 0;
     QString hint_;
     QString problem_;
     bool enabled_ = true;

@@ -53,17 +53,10 @@ void EntryList::insert(int first, const QList<Entry>& entries) {
     emit countChanged();
 }
 
-QString EntryList::valueAt(int row) const {
-    return entries_.value(row).value;
-}
-
-QString EntryList::textAt(int row) const {
-    return entries_.value(row).text;
-}
-
-int EntryList::indexOf(const QString& value) const {
-    const auto found = std::find_if(entries_.begin(), entries_.end(),
-                                    [&value](const Entry& entry) { return entry.value == value; });
+int EntryList::indexOf(const QVariant& value) const {
+    const auto found = std::find_if(entries_.begin(), entries_.end(), [&value](const Entry& entry) {
+        return value.isValid() && entry.value == value.toLongLong();
+    });
     return found == entries_.end() ? -1 : static_cast<int>(found - entries_.begin());
 }
 

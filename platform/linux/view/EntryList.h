@@ -17,7 +17,7 @@ class EntryList : public QAbstractListModel {
 
   public:
     struct Entry {
-        QString value;
+        qint64 value = 0;
         QString text;
         QString removal; ///< names the button that removes it, where it has one
         bool operator==(const Entry&) const = default;
@@ -28,11 +28,11 @@ class EntryList : public QAbstractListModel {
     void take(const QList<Entry>& entries);
 
     [[nodiscard]] int count() const { return static_cast<int>(entries_.size()); }
-    /// Empty where there is no such line.
-    Q_INVOKABLE [[nodiscard]] QString valueAt(int row) const;
-    Q_INVOKABLE [[nodiscard]] QString textAt(int row) const;
+    /// 0, or empty, where there is no such line.
+    Q_INVOKABLE [[nodiscard]] qint64 valueAt(int row) const { return entries_.value(row).value; }
+    Q_INVOKABLE [[nodiscard]] QString textAt(int row) const { return entries_.value(row).text; }
     /// -1 when none has it.
-    Q_INVOKABLE [[nodiscard]] int indexOf(const QString& value) const;
+    Q_INVOKABLE [[nodiscard]] int indexOf(const QVariant& value) const;
 
     [[nodiscard]] int rowCount(const QModelIndex& parent) const override;
     [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;

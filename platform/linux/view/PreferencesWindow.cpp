@@ -8,7 +8,20 @@
 
 namespace kelpa::view {
 
-namespace view = wire::view;
+namespace word = wire::view;
+
+namespace {
+
+QVariant valueIn(const wire::Message& message) {
+    const QString text = QString::fromStdString(message.field(5));
+    if (message.field(4) == word::boolType)
+        return text == QLatin1String("1");
+    if (message.field(4) == word::numberType)
+        return text.toLongLong();
+    return text;
+}
+
+} // namespace
 
 PreferencesWindow::PreferencesWindow(QQmlEngine& engine)
     : ManagedWindow(engine, QStringLiteral("Preferences.qml")) {
@@ -16,15 +29,19 @@ PreferencesWindow::PreferencesWindow(QQmlEngine& engine)
 }
 
 void PreferencesWindow::setContentProperty(const QByteArray& name, const QString& value) {
-    if (name == view::layout.data())
+    if (name == word::layout.data())
         return layOut(QJsonDocument::fromJson(value.toUtf8()).object().toVariantMap());
-    const qsizetype colon = name.indexOf(':');
-    if (colon < 0)
-        return ManagedWindow::setContentProperty(name, value);
-    ControlState* state = states_.value(QString::fromUtf8(name.mid(colon + 1)));
-    const QByteArray field = name.left(colon);
-    if (state == nullptr || !state->take({field.constData(), static_cast<std::size_t>(colon)}, value))
-        qWarning("The preferences window has no %s.", name.constData());
+    ManagedWindow::setContentProperty(name, value);
+}
+
+void PreferencesWindow::tellControl(const wire::Message& message) {
+    ControlState* state = states_.value(QString::fromStdString(message.field(2)));
+    const auto field = word::caseOf<PreferencesField>(word::fields, message.field(3));
+    if (state != nullptr && field)
+        state->take(*field, valueIn(message));
+    else
+        qWarning("The preferences window has no %s of %s.", message.field(3).c_str(),
+                 message.field(2).c_str());
 }
 
 /// The controls have to be there before the page that shows them.
@@ -46,6 +63,7 @@ void PreferencesWindow::makeControls(const QVariantMap& layout) {
                 makeControl(row.toMap()[QStringLiteral("id")].toString(), controls);
         }
     }
+    makeControl(QString::fromUtf8(copyrightLine), controls);
     content().setProperty("controls", controls);
 }
 
@@ -53,14 +71,14 @@ void PreferencesWindow::makeControl(const QString& id, QVariantMap& controls) {
     ControlState*& state = states_[id];
     if (state == nullptr) {
         state = new ControlState(id, this);
-        connect(state, &ControlState::acted, this, &ViewWindow::action);
+        connect(state, &ControlState::acted, this, &ViewWindow::didToControl);
     }
     controls.insert(id, QVariant::fromValue(state));
 }
 
 bool PreferencesWindow::event(QEvent* event) {
     if (event->type() == QEvent::FocusIn)
-        emit action(QString::fromUtf8(view::cameToFrontAction.data()), {});
+        emit action(QString::fromUtf8(word::cameToFrontAction.data()), {});
     return ManagedWindow::event(event);
 }
 

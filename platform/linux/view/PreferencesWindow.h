@@ -16,6 +16,7 @@ class PreferencesWindow : public ManagedWindow {
     explicit PreferencesWindow(QQmlEngine& engine);
 
     void setContentProperty(const QByteArray& name, const QString& value) override;
+    void tellControl(const wire::Message& message) override;
 
   protected:
     [[nodiscard]] QSize firstSize() const override { return {720, 710}; }

@@ -1,7 +1,10 @@
 #pragma once
 
+#include "platform/linux/helper/Message.h"
+
 #include <QQuickWindow>
 #include <QRect>
+#include <QStringList>
 #include <memory>
 
 class QQmlEngine;
@@ -22,6 +25,8 @@ class ViewWindow : public QQuickWindow {
     /// Where the window stands: in the desktop's units, on the screen of that connector.
     virtual void setPlace(const QRect& place, const QString& connector) = 0;
     virtual void setContentProperty(const QByteArray& name, const QString& value);
+    /// Shows what a `tell` of the program says of a control, in a window that has controls.
+    virtual void tellControl(const wire::Message& /*message*/) {}
     virtual void setAlpha(double alpha) = 0;
     virtual void fadeTo(double alpha, double seconds) = 0;
     /// Shows the window in front of all others of its kind.
@@ -41,6 +46,8 @@ class ViewWindow : public QQuickWindow {
 
   signals:
     void action(const QString& name, const QString& value);
+    /// What a person did to a control: the fields of a `did` from the control on.
+    void didToControl(const QStringList& fields);
     /// A person dragged the window: where its upper left corner is now, in the units of `setPlace`.
     void dragged(QPoint corner);
 

@@ -74,6 +74,8 @@ void WindowKeeper::obeyWindow(ViewWindow& window, const wire::Message& message) 
     if (message.verb() == word::set)
         window.setContentProperty(QByteArray::fromStdString(message.field(2)),
                                   QString::fromStdString(message.field(3)));
+    else if (message.verb() == word::tell)
+        window.tellControl(message);
     else if (message.verb() == word::show)
         window.appear();
     else if (message.verb() == word::hide)
@@ -104,6 +106,10 @@ ViewWindow* WindowKeeper::make(int id, const std::string& kind) {
             window.get(), &ViewWindow::action, this, [this, id](const QString& name, const QString& value) {
                 channel_.send({word::action, std::to_string(id), name.toStdString(), value.toStdString()});
             });
+        connect(window.get(), &ViewWindow::didToControl, this, [this, id](const QStringList& fields) {
+            const auto at = [&fields](int i) { return fields.value(i).toStdString(); };
+            channel_.send({word::did, std::to_string(id), at(0), at(1), at(2), at(3), at(4)});
+        });
         connect(window.get(), &ViewWindow::dragged, this, [this, id](QPoint corner) {
             channel_.send(
                 {word::dragged, std::to_string(id), std::to_string(corner.x()), std::to_string(corner.y())});

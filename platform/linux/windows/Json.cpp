@@ -2,7 +2,6 @@
 
 #include "platform/linux/helper/ViewProtocol.h"
 
-#include <algorithm>
 #include <nlohmann/json.hpp>
 
 namespace kelpa {
@@ -13,6 +12,7 @@ using nlohmann::json;
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(SymbolButton, symbol, name)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(AboutContent, icon, glyph, glyphFont, name, version, copyright, link,
                                    linkAddress)
+NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(PreferencesEntry, value, text, removal)
 
 namespace {
 
@@ -26,36 +26,10 @@ std::string textOf(const json& value) {
     return value.dump(-1, ' ', false, json::error_handler_t::replace);
 }
 
-std::string_view kindName(PreferencesControlKind kind) {
-    switch (kind) {
-    case PreferencesControlKind::Switch:
-        return "switch";
-    case PreferencesControlKind::Number:
-        return "number";
-    case PreferencesControlKind::Accumulator:
-        return "accumulator";
-    case PreferencesControlKind::Text:
-        return "text";
-    case PreferencesControlKind::Picker:
-        return "picker";
-    case PreferencesControlKind::Segments:
-        return "segments";
-    case PreferencesControlKind::TimeOfDay:
-        return "timeOfDay";
-    case PreferencesControlKind::Tiles:
-        return "tiles";
-    case PreferencesControlKind::TimePoints:
-        return "timePoints";
-    case PreferencesControlKind::Prompts:
-        return "prompts";
-    }
-    return "";
-}
-
 json rowJson(const PreferencesRow& row) {
     return {{"caption", row.caption},
             {"id", row.control.id},
-            {"kind", kindName(row.control.kind)},
+            {"kind", wire::view::nameOf(wire::view::kinds, row.control.kind)},
             {"label", row.control.label},
             {"unit", row.control.unit}};
 }
@@ -105,32 +79,15 @@ std::string aboutJson(const AboutContent& about) {
     return textOf(about);
 }
 
-std::string choicesJson(const std::vector<PreferencesChoice>& choices) {
-    json all = json::array();
-    for (const auto& [value, text] : choices)
-        all.push_back({{"value", std::to_string(value)}, {"text", text}});
-    return textOf(all);
-}
-
-std::string timePointsJson(const std::vector<TimePoint>& points) {
-    json all = json::array();
-    for (std::size_t i = 0; i < std::min(points.size(), mostTimePoints); ++i) {
-        const auto& [hour, minute, text, removal] = points[i];
-        const std::string value = std::to_string(hour) + ":" + std::to_string(minute);
-        all.push_back({{"value", value}, {"text", text}, {"removal", removal}});
-    }
-    return textOf(all);
-}
-
-std::string promptsJson(const std::vector<std::string>& prompts) {
+std::string entriesJson(const std::vector<PreferencesEntry>& entries) {
     json all = json::array();
     std::size_t bytes = 0;
-    for (const std::string& prompt : prompts) {
-        json line = {{"text", prompt}};
-        bytes += textOf(line).size() + 1;
-        if (bytes > mostBytes)
+    for (const PreferencesEntry& entry : entries) {
+        json one = entry;
+        bytes += textOf(one).size() + 1;
+        if (bytes > mostBytes || (!entry.removal.empty() && all.size() == mostTimePoints))
             break;
-        all.push_back(std::move(line));
+        all.push_back(std::move(one));
     }
     return textOf(all);
 }

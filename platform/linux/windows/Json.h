@@ -12,10 +12,8 @@ namespace kelpa {
 /// What the preferences window and the about panel consist of.
 [[nodiscard]] std::string layoutJson(const PreferencesLayout& layout);
 [[nodiscard]] std::string aboutJson(const AboutContent& about);
-[[nodiscard]] std::string choicesJson(const std::vector<PreferencesChoice>& choices);
-/// The first of them, where there are more than anybody can want to see.
-[[nodiscard]] std::string timePointsJson(const std::vector<TimePoint>& points);
-/// As many of the prompts, of at most `wire::view::longestText` each, from the top, as one message can carry.
-[[nodiscard]] std::string promptsJson(const std::vector<std::string>& prompts);
+/// As many of the entries from the top, each text of at most `wire::view::longestText`, as one message can
+/// carry, and of times no more than anybody can want to see.
+[[nodiscard]] std::string entriesJson(const std::vector<PreferencesEntry>& entries);
 
 } // namespace kelpa

@@ -1,16 +1,16 @@
 #pragma once
 
 #include "platform/linux/windows/RemoteWindowSystem.h"
-#include "platform/linux/windows/ShownTexts.h"
 #include "platform/ports/PreferencesWindow.h"
 
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace kelpa {
 
-/// The preferences window as the view shows it: one property for what never changes, and some for each
-/// control.
+/// The preferences window as the view shows it. What its controls show is kept by the core alone, which says
+/// it again to each view.
 class RemotePreferencesWindow final : public PreferencesWindow {
   public:
     /// The window system outlives the window.
@@ -21,30 +21,29 @@ class RemotePreferencesWindow final : public PreferencesWindow {
 
     void setLayout(const PreferencesLayout& layout, PreferencesClient& client) override;
     void show() override;
-    void setCopyright(const std::string& line) override;
-    void setSwitch(const std::string& id, bool on) override;
-    void setText(const std::string& id, const std::string& text) override;
-    void setChoices(const std::string& id, const std::vector<PreferencesChoice>& choices) override;
-    void setChosen(const std::string& id, std::int64_t value) override;
-    void setTimeOfDay(const std::string& id, int hour, int minute) override;
-    void setTimePoints(const std::string& id, const std::vector<TimePoint>& points) override;
-    void setPrompts(const std::string& id, const std::vector<std::string>& prompts) override;
-    void setHint(const std::string& id, const std::string& hint) override;
-    void setProblem(const std::string& id, const std::string& problem) override;
-    void setEnabled(const std::string& id, bool enabled) override;
-    void setVisible(const std::string& id, bool visible) override;
+    void show(const std::string& id, PreferencesField field, const PreferencesValue& value) override;
 
   private:
-    void set(std::string_view field, const std::string& id, std::string_view value);
+    /// A text of a control of which the view shows the beginning, which then stands for all of it.
+    struct Cut {
+        std::string id;
+        std::string shown;
+        std::string whole;
+    };
+    /// The texts as far as the view shows them: of long ones the beginning, and never twice the same for
+    /// different ones.
+    [[nodiscard]] std::vector<PreferencesEntry> shorten(const std::string& id,
+                                                        std::vector<PreferencesEntry> entries);
+    /// The whole text of which a control shows this.
+    [[nodiscard]] std::string whole(const std::string& id, const std::string& shown) const;
+
     void didAct(const std::string& action, const std::string& value);
-    bool didActOnWindow(const std::string& action, const std::string& value);
-    bool didActOnControl(const std::string& action, const wire::Message& message);
-    void didActOnList(const std::string& action, const wire::Message& message);
-    void showAgain(std::string_view field, const std::string& id);
+    void didToControl(const wire::Message& message);
+    [[nodiscard]] std::optional<PreferencesValue> valueIn(const wire::Message& message) const;
 
     RemoteWindowSystem& windows_;
     PreferencesClient* client_ = nullptr;
-    ShownTexts texts_;
+    std::vector<Cut> cuts_;                ///< hardly ever any
     std::shared_ptr<WindowRecord> record_; ///< null until the window is laid out
 };
 

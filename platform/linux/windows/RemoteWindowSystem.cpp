@@ -192,7 +192,7 @@ void RemoteWindowSystem::helperSaid(const wire::Message& message) {
         answers_.taken(message.number(1).value_or(0));
     else if (message.verb() == view::ready)
         failing_ = false;
-    else if (message.verb() == view::action)
+    else if (message.verb() == view::action || message.verb() == view::did)
         didAct(message);
     else if (message.verb() == view::dragged)
         didDrag(message);
@@ -210,7 +210,10 @@ std::shared_ptr<WindowRecord> RemoteWindowSystem::recordOf(const wire::Message& 
 }
 
 void RemoteWindowSystem::didAct(const wire::Message& message) {
-    if (const auto record = recordOf(message))
+    const auto record = recordOf(message);
+    if (record && message.verb() == view::did)
+        record->didToControl(message);
+    else if (record)
         record->didAct(message.field(2), message.field(3));
 }
 

@@ -71,10 +71,9 @@ void WindowRecord::assertProperty(std::string_view name, std::string_view value)
     send(wire::view::set, name, value);
 }
 
-void WindowRecord::repeatProperty(std::string_view name) const {
-    for (const auto& [known, value] : properties_)
-        if (known == name)
-            send(wire::view::set, known, value);
+void WindowRecord::tell(std::string_view control, std::string_view field, std::string_view type,
+                        std::string_view value) const {
+    send(wire::view::tell, control, field, type, value);
 }
 
 void WindowRecord::setAlpha(double alpha) {
@@ -118,6 +117,8 @@ void WindowRecord::leave() {
     send(wire::view::drop);
     link_ = nullptr;
     handler_ = nullptr;
+    controlHandler_ = nullptr;
+    replayed_ = nullptr;
 }
 
 void WindowRecord::setActionHandler(ActionHandler handler) {
@@ -131,10 +132,21 @@ void WindowRecord::didAct(const std::string& action, const std::string& value) c
         handler(action, value);
 }
 
+void WindowRecord::setControlHandler(std::function<void(const wire::Message&)> handler) {
+    controlHandler_ = std::move(handler);
+}
+
+void WindowRecord::didToControl(const wire::Message& message) const {
+    if (visible_ && controlHandler_)
+        controlHandler_(message);
+}
+
 void WindowRecord::replay() const {
     sendOpen();
     for (const auto& [name, value] : properties_)
         send(wire::view::set, name, value);
+    if (replayed_)
+        replayed_();
     replayOpacity();
     if (visible_)
         send(wire::view::show);

@@ -65,8 +65,9 @@ class WindowRecord {
     void assertProperty(std::string_view name, std::string_view value);
     /// Keeps a value that the view shows already: what a person made of it.
     void noteProperty(std::string_view name, std::string_view value) { store(name, value); }
-    /// Sends on again what a property is.
-    void repeatProperty(std::string_view name) const;
+    /// Says what a control shows. It is not kept: whoever says it does so again when another view takes over.
+    void tell(std::string_view control, std::string_view field, std::string_view type,
+              std::string_view value) const;
     void setAlpha(double alpha);
     void fadeTo(double alpha, double seconds);
     void show();
@@ -78,6 +79,11 @@ class WindowRecord {
     void setActionHandler(ActionHandler handler);
     /// Of what is done in a window that does not show, nothing is passed on.
     void didAct(const std::string& action, const std::string& value) const;
+    /// Takes what a person did to controls, as the view says it.
+    void setControlHandler(std::function<void(const wire::Message&)> handler);
+    void didToControl(const wire::Message& message) const;
+    /// Runs whenever a view is told everything, before it shows the window.
+    void setReplayed(std::function<void()> run) { replayed_ = std::move(run); }
 
     /// Tells a view everything that it must know to go on from here.
     void replay() const;
@@ -106,6 +112,8 @@ class WindowRecord {
     Clock::time_point fadeStart_;
     Clock::duration fadeLength_{};
     ActionHandler handler_;
+    std::function<void(const wire::Message&)> controlHandler_;
+    std::function<void()> replayed_;
 };
 
 } // namespace kelpa

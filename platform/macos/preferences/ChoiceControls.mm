@@ -1,4 +1,4 @@
-#import "platform/macos/preferences/ChoiceControls.h"
+#import "platform/macos/preferences/Control.h"
 
 #import "platform/macos/Bridge.h"
 #import "platform/macos/views/Labels.h"
@@ -28,12 +28,11 @@ constexpr CGFloat pickerWidth = 100;
 
 - (void)switched:(id)sender {
     (void)sender;
-    const bool on = [_switch state] == NSControlStateValueOn;
-    kelpa::callCore([&] { [self client].switched([self name], on); });
+    [self did:kelpa::PreferencesAct::Entered value:[_switch state] == NSControlStateValueOn];
 }
 
-- (void)setOn:(BOOL)on {
-    [_switch setState:on ? NSControlStateValueOn : NSControlStateValueOff];
+- (void)showValue:(const kelpa::PreferencesValue&)value {
+    [_switch setState:std::get<bool>(value) ? NSControlStateValueOn : NSControlStateValueOff];
 }
 
 @end
@@ -53,11 +52,11 @@ constexpr CGFloat pickerWidth = 100;
     return @[ _picker ];
 }
 
-- (void)setChoices:(const std::vector<kelpa::PreferencesChoice>&)choices {
+- (void)showEntries:(const std::vector<kelpa::PreferencesEntry>&)entries {
     NSInteger chosen = [_picker selectedTag];
     [_picker removeAllItems];
     // Into the menu itself: the list's own way would drop an entry whose text is there twice.
-    for (const kelpa::PreferencesChoice& choice : choices) {
+    for (const kelpa::PreferencesEntry& choice : entries) {
         NSMenuItem* item = [[NSMenuItem alloc] initWithTitle:kelpa::toNSString(choice.text)
                                                       action:nullptr
                                                keyEquivalent:@""];
@@ -67,15 +66,14 @@ constexpr CGFloat pickerWidth = 100;
     [_picker selectItemWithTag:chosen];
 }
 
-- (void)setChosen:(std::int64_t)value {
-    if (![_picker selectItemWithTag:value])
+- (void)showValue:(const kelpa::PreferencesValue&)value {
+    if (![_picker selectItemWithTag:std::get<std::int64_t>(value)])
         [_picker selectItem:nil];
 }
 
 - (void)picked:(id)sender {
     (void)sender;
-    const std::int64_t value = [_picker selectedTag];
-    kelpa::callCore([&] { [self client].chosen([self name], value); });
+    [self did:kelpa::PreferencesAct::Entered value:std::int64_t{[_picker selectedTag]}];
 }
 
 @end
@@ -94,20 +92,20 @@ constexpr CGFloat pickerWidth = 100;
     return @[ _segments ];
 }
 
-- (void)setChoices:(const std::vector<kelpa::PreferencesChoice>&)choices {
-    [_segments setSegmentCount:static_cast<NSInteger>(choices.size())];
+- (void)showEntries:(const std::vector<kelpa::PreferencesEntry>&)entries {
+    [_segments setSegmentCount:static_cast<NSInteger>(entries.size())];
     NSInteger segment = 0;
-    for (const kelpa::PreferencesChoice& choice : choices) {
+    for (const kelpa::PreferencesEntry& choice : entries) {
         [_segments setLabel:kelpa::toNSString(choice.text) forSegment:segment];
         [_segments setTag:choice.value forSegment:segment];
         ++segment;
     }
 }
 
-- (void)setChosen:(std::int64_t)value {
+- (void)showValue:(const kelpa::PreferencesValue&)value {
     NSInteger chosen = -1;
     for (NSInteger segment = 0; segment < [_segments segmentCount]; ++segment)
-        if ([_segments tagForSegment:segment] == value)
+        if ([_segments tagForSegment:segment] == std::get<std::int64_t>(value))
             chosen = segment;
     [_segments setSelectedSegment:chosen];
 }
@@ -115,7 +113,7 @@ constexpr CGFloat pickerWidth = 100;
 - (void)picked:(id)sender {
     (void)sender;
     const std::int64_t value = [_segments tagForSegment:[_segments selectedSegment]];
-    kelpa::callCore([&] { [self client].chosen([self name], value); });
+    [self did:kelpa::PreferencesAct::Entered value:value];
 }
 
 @end
@@ -136,19 +134,19 @@ constexpr CGFloat pickerWidth = 100;
     return @[ _grid ];
 }
 
-- (void)setChoices:(const std::vector<kelpa::PreferencesChoice>&)choices {
-    std::vector<std::pair<std::int64_t, std::string>> entries;
-    for (const kelpa::PreferencesChoice& choice : choices)
-        entries.emplace_back(choice.value, choice.text);
-    [_grid setEntries:entries];
+- (void)showEntries:(const std::vector<kelpa::PreferencesEntry>&)entries {
+    std::vector<std::pair<std::int64_t, std::string>> tiles;
+    for (const kelpa::PreferencesEntry& choice : entries)
+        tiles.emplace_back(choice.value, choice.text);
+    [_grid setEntries:tiles];
 }
 
-- (void)setChosen:(std::int64_t)value {
-    [_grid choose:value];
+- (void)showValue:(const kelpa::PreferencesValue&)value {
+    [_grid choose:std::get<std::int64_t>(value)];
 }
 
 - (void)picked:(std::int64_t)value {
-    kelpa::callCore([&] { [self client].chosen([self name], value); });
+    [self did:kelpa::PreferencesAct::Entered value:value];
 }
 
 @end

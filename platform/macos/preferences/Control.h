@@ -5,7 +5,7 @@
 #include "platform/ports/PreferencesWindow.h"
 
 /// One control of the preferences window: what its cell shows, and what a person does in it. Each kind of
-/// control is a class of its own that overrides what it can show; told of anything else it does nothing.
+/// control is a class of its own that makes its views and shows what it can in them.
 @interface KelpaControl : NSObject
 /// `client` must outlive the control.
 - (instancetype)initWithControl:(const kelpa::PreferencesControl&)control
@@ -16,22 +16,63 @@
 @property(nonatomic, readonly) NSView* cell;
 /// The control's name in the core.
 @property(nonatomic, readonly) const std::string& name;
-@property(nonatomic, readonly) kelpa::PreferencesClient& client;
+/// Shows a value in a field; the row's visibility is the form's affair.
+- (void)show:(kelpa::PreferencesField)field value:(const kelpa::PreferencesValue&)value;
 
 /// For the kinds: the views that make up the control, in their order from left to right.
 - (NSArray<NSView*>*)makeViews:(const kelpa::PreferencesControl&)control
                         layout:(const kelpa::PreferencesLayout&)layout;
 
-- (void)setOn:(BOOL)on;
-- (void)setText:(NSString*)text;
-- (void)setChoices:(const std::vector<kelpa::PreferencesChoice>&)choices;
-- (void)setChosen:(std::int64_t)value;
-- (void)setHour:(int)hour minute:(int)minute;
-- (void)setTimePoints:(const std::vector<kelpa::TimePoint>&)points;
-- (void)setPrompts:(const std::vector<std::string>&)prompts;
-- (void)setHint:(NSString*)hint;
-- (void)setProblem:(NSString*)problem;
+- (void)showValue:(const kelpa::PreferencesValue&)value;
+- (void)showEntries:(const std::vector<kelpa::PreferencesEntry>&)entries;
 - (void)setEnabled:(BOOL)enabled;
+/// Tells the core what a person did.
+- (void)did:(kelpa::PreferencesAct)act value:(const kelpa::PreferencesValue&)value;
+@end
+
+/// On or off, with its label beside it.
+@interface KelpaSwitchControl : KelpaControl
+@end
+
+/// A drop-down list.
+@interface KelpaPickerControl : KelpaControl
+@end
+
+/// Entries side by side.
+@interface KelpaSegmentsControl : KelpaControl
+@end
+
+/// Entries in a grid.
+@interface KelpaTilesControl : KelpaControl
+@end
+
+/// One line of text.
+@interface KelpaTextControl : KelpaControl <NSTextFieldDelegate>
+@end
+
+/// A field of digits in which a number goes up and down by steps.
+@interface KelpaStepsControl : KelpaTextControl
+@end
+
+/// With a stepper behind it.
+@interface KelpaNumberControl : KelpaStepsControl
+@end
+
+/// Between a minus and a plus button.
+@interface KelpaAccumulatorControl : KelpaStepsControl
+@end
+
+/// Hour and minute, in the user's own way of writing them.
+@interface KelpaTimeControl : KelpaControl
+@end
+
+/// A grid of times of day, each with its remove button, and a last tile that adds one.
+@interface KelpaTimePointsControl : KelpaControl <NSPopoverDelegate>
+@end
+
+/// A scrolling list of texts to add to, edit in place, delete from and reset.
+@interface KelpaPromptsControl
+    : KelpaControl <NSTableViewDataSource, NSTableViewDelegate, NSTextFieldDelegate>
 @end
 
 namespace kelpa {

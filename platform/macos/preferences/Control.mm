@@ -1,10 +1,6 @@
 #import "platform/macos/preferences/Control.h"
 
 #import "platform/macos/Bridge.h"
-#import "platform/macos/preferences/ChoiceControls.h"
-#import "platform/macos/preferences/FieldControls.h"
-#import "platform/macos/preferences/PromptsControl.h"
-#import "platform/macos/preferences/TimeControls.h"
 #import "platform/macos/views/Labels.h"
 
 namespace {
@@ -24,7 +20,8 @@ NSTextField* smallText(NSColor* color) {
 }
 
 /// An empty text takes no room.
-void show(NSTextField* label, NSString* text) {
+void explain(NSTextField* label, const kelpa::PreferencesValue& value) {
+    NSString* text = kelpa::toNSString(std::get<std::string>(value));
     [label setStringValue:text];
     [label setHidden:[text length] == 0];
 }
@@ -100,45 +97,33 @@ void show(NSTextField* label, NSString* text) {
     return _name;
 }
 
-- (kelpa::PreferencesClient&)client {
-    return *_client;
+- (void)show:(kelpa::PreferencesField)field value:(const kelpa::PreferencesValue&)value {
+    switch (field) {
+    case kelpa::PreferencesField::Entries:
+        return [self showEntries:std::get<std::vector<kelpa::PreferencesEntry>>(value)];
+    case kelpa::PreferencesField::Value:
+        return [self showValue:value];
+    case kelpa::PreferencesField::Hint:
+        return explain(_hint, value);
+    case kelpa::PreferencesField::Problem:
+        return explain(_problem, value);
+    case kelpa::PreferencesField::Enabled:
+        return [self setEnabled:std::get<bool>(value)];
+    case kelpa::PreferencesField::Visible:
+        return;
+    }
 }
 
-- (void)setOn:(BOOL)on {
-    (void)on;
-}
-
-- (void)setText:(NSString*)text {
-    (void)text;
-}
-
-- (void)setChoices:(const std::vector<kelpa::PreferencesChoice>&)choices {
-    (void)choices;
-}
-
-- (void)setChosen:(std::int64_t)value {
+- (void)showValue:(const kelpa::PreferencesValue&)value {
     (void)value;
 }
 
-- (void)setHour:(int)hour minute:(int)minute {
-    (void)hour;
-    (void)minute;
+- (void)showEntries:(const std::vector<kelpa::PreferencesEntry>&)entries {
+    (void)entries;
 }
 
-- (void)setTimePoints:(const std::vector<kelpa::TimePoint>&)points {
-    (void)points;
-}
-
-- (void)setPrompts:(const std::vector<std::string>&)prompts {
-    (void)prompts;
-}
-
-- (void)setHint:(NSString*)hint {
-    show(_hint, hint);
-}
-
-- (void)setProblem:(NSString*)problem {
-    show(_problem, problem);
+- (void)did:(kelpa::PreferencesAct)act value:(const kelpa::PreferencesValue&)value {
+    kelpa::callCore([&] { _client->did(_name, act, value); });
 }
 
 - (void)setEnabled:(BOOL)enabled {

@@ -1,4 +1,4 @@
-#import "platform/macos/preferences/FieldControls.h"
+#import "platform/macos/preferences/Control.h"
 
 #import <objc/runtime.h>
 
@@ -32,7 +32,8 @@ constexpr CGFloat numberWidth = 64;
 
 /// Of a field that is being typed in, the text stands in the window's shared editor. A text that is there
 /// already is left alone, and with it the place of the cursor.
-- (void)setText:(NSString*)text {
+- (void)showValue:(const kelpa::PreferencesValue&)value {
+    NSString* text = kelpa::toNSString(std::get<std::string>(value));
     // While the field is left the editor may be there still, but what it holds has been taken already.
     NSText* editor = _leaving ? nil : [_field currentEditor];
     if ([text isEqualToString:editor ? [editor string] : [_field stringValue]])
@@ -46,13 +47,13 @@ constexpr CGFloat numberWidth = 64;
 
 - (void)controlTextDidChange:(NSNotification*)notification {
     (void)notification;
-    kelpa::callCore([&] { [self client].typed([self name], kelpa::toString([_field stringValue])); });
+    [self did:kelpa::PreferencesAct::Typed value:kelpa::toString([_field stringValue])];
 }
 
 - (void)controlTextDidEndEditing:(NSNotification*)notification {
     (void)notification;
     _leaving = YES;
-    kelpa::callCore([&] { [self client].entered([self name], kelpa::toString([_field stringValue])); });
+    [self did:kelpa::PreferencesAct::Entered value:kelpa::toString([_field stringValue])];
     _leaving = NO;
 }
 
@@ -61,7 +62,7 @@ constexpr CGFloat numberWidth = 64;
 @implementation KelpaStepsControl
 
 - (void)step:(int)direction {
-    kelpa::callCore([&] { [self client].stepped([self name], direction); });
+    [self did:kelpa::PreferencesAct::Stepped value:direction];
 }
 
 /// The arrow keys step.

@@ -18,23 +18,11 @@ class MacPreferencesWindow final : public PreferencesWindow {
     void setLayout(const PreferencesLayout& layout, PreferencesClient& client) override;
     /// Asks for the window as the system's own Settings line does; whoever answers that calls `present`.
     void show() override;
+    void show(const std::string& id, PreferencesField field, const PreferencesValue& value) override;
     void present();
     /// Takes what is being typed for entered and the window off the screen. Nothing is reported any more: the
     /// core's end comes before the window's.
     void retire();
-
-    void setCopyright(const std::string& line) override;
-    void setSwitch(const std::string& id, bool on) override;
-    void setText(const std::string& id, const std::string& text) override;
-    void setChoices(const std::string& id, const std::vector<PreferencesChoice>& choices) override;
-    void setChosen(const std::string& id, std::int64_t value) override;
-    void setTimeOfDay(const std::string& id, int hour, int minute) override;
-    void setTimePoints(const std::string& id, const std::vector<TimePoint>& points) override;
-    void setPrompts(const std::string& id, const std::vector<std::string>& prompts) override;
-    void setHint(const std::string& id, const std::string& hint) override;
-    void setProblem(const std::string& id, const std::string& problem) override;
-    void setEnabled(const std::string& id, bool enabled) override;
-    void setVisible(const std::string& id, bool visible) override;
 
   private:
     /// A control and the form that it stands in.
@@ -47,8 +35,6 @@ class MacPreferencesWindow final : public PreferencesWindow {
     void makeWindow(NSTabViewController* tabs, const PreferencesLayout& layout, PreferencesClient& client);
     /// Makes the window as wide as the widest pane.
     void widen();
-    /// Nil for a control that there is not.
-    KelpaControl* control(const std::string& id) const;
 
     NSWindow* window_ = nil;
     KelpaAboutView* about_ = nil;

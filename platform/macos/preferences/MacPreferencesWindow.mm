@@ -148,58 +148,17 @@ void MacPreferencesWindow::retire() {
     [window_ setDelegate:nil];
 }
 
-KelpaControl* MacPreferencesWindow::control(const std::string& id) const {
+void MacPreferencesWindow::show(const std::string& id, PreferencesField field,
+                                const PreferencesValue& value) {
+    if (id == copyrightLine)
+        return [about_ setCopyright:std::get<std::string>(value)];
     const auto found = places_.find(id);
-    return found == places_.end() ? nil : found->second.control;
-}
-
-void MacPreferencesWindow::setCopyright(const std::string& line) {
-    [about_ setCopyright:line];
-}
-
-void MacPreferencesWindow::setSwitch(const std::string& id, bool on) {
-    [control(id) setOn:on];
-}
-
-void MacPreferencesWindow::setText(const std::string& id, const std::string& text) {
-    [control(id) setText:toNSString(text)];
-}
-
-void MacPreferencesWindow::setChoices(const std::string& id, const std::vector<PreferencesChoice>& choices) {
-    [control(id) setChoices:choices];
-}
-
-void MacPreferencesWindow::setChosen(const std::string& id, std::int64_t value) {
-    [control(id) setChosen:value];
-}
-
-void MacPreferencesWindow::setTimeOfDay(const std::string& id, int hour, int minute) {
-    [control(id) setHour:hour minute:minute];
-}
-
-void MacPreferencesWindow::setTimePoints(const std::string& id, const std::vector<TimePoint>& points) {
-    [control(id) setTimePoints:points];
-}
-
-void MacPreferencesWindow::setPrompts(const std::string& id, const std::vector<std::string>& prompts) {
-    [control(id) setPrompts:prompts];
-}
-
-void MacPreferencesWindow::setHint(const std::string& id, const std::string& hint) {
-    [control(id) setHint:toNSString(hint)];
-}
-
-void MacPreferencesWindow::setProblem(const std::string& id, const std::string& problem) {
-    [control(id) setProblem:toNSString(problem)];
-}
-
-void MacPreferencesWindow::setEnabled(const std::string& id, bool enabled) {
-    [control(id) setEnabled:enabled];
-}
-
-void MacPreferencesWindow::setVisible(const std::string& id, bool visible) {
-    if (const auto found = places_.find(id); found != places_.end())
-        [found->second.form setControl:found->second.control visible:visible];
+    if (found == places_.end())
+        return;
+    const auto [control, form] = found->second;
+    if (field != PreferencesField::Visible)
+        return [control show:field value:value];
+    [form setControl:control visible:std::get<bool>(value)];
     if ([window_ isVisible])
         widen();
 }

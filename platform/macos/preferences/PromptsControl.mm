@@ -1,4 +1,4 @@
-#import "platform/macos/preferences/PromptsControl.h"
+#import "platform/macos/preferences/Control.h"
 
 #import <objc/runtime.h>
 
@@ -91,10 +91,10 @@ NSString* const columnName = @"prompt";
     return made;
 }
 
-- (void)setPrompts:(const std::vector<std::string>&)prompts {
-    NSMutableArray* all = [NSMutableArray arrayWithCapacity:prompts.size()];
-    for (const std::string& prompt : prompts)
-        [all addObject:kelpa::toNSString(prompt)];
+- (void)showEntries:(const std::vector<kelpa::PreferencesEntry>&)entries {
+    NSMutableArray* all = [NSMutableArray arrayWithCapacity:entries.size()];
+    for (const kelpa::PreferencesEntry& entry : entries)
+        [all addObject:kelpa::toNSString(entry.text)];
     _prompts = all;
     [self endEditing];
     [_table reloadData];
@@ -130,7 +130,7 @@ NSString* const columnName = @"prompt";
     (void)sender;
     NSString* text = [_newPrompt stringValue];
     [_newPrompt setStringValue:@""];
-    kelpa::callCore([&] { [self client].promptAdded([self name], kelpa::toString(text)); });
+    [self did:kelpa::PreferencesAct::Added value:kelpa::toString(text)];
 }
 
 /// The same button begins to edit the chosen text and gives that up again.
@@ -183,19 +183,19 @@ NSString* const columnName = @"prompt";
     [self endEditing];
     [_table reloadData];
     if (![text isEqualToString:old])
-        kelpa::callCore(
-            [&] { [self client].promptEdited([self name], kelpa::toString(old), kelpa::toString(text)); });
+        [self did:kelpa::PreferencesAct::Edited
+            value:kelpa::PreferencesEdit{kelpa::toString(old), kelpa::toString(text)}];
 }
 
 - (void)deleteClicked:(id)sender {
     (void)sender;
     if (NSString* prompt = [self selectedPrompt])
-        kelpa::callCore([&] { [self client].promptDeleted([self name], kelpa::toString(prompt)); });
+        [self did:kelpa::PreferencesAct::Removed value:kelpa::toString(prompt)];
 }
 
 - (void)resetClicked:(id)sender {
     (void)sender;
-    kelpa::callCore([&] { [self client].promptsReset([self name]); });
+    [self did:kelpa::PreferencesAct::Reset value:kelpa::PreferencesValue()];
 }
 
 @end

@@ -1,4 +1,4 @@
-#import "platform/macos/preferences/TimeControls.h"
+#import "platform/macos/preferences/Control.h"
 
 #import "platform/macos/Bridge.h"
 #import "platform/macos/preferences/TimeTile.h"
@@ -21,25 +21,21 @@ NSDatePicker* makePicker() {
 }
 
 /// The picker keeps whole dates; the day of this one means nothing.
-NSDate* dateOf(int hour, int minute) {
+NSDate* dateOf(std::int64_t minutes) {
     NSDateComponents* components = [[NSDateComponents alloc] init];
     [components setYear:2001];
     [components setMonth:1];
     [components setDay:1];
-    [components setHour:hour];
-    [components setMinute:minute];
+    [components setHour:static_cast<NSInteger>(minutes / 60)];
+    [components setMinute:static_cast<NSInteger>(minutes % 60)];
     return [[NSCalendar currentCalendar] dateFromComponents:components];
 }
 
-struct TimeOfDay {
-    int hour = 0;
-    int minute = 0;
-};
-
-TimeOfDay timeOf(NSDatePicker* picker) {
+/// The minutes since midnight.
+std::int64_t minutesOf(NSDatePicker* picker) {
     NSDateComponents* components = [[NSCalendar currentCalendar] components:hourAndMinute
                                                                    fromDate:[picker dateValue]];
-    return {static_cast<int>([components hour]), static_cast<int>([components minute])};
+    return std::int64_t{60} * [components hour] + [components minute];
 }
 
 } // namespace
@@ -60,16 +56,15 @@ TimeOfDay timeOf(NSDatePicker* picker) {
 
 /// A time that is shown already is left alone: the picker would take a new one for the end of what is being
 /// typed, and the second digit of an hour for another hour.
-- (void)setHour:(int)hour minute:(int)minute {
-    const TimeOfDay shown = timeOf(_picker);
-    if (shown.hour != hour || shown.minute != minute)
-        [_picker setDateValue:dateOf(hour, minute)];
+- (void)showValue:(const kelpa::PreferencesValue&)value {
+    const auto minutes = std::get<std::int64_t>(value);
+    if (minutesOf(_picker) != minutes)
+        [_picker setDateValue:dateOf(minutes)];
 }
 
 - (void)entered:(id)sender {
     (void)sender;
-    const TimeOfDay time = timeOf(_picker);
-    kelpa::callCore([&] { [self client].timeEntered([self name], time.hour, time.minute); });
+    [self did:kelpa::PreferencesAct::Entered value:minutesOf(_picker)];
 }
 
 @end
@@ -81,7 +76,7 @@ TimeOfDay timeOf(NSDatePicker* picker) {
     NSString* _removalSymbol;
     NSDatePicker* _newTime;
     NSPopover* _popover;
-    TimeOfDay _proposed;
+    std::int64_t _proposed; // minutes since midnight
 }
 
 - (NSArray<NSView*>*)makeViews:(const kelpa::PreferencesControl&)control
@@ -103,21 +98,21 @@ TimeOfDay timeOf(NSDatePicker* picker) {
     return @[ _rows ];
 }
 
-- (void)setTimePoints:(const std::vector<kelpa::TimePoint>&)points {
+- (void)showEntries:(const std::vector<kelpa::PreferencesEntry>&)entries {
     NSMutableArray* tiles = [NSMutableArray array];
-    for (const kelpa::TimePoint& point : points)
+    for (const kelpa::PreferencesEntry& point : entries)
         [tiles addObject:[self tileOf:point]];
     [tiles addObject:_plusTile];
     [self showTiles:tiles];
 }
 
-- (KelpaTimeTile*)tileOf:(const kelpa::TimePoint&)point {
+- (KelpaTimeTile*)tileOf:(const kelpa::PreferencesEntry&)point {
     __weak KelpaTimePointsControl* weakSelf = self;
-    const TimeOfDay time{point.hour, point.minute};
+    const std::int64_t minutes = point.value;
     return [[KelpaTimeTile alloc] initWithPoint:point
                                          symbol:_removalSymbol
                                         removed:^{
-                                          [weakSelf removeHour:time.hour minute:time.minute];
+                                          [weakSelf removeTime:minutes];
                                         }];
 }
 
@@ -133,12 +128,12 @@ TimeOfDay timeOf(NSDatePicker* picker) {
     }
 }
 
-- (void)removeHour:(int)hour minute:(int)minute {
-    kelpa::callCore([&] { [self client].timePointRemoved([self name], hour, minute); });
+- (void)removeTime:(std::int64_t)minutes {
+    [self did:kelpa::PreferencesAct::Removed value:minutes];
 }
 
-- (void)setHour:(int)hour minute:(int)minute {
-    _proposed = {hour, minute};
+- (void)showValue:(const kelpa::PreferencesValue&)value {
+    _proposed = std::get<std::int64_t>(value);
 }
 
 - (void)plusClicked:(id)sender {
@@ -147,7 +142,7 @@ TimeOfDay timeOf(NSDatePicker* picker) {
     if (_popover)
         return;
     _newTime = makePicker();
-    [_newTime setDateValue:dateOf(_proposed.hour, _proposed.minute)];
+    [_newTime setDateValue:dateOf(_proposed)];
     [_newTime setAccessibilityLabel:[_plus accessibilityLabel]];
     NSViewController* content = [[NSViewController alloc] init];
     [content setView:[self popoverContent]];
@@ -170,9 +165,8 @@ TimeOfDay timeOf(NSDatePicker* picker) {
 /// The time is taken when the popover closes.
 - (void)popoverDidClose:(NSNotification*)notification {
     (void)notification;
-    const TimeOfDay time = timeOf(_newTime);
     _popover = nil;
-    kelpa::callCore([&] { [self client].timePointAdded([self name], time.hour, time.minute); });
+    [self did:kelpa::PreferencesAct::Added value:minutesOf(_newTime)];
 }
 
 - (void)setEnabled:(BOOL)enabled {

@@ -7,7 +7,7 @@
 /// A time on a capsule, with the button that removes it over the capsule's corner.
 @interface KelpaTimeTile : NSView
 /// `symbol` is the button's; `removed` runs on a click and must not own the tile.
-- (instancetype)initWithPoint:(const kelpa::TimePoint&)point
+- (instancetype)initWithPoint:(const kelpa::PreferencesEntry&)point
                        symbol:(NSString*)symbol
                       removed:(void (^)(void))removed;
 @end

@@ -44,7 +44,7 @@ void add(NSArray<NSView*>* views, NSView* parent) {
     void (^_removed)(void);
 }
 
-- (instancetype)initWithPoint:(const kelpa::TimePoint&)point
+- (instancetype)initWithPoint:(const kelpa::PreferencesEntry&)point
                        symbol:(NSString*)symbol
                       removed:(void (^)(void))removed {
     self = [super initWithFrame:NSZeroRect];

@@ -15,12 +15,12 @@ T.RadioButton {
     property alias words: words
     property alias ring: ring
 
-    readonly property bool chosen: told.chosen === model.value
+    readonly property bool chosen: told.value === model.value
     /// The one that Tab goes to.
-    readonly property bool entrance: chosen || activeFocus || (index === 0 && told.entries.indexOf(told.chosen) < 0)
+    readonly property bool entrance: chosen || activeFocus || (index === 0 && told.entries.indexOf(told.value) < 0)
 
     function choose() {
-        told.report("chosen", [model.value]);
+        told.enter(model.value);
     }
     function move(places: int) {
         const next = among.itemAt(index + places);
@@ -34,7 +34,7 @@ T.RadioButton {
     hoverEnabled: true
     focusPolicy: entrance ? Qt.StrongFocus : Qt.ClickFocus
     // Again whenever the program says what is chosen, because a click alone does not choose.
-    checked: told.chosen === model.value
+    checked: told.value === model.value
     autoExclusive: false
     Accessible.name: text
     Accessible.onToggleAction: choose()

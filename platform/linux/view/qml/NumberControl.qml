@@ -10,7 +10,7 @@ TextControl {
 
     function step(direction: int) {
         finish();
-        told.report("stepped", [String(direction)]);
+        told.step(direction);
     }
 
     implicitWidth: 96

@@ -10,7 +10,7 @@ T.ComboBox {
     readonly property ControlState told: row.told
 
     function follow() {
-        currentIndex = told.entries.indexOf(told.chosen);
+        currentIndex = told.entries.indexOf(told.value);
     }
 
     readonly property real textWidth: Math.ceil(metrics.widest(told.entries.count, i => told.entries.textAt(i))) + 1
@@ -30,12 +30,12 @@ T.ComboBox {
     Accessible.name: row.label
     Accessible.description: displayText
     Component.onCompleted: follow()
-    onActivated: index => told.report("chosen", [told.entries.valueAt(index)])
+    onActivated: index => told.enter(told.entries.valueAt(index))
     Keys.onReturnPressed: popup.open()
 
     Connections {
         target: control.told
-        function onChosenTold() {
+        function onValueTold() {
             control.follow();
         }
     }

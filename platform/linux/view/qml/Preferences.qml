@@ -7,8 +7,6 @@ Rectangle {
     id: page
 
     property var layout: ({})
-    /// Of the About pane; empty until it is told.
-    property string copyright
     /// What the program says of each control, by its id.
     property var controls: ({})
     signal action(string name, string value)
@@ -94,7 +92,6 @@ Rectangle {
                 layout: loader.modelData
                 buttons: page.layout.buttons
                 controls: page.controls
-                copyright: page.copyright
             }
             onCurrentChanged: active = active || current
             Component.onCompleted: active = current

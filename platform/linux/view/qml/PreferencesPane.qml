@@ -9,7 +9,6 @@ Flickable {
     required property var layout
     required property var buttons
     required property var controls
-    required property string copyright
 
     readonly property var captions: [].concat(...layout.sections.map(section => section.rows.map(row => row.caption)))
     /// Hinted letters can be a little wider than their measure.
@@ -66,7 +65,7 @@ Flickable {
         active: pane.layout.about !== undefined
         sourceComponent: About.Page {
             content: pane.layout.about
-            copyright: pane.copyright
+            copyright: pane.controls.copyright.value ?? ""
             availableWidth: pane.width - 2 * Theme.padding
         }
     }

@@ -10,12 +10,12 @@ Item {
     readonly property var buttons: row.buttons
 
     function add() {
-        told.report("promptAdded", [adder.text]);
+        told.add(adder.text);
         adder.clear();
         list.positionViewAtBeginning();
     }
     function remove(index: int) {
-        told.report("promptDeleted", [told.entries.textAt(index)]);
+        told.remove(told.entries.textAt(index));
     }
 
     implicitWidth: row.space
@@ -100,7 +100,7 @@ Item {
                 list.currentIndex = index;
                 list.clicked = true;
             }
-            onEdited: changed => control.told.report("promptEdited", [text, changed])
+            onEdited: changed => control.told.edit(text, changed)
             onRemoved: control.remove(index)
         }
         ScrollIndicator {
@@ -114,6 +114,6 @@ Item {
         mostWidth: parent.width
         symbol: control.buttons.resetPrompts.symbol
         text: control.buttons.resetPrompts.name
-        onClicked: control.told.report("promptsReset", [])
+        onClicked: control.told.reset()
     }
 }

@@ -20,14 +20,14 @@ T.Switch {
     text: row.label
     hoverEnabled: true
     // Again whenever the program says so: what a person did is not always taken.
-    checked: told.on
+    checked: told.value === true
     enabled: told.enabled
     opacity: enabled ? 1 : Theme.disabledOpacity
     Accessible.name: text
     Accessible.description: told.problem !== "" ? told.problem : told.hint
     Accessible.onToggleAction: change()
     Accessible.onPressAction: change()
-    onToggled: told.report("switched", [checked ? "1" : "0"])
+    onToggled: told.enter(checked)
     Keys.onReturnPressed: change()
     Keys.onEnterPressed: change()
 

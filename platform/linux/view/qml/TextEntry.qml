@@ -11,13 +11,12 @@ T.TextField {
     property string label
     property bool edited: false
 
-    function report(action: string) {
-        if (told)
-            told.report(action, [text]);
+    function toldText(): string {
+        return told && told.value !== undefined ? told.value : "";
     }
     function finish() {
-        if (edited)
-            report("entered");
+        if (edited && told)
+            told.enter(text);
         edited = false;
     }
 
@@ -35,12 +34,13 @@ T.TextField {
     // Screen readers are not told what is disabled.
     readOnly: !enabled
     opacity: enabled ? 1 : Theme.disabledOpacity
-    text: told ? told.text : ""
+    text: toldText()
     Accessible.name: label
     Accessible.description: !told ? "" : told.problem !== "" ? told.problem : told.hint
     onTextEdited: {
         edited = true;
-        report("typed");
+        if (told)
+            told.type(text);
     }
     onEditingFinished: finish()
     // Whoever comes with the keyboard most often wants something else there.
@@ -67,10 +67,10 @@ T.TextField {
     }
     Connections {
         target: field.told
-        function onTextTold() {
+        function onValueTold() {
             field.edited = false;
-            if (field.text !== field.told.text)
-                field.text = field.told.text;
+            if (field.text !== field.toldText())
+                field.text = field.toldText();
         }
     }
 }

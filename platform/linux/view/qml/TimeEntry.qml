@@ -6,13 +6,15 @@ import Kelpa
 Item {
     id: entry
 
-    property int hour: 0
-    property int minute: 0
+    /// Since midnight.
+    property int minutes: 0
     property string label
     required property var buttons
     /// A person has set another time.
-    signal changed(int hour, int minute)
+    signal changed()
 
+    readonly property int hour: Math.floor(minutes / 60)
+    readonly property int minute: minutes % 60
     readonly property string text: hourText + ClockFormat.separator + minuteText
         + (ClockFormat.twelveHours ? " " + halfText : "")
     readonly property string hourText: {
@@ -38,11 +40,11 @@ Item {
             choose(parts[at]);
     }
     function set(newHour: int, newMinute: int) {
-        if (newHour === hour && newMinute === minute)
+        const time = 60 * newHour + newMinute;
+        if (time === minutes)
             return;
-        hour = newHour;
-        minute = newMinute;
-        changed(hour, minute);
+        minutes = time;
+        changed();
     }
     function step(direction: int) {
         typed = "";

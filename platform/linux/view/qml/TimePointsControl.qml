@@ -11,9 +11,6 @@ Flow {
     readonly property real tileWidth: Math.ceil(metrics.widthOf("00:00")) + 3 * Theme.padding
     property bool focusDue: false
 
-    function report(action: string, value: string) {
-        told.report(action, value.split(":"));
-    }
     /// The keyboard stays where it was: at the tile that moved up, or at the last one.
     function keepFocusNear(index: int) {
         const next = points.itemAt(Math.min(index, points.count - 1));
@@ -43,7 +40,7 @@ Flow {
 
         RoundedBox {
             id: tile
-            required property string value
+            required property var value
             required property string text
             required property string removal
             readonly property alias remover: removeButton
@@ -71,7 +68,7 @@ Flow {
                 text: tile.removal
                 onClicked: {
                     control.focusDue = visualFocus;
-                    control.report("timePointRemoved", tile.value);
+                    control.told.remove(tile.value);
                 }
                 Keys.onDeletePressed: clicked()
             }
@@ -85,15 +82,14 @@ Flow {
         symbol: control.row.buttons.addTimePoint.symbol
         symbolSize: 16
         text: control.row.buttons.addTimePoint.name
-        onClicked: popover.begin(control.told.hour, control.told.minute)
+        onClicked: popover.begin(control.told.value)
 
         // Asks for a time of day. However it is left, that time counts.
         T.Popup {
             id: popover
 
-            function begin(hour: int, minute: int) {
-                time.hour = hour;
-                time.minute = minute;
+            function begin(minutes: int) {
+                time.minutes = minutes;
                 open();
                 time.forceActiveFocus(Qt.TabFocusReason);
             }
@@ -106,7 +102,7 @@ Flow {
             margins: 8
             focus: true
             closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutside
-            onClosed: control.report("timePointAdded", time.hour + ":" + time.minute)
+            onClosed: control.told.add(time.minutes)
 
             contentItem: TimeEntry {
                 id: time
