@@ -10,6 +10,7 @@ from pathlib import Path
 
 from preferences_support import PANES, WORK, PreferencesTest
 from support import PROGRAM, main, wait_until
+from virtual_desktop import Box
 
 MINIMUM = (480, 400)
 IDLE = 20               # seconds until a view that shows nothing ends
@@ -182,6 +183,20 @@ class Panes(PreferencesTest):
         self.assertEqual(self.find("list item", "one\ntwo\nthree").box(), three)
         self.assertGreater(three.height, one.height + 20)
         self.assertGreater(long.height, one.height + 20)
+
+    def test_nothing_of_a_prompt_is_drawn_outside_the_list(self):
+        self.open({"break_prompt_list_0": [f"prompt {number}" for number in range(40)]}, pane="Style")
+        self.click_into("list item", "prompt 0")
+        reset, window = self.find("push button", "Reset to the built-in prompts").box(), self.on_screen()
+        left = reset.x + reset.width + 10
+        beside = Box(left, reset.y, window.x + window.width - 60 - left, reset.height)
+        before = self.screen.picture(beside)
+        for key, last in (("End", "prompt 39"), ("Home", "prompt 0"), ("End", "prompt 39")):
+            self.screen.press(key)
+            element = self.find("list item", last)
+            wait_until(lambda: "focused" in element.states(), 3, f"{last!r} to have the keyboard")
+            self.settle(0.3)    # while it scrolls
+            self.assertIsNone(before.differs(self.screen.picture(beside)))
 
     def test_water(self):
         program = self.open(pane="Water")

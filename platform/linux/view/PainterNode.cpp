@@ -15,10 +15,12 @@ void PainterNode::setDrawing(const QRectF& box, std::function<void(QPainter&)> d
 void PainterNode::render(const RenderState* state) {
     auto* painter = static_cast<QPainter*>(
         window_.rendererInterface()->getResource(&window_, QSGRendererInterface::PainterResource));
-    if (painter == nullptr || !draw_)
+    const QRegion* seen = state->clipRegion();
+    // Nothing is seen of what has been scrolled out of its list, and still it is asked to draw itself.
+    if (painter == nullptr || !draw_ || (seen != nullptr && seen->isEmpty()))
         return;
-    if (state->clipRegion() != nullptr && !state->clipRegion()->isEmpty())
-        painter->setClipRegion(*state->clipRegion(), Qt::ReplaceClip);
+    if (seen != nullptr)
+        painter->setClipRegion(*seen, Qt::ReplaceClip);
     painter->setTransform(matrix()->toTransform());
     painter->setOpacity(inheritedOpacity());
     painter->setRenderHint(QPainter::Antialiasing);

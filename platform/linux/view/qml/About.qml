@@ -21,7 +21,7 @@ Rectangle {
         anchors.centerIn: parent
         upright: true
         content: panel.about
-        availableWidth: panel.width - 2 * Theme.padding
+        availableWidth: panel.width - 2 * Measures.padding
     }
 
     // The program's picture and what it says of itself, beside it or below. The preferences have a pane of it as well.
@@ -34,7 +34,7 @@ Rectangle {
         property bool upright: false
 
         columns: upright ? 1 : 2
-        columnSpacing: Theme.padding
+        columnSpacing: Measures.padding
         rowSpacing: Theme.stackSpace
         verticalItemAlignment: Grid.AlignVCenter
         horizontalItemAlignment: Grid.AlignHCenter
@@ -51,7 +51,6 @@ Rectangle {
                 anchors.fill: parent
                 source: about.content.icon ? "qrc:/pictures/" + about.content.icon + ".png" : ""
                 sourceSize: Qt.size(width * Screen.devicePixelRatio, height * Screen.devicePixelRatio)
-                smooth: true
             }
             Loader {
                 anchors.centerIn: parent
@@ -95,6 +94,8 @@ Rectangle {
         wrapMode: Text.Wrap
         horizontalAlignment: about.upright ? Text.AlignHCenter : Text.AlignLeft
         color: Theme.secondary
-        role: Accessible.StaticText
+        Accessible.ignored: false
+        Accessible.role: Accessible.StaticText
+        Accessible.name: text
     }
 }

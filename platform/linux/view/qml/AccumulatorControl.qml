@@ -7,8 +7,11 @@ Row {
 
     required property PreferencesRow row
 
+    function follow() {
+        field.follow();
+    }
+
     spacing: Theme.tightSpace
-    enabled: row.told.enabled
 
     component Step: IconButton {
         required property int direction

@@ -26,7 +26,7 @@ Rectangle {
         readonly property real roomy: 560
         readonly property real fit: Math.max(0.1, Math.min(1, screen.height / roomy, screen.width / roomy))
         /// All but the prompt.
-        readonly property real rest: Theme.section + countdown.implicitHeight + notice.implicitHeight
+        readonly property real rest: Measures.belowPrompt + countdown.implicitHeight + notice.implicitHeight
             + skip.implicitHeight + 4 * spacing
 
         anchors.centerIn: parent
@@ -37,17 +37,46 @@ Rectangle {
         Prompt {
             anchors.horizontalCenter: parent.horizontalCenter
             text: screen.prompt
-            availableWidth: screen.width / stack.fit - 2 * Theme.padding
-            availableHeight: screen.height / stack.fit - stack.rest - 2 * Theme.padding
+            availableWidth: screen.width / stack.fit - 2 * Measures.padding
+            availableHeight: screen.height / stack.fit - stack.rest - 2 * Measures.padding
         }
         Item {
             width: 1
-            height: Theme.section
+            height: Measures.belowPrompt
         }
-        Countdown {
+        // The time in large figures. Every figure has a cell of its own, as wide as the widest: nothing moves when a
+        // figure changes, whatever the font, and only the cell that changed is painted again.
+        Item {
             id: countdown
+            readonly property real figureWidth: Math.ceil(metrics.widest(10, figure => String(figure)))
+
             anchors.horizontalCenter: parent.horizontalCenter
-            text: screen.count
+            implicitWidth: cells.implicitWidth + 2 * Measures.padding
+            implicitHeight: cells.implicitHeight + 2 * Measures.padding
+            Accessible.role: Accessible.StaticText
+            Accessible.name: screen.count
+
+            TextMeasure {
+                id: metrics
+                font.pixelSize: Measures.countSize
+                font.bold: true
+            }
+            Row {
+                id: cells
+                anchors.centerIn: parent
+
+                Repeater {
+                    model: screen.count.length
+                    Words {
+                        required property int index
+                        readonly property bool figure: text >= "0" && text <= "9"
+                        text: screen.count.charAt(index)
+                        width: figure ? countdown.figureWidth : implicitWidth
+                        horizontalAlignment: Text.AlignHCenter
+                        font: metrics.font
+                    }
+                }
+            }
         }
         // What is new: a few words, a link and a line of explanation below it.
         Row {
@@ -58,7 +87,9 @@ Rectangle {
 
             Words {
                 text: screen.newFeatureText
-                role: Accessible.StaticText
+                Accessible.ignored: false
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
             }
             Column {
                 spacing: Theme.hairSpace

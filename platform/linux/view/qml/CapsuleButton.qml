@@ -11,22 +11,22 @@ Pressable {
     /// For places with little room, where it stands off by its shadow.
     property bool slim: false
 
-    implicitWidth: label.implicitWidth + 2 * Theme.padding
+    implicitWidth: label.implicitWidth + 2 * Measures.padding
     implicitHeight: label.implicitHeight + 2 * (slim ? Measures.slimCapsulePadding : Measures.capsulePadding)
     Accessible.role: Accessible.Button
     Accessible.name: text
 
-    SoftShadow {
-        anchors.fill: parent
-        visible: button.slim
-        strength: Measures.answerShadow
-    }
     RoundedBox {
         anchors.fill: parent
         radius: height / 2
         color: button.plain ? Theme.surfaceOf(button, Theme.surfaceRaised) : Theme.accentOf(button)
         Behavior on color {
             ColorAnimation { duration: Theme.quick }
+        }
+
+        SoftShadow {
+            visible: button.slim
+            strength: Measures.answerShadow
         }
     }
     Words {

@@ -12,12 +12,7 @@ RoundedBox {
     borderColor: Theme.hairline
     borderWidth: 1
 
-    Loader {
-        z: -1
-        anchors.fill: parent
-        active: card.floating
-        sourceComponent: SoftShadow {
-            radius: card.radius
-        }
+    SoftShadow {
+        visible: card.floating
     }
 }

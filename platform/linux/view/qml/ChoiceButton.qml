@@ -36,7 +36,6 @@ T.RadioButton {
     // Again whenever the program says what is chosen, because a click alone does not choose.
     checked: told.value === model.value
     autoExclusive: false
-    Accessible.name: text
     Accessible.onToggleAction: choose()
     Accessible.onPressAction: choose()
     onClicked: choose()

@@ -9,7 +9,7 @@ Pressable {
 
     implicitWidth: 18
     implicitHeight: 18
-    ringMargin: 2
+    ring.inset: -2
     Accessible.role: Accessible.Button
     Accessible.name: name
 

@@ -11,7 +11,6 @@ T.AbstractButton {
     property alias ring: ring
 
     hoverEnabled: true
-    Accessible.name: text
     // The template makes an action known that it does not carry out.
     Accessible.onPressAction: clicked()
     Keys.onReturnPressed: clicked()

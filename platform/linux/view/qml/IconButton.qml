@@ -13,7 +13,6 @@ ControlButton {
 
     implicitWidth: Theme.controlHeight
     implicitHeight: Theme.controlHeight
-    opacity: enabled ? 1 : Theme.disabledOpacity
     radius: height / 2
     ground: Theme.controlOf(button, raised ? Theme.control : "transparent")
     ring.inset: -2

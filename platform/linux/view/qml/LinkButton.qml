@@ -11,8 +11,8 @@ Pressable {
 
     implicitWidth: symbol === "" ? label.implicitWidth : mark.x + mark.width - mark.margin
     implicitHeight: label.implicitHeight
-    ringRadius: Theme.hairSpace
-    ringMargin: Theme.hairSpace
+    ring.corner: Theme.hairSpace
+    ring.inset: -Theme.hairSpace
     Accessible.role: Accessible.Link
     Accessible.name: text
 

@@ -26,7 +26,7 @@ TextControl {
 
     Stepper {
         visible: control.stepping
-        buttons: control.row.buttons
+        row: control.row
         label: control.label
         onStepped: direction => control.step(direction)
     }

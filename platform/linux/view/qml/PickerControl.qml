@@ -20,29 +20,17 @@ T.ComboBox {
     leftPadding: Theme.stackSpace
     rightPadding: 34
     hoverEnabled: true
-    wheelEnabled: false
-    enabled: told.enabled
-    opacity: enabled ? 1 : Theme.disabledOpacity
     model: told.entries
     textRole: "text"
     valueRole: "value"
     font.pixelSize: Theme.bodySize
     Accessible.name: row.label
     Accessible.description: displayText
-    Component.onCompleted: follow()
     onActivated: index => told.enter(told.entries.valueAt(index))
     Keys.onReturnPressed: popup.open()
 
-    Connections {
-        target: control.told
-        function onValueTold() {
-            control.follow();
-        }
-    }
-
     TextMeasure {
         id: metrics
-        font: control.font
     }
     contentItem: Words {
         text: control.displayText
@@ -73,7 +61,6 @@ T.ComboBox {
         hoverEnabled: true
         highlighted: control.highlightedIndex === index
         text: model.text
-        Accessible.name: text
 
         background: RoundedBox {
             radius: 5

@@ -40,7 +40,7 @@ Rectangle {
         onActivated: page.turn(-1)
     }
 
-    ClickableGround {}
+    PreferencesPane.Ground {}
     Rectangle {
         id: toolbar
         width: page.width
@@ -112,7 +112,6 @@ Rectangle {
         hoverEnabled: true
         text: modelData.label
         focusPolicy: current || activeFocus ? Qt.TabFocus : Qt.NoFocus
-        Accessible.name: text
         Accessible.selectable: true
         Accessible.selected: current
         Accessible.onPressAction: clicked()

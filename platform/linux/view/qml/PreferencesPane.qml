@@ -16,12 +16,12 @@ Flickable {
 
     /// Scrolls as little as is needed to show an item.
     function reveal(item: Item) {
-        const top = item.mapToItem(contentItem, 0, 0).y;
-        const margin = Theme.padding;
-        if (top - margin < contentY)
-            contentY = Math.max(0, top - margin);
-        else if (top + item.height + margin > contentY + height)
-            contentY = Math.min(contentHeight - height, top + item.height + margin - height);
+        const top = item.mapToItem(contentItem, 0, -Measures.padding).y;
+        const bottom = top + item.height + 2 * Measures.padding;
+        if (top < contentY)
+            contentY = Math.max(0, top);
+        else if (bottom > contentY + height)
+            contentY = Math.min(contentHeight, bottom) - height;
     }
     function holds(item: Item): bool {
         for (let each = item; each; each = each.parent)
@@ -31,7 +31,7 @@ Flickable {
     }
 
     contentWidth: width
-    contentHeight: Math.max(height, column.height + 2 * column.y, about.height + 2 * Theme.padding)
+    contentHeight: Math.max(height, column.height + 2 * column.y, about.height + 2 * Measures.padding)
     boundsBehavior: Flickable.StopAtBounds
     clip: true
     Accessible.role: Accessible.Pane
@@ -39,17 +39,16 @@ Flickable {
 
     TextMeasure {
         id: metrics
-        font.pixelSize: Theme.bodySize
     }
-    ClickableGround {}
+    Ground {}
     Column {
         id: column
         x: Math.round((pane.width - width) / 2)
-        y: Theme.padding + 4
+        y: Measures.padding + 4
         width: Math.min(Theme.formWidth, pane.width - 2 * 20)
         spacing: 20
 
-        readonly property real inner: width - 2 * Theme.padding
+        readonly property real inner: width - 2 * Measures.padding
         /// Where no row has a caption, there is no column of them.
         readonly property real guide: pane.captions.every(caption => caption === "") ? 0
             : Math.min(0.45 * inner, Math.max(pane.captionWidth, Math.round(0.24 * inner)))
@@ -66,7 +65,7 @@ Flickable {
         sourceComponent: About.Page {
             content: pane.layout.about
             copyright: pane.controls.copyright.value ?? ""
-            availableWidth: pane.width - 2 * Theme.padding
+            availableWidth: pane.width - 2 * Measures.padding
         }
     }
     ScrollIndicator {
@@ -81,6 +80,11 @@ Flickable {
         }
     }
 
+    // What lies behind everything: a click there ends what is being typed.
+    component Ground: MouseArea {
+        anchors.fill: parent
+        onPressed: parent.forceActiveFocus(Qt.MouseFocusReason)
+    }
     // A title and, on a card, the rows that belong together.
     component Section: Column {
         id: section
@@ -102,17 +106,19 @@ Flickable {
             color: Theme.secondary
             font.pixelSize: Measures.sectionTitleSize
             font.bold: true
-            role: Accessible.Heading
+            Accessible.ignored: false
+            Accessible.role: Accessible.Heading
+            Accessible.name: text
         }
         Card {
             width: parent.width
-            height: rows.height + 2 * Theme.padding
+            height: rows.height + 2 * Measures.padding
 
             Column {
                 id: rows
-                x: Theme.padding
-                y: Theme.padding
-                width: parent.width - 2 * Theme.padding
+                x: Measures.padding
+                y: Measures.padding
+                width: parent.width - 2 * Measures.padding
                 spacing: 10
 
                 Repeater {
@@ -126,7 +132,7 @@ Flickable {
                         told: pane.controls[modelData.id]
                         guide: column.guide
                         room: pane.height - 2 * column.y - section.y - (title.visible ? title.height + section.spacing : 0)
-                            - y - 2 * Theme.padding
+                            - y - 2 * Measures.padding
                     }
                 }
             }

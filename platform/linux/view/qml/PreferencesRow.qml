@@ -2,7 +2,8 @@ import QtQuick
 import Kelpa
 
 /// A caption, its control, what comes after it, and the lines below that explain it. A control is the file of its kind's
-/// name, and finds everything else in its `row`.
+/// name, and finds everything else in its `row`; one that has more to do with a value than to show it has a `follow`,
+/// which is called at first and whenever the program says the value, changed or not.
 Item {
     id: row
 
@@ -15,14 +16,20 @@ Item {
     property real room: 0
 
     readonly property string label: layout.label
+    readonly property string explanation: told.problem !== "" ? told.problem : told.hint
     readonly property string kind: layout.kind
     readonly property bool tiled: kind === "tiles" || kind === "timePoints"
     readonly property bool whole: layout.caption === "" && (tiled || kind === "prompts")
     readonly property bool stretches: kind === "switch" || kind === "text" || kind === "picker"
-    readonly property real start: whole || guide === 0 ? 0 : guide + Theme.padding
+    readonly property real start: whole || guide === 0 ? 0 : guide + Measures.padding
     readonly property real space: width - start
-    readonly property real firstLine: tiled ? Theme.tileHeight : Theme.controlHeight
+    readonly property real firstLine: tiled ? Theme.capsuleHeight : Theme.controlHeight
     readonly property real unitWidth: unit.visible ? unit.implicitWidth + Theme.stackSpace : 0
+
+    function follow() {
+        if (loader.item && loader.item.follow)
+            loader.item.follow();
+    }
 
     visible: told.visible
     implicitHeight: lines.y + lines.implicitHeight
@@ -50,16 +57,25 @@ Item {
         id: loader
         x: row.start
         width: row.stretches ? Math.min(row.space - row.unitWidth, implicitWidth) : implicitWidth
+        enabled: row.told.enabled
+        opacity: enabled ? 1 : Theme.disabledOpacity
+        onLoaded: row.follow()
+    }
+    Connections {
+        target: row.told
+        function onValueTold() {
+            row.follow();
+        }
     }
     Words {
         id: unit
+        visible: text !== ""
         x: loader.x + loader.width + 8
         height: Theme.controlHeight
-        visible: text !== ""
         verticalAlignment: Text.AlignVCenter
         text: row.layout.unit
         color: Theme.secondary
-        opacity: row.told.enabled ? 1 : Theme.disabledOpacity
+        opacity: loader.opacity
     }
     Column {
         id: lines
@@ -74,15 +90,17 @@ Item {
             wrapMode: Text.Wrap
             color: Theme.secondary
             font.pixelSize: Theme.footnoteSize
-            role: Accessible.StaticText
+            Accessible.ignored: false
+            Accessible.name: text
         }
         Explanation {
             text: row.told.problem
             color: Theme.warning
-            role: Accessible.AlertMessage
+            Accessible.role: Accessible.AlertMessage
         }
         Explanation {
             text: row.told.hint
+            Accessible.role: Accessible.StaticText
         }
     }
 }

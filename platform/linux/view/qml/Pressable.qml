@@ -9,8 +9,7 @@ Item {
 
     readonly property alias hovered: area.containsMouse
     readonly property alias pressed: area.pressed
-    property real ringRadius: height / 2
-    property real ringMargin: Theme.hairSpace + 1
+    property alias ring: ring
     signal activated()
 
     activeFocusOnTab: true
@@ -21,9 +20,10 @@ Item {
     Keys.onSpacePressed: activated()
 
     FocusRing {
+        id: ring
         shown: pressable.activeFocus
-        inset: -pressable.ringMargin
-        corner: pressable.ringRadius
+        inset: -5
+        corner: pressable.height / 2
     }
     MouseArea {
         id: area

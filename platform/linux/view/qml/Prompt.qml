@@ -12,17 +12,17 @@ Item {
     property real availableWidth: 0
     property real availableHeight: 0
 
-    readonly property real roomWidth: Math.max(1, Math.min(availableWidth, Theme.readableWidth) - 2 * Theme.padding)
-    readonly property real roomHeight: Math.max(1, availableHeight - 2 * Theme.padding)
+    readonly property real roomWidth: Math.max(1, Math.min(availableWidth, Theme.readableWidth) - 2 * Measures.padding)
+    readonly property real roomHeight: Math.max(1, availableHeight - 2 * Measures.padding)
 
-    implicitWidth: label.width + 2 * Theme.padding
-    implicitHeight: label.contentHeight + 2 * Theme.padding
+    implicitWidth: label.width + 2 * Measures.padding
+    implicitHeight: label.contentHeight + 2 * Measures.padding
     Accessible.role: Accessible.StaticText
     Accessible.name: text
 
     component Title: Words {
         wrapMode: Text.Wrap
-        font.pixelSize: Theme.titleSize
+        font.pixelSize: Measures.promptSize
         font.bold: true
     }
     Title {
@@ -33,8 +33,8 @@ Item {
     }
     Title {
         id: label
-        x: Theme.padding
-        y: Theme.padding
+        x: Measures.padding
+        y: Measures.padding
         width: prompt.roomWidth
         height: prompt.roomHeight
         horizontalAlignment: Text.AlignHCenter

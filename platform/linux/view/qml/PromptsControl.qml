@@ -1,4 +1,5 @@
 import QtQuick
+import QtQuick.Templates as T
 import Kelpa
 
 /// A list of prompts: a field that adds one on top, the prompts, and a way back to those that came with the program.
@@ -14,22 +15,15 @@ Item {
         adder.clear();
         list.positionViewAtBeginning();
     }
-    function remove(index: int) {
-        told.remove(told.entries.textAt(index));
-    }
 
     implicitWidth: row.space
     implicitHeight: Math.max(260, row.room)
-    enabled: told.enabled
-    opacity: enabled ? 1 : Theme.disabledOpacity
 
     TextEntry {
         id: adder
-        anchors.left: parent.left
-        anchors.right: addButton.left
-        anchors.rightMargin: Theme.tightSpace
-        label: control.buttons.addPrompt.name
-        placeholderText: control.buttons.addPrompt.name
+        width: addButton.x - Theme.tightSpace
+        label: addButton.text
+        placeholderText: label
         Keys.onReturnPressed: control.add()
         Keys.onEnterPressed: control.add()
         Keys.onEscapePressed: clear()
@@ -58,22 +52,17 @@ Item {
         /// Whoever came by clicking needs no ring.
         property bool clicked: false
 
-        anchors.top: adder.bottom
-        anchors.topMargin: 10 + edge
-        anchors.left: parent.left
-        anchors.right: parent.right
-        anchors.bottom: resetButton.top
-        anchors.bottomMargin: 10 + edge
+        anchors.fill: parent
+        anchors.topMargin: adder.height + 10 + edge
+        anchors.bottomMargin: resetButton.height + 10 + edge
         anchors.leftMargin: edge
         anchors.rightMargin: edge
         clip: true
         spacing: 2
         model: control.told.entries
         currentIndex: 0
-        keyNavigationEnabled: true
         boundsBehavior: Flickable.StopAtBounds
         highlightMoveDuration: Theme.quick
-        reuseItems: false
         Accessible.role: Accessible.List
         Accessible.name: control.row.label
         onActiveFocusChanged: {
@@ -82,38 +71,162 @@ Item {
         }
         onCurrentIndexChanged: clicked = false
         Keys.onPressed: event => {
-            if (event.key === Qt.Key_Home)
-                currentIndex = 0;
-            else if (event.key === Qt.Key_End)
-                currentIndex = count - 1;
-            else
-                return;
-            event.accepted = true;
+            event.accepted = event.key === Qt.Key_Home || event.key === Qt.Key_End;
+            if (event.accepted)
+                currentIndex = event.key === Qt.Key_Home ? 0 : count - 1;
         }
 
-        delegate: PromptLine {
-            width: ListView.view.width - 8
-            buttons: control.buttons
-            current: ListView.isCurrentItem
-            ringed: !list.clicked
-            onApproached: {
-                list.currentIndex = index;
-                list.clicked = true;
-            }
-            onEdited: changed => control.told.edit(text, changed)
-            onRemoved: control.remove(index)
-        }
+        delegate: Line {}
         ScrollIndicator {
             flickable: list
         }
     }
     PushButton {
         id: resetButton
-        anchors.left: parent.left
         anchors.bottom: parent.bottom
         mostWidth: parent.width
         symbol: control.buttons.resetPrompts.symbol
         text: control.buttons.resetPrompts.name
         onClicked: control.told.reset()
+    }
+
+    // One prompt: read, edited where it stands, or deleted.
+    component Line: T.ItemDelegate {
+        id: line
+
+        required property int index
+        required property var model
+        readonly property bool current: ListView.isCurrentItem
+        property bool editing: false
+
+        function approach() {
+            list.currentIndex = index;
+            list.clicked = true;
+        }
+        function edit() {
+            approach();
+            editing = true;
+            editor.text = text;
+            editor.forceActiveFocus(Qt.MouseFocusReason);
+            editor.cursorPosition = editor.length;
+        }
+        function leave() {
+            editing = false;
+            line.forceActiveFocus(Qt.TabFocusReason);
+        }
+        function save() {
+            leave();
+            take();
+        }
+        /// Whoever turns to something else wants to keep what was typed.
+        function take() {
+            editing = false;
+            if (editor.text !== text)
+                control.told.edit(text, editor.text);
+        }
+
+        width: list.width - 8
+        implicitHeight: Math.max(40, (editing ? editor.implicitHeight : words.implicitHeight) + 16)
+        text: model.text
+        hoverEnabled: true
+        // Tab goes to the chosen one, then to its buttons, and past the others.
+        focusPolicy: current ? Qt.StrongFocus : Qt.ClickFocus
+        Accessible.name: words.text
+        Accessible.focusable: true
+        Accessible.onPressAction: edit()
+        Accessible.selectable: true
+        Accessible.selected: current
+        onPressed: approach()
+        onDoubleClicked: edit()
+        Keys.onReturnPressed: edit()
+        Keys.onEnterPressed: edit()
+        Keys.onDeletePressed: control.told.remove(text)
+        Keys.onPressed: event => {
+            event.accepted = event.key === Qt.Key_F2;
+            if (event.accepted)
+                edit();
+        }
+
+        background: RoundedBox {
+            radius: Theme.controlRadius
+            color: line.current ? Theme.control : line.hovered ? Theme.controlFaint : "transparent"
+            FocusRing {
+                shown: !list.clicked && line.activeFocus && !line.editing
+                inset: 0
+            }
+        }
+        Words {
+            id: words
+            anchors.left: parent.left
+            anchors.leftMargin: 10
+            anchors.right: tools.left
+            anchors.rightMargin: 8
+            anchors.verticalCenter: parent.verticalCenter
+            visible: !line.editing
+            text: line.text.split("\\n").join("\n")
+            wrapMode: Text.Wrap
+            lineHeight: 1.1
+        }
+        TextEntry {
+            id: editor
+            anchors.left: parent.left
+            anchors.leftMargin: 4
+            anchors.right: tools.left
+            anchors.rightMargin: 8
+            anchors.verticalCenter: parent.verticalCenter
+            visible: line.editing
+            label: control.buttons.editPrompt.name
+            Keys.onReturnPressed: line.save()
+            Keys.onEnterPressed: line.save()
+            Keys.onEscapePressed: line.leave()
+            onActiveFocusChanged: {
+                if (!activeFocus && line.editing)
+                    line.take();
+            }
+        }
+        Row {
+            id: tools
+            anchors.right: parent.right
+            anchors.rightMargin: 6
+            anchors.verticalCenter: parent.verticalCenter
+            opacity: line.hovered || line.current ? 1 : 0.8
+
+            // While the prompt is edited the keyboard has what these do already.
+            IconButton {
+                visible: line.editing
+                focusPolicy: Qt.NoFocus
+                symbol: "checkmark"
+                symbolSize: 16
+                text: control.buttons.editPrompt.name
+                onClicked: line.save()
+            }
+            PushButton {
+                visible: line.editing
+                focusPolicy: Qt.NoFocus
+                text: control.buttons.cancelPrompt
+                onClicked: line.leave()
+            }
+            Tool {
+                look: control.buttons.editPrompt
+                onClicked: line.edit()
+            }
+            Tool {
+                look: control.buttons.removePrompt
+                tint: hovered ? Theme.warning : Theme.secondary
+                onClicked: control.told.remove(line.text)
+            }
+        }
+    }
+    // What can be done to a prompt that is read.
+    component Tool: IconButton {
+        required property var look
+
+        visible: !line.editing
+        focusPolicy: line.current ? Qt.StrongFocus : Qt.NoFocus
+        symbol: look.symbol
+        symbolSize: 17
+        tint: Theme.secondary
+        text: look.name
+        Accessible.description: line.text
     }
 }

@@ -13,7 +13,6 @@ ControlButton {
 
     implicitWidth: content.implicitWidth + 2 * Theme.stackSpace
     implicitHeight: Theme.controlHeight
-    opacity: enabled ? 1 : Theme.disabledOpacity
     ground: prominent ? Theme.accentOf(button) : Theme.controlOf(button, Theme.control)
 
     Row {

@@ -10,11 +10,8 @@ T.ScrollBar {
 
     parent: flickable
     anchors.right: parent.right
-    anchors.top: parent.top
-    anchors.bottom: parent.bottom
     width: 10
-    orientation: Qt.Vertical
-    policy: T.ScrollBar.AsNeeded
+    height: parent.height
     hoverEnabled: true
     visible: size < 1
     size: flickable.visibleArea.heightRatio

@@ -11,8 +11,6 @@ RoundedBox {
     implicitHeight: Theme.controlHeight + 2
     radius: Theme.controlRadius + 1
     color: Theme.track
-    enabled: row.told.enabled
-    opacity: enabled ? 1 : Theme.disabledOpacity
     Accessible.role: Accessible.Grouping
     Accessible.name: row.label
 
@@ -29,7 +27,7 @@ RoundedBox {
                 id: segment
                 told: control.row.told
                 among: choices
-                width: words.implicitWidth + 2 * Theme.padding
+                width: words.implicitWidth + 2 * Measures.padding
                 height: control.height - 4
                 words.font.bold: chosen
 

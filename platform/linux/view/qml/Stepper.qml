@@ -6,8 +6,7 @@ import Kelpa
 Column {
     id: stepper
 
-    /// What the buttons are called.
-    required property var buttons
+    required property PreferencesRow row
     /// What goes up and down.
     required property string label
     signal stepped(int direction)
@@ -18,40 +17,35 @@ Column {
     width: 20
     height: parent.height - 6
 
-    component Half: T.AbstractButton {
-        id: half
-        required property string symbol
-        required property int direction
-        width: stepper.width
-        height: stepper.height / 2
-        hoverEnabled: true
-        autoRepeat: true
-        focusPolicy: Qt.NoFocus
-        Accessible.name: text
-        Accessible.description: stepper.label
-        Accessible.onPressAction: clicked()
-        onClicked: stepper.stepped(direction)
+    Repeater {
+        model: [1, -1]
 
-        background: RoundedBox {
-            radius: 4
-            color: Theme.controlOf(half, "transparent")
+        T.AbstractButton {
+            id: half
+            required property int modelData
+            readonly property bool up: modelData > 0
+
+            width: stepper.width
+            height: stepper.height / 2
+            text: up ? stepper.row.buttons.increase.name : stepper.row.buttons.decrease.name
+            hoverEnabled: true
+            autoRepeat: true
+            focusPolicy: Qt.NoFocus
+            Accessible.description: stepper.label
+            Accessible.onPressAction: clicked()
+            onClicked: stepper.stepped(modelData)
+
+            background: RoundedBox {
+                radius: 4
+                color: Theme.controlOf(half, "transparent")
+            }
+            Symbol {
+                anchors.centerIn: parent
+                width: 11
+                height: 11
+                name: half.up ? "chevron.up" : "chevron.down"
+                color: Theme.secondary
+            }
         }
-        Symbol {
-            anchors.centerIn: parent
-            width: 11
-            height: 11
-            name: half.symbol
-            color: Theme.secondary
-        }
-    }
-    Half {
-        symbol: "chevron.up"
-        text: stepper.buttons.increase.name
-        direction: 1
-    }
-    Half {
-        symbol: "chevron.down"
-        text: stepper.buttons.decrease.name
-        direction: -1
     }
 }

@@ -7,7 +7,6 @@ T.Switch {
     id: control
 
     required property PreferencesRow row
-    readonly property ControlState told: row.told
 
     function change() {
         toggle();
@@ -20,14 +19,11 @@ T.Switch {
     text: row.label
     hoverEnabled: true
     // Again whenever the program says so: what a person did is not always taken.
-    checked: told.value === true
-    enabled: told.enabled
-    opacity: enabled ? 1 : Theme.disabledOpacity
-    Accessible.name: text
-    Accessible.description: told.problem !== "" ? told.problem : told.hint
+    checked: row.told.value === true
+    Accessible.description: row.explanation
     Accessible.onToggleAction: change()
     Accessible.onPressAction: change()
-    onToggled: told.enter(checked)
+    onToggled: row.told.enter(checked)
     Keys.onReturnPressed: change()
     Keys.onEnterPressed: change()
 
@@ -58,7 +54,7 @@ T.Switch {
         }
         FocusRing {
             shown: control.visualFocus
-            apart: true
+            inset: -5
             corner: track.height / 2
         }
     }

@@ -2,25 +2,13 @@ import QtQuick
 import QtQuick.Templates as T
 import Kelpa
 
-/// A line to type into. With `told` it shows what the program says, and reports what is typed and, when that is
-/// done, what was entered.
+/// A line to type into.
 T.TextField {
     id: field
 
-    property ControlState told: null
     property string label
-    property bool edited: false
+    property bool wrong: false
 
-    function toldText(): string {
-        return told && told.value !== undefined ? told.value : "";
-    }
-    function finish() {
-        if (edited && told)
-            told.enter(text);
-        edited = false;
-    }
-
-    implicitWidth: 200
     implicitHeight: Theme.controlHeight
     leftPadding: 9
     rightPadding: 9
@@ -30,31 +18,20 @@ T.TextField {
     font.pixelSize: Theme.bodySize
     verticalAlignment: TextInput.AlignVCenter
     hoverEnabled: true
-    selectByMouse: true
     // Screen readers are not told what is disabled.
     readOnly: !enabled
-    opacity: enabled ? 1 : Theme.disabledOpacity
-    text: toldText()
     Accessible.name: label
-    Accessible.description: !told ? "" : told.problem !== "" ? told.problem : told.hint
-    onTextEdited: {
-        edited = true;
-        if (told)
-            told.type(text);
-    }
-    onEditingFinished: finish()
     // Whoever comes with the keyboard most often wants something else there.
     onActiveFocusChanged: {
         if (activeFocus && focusReason !== Qt.MouseFocusReason)
             selectAll();
     }
 
-    background: FieldBox {
+    background: Box {
         focused: field.activeFocus
         hovered: field.hovered
-        wrong: field.told !== null && field.told.problem !== ""
+        wrong: field.wrong
     }
-
     Words {
         visible: field.text === "" && field.preeditText === ""
         x: field.leftPadding
@@ -65,12 +42,16 @@ T.TextField {
         text: field.placeholderText
         color: Theme.secondary
     }
-    Connections {
-        target: field.told
-        function onValueTold() {
-            field.edited = false;
-            if (field.text !== field.toldText())
-                field.text = field.toldText();
-        }
+
+    // What can be typed into looks so.
+    component Box: RoundedBox {
+        required property bool focused
+        required property bool hovered
+        property bool wrong: false
+
+        color: Theme.field
+        radius: Theme.controlRadius
+        borderWidth: focused ? 2 : 1
+        borderColor: wrong ? Theme.warning : focused ? Theme.accent : hovered ? Theme.outlineHovered : Theme.outline
     }
 }

@@ -1,7 +1,9 @@
 import QtQuick
+import Kelpa
 
 /// The width of words. What is bound to it follows the font as well, which may be set later.
 FontMetrics {
+    font.pixelSize: Theme.bodySize
     function widthOf(words: string): real {
         return font.pixelSize > 0 ? advanceWidth(words) : 0;
     }

@@ -8,8 +8,6 @@ QtObject {
     readonly property bool dark: Appearance.dark
 
     // Type
-    readonly property int displaySize: Measures.countSize
-    readonly property int titleSize: Measures.promptSize
     readonly property int largeTitleSize: 26
     readonly property int headlineSize: 15
     readonly property int bodySize: 14
@@ -20,13 +18,12 @@ QtObject {
     readonly property int hairSpace: 4
     readonly property int tightSpace: 6
     readonly property int stackSpace: 12
-    readonly property int padding: Measures.padding
-    readonly property int section: Measures.belowPrompt
     /// Beside a form, however wide its window is.
     readonly property int formWidth: 760
     /// Of everything that is as high as one line: fields, buttons, switches with their labels.
     readonly property int controlHeight: 30
-    readonly property int tileHeight: 36
+    /// Of one that stands alone; `Measures.tileHeight` is of a row of them, with what is free above and below.
+    readonly property int capsuleHeight: 36
     readonly property int controlRadius: 7
     readonly property int cardRadius: 12
     /// A line of text that is longer than this is hard to follow.
@@ -82,6 +79,4 @@ QtObject {
 
     // Motion
     readonly property int quick: 120
-    readonly property int slide: Measures.slideTime
-    readonly property int slow: Measures.barTime
 }

@@ -8,18 +8,15 @@ Grid {
     required property PreferencesRow row
     readonly property EntryList entries: row.told.entries
     readonly property real tileWidth: Math.max(88,
-        Math.ceil(metrics.widest(entries.count, i => entries.textAt(i))) + 2 * Theme.padding)
+        Math.ceil(metrics.widest(entries.count, i => entries.textAt(i))) + 2 * Measures.padding)
 
     columns: Math.max(1, Math.min(Measures.tileColumns, Math.floor((row.space + spacing) / (tileWidth + spacing))))
     spacing: 10
-    enabled: row.told.enabled
-    opacity: enabled ? 1 : Theme.disabledOpacity
     Accessible.role: Accessible.Grouping
     Accessible.name: row.label
 
     TextMeasure {
         id: metrics
-        font.pixelSize: Theme.bodySize
         font.bold: true
     }
     Repeater {
@@ -32,9 +29,9 @@ Grid {
             among: choices
             columns: control.columns
             width: control.tileWidth
-            height: Theme.tileHeight
+            height: Theme.capsuleHeight
             words.color: chosen ? Theme.accentText : Theme.primary
-            ring.apart: true
+            ring.inset: -5
             ring.corner: height / 2
 
             background: RoundedBox {

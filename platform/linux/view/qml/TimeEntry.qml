@@ -8,21 +8,22 @@ Item {
 
     /// Since midnight.
     property int minutes: 0
-    property string label
-    required property var buttons
+    required property PreferencesRow row
+    property string label: row.label
     /// A person has set another time.
     signal changed()
 
     readonly property int hour: Math.floor(minutes / 60)
     readonly property int minute: minutes % 60
-    readonly property string text: hourText + ClockFormat.separator + minuteText
-        + (ClockFormat.twelveHours ? " " + halfText : "")
-    readonly property string hourText: {
-        const shown = ClockFormat.twelveHours ? (hour + 11) % 12 + 1 : hour;
-        return String(shown).padStart(ClockFormat.twelveHours && !ClockFormat.zeroBeforeHour ? 1 : 2, "0");
-    }
-    readonly property string minuteText: String(minute).padStart(2, "0")
-    readonly property string halfText: hour < 12 ? ClockFormat.am : ClockFormat.pm
+    readonly property string text: shown.hour + ClockFormat.separator + shown.minute
+        + (ClockFormat.twelveHours ? " " + shown.half : "")
+    /// What each part is written as.
+    readonly property var shown: ({
+        hour: String(ClockFormat.twelveHours ? (hour + 11) % 12 + 1 : hour)
+            .padStart(ClockFormat.twelveHours && !ClockFormat.zeroBeforeHour ? 1 : 2, "0"),
+        minute: String(minute).padStart(2, "0"),
+        half: hour < 12 ? ClockFormat.am : ClockFormat.pm
+    })
     /// The parts from left to right.
     readonly property var parts: !ClockFormat.twelveHours ? ["hour", "minute"]
         : ClockFormat.halfFirst ? ["half", "hour", "minute"] : ["hour", "minute", "half"]
@@ -59,16 +60,15 @@ Item {
         set(hour % 12 + (afternoon ? 12 : 0), minute);
     }
     function type(key: string) {
-        if (part === "half") {
-            typeHalf(key);
-            return;
-        }
+        if (part === "half")
+            return typeHalf(key);
         const most = part === "minute" ? 59 : ClockFormat.twelveHours ? 12 : 23;
-        const value = Number(typed + key) <= most ? Number(typed + key) : Number(key);
         typed = Number(typed + key) <= most ? typed + key : key;
-        take(value);
-        if (typed.length === 2 || value * 10 > most)
-            finishPart();
+        take(Number(typed));
+        if (typed.length === 2 || Number(typed) * 10 > most) {
+            typed = "";
+            moveBy(1);
+        }
     }
     /// A 12 is the first hour of its half of the day, and a 0 is not one yet.
     function take(value: int) {
@@ -85,15 +85,10 @@ Item {
         else if (ClockFormat.pm.toLowerCase().startsWith(key.toLowerCase()))
             setHalf(true);
     }
-    function finishPart() {
-        typed = "";
-        moveBy(1);
-    }
 
-    implicitWidth: row.implicitWidth + 2 * row.x + stepper.width + 6
+    implicitWidth: places.implicitWidth + 2 * places.x + stepper.width + 6
     implicitHeight: Theme.controlHeight
     activeFocusOnTab: true
-    opacity: enabled ? 1 : Theme.disabledOpacity
     Accessible.role: Accessible.EditableText
     Accessible.name: label
     Accessible.focusable: true
@@ -105,17 +100,16 @@ Item {
         const wordKey = event.modifiers & (Qt.ControlModifier | Qt.AltModifier | Qt.MetaModifier);
         if (wordKey || event.text === "" || event.key === Qt.Key_Tab || event.key === Qt.Key_Backtab)
             return;
-        if (event.text >= "0" && event.text <= "9" || part === "half") {
+        const typing = event.text >= "0" && event.text <= "9" || part === "half";
+        event.accepted = typing || event.text === ClockFormat.separator;
+        if (typing)
             type(event.text);
-            event.accepted = true;
-        } else if (event.text === ClockFormat.separator) {
+        else if (event.accepted)
             choose("minute");
-            event.accepted = true;
-        }
     }
     onActiveFocusChanged: choose(parts[0])
 
-    FieldBox {
+    TextEntry.Box {
         anchors.fill: parent
         focused: entry.activeFocus
         hovered: hover.hovered
@@ -125,76 +119,60 @@ Item {
     }
     TextMeasure {
         id: metrics
-        font.pixelSize: Theme.bodySize
     }
 
-    component Part: Item {
-        id: cell
-        property string name
-        property string shown
-        /// What it must have room for.
-        property string widest: "00"
-        readonly property bool current: entry.activeFocus && entry.part === name
-
-        width: Math.ceil(metrics.widthOf(widest)) + 6
-        height: entry.height
-
-        RoundedBox {
-            anchors.centerIn: parent
-            width: parent.width
-            height: 20
-            radius: 4
-            color: cell.current ? Theme.accent : "transparent"
-        }
-        Words {
-            // An hour of one digit stands close to its minutes.
-            anchors.right: parent.right
-            anchors.rightMargin: 3
-            anchors.verticalCenter: parent.verticalCenter
-            text: cell.shown
-            color: cell.current ? Theme.accentText : Theme.primary
-        }
-        MouseArea {
-            anchors.fill: parent
-            onPressed: {
-                entry.forceActiveFocus(Qt.MouseFocusReason);
-                entry.choose(cell.name);
-            }
-        }
-    }
-    component Half: Part {
-        name: "half"
-        shown: entry.halfText
-        widest: metrics.widthOf(ClockFormat.am) > metrics.widthOf(ClockFormat.pm) ? ClockFormat.am
-            : ClockFormat.pm
-        visible: ClockFormat.twelveHours
-    }
     Row {
-        id: row
+        id: places
         x: 6
 
-        Half {
-            visible: ClockFormat.twelveHours && ClockFormat.halfFirst
-        }
-        Part {
-            name: "hour"
-            shown: entry.hourText
-        }
-        Words {
-            anchors.verticalCenter: parent.verticalCenter
-            text: ClockFormat.separator
-        }
-        Part {
-            name: "minute"
-            shown: entry.minuteText
-        }
-        Half {
-            visible: ClockFormat.twelveHours && !ClockFormat.halfFirst
+        Repeater {
+            model: entry.parts
+
+            Row {
+                id: cell
+                required property string modelData
+                readonly property bool current: entry.activeFocus && entry.part === modelData
+                /// What the part must have room for.
+                readonly property var widest: modelData === "half" ? [ClockFormat.am, ClockFormat.pm] : ["00"]
+
+                Words {
+                    visible: cell.modelData === "minute"
+                    anchors.verticalCenter: parent.verticalCenter
+                    text: ClockFormat.separator
+                }
+                Item {
+                    width: Math.ceil(metrics.widest(cell.widest.length, i => cell.widest[i])) + 6
+                    height: entry.height
+
+                    RoundedBox {
+                        anchors.centerIn: parent
+                        width: parent.width
+                        height: 20
+                        radius: 4
+                        color: cell.current ? Theme.accent : "transparent"
+                    }
+                    Words {
+                        // An hour of one digit stands close to its minutes.
+                        anchors.right: parent.right
+                        anchors.rightMargin: 3
+                        anchors.verticalCenter: parent.verticalCenter
+                        text: entry.shown[cell.modelData]
+                        color: cell.current ? Theme.accentText : Theme.primary
+                    }
+                    MouseArea {
+                        anchors.fill: parent
+                        onPressed: {
+                            entry.forceActiveFocus(Qt.MouseFocusReason);
+                            entry.choose(cell.modelData);
+                        }
+                    }
+                }
+            }
         }
     }
     Stepper {
         id: stepper
-        buttons: entry.buttons
+        row: entry.row
         label: entry.label
         onStepped: direction => {
             entry.forceActiveFocus(Qt.MouseFocusReason);

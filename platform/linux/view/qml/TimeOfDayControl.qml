@@ -3,9 +3,6 @@ import Kelpa
 
 /// A time of day that is a setting.
 TimeEntry {
-    id: control
-
-    required property PreferencesRow row
     readonly property ControlState told: row.told
 
     /// What was reported and not answered yet.
@@ -20,20 +17,9 @@ TimeEntry {
             minutes = told.value;
     }
 
-    enabled: told.enabled
-    buttons: row.buttons
-    label: row.label
-    Accessible.description: told.problem !== "" ? told.problem : told.hint
-    Component.onCompleted: follow()
+    Accessible.description: row.explanation
     onChanged: {
         reported = [...reported, minutes];
         told.enter(minutes);
-    }
-
-    Connections {
-        target: control.told
-        function onValueTold() {
-            control.follow();
-        }
     }
 }

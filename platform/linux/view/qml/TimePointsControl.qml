@@ -8,7 +8,7 @@ Flow {
 
     required property PreferencesRow row
     readonly property ControlState told: row.told
-    readonly property real tileWidth: Math.ceil(metrics.widthOf("00:00")) + 3 * Theme.padding
+    readonly property real tileWidth: Math.ceil(metrics.widthOf("00:00")) + 3 * Measures.padding
     property bool focusDue: false
 
     /// The keyboard stays where it was: at the tile that moved up, or at the last one.
@@ -20,14 +20,11 @@ Flow {
 
     width: row.space
     spacing: Theme.stackSpace
-    enabled: told.enabled
-    opacity: enabled ? 1 : Theme.disabledOpacity
     Accessible.role: Accessible.List
     Accessible.name: row.label
 
     TextMeasure {
         id: metrics
-        font.pixelSize: Theme.bodySize
     }
     Repeater {
         id: points
@@ -46,7 +43,7 @@ Flow {
             readonly property alias remover: removeButton
 
             width: control.tileWidth
-            height: Theme.tileHeight
+            height: Theme.capsuleHeight
             radius: height / 2
             color: Theme.control
             Accessible.role: Accessible.ListItem
@@ -77,7 +74,7 @@ Flow {
     IconButton {
         id: plus
         width: control.tileWidth
-        height: Theme.tileHeight
+        height: Theme.capsuleHeight
         raised: true
         symbol: control.row.buttons.addTimePoint.symbol
         symbolSize: 16
@@ -108,7 +105,7 @@ Flow {
                 id: time
                 focus: true
                 label: plus.text
-                buttons: control.row.buttons
+                row: control.row
                 Keys.onReturnPressed: popover.close()
                 Keys.onEnterPressed: popover.close()
 

@@ -17,7 +17,7 @@ Rectangle {
     signal action(string name, string value)
 
     implicitWidth: 540
-    implicitHeight: content.implicitHeight + 2 * Theme.padding
+    implicitHeight: content.implicitHeight + 2 * Measures.padding
     color: Theme.card
     focus: true
     onButtonsChanged: settling.restart()
@@ -25,7 +25,7 @@ Rectangle {
     /// The second click of two is not for the button that took the place of the first one.
     Timer {
         id: settling
-        interval: Theme.slow
+        interval: Measures.barTime
     }
     Shortcut {
         sequences: ["Ctrl+W", "Escape"]
@@ -33,14 +33,14 @@ Rectangle {
     }
     Column {
         id: content
-        x: Theme.padding
-        y: Theme.padding
-        width: page.width - 2 * Theme.padding
-        spacing: Theme.padding
+        x: Measures.padding
+        y: Measures.padding
+        width: page.width - 2 * Measures.padding
+        spacing: Measures.padding
 
         Row {
             width: parent.width
-            spacing: Theme.padding
+            spacing: Measures.padding
 
             Image {
                 id: picture
@@ -60,7 +60,9 @@ Rectangle {
                     wrapMode: Text.Wrap
                     font.pixelSize: Theme.headlineSize
                     font.bold: true
-                    role: Accessible.Heading
+                    Accessible.ignored: false
+                    Accessible.role: Accessible.Heading
+                    Accessible.name: text
                 }
                 // It may name a file, which is to be copied.
                 TextEdit {
@@ -70,7 +72,6 @@ Rectangle {
                     textFormat: TextEdit.PlainText
                     wrapMode: TextEdit.Wrap
                     readOnly: true
-                    selectByMouse: true
                     selectionColor: Theme.accent
                     selectedTextColor: Theme.accentText
                     color: Theme.secondary
@@ -128,9 +129,8 @@ Rectangle {
 
         RoundedBox {
             id: track
-            anchors.left: parent.left
-            anchors.right: parent.right
             anchors.verticalCenter: parent.verticalCenter
+            width: parent.width
             height: 6
             radius: height / 2
             color: Theme.track
@@ -148,11 +148,9 @@ Rectangle {
                 loops: Animation.Infinite
                 onStopped: filling.x = 0
                 Move {
-                    from: 0
                     to: bar.width * 3 / 4
                 }
                 Move {
-                    from: bar.width * 3 / 4
                     to: 0
                 }
             }

@@ -46,8 +46,6 @@ Rectangle {
 
         CloseButton {
             id: close
-            anchors.left: parent.left
-            anchors.top: parent.top
             name: panel.closeText
             onActivated: panel.action("close", "")
         }
@@ -55,14 +53,12 @@ Rectangle {
         Column {
             id: progress
             anchors.top: close.bottom
-            anchors.left: parent.left
-            anchors.right: parent.right
+            width: parent.width
             spacing: Theme.stackSpace
 
             Row {
                 id: figures
                 width: parent.width
-                readonly property real third: width / 3
 
                 Figure {
                     caption: panel.finishedText
@@ -81,7 +77,7 @@ Rectangle {
                     color: Theme.warning
                 }
                 Words {
-                    width: figures.third
+                    width: figures.width / 3
                     height: figures.height
                     visible: panel.remain === ""
                     text: panel.wellDoneText
@@ -105,8 +101,7 @@ Rectangle {
             id: counting
             anchors.top: progress.bottom
             anchors.bottom: selection.top
-            anchors.left: parent.left
-            anchors.right: parent.right
+            width: parent.width
             readonly property bool counts: panel.remaining !== ""
             Accessible.role: Accessible.StaticText
             Accessible.name: panel.tip + " " + panel.remaining
@@ -116,8 +111,10 @@ Rectangle {
                 spacing: Measures.panelPadding
 
                 Words {
-                    anchors.verticalCenter: counting.counts ? undefined : parent.verticalCenter
-                    anchors.baseline: counting.counts ? time.baseline : undefined
+                    anchors.verticalCenter: parent.verticalCenter
+                    // Its letters stand on one line with those of the time.
+                    anchors.verticalCenterOffset: counting.counts
+                        ? time.baselineOffset - time.height / 2 - (baselineOffset - height / 2) : 0
                     width: Math.min(implicitWidth, counting.width - (counting.counts ? time.width + parent.spacing : 0))
                     text: panel.tip
                     color: Theme.secondary
@@ -130,8 +127,8 @@ Rectangle {
                 }
                 Words {
                     id: time
-                    anchors.verticalCenter: parent.verticalCenter
                     visible: counting.counts
+                    anchors.verticalCenter: parent.verticalCenter
                     text: panel.remaining
                     opacity: Measures.remainingOpacity
                     font.pixelSize: 24
@@ -142,8 +139,7 @@ Rectangle {
             id: selection
             anchors.bottom: answers.top
             anchors.bottomMargin: Theme.stackSpace
-            anchors.left: parent.left
-            anchors.right: parent.right
+            width: parent.width
             amounts: panel.amounts
             selected: panel.selectedAmount
             onChosen: millilitres => panel.action("amount", millilitres)
@@ -189,7 +185,7 @@ Rectangle {
         property alias color: number.color
         property alias pixelSize: number.font.pixelSize
 
-        width: figures.third
+        width: figures.width / 3
         implicitHeight: label.implicitHeight + 40
         Accessible.role: Accessible.StaticText
         Accessible.name: caption + " " + text
@@ -238,7 +234,7 @@ Rectangle {
             radius: track.radius
             color: Theme.accent
             Behavior on width {
-                NumberAnimation { duration: Theme.slow; easing.type: Easing.InOutQuad }
+                NumberAnimation { duration: Measures.barTime; easing.type: Easing.InOutQuad }
             }
         }
         RoundedBox {
@@ -250,8 +246,6 @@ Rectangle {
             color: Theme.surfaceRaised
 
             SoftShadow {
-                anchors.fill: parent
-                z: -1
                 strength: 0.6
             }
             Symbol {

@@ -44,15 +44,13 @@ Item {
         height: Measures.tileHeight
     }
     component Capsule: RoundedBox {
-        anchors.fill: parent
-        anchors.leftMargin: Theme.hairSpace
-        anchors.rightMargin: Theme.hairSpace
-        anchors.topMargin: Measures.tileInset
-        anchors.bottomMargin: Measures.tileInset
+        anchors.centerIn: parent
+        width: parent.width - 2 * Theme.hairSpace
+        height: parent.height - 2 * Measures.tileInset
         radius: height / 2
     }
     component Slide: NumberAnimation {
-        duration: Theme.slide
+        duration: Measures.slideTime
         easing.type: Easing.OutCubic
     }
     Cell {
@@ -69,10 +67,7 @@ Item {
             id: capsule
             color: Theme.accent
 
-            SoftShadow {
-                anchors.fill: parent
-                z: -1
-            }
+            SoftShadow {}
             FocusRing {
                 shown: selection.activeFocus
                 corner: capsule.radius

@@ -75,12 +75,10 @@ Item {
 
         MouseArea {
             required property int modelData
-            readonly property bool atLeft: modelData & Qt.LeftEdge
             readonly property bool atRight: modelData & Qt.RightEdge
-            readonly property bool atTop: modelData & Qt.TopEdge
             readonly property bool atBottom: modelData & Qt.BottomEdge
-            readonly property bool sideways: atLeft || atRight
-            readonly property bool upright: atTop || atBottom
+            readonly property bool sideways: atRight || modelData & Qt.LeftEdge
+            readonly property bool upright: atBottom || modelData & Qt.TopEdge
             readonly property int thickness: sideways && upright ? frame.corner : frame.edge
 
             x: atRight ? frame.width - thickness : 0
@@ -88,7 +86,7 @@ Item {
             width: sideways ? thickness : frame.width
             height: upright ? thickness : frame.height
             cursorShape: !upright ? Qt.SizeHorCursor : !sideways ? Qt.SizeVerCursor
-                : atLeft === atTop ? Qt.SizeFDiagCursor : Qt.SizeBDiagCursor
+                : atRight === atBottom ? Qt.SizeFDiagCursor : Qt.SizeBDiagCursor
             onPressed: frame.Window.window.startSystemResize(modelData)
         }
     }
