@@ -36,7 +36,7 @@ inline constexpr int dividerHeight = 16;
 // Grids of which one entry is chosen
 inline constexpr int tileColumns = 3;
 inline constexpr int tileHeight = 34; ///< of a row, in which the capsule is inset
-inline constexpr int tileInset = 3; ///< of the capsule that lies beneath the chosen one
+inline constexpr int tileInset = 3;   ///< of the capsule that lies beneath the chosen one
 inline constexpr double slideSeconds = 0.25;
 
 // The preferences
