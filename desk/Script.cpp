@@ -6,7 +6,7 @@
 #include "desk/Values.h"
 #include "panes/PromptListControl.h"
 #include "ui/PreferencesPanes.h"
-#include "water/PerfWaterTimePointView.h"
+#include "water/PrefWaterView.h"
 
 #include <cmath>
 #include <map>

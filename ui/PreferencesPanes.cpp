@@ -1,8 +1,8 @@
 #include "ui/PreferencesPanes.h"
 
 #include "base/Text.h"
-#include "panes/NumberTextField.h"
 #include "panes/PromptListControl.h"
+#include "panes/TypedFields.h"
 #include "ui/IconFont.h"
 
 namespace kelpa {

@@ -1,5 +1,5 @@
 #include "app/AppState.h"
-#include "panes/NumberTextField.h"
+#include "panes/TypedFields.h"
 #include "tests/core/Settings.h"
 
 #include <gtest/gtest.h>

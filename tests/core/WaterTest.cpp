@@ -2,7 +2,7 @@
 #include "tests/core/Play.h"
 #include "tests/support/Files.h"
 #include "ui/WindowController.h"
-#include "water/PerfWaterTimePointView.h"
+#include "water/PrefWaterView.h"
 #include "water/WaterDates.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#import "platform/macos/preferences/FormView.h"
+#import "platform/macos/preferences/PaneViews.h"
 
 #import "platform/macos/Bridge.h"
 #import "platform/macos/views/Labels.h"

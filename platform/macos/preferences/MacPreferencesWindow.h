@@ -2,7 +2,7 @@
 
 #import <AppKit/AppKit.h>
 
-#import "platform/macos/preferences/FormView.h"
+#import "platform/macos/preferences/PaneViews.h"
 
 #include <map>
 #include <string>

@@ -2,7 +2,6 @@
 
 #import "platform/macos/Bridge.h"
 #import "platform/macos/KelpaDelegate.h"
-#import "platform/macos/preferences/AboutView.h"
 
 #include <algorithm>
 

@@ -1,7 +1,10 @@
 #import "platform/macos/preferences/Control.h"
 
 #import "platform/macos/Bridge.h"
-#import "platform/macos/preferences/TimeTile.h"
+#import "platform/macos/views/Capsule.h"
+#import "platform/macos/views/Labels.h"
+
+#include "platform/ports/Measures.h"
 
 #include <algorithm>
 
@@ -11,6 +14,10 @@ constexpr CGFloat spacing = 8;
 constexpr CGFloat pickerWidth = 80;
 constexpr CGFloat pickerPadding = 8;
 constexpr std::size_t tilesInRow = 4;
+constexpr CGFloat tilePadding = 8;
+constexpr CGFloat capsuleOpacity = 0.8;
+/// How far the button stands out of the capsule.
+constexpr CGFloat overhang = 6;
 constexpr NSCalendarUnit hourAndMinute = NSCalendarUnitHour | NSCalendarUnitMinute;
 
 NSDatePicker* makePicker() {
@@ -38,7 +45,95 @@ std::int64_t minutesOf(NSDatePicker* picker) {
     return std::int64_t{60} * [components hour] + [components minute];
 }
 
+KelpaCapsule* makeCapsule() {
+    KelpaCapsule* capsule = [[KelpaCapsule alloc] initWithColor:[NSColor controlBackgroundColor]];
+    [capsule castShadow:kelpa::measures::selectionShadow];
+    [capsule setAlphaValue:capsuleOpacity];
+    return capsule;
+}
+
+/// Makes the capsule as large as what stands on it, and some room.
+void surround(NSView* content, NSView* capsule, CGFloat beside, CGFloat above) {
+    [NSLayoutConstraint activateConstraints:@[
+        [[content leadingAnchor] constraintEqualToAnchor:[capsule leadingAnchor] constant:beside],
+        [[content trailingAnchor] constraintEqualToAnchor:[capsule trailingAnchor] constant:-beside],
+        [[content topAnchor] constraintEqualToAnchor:[capsule topAnchor] constant:above],
+        [[content bottomAnchor] constraintEqualToAnchor:[capsule bottomAnchor] constant:-above],
+    ]];
+}
+
+/// The views in `parent`, the last one on top, to be placed by their anchors.
+void add(NSArray<NSView*>* views, NSView* parent) {
+    for (NSView* view in views) {
+        [view setTranslatesAutoresizingMaskIntoConstraints:NO];
+        [parent addSubview:view];
+    }
+}
+
+/// A capsule around the button that adds a time.
+NSView* makePlusTile(NSButton* plus) {
+    NSView* tile = [[NSView alloc] initWithFrame:NSZeroRect];
+    KelpaCapsule* capsule = makeCapsule();
+    add(@[ capsule, plus ], tile);
+    surround(plus, capsule, tilePadding, tilePadding);
+    surround(capsule, tile, 0, 0);
+    return tile;
+}
+
 } // namespace
+
+/// A time on a capsule, with the button that removes it over the capsule's corner.
+@interface KelpaTimeTile : NSView
+/// `symbol` is the button's; `removed` runs on a click and must not own the tile.
+- (instancetype)initWithPoint:(const kelpa::PreferencesEntry&)point
+                       symbol:(NSString*)symbol
+                      removed:(void (^)(void))removed;
+@end
+
+@implementation KelpaTimeTile {
+    void (^_removed)(void);
+}
+
+- (instancetype)initWithPoint:(const kelpa::PreferencesEntry&)point
+                       symbol:(NSString*)symbol
+                      removed:(void (^)(void))removed {
+    self = [super initWithFrame:NSZeroRect];
+    if (self) {
+        _removed = [removed copy];
+        NSString* name = kelpa::toNSString(point.removal);
+        NSImage* cross = [NSImage imageWithSystemSymbolName:symbol accessibilityDescription:name];
+        NSButton* button = [NSButton buttonWithImage:cross target:self action:@selector(clicked:)];
+        [button setBordered:NO];
+        [button setAccessibilityLabel:name];
+        [self layOut:kelpa::makeLabel(point.text, [NSFont systemFontOfSize:0], [NSColor labelColor])
+              button:button];
+    }
+    return self;
+}
+
+/// A view hears of clicks only within its parent, so that the tile is as large as both together.
+- (void)layOut:(NSTextField*)label button:(NSButton*)button {
+    KelpaCapsule* capsule = makeCapsule();
+    add(@[ capsule, label, button ], self);
+    surround(label, capsule, 2 * tilePadding, tilePadding);
+    [NSLayoutConstraint activateConstraints:@[
+        [[capsule leadingAnchor] constraintEqualToAnchor:[self leadingAnchor]],
+        [[capsule bottomAnchor] constraintEqualToAnchor:[self bottomAnchor]],
+        [[capsule topAnchor] constraintEqualToAnchor:[self topAnchor] constant:overhang],
+        [[capsule trailingAnchor] constraintEqualToAnchor:[self trailingAnchor] constant:-overhang],
+        [[button topAnchor] constraintEqualToAnchor:[self topAnchor]],
+        [[button trailingAnchor] constraintEqualToAnchor:[self trailingAnchor]],
+    ]];
+}
+
+- (void)clicked:(id)sender {
+    (void)sender;
+    // The tile goes with its time, and the block with it.
+    void (^const removed)(void) = _removed;
+    removed();
+}
+
+@end
 
 @implementation KelpaTimeControl {
     NSDatePicker* _picker;
@@ -88,7 +183,7 @@ std::int64_t minutesOf(NSDatePicker* picker) {
     _plus = [NSButton buttonWithImage:plus target:self action:@selector(plusClicked:)];
     [_plus setBordered:NO];
     [_plus setAccessibilityLabel:addName];
-    _plusTile = kelpa::makePlusTile(_plus);
+    _plusTile = makePlusTile(_plus);
     _rows = [[NSStackView alloc] initWithFrame:NSZeroRect];
     [_rows setOrientation:NSUserInterfaceLayoutOrientationVertical];
     [_rows setAlignment:NSLayoutAttributeLeading];

@@ -15,3 +15,9 @@
 /// In points, the room beside it for what scrolls it up and down included.
 - (CGFloat)neededWidth;
 @end
+
+/// What the program says of itself: its picture beside name, version, copyright and a link.
+@interface KelpaAboutView : NSView
+- (instancetype)initWithContent:(const kelpa::AboutContent&)content;
+- (void)setCopyright:(const std::string&)line;
+@end
