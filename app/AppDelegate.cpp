@@ -1,20 +1,62 @@
 #include "app/AppDelegate.h"
 
-#include "app/AppState.h"
-#include "logging/SharedLogger.h"
+#include "app/AppInfo.h"
 #include "timer/SystemEventController.h"
-#include "ui/StatusBarController.h"
-#include "ui/WindowController.h"
+#include "ui/IconFont.h"
 
 namespace kelpa {
 
+AppDelegate::AppDelegate(Ports& ports, LogFiles& logFiles) : ports_(ports) {
+    setFatalErrors(ports.fatalErrors);
+    setTranslations(ports.translations);
+    AppInfo::wire(ports.system, ports.clock);
+    setUpLogging(
+        {ports.clock, logFiles, AppInfo::identifier(), AppInfo::name(), ports.system.homeDirectory()});
+    AppState::wire(*this, ports);
+    TicktackController::wire(*this, ports.tickers);
+    SystemEventController::wire(*this, {ports.lock, ports.activity, ports.queues, ports.mainQueue});
+    StatusBarController::wire(*this, ports.statusBar, ports.application, ports.services);
+    WindowController::wire(*this, ports.windows, ports.tickers, ports.mainQueue, ports.services);
+    IconFont::wire(ports.fonts);
+}
+
 void AppDelegate::applicationDidFinishLaunching() {
-    AppState::setWorking(true);
+    setWorking(true);
     WindowController::setup();
     StatusBarController::item();
     SystemEventController::setup();
-    logger().info("sandbox home path: " + system_.homeDirectory().value_or(""),
+    logger().info("sandbox home path: " + ports_.system.homeDirectory().value_or(""),
                   {"AppDelegate", "applicationDidFinishLaunching(_:)"});
+}
+
+void AppDelegate::applicationWillTerminate() {
+    // Whoever quits with a number half a second old in a field means that number.
+    WindowController::settlePreferences();
+}
+
+std::string AppDelegate::identifier() const {
+    return AppInfo::identifier();
+}
+
+AboutApp AppDelegate::about() const {
+    return {
+        AppInfo::icon(),           AppInfo::name(),      AppInfo::version(),   AppInfo::build(),
+        AppInfo::model(),          AppInfo::osVersion(), AppInfo::copyright(), AppInfo::releaseNotesLink(),
+        AppInfo::feedbackMailbox()};
+}
+
+void AppDelegate::setLaunchAtLogin(bool launch) {
+    if (ports_.services.loginItem)
+        ports_.services.loginItem->setEnabled(launch);
+}
+
+bool AppDelegate::waterHasNewDay() {
+    return waterState().enable() && waterState().isNewDay();
+}
+
+void AppDelegate::startWaterDay() {
+    waterState().reset();
+    waterState().schedule();
 }
 
 } // namespace kelpa

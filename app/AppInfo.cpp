@@ -9,14 +9,12 @@ namespace kelpa {
 
 namespace {
 
-const SystemInfo* systemInfo = nullptr;
-const Clock* wallClock = nullptr;
+struct Sources {
+    const SystemInfo& system;
+    const Clock& clock;
+};
 
-const SystemInfo& theSystem() {
-    if (!systemInfo)
-        fatalError("The application's information was used before the program was set up");
-    return *systemInfo;
-}
+Wired<Sources> sources("The application's information was");
 
 std::string textOr(const char* key, const char* otherwise) {
     const auto& infos = AppInfo::infos();
@@ -28,12 +26,11 @@ std::string textOr(const char* key, const char* otherwise) {
 } // namespace
 
 void AppInfo::wire(const SystemInfo& system, const Clock& clock) {
-    systemInfo = &system;
-    wallClock = &clock;
+    sources.wire({system, clock});
 }
 
 const std::map<std::string, InfoValue>& AppInfo::infos() {
-    static const std::map<std::string, InfoValue> read = theSystem().bundleInfo();
+    static const std::map<std::string, InfoValue> read = sources->system.bundleInfo();
     return read;
 }
 
@@ -51,7 +48,7 @@ std::string AppInfo::build() {
 }
 
 std::string AppInfo::identifier() {
-    return theSystem().bundleIdentifier().value_or("1");
+    return sources->system.bundleIdentifier().value_or("1");
 }
 
 std::string AppInfo::loginItemIdentifier() {
@@ -59,11 +56,11 @@ std::string AppInfo::loginItemIdentifier() {
 }
 
 std::optional<std::string> AppInfo::icon() {
-    return theSystem().applicationIcon();
+    return sources->system.applicationIcon();
 }
 
 std::string AppInfo::copyright() {
-    const Calendar calendar(*wallClock);
+    const Calendar calendar(sources->clock);
     const int year = calendar.day(calendar.now()).year;
     return "Copyright © " + std::to_string(year) + " " + distribution::copyrightHolder + ".";
 }
@@ -77,11 +74,11 @@ std::string AppInfo::feedbackMailbox() {
 }
 
 std::string AppInfo::model() {
-    return theSystem().machine();
+    return sources->system.machine();
 }
 
 std::string AppInfo::osVersion() {
-    const auto version = theSystem().osVersion();
+    const auto version = sources->system.osVersion();
     return std::to_string(version.major) + "." + std::to_string(version.minor) + "." +
            std::to_string(version.patch);
 }

@@ -6,7 +6,7 @@
 #include "prefs/App.h"
 #include "prefs/PrefState.h"
 #include "prefs/PromptState.h"
-#include "timer/TicktackState.h"
+#include "timer/TicktackController.h"
 #include "water/PrefWaterState.h"
 
 #include <functional>

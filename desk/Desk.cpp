@@ -18,9 +18,9 @@ Desk::Desk(VirtualTime& virtualTime, Journal& theJournal, std::uint64_t seed)
 
 void Desk::launch() {
     startTime_.reset();
-    application_ = std::make_unique<Application>(ports_, logFiles_);
+    delegate_ = std::make_unique<AppDelegate>(ports_, logFiles_);
     followPublishedValues();
-    application_->launch();
+    delegate_->applicationDidFinishLaunching();
 }
 
 void Desk::start(const CivilTime& civil) {

@@ -1,12 +1,10 @@
 #pragma once
 
-#include "app/Application.h"
+#include "app/AppDelegate.h"
 #include "desk/Journal.h"
 #include "desk/RecordingServices.h"
-#include "desk/RecordingStatusBar.h"
 #include "desk/RecordingStore.h"
 #include "desk/RecordingWindows.h"
-#include "desk/VirtualClock.h"
 #include "desk/VirtualTime.h"
 
 #include <memory>
@@ -21,9 +19,9 @@ class Desk {
     Desk(VirtualTime& time, Journal& journal, std::uint64_t seed);
 
     void launch();
-    [[nodiscard]] bool launched() const { return static_cast<bool>(application_); }
+    [[nodiscard]] bool launched() const { return static_cast<bool>(delegate_); }
     /// The platform tells the launched program that it ends.
-    void end() { application_->willTerminate(); }
+    void end() { delegate_->applicationWillTerminate(); }
 
     /// The local time at which the desk begins. A zone chosen before anything happened leaves it the local
     /// time of the desk; later the zone changes under the running program.
@@ -62,7 +60,7 @@ class Desk {
     SeededRandom random_;
     Ports ports_;
     std::optional<CivilTime> startTime_; ///< until something happens
-    std::unique_ptr<Application> application_;
+    std::unique_ptr<AppDelegate> delegate_;
     std::vector<Subscription> subscriptions_;
 };
 

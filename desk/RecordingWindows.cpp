@@ -16,40 +16,6 @@ std::string whole(double points) {
     return std::to_string(std::llround(points));
 }
 
-class RecordingBreakScreen final : public BreakScreenFace {
-  public:
-    explicit RecordingBreakScreen(std::shared_ptr<RecordedBreakScreen> state) : state_(std::move(state)) {}
-    void setTexts(const BreakScreenTexts& texts) override { state_->texts = texts; }
-    void setPrompt(const std::string& prompt) override { state_->prompt = prompt; }
-    void setCount(const std::string& count) override { state_->count = count; }
-    void setSkipOffered(bool offered) override { state_->skipOffered = offered; }
-
-  private:
-    std::shared_ptr<RecordedBreakScreen> state_;
-};
-
-class RecordingWaterPanel final : public WaterPanelFace {
-  public:
-    RecordingWaterPanel(Journal& journal, std::shared_ptr<RecordedWaterPanel> state)
-        : journal_(journal), state_(std::move(state)) {}
-    void setTexts(const WaterPanelTexts& texts, const std::vector<WaterAmount>& amounts) override {
-        state_->texts = texts;
-        state_->amounts = amounts;
-    }
-    void setProgress(const WaterProgress& progress) override { state_->progress = progress; }
-    void setCounting(const WaterCounting& counting) override {
-        if (counting.tip != state_->counting.tip)
-            journal_.note("water", "tip " + inQuotes(counting.tip));
-        state_->counting = counting;
-    }
-    void setSelectedAmount(std::int64_t millilitres) override { state_->selected = millilitres; }
-    void offerAnswers() override { ++state_->offers; }
-
-  private:
-    Journal& journal_;
-    std::shared_ptr<RecordedWaterPanel> state_;
-};
-
 } // namespace
 
 RecordingWindows::RecordingWindows(Journal& journal, VirtualTime& time) : journal_(journal), time_(time) {
@@ -102,7 +68,7 @@ bool RecordingWindows::skip(std::uint32_t screen) {
     const RecordingWindow* window = shownBreak(screen);
     if (!window || !window->breakScreen()->skipOffered)
         return false;
-    window->breakScreen()->client->skipPressed();
+    window->breakScreen()->client.skipPressed();
     return true;
 }
 
@@ -110,7 +76,7 @@ bool RecordingWindows::notice(std::uint32_t screen) {
     const RecordingWindow* window = shownBreak(screen);
     if (!window)
         return false;
-    window->breakScreen()->client->noticeTapped();
+    window->breakScreen()->client.noticeTapped();
     return true;
 }
 
@@ -124,14 +90,14 @@ const RecordedWaterPanel* RecordingWindows::waterPanel() const {
 bool RecordingWindows::waterSkip() {
     const RecordedWaterPanel* panel = waterPanel();
     if (panel)
-        panel->client->skipPressed();
+        panel->client.skipPressed();
     return panel;
 }
 
 bool RecordingWindows::waterDone() {
     const RecordedWaterPanel* panel = waterPanel();
     if (panel)
-        panel->client->donePressed();
+        panel->client.donePressed();
     return panel;
 }
 
@@ -140,7 +106,7 @@ bool RecordingWindows::waterAmount(std::int64_t millilitres) {
     const auto offers = [&](const WaterAmount& amount) { return amount.millilitres == millilitres; };
     if (!panel || std::none_of(panel->amounts.begin(), panel->amounts.end(), offers))
         return false;
-    panel->client->amountTapped(millilitres);
+    panel->client.amountTapped(millilitres);
     return true;
 }
 
@@ -148,15 +114,15 @@ RecordingWindow::RecordingWindow(Journal& journal, VirtualTime& time, WindowSpec
     : journal_(journal), time_(time), spec_(std::move(spec)) {}
 
 std::unique_ptr<BreakScreenFace> RecordingWindow::hostBreakScreen(BreakScreenClient& client) {
-    breakScreen_ = std::make_shared<RecordedBreakScreen>();
-    breakScreen_->client = &client;
-    return std::make_unique<RecordingBreakScreen>(breakScreen_);
+    auto face = std::make_unique<RecordedBreakScreen>(client);
+    breakScreen_ = face.get();
+    return face;
 }
 
 std::unique_ptr<WaterPanelFace> RecordingWindow::hostWaterPanel(WaterPanelClient& client) {
-    waterPanel_ = std::make_shared<RecordedWaterPanel>();
-    waterPanel_->client = &client;
-    return std::make_unique<RecordingWaterPanel>(journal_, waterPanel_);
+    auto face = std::make_unique<RecordedWaterPanel>(client, journal_);
+    waterPanel_ = face.get();
+    return face;
 }
 
 void RecordingWindow::setAlpha(double alpha) {

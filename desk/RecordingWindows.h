@@ -53,8 +53,14 @@ class RecordingWindows final : public WindowSystem {
 };
 
 /// A break screen that remembers what it was told.
-struct RecordedBreakScreen {
-    BreakScreenClient* client = nullptr;
+struct RecordedBreakScreen final : BreakScreenFace {
+    explicit RecordedBreakScreen(BreakScreenClient& whose) : client(whose) {}
+    void setTexts(const BreakScreenTexts& told) override { texts = told; }
+    void setPrompt(const std::string& told) override { prompt = told; }
+    void setCount(const std::string& told) override { count = told; }
+    void setSkipOffered(bool offered) override { skipOffered = offered; }
+
+    BreakScreenClient& client;
     BreakScreenTexts texts;
     std::string prompt;
     std::string count;
@@ -62,8 +68,23 @@ struct RecordedBreakScreen {
 };
 
 /// A water panel that remembers what it was told.
-struct RecordedWaterPanel {
-    WaterPanelClient* client = nullptr;
+struct RecordedWaterPanel final : WaterPanelFace {
+    RecordedWaterPanel(WaterPanelClient& whose, Journal& theJournal) : client(whose), journal(theJournal) {}
+    void setTexts(const WaterPanelTexts& told, const std::vector<WaterAmount>& offered) override {
+        texts = told;
+        amounts = offered;
+    }
+    void setProgress(const WaterProgress& told) override { progress = told; }
+    void setCounting(const WaterCounting& told) override {
+        if (told.tip != counting.tip)
+            journal.note("water", "tip " + inQuotes(told.tip));
+        counting = told;
+    }
+    void setSelectedAmount(std::int64_t millilitres) override { selected = millilitres; }
+    void offerAnswers() override { ++offers; }
+
+    WaterPanelClient& client;
+    Journal& journal;
     WaterPanelTexts texts;
     std::vector<WaterAmount> amounts;
     WaterProgress progress;
@@ -77,8 +98,8 @@ class RecordingWindow final : public NativeWindow {
     RecordingWindow(Journal& journal, VirtualTime& time, WindowSpec spec);
 
     [[nodiscard]] const WindowSpec& spec() const { return spec_; }
-    [[nodiscard]] const RecordedBreakScreen* breakScreen() const { return breakScreen_.get(); }
-    [[nodiscard]] const RecordedWaterPanel* waterPanel() const { return waterPanel_.get(); }
+    [[nodiscard]] const RecordedBreakScreen* breakScreen() const { return breakScreen_; }
+    [[nodiscard]] const RecordedWaterPanel* waterPanel() const { return waterPanel_; }
 
     std::unique_ptr<BreakScreenFace> hostBreakScreen(BreakScreenClient& client) override;
     std::unique_ptr<WaterPanelFace> hostWaterPanel(WaterPanelClient& client) override;
@@ -94,8 +115,9 @@ class RecordingWindow final : public NativeWindow {
     VirtualTime& time_;
     WindowSpec spec_;
     bool visible_ = false;
-    std::shared_ptr<RecordedBreakScreen> breakScreen_;
-    std::shared_ptr<RecordedWaterPanel> waterPanel_;
+    // What fills the window belongs to the core and goes before the window does.
+    RecordedBreakScreen* breakScreen_ = nullptr;
+    RecordedWaterPanel* waterPanel_ = nullptr;
 };
 
 } // namespace kelpa::desk

@@ -2,14 +2,19 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdlib>
+#include <ctime>
+#include <filesystem>
 
 namespace kelpa::desk {
 
 namespace {
 
+constexpr double microsecondsASecond = 1e6;
+
 std::int64_t inMicroseconds(double seconds) {
     constexpr double longest = 4e12; // more than any script can wait for
-    return static_cast<std::int64_t>(std::llround(std::clamp(seconds, 0.0, longest) * 1e6));
+    return static_cast<std::int64_t>(std::llround(std::clamp(seconds, 0.0, longest) * microsecondsASecond));
 }
 
 class VirtualTicker final : public Ticker {
@@ -91,6 +96,29 @@ void VirtualTime::asyncAfter(double seconds, std::shared_ptr<WorkItem> item) {
 Queue& VirtualTime::makeSerialQueue(const std::string& label) {
     queueLabels_.push_back(label);
     return *this;
+}
+
+void VirtualClock::set(Date date) {
+    offset_ = std::llround(date.secondsSince1970 * microsecondsASecond) - time_.microseconds();
+}
+
+void VirtualClock::step(double seconds) {
+    constexpr std::int64_t farthest = 4'000'000'000'000'000'000;
+    offset_ =
+        std::clamp<std::int64_t>(offset_ + std::llround(seconds * microsecondsASecond), -farthest, farthest);
+}
+
+Date VirtualClock::now() const {
+    return Date{static_cast<double>(offset_ + time_.microseconds()) / microsecondsASecond};
+}
+
+bool VirtualClock::setZone(const std::string& name) {
+    const std::filesystem::path database = "/usr/share/zoneinfo";
+    const bool known = !name.empty() && name.front() != '/' && name.find("..") == std::string::npos &&
+                       std::filesystem::is_regular_file(database / name);
+    if (!known && name != "UTC")
+        return false;
+    return ::setenv("TZ", name == "UTC" ? "UTC0" : (":" + name).c_str(), 1) == 0;
 }
 
 } // namespace kelpa::desk

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/ports/Timers.h"
+#include "platform/posix/SystemClock.h"
 
 #include <cstdint>
 #include <functional>
@@ -54,6 +55,26 @@ class VirtualTime final : public TickerSource, public Queue, public QueueSource 
     bool stopped_ = false;
     std::vector<Entry> heap_;
     std::vector<std::string> queueLabels_;
+};
+
+/// A wall clock that follows virtual time until it is stepped. Its time zone is the process's.
+class VirtualClock final : public LocalClock {
+  public:
+    explicit VirtualClock(const VirtualTime& time) : time_(time) {}
+
+    /// Sets what the wall clock shows now.
+    void set(Date date);
+    void step(double seconds);
+    /// Switches the process to a time zone of the system's database; false if there is none of this name.
+    static bool setZone(const std::string& name);
+
+    [[nodiscard]] Date now() const override;
+    [[nodiscard]] std::optional<WeekRule> weekRule() const override { return std::nullopt; }
+
+  private:
+    const VirtualTime& time_;
+    /// What the wall clock showed when virtual time began, in microseconds since 1970.
+    std::int64_t offset_ = 0;
 };
 
 } // namespace kelpa::desk

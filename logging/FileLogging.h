@@ -1,11 +1,42 @@
 #pragma once
 
-#include "logging/LineLogHandler.h"
-#include "logging/Logger.h"
+#include "logging/LogHandlers.h"
 
+#include <cstdio>
 #include <filesystem>
+#include <stdexcept>
 
 namespace kelpa {
+
+enum class TextEncoding { Utf8, Ascii, Latin1 };
+
+/// The bytes of a UTF-8 text in another encoding, without loss; nothing if the text is no UTF-8 or the
+/// encoding has no place for one of its characters.
+[[nodiscard]] std::optional<std::string> encoded(std::string_view utf8, TextEncoding encoding);
+
+/// Appends to one file, which stays open as long as the stream lives. Text that the encoding cannot hold is
+/// skipped, and so is what the disk has no room for: a log must never stop the program.
+class FileHandlerOutputStream final : public TextOutputStream {
+  public:
+    struct CouldNotCreateFile : std::runtime_error {
+        using std::runtime_error::runtime_error;
+    };
+
+    /// Creates the file if there is none, and keeps it from other users unless it lies behind a link. Throws
+    /// `CouldNotCreateFile`, or `std::system_error` when the file is there but cannot be opened for writing,
+    /// as a pipe, which nobody may read.
+    explicit FileHandlerOutputStream(const std::filesystem::path& localFile,
+                                     TextEncoding encoding = TextEncoding::Utf8);
+    ~FileHandlerOutputStream() override;
+    FileHandlerOutputStream(const FileHandlerOutputStream&) = delete;
+    FileHandlerOutputStream& operator=(const FileHandlerOutputStream&) = delete;
+
+    void write(std::string_view text) override;
+
+  private:
+    std::FILE* fileHandle_ = nullptr;
+    TextEncoding encoding_;
+};
 
 class FileLogHandler;
 

@@ -1,11 +1,8 @@
 #pragma once
 
-#include "base/Calendar.h"
 #include "logging/Logger.h"
 
 #include <filesystem>
-#include <optional>
-#include <string>
 
 namespace kelpa {
 
@@ -31,19 +28,17 @@ class DailyLogFiles final : public LogFiles {
     const Clock& clock_;
 };
 
-/// What the shared logger must know of the program that it writes for.
-class LogClient {
-  public:
-    virtual ~LogClient() = default;
-    [[nodiscard]] virtual const Clock& clock() const = 0;
-    [[nodiscard]] virtual std::string identifier() const = 0;
-    [[nodiscard]] virtual std::string displayName() const = 0;
-    [[nodiscard]] virtual std::optional<std::string> homeDirectory() const = 0;
-    [[nodiscard]] virtual LogFiles& logFiles() const = 0;
+/// The program that the shared logger writes for. What it refers to must outlive the logging.
+struct LogSetup {
+    const Clock& clock;
+    LogFiles& files;
+    std::string identifier;
+    std::string displayName;
+    std::optional<std::string> homeDirectory;
 };
 
-/// Tells the shared logger whom it writes for. Call before the first line; the client is not owned.
-void setLogClient(const LogClient& client);
+/// Says for whom the shared logger, which is made on first use, will write. Call before the first line.
+void setUpLogging(LogSetup setup);
 
 /// The one logger of the program, made on first use: that names the day's file for the whole run, removes
 /// other days' files and writes the banner. Where no file can be made it logs to standard output alone.

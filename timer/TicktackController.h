@@ -1,12 +1,18 @@
 #pragma once
 
+#include "base/Published.h"
 #include "platform/ports/Timers.h"
 #include "prefs/App.h"
-#include "timer/TicktackState.h"
 
 #include <cstdint>
 
 namespace kelpa {
+
+/// A countdown as others see it.
+struct TicktackState {
+    Published<std::string> timeString; ///< the time left of the current period
+    Published<bool> timesUp{false}; ///< from the tick at which the period ran out until the next one starts
+};
 
 /// Counts one period at a time down, once a second, into the state of work or of breaks. What comes after a
 /// period is decided by those who observe the states.

@@ -2,7 +2,7 @@
 
 #include "platform/ports/WindowSystem.h"
 #include "prefs/PromptState.h"
-#include "timer/TicktackState.h"
+#include "timer/TicktackController.h"
 
 #include <memory>
 

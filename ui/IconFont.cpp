@@ -6,22 +6,16 @@ namespace kelpa {
 
 namespace {
 
-Fonts* registry = nullptr;
+Wired<Fonts*> fonts("The icon font was");
 bool isRegistered = false;
-
-Fonts& fonts() {
-    if (!registry)
-        fatalError("The icon font was used before the program was set up");
-    return *registry;
-}
 
 void registerOnce(const std::string& name) {
     if (isRegistered)
         return;
-    const auto asset = fonts().fontAsset(name);
+    const auto asset = (*fonts)->fontAsset(name);
     if (!asset)
         fatalError("Can not found font named: " + name);
-    if (const auto error = fonts().registerFont(*asset))
+    if (const auto error = (*fonts)->registerFont(*asset))
         fatalError("Register Iconfont failed: " + *error);
     isRegistered = true;
 }
@@ -31,15 +25,8 @@ void registerOnce(const std::string& name) {
 const IconFont IconFont::kelpa{"\uE64B"};
 const IconFont IconFont::kelpagun{"\uE64C"};
 
-std::optional<IconFont> IconFont::fromRawValue(std::string_view rawValue) {
-    for (const IconFont& icon : {kelpa, kelpagun})
-        if (icon.rawValue_ == rawValue)
-            return icon;
-    return std::nullopt;
-}
-
-void IconFont::wire(Fonts& fonts) {
-    registry = &fonts;
+void IconFont::wire(Fonts& registry) {
+    fonts.wire(&registry);
 }
 
 const std::string& IconFont::name() {
@@ -53,7 +40,7 @@ GlyphView IconFont::view(double size) const {
 }
 
 std::optional<GlyphImage> IconFont::loadIcon(double size) const {
-    return fonts().drawGlyph(rawValue_, name(), size);
+    return (*fonts)->drawGlyph(rawValue_, name(), size);
 }
 
 } // namespace kelpa

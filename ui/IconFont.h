@@ -22,13 +22,11 @@ class IconFont {
     static const IconFont kelpa;
     static const IconFont kelpagun;
 
-    /// The icon of a one-character text; nothing for a text that names none.
-    [[nodiscard]] static std::optional<IconFont> fromRawValue(std::string_view rawValue);
+    /// A text of one character.
     [[nodiscard]] const std::string& rawValue() const { return rawValue_; }
-    bool operator==(const IconFont&) const = default;
 
     /// The registry to use; it must outlive the process's last use of the font.
-    static void wire(Fonts& fonts);
+    static void wire(Fonts& registry);
     /// Registers the font on first use and gives its name. A missing or refused font ends the process.
     [[nodiscard]] static const std::string& name();
 

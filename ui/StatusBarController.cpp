@@ -3,10 +3,11 @@
 #include "base/FatalError.h"
 #include "base/Published.h"
 #include "base/Text.h"
+#include "logging/SharedLogger.h"
 #include "prefs/PrefState.h"
 #include "prefs/PromptState.h"
-#include "timer/TicktackState.h"
-#include "ui/MenuAction.h"
+#include "timer/TicktackController.h"
+#include "ui/WindowController.h"
 #include "water/PrefWaterState.h"
 
 namespace kelpa {
@@ -19,14 +20,41 @@ constexpr std::size_t waterIndex = StatusBarController::water;
 struct StatusItem {
     App& app;
     StatusBar& face;
+    ApplicationLoop& application;
     Services services;
-    MenuAction action;
     std::unique_ptr<Menu> menu = {};
     bool hasItem = false;
     Subscription cancellable = {};
 };
 
 Wired<StatusItem> bar("The status bar was");
+
+std::string feedbackBody(const AboutApp& about) {
+    return localized("Please use Chinese or English in your mail, if you can.") + "\n\n\n\n\n\n\n\n" +
+           localized("App version") + ": v" + about.version + "(" + about.build + ")\n" +
+           localized("Device model") + ": " + about.model + "\n" + localized("System version") + ": " +
+           about.osVersion + "\n";
+}
+
+/// What the lines of the status menu do.
+struct MenuAction {
+    static void didClickPause() { bar->app.setManualPause(!bar->app.manualPause()); }
+    static void didClickWater() { WindowController::toggleWaterView(); }
+    static void didClickSettings() { WindowController::showPrefView(); }
+    static void didClickUpdates() { WindowController::showUpdater(); }
+    static void didClickFeedback();
+    static void didClickAbout() { WindowController::showAbout(); }
+    static void didClickQuit() { bar->application.terminate(); }
+};
+
+void MenuAction::didClickFeedback() {
+    if (!bar->services.mail)
+        return;
+    const AboutApp about = bar->app.about();
+    const auto& log = logfilePath();
+    bar->services.mail->compose({about.name + " " + localized("Feedback"), about.feedbackMailbox,
+                                 feedbackBody(about), log ? log->string() : std::string()});
+}
 
 void countdownChanged(bool timesUp, const std::string& timeString) {
     // The one place where the end of a work period becomes a break. It comes before the title is set, so that
@@ -43,13 +71,12 @@ std::string waterTitle() {
            (state.inWorkTime() ? std::string() : localized("Out of hours")) + ")";
 }
 
-MenuCommand command(const char* name, void (MenuAction::*action)() const) {
-    return {name, [action] { (bar->action.*action)(); }};
-}
-
 MenuItemSpec waterItem() {
-    return {"drop.triangle", waterTitle(), "r", StatusBarController::water,
-            command("didClickWater", &MenuAction::didClickWater)};
+    return {"drop.triangle",
+            waterTitle(),
+            "r",
+            StatusBarController::water,
+            {"didClickWater", MenuAction::didClickWater}};
 }
 
 std::string versionTitle(const AboutApp& about) {
@@ -58,34 +85,34 @@ std::string versionTitle(const AboutApp& about) {
 
 /// The action of a line whose service this platform has; none, which disables the line, where it is missing.
 template <class Service>
-MenuCommand actionIf(const Service* service, const char* name, void (MenuAction::*action)() const) {
-    return service ? command(name, action) : MenuCommand{};
+MenuCommand actionIf(const Service* service, const char* name, void (*action)()) {
+    return service ? MenuCommand{name, action} : MenuCommand{};
 }
 
 void fill(Menu& menu) {
     const Services& services = bar->services;
     menu.add({"", versionTitle(bar->app.about()), "", 0, {}});
     menu.addSeparator();
-    menu.add({"", "", "p", StatusBarController::pause, command("didClickPause", &MenuAction::didClickPause)});
+    menu.add({"", "", "p", StatusBarController::pause, {"didClickPause", MenuAction::didClickPause}});
     if (bar->app.waterState().enable())
         menu.add(waterItem());
     menu.add({"gearshape.circle", localized("Settings") + "...", ",", 0,
-              actionIf(services.preferences, "didClickSettings", &MenuAction::didClickSettings)});
+              actionIf(services.preferences, "didClickSettings", MenuAction::didClickSettings)});
     menu.addSeparator();
     menu.add({"arrow.counterclockwise.icloud", localized("Check for Updates") + "...", "", 0,
-              actionIf(services.updater, "didClickUpdates", &MenuAction::didClickUpdates)});
+              actionIf(services.updater, "didClickUpdates", MenuAction::didClickUpdates)});
     menu.add({"mail.stack", localized("Feedback") + "...", "", 0,
-              actionIf(services.mail, "didClickFeedback", &MenuAction::didClickFeedback)});
+              actionIf(services.mail, "didClickFeedback", MenuAction::didClickFeedback)});
     menu.add({"info.circle", localized("About") + "...", "", 0,
-              actionIf(services.about, "didClickAbout", &MenuAction::didClickAbout)});
-    menu.add({"escape", localized("Quit"), "q", 0, command("didClickQuit", &MenuAction::didClickQuit)});
+              actionIf(services.about, "didClickAbout", MenuAction::didClickAbout)});
+    menu.add({"escape", localized("Quit"), "q", 0, {"didClickQuit", MenuAction::didClickQuit}});
 }
 
 } // namespace
 
 void StatusBarController::wire(App& app, StatusBar& face, ApplicationLoop& application,
                                const Services& services) {
-    bar.wire({app, face, services, MenuAction(app, application, services)});
+    bar.wire({app, face, application, services});
 }
 
 void StatusBarController::item() {

@@ -6,7 +6,6 @@
 #include "prefs/PrefState.h"
 #include "prefs/PromptState.h"
 #include "ui/BreakView.h"
-#include "ui/PanelPlace.h"
 #include "ui/PreferencesPanes.h"
 #include "ui/PreferencesView.h"
 #include "ui/Window.h"

@@ -11,75 +11,36 @@ namespace {
 
 constexpr double referenceDate = 978307200; ///< 2001-01-01 00:00 UTC in seconds since 1970
 
-/// Reads a JSON array of numbers and nothing else.
-class NumberArrayReader {
-  public:
-    explicit NumberArrayReader(std::string_view text) : text_(text) {}
+/// The text without what JSON counts as blank at its ends.
+std::string_view trimmed(std::string_view text) {
+    constexpr std::string_view blanks = " \t\r\n";
+    text.remove_prefix(std::min(text.find_first_not_of(blanks), text.size()));
+    return text.substr(0, text.find_last_not_of(blanks) + 1);
+}
 
-    /// Hands each number to `take`; false if the text is anything but an array of finite numbers.
-    template <class Take>
-    bool read(Take take) {
-        if (!accept('['))
-            return false;
-        if (accept(']'))
-            return atEnd();
-        do {
-            const auto value = number();
-            if (!value)
-                return false;
-            take(*value);
-        } while (accept(','));
-        return accept(']') && atEnd();
-    }
-
-  private:
-    void skipSpace() {
-        while (at_ < text_.size() && std::string_view(" \t\r\n").find(text_[at_]) != std::string_view::npos)
-            ++at_;
-    }
-    bool accept(char wanted) {
-        skipSpace();
-        if (at_ >= text_.size() || text_[at_] != wanted)
-            return false;
-        ++at_;
-        return true;
-    }
-    bool atEnd() {
-        skipSpace();
-        return at_ == text_.size();
-    }
-    bool next(char wanted) { return at_ < text_.size() && text_[at_] == wanted && ++at_; }
-    bool digits() {
-        const auto start = at_;
-        while (at_ < text_.size() && text_[at_] >= '0' && text_[at_] <= '9')
-            ++at_;
-        return at_ > start;
-    }
-    /// JSON's grammar: no leading zeros, no plus sign, digits on both sides of the point.
-    bool numberGrammar() {
-        next('-');
-        if (!next('0') && !digits())
-            return false;
-        if (next('.') && !digits())
-            return false;
-        if (!next('e') && !next('E'))
-            return true;
-        if (!next('+'))
-            next('-');
-        return digits();
-    }
-    std::optional<double> number() {
-        skipSpace();
-        const auto start = at_;
-        if (!numberGrammar())
-            return std::nullopt;
-        const auto value = parseDecimal(text_.substr(start, at_ - start));
-        return value && std::isfinite(*value) ? value : std::nullopt;
-    }
-
-    std::string_view text_;
-    std::size_t at_ = 0;
-};
+/// Whether JSON's grammar takes the whole text for a number: no leading zeros, no plus sign, digits on both
+/// sides of the point.
+bool isJsonNumber(std::string_view text) {
+    const auto next = [&text](std::string_view wanted) {
+        const bool there = !text.empty() && wanted.find(text.front()) != std::string_view::npos;
+        text.remove_prefix(there ? 1 : 0);
+        return there;
+    };
+    const auto digits = [&text] {
+        const auto count = std::min(text.find_first_not_of("0123456789"), text.size());
+        text.remove_prefix(count);
+        return count > 0;
+    };
+    next("-");
+    if (!next("0") && !digits())
+        return false;
+    if (next(".") && !digits())
+        return false;
+    if (!next("eE"))
+        return text.empty();
+    next("+-");
+    return digits() && text.empty();
+}
 
 /// JSON has no fixed form for whole numbers; the shorter one without a fraction is the common one.
 std::string jsonNumber(double value) {
@@ -109,10 +70,21 @@ std::string timePointsText(const std::set<Date>& points) {
 }
 
 std::optional<std::set<Date>> timePointsFromText(std::string_view text) {
-    std::set<Date> points;
-    const auto take = [&](double seconds) { points.insert(Date{seconds + referenceDate}); };
-    if (!NumberArrayReader(text).read(take))
+    text = trimmed(text);
+    if (text.size() < 2 || text.front() != '[' || text.back() != ']')
         return std::nullopt;
+    text = trimmed(text.substr(1, text.size() - 2));
+    std::set<Date> points;
+    for (bool more = !text.empty(); more;) {
+        const auto comma = text.find(',');
+        const auto number = trimmed(text.substr(0, comma));
+        const auto seconds = isJsonNumber(number) ? parseDecimal(number) : std::nullopt;
+        if (!seconds || !std::isfinite(*seconds))
+            return std::nullopt;
+        points.insert(Date{*seconds + referenceDate});
+        more = comma != std::string_view::npos;
+        text.remove_prefix(more ? comma + 1 : text.size());
+    }
     return points;
 }
 

@@ -64,7 +64,7 @@ Program::Program(EventLoop& loop, Display& display, double speed, Bus& session, 
           store_, statusBar_,    windows_,  system_,
           fonts_, translations_, random_,   fatalErrors_,
           loop,   lock_,         activity_, Services{&loginItem_, &updater_, &mail_, &about_, &preferences_}},
-      logFiles_(clock_), application_(ports_, logFiles_), remote_(loop, loop), instance_(instance),
+      logFiles_(clock_), delegate_(ports_, logFiles_), remote_(loop, loop), instance_(instance),
       notice_(loop, session, noticeDesktop()) {
     if (X11Connection* connection = display.x11()) {
         WindowReport& report = *this;
@@ -83,14 +83,14 @@ ActivityGate Program::activityCounts() {
 
 int Program::run() {
     systemBus_.start();
-    application_.launch();
+    delegate_.applicationDidFinishLaunching();
     if (!translations_.usable())
         warning(
             "The texts are shown in English: no locale for their translation is generated on this machine.");
     useBus();
     instance_.serve(*this);
     const int code = loop_.run();
-    application_.willTerminate();
+    delegate_.applicationWillTerminate();
     return code;
 }
 

@@ -1,8 +1,7 @@
 #pragma once
 
-#include "app/Application.h"
+#include "app/AppDelegate.h"
 #include "app/RemoteControl.h"
-#include "logging/FileLogging.h"
 #include "platform/linux/EventLoop.h"
 #include "platform/linux/Folders.h"
 #include "platform/linux/GettextTranslations.h"
@@ -88,7 +87,7 @@ class Program final : private StoreReport, private WindowReport, private Instanc
     LinuxUpdater updater_;
     Ports ports_;
     DailyLogFiles logFiles_;
-    Application application_;
+    AppDelegate delegate_;
     RemoteControl remote_;
     Instance& instance_;
     TrayNotice notice_;

@@ -9,7 +9,7 @@
 #import "platform/macos/preferences/MacPreferencesWindow.h"
 #import "platform/macos/windows/MacWindowSystem.h"
 
-#include "app/Application.h"
+#include "app/AppDelegate.h"
 #include "app/RemoteControl.h"
 #include "logging/SharedLogger.h"
 #include "platform/posix/AbortOnFatalErrors.h"
@@ -58,7 +58,7 @@ class Program final : private ApplicationLoop {
     id<NSObject> awake_ = nil; ///< as long as it is kept, timers are on time
     Ports ports_;
     DailyLogFiles logFiles_;
-    Application application_;
+    AppDelegate delegate_;
     RemoteControl remote_{*this, mainQueue_};
 };
 

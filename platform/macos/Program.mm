@@ -21,7 +21,7 @@ Program::Program(double speed)
       fatalErrors_(logCritical), loginItem_(makeMacLoginItem(AppInfo::loginItemIdentifier())),
       ports_{clock_,  tickers_,       mainQueue_, queues_,      store_, statusBar_, windows_,  *system_,
              *fonts_, *translations_, random_,    fatalErrors_, *this,  lock_,      activity_, services()},
-      logFiles_(clock_), application_(ports_, logFiles_) {}
+      logFiles_(clock_), delegate_(ports_, logFiles_) {}
 
 Services Program::services() {
     return {loginItem_.get(), updater_.get(), mail_.get(), about_.get(), &preferences_};
@@ -34,16 +34,16 @@ void Program::launch() {
     awake_ =
         [[NSProcessInfo processInfo] beginActivityWithOptions:NSActivityUserInitiatedAllowingIdleSystemSleep
                                                        reason:@"countdown"];
-    application_.launch();
+    delegate_.applicationDidFinishLaunching();
 }
 
 void Program::willTerminate() {
     preferences_.retire();
-    application_.willTerminate();
+    delegate_.applicationWillTerminate();
 }
 
 bool Program::supportsSecureRestorableState() const {
-    return application_.supportsSecureRestorableState();
+    return delegate_.applicationSupportsSecureRestorableState();
 }
 
 void Program::startedAgain() {

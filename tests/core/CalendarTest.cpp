@@ -1,6 +1,6 @@
 #include "base/Calendar.h"
 
-#include "desk/VirtualClock.h"
+#include "desk/VirtualTime.h"
 
 #include <gtest/gtest.h>
 

@@ -152,7 +152,7 @@ TEST(Cycle, ForcedLongBreaksOfferNoSkipButTheNoticeEndsThem) {
                                     "190.000 log info ticktack timer start 60"}));
     EXPECT_EQ(play("skip 1\n"), (Lines{"190.000 refused skip"}));
     // A face that is a moment behind may offer it still.
-    play.desk.windows.breakScreen(1)->client->skipPressed();
+    play.desk.windows.breakScreen(1)->client.skipPressed();
     EXPECT_EQ(play.journal.lines().back(), "190.000 refused skip");
     EXPECT_EQ(
         play("notice 1\n"),
@@ -179,7 +179,7 @@ TEST(Cycle, TwoScreensHearOfTheEndTwice) {
 TEST(Cycle, SkipOnEitherScreenEndsTheBreakEverywhere) {
     Play play({"title", "count", "item", "log"});
     play(std::string("screens 5 9\n") + minuteCycle + "launch\n+61\n");
-    BreakScreenClient& late = *play.desk.windows.breakScreen(9)->client;
+    BreakScreenClient& late = play.desk.windows.breakScreen(9)->client;
     EXPECT_EQ(play("skip 9\n"),
               (Lines{"61.000 window closing 5", "61.000 window closing 9", "61.000 app deactivate"}));
     EXPECT_EQ(play("+3\nskip 9\n"),

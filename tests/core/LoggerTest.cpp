@@ -1,10 +1,7 @@
 #include "logging/FileLogging.h"
-#include "logging/LoggingSystem.h"
-#include "logging/MultiplexLogHandler.h"
 #include "logging/SharedLogger.h"
-#include "logging/StreamLogHandler.h"
 
-#include "desk/VirtualClock.h"
+#include "desk/VirtualTime.h"
 
 #include <gtest/gtest.h>
 
@@ -34,15 +31,18 @@ class TestClock final : public LocalClock {
     std::optional<WeekRule> rule;
 };
 
-class LoggerTest : public testing::Test, private LogClient {
+class LoggerTest : public testing::Test {
   protected:
     LoggerTest() {
         desk::VirtualClock::setZone("Europe/Berlin");
         setTime({2026, 11, 21, 10, 15, 30});
-        setLogClient(*this);
+        setUp(root_.string());
     }
     ~LoggerTest() override { fs::remove_all(root_); }
 
+    void setUp(const std::optional<std::string>& home) {
+        setUpLogging({clock_, files_, "app.orvane.Kelpa", "Kelpa", home});
+    }
     void setTime(const CivilTime& civil) { clock_.shown = *clock_.date(civil); }
     void write(const fs::path& path, const std::string& text) const {
         fs::create_directories(path.parent_path());
@@ -62,18 +62,10 @@ class LoggerTest : public testing::Test, private LogClient {
     const fs::path root_ = fs::path(testing::TempDir()) / ("kelpa-log-" + std::to_string(::getpid()));
     const fs::path folder_ = root_ / "Library/Caches/Logs";
     const fs::path today_ = folder_ / "app.orvane.Kelpa.20261121.log";
-    std::optional<std::string> home_ = root_.string();
     TestClock clock_;
     const std::string banner_ = "2026-11-21T10:15:30+0100 info app.orvane.Kelpa : "
                                 "~~~~~~~~~~~~~~~~~~~~~~~~hello Kelpa~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~\n";
-
-  private:
-    [[nodiscard]] const Clock& clock() const override { return clock_; }
-    [[nodiscard]] std::string identifier() const override { return "app.orvane.Kelpa"; }
-    [[nodiscard]] std::string displayName() const override { return "Kelpa"; }
-    [[nodiscard]] std::optional<std::string> homeDirectory() const override { return home_; }
-    [[nodiscard]] LogFiles& logFiles() const override { return files_; }
-    mutable DailyLogFiles files_{clock_};
+    DailyLogFiles files_{clock_};
 };
 
 TEST_F(LoggerTest, WritesTheDaysFileAndStandardOutputAlike) {
@@ -194,7 +186,7 @@ TEST_F(LoggerTest, GoesOnWhereTodaysFileIsAFolder) {
 }
 
 TEST_F(LoggerTest, WithoutAHomeThereIsNeitherFileNorBanner) {
-    home_ = std::nullopt;
+    setUp(std::nullopt);
     EXPECT_EQ(standardOutputOf([] { logger().info("alone"); }),
               "2026-11-21T10:15:30+0100 info app.orvane.Kelpa : alone\n");
 }

@@ -1,7 +1,7 @@
 #include "base/Text.h"
 
 #include "base/FatalError.h"
-#include "logging/TextEncoder.h"
+#include "logging/FileLogging.h"
 #include "tests/support/Files.h"
 
 #include <gtest/gtest.h>

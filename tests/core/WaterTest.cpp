@@ -361,7 +361,7 @@ TEST(WaterPanel, SkipAddsNothingAndStartsTheIntervalAnew) {
 TEST(WaterPanel, ClosedByHandItGoesAtOnceAndUnanswered) {
     Play play({"title", "log", "item"});
     play(at("10:00:00", 9 * hour + 50 * 60) + "launch\n+300\n");
-    WaterPanelClient& client = *play.desk.windows.waterPanel()->client;
+    WaterPanelClient& client = play.desk.windows.waterPanel()->client;
     client.closePressed();
     for (const auto press :
          {&WaterPanelClient::closePressed, &WaterPanelClient::skipPressed, &WaterPanelClient::donePressed})

@@ -1,5 +1,5 @@
 #include "desk/RecordingStore.h"
-#include "desk/VirtualClock.h"
+#include "desk/VirtualTime.h"
 #include "platform/linux/update/LinuxUpdater.h"
 
 #include <gtest/gtest.h>

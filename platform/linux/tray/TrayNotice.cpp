@@ -60,7 +60,7 @@ void TrayNotice::decide() {
         return;
     shown_ = true;
     desktop_.nothingShows();
-    notify(noTrayText());
+    notify(NoTrayText());
 }
 
 void TrayNotice::notify(const NoTrayText& text) {

@@ -2,7 +2,7 @@
 
 #include "platform/linux/EventLoop.h"
 #include "platform/linux/bus/Bus.h"
-#include "ui/NoTrayText.h"
+#include "ui/StatusBarController.h"
 
 #include <functional>
 #include <string>

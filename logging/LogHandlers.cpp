@@ -1,6 +1,8 @@
-#include "logging/LineLogHandler.h"
+#include "logging/LogHandlers.h"
 
-#include <array>
+#include "base/FatalError.h"
+
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 
@@ -19,10 +21,9 @@ std::optional<std::string> pretty(const LogMetadata& metadata) {
 
 } // namespace
 
-std::string_view name(LogLevel level) {
-    constexpr std::array<std::string_view, 7> names = {"trace",   "debug", "info",    "notice",
-                                                       "warning", "error", "critical"};
-    return names[static_cast<std::size_t>(level)];
+void StandardOutputStream::write(std::string_view text) {
+    std::fwrite(text.data(), 1, text.size(), stdout);
+    std::fflush(stdout);
 }
 
 std::string logTimeStamp(const Clock& clock) {
@@ -73,6 +74,54 @@ void LineLogHandler::setMetadata(const std::string& key, std::optional<std::stri
     else
         metadata_.erase(key);
     prettyMetadata_ = pretty(metadata_);
+}
+
+MultiplexLogHandler::MultiplexLogHandler(std::vector<std::unique_ptr<LogHandler>> handlers)
+    : handlers_(std::move(handlers)) {
+    if (handlers_.empty())
+        fatalError("A multiplexed log needs at least one handler");
+}
+
+void MultiplexLogHandler::log(const LogRecord& record) {
+    for (const auto& handler : handlers_)
+        if (record.level >= handler->logLevel())
+            handler->log(record);
+}
+
+LogLevel MultiplexLogHandler::logLevel() const {
+    LogLevel lowest = handlers_.front()->logLevel();
+    for (const auto& handler : handlers_)
+        lowest = std::min(lowest, handler->logLevel());
+    return lowest;
+}
+
+void MultiplexLogHandler::setLogLevel(LogLevel level) {
+    for (const auto& handler : handlers_)
+        handler->setLogLevel(level);
+}
+
+LogMetadata MultiplexLogHandler::metadata() const {
+    LogMetadata all;
+    for (const auto& handler : handlers_)
+        all.merge(handler->metadata());
+    return all;
+}
+
+void MultiplexLogHandler::setMetadata(LogMetadata metadata) {
+    for (const auto& handler : handlers_)
+        handler->setMetadata(metadata);
+}
+
+std::optional<std::string> MultiplexLogHandler::metadata(const std::string& key) const {
+    for (const auto& handler : handlers_)
+        if (auto value = handler->metadata(key))
+            return value;
+    return std::nullopt;
+}
+
+void MultiplexLogHandler::setMetadata(const std::string& key, std::optional<std::string> value) {
+    for (const auto& handler : handlers_)
+        handler->setMetadata(key, value);
 }
 
 } // namespace kelpa
