@@ -30,7 +30,7 @@ class AppState {
     /// its full length, false stops whatever period runs.
     [[nodiscard]] static bool working();
     static void setWorking(bool working);
-    /// Told after each assignment of `working`, and so also of `manualPause`.
+    /// Calls `told` after each assignment of `working`, and so also of `manualPause`, until the handle ends.
     static Subscription observeWorking(std::function<void()> told);
 
     [[nodiscard]] static PrefState& prefState();

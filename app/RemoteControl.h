@@ -49,8 +49,9 @@ class RemoteControl {
         : application_(application), mainQueue_(mainQueue) {}
 
     [[nodiscard]] static RemoteStatus status();
-    /// Tells that the status may have changed. It comes in the middle of the change, so read the status
-    /// later, from the main loop. As long as nobody observes, nothing of this costs a tick anything.
+    /// Calls `changed` whenever the status may have changed. The call comes in the middle of the change, so
+    /// read the status later, from the main loop. As long as nobody observes, nothing of this costs a tick
+    /// anything.
     [[nodiscard]] static Subscription observe(const std::function<void()>& changed);
 
     /// The user's own stop, and its end, as the menu's pause line has them. Asking for what is so already

@@ -51,7 +51,7 @@ class Listeners {
         });
     }
 
-    /// Tells those who were there when it began and still are when their turn comes.
+    /// Calls each who was there when the telling began and still is when its turn comes.
     void tell(const Args&... args) const {
         const std::shared_ptr<List> list = list_;
         const std::size_t count = list->slots.size();

@@ -1,6 +1,8 @@
 #include "base/Text.h"
 
+#include <cinttypes>
 #include <cmath>
+#include <cstdio>
 #include <cstdlib>
 #include <limits>
 #include <locale>
@@ -11,21 +13,6 @@ namespace kelpa {
 namespace {
 
 const Translations* table = nullptr;
-
-char digit(std::int64_t value) {
-    return static_cast<char>('0' + value);
-}
-
-char* twoDigits(char* at, std::int64_t value) {
-    *at++ = digit(value / 10);
-    *at++ = digit(value % 10);
-    return at;
-}
-
-std::string hoursText(std::int64_t hours) {
-    const std::string text = std::to_string(hours);
-    return text.size() < 2 ? "0" + text : text;
-}
 
 /// Nothing stands for 0; as many digits as an hour count can have and no more.
 std::optional<std::int64_t> countOf(std::string_view digits) {
@@ -56,17 +43,13 @@ std::string localized(const std::string& key) {
 std::string timeString(std::int64_t seconds) {
     if (seconds < 1)
         return "00:00";
-    char text[9];
-    char* end = text;
-    const std::int64_t hours = seconds / 3600;
-    if (hours >= 100)
-        return hoursText(hours) + timeString(seconds % 3600 ? seconds % 3600 : 0);
-    if (hours >= 1)
-        end = twoDigits(end, hours);
-    end = twoDigits(end, seconds % 3600 / 60);
-    *end++ = ':';
-    end = twoDigits(end, seconds % 60);
-    return {text, end};
+    char hours[24] = "";
+    if (seconds >= 3600)
+        std::snprintf(hours, sizeof hours, "%02" PRId64, seconds / 3600);
+    char text[40];
+    std::snprintf(text, sizeof text, "%s%02d:%02d", hours, static_cast<int>(seconds % 3600 / 60),
+                  static_cast<int>(seconds % 60));
+    return text;
 }
 
 std::int64_t secondsOf(std::string_view timeText) {

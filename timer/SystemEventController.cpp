@@ -29,67 +29,58 @@ void handOverTheStop() {
 }
 
 /// What each event does.
-class SystemEventActions {
-  public:
-    static void didLockScreenShow();
-    static void didLockScreenDismiss();
-    static void onTrigger();
-    static void onNothingToWatch();
+struct SystemEventActions {
+    static void didLockScreenShow() {
+        App& app = events->app;
+        PrefState& pref = app.prefState();
+        if (pref.showNewDayTip())
+            pref.updateWeakupTimestamp();
+        if (!pref.restartTimerAfterAwake())
+            return;
+        app.setWorking(false);
+        app.closeBreakWindows();
+    }
 
-  private:
-    [[nodiscard]] static bool greetNewDay();
+    /// With the tip on, every unlock starts the count towards the next long break afresh, whatever the day.
+    static bool greetNewDay() {
+        App& app = events->app;
+        const bool newDay = app.prefState().isNewDay();
+        if (newDay)
+            app.promptState().showNewDay();
+        app.promptState().resetShortBreakTimes();
+        return newDay;
+    }
+
+    static void didLockScreenDismiss() {
+        App& app = events->app;
+        const bool newDay = app.prefState().showNewDayTip() && greetNewDay();
+        // On a new day work starts when the greeting ends.
+        if (!newDay && app.prefState().restartTimerAfterAwake() && !app.manualPause())
+            app.setWorking(true);
+        if (!app.waterHasNewDay())
+            return;
+        app.closeWaterView();
+        app.startWaterDay();
+    }
+
+    static void onTrigger() {
+        App& app = events->app;
+        if (!app.prefState().stopTimerAfterMouseStop())
+            return;
+        if (const auto& pending = app.mouseMoveEventItem())
+            pending->cancel();
+        if (!app.manualPause() && !app.working())
+            app.setWorking(true);
+        app.mouseMoveEventItem() = std::make_shared<WorkItem>(handOverTheStop);
+        systemEventQueue().asyncAfter(SystemEventController::idleSeconds, app.mouseMoveEventItem());
+    }
+
+    /// A cycle that was stopped now could not be started by anything that a person does with the mouse.
+    static void onNothingToWatch() {
+        if (const auto& pending = events->app.mouseMoveEventItem())
+            pending->cancel();
+    }
 };
-
-void SystemEventActions::didLockScreenShow() {
-    App& app = events->app;
-    PrefState& pref = app.prefState();
-    if (pref.showNewDayTip())
-        pref.updateWeakupTimestamp();
-    if (!pref.restartTimerAfterAwake())
-        return;
-    app.setWorking(false);
-    app.closeBreakWindows();
-}
-
-void SystemEventActions::didLockScreenDismiss() {
-    App& app = events->app;
-    const bool newDay = app.prefState().showNewDayTip() && greetNewDay();
-    // On a new day work starts when the greeting ends.
-    if (!newDay && app.prefState().restartTimerAfterAwake() && !app.manualPause())
-        app.setWorking(true);
-    if (!app.waterHasNewDay())
-        return;
-    app.closeWaterView();
-    app.startWaterDay();
-}
-
-/// With the tip on, every unlock starts the count towards the next long break afresh, whatever the day.
-bool SystemEventActions::greetNewDay() {
-    App& app = events->app;
-    const bool newDay = app.prefState().isNewDay();
-    if (newDay)
-        app.promptState().showNewDay();
-    app.promptState().resetShortBreakTimes();
-    return newDay;
-}
-
-void SystemEventActions::onTrigger() {
-    App& app = events->app;
-    if (!app.prefState().stopTimerAfterMouseStop())
-        return;
-    if (const auto& pending = app.mouseMoveEventItem())
-        pending->cancel();
-    if (!app.manualPause() && !app.working())
-        app.setWorking(true);
-    app.mouseMoveEventItem() = std::make_shared<WorkItem>(handOverTheStop);
-    systemEventQueue().asyncAfter(SystemEventController::idleSeconds, app.mouseMoveEventItem());
-}
-
-/// A cycle that was stopped now could not be started by anything that a person does with the mouse.
-void SystemEventActions::onNothingToWatch() {
-    if (const auto& pending = events->app.mouseMoveEventItem())
-        pending->cancel();
-}
 
 } // namespace
 

@@ -28,7 +28,7 @@ class WindowController {
     static void closeBreak();
     /// Whether a break is on the screens: from its showing to its closing.
     [[nodiscard]] static bool breakShows();
-    /// Told after each showing and each closing.
+    /// Calls `told` after each showing and each closing, until the handle ends.
     static Subscription observeBreakShows(std::function<void()> told);
     static void showWaterView();
     static void closeWaterView();

@@ -104,20 +104,12 @@ std::optional<double> StoredTimestamp::read(const DefaultsStore& store, std::str
     return std::nullopt;
 }
 
-void StoredTimestamp::write(DefaultsStore& store, std::string_view key, double value) {
-    store.setReal(key, value);
-}
-
 std::optional<std::int64_t> StoredInterval::read(const DefaultsStore& store, std::string_view key) {
     const auto minutes = store.integer(key);
     if (!minutes || (*minutes >= -longestInterval && *minutes <= longestInterval))
         return minutes;
     reportOutOfRange(key, std::to_string(*minutes));
     return std::nullopt;
-}
-
-void StoredInterval::write(DefaultsStore& store, std::string_view key, std::int64_t value) {
-    store.setInteger(key, value);
 }
 
 std::optional<std::set<Date>> StoredTimePoints::read(const DefaultsStore& store, std::string_view key) {
@@ -139,10 +131,6 @@ std::optional<std::int64_t> StoredTarget::read(const DefaultsStore& store, std::
     if (target && *target < 1)
         reportOnce("stored water target is below 1, the default one is used");
     return target && *target >= 1 ? target : std::nullopt;
-}
-
-void StoredTarget::write(DefaultsStore& store, std::string_view key, std::int64_t value) {
-    store.setInteger(key, value);
 }
 
 PrefWaterState::PrefWaterState(DefaultsStore& store, const Clock& clock, Queue& mainQueue, App& app)

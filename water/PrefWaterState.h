@@ -38,21 +38,18 @@ struct StoredDate {
     static std::optional<Date> read(const DefaultsStore& store, std::string_view key);
     static void write(DefaultsStore& store, std::string_view key, Date value);
 };
-struct StoredTimestamp {
+struct StoredTimestamp : StoredAs<double> {
     static std::optional<double> read(const DefaultsStore& store, std::string_view key);
-    static void write(DefaultsStore& store, std::string_view key, double value);
 };
-struct StoredInterval {
+struct StoredInterval : StoredAs<std::int64_t> {
     static std::optional<std::int64_t> read(const DefaultsStore& store, std::string_view key);
-    static void write(DefaultsStore& store, std::string_view key, std::int64_t value);
 };
 struct StoredTimePoints {
     static std::optional<std::set<Date>> read(const DefaultsStore& store, std::string_view key);
     static void write(DefaultsStore& store, std::string_view key, const std::set<Date>& value);
 };
-struct StoredTarget {
+struct StoredTarget : StoredAs<std::int64_t> {
     static std::optional<std::int64_t> read(const DefaultsStore& store, std::string_view key);
-    static void write(DefaultsStore& store, std::string_view key, std::int64_t value);
 };
 
 /// The water reminder: its settings, the day's millilitres and the one pending reminder. It does not repeat
@@ -94,7 +91,7 @@ class PrefWaterState {
     /// The calendar that the times of day are read in.
     [[nodiscard]] const Calendar& calendar() const { return calendar_; }
 
-    /// Told of the seconds to a reminder that was armed, and of a pending one that was cancelled.
+    /// Call `told` when a reminder was armed, with the seconds to it, and when a pending one was cancelled.
     Subscription observeArmed(std::function<void(const std::int64_t&)> told) {
         return armed_.add(std::move(told));
     }

@@ -60,7 +60,7 @@ struct WaterProgress {
     double fraction = 0; ///< of the bar that is filled, from 0 to 1
 };
 
-/// What is said of the next drink.
+/// The line of the next drink, ready to show.
 struct WaterCounting {
     std::string tip;
     std::string remaining; ///< empty when the drink is due or nothing is counted; the tip then stands out

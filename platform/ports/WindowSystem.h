@@ -75,7 +75,7 @@ class NativeWindow {
     [[nodiscard]] virtual bool visible() const = 0;
 };
 
-/// Told of changes of the desktop; the core implements it.
+/// Hears of changes of the desktop; the core implements it.
 class WindowSystemClient {
   public:
     virtual ~WindowSystemClient() = default;
