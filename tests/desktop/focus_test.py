@@ -106,24 +106,28 @@ class Focus(DesktopTest):
         """The keyboard is let go, and the focus is with the break."""
         wait_until(lambda: self.screen.focus().isdecimal() and self.screen.keyboard_rests(), 8, what)
 
-    def comes_back_from(self, what):
+    def takes_and_loses_the_focus(self, what, act):
+        """Does something with which another window gets the focus, and waits until the break has it back for good."""
+        self.focus_was_taken()      # what took it before has nothing to do with this
+        result = act()
         wait_until(self.focus_was_taken, 10, f"{what} to get the focus")
         self.rests_with_the_break(f"the focus to come back from {what}")
+        return result
 
     def test_windows_that_open_beneath_a_break_get_no_key(self):
         program = self.begin()
         typed = Path(self.session.folder) / "typed-beneath"
-        intruder = self.session.spawn(["xterm", "-T", "intruder", "-e", f"cat >{typed}"])
+        intruder = self.takes_and_loses_the_focus(
+            "a new window", lambda: self.session.spawn(["xterm", "-T", "intruder", "-e", f"cat >{typed}"]))
         self.addCleanup(self.session.end, intruder)
-        self.comes_back_from("a new window")
         wait_until(typed.exists, 10, "the program of the new window")
         self.screen.type("secret")
         self.screen.press("Return")
 
-        self.session.run_tool(str(program.executable), "settings")
-        self.comes_back_from("the program's own settings")
-        self.screen.activate(self.screen.titled(lambda title: title == "intruder")[0].id)
-        self.comes_back_from("a window that was activated")
+        self.takes_and_loses_the_focus("the program's own settings",
+                                       lambda: self.session.run_tool(str(program.executable), "settings"))
+        window = self.screen.titled(lambda title: title == "intruder")[0]
+        self.takes_and_loses_the_focus("a window that was activated", lambda: self.screen.activate(window.id))
         self.screen.type("secret")
         self.screen.press("Return")
         self.end_with_escape(program)

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/display/ScreenLayout.h"
+#include "platform/linux/display/Display.h"
 #include "platform/linux/windows/RemoteWindowSystem.h"
 
 #include <algorithm>
@@ -18,32 +18,24 @@
 namespace kelpa::test {
 
 /// Screens, focus and log as plain values.
-class FakeDesktop final : public ScreenSource, public FocusMemory, public WindowReport {
+class FakeDesktop final : public FocusMemory, public WindowReport {
   public:
-    FakeDesktop() { layout.update({{"A", {0, 0, 800, 600}, true}, {"B", {800, 0, 640, 480}, false}}); }
-    [[nodiscard]] const std::vector<Screen>& screens() const override { return layout.screens(); }
-    [[nodiscard]] const Screen* mainScreen() override { return &screens().front(); }
-    [[nodiscard]] std::string connector(std::uint32_t number) const override {
-        return layout.connector(number);
-    }
-    [[nodiscard]] PixelRect pixels(const Rect& frame) const override { return layout.pixels(frame); }
-    [[nodiscard]] Rect frame(const PixelRect& pixels) const override { return layout.frame(pixels); }
-    void observe(std::function<void()> told) override { changed = std::move(told); }
+    FakeDesktop() { screens.update({{"A", {0, 0, 800, 600}, true}, {"B", {800, 0, 640, 480}, false}}); }
     void remember() override { events.emplace_back("remember"); }
     void giveBack() override { events.emplace_back("give back"); }
     void info(const std::string& text) override { events.push_back(text); }
     void warning(const std::string& text) override { events.push_back(text); }
 
-    ScreenLayout layout;
-    std::function<void()> changed;
+    Screens screens;
     std::vector<std::string> events;
 };
 
 class Client final : public BreakScreenClient {
   public:
     void skipPressed() override { ++skips; }
-    void noticeTapped() override {}
+    void noticeTapped() override { ++notices; }
     int skips = 0;
+    int notices = 0;
 };
 
 /// A window system with a stand-in for the view, which writes down what it is told.
@@ -57,7 +49,7 @@ class RemoteWindows : public testing::Test {
 
     void open(const std::string& program = KELPA_FAKE_VIEW, double idleSeconds = 60) {
         windows_ = std::make_unique<RemoteWindowSystem>(
-            WindowSystemParts{loop_, desktop_, desktop_, desktop_, idleSeconds}, program);
+            WindowSystemParts{loop_, desktop_.screens, desktop_, desktop_, idleSeconds}, program);
     }
     void make(const Screen& screen) {
         window_ = windows_->makeWindow(

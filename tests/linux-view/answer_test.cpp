@@ -1,6 +1,5 @@
 // Which helpers count as hung, in steps that are a tenth as long as in earnest.
 #include "platform/linux/helper/AnswerWatch.h"
-#include "platform/linux/helper/ProcessState.h"
 
 #include <chrono>
 #include <csignal>

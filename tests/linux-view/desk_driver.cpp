@@ -2,8 +2,7 @@
 // and tells on standard output what happened.
 
 #include "platform/linux/Folders.h"
-#include "platform/linux/display/X11Focus.h"
-#include "platform/linux/display/X11Screens.h"
+#include "platform/linux/display/Display.h"
 #include "platform/linux/tray/TrayProcess.h"
 #include "platform/linux/windows/RemoteWindowSystem.h"
 
@@ -217,19 +216,17 @@ double idleSeconds() {
 
 int run(const std::string& view) {
     EventLoop loop;
-    const auto connection = X11Connection::open(loop, [&loop] {
+    const auto [display, error] = openDisplay(loop, [&loop] {
         say("display lost");
         loop.terminate();
     });
-    if (!connection) {
-        say("no display");
+    if (!display || display->x11() == nullptr) {
+        say("no display: " + error);
         return 1;
     }
-    X11Screens screens(loop, *connection);
-    X11Focus focus(*connection);
     SpokenReport report;
-    RemoteWindowSystem windows({loop, screens, focus, report, idleSeconds()}, view);
-    TrayProcess tray(loop, *connection, report, helperPath("kelpa-tray"), dataFolders().data);
+    RemoteWindowSystem windows({loop, display->screens(), display->focus(), report, idleSeconds()}, view);
+    TrayProcess tray(loop, *display->x11(), report, helperPath("kelpa-tray"), dataFolders().data);
     Driver driver(loop, windows, tray);
     say("screens " + std::to_string(windows.screens().size()));
     return loop.run();

@@ -49,7 +49,7 @@ while True:
         if "\tdo " in text:
             # What follows is what a person does: its name, then its fields.
             name, *fields = text.split("\tdo ", 1)[1].split("\t")[0].split("|")
-            verb = ("did",) if name == "did" else ("action", name)
+            verb = (name,) if name in ("did", "closed") else ("action", name)
             say("\t".join((verb[0], text.split("\t")[1], *verb[1:], *fields)).encode() + b"\n")
         if text.endswith("press"):
             say(f"action\t{text.split(chr(9))[1]}\tskip\t\n".encode())

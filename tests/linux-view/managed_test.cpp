@@ -79,7 +79,7 @@ TEST_F(Preferences, KeepWhatWasTypedWhenAnotherViewTakesOver) {
 
 TEST_F(Preferences, AreNothingToTheViewUntilTheyAreShown) {
     layOut();
-    make(desktop_.screens()[0]);
+    make(desktop_.screens.all()[0]);
     appear();
     show("work", Field::Value, "26");
     face_->setCount("01:00");
@@ -200,14 +200,14 @@ TEST_F(Preferences, ComeBackWhereTheyWereClosed) {
     layOut();
     window_->show();
     ASSERT_TRUE(receives("show 1"));
-    ASSERT_TRUE(doing("closed|10 20 700 500"));
+    ASSERT_TRUE(doing("closed|10|20|700|500"));
     EXPECT_EQ(told_.lines, std::vector<std::string>{"closed"});
     EXPECT_TRUE(receives("drop 1"));
     show("work", Field::Value, "40");
     window_->show();
     ASSERT_TRUE(receives("show 1", 2));
     const auto told = receivedSince("drop 1");
-    EXPECT_EQ(std::count(told.begin(), told.end(), "set 1 bounds 10 20 700 500"), 1);
+    EXPECT_EQ(std::count(told.begin(), told.end(), "open 1 preferences Settings 10 20 700 500 A"), 1);
     EXPECT_EQ(std::count(told.begin(), told.end(), "tell 1 work value text 40"), 1);
 }
 
@@ -231,7 +231,7 @@ TEST_F(Preferences, LeaveTheKeyboardToTheWindowManager) {
     ASSERT_TRUE(receives("activate"));
     EXPECT_TRUE(desktop_.events.empty())
         << "what had the keyboard was kept, and would be given back much later";
-    make(desktop_.screens()[0]);
+    make(desktop_.screens.all()[0]);
     appear();
     windows_->activate();
     EXPECT_EQ(desktop_.events, std::vector<std::string>{"remember"});
@@ -246,7 +246,7 @@ TEST_F(Preferences, AboutPanelSaysWhatItIsGivenAndCloses) {
     EXPECT_EQ(told[0], "open 1 about Kelpa 0 0 0 0 A");
     EXPECT_EQ(told[1], "set 1 about " + aboutJson({"icon", "", "", "Kelpa", "v1(2)", "Copyright", "Notes",
                                                    "https://kelpa.example"}));
-    panel.show({"icon", "do closed|1 2 3 4", "v1(2)", "Copyright", "Notes", ""});
+    panel.show({"icon", "do closed|1|2|3|4", "v1(2)", "Copyright", "Notes", ""});
     EXPECT_TRUE(receives("drop 1"));
 }
 

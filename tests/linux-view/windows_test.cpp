@@ -1,5 +1,4 @@
-#include "platform/linux/display/ScreenLayout.h"
-#include "platform/linux/helper/RestartBudget.h"
+#include "platform/linux/helper/HelperProcess.h"
 #include "platform/linux/helper/ViewProtocol.h"
 #include "tests/linux-view/RemoteWindows.h"
 #include "tests/support/Allocations.h"
@@ -30,68 +29,69 @@ TEST(RestartBudget, AllowsThreeAMinute) {
     EXPECT_TRUE(budget.take(161));
 }
 
-TEST(ScreenLayout, CountsUpwardsFromThePrimaryScreen) {
-    ScreenLayout layout;
-    EXPECT_TRUE(layout.update({{"left", {0, 200, 1024, 768}, false}, {"main", {1024, 0, 1920, 1080}, true}}));
+TEST(Screens, CountsUpwardsFromThePrimaryScreen) {
+    Screens screens;
+    EXPECT_TRUE(
+        screens.update({{"left", {0, 200, 1024, 768}, false}, {"main", {1024, 0, 1920, 1080}, true}}));
     const std::vector<Screen> expected{{1, {0, 0, 1920, 1080}}, {2, {-1024, 112, 1024, 768}}};
-    EXPECT_EQ(layout.screens(), expected);
-    EXPECT_EQ(layout.pixels(layout.screens()[1].frame), (PixelRect{0, 200, 1024, 768}));
-    EXPECT_EQ(layout.pixels({1640, 750, 280, 330}), (PixelRect{2664, 0, 280, 330}));
-    EXPECT_EQ(layout.at(1023, 967)->number, 2U);
-    EXPECT_EQ(layout.at(1024, 0)->number, 1U);
-    EXPECT_EQ(layout.at(0, 100), nullptr);
-    EXPECT_EQ(layout.connector(2), "left");
+    EXPECT_EQ(screens.all(), expected);
+    EXPECT_EQ(screens.pixels(screens.all()[1].frame), (PixelRect{0, 200, 1024, 768}));
+    EXPECT_EQ(screens.pixels({1640, 750, 280, 330}), (PixelRect{2664, 0, 280, 330}));
+    EXPECT_EQ(screens.at(1023, 967)->number, 2U);
+    EXPECT_EQ(screens.at(1024, 0)->number, 1U);
+    EXPECT_EQ(screens.at(0, 100), nullptr);
+    EXPECT_EQ(screens.connector(2), "left");
 }
 
-TEST(ScreenLayout, NeverGivesANumberToAnotherConnector) {
-    ScreenLayout layout;
+TEST(Screens, NeverGivesANumberToAnotherConnector) {
+    Screens screens;
     const Monitor a{"A", {0, 0, 800, 600}, true};
     const Monitor b{"B", {800, 0, 800, 600}, false};
     const Monitor c{"C", {1600, 0, 800, 600}, false};
-    layout.update({a, b});
-    layout.update({a});
-    EXPECT_EQ(layout.connector(2), "");
-    layout.update({a, c});
-    EXPECT_EQ(layout.screens().back().number, 3U);
-    layout.update({b, c, a});
-    EXPECT_EQ(layout.screens().front().number, 1U);
-    EXPECT_EQ(layout.connector(2), "B");
-    EXPECT_FALSE(layout.update({b, c, a}));
-    EXPECT_EQ(layout.first()->number, 1U);
+    screens.update({a, b});
+    screens.update({a});
+    EXPECT_EQ(screens.connector(2), "");
+    screens.update({a, c});
+    EXPECT_EQ(screens.all().back().number, 3U);
+    screens.update({b, c, a});
+    EXPECT_EQ(screens.all().front().number, 1U);
+    EXPECT_EQ(screens.connector(2), "B");
+    EXPECT_FALSE(screens.update({b, c, a}));
+    EXPECT_EQ(screens.mainScreen()->number, 1U);
 }
 
-TEST(ScreenLayout, TellsOfAScreenOfItsOwnWhileThereIsNone) {
-    ScreenLayout layout;
-    EXPECT_TRUE(layout.update({}));
-    ASSERT_EQ(layout.screens().size(), 1U);
-    const Screen pretended = layout.screens().front();
+TEST(Screens, TellsOfAScreenOfItsOwnWhileThereIsNone) {
+    Screens screens;
+    EXPECT_TRUE(screens.update({}));
+    ASSERT_EQ(screens.all().size(), 1U);
+    const Screen pretended = screens.all().front();
     EXPECT_EQ(pretended.frame, (Rect{0, 0, 1920, 1080}));
-    EXPECT_EQ(*layout.first(), pretended);
-    EXPECT_FALSE(layout.update({{"off", {0, 0, 0, 0}, true}}));
+    EXPECT_EQ(*screens.mainScreen(), pretended);
+    EXPECT_FALSE(screens.update({{"off", {0, 0, 0, 0}, true}}));
 
-    EXPECT_TRUE(layout.update({{"A", {100, 0, 1920, 1080}, true}}));
-    ASSERT_EQ(layout.screens().size(), 1U);
-    EXPECT_NE(layout.first()->number, pretended.number);
-    EXPECT_EQ(layout.pixels(layout.first()->frame), (PixelRect{100, 0, 1920, 1080}));
-    layout.update({});
-    EXPECT_EQ(layout.screens(), std::vector{pretended});
+    EXPECT_TRUE(screens.update({{"A", {100, 0, 1920, 1080}, true}}));
+    ASSERT_EQ(screens.all().size(), 1U);
+    EXPECT_NE(screens.mainScreen()->number, pretended.number);
+    EXPECT_EQ(screens.pixels(screens.mainScreen()->frame), (PixelRect{100, 0, 1920, 1080}));
+    screens.update({});
+    EXPECT_EQ(screens.all(), std::vector{pretended});
 }
 
-TEST(ScreenLayout, LeavesOutMirrorsAndMonitorsWithoutAnArea) {
+TEST(Screens, LeavesOutMirrorsAndMonitorsWithoutAnArea) {
     const std::vector<Monitor> monitors{
         {"A", {0, 0, 800, 600}, false}, {"mirror", {0, 0, 800, 600}, true}, {"off", {0, 0, 0, 0}, false}};
-    ScreenLayout layout;
-    layout.update(monitors);
-    ASSERT_EQ(layout.screens().size(), 1U);
-    EXPECT_EQ(layout.connector(layout.screens().front().number), "mirror");
-    ScreenLayout outputs(Mirrors::EachItsOwn);
+    Screens screens;
+    screens.update(monitors);
+    ASSERT_EQ(screens.all().size(), 1U);
+    EXPECT_EQ(screens.connector(screens.all().front().number), "mirror");
+    Screens outputs(Mirrors::EachItsOwn);
     outputs.update(monitors);
-    EXPECT_EQ(outputs.screens().size(), 2U) << "a window of Wayland shows on one output";
+    EXPECT_EQ(outputs.all().size(), 2U) << "a window of Wayland shows on one output";
 }
 
 TEST_F(RemoteWindows, NeedNoViewUntilSomethingIsShown) {
     open();
-    make(desktop_.screens()[0]);
+    make(desktop_.screens.all()[0]);
     face_->setPrompt("rest");
     bool closed = false;
     window_->fadeTo(0, 0.05, [&] {
@@ -107,7 +107,7 @@ TEST_F(RemoteWindows, NeedNoViewUntilSomethingIsShown) {
 
 TEST_F(RemoteWindows, TellTheViewEverythingOnce) {
     open();
-    make(desktop_.screens()[1]);
+    make(desktop_.screens.all()[1]);
     face_->setTexts({"new", "water", "hint", "skip it", "forward"});
     face_->setPrompt("two\nlines");
     face_->setCount("05:00");
@@ -137,7 +137,7 @@ TEST_F(RemoteWindows, TellTheViewEverythingOnce) {
 
 TEST_F(RemoteWindows, ShowOfAnEndlessPromptWhatTheScreenHasRoomFor) {
     open();
-    make(desktop_.screens()[0]);
+    make(desktop_.screens.all()[0]);
     face_->setPrompt(std::string(2'000'000, 'p'));
     appear();
     face_->setCount("05:00");
@@ -149,23 +149,20 @@ TEST_F(RemoteWindows, ShowOfAnEndlessPromptWhatTheScreenHasRoomFor) {
 
 TEST_F(RemoteWindows, BelongToTheScreenThatTheyAreMovedOnto) {
     open();
-    make(desktop_.screens()[1]);
+    make(desktop_.screens.all()[1]);
     appear();
     ASSERT_TRUE(receives("open 1 break 2 800 0 640 480 B"));
-    desktop_.layout.update({{"A", {0, 0, 800, 600}, true}, {"C", {800, 0, 640, 480}, false}});
+    desktop_.screens.update({{"A", {0, 0, 800, 600}, true}, {"C", {800, 0, 640, 480}, false}});
     window_->setFrame({520, 270, 280, 330}, 1);
     EXPECT_TRUE(receives("open 1 break 2 520 0 280 330 A"));
 }
 
 TEST_F(RemoteWindows, StandWhereTheirFrameIsOnTheScreensAsTheyAreNow) {
     open();
-    make(desktop_.screens()[1]);
+    make(desktop_.screens.all()[1]);
     appear();
     ASSERT_TRUE(receives("open 1 break 2 800 0 640 480 B"));
-    const auto plug = [this](const std::vector<Monitor>& monitors) {
-        desktop_.layout.update(monitors);
-        desktop_.changed();
-    };
+    const auto plug = [this](const std::vector<Monitor>& monitors) { desktop_.screens.update(monitors); };
     plug({{"A", {0, 1080, 800, 600}, true}, {"B", {800, 1080, 640, 480}, false}});
     EXPECT_TRUE(receives("open 1 break 2 800 1080 640 480 B")) << "the frame is the same";
     plug({});
@@ -180,7 +177,7 @@ TEST_F(RemoteWindows, StandWhereTheirFrameIsOnTheScreensAsTheyAreNow) {
 
 TEST_F(RemoteWindows, NeedNoMemoryForATick) {
     open();
-    make(desktop_.screens()[0]);
+    make(desktop_.screens.all()[0]);
     face_->setCount("05:00");
     appear();
     ASSERT_TRUE(receives("show 1"));
@@ -196,7 +193,7 @@ TEST_F(RemoteWindows, AreMadeReadyForEveryScreenAndThenUsed) {
     open();
     windows_->prepare();
     ASSERT_TRUE(receives("open 2 break 2 800 0 640 480 B"));
-    make(desktop_.screens()[1]);
+    make(desktop_.screens.all()[1]);
     face_->setPrompt("ready");
     ASSERT_TRUE(receives("set 2 prompt ready"));
     windows_->prepare();
@@ -215,7 +212,7 @@ TEST_F(RemoteWindows, GiveTheViewBackWhenNothingIsShown) {
     EXPECT_TRUE(runUntil([&] { return windows_->viewPid() == 0; }));
     EXPECT_TRUE(receives("ended"));
 
-    make(desktop_.screens()[0]);
+    make(desktop_.screens.all()[0]);
     appear();
     const int view = windows_->viewPid();
     bool later = false;
@@ -229,7 +226,7 @@ TEST_F(RemoteWindows, GiveTheViewBackWhenNothingIsShown) {
 
 TEST_F(RemoteWindows, ComeBackAfterACrashAsTheyWere) {
     open();
-    make(desktop_.screens()[0]);
+    make(desktop_.screens.all()[0]);
     face_->setCount("03:00");
     appear();
     windows_->activate();
@@ -246,7 +243,7 @@ TEST_F(RemoteWindows, ComeBackAfterACrashAsTheyWere) {
 
 TEST_F(RemoteWindows, LeaveAViewAloneThatCrashesAgainAndAgain) {
     open();
-    make(desktop_.screens()[0]);
+    make(desktop_.screens.all()[0]);
     face_->setPrompt("crash");
     appear();
     ASSERT_TRUE(runUntil([&] { return desktop_.events.size() == 4; }));
@@ -262,7 +259,7 @@ TEST_F(RemoteWindows, LeaveAViewAloneThatCrashesAgainAndAgain) {
 
 TEST_F(RemoteWindows, GoOnWithoutAnyView) {
     open("/nowhere/kelpa-view");
-    make(desktop_.screens()[0]);
+    make(desktop_.screens.all()[0]);
     windows_->prepare();
     appear();
     bool done = false;
@@ -276,7 +273,7 @@ TEST_F(RemoteWindows, GoOnWithoutAnyView) {
 
 TEST_F(RemoteWindows, AreNotHeldUpByAViewThatDoesNotRead) {
     open();
-    make(desktop_.screens()[0]);
+    make(desktop_.screens.all()[0]);
     face_->setPrompt("sleep");
     appear();
     const int first = windows_->viewPid();
@@ -292,7 +289,7 @@ TEST_F(RemoteWindows, AreNotHeldUpByAViewThatDoesNotRead) {
 
 TEST_F(RemoteWindows, ComeBackAtOnceAndWithoutAFadeWhenTheViewHangs) {
     open();
-    make(desktop_.screens()[0]);
+    make(desktop_.screens.all()[0]);
     window_->setAlpha(0);
     window_->fadeTo(1, 1, nullptr);
     window_->orderFrontRegardless();
@@ -314,7 +311,7 @@ TEST_F(RemoteWindows, ComeBackAtOnceAndWithoutAFadeWhenTheViewHangs) {
 
 TEST_F(RemoteWindows, AreWatchedForAsLongAsThereIsAView) {
     open(KELPA_FAKE_VIEW, 0.1);
-    make(desktop_.screens()[0]);
+    make(desktop_.screens.all()[0]);
     appear();
     ASSERT_TRUE(receives("show 1"));
     window_->close();
@@ -327,7 +324,7 @@ TEST_F(RemoteWindows, AreWatchedForAsLongAsThereIsAView) {
 
 TEST_F(RemoteWindows, SurviveWhateverTheViewSays) {
     open();
-    make(desktop_.screens()[0]);
+    make(desktop_.screens.all()[0]);
     appear();
     face_->setPrompt("babble");
     EXPECT_TRUE(runUntil(
@@ -337,7 +334,7 @@ TEST_F(RemoteWindows, SurviveWhateverTheViewSays) {
 
 TEST_F(RemoteWindows, KnowWhenTheyWereUsed) {
     open();
-    make(desktop_.screens()[0]);
+    make(desktop_.screens.all()[0]);
     appear();
     EXPECT_GT(windows_->secondsSinceInput(), 1e9) << "never";
     face_->setPrompt("use");
@@ -346,7 +343,7 @@ TEST_F(RemoteWindows, KnowWhenTheyWereUsed) {
 
 TEST_F(RemoteWindows, ReportWhatAPersonDoesWhileTheyAreShown) {
     open();
-    make(desktop_.screens()[0]);
+    make(desktop_.screens.all()[0]);
     windows_->prepare();
     face_->setPrompt("press");
     ASSERT_TRUE(receives("set 1 prompt press"));
@@ -360,7 +357,7 @@ TEST_F(RemoteWindows, ReportWhatAPersonDoesWhileTheyAreShown) {
 
 TEST_F(RemoteWindows, FadeByTheClockAndEachFadeEndsOnce) {
     open();
-    make(desktop_.screens()[0]);
+    make(desktop_.screens.all()[0]);
     std::vector<int> ended;
     window_->fadeTo(1, 0.2, [&] { ended.push_back(1); });
     window_->fadeTo(0, 0.05, [&] { ended.push_back(2); });
@@ -371,7 +368,7 @@ TEST_F(RemoteWindows, FadeByTheClockAndEachFadeEndsOnce) {
 
 TEST_F(RemoteWindows, TurnAFadeAroundWithoutVanishing) {
     open();
-    make(desktop_.screens()[0]);
+    make(desktop_.screens.all()[0]);
     appear();
     window_->fadeTo(0, 2, nullptr);
     appear();
@@ -386,7 +383,7 @@ TEST_F(RemoteWindows, TurnAFadeAroundWithoutVanishing) {
 
 TEST_F(RemoteWindows, MayBeUsedAfterTheirSystemIsGone) {
     open();
-    make(desktop_.screens()[0]);
+    make(desktop_.screens.all()[0]);
     appear();
     ASSERT_TRUE(receives("show 1"));
     windows_.reset();

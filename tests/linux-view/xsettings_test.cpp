@@ -1,10 +1,10 @@
-#include "platform/linux/view/XSettings.h"
+#include "platform/linux/view/X11.h"
 
 #include <gtest/gtest.h>
 
 namespace {
 
-using kelpa::view::findXSetting;
+using kelpa::x11::findSetting;
 
 /// Puts published settings together as a settings program does.
 class Publisher {
@@ -58,30 +58,30 @@ QByteArray published(bool bigEndian) {
 
 TEST(XSettings, AreFoundInBothByteOrders) {
     for (const bool bigEndian : {false, true}) {
-        EXPECT_EQ(findXSetting(published(bigEndian), "Net/ThemeName"), "Adwaita-dark");
-        EXPECT_EQ(findXSetting(published(bigEndian), "Net/IconThemeName"), "abc");
-        EXPECT_EQ(findXSetting(published(bigEndian), "Xft/DPI"), "");
-        EXPECT_EQ(findXSetting(published(bigEndian), "Net/Theme"), "");
+        EXPECT_EQ(findSetting(published(bigEndian), "Net/ThemeName"), "Adwaita-dark");
+        EXPECT_EQ(findSetting(published(bigEndian), "Net/IconThemeName"), "abc");
+        EXPECT_EQ(findSetting(published(bigEndian), "Xft/DPI"), "");
+        EXPECT_EQ(findSetting(published(bigEndian), "Net/Theme"), "");
     }
 }
 
 TEST(XSettings, AreNotFoundInWhatIsCutOff) {
     const QByteArray whole = published(false);
     for (qsizetype length = 0; length < whole.size(); ++length)
-        EXPECT_EQ(findXSetting(whole.left(length), "Net/ThemeName"), "") << length;
+        EXPECT_EQ(findSetting(whole.left(length), "Net/ThemeName"), "") << length;
 }
 
 TEST(XSettings, SurviveWhateverIsPublished) {
     Publisher many(false);
     many.count(0xffffffffU);
     many.text("a", "b");
-    EXPECT_EQ(findXSetting(many.bytes(), "Net/ThemeName"), "");
-    EXPECT_EQ(findXSetting(QByteArray(5000, '\xff'), "Net/ThemeName"), "");
-    EXPECT_EQ(findXSetting(QByteArray(5000, '\0'), "Net/ThemeName"), "");
+    EXPECT_EQ(findSetting(many.bytes(), "Net/ThemeName"), "");
+    EXPECT_EQ(findSetting(QByteArray(5000, '\xff'), "Net/ThemeName"), "");
+    EXPECT_EQ(findSetting(QByteArray(5000, '\0'), "Net/ThemeName"), "");
     Publisher huge(false);
     huge.count(1);
     QByteArray bytes = huge.bytes() + QByteArray("\1\0\1\0a\0\0\0\0\0\0\0\xff\xff\xff\xff", 16);
-    EXPECT_EQ(findXSetting(bytes, "a"), "");
+    EXPECT_EQ(findSetting(bytes, "a"), "");
 }
 
 } // namespace

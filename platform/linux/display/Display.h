@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/linux/EventLoop.h"
-#include "platform/linux/display/ScreenSource.h"
+#include "platform/linux/display/Screens.h"
 
 #include <functional>
 #include <memory>
@@ -11,12 +11,44 @@ namespace kelpa {
 
 class X11Connection;
 
+/// Where what draws reports what a person who reads the log should know.
+class WindowReport {
+  public:
+    virtual ~WindowReport() = default;
+    virtual void info(const std::string& text) = 0;
+    virtual void warning(const std::string& text) = 0;
+};
+
+/// What others must know of the program's own windows: what is done in them is not done at work.
+class OwnWindows {
+  public:
+    virtual ~OwnWindows() = default;
+    /// Break windows are on every screen, and none of them is on its way out.
+    [[nodiscard]] virtual bool coverEveryScreen() const = 0;
+    [[nodiscard]] virtual bool anyVisible() const = 0;
+    /// Real time since a person last used one of them, as far as the view can tell: only on a display server
+    /// that says nothing better, and to a fifth of a second. Infinite when nobody did.
+    [[nodiscard]] virtual double secondsSinceInput() const = 0;
+    /// Process id of the program that shows them; 0 when none runs.
+    [[nodiscard]] virtual int viewPid() const = 0;
+};
+
+/// Who has the keyboard.
+class FocusMemory {
+  public:
+    virtual ~FocusMemory() = default;
+    /// Keeps in mind who has the keyboard now, unless that is already kept.
+    virtual void remember() = 0;
+    /// Gives the keyboard back and forgets; does nothing when nothing is kept.
+    virtual void giveBack() = 0;
+};
+
 /// The display server of the session, as far as the program itself deals with it. Windows are drawn by
 /// `kelpa-view`, on a connection of its own.
 class Display {
   public:
     virtual ~Display() = default;
-    [[nodiscard]] virtual ScreenSource& screens() = 0;
+    [[nodiscard]] virtual Screens& screens() = 0;
     [[nodiscard]] virtual FocusMemory& focus() = 0;
     /// The connection to an X server, whose trays embed icons; null where there is no such server.
     [[nodiscard]] virtual X11Connection* x11() = 0;

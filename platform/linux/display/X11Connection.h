@@ -1,8 +1,8 @@
 #pragma once
 
 #include "platform/linux/EventLoop.h"
+#include "platform/linux/display/X11Reply.h"
 
-#include <cstdlib>
 #include <functional>
 #include <list>
 #include <memory>
@@ -10,13 +10,6 @@
 #include <xcb/xcb.h>
 
 namespace kelpa {
-
-/// What the X server answered; freed with the handle. Null when the request failed.
-struct FreeReply {
-    void operator()(void* reply) const { std::free(reply); }
-};
-template <typename Reply>
-using X11Reply = std::unique_ptr<Reply, FreeReply>;
 
 /// The program's own connection to the X server, read on the main loop.
 class X11Connection {

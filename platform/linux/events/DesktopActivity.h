@@ -1,8 +1,7 @@
 #pragma once
 
 #include "platform/linux/EventLoop.h"
-#include "platform/linux/display/OwnWindows.h"
-#include "platform/linux/display/WindowReport.h"
+#include "platform/linux/display/Display.h"
 #include "platform/ports/System.h"
 
 #include <cstdint>

@@ -1,8 +1,6 @@
 #include "platform/linux/helper/HelperProcess.h"
 
 #include "platform/linux/helper/HelperChild.h"
-#include "platform/linux/helper/LineReader.h"
-#include "platform/linux/helper/LineWriter.h"
 
 #include <algorithm>
 #include <array>
@@ -64,8 +62,21 @@ struct HelperProcess::Child {
     Subscription onImpatience;
 };
 
-HelperProcess::HelperProcess(EventLoop& loop, std::string path, HelperClient& client)
-    : loop_(loop), path_(std::move(path)), client_(client) {}
+bool RestartBudget::take(double seconds) {
+    while (!taken_.empty() && seconds - taken_.front() >= window)
+        taken_.pop_front();
+    if (taken_.size() >= most)
+        return false;
+    taken_.push_back(seconds);
+    return true;
+}
+
+HelperProcess::HelperProcess(EventLoop& loop, std::string path, HelperClient& client, Answers answers)
+    : loop_(loop), path_(std::move(path)), client_(client) {
+    AnswerWatchClient& watched = *this;
+    if (answers == Answers::Watched)
+        answers_.emplace(loop, watched);
+}
 
 /// No loop may be left that would notice a helper that goes on.
 HelperProcess::~HelperProcess() {
@@ -98,6 +109,8 @@ std::string HelperProcess::start() {
         return error.what();
     }
     ::close(ends[1]);
+    if (answers_)
+        answers_->begin();
     return {};
 }
 
@@ -120,9 +133,16 @@ void HelperProcess::readable(Child& child) {
     const auto state = child.reader.read([&messages](const auto& message) { messages.push_back(message); });
     for (const auto& message : messages)
         if (child.fd >= 0)
-            client_.helperSaid(message);
+            hear(message);
     if (state == wire::LineReader::State::Closed)
         disconnect(child);
+}
+
+void HelperProcess::hear(const wire::Message& message) {
+    if (answers_ && message.verb() == wire::taken)
+        answers_->taken(message.number(1).value_or(0));
+    else
+        client_.helperSaid(message);
 }
 
 void HelperProcess::send(std::initializer_list<std::string_view> fields) {
@@ -133,6 +153,8 @@ void HelperProcess::send(std::initializer_list<std::string_view> fields) {
         retryLater(*child_);
     else if (state == wire::LineWriter::State::Broken)
         disconnect(*child_);
+    if (answers_)
+        answers_->sent();
 }
 
 void HelperProcess::retryLater(Child& child) {
@@ -158,21 +180,22 @@ void HelperProcess::disconnect(Child& child) {
 void HelperProcess::end() {
     if (!child_)
         return;
+    if (answers_)
+        answers_->end();
     disconnect(*child_);
     leaving_.push_back(std::move(child_));
 }
 
-void HelperProcess::takeIn() {
+void HelperProcess::readAnswers() {
     if (const auto held = child_; held && held->fd >= 0)
         readable(*held);
 }
 
-void HelperProcess::kill() {
-    if (!child_)
-        return;
+void HelperProcess::helperHangs(double seconds) {
     ::kill(child_->pid, SIGKILL);
     child_->close();
     leaving_.push_back(std::move(child_));
+    client_.helperFailed("has not answered for " + wire::realText(seconds) + " s");
 }
 
 void HelperProcess::ended(Child& child, int status) {
@@ -183,6 +206,8 @@ void HelperProcess::ended(Child& child, int status) {
         leaving_.erase(left);
         return;
     }
+    if (answers_)
+        answers_->end();
     child_.reset();
     client_.helperFailed(inWords(status));
 }

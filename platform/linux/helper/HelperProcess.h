@@ -1,10 +1,13 @@
 #pragma once
 
 #include "platform/linux/EventLoop.h"
-#include "platform/linux/helper/Message.h"
+#include "platform/linux/helper/AnswerWatch.h"
+#include "platform/linux/helper/Lines.h"
 
+#include <deque>
 #include <initializer_list>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -15,24 +18,42 @@ namespace kelpa {
 /// the folder for helpers where it is installed, usually `../libexec/kelpa`.
 [[nodiscard]] std::string helperPath(const std::string& name);
 
-/// Told of a helper program, always from the main loop.
+/// Keeps a program that crashes again and again from being started again and again.
+class RestartBudget {
+  public:
+    /// `seconds` on any clock that only goes forward. False when `most` starts lie in the last minute.
+    bool take(double seconds);
+
+  private:
+    static constexpr std::size_t most = 3;
+    static constexpr double window = 60;
+    std::deque<double> taken_;
+};
+
+/// Hears of a helper program, always from the main loop.
 class HelperClient {
   public:
     virtual ~HelperClient() = default;
     virtual void helperSaid(const wire::Message& message) = 0;
-    /// It ended without having been asked to; `how` says it in words for the log.
+    /// It ended without having been asked to, or hung and was killed; `how` says it in words for the log.
     virtual void helperFailed(const std::string& how) = 0;
+};
+
+enum class Answers {
+    NotAwaited,
+    Watched, ///< the helper says what it has taken in, and is killed when it owes that for too long
 };
 
 /// One helper program and the connection to it, which the helper has as descriptor 3. Nothing here ever waits
 /// for the helper: one that does not read what it is sent, or does not end when it should, is killed, and
 /// none outlives this program.
-class HelperProcess {
+class HelperProcess : private AnswerWatchClient {
   public:
     /// `client` outlives the process object.
-    HelperProcess(EventLoop& loop, std::string path, HelperClient& client);
+    HelperProcess(EventLoop& loop, std::string path, HelperClient& client,
+                  Answers answers = Answers::NotAwaited);
     /// Takes half a second at most.
-    ~HelperProcess();
+    ~HelperProcess() override;
     HelperProcess(const HelperProcess&) = delete;
     HelperProcess& operator=(const HelperProcess&) = delete;
 
@@ -43,15 +64,17 @@ class HelperProcess {
     [[nodiscard]] int pid() const;
     /// Does nothing when no helper runs. Needs no memory for messages of a size that was sent before.
     void send(std::initializer_list<std::string_view> fields);
-    /// Hands over what the helper said already, also when the loop has not come to it yet.
-    void takeIn();
     /// Closes the connection, on which the helper ends by itself.
     void end();
-    /// Ends a helper that hangs, without a word to the client.
-    void kill();
 
   private:
     struct Child;
+    void readAnswers() override;
+    [[nodiscard]] bool helperBusy() const override { return heldUpByWork(pid()); }
+    void ask() override { send({wire::ping}); }
+    void helperHangs(double seconds) override;
+
+    void hear(const wire::Message& message);
     void watch(const std::shared_ptr<Child>& child);
     void readable(Child& child);
     void retryLater(Child& child);
@@ -61,6 +84,7 @@ class HelperProcess {
     EventLoop& loop_;
     std::string path_;
     HelperClient& client_;
+    std::optional<AnswerWatch> answers_; ///< where answers are watched
     std::shared_ptr<Child> child_;
     std::vector<std::shared_ptr<Child>> leaving_;
 };

@@ -11,7 +11,8 @@ namespace kelpa::wire::view {
 // From the program to the view.
 /// open WINDOW KIND TITLE X Y WIDTH HEIGHT SCREEN: makes a hidden window, in pixels of the desktop, on the
 /// screen of that connector name; for a window that is there, gives it this title and place. A window of the
-/// window manager's gets its place from `bounds`, else stands in the middle of that screen.
+/// window manager's is told where `closed` said that it was, or without a size stands in the middle of that
+/// screen.
 inline constexpr std::string_view open = "open";
 /// set WINDOW PROPERTY VALUE: a property of the window's content.
 inline constexpr std::string_view set = "set";
@@ -31,8 +32,6 @@ inline constexpr std::string_view drop = "drop";
 inline constexpr std::string_view activate = "activate";
 /// deactivate: the keyboard is given back.
 inline constexpr std::string_view deactivate = "deactivate";
-/// ping: wants nothing but to be taken in.
-inline constexpr std::string_view ping = "ping";
 
 // From the view to the program.
 /// ready: it has started well.
@@ -41,10 +40,11 @@ inline constexpr std::string_view ready = "ready";
 inline constexpr std::string_view action = "action";
 /// did WINDOW CONTROL ACT TYPE VALUE [TEXT]: what a person did to a control of the preferences.
 inline constexpr std::string_view did = "did";
-/// taken COUNT: so many lines were taken in since the start, and what they ask for is done.
-inline constexpr std::string_view taken = "taken";
 /// dragged WINDOW X Y: a person dragged the window, whose upper left corner is there now, as in `open`.
 inline constexpr std::string_view dragged = "dragged";
+/// closed WINDOW X Y WIDTH HEIGHT: a person closed a window of the window manager's, which was there, in the
+/// toolkit's units.
+inline constexpr std::string_view closed = "closed";
 /// input: a person uses mouse or keyboard in a window; five times a second at most, and only where the
 /// display server does not tell the program itself.
 inline constexpr std::string_view input = "input";
@@ -55,69 +55,16 @@ inline constexpr std::string_view warning = "warning";
 /// a longer one the beginning is shown.
 inline constexpr std::size_t longestText = 16384;
 
-// Kinds of windows and what their contents understand.
+// Kinds of windows. What the page of a kind shows are properties of its root item; what is told of it are the
+// page's actions. Each side names them once: here the face that sets and hears them, there the page.
 inline constexpr std::string_view breakKind = "break";
-inline constexpr std::string_view newFeatureText = "newFeatureText";
-inline constexpr std::string_view waterReminderText = "waterReminderText";
-inline constexpr std::string_view hintText = "hintText";
-inline constexpr std::string_view skipText = "skipText";
-/// Symbols are known by the names of their drawings.
-inline constexpr std::string_view linkSymbol = "linkSymbol";
-inline constexpr std::string_view prompt = "prompt";
-inline constexpr std::string_view count = "count";
-inline constexpr std::string_view skipOffered = "skipOffered";
-inline constexpr std::string_view skipAction = "skip";
-inline constexpr std::string_view noticeAction = "notice";
-
 inline constexpr std::string_view waterKind = "water";
-inline constexpr std::string_view finishedText = "finishedText";
-inline constexpr std::string_view percentText = "percentText";
-inline constexpr std::string_view remainText = "remainText";
-inline constexpr std::string_view wellDoneText = "wellDoneText";
-inline constexpr std::string_view doneText = "doneText";
-inline constexpr std::string_view closeText = "closeText";
-inline constexpr std::string_view cup = "cup";
-/// Pairs of lines: millilitres, and the text that offers them.
-inline constexpr std::string_view amounts = "amounts";
-inline constexpr std::string_view finished = "finished";
-inline constexpr std::string_view percent = "percent";
-/// Empty once the day's target is met.
-inline constexpr std::string_view remain = "remain";
-inline constexpr std::string_view fraction = "fraction";
-inline constexpr std::string_view tip = "tip";
-/// Empty when nothing is counted down.
-inline constexpr std::string_view remaining = "remaining";
-inline constexpr std::string_view selectedAmount = "selectedAmount";
-/// 0 offers the answers; the view itself sets it to 1 with the first one, and lets no other through.
-inline constexpr std::string_view answered = "answered";
-/// With the millilitres as its value.
-inline constexpr std::string_view amountAction = "amount";
-inline constexpr std::string_view doneAction = "done";
-inline constexpr std::string_view closeAction = "close";
-
-// Windows that the window manager looks after.
-/// X Y WIDTH HEIGHT, separated by blanks, in the toolkit's units: where the window was when it was closed
-/// last.
-inline constexpr std::string_view bounds = "bounds";
-/// The person closed the window; with its bounds as its value.
+inline constexpr std::string_view aboutKind = "about";
+inline constexpr std::string_view updateKind = "update";
+inline constexpr std::string_view preferencesKind = "preferences";
+/// What `closed` is as an action.
 inline constexpr std::string_view closedAction = "closed";
 
-inline constexpr std::string_view aboutKind = "about";
-/// What the panel says, as JSON.
-inline constexpr std::string_view about = "about";
-
-inline constexpr std::string_view updateKind = "update";
-inline constexpr std::string_view headline = "headline";
-inline constexpr std::string_view text = "text";
-/// Text and address of a link; empty for none.
-inline constexpr std::string_view notes = "notes";
-inline constexpr std::string_view notesLink = "notesLink";
-/// Pairs of lines: the action of a button, and its text. The last one is the one that leads on.
-inline constexpr std::string_view buttons = "buttons";
-/// A fraction; below 0 while nobody knows how long it takes, empty when there is none.
-inline constexpr std::string_view progress = "progress";
-
-inline constexpr std::string_view preferencesKind = "preferences";
 /// Everything that never changes, as JSON.
 inline constexpr std::string_view layout = "layout";
 /// The place of the pane that shows.

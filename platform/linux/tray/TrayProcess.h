@@ -1,9 +1,8 @@
 #pragma once
 
-#include "platform/linux/display/WindowReport.h"
+#include "platform/linux/display/Display.h"
 #include "platform/linux/display/X11Connection.h"
 #include "platform/linux/helper/HelperProcess.h"
-#include "platform/linux/helper/RestartBudget.h"
 #include "platform/linux/tray/LinuxStatusBar.h"
 
 namespace kelpa {

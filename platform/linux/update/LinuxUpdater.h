@@ -1,7 +1,7 @@
 #pragma once
 
 #include "base/Calendar.h"
-#include "platform/linux/display/WindowReport.h"
+#include "platform/linux/display/Display.h"
 #include "platform/linux/helper/HelperProcess.h"
 #include "platform/linux/services/Launcher.h"
 #include "platform/ports/DefaultsStore.h"

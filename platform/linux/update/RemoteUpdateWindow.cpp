@@ -2,13 +2,14 @@
 
 #include "base/Text.h"
 #include "platform/linux/helper/ViewProtocol.h"
+#include "platform/linux/windows/Json.h"
 
 #include <array>
 #include <utility>
 
 namespace kelpa {
 
-namespace view = wire::view;
+namespace word = wire::view;
 
 namespace {
 
@@ -17,7 +18,7 @@ constexpr std::array<std::pair<UpdateAction, std::string_view>, 5> actions{{
     {UpdateAction::Later, "later"},
     {UpdateAction::Skip, "skip"},
     {UpdateAction::Cancel, "cancel"},
-    {UpdateAction::Close, view::closedAction},
+    {UpdateAction::Close, word::closedAction},
 }};
 
 std::string_view nameOf(UpdateAction wanted) {
@@ -27,11 +28,11 @@ std::string_view nameOf(UpdateAction wanted) {
     return {};
 }
 
-std::string lines(const std::vector<UpdateButton>& buttons) {
-    std::string text;
-    for (const auto& button : buttons)
-        text.append(text.empty() ? "" : "\n").append(nameOf(button.action)).append("\n").append(button.text);
-    return text;
+std::string json(const std::vector<UpdateButton>& buttons) {
+    std::vector<std::pair<std::string, std::string>> entries;
+    for (const auto& [action, text] : buttons)
+        entries.emplace_back(nameOf(action), text);
+    return choicesJson(entries);
 }
 
 std::string progressText(const UpdatePage& page) {
@@ -48,37 +49,33 @@ std::string progressText(const UpdatePage& page) {
 
 } // namespace
 
-RemoteUpdateWindow::~RemoteUpdateWindow() {
-    if (record_)
-        record_->setActionHandler(nullptr);
-}
-
-WindowRecord& RemoteUpdateWindow::record() {
-    if (!record_) {
-        record_ = windows_.makeManaged(view::updateKind, localized("Software Update"));
-        record_->setActionHandler(
+RemoteWindow& RemoteUpdateWindow::window() {
+    if (!window_) {
+        window_ = windows_.makeManaged(word::updateKind, localized("Software Update"));
+        window_->setActionHandler(
             [this](const std::string& action, const std::string& /*value*/) { didAct(action); });
     }
-    return *record_;
+    return *window_;
 }
 
 void RemoteUpdateWindow::setPage(const UpdatePage& page) {
-    record().setProperty(view::headline, page.headline);
-    record().setProperty(view::text, page.text);
-    record().setProperty(view::notes, page.notes);
-    record().setProperty(view::notesLink, page.notesLink);
-    record().setProperty(view::buttons, lines(page.buttons));
-    record().setProperty(view::progress, progressText(page));
+    window().setProperty("headline", page.headline);
+    window().setProperty("text", page.text);
+    window().setProperty("notes", page.notes);
+    window().setProperty("notesLink", page.notesLink);
+    window().setProperty("buttons", json(page.buttons));
+    window().setProperty("progress", progressText(page));
 }
 
 void RemoteUpdateWindow::present(Attention attention) {
-    windows_.showManaged(record());
+    window().orderFrontRegardless();
     if (attention == Attention::Wanted)
         windows_.activate();
 }
 
+/// What comes next has nothing to do with it, and a window of its own.
 void RemoteUpdateWindow::close() {
-    record().hide();
+    window_.reset();
 }
 
 void RemoteUpdateWindow::didAct(const std::string& name) {

@@ -1,7 +1,6 @@
 #pragma once
 
-#include "platform/linux/helper/LineReader.h"
-#include "platform/linux/helper/LineWriter.h"
+#include "platform/linux/helper/Lines.h"
 
 #include <QObject>
 #include <QSocketNotifier>
@@ -24,7 +23,7 @@ class Channel : public QObject {
     [[nodiscard]] static bool isConnection(int fd = descriptor);
     void send(std::initializer_list<std::string_view> fields);
     /// How many lines have come, also such as were no messages.
-    [[nodiscard]] int lines() const { return messages_ + static_cast<int>(reader_.damaged()); }
+    [[nodiscard]] int lines() const { return reader_.lines(); }
 
   signals:
     void received(const kelpa::wire::Message& message);
@@ -40,7 +39,6 @@ class Channel : public QObject {
 
     wire::LineReader reader_;
     wire::LineWriter writer_;
-    int messages_ = 0;
     QSocketNotifier readable_;
     QSocketNotifier writable_;
 };

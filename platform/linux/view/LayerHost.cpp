@@ -1,8 +1,5 @@
 #include "platform/linux/view/LayerHost.h"
 
-#include "platform/linux/view/WaylandNative.h"
-
-#include <QGuiApplication>
 #include <QMouseEvent>
 #include <QPlatformSurfaceEvent>
 #include <QQuickItem>
@@ -17,6 +14,10 @@ namespace kelpa::view {
 
 namespace {
 
+constexpr std::uint32_t knownVersion = 4;
+/// By which compositors' settings can tell these surfaces from others.
+constexpr const char* purpose = "kelpa";
+
 constexpr std::uint32_t allEdges = ZWLR_LAYER_SURFACE_V1_ANCHOR_TOP | ZWLR_LAYER_SURFACE_V1_ANCHOR_BOTTOM |
                                    ZWLR_LAYER_SURFACE_V1_ANCHOR_LEFT | ZWLR_LAYER_SURFACE_V1_ANCHOR_RIGHT;
 constexpr std::uint32_t topRight = ZWLR_LAYER_SURFACE_V1_ANCHOR_TOP | ZWLR_LAYER_SURFACE_V1_ANCHOR_RIGHT;
@@ -24,6 +25,23 @@ constexpr std::uint32_t topRight = ZWLR_LAYER_SURFACE_V1_ANCHOR_TOP | ZWLR_LAYER
 constexpr std::int32_t overPanels = -1;
 
 } // namespace
+
+std::unique_ptr<LayerShell> LayerShell::find() {
+    auto* shell =
+        static_cast<zwlr_layer_shell_v1*>(wayland::bind(zwlr_layer_shell_v1_interface, knownVersion));
+    return shell == nullptr ? nullptr : std::unique_ptr<LayerShell>(new LayerShell(shell));
+}
+
+LayerShell::~LayerShell() {
+    if (zwlr_layer_shell_v1_get_version(shell_) >= ZWLR_LAYER_SHELL_V1_DESTROY_SINCE_VERSION)
+        zwlr_layer_shell_v1_destroy(shell_);
+    else
+        wl_proxy_destroy(reinterpret_cast<wl_proxy*>(shell_));
+}
+
+zwlr_layer_surface_v1* LayerShell::makeSurface(wl_surface* surface, wl_output* output, std::uint32_t layer) {
+    return zwlr_layer_shell_v1_get_layer_surface(shell_, surface, output, layer, purpose);
+}
 
 LayerHost::LayerHost(LayerTools tools, QQuickWindow& window, QQuickItem& content, WindowRole role)
     : tools_(tools), window_(window), content_(content), role_(role) {
@@ -35,30 +53,13 @@ LayerHost::LayerHost(LayerTools tools, QQuickWindow& window, QQuickItem& content
     window_.setFormat(format);
     window_.setColor(Qt::transparent);
     window_.installEventFilter(this);
-    watchScreens();
-}
-
-/// Which may be told after the place that belongs to it, and the margins are counted from the screen's edges.
-void LayerHost::watchScreens() {
-    const auto watch = [this](const QScreen* screen) {
-        connect(screen, &QScreen::geometryChanged, this, &LayerHost::screensChanged, Qt::QueuedConnection);
-    };
-    for (const QScreen* screen : QGuiApplication::screens())
-        watch(screen);
-    connect(qApp, &QGuiApplication::screenAdded, this, watch);
-    for (const auto signal : {&QGuiApplication::screenAdded, &QGuiApplication::screenRemoved})
-        connect(qApp, signal, this, &LayerHost::screensChanged, Qt::QueuedConnection);
+    // Which may be told after the place that belongs to it, and the margins are counted from the screen's
+    // edges.
+    watchScreens(*this, [this] { screensChanged(); });
 }
 
 LayerHost::~LayerHost() {
     withdraw();
-}
-
-QScreen* LayerHost::targetScreen() const {
-    for (QScreen* screen : QGuiApplication::screens())
-        if (screen->name() == connector_)
-            return screen;
-    return nullptr;
 }
 
 void LayerHost::setPlace(const QRect& place, const QString& connector) {
@@ -74,7 +75,7 @@ void LayerHost::setPlace(const QRect& place, const QString& connector) {
 
 /// The window is where it should be, or goes there; without its screen it waits for that.
 void LayerHost::screensChanged() {
-    QScreen* screen = wanted_ ? targetScreen() : nullptr;
+    QScreen* screen = wanted_ ? screenOf(connector_) : nullptr;
     if (surface_ != nullptr && (screen == nullptr || shownOn_ != connector_))
         withdraw();
     if (surface_ == nullptr && screen != nullptr)
@@ -88,7 +89,7 @@ void LayerHost::screensChanged() {
 }
 
 void LayerHost::prepare() {
-    if (QScreen* screen = targetScreen())
+    if (QScreen* screen = screenOf(connector_))
         window_.setScreen(screen);
     window_.resize(place_.size());
     window_.create();
@@ -221,8 +222,6 @@ void LayerHost::commit() {
     wl_surface_commit(wayland::surface(window_));
     wl_display_flush(wayland::display());
 }
-
-void LayerHost::followBackground() {}
 
 void LayerHost::setOpacity(double value) {
     content_.setOpacity(value);

@@ -1,21 +1,44 @@
 #pragma once
 
-#include "platform/linux/view/LayerShell.h"
-#include "platform/linux/view/RelativePointer.h"
 #include "platform/linux/view/Stage.h"
+#include "platform/linux/view/WaylandNative.h"
 
 #include <QObject>
 #include <QPointF>
+#include <cstdint>
+#include <memory>
 #include <optional>
 
-class QScreen;
+struct zwlr_layer_shell_v1;
+struct zwlr_layer_surface_v1;
 
 namespace kelpa::view {
+
+/// What a compositor offers for panels, screen covers and the like: surfaces above all windows that stand
+/// where they are told to.
+class LayerShell {
+  public:
+    /// Null where the compositor does not offer it. Waits for one answer of the compositor.
+    static std::unique_ptr<LayerShell> find();
+    ~LayerShell();
+    LayerShell(const LayerShell&) = delete;
+    LayerShell& operator=(const LayerShell&) = delete;
+
+    /// Gives the surface, which has no role yet and nothing on it, its place in a layer. The caller destroys
+    /// what it gets, before the surface.
+    [[nodiscard]] zwlr_layer_surface_v1* makeSurface(wl_surface* surface, wl_output* output,
+                                                     std::uint32_t layer);
+
+  private:
+    explicit LayerShell(zwlr_layer_shell_v1* shell) : shell_(shell) {}
+
+    zwlr_layer_shell_v1* shell_;
+};
 
 /// What layers are made with, all of it the stage's.
 struct LayerTools {
     LayerShell& shell;
-    RelativePointer* pointer = nullptr; ///< null where the compositor has none
+    wayland::RelativePointer* pointer = nullptr; ///< null where the compositor has none
 };
 
 /// A window as a surface in a layer of the compositor: above everything, exactly where it belongs, and with
@@ -31,13 +54,10 @@ class LayerHost final : public QObject, public WindowHost {
     void prepare() override;
     void show() override;
     void hide() override;
-    void followBackground() override;
-    void beginFade() override {}
     void setOpacity(double value) override;
     void setLeaving(bool leaving) override;
     /// The compositor gives it when the surface is clicked.
     void takeKeyboard() override { hover_ = Hover::Clicked; }
-    void takeKeyboardInQuiet() override {}
     void beginDrag(const QMouseEvent& event) override;
     void drag(const QMouseEvent& event) override;
     void endDrag() override;
@@ -49,8 +69,6 @@ class LayerHost final : public QObject, public WindowHost {
     /// What the pointer does with a panel.
     enum class Hover { No, Moves, Clicked };
 
-    [[nodiscard]] QScreen* targetScreen() const;
-    void watchScreens();
     void screensChanged();
     void showNow(QScreen& screen);
     void makeSurface(QScreen& screen);

@@ -1,29 +1,16 @@
 #include "platform/linux/view/ManagedWindow.h"
 
-#include "platform/linux/helper/ViewProtocol.h"
-#include "platform/linux/view/X11.h"
-
 #include <QGuiApplication>
 #include <QIcon>
+#include <QQmlComponent>
+#include <QQmlEngine>
 #include <QQuickItem>
 #include <QScreen>
-#include <QStringList>
+#include <utility>
 
 namespace kelpa::view {
 
 namespace {
-
-QString inWords(const QRect& rect) {
-    return QStringLiteral("%1 %2 %3 %4").arg(rect.x()).arg(rect.y()).arg(rect.width()).arg(rect.height());
-}
-
-/// Null for anything that is no rectangle.
-QRect fromWords(const QString& words) {
-    const QStringList parts = words.split(QLatin1Char(' '));
-    if (parts.size() != 4)
-        return {};
-    return {parts[0].toInt(), parts[1].toInt(), parts[2].toInt(), parts[3].toInt()};
-}
 
 /// In the sizes that task bars and window switchers show.
 QIcon applicationIcon() {
@@ -45,36 +32,59 @@ bool reachable(const QRect& bounds) {
 
 } // namespace
 
-ManagedWindow::ManagedWindow(QQmlEngine& engine, const QString& file)
-    : ViewWindow(engine, file), frame_(WindowFrame::where(engine, *this)) {
+std::unique_ptr<WindowFrame> WindowFrame::make(QQuickWindow& window, QQmlEngine& engine) {
+    QQmlComponent component(&engine, QUrl(QStringLiteral("qrc:/Kelpa/WindowFrame.qml")));
+    std::unique_ptr<QQuickItem> item(qobject_cast<QQuickItem*>(component.create()));
+    if (item == nullptr) {
+        qWarning("There is no title bar: %s", qPrintable(component.errorString()));
+        return nullptr;
+    }
+    item->setParentItem(window.contentItem());
+    return std::unique_ptr<WindowFrame>(new WindowFrame(std::move(item)));
+}
+
+WindowFrame::WindowFrame(std::unique_ptr<QQuickItem> item)
+    : titleHeight_(item->property("titleHeight").toInt()), item_(std::move(item)) {}
+
+WindowFrame::~WindowFrame() = default;
+
+QSize WindowFrame::around(const QSize& content) const {
+    return {content.width(), content.height() + titleHeight_};
+}
+
+QSize WindowFrame::within(const QSize& window) const {
+    return {window.width(), window.height() - titleHeight_};
+}
+
+void WindowFrame::layOut(QQuickItem& content, const QSize& window) const {
+    content.setY(titleHeight_);
+    content.setSize(within(window));
+}
+
+ManagedWindow::ManagedWindow(Stage& stage, QQmlEngine& engine, const QString& file)
+    : ViewWindow(engine, file), stage_(stage) {
+    if (stage.windowsDrawFrames())
+        frame_ = WindowFrame::make(*this, engine);
     setIcon(applicationIcon());
 }
 
-void ManagedWindow::setPlace(const QRect& /*pixels*/, const QString& connector) {
+void ManagedWindow::setPlace(const QRect& bounds, const QString& connector) {
+    bounds_ = bounds;
     connector_ = connector;
-}
-
-void ManagedWindow::setContentProperty(const QByteArray& name, const QString& value) {
-    if (name == wire::view::bounds.data())
-        bounds_ = fromWords(value);
-    else
-        ViewWindow::setContentProperty(name, value);
 }
 
 /// On a small screen. What is higher than what bars and the title leave of it, desktops put under a bar, with
 /// its title above the upper edge, or on another screen.
 QSize ManagedWindow::firstSizeIn(QSize room) const {
-    constexpr int titleBar = 40, desktopsBar = 48;
+    constexpr int titleBar = 40;
     if (!frame_)
         room.rheight() -= titleBar;
-    // A compositor tells nobody how much its own bars take.
-    if (x11::connection() == nullptr)
-        room.rheight() -= desktopsBar;
+    room.setHeight(stage_.heightLeftByBars(room.height()));
     return around(firstSize()).boundedTo(room);
 }
 
 QRect ManagedWindow::firstPlace() const {
-    const QScreen* target = screenOf(connector_);
+    const QScreen* target = screenNear(connector_);
     const QRect room = target != nullptr ? target->availableGeometry() : QRect();
     const QSize size =
         bounds_.isValid() ? around(bounds_.size()).boundedTo(room.size()) : firstSizeIn(room.size());
@@ -96,10 +106,12 @@ void ManagedWindow::appear() {
 }
 
 void ManagedWindow::takeKeyboard() {
-    if (x11::connection() != nullptr)
-        x11::activate(static_cast<xcb_window_t>(winId()));
-    else
-        requestActivate();
+    stage_.activate(*this);
+}
+
+void ManagedWindow::followBackground() {
+    ViewWindow::followBackground();
+    stage_.fillBackground(*this);
 }
 
 QSize ManagedWindow::around(const QSize& content) const {
@@ -115,9 +127,9 @@ void ManagedWindow::resizeEvent(QResizeEvent* event) {
 void ManagedWindow::closeEvent(QCloseEvent* event) {
     // What is being typed counts as entered.
     contentItem()->forceActiveFocus();
-    const QString bounds = inWords(QRect(framePosition(), frame_ ? frame_->within(size()) : size()));
+    const QRect bounds(framePosition(), frame_ ? frame_->within(size()) : size());
     ViewWindow::closeEvent(event);
-    emit action(QString::fromUtf8(wire::view::closedAction.data()), bounds);
+    emit closed(bounds);
 }
 
 } // namespace kelpa::view

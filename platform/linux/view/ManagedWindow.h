@@ -1,23 +1,45 @@
 #pragma once
 
+#include "platform/linux/view/Stage.h"
 #include "platform/linux/view/ViewWindow.h"
-#include "platform/linux/view/WindowFrame.h"
 
 #include <memory>
 
 namespace kelpa::view {
 
+/// A window's own title bar and edges. Sizes are in the toolkit's units.
+class WindowFrame {
+  public:
+    /// Null when it cannot be made.
+    static std::unique_ptr<WindowFrame> make(QQuickWindow& window, QQmlEngine& engine);
+    ~WindowFrame();
+    WindowFrame(const WindowFrame&) = delete;
+    WindowFrame& operator=(const WindowFrame&) = delete;
+
+    /// How large a window around content of some size is, and the other way round.
+    [[nodiscard]] QSize around(const QSize& content) const;
+    [[nodiscard]] QSize within(const QSize& window) const;
+    /// Puts the content where it belongs in a window of that size.
+    void layOut(QQuickItem& content, const QSize& window) const;
+
+  private:
+    explicit WindowFrame(std::unique_ptr<QQuickItem> item);
+
+    int titleHeight_;
+    std::unique_ptr<QQuickItem> item_; ///< goes before the window does, as the content
+};
+
 /// An ordinary window, which the window manager moves and stacks, and decorates unless it leaves that to
-/// windows. A person asked for it, so it
-/// takes the keyboard at once. It begins in the middle of its screen, later where it was closed.
+/// windows. A person asked for it, so it takes the keyboard at once. It begins in the middle of its screen,
+/// later where it was closed.
 class ManagedWindow : public ViewWindow {
     Q_OBJECT
 
   public:
-    ManagedWindow(QQmlEngine& engine, const QString& file);
+    /// The stage outlives the window.
+    ManagedWindow(Stage& stage, QQmlEngine& engine, const QString& file);
 
-    void setPlace(const QRect& pixels, const QString& connector) override;
-    void setContentProperty(const QByteArray& name, const QString& value) override;
+    void setPlace(const QRect& bounds, const QString& connector) override;
     /// It does not fade.
     void setAlpha(double /*alpha*/) override {}
     void fadeTo(double /*alpha*/, double /*seconds*/) override {}
@@ -32,11 +54,13 @@ class ManagedWindow : public ViewWindow {
     [[nodiscard]] QSize around(const QSize& content) const;
     void closeEvent(QCloseEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    void followBackground() override;
 
   private:
     [[nodiscard]] QRect firstPlace() const;
     [[nodiscard]] QSize firstSizeIn(QSize room) const;
 
+    Stage& stage_;
     std::unique_ptr<WindowFrame> frame_; ///< null where the window manager draws it
     QString connector_;
     QRect bounds_; ///< where it was, and how large its content; null the first time

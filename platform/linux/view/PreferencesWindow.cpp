@@ -23,8 +23,8 @@ QVariant valueIn(const wire::Message& message) {
 
 } // namespace
 
-PreferencesWindow::PreferencesWindow(QQmlEngine& engine)
-    : ManagedWindow(engine, QStringLiteral("Preferences.qml")) {
+PreferencesWindow::PreferencesWindow(Stage& stage, QQmlEngine& engine)
+    : ManagedWindow(stage, engine, QStringLiteral("Preferences.qml")) {
     setFlags(Qt::Window);
 }
 

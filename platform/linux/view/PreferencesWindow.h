@@ -13,7 +13,7 @@ class PreferencesWindow : public ManagedWindow {
     Q_OBJECT
 
   public:
-    explicit PreferencesWindow(QQmlEngine& engine);
+    PreferencesWindow(Stage& stage, QQmlEngine& engine);
 
     void setContentProperty(const QByteArray& name, const QString& value) override;
     void tellControl(const wire::Message& message) override;

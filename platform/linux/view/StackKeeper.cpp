@@ -1,8 +1,5 @@
 #include "platform/linux/view/StackKeeper.h"
 
-#include "platform/linux/view/X11.h"
-
-#include <QGuiApplication>
 #include <algorithm>
 #include <chrono>
 
@@ -15,11 +12,10 @@ namespace {
 constexpr auto burst = 100ms;
 constexpr int mostAnswers = 20;
 constexpr auto answersForgotten = 1min;
-constexpr std::uint8_t sentEventBit = 0x80;
 
 /// The top-level window that an event puts on the screen or moves in the stack; none for other events.
-xcb_window_t climber(const xcb_generic_event_t& event) {
-    switch (event.response_type & ~sentEventBit) {
+xcb_window_t climber(int type, const xcb_generic_event_t& event) {
+    switch (type) {
     case XCB_MAP_NOTIFY:
         return reinterpret_cast<const xcb_map_notify_event_t&>(event).window;
     case XCB_CONFIGURE_NOTIFY:
@@ -33,19 +29,16 @@ xcb_window_t climber(const xcb_generic_event_t& event) {
 
 } // namespace
 
-StackKeeper::StackKeeper(QObject* parent) : QObject(parent) {
+StackKeeper::StackKeeper() {
     soon_.setInterval(burst);
     soon_.setSingleShot(true);
     soon_.callOnTimeout([this] { raiseAll(); });
 }
 
 void StackKeeper::keep(std::vector<xcb_window_t> windows) {
-    if (windows == windows_ || x11::connection() == nullptr)
+    if (windows == windows_)
         return;
-    if (windows_.empty())
-        qApp->installNativeEventFilter(this);
-    if (windows.empty())
-        qApp->removeNativeEventFilter(this);
+    listen(!windows.empty());
     if (windows.empty() != windows_.empty())
         x11::watchRoot(XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY, !windows.empty());
     windows_ = std::move(windows);
@@ -73,13 +66,10 @@ void StackKeeper::raiseAll() {
         x11::raise(window);
 }
 
-bool StackKeeper::nativeEventFilter(const QByteArray& type, void* event, qintptr* /*result*/) {
-    if (type != "xcb_generic_event_t")
-        return false;
-    const xcb_window_t window = climber(*static_cast<const xcb_generic_event_t*>(event));
+void StackKeeper::hear(int type, const xcb_generic_event_t& event) {
+    const xcb_window_t window = climber(type, event);
     if (window != XCB_WINDOW_NONE && !isOurs(window) && !soon_.isActive())
         answer(window);
-    return false;
 }
 
 } // namespace kelpa::view

@@ -1,27 +1,24 @@
 #pragma once
 
-#include <QAbstractNativeEventFilter>
+#include "platform/linux/view/X11.h"
+
 #include <QDeadlineTimer>
 #include <QTimer>
 #include <map>
 #include <vector>
-#include <xcb/xcb.h>
 
 namespace kelpa::view {
 
 /// Brings windows back to the top when something was put above them. It gives up against a window that climbs
 /// again and again, as a screen locker's does, for the rest of a minute or until it is told of windows anew.
-class StackKeeper : public QObject, public QAbstractNativeEventFilter {
-    Q_OBJECT
-
+class StackKeeper : private x11::EventFilter {
   public:
-    explicit StackKeeper(QObject* parent = nullptr);
+    StackKeeper();
     /// Keeps these on top from now on, and no others; the first is the lowest of them.
     void keep(std::vector<xcb_window_t> windows);
 
-    bool nativeEventFilter(const QByteArray& type, void* event, qintptr* result) override;
-
   private:
+    void hear(int type, const xcb_generic_event_t& event) override;
     [[nodiscard]] bool isOurs(xcb_window_t window) const;
     void answer(xcb_window_t climber);
     void raiseAll();

@@ -2,12 +2,15 @@
 
 #include <QRect>
 #include <QString>
+#include <functional>
 #include <memory>
 #include <vector>
 
 class QMouseEvent;
+class QObject;
 class QQuickItem;
 class QQuickWindow;
+class QScreen;
 
 namespace kelpa::view {
 
@@ -17,7 +20,8 @@ enum class WindowRole {
     Panel, ///< floats above other programs' windows and below covers, dragged by its background
 };
 
-/// Brings one window to the screen, in the way of the display server.
+/// Brings one window to the screen, in the way of the display server. What there is nothing to do for where
+/// that server is at work does nothing.
 class WindowHost {
   public:
     virtual ~WindowHost() = default;
@@ -29,26 +33,28 @@ class WindowHost {
     /// In front of everything of its role. The display server may let it be seen a moment later.
     virtual void show() = 0;
     virtual void hide() = 0;
-    /// The colour of the content's background is another one.
-    virtual void followBackground() = 0;
+    /// Has the window filled with the colour of the content's background, wherever the content is not.
+    virtual void followBackground() {}
     /// An opacity from 0 to 1 follows, or several that make up a fade.
-    virtual void beginFade() = 0;
+    virtual void beginFade() {}
     virtual void setOpacity(double value) = 0;
     /// A window that is fading out takes no more input.
-    virtual void setLeaving(bool leaving) = 0;
-    /// The keys go to the window from now on, because a person clicked it.
-    virtual void takeKeyboard() = 0;
+    virtual void setLeaving(bool /*leaving*/) {}
+    /// The keys go to the window from now on, because a person clicked it, where a compositor does not see to
+    /// that.
+    virtual void takeKeyboard() {}
     /// The same, but nobody asked for it: only once nobody is typing.
-    virtual void takeKeyboardInQuiet() = 0;
+    virtual void takeKeyboardInQuiet() {}
     /// A drag of the window by its background: the press, each motion after it, and the release.
     virtual void beginDrag(const QMouseEvent& event) = 0;
-    virtual void drag(const QMouseEvent& event) = 0;
-    virtual void endDrag() = 0;
-    /// Where the window is, as far as that is known here: not after a drag that the compositor does.
+    virtual void drag(const QMouseEvent& /*event*/) {}
+    virtual void endDrag() {}
+    /// Where the window is, as `setPlace` counts and as far as that is known here: not after a drag that the
+    /// compositor does.
     [[nodiscard]] virtual QRect place() const = 0;
 };
 
-/// What the display server lets this program do.
+/// What the display server lets this program do. What a compositor sees to by itself does nothing there.
 class Stage {
   public:
     virtual ~Stage() = default;
@@ -57,14 +63,34 @@ class Stage {
                                                  WindowRole role) = 0;
     /// From now on no key reaches anything but this window; null ends that. The same one again changes
     /// nothing.
-    virtual void guardKeyboard(QQuickWindow* window) = 0;
+    virtual void guardKeyboard(QQuickWindow* /*window*/) {}
     /// The guarded window gets the keyboard, whoever has it.
-    virtual void focusGuarded() = 0;
+    virtual void focusGuarded() {}
     /// These windows show, the lowest first, and stay above all others.
-    virtual void keepOnTop(const std::vector<QQuickWindow*>& windows) = 0;
+    virtual void keepOnTop(const std::vector<QQuickWindow*>& /*windows*/) {}
+
+    // Ordinary windows, which the window manager or the compositor looks after.
+    /// Has the window filled with its colour even before it is painted, where that can be.
+    virtual void fillBackground(QQuickWindow& /*window*/) {}
+    /// Asks for the keyboard and a place in front, as for a person who chose the window.
+    virtual void activate(QQuickWindow& window) = 0;
+    /// How high a window may be at first where that much is free, as far as anybody tells.
+    [[nodiscard]] virtual int heightLeftByBars(int available) const = 0;
+    /// Whether every window has to draw its title bar and edges itself.
+    [[nodiscard]] virtual bool windowsDrawFrames() const = 0;
+
+    /// Whether nobody but this process hears what a person does in its windows.
+    [[nodiscard]] virtual bool inputIsOurs() const = 0;
 };
 
 /// The stage for the display server that Qt is connected to.
 [[nodiscard]] std::unique_ptr<Stage> makeStage();
+
+/// The screen of a connector; null when there is none.
+[[nodiscard]] QScreen* screenOf(const QString& connector);
+/// The same, but any screen rather than none; null only where there is none at all.
+[[nodiscard]] QScreen* screenNear(const QString& connector);
+/// Runs `changed` after screens came, went or changed, for as long as `listener` is there.
+void watchScreens(QObject& listener, const std::function<void()>& changed);
 
 } // namespace kelpa::view

@@ -1,12 +1,10 @@
 #include "platform/linux/view/ViewWindow.h"
 
-#include "platform/linux/view/X11.h"
-
-#include <QGuiApplication>
+#include <QJsonDocument>
+#include <QMetaProperty>
 #include <QQmlComponent>
 #include <QQmlEngine>
 #include <QQuickItem>
-#include <QScreen>
 #include <stdexcept>
 
 namespace kelpa::view {
@@ -33,15 +31,6 @@ void ViewWindow::makeContent(QQmlEngine& engine, const QString& file) {
 
 void ViewWindow::followBackground() {
     setColor(content_->property("color").value<QColor>());
-    if (handle() != nullptr && x11::connection() != nullptr)
-        x11::setBackground(static_cast<xcb_window_t>(winId()), color());
-}
-
-QScreen* ViewWindow::screenOf(const QString& connector) {
-    for (QScreen* screen : QGuiApplication::screens())
-        if (screen->name() == connector)
-            return screen;
-    return QGuiApplication::primaryScreen();
 }
 
 void ViewWindow::resizeEvent(QResizeEvent* event) {
@@ -49,8 +38,14 @@ void ViewWindow::resizeEvent(QResizeEvent* event) {
     content_->setSize(QSizeF(event->size()));
 }
 
+/// What has parts comes as one JSON value, which a page keeps in a property of any type.
 void ViewWindow::setContentProperty(const QByteArray& name, const QString& value) {
-    content_->setProperty(name.constData(), value);
+    const QMetaObject& page = *content_->metaObject();
+    const QMetaProperty property = page.property(page.indexOfProperty(name.constData()));
+    const bool parts = property.metaType() == QMetaType::fromType<QVariant>();
+    const QVariant told = parts ? QJsonDocument::fromJson(value.toUtf8()).toVariant() : value;
+    if (!property.write(content_.get(), told))
+        qWarning("The page %s has no %s.", page.className(), name.constData());
 }
 
 } // namespace kelpa::view

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/helper/Message.h"
+#include "platform/linux/helper/Lines.h"
 
 #include <QQuickWindow>
 #include <QRect>
@@ -22,7 +22,8 @@ class ViewWindow : public QQuickWindow {
     ViewWindow(QQmlEngine& engine, const QString& file);
     ~ViewWindow() override;
 
-    /// Where the window stands: in the desktop's units, on the screen of that connector.
+    /// Where the window stands: in the desktop's units, on the screen of that connector; a window of the
+    /// window manager's where `closed` said that it stood, if it did.
     virtual void setPlace(const QRect& place, const QString& connector) = 0;
     virtual void setContentProperty(const QByteArray& name, const QString& value);
     /// Shows what a `tell` of the program says of a control, in a window that has controls.
@@ -50,11 +51,11 @@ class ViewWindow : public QQuickWindow {
     void didToControl(const QStringList& fields);
     /// A person dragged the window: where its upper left corner is now, in the units of `setPlace`.
     void dragged(QPoint corner);
+    /// A person closed the window, whose content was as large as that and whose frame stood there.
+    void closed(const QRect& bounds);
 
   protected:
     [[nodiscard]] QQuickItem& content() const { return *content_; }
-    /// The screen of a connector, else the primary one; null when there is none.
-    [[nodiscard]] static QScreen* screenOf(const QString& connector);
     void resizeEvent(QResizeEvent* event) override;
 
   protected slots:

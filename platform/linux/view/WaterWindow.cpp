@@ -1,12 +1,10 @@
 #include "platform/linux/view/WaterWindow.h"
 
-#include "platform/linux/view/X11.h"
 #include "ui/Window.h"
 
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QQuickItem>
-#include <QScreen>
 #include <utility>
 
 namespace kelpa::view {
@@ -20,17 +18,6 @@ constexpr auto deafMilliseconds = static_cast<qint64>(1000 * deafSeconds(WindowS
 
 WaterWindow::WaterWindow(Stage& stage, QQmlEngine& engine)
     : PlacedWindow(stage, engine, QStringLiteral("WaterPanel.qml"), WindowRole::Panel) {}
-
-/// An X server counts in pixels however large the desktop draws, so that the panel's size does not say yet
-/// how many it has there. It keeps its corner. A Wayland compositor counts in the units that Qt draws in.
-void WaterWindow::setPlace(const QRect& place, const QString& connector) {
-    size_ = place.size();
-    const QScreen* screen = screenOf(connector);
-    const double factor = x11::connection() != nullptr && screen != nullptr ? screen->devicePixelRatio() : 1;
-    QRect drawn(QPoint(), (QSizeF(place.size()) * factor).toSize());
-    drawn.moveTopRight(place.topRight());
-    PlacedWindow::setPlace(drawn, connector);
-}
 
 /// Shown again while it has the keyboard, it is not given that a second time.
 void WaterWindow::appeared() {
@@ -90,11 +77,8 @@ void WaterWindow::mouseReleaseEvent(QMouseEvent* event) {
 
 void WaterWindow::drop(const QRect& from) {
     host().endDrag();
-    if (host().place() == from)
-        return;
-    QRect place(QPoint(), size_);
-    place.moveTopRight(host().place().topRight());
-    emit dragged(place.topLeft());
+    if (host().place() != from)
+        emit dragged(host().place().topLeft());
 }
 
 } // namespace kelpa::view

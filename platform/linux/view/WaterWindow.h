@@ -16,7 +16,6 @@ class WaterWindow : public PlacedWindow {
   public:
     WaterWindow(Stage& stage, QQmlEngine& engine);
 
-    void setPlace(const QRect& place, const QString& connector) override;
     void takeKeyboard() override;
 
   protected:
@@ -32,7 +31,6 @@ class WaterWindow : public PlacedWindow {
     [[nodiscard]] bool deaf() const;
     void drop(const QRect& from);
 
-    QSize size_; ///< as the program counts
     QElapsedTimer focused_;
     std::optional<QRect> heldAt_; ///< where it was when a drag began
 };

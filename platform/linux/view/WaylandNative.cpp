@@ -4,6 +4,8 @@
 #include <QQuickWindow>
 #include <algorithm>
 #include <qpa/qplatformnativeinterface.h>
+#include <relative-pointer.h>
+#include <utility>
 #include <wayland-client.h>
 
 namespace kelpa::view::wayland {
@@ -112,6 +114,39 @@ void* bind(const wl_interface& interface, std::uint32_t version) {
     // What the object and those that it makes are told comes with everything else that Qt reads.
     wl_proxy_set_queue(static_cast<wl_proxy*>(bound), nullptr);
     return bound;
+}
+
+std::unique_ptr<RelativePointer> RelativePointer::find() {
+    auto* manager =
+        static_cast<zwp_relative_pointer_manager_v1*>(bind(zwp_relative_pointer_manager_v1_interface, 1));
+    return manager == nullptr ? nullptr : std::unique_ptr<RelativePointer>(new RelativePointer(manager));
+}
+
+RelativePointer::~RelativePointer() {
+    rest();
+    zwp_relative_pointer_manager_v1_destroy(manager_);
+}
+
+void RelativePointer::follow(std::function<void(QPointF distance)> moved) {
+    static constexpr zwp_relative_pointer_v1_listener listener{
+        [](void* self, zwp_relative_pointer_v1*, std::uint32_t, std::uint32_t, wl_fixed_t right,
+           wl_fixed_t down, wl_fixed_t, wl_fixed_t) {
+            static_cast<RelativePointer*>(self)->moved_(
+                QPointF(wl_fixed_to_double(right), wl_fixed_to_double(down)));
+        }};
+    rest();
+    wl_pointer* device = pointer();
+    if (device == nullptr)
+        return;
+    moved_ = std::move(moved);
+    motion_ = zwp_relative_pointer_manager_v1_get_relative_pointer(manager_, device);
+    zwp_relative_pointer_v1_add_listener(motion_, &listener, this);
+    wl_display_flush(display());
+}
+
+void RelativePointer::rest() {
+    if (motion_ != nullptr)
+        zwp_relative_pointer_v1_destroy(std::exchange(motion_, nullptr));
 }
 
 } // namespace kelpa::view::wayland

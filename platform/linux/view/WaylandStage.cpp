@@ -1,17 +1,116 @@
 #include "platform/linux/view/WaylandStage.h"
 
-#include "platform/linux/view/LayerHost.h"
-#include "platform/linux/view/ToplevelHost.h"
-
-#include <QtGlobal>
+#include <QQuickItem>
+#include <QQuickWindow>
+#include <QScreen>
 
 namespace kelpa::view {
+
+namespace {
+
+/// An ordinary window of a Wayland session whose compositor offers nothing better: full screen on its output,
+/// or a panel wherever the compositor puts it.
+class ToplevelHost final : public QObject, public WindowHost {
+  public:
+    ToplevelHost(QQuickWindow& window, QQuickItem& content, WindowRole role);
+
+    void setPlace(const QRect& place, const QString& connector) override;
+    void prepare() override;
+    void show() override;
+    void hide() override;
+    void followBackground() override;
+    void setOpacity(double value) override;
+    void beginDrag(const QMouseEvent& event) override;
+    [[nodiscard]] QRect place() const override { return place_; }
+
+  private:
+    [[nodiscard]] QScreen* targetScreen() const;
+    void screensChanged();
+
+    QQuickWindow& window_;
+    QQuickItem& content_;
+    WindowRole role_;
+    QRect place_;
+    QString connector_;
+    bool wanted_ = false; ///< shown, or to be shown as soon as its screen is there
+};
+
+ToplevelHost::ToplevelHost(QQuickWindow& window, QQuickItem& content, WindowRole role)
+    : window_(window), content_(content), role_(role) {
+    window_.setFlags(Qt::Window | Qt::FramelessWindowHint);
+    watchScreens(*this, [this] { screensChanged(); });
+}
+
+/// A panel shows on any screen rather than not at all.
+QScreen* ToplevelHost::targetScreen() const {
+    return role_ == WindowRole::Panel ? screenNear(connector_) : screenOf(connector_);
+}
+
+void ToplevelHost::setPlace(const QRect& place, const QString& connector) {
+    const bool moved = connector != connector_;
+    place_ = place;
+    connector_ = connector;
+    if (moved)
+        screensChanged();
+}
+
+void ToplevelHost::screensChanged() {
+    QScreen* screen = wanted_ ? targetScreen() : nullptr;
+    if (screen == nullptr || (window_.isVisible() && window_.screen() != screen))
+        window_.hide();
+    if (screen == nullptr || window_.isVisible())
+        return;
+    prepare();
+    if (role_ == WindowRole::Cover)
+        window_.showFullScreen();
+    else
+        window_.show();
+}
+
+void ToplevelHost::prepare() {
+    if (QScreen* screen = targetScreen())
+        window_.setScreen(screen);
+    // A window of one possible size floats also where the others are tiled.
+    if (role_ == WindowRole::Panel) {
+        window_.setMinimumSize(place_.size());
+        window_.setMaximumSize(place_.size());
+    }
+    window_.resize(place_.size());
+    window_.create();
+    followBackground();
+}
+
+void ToplevelHost::show() {
+    wanted_ = true;
+    screensChanged();
+}
+
+void ToplevelHost::hide() {
+    wanted_ = false;
+    window_.hide();
+}
+
+void ToplevelHost::followBackground() {
+    window_.setColor(content_.property("color").value<QColor>());
+}
+
+/// Behind a full-screen window the compositor shows nothing, and a window's opacity cannot be changed: the
+/// content comes out of the background.
+void ToplevelHost::setOpacity(double value) {
+    content_.setProperty("reveal", value);
+}
+
+void ToplevelHost::beginDrag(const QMouseEvent&) {
+    window_.startSystemMove();
+}
+
+} // namespace
 
 WaylandStage::WaylandStage() {
     if (qgetenv("KELPA_LAYER_SHELL") != "no")
         layers_ = LayerShell::find();
     if (layers_)
-        pointer_ = RelativePointer::find();
+        pointer_ = wayland::RelativePointer::find();
 }
 
 std::unique_ptr<WindowHost> WaylandStage::makeHost(QQuickWindow& window, QQuickItem& content,
@@ -19,6 +118,23 @@ std::unique_ptr<WindowHost> WaylandStage::makeHost(QQuickWindow& window, QQuickI
     if (layers_)
         return std::make_unique<LayerHost>(LayerTools{*layers_, pointer_.get()}, window, content, role);
     return std::make_unique<ToplevelHost>(window, content, role);
+}
+
+void WaylandStage::activate(QQuickWindow& window) {
+    window.requestActivate();
+}
+
+/// A compositor tells nobody how much its own bars take.
+int WaylandStage::heightLeftByBars(int available) const {
+    constexpr int desktopsBar = 48;
+    return available - desktopsBar;
+}
+
+/// GNOME's compositor is one that wants every window to draw its own. The toolkit would draw some, but only
+/// together with OpenGL, which takes more memory than everything else in this process.
+bool WaylandStage::windowsDrawFrames() const {
+    static const bool left = !wayland::offers("zxdg_decoration_manager_v1");
+    return left;
 }
 
 } // namespace kelpa::view

@@ -1,8 +1,6 @@
 #pragma once
 
-#include "platform/linux/view/LayerShell.h"
-#include "platform/linux/view/RelativePointer.h"
-#include "platform/linux/view/Stage.h"
+#include "platform/linux/view/LayerHost.h"
 
 namespace kelpa::view {
 
@@ -12,13 +10,14 @@ class WaylandStage final : public Stage {
   public:
     WaylandStage();
     std::unique_ptr<WindowHost> makeHost(QQuickWindow& window, QQuickItem& content, WindowRole role) override;
-    void guardKeyboard(QQuickWindow*) override {}
-    void focusGuarded() override {}
-    void keepOnTop(const std::vector<QQuickWindow*>&) override {}
+    void activate(QQuickWindow& window) override;
+    [[nodiscard]] int heightLeftByBars(int available) const override;
+    [[nodiscard]] bool windowsDrawFrames() const override;
+    [[nodiscard]] bool inputIsOurs() const override { return true; }
 
   private:
-    std::unique_ptr<LayerShell> layers_;       ///< null where the compositor has no layers
-    std::unique_ptr<RelativePointer> pointer_; ///< null where it tells only where the pointer is
+    std::unique_ptr<LayerShell> layers_;                ///< null where the compositor has no layers
+    std::unique_ptr<wayland::RelativePointer> pointer_; ///< null where it tells only where the pointer is
 };
 
 } // namespace kelpa::view

@@ -1,10 +1,9 @@
 #include "platform/linux/view/WindowKeeper.h"
 
 #include "platform/linux/helper/ViewProtocol.h"
-#include "platform/linux/view/AboutWindow.h"
 #include "platform/linux/view/BreakWindow.h"
+#include "platform/linux/view/Dialogs.h"
 #include "platform/linux/view/PreferencesWindow.h"
-#include "platform/linux/view/UpdateWindow.h"
 #include "platform/linux/view/WaterWindow.h"
 
 #include <QGuiApplication>
@@ -26,12 +25,34 @@ std::unique_ptr<ViewWindow> makeKind(Stage& stage, QQmlEngine& engine, const std
     if (kind == word::waterKind)
         return std::make_unique<WaterWindow>(stage, engine);
     if (kind == word::preferencesKind)
-        return std::make_unique<PreferencesWindow>(engine);
+        return std::make_unique<PreferencesWindow>(stage, engine);
     if (kind == word::aboutKind)
-        return std::make_unique<AboutWindow>(engine);
+        return std::make_unique<AboutWindow>(stage, engine);
     if (kind == word::updateKind)
-        return std::make_unique<UpdateWindow>(engine);
+        return std::make_unique<UpdateWindow>(stage, engine);
     throw std::runtime_error("there is no window of the kind \"" + kind + "\"");
+}
+
+constexpr qint64 pauseMilliseconds = 200;
+
+bool isInput(QEvent::Type type) {
+    switch (type) {
+    case QEvent::MouseMove:
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+    case QEvent::Wheel:
+    case QEvent::KeyPress:
+    case QEvent::KeyRelease:
+    case QEvent::TouchBegin:
+    case QEvent::TouchUpdate:
+    case QEvent::TouchEnd:
+    case QEvent::TabletMove:
+    case QEvent::TabletPress:
+    case QEvent::TabletRelease:
+        return true;
+    default:
+        return false;
+    }
 }
 
 } // namespace
@@ -40,6 +61,8 @@ WindowKeeper::WindowKeeper(Channel& channel) : channel_(channel) {
     engine_.addImportPath(QStringLiteral(":/")); // where the program's own module is compiled in
     connect(&channel_, &Channel::received, this, &WindowKeeper::obey);
     connect(&channel_, &Channel::settled, this, &WindowKeeper::settle);
+    if (stage_->inputIsOurs())
+        qApp->installEventFilter(this);
 }
 
 WindowKeeper::~WindowKeeper() = default;
@@ -48,12 +71,22 @@ void WindowKeeper::complain(const std::string& text) {
     channel_.send({word::warning, text});
 }
 
+/// Tells the program that a person uses one of its windows: not what is done there, only that something is.
+bool WindowKeeper::eventFilter(QObject* watched, QEvent* event) {
+    const bool used = isInput(event->type()) && event->spontaneous() && watched->isWindowType();
+    if (used && (!inputTold_.isValid() || inputTold_.elapsed() >= pauseMilliseconds)) {
+        inputTold_.start();
+        channel_.send({word::input});
+    }
+    return false;
+}
+
 void WindowKeeper::obey(const wire::Message& message) {
     if (message.verb() == word::activate || message.verb() == word::deactivate) {
         focusDue_ = message.verb() == word::activate;
         return;
     }
-    if (message.verb() == word::ping)
+    if (message.verb() == wire::ping)
         return;
     const auto id = message.number(1);
     if (id && message.verb() == word::open)
@@ -109,6 +142,11 @@ ViewWindow* WindowKeeper::make(int id, const std::string& kind) {
         connect(window.get(), &ViewWindow::didToControl, this, [this, id](const QStringList& fields) {
             const auto at = [&fields](int i) { return fields.value(i).toStdString(); };
             channel_.send({word::did, std::to_string(id), at(0), at(1), at(2), at(3), at(4)});
+        });
+        connect(window.get(), &ViewWindow::closed, this, [this, id](const QRect& bounds) {
+            channel_.send({word::closed, std::to_string(id), std::to_string(bounds.x()),
+                           std::to_string(bounds.y()), std::to_string(bounds.width()),
+                           std::to_string(bounds.height())});
         });
         connect(window.get(), &ViewWindow::dragged, this, [this, id](QPoint corner) {
             channel_.send(
@@ -187,7 +225,7 @@ void WindowKeeper::warmUp() {
 /// After everything else that the lines ask for, so that a view that is held up by it does not say so.
 void WindowKeeper::tellTaken() {
     if (std::exchange(taken_, channel_.lines()) != channel_.lines())
-        channel_.send({word::taken, std::to_string(taken_)});
+        channel_.send({wire::taken, std::to_string(taken_)});
 }
 
 } // namespace kelpa::view

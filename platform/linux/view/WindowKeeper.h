@@ -4,6 +4,7 @@
 #include "platform/linux/view/Stage.h"
 #include "platform/linux/view/ViewWindow.h"
 
+#include <QElapsedTimer>
 #include <QQmlEngine>
 #include <map>
 #include <memory>
@@ -18,6 +19,7 @@ class WindowKeeper : public QObject {
   public:
     explicit WindowKeeper(Channel& channel);
     ~WindowKeeper() override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
     using Windows = std::map<int, std::unique_ptr<ViewWindow>>;
@@ -41,6 +43,7 @@ class WindowKeeper : public QObject {
     Windows windows_;
     int front_ = 0; ///< the window that was shown last
     bool focusDue_ = false;
+    QElapsedTimer inputTold_;
     bool ready_ = false;
     int taken_ = 0; ///< lines, as far as the program has been told
 };

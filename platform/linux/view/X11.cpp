@@ -2,6 +2,7 @@
 
 #include <QColor>
 #include <QGuiApplication>
+#include <QtEndian>
 #include <array>
 #include <cstring>
 
@@ -26,14 +27,51 @@ int defaultScreen() {
 QRect placeIfUnmanaged(xcb_window_t window) {
     const auto attributes = xcb_get_window_attributes(connection(), window);
     const auto geometry = xcb_get_geometry(connection(), window);
-    const ReplyPointer<xcb_get_window_attributes_reply_t> kind(
+    const X11Reply<xcb_get_window_attributes_reply_t> kind(
         xcb_get_window_attributes_reply(connection(), attributes, nullptr));
-    const ReplyPointer<xcb_get_geometry_reply_t> place(
-        xcb_get_geometry_reply(connection(), geometry, nullptr));
+    const X11Reply<xcb_get_geometry_reply_t> place(xcb_get_geometry_reply(connection(), geometry, nullptr));
     if (!kind || !place || kind->override_redirect == 0)
         return {};
     return {place->x, place->y, place->width, place->height};
 }
+
+enum class Kind : quint8 { Integer = 0, Text = 1, Color = 2 };
+
+/// Reads the numbers and texts of the published settings one after another. Beyond the end everything is zero
+/// and empty, and `good()` says so.
+class Cursor {
+  public:
+    explicit Cursor(const QByteArray& bytes) : bytes_(bytes), bigEndian_(bytes.startsWith('\1')) {}
+
+    template <typename Number>
+    Number number() {
+        const QByteArray raw = take(sizeof(Number));
+        if (raw.isEmpty())
+            return 0;
+        return bigEndian_ ? qFromBigEndian<Number>(raw.constData())
+                          : qFromLittleEndian<Number>(raw.constData());
+    }
+    /// A text and the bytes that fill it up to a multiple of four.
+    QByteArray text(qsizetype length) {
+        const QByteArray result = take(length);
+        take((4 - length % 4) % 4);
+        return result;
+    }
+    QByteArray take(qsizetype count) {
+        good_ = good_ && count >= 0 && count <= bytes_.size() - at_;
+        if (!good_)
+            return {};
+        at_ += count;
+        return bytes_.mid(at_ - count, count);
+    }
+    [[nodiscard]] bool good() const { return good_; }
+
+  private:
+    const QByteArray& bytes_;
+    qsizetype at_ = 0;
+    bool bigEndian_;
+    bool good_ = true;
+};
 
 } // namespace
 
@@ -57,7 +95,7 @@ xcb_window_t root() {
 xcb_atom_t atom(const QByteArray& name) {
     const auto cookie =
         xcb_intern_atom(connection(), 0, static_cast<std::uint16_t>(name.size()), name.constData());
-    const ReplyPointer<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(connection(), cookie, nullptr));
+    const X11Reply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(connection(), cookie, nullptr));
     return reply ? reply->atom : static_cast<xcb_atom_t>(XCB_ATOM_NONE);
 }
 
@@ -65,7 +103,7 @@ xcb_window_t selectionOwner(const QByteArray& selection) {
     if (connection() == nullptr)
         return XCB_WINDOW_NONE;
     const auto cookie = xcb_get_selection_owner(connection(), atom(selection));
-    const ReplyPointer<xcb_get_selection_owner_reply_t> reply(
+    const X11Reply<xcb_get_selection_owner_reply_t> reply(
         xcb_get_selection_owner_reply(connection(), cookie, nullptr));
     return reply ? reply->owner : static_cast<xcb_window_t>(XCB_WINDOW_NONE);
 }
@@ -73,7 +111,7 @@ xcb_window_t selectionOwner(const QByteArray& selection) {
 QByteArray property(xcb_window_t window, const QByteArray& name) {
     const auto cookie =
         xcb_get_property(connection(), 0, window, atom(name), XCB_ATOM_ANY, 0, longestProperty);
-    const ReplyPointer<xcb_get_property_reply_t> reply(xcb_get_property_reply(connection(), cookie, nullptr));
+    const X11Reply<xcb_get_property_reply_t> reply(xcb_get_property_reply(connection(), cookie, nullptr));
     if (!reply)
         return {};
     return {static_cast<const char*>(xcb_get_property_value(reply.get())),
@@ -103,7 +141,7 @@ QImage picture(xcb_window_t window, const QSize& pixels) {
     const auto cookie = xcb_get_image(connection(), XCB_IMAGE_FORMAT_Z_PIXMAP, window, 0, 0,
                                       static_cast<std::uint16_t>(pixels.width()),
                                       static_cast<std::uint16_t>(pixels.height()), ~0U);
-    const ReplyPointer<xcb_get_image_reply_t> reply(xcb_get_image_reply(connection(), cookie, nullptr));
+    const X11Reply<xcb_get_image_reply_t> reply(xcb_get_image_reply(connection(), cookie, nullptr));
     QImage image(pixels, QImage::Format_RGB32);
     if (!reply || xcb_get_image_data_length(reply.get()) != image.sizeInBytes())
         return {};
@@ -134,7 +172,7 @@ void focus(xcb_window_t window) {
 }
 
 xcb_window_t focused() {
-    const ReplyPointer<xcb_get_input_focus_reply_t> reply(
+    const X11Reply<xcb_get_input_focus_reply_t> reply(
         xcb_get_input_focus_reply(connection(), xcb_get_input_focus(connection()), nullptr));
     return reply && reply->focus > XCB_INPUT_FOCUS_POINTER_ROOT ? reply->focus
                                                                 : static_cast<xcb_window_t>(XCB_WINDOW_NONE);
@@ -144,7 +182,7 @@ xcb_window_t focused() {
 /// has a state.
 QRect unmanagedPlace(xcb_window_t window) {
     while (window != XCB_WINDOW_NONE && property(window, QByteArrayLiteral("WM_STATE")).isEmpty()) {
-        const ReplyPointer<xcb_query_tree_reply_t> tree(
+        const X11Reply<xcb_query_tree_reply_t> tree(
             xcb_query_tree_reply(connection(), xcb_query_tree(connection(), window), nullptr));
         if (!tree)
             return {};
@@ -192,13 +230,59 @@ void clear(xcb_window_t window, const QRect& pixels) {
 
 void watchRoot(std::uint32_t mask, bool watched) {
     const auto cookie = xcb_get_window_attributes(connection(), root());
-    const ReplyPointer<xcb_get_window_attributes_reply_t> reply(
+    const X11Reply<xcb_get_window_attributes_reply_t> reply(
         xcb_get_window_attributes_reply(connection(), cookie, nullptr));
     if (!reply)
         return;
     const std::uint32_t events = watched ? reply->your_event_mask | mask : reply->your_event_mask & ~mask;
     xcb_change_window_attributes(connection(), root(), XCB_CW_EVENT_MASK, &events);
     xcb_flush(connection());
+}
+
+QByteArray findSetting(const QByteArray& published, const QByteArray& name) {
+    Cursor cursor(published);
+    cursor.take(8); // byte order and serial number
+    const auto count = cursor.number<quint32>();
+    for (quint32 i = 0; i < count && cursor.good(); ++i) {
+        const auto kind = static_cast<Kind>(cursor.number<quint8>());
+        cursor.take(1);
+        const QByteArray key = cursor.text(cursor.number<quint16>());
+        cursor.take(4); // serial number of the last change
+        QByteArray value;
+        if (kind == Kind::Text)
+            value = cursor.text(static_cast<qsizetype>(cursor.number<quint32>()));
+        else
+            cursor.take(kind == Kind::Integer ? 4 : 8);
+        if (key == name && cursor.good())
+            return value;
+    }
+    return {};
+}
+
+QByteArray setting(const QByteArray& name) {
+    const xcb_window_t manager = selectionOwner("_XSETTINGS_S" + QByteArray::number(screenNumber()));
+    if (manager == XCB_WINDOW_NONE)
+        return {};
+    return findSetting(property(manager, "_XSETTINGS_SETTINGS"), name);
+}
+
+void EventFilter::listen(bool listening) {
+    if (listening == listening_)
+        return;
+    listening_ = listening;
+    if (listening)
+        qApp->installNativeEventFilter(this);
+    else
+        qApp->removeNativeEventFilter(this);
+}
+
+bool EventFilter::nativeEventFilter(const QByteArray& type, void* event, qintptr* /*result*/) {
+    constexpr int sentEventBit = 0x80;
+    if (type == "xcb_generic_event_t") {
+        const auto& generic = *static_cast<const xcb_generic_event_t*>(event);
+        hear(generic.response_type & ~sentEventBit, generic);
+    }
+    return false;
 }
 
 } // namespace kelpa::x11

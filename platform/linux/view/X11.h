@@ -1,10 +1,11 @@
 #pragma once
 
+#include "platform/linux/display/X11Reply.h"
+
+#include <QAbstractNativeEventFilter>
 #include <QByteArray>
 #include <QImage>
 #include <QRect>
-#include <cstdlib>
-#include <memory>
 #include <xcb/xcb.h>
 
 class QColor;
@@ -12,12 +13,6 @@ class QWindow;
 
 /// What Qt offers no verb for, over the X connection that Qt has open.
 namespace kelpa::x11 {
-
-struct FreeReply {
-    void operator()(void* reply) const { std::free(reply); }
-};
-template <typename Reply>
-using ReplyPointer = std::unique_ptr<Reply, FreeReply>;
 
 /// Null when the program does not run on X11.
 [[nodiscard]] xcb_connection_t* connection();
@@ -34,6 +29,12 @@ using ReplyPointer = std::unique_ptr<Reply, FreeReply>;
 [[nodiscard]] int depthOf(xcb_visualid_t visual);
 /// What stands behind a window inside another one, in the window's place; null when that cannot be told.
 [[nodiscard]] QImage picture(xcb_window_t window, const QSize& pixels);
+
+/// A text among the settings that the desktop's settings program publishes; empty when there is no such
+/// program or setting.
+[[nodiscard]] QByteArray setting(const QByteArray& name);
+/// The same, out of the published bytes.
+[[nodiscard]] QByteArray findSetting(const QByteArray& published, const QByteArray& name);
 
 /// Where a window really is, in pixels of the desktop.
 void moveResize(xcb_window_t window, const QRect& pixels);
@@ -54,5 +55,19 @@ void forbidShadow(xcb_window_t window);
 void clear(xcb_window_t window, const QRect& pixels);
 /// Adds to or takes from the events that come from the root window.
 void watchRoot(std::uint32_t mask, bool watched);
+
+/// Hears the events that the server sends this program, while it listens.
+class EventFilter : private QAbstractNativeEventFilter {
+  protected:
+    ~EventFilter() override = default;
+    void listen(bool listening);
+    [[nodiscard]] bool listening() const { return listening_; }
+    virtual void hear(int type, const xcb_generic_event_t& event) = 0;
+
+  private:
+    bool nativeEventFilter(const QByteArray& type, void* event, qintptr* result) final;
+
+    bool listening_ = false;
+};
 
 } // namespace kelpa::x11

@@ -1,10 +1,173 @@
 #include "platform/linux/view/X11Stage.h"
 
-#include "platform/linux/view/X11Host.h"
+#include "platform/linux/view/X11.h"
 
+#include <QMouseEvent>
+#include <QQuickItem>
 #include <QQuickWindow>
+#include <QScreen>
 
 namespace kelpa::view {
+
+namespace {
+
+xcb_window_t idOf(const QQuickWindow& window) {
+    return static_cast<xcb_window_t>(window.winId());
+}
+
+/// A window beyond the reach of the window manager: only so it stands above panels, on all workspaces, and
+/// exactly where it belongs.
+class X11Host final : public QObject, public WindowHost {
+  public:
+    X11Host(QQuickWindow& window, QQuickItem& content, WindowRole role);
+
+    void setPlace(const QRect& place, const QString& connector) override;
+    void prepare() override;
+    void show() override;
+    void hide() override;
+    void followBackground() override;
+    void beginFade() override { composited_ = x11::composited(); }
+    void setOpacity(double value) override;
+    void setLeaving(bool leaving) override;
+    void takeKeyboard() override;
+    void takeKeyboardInQuiet() override;
+    void beginDrag(const QMouseEvent& event) override;
+    void drag(const QMouseEvent& event) override;
+    [[nodiscard]] QRect place() const override;
+
+  private:
+    /// Asserts the place, because something else may have changed it.
+    void assertPlace();
+    void fillEdges();
+
+    QQuickWindow& window_;
+    QQuickItem& content_;
+    WindowRole role_;
+    KeysAtRest keysAtRest_;
+    QSize size_; ///< as the program counts
+    QRect pixels_;
+    QString connector_;
+    QPoint grip_;
+    bool composited_ = false;
+};
+
+X11Host::X11Host(QQuickWindow& window, QQuickItem& content, WindowRole role)
+    : window_(window), content_(content), role_(role) {
+    window_.setFlags(Qt::Window | Qt::FramelessWindowHint | Qt::BypassWindowManagerHint);
+    connect(&window_, &QQuickWindow::frameSwapped, this, &X11Host::fillEdges);
+    // A screen that comes, goes or changes can move windows that have nothing to do with it.
+    watchScreens(*this, [this] { assertPlace(); });
+}
+
+/// The server counts in pixels however large the desktop draws, so that a panel's size does not say yet how
+/// many it has there. It keeps its corner.
+void X11Host::setPlace(const QRect& place, const QString& connector) {
+    const QScreen* screen = screenNear(connector);
+    const bool drawn = role_ == WindowRole::Panel && screen != nullptr;
+    size_ = place.size();
+    pixels_.setSize((QSizeF(size_) * (drawn ? screen->devicePixelRatio() : 1)).toSize());
+    pixels_.moveTopRight(place.topRight());
+    connector_ = connector;
+    assertPlace();
+}
+
+QRect X11Host::place() const {
+    QRect place(QPoint(), size_);
+    place.moveTopRight(pixels_.topRight());
+    return place;
+}
+
+void X11Host::assertPlace() {
+    QScreen* target = screenNear(connector_);
+    if (pixels_.isEmpty() || target == nullptr)
+        return;
+    // Qt counts in its own units, of which a screen need not be a whole number; the server counts in pixels.
+    const double factor = target->devicePixelRatio();
+    const QPoint inScreen = pixels_.topLeft() - target->geometry().topLeft();
+    const QRect place((QPointF(inScreen) / factor).toPoint() + target->geometry().topLeft(),
+                      QSize(qCeil(pixels_.width() / factor), qCeil(pixels_.height() / factor)));
+    if (window_.screen() != target)
+        window_.setScreen(target);
+    if (window_.geometry() != place)
+        window_.setGeometry(place);
+    if (window_.handle() != nullptr)
+        x11::moveResize(idOf(window_), pixels_);
+}
+
+/// At a fractional scale what is painted can end a pixel short of the right and the lower edge, and be black
+/// there.
+void X11Host::fillEdges() {
+    const double factor = window_.devicePixelRatio();
+    const int right = qFloor(qFloor(pixels_.width() / factor) * factor);
+    const int bottom = qFloor(qFloor(pixels_.height() / factor) * factor);
+    if (right < pixels_.width())
+        x11::clear(idOf(window_), QRect(right, 0, pixels_.width() - right, pixels_.height()));
+    if (bottom < pixels_.height())
+        x11::clear(idOf(window_), QRect(0, bottom, pixels_.width(), pixels_.height() - bottom));
+}
+
+void X11Host::prepare() {
+    window_.create();
+    // It would fall on the next screen.
+    if (role_ == WindowRole::Cover)
+        x11::forbidShadow(idOf(window_));
+    assertPlace();
+    followBackground();
+}
+
+void X11Host::show() {
+    if (!window_.isVisible()) {
+        prepare();
+        window_.show();
+    }
+    x11::raise(idOf(window_));
+}
+
+void X11Host::hide() {
+    keysAtRest_.cancel();
+    window_.hide();
+}
+
+void X11Host::followBackground() {
+    window_.setColor(content_.property("color").value<QColor>());
+    if (window_.handle() != nullptr)
+        x11::setBackground(idOf(window_), window_.color());
+}
+
+/// Without a compositor the window itself cannot be seen through: then its content comes out of the
+/// background.
+void X11Host::setOpacity(double value) {
+    window_.setOpacity(composited_ ? value : 1.0);
+    content_.setProperty("reveal", composited_ ? 1.0 : value);
+}
+
+/// Where one sees through it one can also click through it.
+void X11Host::setLeaving(bool leaving) {
+    window_.setFlag(Qt::WindowTransparentForInput, leaving && composited_);
+}
+
+void X11Host::takeKeyboard() {
+    keysAtRest_.cancel();
+    if (window_.isVisible())
+        x11::focus(idOf(window_));
+}
+
+void X11Host::takeKeyboardInQuiet() {
+    keysAtRest_.whenReached([this] { takeKeyboard(); });
+}
+
+void X11Host::beginDrag(const QMouseEvent& event) {
+    grip_ = event.globalPosition().toPoint() - window_.position();
+}
+
+void X11Host::drag(const QMouseEvent& event) {
+    const QPoint distance = event.globalPosition().toPoint() - grip_ - window_.position();
+    const double factor = window_.screen()->devicePixelRatio();
+    pixels_.translate((QPointF(distance) * factor).toPoint());
+    window_.setPosition(window_.position() + distance);
+}
+
+} // namespace
 
 std::unique_ptr<WindowHost> X11Stage::makeHost(QQuickWindow& window, QQuickItem& content, WindowRole role) {
     return std::make_unique<X11Host>(window, content, role);
@@ -17,8 +180,17 @@ void X11Stage::guardKeyboard(QQuickWindow* window) {
 void X11Stage::keepOnTop(const std::vector<QQuickWindow*>& windows) {
     std::vector<xcb_window_t> ids;
     for (const QQuickWindow* window : windows)
-        ids.push_back(static_cast<xcb_window_t>(window->winId()));
+        ids.push_back(idOf(*window));
     stack_.keep(std::move(ids));
+}
+
+void X11Stage::fillBackground(QQuickWindow& window) {
+    if (window.handle() != nullptr)
+        x11::setBackground(idOf(window), window.color());
+}
+
+void X11Stage::activate(QQuickWindow& window) {
+    x11::activate(idOf(window));
 }
 
 } // namespace kelpa::view

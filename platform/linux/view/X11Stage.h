@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/view/KeyboardGuard.h"
+#include "platform/linux/view/Keyboard.h"
 #include "platform/linux/view/StackKeeper.h"
 #include "platform/linux/view/Stage.h"
 
@@ -13,6 +13,12 @@ class X11Stage final : public Stage {
     void guardKeyboard(QQuickWindow* window) override;
     void focusGuarded() override { keyboard_.takeFocus(); }
     void keepOnTop(const std::vector<QQuickWindow*>& windows) override;
+    void fillBackground(QQuickWindow& window) override;
+    void activate(QQuickWindow& window) override;
+    [[nodiscard]] int heightLeftByBars(int available) const override { return available; }
+    [[nodiscard]] bool windowsDrawFrames() const override { return false; }
+    /// The server tells the program itself.
+    [[nodiscard]] bool inputIsOurs() const override { return false; }
 
   private:
     KeyboardGuard keyboard_;

@@ -1,8 +1,7 @@
 #include "platform/linux/helper/ViewProtocol.h"
-#include "platform/linux/view/Browser.h"
 #include "platform/linux/view/Channel.h"
-#include "platform/linux/view/InputReport.h"
 #include "platform/linux/view/SessionBus.h"
+#include "platform/linux/view/Surroundings.h"
 #include "platform/linux/view/WindowKeeper.h"
 
 #include <QGuiApplication>
@@ -10,7 +9,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <malloc.h>
-#include <optional>
 
 namespace {
 
@@ -82,9 +80,5 @@ int main(int argc, char** argv) {
     messages = &channel;
     qInstallMessageHandler(passOn);
     const kelpa::view::WindowKeeper windows(channel);
-    // An X server tells the program itself who uses which window.
-    std::optional<kelpa::view::InputReport> input;
-    if (QGuiApplication::platformName() == QStringLiteral("wayland"))
-        input.emplace(channel);
     return QGuiApplication::exec();
 }

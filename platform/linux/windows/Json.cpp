@@ -79,6 +79,13 @@ std::string aboutJson(const AboutContent& about) {
     return textOf(about);
 }
 
+std::string choicesJson(const std::vector<std::pair<std::string, std::string>>& choices) {
+    json all = json::array();
+    for (const auto& [value, text] : choices)
+        all.push_back({{"value", value}, {"text", text}});
+    return textOf(all);
+}
+
 std::string entriesJson(const std::vector<PreferencesEntry>& entries) {
     json all = json::array();
     std::size_t bytes = 0;

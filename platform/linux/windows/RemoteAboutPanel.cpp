@@ -5,30 +5,20 @@
 
 namespace kelpa {
 
-namespace view = wire::view;
-
-RemoteAboutPanel::~RemoteAboutPanel() {
-    if (record_)
-        record_->setActionHandler(nullptr);
-}
-
-void RemoteAboutPanel::make() {
-    record_ = windows_.makeManaged(view::aboutKind, "");
-    record_->setActionHandler([this](const std::string& action, const std::string& value) {
-        if (action != view::closedAction)
-            return;
-        record_->setProperty(view::bounds, value);
-        record_->hide();
-    });
-}
+namespace word = wire::view;
 
 void RemoteAboutPanel::show(const AboutText& text) {
-    if (!record_)
-        make();
-    record_->setTitle(text.name);
-    record_->setProperty(view::about, aboutJson({text.icon, "", "", text.name, text.version, text.copyright,
-                                                 text.credits, text.creditsLink}));
-    windows_.showManaged(*record_);
+    if (!window_) {
+        window_ = windows_.makeManaged(word::aboutKind, "");
+        window_->setActionHandler([this](const std::string& action, const std::string& /*value*/) {
+            if (action == word::closedAction)
+                window_->close();
+        });
+    }
+    window_->setTitle(text.name);
+    window_->setProperty("about", aboutJson({text.icon, "", "", text.name, text.version, text.copyright,
+                                             text.credits, text.creditsLink}));
+    window_->orderFrontRegardless();
 }
 
 } // namespace kelpa

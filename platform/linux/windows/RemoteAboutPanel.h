@@ -12,17 +12,11 @@ class RemoteAboutPanel final : public AboutPanel {
   public:
     /// The window system outlives the panel.
     explicit RemoteAboutPanel(RemoteWindowSystem& windows) : windows_(windows) {}
-    ~RemoteAboutPanel() override;
-    RemoteAboutPanel(const RemoteAboutPanel&) = delete;
-    RemoteAboutPanel& operator=(const RemoteAboutPanel&) = delete;
-
     void show(const AboutText& text) override;
 
   private:
-    void make();
-
     RemoteWindowSystem& windows_;
-    std::shared_ptr<WindowRecord> record_; ///< null until the panel is shown
+    std::unique_ptr<RemoteWindow> window_; ///< null until the panel is shown
 };
 
 } // namespace kelpa

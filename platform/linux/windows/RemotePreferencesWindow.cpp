@@ -11,43 +11,35 @@ namespace kelpa {
 
 namespace view = wire::view;
 
-RemotePreferencesWindow::~RemotePreferencesWindow() {
-    if (!record_)
-        return;
-    record_->setActionHandler(nullptr);
-    record_->setControlHandler(nullptr);
-    record_->setReplayed(nullptr);
-}
-
 void RemotePreferencesWindow::setLayout(const PreferencesLayout& layout, PreferencesClient& client) {
     client_ = &client;
-    record_ = windows_.makeManaged(view::preferencesKind, layout.title);
-    record_->setProperty(view::layout, layoutJson(layout));
-    record_->setActionHandler(
+    window_ = windows_.makeManaged(view::preferencesKind, layout.title);
+    window_->setProperty(view::layout, layoutJson(layout));
+    window_->setActionHandler(
         [this](const std::string& action, const std::string& value) { didAct(action, value); });
-    record_->setControlHandler([this](const wire::Message& message) { didToControl(message); });
-    record_->setReplayed([this] { client_->showAgain(); });
+    window_->setControlHandler([this](const wire::Message& message) { didToControl(message); });
+    window_->setReplayed([this] { client_->showAgain(); });
 }
 
 void RemotePreferencesWindow::show() {
-    if (record_)
-        windows_.showManaged(*record_);
+    if (window_)
+        window_->orderFrontRegardless();
 }
 
 void RemotePreferencesWindow::show(const std::string& id, PreferencesField field,
                                    const PreferencesValue& value) {
-    if (!record_)
+    if (!window_)
         return;
     const std::string_view name = view::nameOf(view::fields, field);
     if (const auto* on = std::get_if<bool>(&value))
-        record_->tell(id, name, view::boolType, *on ? "1" : "0");
+        window_->tell(id, name, view::boolType, *on ? "1" : "0");
     else if (const auto* number = std::get_if<std::int64_t>(&value))
-        record_->tell(id, name, view::numberType, std::to_string(*number));
+        window_->tell(id, name, view::numberType, std::to_string(*number));
     else if (const auto* text = std::get_if<std::string>(&value))
-        record_->tell(id, name, view::textType,
+        window_->tell(id, name, view::textType,
                       field == PreferencesField::Value ? shorten(id, {{0, *text, {}}}).front().text : *text);
     else if (const auto* entries = std::get_if<std::vector<PreferencesEntry>>(&value))
-        record_->tell(id, name, view::listType, entriesJson(shorten(id, *entries)));
+        window_->tell(id, name, view::listType, entriesJson(shorten(id, *entries)));
 }
 
 std::vector<PreferencesEntry> RemotePreferencesWindow::shorten(const std::string& id,
@@ -73,12 +65,11 @@ std::string RemotePreferencesWindow::whole(const std::string& id, const std::str
 
 void RemotePreferencesWindow::didAct(const std::string& action, const std::string& value) {
     if (action == view::closedAction) {
-        record_->setProperty(view::bounds, value);
-        record_->hide();
-        record_->noteProperty(view::currentPane, "0");
+        window_->close();
+        window_->noteProperty(view::currentPane, "0");
         client_->closed();
     } else if (action == view::turnedAction) {
-        record_->noteProperty(view::currentPane, value);
+        window_->noteProperty(view::currentPane, value);
     } else if (action == view::cameToFrontAction) {
         client_->cameToFront();
     }

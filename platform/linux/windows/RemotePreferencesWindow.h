@@ -15,9 +15,6 @@ class RemotePreferencesWindow final : public PreferencesWindow {
   public:
     /// The window system outlives the window.
     explicit RemotePreferencesWindow(RemoteWindowSystem& windows) : windows_(windows) {}
-    ~RemotePreferencesWindow() override;
-    RemotePreferencesWindow(const RemotePreferencesWindow&) = delete;
-    RemotePreferencesWindow& operator=(const RemotePreferencesWindow&) = delete;
 
     void setLayout(const PreferencesLayout& layout, PreferencesClient& client) override;
     void show() override;
@@ -44,7 +41,7 @@ class RemotePreferencesWindow final : public PreferencesWindow {
     RemoteWindowSystem& windows_;
     PreferencesClient* client_ = nullptr;
     std::vector<Cut> cuts_;                ///< hardly ever any
-    std::shared_ptr<WindowRecord> record_; ///< null until the window is laid out
+    std::unique_ptr<RemoteWindow> window_; ///< null until the window is laid out
 };
 
 } // namespace kelpa

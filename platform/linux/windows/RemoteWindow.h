@@ -1,36 +1,40 @@
 #pragma once
 
-#include "platform/linux/EventLoop.h"
-#include "platform/linux/windows/WindowRecord.h"
+#include "base/Published.h"
+#include "platform/linux/display/Screens.h"
+#include "platform/linux/helper/Lines.h"
 #include "platform/ports/WindowSystem.h"
 
+#include <functional>
 #include <list>
 #include <memory>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
 
 namespace kelpa {
 
-/// What a window needs of the system that made it.
-class RemoteWindowHome {
-  public:
-    virtual ~RemoteWindowHome() = default;
-    virtual EventLoop& loop() = 0;
-    [[nodiscard]] virtual WindowPlace place(const Rect& frame, std::uint32_t screen) const = 0;
-    /// Makes the record for a window's content, or hands out the one that was prepared for it.
-    virtual std::shared_ptr<WindowRecord> record(const WindowSpec& spec, std::string_view kind) = 0;
-    virtual void forget(const std::shared_ptr<WindowRecord>& record) = 0;
-    /// Told when the same frame may be another place on the desktop.
-    virtual Subscription observeScreens(std::function<void()> told) = 0;
+class RemoteWindowSystem;
+
+/// Whose place on the desktop it is.
+enum class Placing {
+    Ours,           ///< exactly where the core wants it, and made ready before it is shown
+    WindowManagers, ///< on the main screen at first; the view knows of it only while it is shown
 };
 
-/// A window that another process draws. Fades end here by the clock, whatever that process does.
+/// A window that another process draws: all that this process, the view, has to know of it. It is told of
+/// changes as they happen, and of everything again when another view takes over. Fades end here by the clock,
+/// whatever the view does.
 class RemoteWindow final : public NativeWindow {
   public:
-    /// Does nothing any more once `home` is gone.
-    RemoteWindow(std::weak_ptr<RemoteWindowHome> home, const WindowSpec& spec);
+    /// A window of some kind that the view knows. Without its system, once that is gone, it does nothing.
+    RemoteWindow(RemoteWindowSystem& system, std::string_view kind, const WindowSpec& spec, Placing placing);
     ~RemoteWindow() override;
     RemoteWindow(const RemoteWindow&) = delete;
     RemoteWindow& operator=(const RemoteWindow&) = delete;
 
+    /// The window outlives these faces.
     std::unique_ptr<BreakScreenFace> hostBreakScreen(BreakScreenClient& client) override;
     std::unique_ptr<WaterPanelFace> hostWaterPanel(WaterPanelClient& client) override;
     void setAlpha(double alpha) override;
@@ -38,18 +42,80 @@ class RemoteWindow final : public NativeWindow {
     void orderFrontRegardless() override;
     void close() override;
     void setFrame(const Rect& frame, std::uint32_t screen) override;
-    [[nodiscard]] bool visible() const override { return record_ && record_->visible(); }
+    [[nodiscard]] bool visible() const override { return visible_; }
+
+    void setTitle(const std::string& title);
+    /// Only a value that differs is sent on. Needs no memory for one of the same length.
+    void setProperty(std::string_view name, std::string_view value);
+    /// The same, but sent on in any case: a person may have changed what the window shows.
+    void assertProperty(std::string_view name, std::string_view value);
+    /// Keeps a value that the view shows already: what a person made of it.
+    void noteProperty(std::string_view name, std::string_view value) { store(name, value); }
+    /// Says what a control shows. It is not kept: whoever says it does so again when another view takes over.
+    void tell(std::string_view control, std::string_view field, std::string_view type,
+              std::string_view value) const;
+    using ActionHandler = std::function<void(const std::string& action, const std::string& value)>;
+    /// Is given what a person does in the window while it is shown.
+    void setActionHandler(ActionHandler handler) { handler_ = std::move(handler); }
+    /// Takes what a person did to controls, as the view says it.
+    void setControlHandler(std::function<void(const wire::Message&)> handler) {
+        controlHandler_ = std::move(handler);
+    }
+    /// Runs `run` whenever a view is told everything, before it shows the window.
+    void setReplayed(std::function<void()> run) { replayed_ = std::move(run); }
+
+    // For the window system.
+    [[nodiscard]] int id() const { return id_; }
+    [[nodiscard]] const std::string& kind() const { return kind_; }
+    [[nodiscard]] const std::string& title() const { return spec_.title; }
+    [[nodiscard]] const std::string& connector() const { return connector_; }
+    [[nodiscard]] const PixelRect& pixels() const { return pixels_; }
+    [[nodiscard]] Placing placing() const { return placing_; }
+    /// Shown, and not on its way out.
+    [[nodiscard]] bool staying() const { return visible_ && alpha_ > 0; }
+    /// Takes the place that the frame has on the screens as they are now.
+    void place();
+    /// Tells a view everything that it must know to go on from here.
+    void replay() const;
+    void didAct(const std::string& action, const std::string& value) const;
+    void didToControl(const wire::Message& message) const;
+    /// A person moved the window, whose upper left corner is now there.
+    void didMove(int x, int y);
+    /// A person closed the window, which stood there, and comes back there.
+    void didClose(const PixelRect& pixels);
+    /// The system is gone.
+    void leave() { system_ = nullptr; }
 
   private:
-    /// Gives the window a content of a kind; false where the system is gone.
-    bool fill(std::string_view kind);
-    void place();
-    void leave();
+    template <typename... Values>
+    void send(std::string_view verb, const Values&... values) const;
+    void sendOpen() const;
+    /// Whether a view that runs knows of the window.
+    [[nodiscard]] bool known() const;
+    bool store(std::string_view name, std::string_view value);
+    void setPlace(const PixelRect& pixels, const std::string& connector);
+    void sendAlpha(double alpha);
+    void startFade(double alpha, double seconds);
+    [[nodiscard]] double opacityNow() const;
+    void replayOpacity() const;
 
-    std::weak_ptr<RemoteWindowHome> home_;
+    RemoteWindowSystem* system_; ///< null once it is gone
+    int id_;
+    std::string idText_;
+    std::string kind_;
     WindowSpec spec_;
-    std::shared_ptr<WindowRecord> record_; ///< null until the window has a content
-    Subscription screens_;
+    Placing placing_;
+    PixelRect pixels_;
+    std::string connector_;
+    std::vector<std::pair<std::string, std::string>> properties_;
+    ActionHandler handler_;
+    std::function<void(const wire::Message&)> controlHandler_;
+    std::function<void()> replayed_;
+    bool visible_ = false;
+    double alpha_ = 1;
+    double fadeFrom_ = 1;
+    double fadeEnd_ = 0; ///< on the monotonic clock
+    double fadeSeconds_ = 0;
     std::list<Subscription> fades_;
     Subscription alphaLater_;
 };

@@ -1,6 +1,5 @@
 #include "platform/linux/windows/RemoteWindowSystem.h"
 
-#include "platform/linux/helper/ProcessState.h"
 #include "platform/linux/helper/ViewProtocol.h"
 
 #include <algorithm>
@@ -8,85 +7,66 @@
 
 namespace kelpa {
 
-namespace view = wire::view;
+namespace word = wire::view;
 
 RemoteWindowSystem::RemoteWindowSystem(const WindowSystemParts& parts, std::string program)
-    : parts_(parts), home_(static_cast<RemoteWindowHome*>(this), [](RemoteWindowHome*) {}),
-      view_(parts.loop, std::move(program), *this), answers_(parts.loop, *this) {
-    parts_.screens.observe([this] {
-        screensChanged_.tell();
-        if (client_ != nullptr)
-            client_->screensChanged();
-    });
+    : parts_(parts), view_(parts.loop, std::move(program), *this, Answers::Watched) {
+    parts_.screens.observe([this] { screensChanged(); });
 }
 
 RemoteWindowSystem::~RemoteWindowSystem() {
     parts_.screens.observe(nullptr);
-    home_.reset();
-    for (const auto& record : std::exchange(records_, {}))
-        record->leave();
+    for (RemoteWindow* window : windows_)
+        window->leave();
 }
 
-void RemoteWindowSystem::setClient(WindowSystemClient& client) {
-    client_ = &client;
+void RemoteWindowSystem::screensChanged() {
+    for (RemoteWindow* window : windows_)
+        window->place();
+    if (client_ != nullptr)
+        client_->screensChanged();
+}
+
+int RemoteWindowSystem::join(RemoteWindow& window) {
+    windows_.push_back(&window);
+    return ++lastId_;
+}
+
+void RemoteWindowSystem::forget(RemoteWindow& window) {
+    std::erase(windows_, &window);
+    visibilityChanged();
 }
 
 std::unique_ptr<NativeWindow> RemoteWindowSystem::makeWindow(const WindowSpec& spec) {
-    return std::make_unique<RemoteWindow>(home_, spec);
-}
-
-WindowPlace RemoteWindowSystem::place(const Rect& frame, std::uint32_t screen) const {
-    return {parts_.screens.pixels(frame), parts_.screens.connector(screen)};
-}
-
-std::shared_ptr<WindowRecord> RemoteWindowSystem::makeRecord(std::string_view kind, const std::string& title,
-                                                             const WindowPlace& place, Presence presence) {
-    ViewLink& link = *this;
-    const auto record =
-        std::make_shared<WindowRecord>(link, nextId_++, std::string(kind), title, place, presence);
-    records_.push_back(record);
-    return record;
-}
-
-std::shared_ptr<WindowRecord> RemoteWindowSystem::record(const WindowSpec& spec, std::string_view kind) {
-    const WindowPlace where = place(spec.frame, spec.screen);
+    const bool panel = spec.style == WindowStyle::Panel;
     const auto ready = reserved_.find(spec.screen);
-    if (kind != view::breakKind || ready == reserved_.end())
-        return makeRecord(kind, spec.title, where);
-    const auto record = ready->second;
+    if (panel || ready == reserved_.end())
+        return std::make_unique<RemoteWindow>(*this, panel ? word::waterKind : word::breakKind, spec,
+                                              Placing::Ours);
+    auto window = std::move(ready->second);
     reserved_.erase(ready);
-    record->setTitle(spec.title);
-    record->setPlace(where);
-    return record;
+    window->setTitle(spec.title);
+    window->setFrame(spec.frame, spec.screen);
+    return window;
 }
 
-std::shared_ptr<WindowRecord> RemoteWindowSystem::makeManaged(std::string_view kind,
+std::unique_ptr<RemoteWindow> RemoteWindowSystem::makeManaged(std::string_view kind,
                                                               const std::string& title) {
-    return makeRecord(kind, title, {}, Presence::WhileShown);
-}
-
-void RemoteWindowSystem::showManaged(WindowRecord& window) {
-    const Screen* screen = parts_.screens.mainScreen();
-    if (!window.visible() && screen != nullptr)
-        window.setPlace({{}, parts_.screens.connector(screen->number)});
-    window.show();
-}
-
-void RemoteWindowSystem::forget(const std::shared_ptr<WindowRecord>& record) {
-    std::erase(records_, record);
-    record->leave();
-    visibilityChanged();
+    return std::make_unique<RemoteWindow>(*this, kind, WindowSpec{title, {}}, Placing::WindowManagers);
 }
 
 /// A break window that the core will ask for by the same title a moment later.
 void RemoteWindowSystem::reserveBreakWindows() {
-    for (const Screen& screen : parts_.screens.screens()) {
+    for (const Screen& screen : parts_.screens.all()) {
         const std::string title = std::to_string(screen.number);
-        const bool known = std::any_of(records_.begin(), records_.end(), [&title](const auto& record) {
-            return record->kind() == view::breakKind && record->title() == title;
+        const bool known = std::any_of(windows_.begin(), windows_.end(), [&title](const auto* window) {
+            return window->kind() == word::breakKind && window->title() == title;
         });
         if (!known)
-            reserved_[screen.number] = makeRecord(view::breakKind, title, place(screen.frame, screen.number));
+            reserved_[screen.number] = std::make_unique<RemoteWindow>(
+                *this, word::breakKind,
+                WindowSpec{title, screen.frame, 0, WindowStyle::FullSizeContent, screen.number},
+                Placing::Ours);
     }
 }
 
@@ -97,16 +77,16 @@ void RemoteWindowSystem::prepare() {
 }
 
 bool RemoteWindowSystem::anyVisible() const {
-    return std::any_of(records_.begin(), records_.end(),
-                       [](const auto& record) { return record->visible(); });
+    return std::any_of(windows_.begin(), windows_.end(),
+                       [](const auto* window) { return window->visible(); });
 }
 
 bool RemoteWindowSystem::coverEveryScreen() const {
-    const auto& screens = parts_.screens.screens();
+    const auto& screens = parts_.screens.all();
     const auto covered = [this](const Screen& screen) {
         const std::string connector = parts_.screens.connector(screen.number);
-        return std::any_of(records_.begin(), records_.end(), [&connector](const auto& record) {
-            return record->kind() == view::breakKind && record->staying() && record->connector() == connector;
+        return std::any_of(windows_.begin(), windows_.end(), [&connector](const auto* window) {
+            return window->kind() == word::breakKind && window->staying() && window->connector() == connector;
         });
     };
     return !screens.empty() && std::all_of(screens.begin(), screens.end(), covered);
@@ -131,36 +111,19 @@ void RemoteWindowSystem::startView() {
     const std::string refused = view_.start();
     if (!refused.empty())
         return reportFailure("The windows cannot be drawn: " + refused);
-    answers_.begin();
     replay();
 }
 
-void RemoteWindowSystem::send(std::initializer_list<std::string_view> fields) {
-    view_.send(fields);
-    answers_.sent();
-}
-
-bool RemoteWindowSystem::helperBusy() const {
-    return heldUpByWork(view_.pid());
-}
-
-void RemoteWindowSystem::ask() {
-    send({view::ping});
-}
-
 void RemoteWindowSystem::replay() {
-    for (const auto& record : records_)
-        record->replay();
+    for (const RemoteWindow* window : windows_)
+        window->replay();
     if (active_)
-        send({view::activate});
+        view_.send({word::activate});
 }
 
 void RemoteWindowSystem::endView() {
     idle_.cancel();
-    answers_.end();
     view_.end();
-    for (const auto& [screen, record] : reserved_)
-        std::erase(records_, record);
     reserved_.clear();
 }
 
@@ -170,14 +133,8 @@ void RemoteWindowSystem::reportFailure(const std::string& text) {
     failing_ = true;
 }
 
-void RemoteWindowSystem::helperHangs(double seconds) {
-    view_.kill();
-    helperFailed("has not answered for " + wire::realText(seconds) + " s");
-}
-
 void RemoteWindowSystem::helperFailed(const std::string& how) {
     idle_.cancel();
-    answers_.end();
     if (restarts_.take(monotonicSeconds())) {
         parts_.report.warning("kelpa-view " + how);
         if (anyVisible())
@@ -188,50 +145,49 @@ void RemoteWindowSystem::helperFailed(const std::string& how) {
 }
 
 void RemoteWindowSystem::helperSaid(const wire::Message& message) {
-    if (message.verb() == view::taken)
-        answers_.taken(message.number(1).value_or(0));
-    else if (message.verb() == view::ready)
+    if (message.verb() == word::ready)
         failing_ = false;
-    else if (message.verb() == view::action || message.verb() == view::did)
-        didAct(message);
-    else if (message.verb() == view::dragged)
-        didDrag(message);
-    else if (message.verb() == view::input)
+    else if (message.verb() == word::input)
         usedAt_ = monotonicSeconds();
-    else if (message.verb() == view::warning)
+    else if (message.verb() == word::warning)
         parts_.report.warning("kelpa-view: " + message.field(1));
+    else if (RemoteWindow* window = windowOf(message))
+        windowSaid(*window, message);
 }
 
-std::shared_ptr<WindowRecord> RemoteWindowSystem::recordOf(const wire::Message& message) const {
+void RemoteWindowSystem::windowSaid(RemoteWindow& window, const wire::Message& message) {
+    if (message.verb() == word::action)
+        window.didAct(message.field(2), message.field(3));
+    else if (message.verb() == word::did)
+        window.didToControl(message);
+    else if (message.verb() == word::closed)
+        window.didClose({message.number(2).value_or(0), message.number(3).value_or(0),
+                         message.number(4).value_or(0), message.number(5).value_or(0)});
+    else if (message.verb() == word::dragged)
+        didDrag(window, message);
+}
+
+RemoteWindow* RemoteWindowSystem::windowOf(const wire::Message& message) const {
     const auto id = message.number(1);
-    const auto found = std::find_if(records_.begin(), records_.end(),
-                                    [id](const auto& record) { return record->id() == id; });
-    return found == records_.end() ? nullptr : *found;
+    const auto found = std::find_if(windows_.begin(), windows_.end(),
+                                    [id](const auto* window) { return window->id() == id; });
+    return found == windows_.end() ? nullptr : *found;
 }
 
-void RemoteWindowSystem::didAct(const wire::Message& message) {
-    const auto record = recordOf(message);
-    if (record && message.verb() == view::did)
-        record->didToControl(message);
-    else if (record)
-        record->didAct(message.field(2), message.field(3));
-}
-
-void RemoteWindowSystem::didDrag(const wire::Message& message) {
-    const auto record = recordOf(message);
+void RemoteWindowSystem::didDrag(RemoteWindow& window, const wire::Message& message) {
     const auto x = message.number(2);
     const auto y = message.number(3);
-    if (!record || !x || !y)
+    if (!x || !y)
         return;
-    record->didMove(*x, *y);
+    window.didMove(*x, *y);
     if (client_ != nullptr)
-        client_->panelDragged(parts_.screens.frame(record->pixels()));
+        client_->panelDragged(parts_.screens.frame(window.pixels()));
 }
 
 /// Whether something shows that takes the keyboard past the window manager, and so has to give it back.
 bool RemoteWindowSystem::anyTakesFocus() const {
-    return std::any_of(records_.begin(), records_.end(), [](const auto& record) {
-        return record->presence() == Presence::Always && record->staying();
+    return std::any_of(windows_.begin(), windows_.end(), [](const auto* window) {
+        return window->placing() == Placing::Ours && window->staying();
     });
 }
 
@@ -240,12 +196,12 @@ void RemoteWindowSystem::activate() {
         parts_.focus.remember();
         active_ = true;
     }
-    send({view::activate});
+    view_.send({word::activate});
 }
 
 void RemoteWindowSystem::deactivate() {
     active_ = false;
-    send({view::deactivate});
+    view_.send({word::deactivate});
     parts_.focus.giveBack();
 }
 

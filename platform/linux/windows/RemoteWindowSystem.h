@@ -1,12 +1,8 @@
 #pragma once
 
-#include "base/Published.h"
-#include "platform/linux/display/OwnWindows.h"
-#include "platform/linux/display/ScreenSource.h"
-#include "platform/linux/display/WindowReport.h"
-#include "platform/linux/helper/AnswerWatch.h"
+#include "platform/linux/EventLoop.h"
+#include "platform/linux/display/Display.h"
 #include "platform/linux/helper/HelperProcess.h"
-#include "platform/linux/helper/RestartBudget.h"
 #include "platform/linux/windows/RemoteWindow.h"
 
 #include <limits>
@@ -19,7 +15,7 @@ namespace kelpa {
 /// What the window system works with; all of it outlives the window system.
 struct WindowSystemParts {
     EventLoop& loop;
-    ScreenSource& screens;
+    Screens& screens;
     FocusMemory& focus;
     WindowReport& report;
     /// How long a view that shows nothing is kept, in real seconds.
@@ -28,12 +24,7 @@ struct WindowSystemParts {
 
 /// Windows drawn by `kelpa-view`, a process that runs only while something is shown and shortly before and
 /// after, so that the program itself stays small. Without that process, everything here goes on by the clock.
-class RemoteWindowSystem final : public WindowSystem,
-                                 public OwnWindows,
-                                 private ViewLink,
-                                 private HelperClient,
-                                 private AnswerWatchClient,
-                                 private RemoteWindowHome {
+class RemoteWindowSystem final : public WindowSystem, public OwnWindows, private HelperClient {
   public:
     /// `program` is the path of `kelpa-view`.
     RemoteWindowSystem(const WindowSystemParts& parts, std::string program);
@@ -41,8 +32,8 @@ class RemoteWindowSystem final : public WindowSystem,
     RemoteWindowSystem(const RemoteWindowSystem&) = delete;
     RemoteWindowSystem& operator=(const RemoteWindowSystem&) = delete;
 
-    void setClient(WindowSystemClient& client) override;
-    [[nodiscard]] std::vector<Screen> screens() const override { return parts_.screens.screens(); }
+    void setClient(WindowSystemClient& client) override { client_ = &client; }
+    [[nodiscard]] std::vector<Screen> screens() const override { return parts_.screens.all(); }
     [[nodiscard]] const Screen* mainScreen() const override { return parts_.screens.mainScreen(); }
     std::unique_ptr<NativeWindow> makeWindow(const WindowSpec& spec) override;
     void prepare() override;
@@ -50,59 +41,46 @@ class RemoteWindowSystem final : public WindowSystem,
     void deactivate() override;
 
     /// A window that the desktop's window manager looks after; nobody sees it yet.
-    [[nodiscard]] std::shared_ptr<WindowRecord> makeManaged(std::string_view kind, const std::string& title);
-    /// Shows such a window, at first on the main screen; one that is shown comes to the front.
-    void showManaged(WindowRecord& window);
+    [[nodiscard]] std::unique_ptr<RemoteWindow> makeManaged(std::string_view kind, const std::string& title);
 
     [[nodiscard]] int viewPid() const override { return view_.pid(); }
     [[nodiscard]] bool anyVisible() const override;
     [[nodiscard]] bool coverEveryScreen() const override;
     [[nodiscard]] double secondsSinceInput() const override;
 
-  private:
-    void send(std::initializer_list<std::string_view> fields) override;
-    void visibilityChanged() override;
+    // For the windows.
+    [[nodiscard]] EventLoop& loop() { return parts_.loop; }
+    [[nodiscard]] const Screens& layout() const { return parts_.screens; }
+    [[nodiscard]] HelperProcess& view() { return view_; }
+    /// Counts a window in, which has to be forgotten or left before its end, and gives it a number.
+    int join(RemoteWindow& window);
+    void forget(RemoteWindow& window);
+    /// A window was shown or hidden.
+    void visibilityChanged();
 
+  private:
     void helperSaid(const wire::Message& message) override;
     void helperFailed(const std::string& how) override;
 
-    void readAnswers() override { view_.takeIn(); }
-    [[nodiscard]] bool helperBusy() const override;
-    void ask() override;
-    void helperHangs(double seconds) override;
-
-    EventLoop& loop() override { return parts_.loop; }
-    [[nodiscard]] WindowPlace place(const Rect& frame, std::uint32_t screen) const override;
-    std::shared_ptr<WindowRecord> record(const WindowSpec& spec, std::string_view kind) override;
-    void forget(const std::shared_ptr<WindowRecord>& record) override;
-    Subscription observeScreens(std::function<void()> told) override {
-        return screensChanged_.add(std::move(told));
-    }
-
+    void screensChanged();
     [[nodiscard]] bool anyTakesFocus() const;
-    std::shared_ptr<WindowRecord> makeRecord(std::string_view kind, const std::string& title,
-                                             const WindowPlace& place, Presence presence = Presence::Always);
     void startView();
     void replay();
     void reserveBreakWindows();
     void endView();
     void reportFailure(const std::string& text);
-    void didAct(const wire::Message& message);
-    void didDrag(const wire::Message& message);
+    void windowSaid(RemoteWindow& window, const wire::Message& message);
+    void didDrag(RemoteWindow& window, const wire::Message& message);
     /// The window that a message of the view is about; null for one that is gone.
-    [[nodiscard]] std::shared_ptr<WindowRecord> recordOf(const wire::Message& message) const;
+    [[nodiscard]] RemoteWindow* windowOf(const wire::Message& message) const;
 
     WindowSystemParts parts_;
-    /// Owns nothing: windows see by it whether the system is still there.
-    std::shared_ptr<RemoteWindowHome> home_;
     HelperProcess view_;
-    AnswerWatch answers_;
     WindowSystemClient* client_ = nullptr;
-    Listeners<> screensChanged_;
-    std::vector<std::shared_ptr<WindowRecord>> records_;
+    std::vector<RemoteWindow*> windows_;
     /// Windows that the view made ready for screens that had none yet, by the number of the screen.
-    std::map<std::uint32_t, std::shared_ptr<WindowRecord>> reserved_;
-    int nextId_ = 1;
+    std::map<std::uint32_t, std::unique_ptr<RemoteWindow>> reserved_;
+    int lastId_ = 0;
     bool active_ = false;
     bool failing_ = false;
     /// When a person last used a window, as the view tells.

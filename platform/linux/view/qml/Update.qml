@@ -9,11 +9,10 @@ Rectangle {
     property string text
     property string notes
     property string notesLink
-    /// Pairs of lines: the action of a button, and its text.
-    property string buttons
+    /// Each with its action for a value. The last one is the one that leads on.
+    property var buttons: []
     /// A fraction as text; below 0 while nobody knows how long it takes, empty when there is none.
     property string progress
-    readonly property var buttonLines: buttons === "" ? [] : buttons.split("\n")
     signal action(string name, string value)
 
     implicitWidth: 540
@@ -97,19 +96,18 @@ Rectangle {
             spacing: Theme.stackSpace
 
             Repeater {
-                model: page.buttonLines.length / 2
+                // From the right end: the last one comes first.
+                model: page.buttons.slice().reverse()
 
                 PushButton {
                     required property int index
-                    // From the right end: the last one comes first.
-                    readonly property int line: page.buttonLines.length - 2 * (index + 1)
-                    readonly property string name: page.buttonLines[line]
+                    required property var modelData
 
-                    text: page.buttonLines[line + 1]
-                    prominent: index === 0 && name !== "cancel"
+                    text: modelData.text
+                    prominent: index === 0 && modelData.value !== "cancel"
                     onClicked: {
                         if (!settling.running)
-                            page.action(name, "");
+                            page.action(modelData.value, "");
                     }
                 }
             }

@@ -13,7 +13,7 @@ Rectangle {
     property string doneText
     property string closeText
     property string cup
-    property string amounts
+    property var amounts: []
     property string finished
     property string percent
     property string remain

@@ -5,30 +5,24 @@ import Kelpa
 Item {
     id: selection
 
-    property string amounts
+    /// Each with its millilitres, as text, for a value.
+    property var amounts: []
     property string selected
     signal chosen(string millilitres)
 
-    readonly property var entries: {
-        const lines = amounts === "" ? [] : amounts.split("\n");
-        const all = [];
-        for (let i = 0; i + 1 < lines.length; i += 2)
-            all.push({ millilitres: lines[i], text: lines[i + 1] });
-        return all;
-    }
     readonly property int columns: Measures.tileColumns
-    readonly property int current: entries.findIndex(entry => entry.millilitres === selected)
+    readonly property int current: amounts.findIndex(amount => amount.value === selected)
 
     function move(step) {
         const next = current < 0 ? 0 : current + step;
-        if (next >= 0 && next < entries.length)
-            chosen(entries[next].millilitres);
+        if (next >= 0 && next < amounts.length)
+            chosen(amounts[next].value);
     }
 
-    implicitHeight: Math.ceil(entries.length / columns) * Measures.tileHeight
+    implicitHeight: Math.ceil(amounts.length / columns) * Measures.tileHeight
     activeFocusOnTab: true
     Accessible.role: Accessible.List
-    Accessible.name: current < 0 ? "" : entries[current].text
+    Accessible.name: current < 0 ? "" : amounts[current].text
     Accessible.focusable: true
     Keys.onLeftPressed: move(-1)
     Keys.onRightPressed: move(1)
@@ -75,7 +69,7 @@ Item {
         }
     }
     Repeater {
-        model: selection.entries
+        model: selection.amounts
 
         Cell {
             id: cell
@@ -88,7 +82,7 @@ Item {
             Accessible.name: modelData.text
             Accessible.checkable: true
             Accessible.checked: chosen
-            Accessible.onPressAction: selection.chosen(modelData.millilitres)
+            Accessible.onPressAction: selection.chosen(modelData.value)
 
             Capsule {
                 visible: !cell.chosen
@@ -106,7 +100,7 @@ Item {
                 anchors.fill: parent
                 hoverEnabled: true
                 cursorShape: Qt.PointingHandCursor
-                onClicked: selection.chosen(cell.modelData.millilitres)
+                onClicked: selection.chosen(cell.modelData.value)
             }
         }
     }

@@ -1,11 +1,12 @@
-#include "platform/linux/view/KeyboardGuard.h"
-
-#include "platform/linux/view/X11.h"
+#include "platform/linux/view/Keyboard.h"
 
 #include <QGuiApplication>
 #include <QScreen>
 #include <algorithm>
 #include <chrono>
+#include <cstdint>
+#include <utility>
+#include <xcb/xinput.h>
 
 namespace kelpa::view {
 
@@ -15,10 +16,9 @@ namespace {
 
 constexpr auto retryInterval = 100ms;
 /// Screen lockers try for some four seconds to get the keyboard.
-constexpr auto quietTime = 2s;
+constexpr auto guardedQuiet = 2s;
 /// Against another program that wants the focus as much.
 constexpr auto focusInterval = 200ms;
-constexpr std::uint8_t sentEventBit = 0x80;
 
 /// In pixels, while Qt counts a screen's size in units of its own.
 QRect pixelsOf(const QScreen& screen) {
@@ -47,29 +47,47 @@ bool isLocker(xcb_window_t window) {
                        [&place](const QScreen* screen) { return place.contains(pixelsOf(*screen)); });
 }
 
+constexpr auto restingTime = 1s;
+
+std::uint8_t inputExtension() {
+    const auto* extension = xcb_get_extension_data(x11::connection(), &xcb_input_id);
+    return extension != nullptr && extension->present != 0 ? extension->major_opcode : std::uint8_t{0};
+}
+
+/// Raw key presses are told to everyone who asks, whichever window has the focus.
+void selectRawKeys(bool selected) {
+    struct {
+        xcb_input_event_mask_t head;
+        std::uint32_t mask;
+    } events = {};
+    events.head.deviceid = XCB_INPUT_DEVICE_ALL_MASTER;
+    events.head.mask_len = 1;
+    events.mask = selected ? std::uint32_t{XCB_INPUT_XI_EVENT_MASK_RAW_KEY_PRESS} : 0U;
+    xcb_input_xi_select_events(x11::connection(), x11::root(), 1, &events.head);
+    xcb_flush(x11::connection());
+}
+
 } // namespace
 
-KeyboardGuard::KeyboardGuard(QObject* parent) : QObject(parent) {
+KeyboardGuard::KeyboardGuard() {
     retry_.setInterval(retryInterval);
     retry_.setSingleShot(true);
     retry_.callOnTimeout([this] { takeFocus(); });
-    quiet_.setInterval(quietTime);
+    quiet_.setInterval(guardedQuiet);
     quiet_.setSingleShot(true);
     quiet_.callOnTimeout([this] { restIfQuiet(); });
 }
 
 void KeyboardGuard::guard(QWindow* window) {
-    if (window == window_ || x11::connection() == nullptr)
+    if (window == window_)
         return;
+    listen(window != nullptr);
     if (window == nullptr) {
-        qApp->removeNativeEventFilter(this);
         retry_.stop();
         release();
         window_ = nullptr;
         return;
     }
-    if (window_ == nullptr)
-        qApp->installNativeEventFilter(this);
     window_ = window;
     hold();
 }
@@ -121,20 +139,60 @@ void KeyboardGuard::restIfQuiet() {
     takeFocus();
 }
 
-bool KeyboardGuard::nativeEventFilter(const QByteArray& type, void* event, qintptr* /*result*/) {
-    if (type != "xcb_generic_event_t")
-        return false;
-    const auto* generic = static_cast<const xcb_generic_event_t*>(event);
-    const int kind = generic->response_type & ~sentEventBit;
-    if (kind == XCB_KEY_PRESS) {
+void KeyboardGuard::hear(int type, const xcb_generic_event_t& event) {
+    if (type == XCB_KEY_PRESS) {
         quiet_.start();
         hold();
-    } else if (kind == XCB_FOCUS_OUT) {
-        const auto* left = reinterpret_cast<const xcb_focus_out_event_t*>(generic);
-        if (left->mode == XCB_NOTIFY_MODE_NORMAL || left->mode == XCB_NOTIFY_MODE_WHILE_GRABBED)
+    } else if (type == XCB_FOCUS_OUT) {
+        const auto& left = reinterpret_cast<const xcb_focus_out_event_t&>(event);
+        if (left.mode == XCB_NOTIFY_MODE_NORMAL || left.mode == XCB_NOTIFY_MODE_WHILE_GRABBED)
             takeFocus();
     }
-    return false;
+}
+
+KeysAtRest::KeysAtRest() {
+    quiet_.setSingleShot(true);
+    quiet_.setInterval(restingTime);
+    quiet_.callOnTimeout([this] { finish(); });
+}
+
+KeysAtRest::~KeysAtRest() {
+    cancel();
+}
+
+void KeysAtRest::whenReached(std::function<void()> reached) {
+    reached_ = std::move(reached);
+    listenForKeys(true);
+    quiet_.start();
+}
+
+void KeysAtRest::cancel() {
+    quiet_.stop();
+    listenForKeys(false);
+    reached_ = nullptr;
+}
+
+void KeysAtRest::finish() {
+    const auto reached = std::exchange(reached_, nullptr);
+    cancel();
+    if (reached)
+        reached();
+}
+
+void KeysAtRest::listenForKeys(bool wanted) {
+    if (wanted == listening())
+        return;
+    extension_ = inputExtension();
+    if (extension_ != 0)
+        selectRawKeys(wanted);
+    listen(wanted);
+}
+
+void KeysAtRest::hear(int type, const xcb_generic_event_t& event) {
+    const auto& generic = reinterpret_cast<const xcb_ge_generic_event_t&>(event);
+    if (type == XCB_GE_GENERIC && extension_ != 0 && generic.extension == extension_ &&
+        generic.event_type == XCB_INPUT_RAW_KEY_PRESS)
+        quiet_.start();
 }
 
 } // namespace kelpa::view

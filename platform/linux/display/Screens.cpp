@@ -1,4 +1,4 @@
-#include "platform/linux/display/ScreenLayout.h"
+#include "platform/linux/display/Screens.h"
 
 #include <algorithm>
 #include <cmath>
@@ -24,7 +24,7 @@ bool contains(const PixelRect& rect, int x, int y) {
 
 /// Leaves the usable monitors in the order in which they are shown: the primary one, then as the server
 /// lists them.
-void ScreenLayout::tidy(std::vector<Monitor>& monitors) const {
+void Screens::tidy(std::vector<Monitor>& monitors) const {
     std::stable_partition(monitors.begin(), monitors.end(), [](const Monitor& one) { return one.primary; });
     std::vector<Monitor> usable;
     for (auto& monitor : monitors) {
@@ -38,7 +38,7 @@ void ScreenLayout::tidy(std::vector<Monitor>& monitors) const {
     monitors = std::move(usable);
 }
 
-bool ScreenLayout::update(std::vector<Monitor> monitors) {
+bool Screens::update(std::vector<Monitor> monitors) {
     tidy(monitors);
     if (monitors.empty())
         monitors.push_back(pretended());
@@ -48,22 +48,24 @@ bool ScreenLayout::update(std::vector<Monitor> monitors) {
     screens_.clear();
     for (const Monitor& monitor : monitors_)
         screens_.push_back({numberOf(monitor.connector), frame(monitor.pixels)});
+    if (changed_)
+        changed_();
     return true;
 }
 
-std::uint32_t ScreenLayout::numberOf(const std::string& connector) {
+std::uint32_t Screens::numberOf(const std::string& connector) {
     const auto next = static_cast<std::uint32_t>(numbers_.size() + 1);
     return numbers_.try_emplace(connector, next).first->second;
 }
 
-std::string ScreenLayout::connector(std::uint32_t number) const {
+std::string Screens::connector(std::uint32_t number) const {
     for (std::size_t i = 0; i < screens_.size(); ++i)
         if (screens_[i].number == number)
             return monitors_[i].connector;
     return {};
 }
 
-Rect ScreenLayout::frame(const PixelRect& pixels) const {
+Rect Screens::frame(const PixelRect& pixels) const {
     const PixelRect first = monitors_.empty() ? PixelRect{} : monitors_.front().pixels;
     const double height = pixels.height;
     return {static_cast<double>(pixels.x) - first.x,
@@ -71,13 +73,13 @@ Rect ScreenLayout::frame(const PixelRect& pixels) const {
             static_cast<double>(pixels.width), height};
 }
 
-PixelRect ScreenLayout::pixels(const Rect& frame) const {
+PixelRect Screens::pixels(const Rect& frame) const {
     const PixelRect first = monitors_.empty() ? PixelRect{} : monitors_.front().pixels;
     return {first.x + rounded(frame.x), first.y + first.height - rounded(frame.y) - rounded(frame.height),
             rounded(frame.width), rounded(frame.height)};
 }
 
-const Screen* ScreenLayout::at(int x, int y) const {
+const Screen* Screens::at(int x, int y) const {
     for (std::size_t i = 0; i < monitors_.size(); ++i)
         if (contains(monitors_[i].pixels, x, y))
             return &screens_[i];

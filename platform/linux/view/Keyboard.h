@@ -1,10 +1,12 @@
 #pragma once
 
-#include <QAbstractNativeEventFilter>
+#include "platform/linux/view/X11.h"
+
 #include <QDeadlineTimer>
 #include <QPointer>
 #include <QTimer>
 #include <QWindow>
+#include <functional>
 
 namespace kelpa::view {
 
@@ -13,20 +15,17 @@ namespace kelpa::view {
 /// the focus anyway, the grab rests until the next key or until the focus goes elsewhere, because a screen
 /// locker that finds the keyboard grabbed cannot lock, and a break is when people leave their desk. A focus
 /// that goes elsewhere, as to a window that opens, is taken back, unless a screen locker has it.
-class KeyboardGuard : public QObject, public QAbstractNativeEventFilter {
-    Q_OBJECT
-
+class KeyboardGuard : private x11::EventFilter {
   public:
-    explicit KeyboardGuard(QObject* parent = nullptr);
+    KeyboardGuard();
     /// Guards this window from now on; null ends it. The same one again changes nothing.
     void guard(QWindow* window);
     /// Gives the guarded window the input focus, unless it belongs to a screen locker; without a guarded
     /// window, does nothing.
     void takeFocus();
 
-    bool nativeEventFilter(const QByteArray& type, void* event, qintptr* result) override;
-
   private:
+    void hear(int type, const xcb_generic_event_t& event) override;
     bool hold();
     void grab();
     void release();
@@ -37,6 +36,27 @@ class KeyboardGuard : public QObject, public QAbstractNativeEventFilter {
     QTimer quiet_;
     QDeadlineTimer focusAgain_; ///< when the focus may be taken again
     bool grabbed_ = false;
+};
+
+/// Waits for a moment in which no key is pressed anywhere, so that whoever is typing is not interrupted.
+class KeysAtRest : private x11::EventFilter {
+  public:
+    KeysAtRest();
+    ~KeysAtRest() override;
+    KeysAtRest(const KeysAtRest&) = delete;
+    KeysAtRest& operator=(const KeysAtRest&) = delete;
+    /// Runs `reached` once, after the first second without a key press. A wait under way is replaced.
+    void whenReached(std::function<void()> reached);
+    void cancel();
+
+  private:
+    void hear(int type, const xcb_generic_event_t& event) override;
+    void listenForKeys(bool wanted);
+    void finish();
+
+    QTimer quiet_;
+    std::function<void()> reached_;
+    std::uint8_t extension_ = 0; ///< of the input extension's events; 0 where there is none
 };
 
 } // namespace kelpa::view

@@ -1,16 +1,18 @@
-#include "platform/linux/view/Appearance.h"
+#include "platform/linux/view/Surroundings.h"
 
-#include "platform/linux/view/XSettings.h"
+#include "platform/linux/view/X11.h"
 
 #include <QDBusConnection>
-#include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
 #include <QDBusVariant>
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <QPalette>
+#include <QProcess>
+#include <QRegularExpression>
 #include <QTimer>
+#include <QUrl>
 
 namespace kelpa::view {
 
@@ -26,7 +28,7 @@ enum class Scheme : unsigned { None = 0, Dark = 1, Light = 2 };
 
 /// What the desktop's theme says where there is no portal.
 bool themeIsDark() {
-    const QByteArray theme = xSetting("Net/ThemeName");
+    const QByteArray theme = x11::setting("Net/ThemeName");
     if (!theme.isEmpty())
         return theme.toLower().contains("dark");
     const QPalette palette = QGuiApplication::palette();
@@ -37,6 +39,21 @@ bool themeIsDark() {
 bool sessionBusExists() {
     return qEnvironmentVariableIsSet("DBUS_SESSION_BUS_ADDRESS") ||
            QFileInfo::exists(qEnvironmentVariable("XDG_RUNTIME_DIR") + QStringLiteral("/bus"));
+}
+
+/// What stands between the hours and the minutes; without its blanks and quotes, because they have fields of
+/// their own here.
+QString separatorIn(const QString& format) {
+    static const QRegularExpression between(QStringLiteral("[hH]([^hHm]+)m"));
+    QString found = between.match(format).captured(1).remove(QLatin1Char('\'')).trimmed();
+    return found.isEmpty() ? QStringLiteral(":") : found;
+}
+
+QProcessEnvironment original;
+
+bool isWebAddress(const QString& address) {
+    const QUrl url(address, QUrl::StrictMode);
+    return url.isValid() && (url.scheme() == QLatin1String("https") || url.scheme() == QLatin1String("http"));
 }
 
 } // namespace
@@ -90,6 +107,32 @@ void Appearance::setScheme(QVariant scheme) {
         return;
     dark_ = dark;
     emit darkChanged();
+}
+
+ClockFormat::ClockFormat(const QLocale& locale, QObject* parent) : QObject(parent) {
+    const QString format = locale.timeFormat(QLocale::ShortFormat);
+    const qsizetype half = format.indexOf(QLatin1Char('a'), 0, Qt::CaseInsensitive);
+    twelveHours_ = half >= 0;
+    halfFirst_ = twelveHours_ && half < format.indexOf(QLatin1Char('m'));
+    zeroBeforeHour_ = format.contains(QLatin1String("hh"), Qt::CaseInsensitive);
+    separator_ = separatorIn(format);
+    am_ = locale.amText();
+    pm_ = locale.pmText();
+}
+
+void Browser::setEnvironment(const QProcessEnvironment& environment) {
+    original = environment;
+}
+
+void Browser::open(const QString& address) {
+    if (!isWebAddress(address))
+        return;
+    QProcess opener;
+    opener.setProgram(QStringLiteral("xdg-open"));
+    opener.setArguments({address});
+    opener.setProcessEnvironment(original);
+    if (!opener.startDetached())
+        qWarning("xdg-open cannot be started to show %s.", qPrintable(address));
 }
 
 } // namespace kelpa::view

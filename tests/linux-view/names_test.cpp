@@ -1,0 +1,123 @@
+// What the program calls a property or an action, and what the pages of the view call it: each side has its
+// names in one place, and here they are compared.
+
+#include "platform/linux/update/RemoteUpdateWindow.h"
+#include "tests/linux-view/RemoteWindows.h"
+
+#include <regex>
+#include <set>
+
+namespace {
+
+using namespace kelpa;
+using Names = std::set<std::string>;
+
+class WaterClient final : public WaterPanelClient {
+  public:
+    void amountTapped(std::int64_t /*millilitres*/) override { ++heard; }
+    void skipPressed() override { ++heard; }
+    void donePressed() override { ++heard; }
+    void closePressed() override { ++heard; }
+    int heard = 0;
+};
+
+class UpdateClient final : public UpdateWindowClient {
+  public:
+    void act(UpdateAction /*action*/) override { ++heard; }
+    int heard = 0;
+};
+
+class Pages : public test::RemoteWindows {
+  protected:
+    /// All first groups of an expression in the lines of a page.
+    static Names inPage(const std::string& page, const std::string& expression) {
+        std::ifstream file(KELPA_SOURCE_DIR "/platform/linux/view/qml/" + page);
+        EXPECT_TRUE(file) << page;
+        Names names;
+        const std::regex pattern(expression);
+        for (std::string line; std::getline(file, line);)
+            for (std::sregex_iterator found(line.begin(), line.end(), pattern), end; found != end; ++found)
+                names.insert((*found)[1]);
+        return names;
+    }
+    /// What the program may set of a page: all that its root declares but what the view sets itself.
+    static Names declared(const std::string& page) {
+        Names names = inPage(page, "^    property \\w+ (\\w+)");
+        names.erase("reveal");
+        return names;
+    }
+    static Names actions(const std::string& page) {
+        return inPage(page, "\\b(?:action|answer)\\(\"(\\w+)\"");
+    }
+    /// What was set of the first window.
+    Names told() {
+        EXPECT_TRUE(receives("show 1"));
+        Names names;
+        const std::regex pattern("^set 1 (\\w+)");
+        std::smatch found;
+        for (const std::string& line : received())
+            if (std::regex_search(line, found, pattern))
+                names.insert(found[1]);
+        return names;
+    }
+};
+
+TEST_F(Pages, OfABreakAreToldWhatTheyDeclareAndHeard) {
+    open();
+    make(desktop_.screens.all()[0]);
+    face_->setTexts({"new", "water", "hint", "skip", "forward"});
+    face_->setPrompt("rest");
+    face_->setCount("05:00");
+    face_->setSkipOffered(true);
+    appear();
+    EXPECT_EQ(told(), declared("BreakScreen.qml"));
+    EXPECT_EQ(actions("BreakScreen.qml"), (Names{"notice", "skip"}));
+    for (const std::string& action : actions("BreakScreen.qml")) {
+        const int before = client_.skips + client_.notices;
+        face_->setPrompt("do " + action);
+        EXPECT_TRUE(runUntil([&] { return client_.skips + client_.notices > before; })) << action;
+    }
+}
+
+TEST_F(Pages, OfTheWaterPanelAreToldWhatTheyDeclareAndHeard) {
+    open();
+    window_ = windows_->makeWindow({"Water", {0, 0, 280, 330}, 3, WindowStyle::Panel, 1});
+    WaterClient client;
+    const auto panel = window_->hostWaterPanel(client);
+    panel->setTexts({"finished", "percent", "remain", "well done", "skip", "done", "close", "cup"},
+                    {{200, "200 ml"}, {300, "300 ml"}});
+    panel->setProgress({"1", "2", "3", 0.5});
+    panel->setCounting({"tip", "00:10"});
+    panel->setSelectedAmount(200);
+    panel->offerAnswers();
+    appear();
+    EXPECT_EQ(told(), declared("WaterPanel.qml"));
+    EXPECT_TRUE(
+        receives(R"(set 1 amounts [{"text":"200 ml","value":"200"},{"text":"300 ml","value":"300"}])"));
+    EXPECT_EQ(actions("WaterPanel.qml").size(), 4U);
+    for (const std::string& action : actions("WaterPanel.qml")) {
+        const int before = client.heard;
+        panel->setCounting({"do " + action + "|200", ""});
+        EXPECT_TRUE(runUntil([&] { return client.heard > before; })) << action;
+    }
+}
+
+TEST_F(Pages, OfDialogsAreToldWhatTheyDeclareAndHeard) {
+    open();
+    RemoteUpdateWindow update(*windows_);
+    UpdateClient client;
+    update.setClient(&client);
+    const auto show = [&update](const std::string& headline) {
+        update.setPage(
+            {headline, "text", "notes", "https://kelpa.example", {{UpdateAction::Later, "Later"}}});
+    };
+    show("headline");
+    update.present(UpdateWindow::Attention::None);
+    EXPECT_EQ(told(), declared("Update.qml"));
+    EXPECT_TRUE(receives(R"(set 1 buttons [{"text":"Later","value":"later"}])"));
+    show("do later");
+    EXPECT_TRUE(runUntil([&] { return client.heard == 1; }));
+    EXPECT_EQ(declared("About.qml"), Names{"about"});
+}
+
+} // namespace
