@@ -2,7 +2,6 @@
 
 #import "platform/macos/Bridge.h"
 #import "platform/macos/views/Labels.h"
-#import "platform/macos/views/LinkButton.h"
 
 #include "platform/ports/Measures.h"
 

@@ -3,7 +3,6 @@
 #import "platform/macos/Bridge.h"
 #import "platform/macos/views/Capsule.h"
 #import "platform/macos/views/Labels.h"
-#import "platform/macos/views/LinkButton.h"
 
 #include "platform/ports/Measures.h"
 

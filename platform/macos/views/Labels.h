@@ -4,6 +4,15 @@
 
 #include <string>
 
+/// Underlined words in the colour of links that lead elsewhere.
+@interface KelpaLinkButton : NSButton
+/// `action` must not own the button.
+- (instancetype)initWithFont:(NSFont*)font action:(void (^)(void))action;
+- (void)setText:(NSString*)text;
+/// Puts one of the system's symbols behind the words.
+- (void)setSymbol:(NSString*)name;
+@end
+
 namespace kelpa {
 
 /// A text that is only read, on one line, in a colour that follows light and dark.
