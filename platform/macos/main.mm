@@ -1,7 +1,6 @@
 #import <AppKit/AppKit.h>
 
 #import "platform/macos/Bridge.h"
-#import "platform/macos/KelpaDelegate.h"
 #import "platform/macos/Program.h"
 
 #include "platform/posix/SystemClock.h"

@@ -18,7 +18,6 @@ constexpr CGFloat pickerWidth = 100;
 
 - (NSArray<NSView*>*)makeViews:(const kelpa::PreferencesControl&)control
                         layout:(const kelpa::PreferencesLayout&)layout {
-    (void)layout;
     _switch = [[NSSwitch alloc] initWithFrame:NSZeroRect];
     [_switch setTarget:self];
     [_switch setAction:@selector(switched:)];
@@ -27,7 +26,6 @@ constexpr CGFloat pickerWidth = 100;
 }
 
 - (void)switched:(id)sender {
-    (void)sender;
     [self did:kelpa::PreferencesAct::Entered value:[_switch state] == NSControlStateValueOn];
 }
 
@@ -43,7 +41,6 @@ constexpr CGFloat pickerWidth = 100;
 
 - (NSArray<NSView*>*)makeViews:(const kelpa::PreferencesControl&)control
                         layout:(const kelpa::PreferencesLayout&)layout {
-    (void)layout;
     _picker = [[NSPopUpButton alloc] initWithFrame:NSZeroRect pullsDown:NO];
     [_picker setTarget:self];
     [_picker setAction:@selector(picked:)];
@@ -72,7 +69,6 @@ constexpr CGFloat pickerWidth = 100;
 }
 
 - (void)picked:(id)sender {
-    (void)sender;
     [self did:kelpa::PreferencesAct::Entered value:std::int64_t{[_picker selectedTag]}];
 }
 
@@ -84,7 +80,6 @@ constexpr CGFloat pickerWidth = 100;
 
 - (NSArray<NSView*>*)makeViews:(const kelpa::PreferencesControl&)control
                         layout:(const kelpa::PreferencesLayout&)layout {
-    (void)layout;
     _segments = [[NSSegmentedControl alloc] initWithFrame:NSZeroRect];
     [_segments setTarget:self];
     [_segments setAction:@selector(picked:)];
@@ -111,7 +106,6 @@ constexpr CGFloat pickerWidth = 100;
 }
 
 - (void)picked:(id)sender {
-    (void)sender;
     const std::int64_t value = [_segments tagForSegment:[_segments selectedSegment]];
     [self did:kelpa::PreferencesAct::Entered value:value];
 }
@@ -124,7 +118,6 @@ constexpr CGFloat pickerWidth = 100;
 
 - (NSArray<NSView*>*)makeViews:(const kelpa::PreferencesControl&)control
                         layout:(const kelpa::PreferencesLayout&)layout {
-    (void)layout;
     __weak KelpaTilesControl* weakSelf = self;
     _grid = [[KelpaTileGrid alloc] initWithColumns:kelpa::measures::tileColumns
                                             chosen:^(std::int64_t value) {

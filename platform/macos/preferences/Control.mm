@@ -84,8 +84,6 @@ void explain(NSTextField* label, const kelpa::PreferencesValue& value) {
 
 - (NSArray<NSView*>*)makeViews:(const kelpa::PreferencesControl&)control
                         layout:(const kelpa::PreferencesLayout&)layout {
-    (void)control;
-    (void)layout;
     return @[];
 }
 
@@ -115,11 +113,9 @@ void explain(NSTextField* label, const kelpa::PreferencesValue& value) {
 }
 
 - (void)showValue:(const kelpa::PreferencesValue&)value {
-    (void)value;
 }
 
 - (void)showEntries:(const std::vector<kelpa::PreferencesEntry>&)entries {
-    (void)entries;
 }
 
 - (void)did:(kelpa::PreferencesAct)act value:(const kelpa::PreferencesValue&)value {

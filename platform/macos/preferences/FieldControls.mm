@@ -18,7 +18,6 @@ constexpr CGFloat numberWidth = 64;
 
 - (NSArray<NSView*>*)makeViews:(const kelpa::PreferencesControl&)control
                         layout:(const kelpa::PreferencesLayout&)layout {
-    (void)layout;
     return @[ [self makeField:control width:textWidth] ];
 }
 
@@ -46,12 +45,10 @@ constexpr CGFloat numberWidth = 64;
 }
 
 - (void)controlTextDidChange:(NSNotification*)notification {
-    (void)notification;
     [self did:kelpa::PreferencesAct::Typed value:kelpa::toString([_field stringValue])];
 }
 
 - (void)controlTextDidEndEditing:(NSNotification*)notification {
-    (void)notification;
     _leaving = YES;
     [self did:kelpa::PreferencesAct::Entered value:kelpa::toString([_field stringValue])];
     _leaving = NO;
@@ -67,8 +64,6 @@ constexpr CGFloat numberWidth = 64;
 
 /// The arrow keys step.
 - (BOOL)control:(NSControl*)control textView:(NSTextView*)textView doCommandBySelector:(SEL)commandSelector {
-    (void)control;
-    (void)textView;
     const bool up = sel_isEqual(commandSelector, @selector(moveUp:));
     if (!up && !sel_isEqual(commandSelector, @selector(moveDown:)))
         return NO;
@@ -84,7 +79,6 @@ constexpr CGFloat numberWidth = 64;
 
 - (NSArray<NSView*>*)makeViews:(const kelpa::PreferencesControl&)control
                         layout:(const kelpa::PreferencesLayout&)layout {
-    (void)layout;
     NSTextField* field = [self makeField:control width:numberWidth];
     [field setAlignment:NSTextAlignmentRight];
     // The core knows the number and its limits: this stepper only tells up from down.
@@ -100,7 +94,6 @@ constexpr CGFloat numberWidth = 64;
 }
 
 - (void)stepperClicked:(id)sender {
-    (void)sender;
     const int direction = [_stepper intValue];
     [_stepper setIntValue:0];
     if (direction != 0)
@@ -128,12 +121,10 @@ constexpr CGFloat numberWidth = 64;
 }
 
 - (void)minusClicked:(id)sender {
-    (void)sender;
     [self step:-1];
 }
 
 - (void)plusClicked:(id)sender {
-    (void)sender;
     [self step:1];
 }
 

@@ -10,6 +10,13 @@
 @class KelpaAboutView;
 @class KelpaPreferencesWatch;
 
+/// The actions by which the system asks for the settings window: the first from macOS 13 on, the second
+/// before.
+@protocol KelpaSettingsActions
+- (void)showSettingsWindow:(id)sender;
+- (void)showPreferencesWindow:(id)sender;
+@end
+
 namespace kelpa {
 
 /// The preferences window: tabs in the toolbar, a form under each.

@@ -1,7 +1,6 @@
 #import "platform/macos/preferences/MacPreferencesWindow.h"
 
 #import "platform/macos/Bridge.h"
-#import "platform/macos/KelpaDelegate.h"
 
 #include <algorithm>
 
@@ -22,7 +21,6 @@
 }
 
 - (void)windowDidBecomeKey:(NSNotification*)notification {
-    (void)notification;
     kelpa::callCore([&] { _client->cameToFront(); });
 }
 

@@ -101,14 +101,12 @@ NSString* const columnName = @"prompt";
 }
 
 - (NSInteger)numberOfRowsInTableView:(NSTableView*)tableView {
-    (void)tableView;
     return static_cast<NSInteger>([_prompts count]);
 }
 
 - (NSView*)tableView:(NSTableView*)tableView
     viewForTableColumn:(NSTableColumn*)tableColumn
                    row:(NSInteger)row {
-    (void)tableColumn;
     NSTextField* field = static_cast<NSTextField*>([tableView makeViewWithIdentifier:columnName owner:nil]);
     if (!field) {
         field = [NSTextField labelWithString:@""];
@@ -127,7 +125,6 @@ NSString* const columnName = @"prompt";
 }
 
 - (void)addClicked:(id)sender {
-    (void)sender;
     NSString* text = [_newPrompt stringValue];
     [_newPrompt setStringValue:@""];
     [self did:kelpa::PreferencesAct::Added value:kelpa::toString(text)];
@@ -135,7 +132,6 @@ NSString* const columnName = @"prompt";
 
 /// The same button begins to edit the chosen text and gives that up again.
 - (void)editClicked:(id)sender {
-    (void)sender;
     if (_editedRow >= 0)
         return [self cancelEditing];
     if (![self selectedPrompt])
@@ -166,8 +162,6 @@ NSString* const columnName = @"prompt";
 
 /// Escape gives the changes up, as the button does.
 - (BOOL)control:(NSControl*)control textView:(NSTextView*)textView doCommandBySelector:(SEL)commandSelector {
-    (void)control;
-    (void)textView;
     if (!sel_isEqual(commandSelector, @selector(cancelOperation:)))
         return NO;
     [self cancelEditing];
@@ -188,13 +182,11 @@ NSString* const columnName = @"prompt";
 }
 
 - (void)deleteClicked:(id)sender {
-    (void)sender;
     if (NSString* prompt = [self selectedPrompt])
         [self did:kelpa::PreferencesAct::Removed value:kelpa::toString(prompt)];
 }
 
 - (void)resetClicked:(id)sender {
-    (void)sender;
     [self did:kelpa::PreferencesAct::Reset value:kelpa::PreferencesValue()];
 }
 

@@ -127,7 +127,6 @@ NSView* makePlusTile(NSButton* plus) {
 }
 
 - (void)clicked:(id)sender {
-    (void)sender;
     // The tile goes with its time, and the block with it.
     void (^const removed)(void) = _removed;
     removed();
@@ -141,7 +140,6 @@ NSView* makePlusTile(NSButton* plus) {
 
 - (NSArray<NSView*>*)makeViews:(const kelpa::PreferencesControl&)control
                         layout:(const kelpa::PreferencesLayout&)layout {
-    (void)layout;
     _picker = makePicker();
     [_picker setTarget:self];
     [_picker setAction:@selector(entered:)];
@@ -158,7 +156,6 @@ NSView* makePlusTile(NSButton* plus) {
 }
 
 - (void)entered:(id)sender {
-    (void)sender;
     [self did:kelpa::PreferencesAct::Entered value:minutesOf(_picker)];
 }
 
@@ -232,7 +229,6 @@ NSView* makePlusTile(NSButton* plus) {
 }
 
 - (void)plusClicked:(id)sender {
-    (void)sender;
     // Still on its way out, with a time that is yet to be taken.
     if (_popover)
         return;
@@ -259,7 +255,6 @@ NSView* makePlusTile(NSButton* plus) {
 
 /// The time is taken when the popover closes.
 - (void)popoverDidClose:(NSNotification*)notification {
-    (void)notification;
     _popover = nil;
     [self did:kelpa::PreferencesAct::Added value:minutesOf(_newTime)];
 }
