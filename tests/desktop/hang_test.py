@@ -89,9 +89,9 @@ class Hung(DesktopTest):
         wait_until(lambda: abs(self.screen.picture(self.monitors[0]).ink_share() - ink) < ink / 10, 0.5,
                    "all of the text, without another fade")
         program.wait_for("kelpa-view has not answered for 2 s$", 1)
-        self.settle(2)
-        self.screen.press("Escape")
-        program.wait_for("skip break view$", 3)
+        # It listens two seconds after it was shown, whenever that was on this machine.
+        wait_until(lambda: self.screen.press("Escape") or program.count("skip break view$"), 5,
+                   "Escape to end the break", pause=0.2)
 
     def test_in_a_break_that_is_skipped(self):
         program = self.launch()
