@@ -16,8 +16,8 @@ void Pane::addSection(std::string title) {
     layout_.sections.push_back({std::move(title), {}});
 }
 
-void Pane::add(std::string caption, std::unique_ptr<PaneControl> control) {
-    layout_.sections.back().rows.push_back({std::move(caption), control->description()});
+void Pane::add(const std::string& caption, std::unique_ptr<PaneControl> control) {
+    layout_.sections.back().rows.push_back({caption, control->description()});
     controls_.push_back(std::move(control));
 }
 

@@ -59,15 +59,15 @@ class Pane {
     void addSection(std::string title);
     /// Makes a control and adds its row to the last section, of which there must be one.
     template <class Control, class... Arguments>
-    void addRow(std::string caption, Arguments&&... arguments) {
-        add(std::move(caption), std::make_unique<Control>(std::forward<Arguments>(arguments)...));
+    void addRow(const std::string& caption, Arguments&&... arguments) {
+        add(caption, std::make_unique<Control>(std::forward<Arguments>(arguments)...));
     }
 
   protected:
     void setAbout(AboutContent about) { layout_.about = std::move(about); }
 
   private:
-    void add(std::string caption, std::unique_ptr<PaneControl> control);
+    void add(const std::string& caption, std::unique_ptr<PaneControl> control);
 
     PreferencesPane layout_;
     std::vector<std::unique_ptr<PaneControl>> controls_;
