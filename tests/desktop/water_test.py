@@ -109,10 +109,14 @@ class Water(WaterTest):
         self.settle(0.5)
         self.assertEqual(self.panels(), [])     # the interval begins anew
 
-    def test_it_can_be_dragged_by_its_background(self):
+    def test_it_can_be_dragged_by_its_background_and_not_by_what_is_pressed(self):
         self.start(1)
         panel = self.panel()
         self.wait_for_rest(panel)
+        for place in (CLOSE, AMOUNT_250, SKIP, DONE):       # let go beside it, each of them does nothing
+            self.screen.drag(panel.x + place[0], panel.y + place[1], -200, 120)
+        self.wait_for_rest(panel)
+        self.assertEqual([(p.x, p.y) for p in self.panels()], [(panel.x, panel.y)])
         self.screen.drag(panel.x + BACKGROUND[0], panel.y + BACKGROUND[1], -200, 120)
         wait_until(lambda: [(p.x, p.y) for p in self.panels()] == [(panel.x - 200, panel.y + 120)], 5,
                    "the panel to be where it was dragged to")

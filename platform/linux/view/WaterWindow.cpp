@@ -52,15 +52,27 @@ void WaterWindow::keyReleaseEvent(QKeyEvent* event) {
         PlacedWindow::keyReleaseEvent(event);
 }
 
-/// Whoever clicks the panel wants it; and a press that no control takes begins to drag it.
+/// Whoever clicks the panel wants it.
 void WaterWindow::mousePressEvent(QMouseEvent* event) {
     if (!isActive())
         host().takeKeyboard();
     PlacedWindow::mousePressEvent(event);
-    if (event->button() != Qt::LeftButton || mouseGrabberItem() != nullptr)
+}
+
+/// The controls are given a press only after the window's own function for it: whether one took it is known
+/// here.
+bool WaterWindow::event(QEvent* event) {
+    const bool taken = PlacedWindow::event(event);
+    if (event->type() == QEvent::MouseButtonPress)
+        beginDragOf(*static_cast<const QMouseEvent*>(event));
+    return taken;
+}
+
+void WaterWindow::beginDragOf(const QMouseEvent& press) {
+    if (press.button() != Qt::LeftButton || press.exclusiveGrabber(press.points().first()) != nullptr)
         return;
     heldAt_ = host().place();
-    host().beginDrag(*event);
+    host().beginDrag(press);
 }
 
 void WaterWindow::mouseMoveEvent(QMouseEvent* event) {

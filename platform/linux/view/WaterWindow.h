@@ -22,6 +22,7 @@ class WaterWindow : public PlacedWindow {
     void focusInEvent(QFocusEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void keyReleaseEvent(QKeyEvent* event) override;
+    bool event(QEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
@@ -29,6 +30,8 @@ class WaterWindow : public PlacedWindow {
 
   private:
     [[nodiscard]] bool deaf() const;
+    /// Does nothing for a press that a control took.
+    void beginDragOf(const QMouseEvent& press);
     void drop(const QRect& from);
 
     QElapsedTimer focused_;
