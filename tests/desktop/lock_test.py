@@ -5,6 +5,8 @@ import plistlib
 import signal
 import time
 
+from Xlib import X, Xatom
+
 from support import LONG_ENOUGH, WORK, DesktopTest, Session, main, wait_until
 from virtual_desktop import break_windows, wait_for_cover, wait_for_uncover
 
@@ -79,6 +81,43 @@ class Lock(DesktopTest):
         wait_for_cover(self.session, self.monitors, 5)
         program.wait_for(STARTED, 10, times=2)
         wait_for_uncover(self.session, 5)
+
+    def test_a_screen_saver_that_tells_the_x_server_alone(self):
+        """Stands in for xscreensaver, which does not lock for root: the property, and a window that bears its version."""
+        root, display = self.screen.root, self.screen.display
+        status, version = (display.intern_atom(f"_SCREENSAVER_{name}") for name in ("STATUS", "VERSION"))
+
+        def say(state):
+            root.change_property(status, Xatom.INTEGER, 32, [display.intern_atom(state) if state else 0, 1795346616, 0])
+            display.sync()
+
+        def saver():
+            window = root.create_window(0, 0, 1, 1, 0, X.CopyFromParent)
+            window.change_property(version, Xatom.STRING, 8, b"6.06")
+            return window
+
+        self.addCleanup(root.delete_property, status)
+        say("LOCK")     # left by one that was killed
+        program = self.launch()
+        window = saver()
+        for state in (None, "BLANK", None):
+            say(state)
+        wait_for_cover(self.session, self.monitors, 15)
+        stops = program.count(STOPPED)
+        for state in ("BLANK", "LOCK", "LOCK"):
+            say(state)
+        program.wait_for(STOPPED, 5, times=stops + 1)
+        wait_for_uncover(self.session, 5)
+        self.settle(0.3)
+        self.assertEqual(program.count(STOPPED), stops + 1, "one lock counted more than once")
+        say(None)
+        program.wait_for(STARTED, 5, times=2)
+        wait_for_cover(self.session, self.monitors, 15)
+        say("LOCK")
+        wait_for_uncover(self.session, 5)
+        window.destroy()
+        display.sync()
+        program.wait_for(STARTED, 5, times=3)
 
     def test_a_screen_locker_of_a_real_desktop(self):
         locker = self.session.spawn(["mate-screensaver", "--no-daemon"])

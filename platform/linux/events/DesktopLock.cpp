@@ -13,6 +13,7 @@ constexpr const char* screenSavers[] = {"org.freedesktop.ScreenSaver", "org.gnom
                                         "org.xfce.ScreenSaver"};
 /// What the edges know logind by.
 constexpr const char* logindName = "logind";
+constexpr const char* x11Name = "xscreensaver";
 
 std::string pathOf(std::string name) {
     std::replace(name.begin(), name.end(), '.', '/');
@@ -37,6 +38,14 @@ void LockEdges::lockRequested() {
 void LockEdges::gone(const std::string& source) {
     if (sayLocked_.erase(source) > 0 && sayLocked_.empty())
         screen_.become(false);
+}
+
+DesktopLock::DesktopLock(EventLoop& loop, Bus& session, Bus& system, X11Connection* x11)
+    : edges_([this] { locked_(); }, [this] { unlocked_(); }), bus_(session),
+      logind_(loop, system, "LockedHint", *this) {
+    if (x11 != nullptr)
+        x11_.emplace(
+            *x11, [this](bool locked) { edges_.says(x11Name, locked); }, [this] { edges_.gone(x11Name); });
 }
 
 /// The screen may have been locked before we could hear of it, so each is asked. No screen saver is started
@@ -111,6 +120,8 @@ void DesktopLock::observe(std::function<void()> locked, std::function<void()> un
     unlocked_ = std::move(unlocked);
     joined_ = bus_.join(*this);
     logind_.start();
+    if (x11_)
+        x11_->observe();
 }
 
 } // namespace kelpa

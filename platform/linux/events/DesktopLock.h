@@ -2,11 +2,13 @@
 
 #include "platform/linux/bus/Bus.h"
 #include "platform/linux/events/LogindSession.h"
+#include "platform/linux/events/X11Lock.h"
 #include "platform/ports/System.h"
 #include "platform/posix/ScreenLock.h"
 
 #include <functional>
 #include <map>
+#include <optional>
 #include <set>
 #include <string>
 #include <vector>
@@ -40,14 +42,12 @@ class LockEdges {
 
 /// Lock and unlock of the screen, from everything on a Linux desktop that may tell of them: the screen savers
 /// of the session bus, which are whoever emits `ActiveChanged` of one of their interfaces, under whatever
-/// name and path, and logind, with requests to lock and unlock the user's own session and whether it is
-/// locked.
+/// name and path; logind, with requests to lock and unlock the user's own session and whether it is locked;
+/// and the one that tells the X server alone.
 class DesktopLock final : public LockNotifications, private BusClient, private LogindSessionClient {
   public:
-    /// Loop and buses outlive the object.
-    DesktopLock(EventLoop& loop, Bus& session, Bus& system)
-        : edges_([this] { locked_(); }, [this] { unlocked_(); }), bus_(session),
-          logind_(loop, system, "LockedHint", *this) {}
+    /// Loop, buses and connection outlive the object. `x11` is null where the desktop is no X server's.
+    DesktopLock(EventLoop& loop, Bus& session, Bus& system, X11Connection* x11 = nullptr);
     DesktopLock(const DesktopLock&) = delete;
     DesktopLock& operator=(const DesktopLock&) = delete;
 
@@ -74,6 +74,7 @@ class DesktopLock final : public LockNotifications, private BusClient, private L
     std::map<std::string, NameOwner> lockedSavers_;
     LogindSession logind_;
     bool hint_ = false; ///< logind's, when it was read last
+    std::optional<X11Lock> x11_;
     Subscription joined_;
 };
 
