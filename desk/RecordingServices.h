@@ -2,6 +2,7 @@
 
 #include "base/Text.h"
 #include "desk/Journal.h"
+#include "desk/RecordingAttention.h"
 #include "desk/RecordingPreferences.h"
 #include "logging/SharedLogger.h"
 #include "platform/ports/Ports.h"
@@ -38,7 +39,9 @@ class RecordingServices final : public LoginItem,
   public:
     RecordingServices(Journal& journal, VirtualTime& time) : journal_(journal), time_(time) {}
 
-    [[nodiscard]] Services services() { return {this, this, this, this, &preferences_}; }
+    [[nodiscard]] Services services() {
+        return {this, this, this, this, &preferences_, &notifications_, &busyness_};
+    }
 
     void setEnabled(bool enabled) override { journal_.note("login", enabled ? "register" : "unregister"); }
     void setAutomaticallyChecks(bool checks) override {
@@ -67,11 +70,15 @@ class RecordingServices final : public LoginItem,
     [[nodiscard]] const Mail& lastMail() const { return lastMail_; }
     [[nodiscard]] const AboutText& lastAbout() const { return lastAbout_; }
     [[nodiscard]] RecordingPreferences& preferences() { return preferences_; }
+    [[nodiscard]] RecordingNotifications& notifications() { return notifications_; }
+    [[nodiscard]] ScriptedBusyness& busyness() { return busyness_; }
 
   private:
     Journal& journal_;
     VirtualTime& time_;
     RecordingPreferences preferences_{journal_};
+    RecordingNotifications notifications_{journal_};
+    ScriptedBusyness busyness_{journal_, time_};
     Mail lastMail_;
     AboutText lastAbout_;
 };

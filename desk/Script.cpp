@@ -8,7 +8,9 @@
 #include "ui/PreferencesPanes.h"
 #include "water/PrefWaterView.h"
 
+#include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <map>
 
 namespace kelpa::desk {
@@ -247,6 +249,35 @@ Run suspend(std::string_view rest) {
     return [slept = seconds(rest)](Desk& desk) { desk.suspend(slept); };
 }
 
+std::set<BusyReason> busyReasons(std::string_view names) {
+    std::set<BusyReason> all;
+    for (const std::string& word : words(names)) {
+        const auto* found = std::find_if(std::begin(allBusyReasons), std::end(allBusyReasons),
+                                         [&](BusyReason reason) { return nameOf(reason) == word; });
+        if (found == std::end(allBusyReasons))
+            throw Problem("nobody is busy by " + in(word));
+        all.insert(*found);
+    }
+    return all;
+}
+
+Run busy(std::string_view rest) {
+    std::string_view line = rest;
+    if (takeWord(line) != "answers")
+        return [holds = busyReasons(rest == "none" ? "" : rest)](Desk& desk) {
+            desk.services.busyness().holds = holds;
+        };
+    const auto after = line == "never" ? std::nullopt : std::optional(seconds(line));
+    return [after](Desk& desk) { desk.services.busyness().seconds = after; };
+}
+
+Run notification(std::string_view rest) {
+    return [action = std::string(rest)](Desk& desk) {
+        if (!desk.services.notifications().press(action))
+            desk.journal.note("refused", "notification " + action);
+    };
+}
+
 /// Something that happens at the desk and needs no further word.
 std::function<Run(std::string_view)> event(void (ScriptedEvents::*happens)() const) {
     return [happens](std::string_view rest) {
@@ -268,6 +299,8 @@ const std::map<std::string, std::function<Run(std::string_view)>, std::less<>>& 
         {"style", style},
         {"water", water},
         {"point", point},
+        {"busy", busy},
+        {"notification", notification},
         {"clock", clockStep},
         {"suspend", suspend},
         {"start", start},

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/ports/Busy.h"
+#include "platform/ports/Notifications.h"
 #include "platform/ports/PreferencesWindow.h"
 
 #include <string>
@@ -63,13 +65,15 @@ class ApplicationLoop {
     virtual void terminate() = 0;
 };
 
-/// The services that this platform has; an absent one is null and its menu line is disabled.
+/// The services that this platform has; an absent one is null, and its menu line is disabled.
 struct Services {
     LoginItem* loginItem = nullptr;
     Updater* updater = nullptr;
     MailComposer* mail = nullptr;
     AboutPanel* about = nullptr;
     PreferencesWindow* preferences = nullptr;
+    Notifications* notifications = nullptr;
+    BusyProbe* busy = nullptr;
 };
 
 } // namespace kelpa
