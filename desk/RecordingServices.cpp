@@ -102,6 +102,11 @@ void RecordingStatusBar::setTitle(const std::string& title) {
         journal_.note("title", title.empty() ? "\"\"" : title);
 }
 
+void RecordingStatusBar::setHint(const std::string& hint) {
+    if (std::exchange(hint_, hint) != hint)
+        journal_.note("hint", inQuotes(hint));
+}
+
 bool RecordingStatusBar::knows(std::string_view name) {
     return named(name) != nullptr;
 }

@@ -93,6 +93,7 @@ class RecordingStatusBar final : public StatusBar {
     void lineChanged(const MenuLine& line) override;
     void createItem(const std::string& image, MenuClicks& clicks) override;
     void setTitle(const std::string& title) override;
+    void setHint(const std::string& hint) override;
 
     /// Clicks a line by its name in scripts ("pause", "water", "settings", …); false where the menu has no
     /// such line or it is disabled.
@@ -106,6 +107,7 @@ class RecordingStatusBar final : public StatusBar {
     MenuClicks* clicks_ = nullptr;
     std::vector<MenuLine> lines_;
     std::string title_;
+    std::string hint_;
 };
 
 class FixedSystem final : public SystemInfo {

@@ -36,6 +36,7 @@ class MacStatusBar final : public StatusBar {
     void lineChanged(const MenuLine& line) override;
     void createItem(const std::string& image, MenuClicks& clicks) override;
     void setTitle(const std::string& title) override;
+    void setHint(const std::string& hint) override;
 
   private:
     NSMenu* menu_ = nil; ///< made with its first line

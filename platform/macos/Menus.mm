@@ -174,4 +174,8 @@ void MacStatusBar::setTitle(const std::string& title) {
     [[item_ button] setTitle:toNSString(title)];
 }
 
+void MacStatusBar::setHint(const std::string& hint) {
+    [[item_ button] setToolTip:hint.empty() ? nil : toNSString(hint)];
+}
+
 } // namespace kelpa

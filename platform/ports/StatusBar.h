@@ -38,6 +38,9 @@ class StatusBar {
     virtual void createItem(const std::string& image, MenuClicks& clicks) = 0;
     /// Sets the item's text. Called once a second with the same storage; must not allocate for equal text.
     virtual void setTitle(const std::string& title) = 0;
+    /// Sets a sentence that the item's tooltip tells beside what it tells anyway; empty for none, as at the
+    /// start.
+    virtual void setHint(const std::string& hint) = 0;
 };
 
 } // namespace kelpa

@@ -15,7 +15,7 @@ struct NoClicks : MenuClicks {
 struct KeepingSink : StatusItemSink {
     Log log;
     void show(const StatusItemModel& model, MenuClicks&) override {
-        std::string text = "show " + model.image + " '" + model.title + "'";
+        std::string text = "show " + model.image + " '" + model.title + "'" + model.hint;
         for (const MenuLine& line : model.lines)
             text += " " + std::to_string(line.id) + ":" + line.title;
         log.push_back(text);
@@ -27,6 +27,7 @@ struct KeepingSink : StatusItemSink {
     void lineRemoved(int lineId) override { log.push_back("remove " + std::to_string(lineId)); }
     void lineChanged(const MenuLine& line) override { log.push_back("change " + line.title); }
     void titleChanged(const std::string& title) override { log.push_back("title " + title); }
+    void hintChanged(const std::string& hint) override { log.push_back("hint " + hint); }
 };
 
 MenuLine line(int id, const std::string& title) {
@@ -71,8 +72,12 @@ TEST_F(StatusBarTest, aPlaceThatComesLateIsToldOfTheStateAndOneThatLeftOfNothing
     bar.removeSink(sink);
     bar.removeSink(sink);
     bar.setTitle("24:58");
+    bar.setHint("Busy.");
     bar.addSink(sink);
-    EXPECT_EQ(sink.log, (Log{"show kelpa '24:59' 1:Quit", "hide", "show kelpa '24:58' 1:Quit"}));
+    bar.setHint("Busy.");
+    bar.setHint("");
+    EXPECT_EQ(sink.log,
+              (Log{"show kelpa '24:59' 1:Quit", "hide", "show kelpa '24:58'Busy. 1:Quit", "hint "}));
 }
 
 TEST_F(StatusBarTest, theFallbackWaitsForAHostAndLeavesToOne) {

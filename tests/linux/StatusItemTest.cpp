@@ -331,6 +331,31 @@ TEST_F(StatusItemTest, theToolTipIsAnnouncedWhenTheTextComesAndGoes) {
     EXPECT_EQ(panel.count("XAyatanaNewLabel"), 2);
 }
 
+TEST_F(StatusItemTest, aHintStandsInTheToolTipAndIsAnnouncedAtOnce) {
+    Panel panel(loop);
+    ASSERT_TRUE(registered(panel));
+    const auto text = [&] {
+        const auto answer = panel.call(service, itemPath, "org.freedesktop.DBus.Properties", "Get", "ss",
+                                       itemInterface, "ToolTip");
+        const char* title = nullptr;
+        const char* told = nullptr;
+        if (sd_bus_message_enter_container(answer.get(), 'v', "(sa(iiay)ss)") < 0 ||
+            sd_bus_message_enter_container(answer.get(), 'r', "sa(iiay)ss") < 0 ||
+            sd_bus_message_skip(answer.get(), "sa(iiay)") < 0 ||
+            sd_bus_message_read(answer.get(), "ss", &title, &told) < 0)
+            return std::string("unreadable");
+        return std::string(told);
+    };
+    EXPECT_EQ(text(), "25:00");
+    bar.setHint("Paused.");
+    ASSERT_TRUE(spinUntil(loop, [&] { return panel.count("NewToolTip") == 1; }));
+    EXPECT_EQ(text(), "25:00 – Paused.");
+    bar.setTitle("");
+    EXPECT_EQ(text(), "Paused.");
+    bar.setHint("");
+    EXPECT_EQ(text(), "");
+}
+
 TEST_F(StatusItemTest, plasmaIsToldOfTheIconAgainOnceItHasOtherColours) {
     Panel panel(loop);
     ASSERT_TRUE(registered(panel));

@@ -14,6 +14,8 @@ inline constexpr std::string_view image = "image";
 inline constexpr std::string_view manager = "manager";
 /// title TEXT: beside the icon; empty for none.
 inline constexpr std::string_view title = "title";
+/// hint TEXT: for the tooltip; empty for none.
+inline constexpr std::string_view hint = "hint";
 /// insert INDEX ID SEPARATOR ENABLED TITLE IMAGE KEY: a menu line; SEPARATOR and ENABLED are 0 or 1.
 inline constexpr std::string_view insert = "insert";
 /// change ID SEPARATOR ENABLED TITLE IMAGE KEY

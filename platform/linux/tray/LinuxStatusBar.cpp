@@ -64,6 +64,13 @@ void LinuxStatusBar::setTitle(const std::string& title) {
     tell([&](StatusItemSink& sink) { sink.titleChanged(title); });
 }
 
+void LinuxStatusBar::setHint(const std::string& hint) {
+    if (hint == model_.hint)
+        return;
+    model_.hint = hint;
+    tell([&](StatusItemSink& sink) { sink.hintChanged(hint); });
+}
+
 void TrayFallback::setHostPresent(bool present) {
     if (present) {
         waiting_.cancel();

@@ -13,6 +13,7 @@ namespace kelpa {
 struct StatusItemModel {
     std::string image; ///< the application image's name
     std::string title; ///< the text beside the image; empty for none
+    std::string hint;  ///< a sentence for the tooltip; empty for none
     std::vector<MenuLine> lines;
 };
 
@@ -31,6 +32,8 @@ class StatusItemSink {
     virtual void lineChanged(const MenuLine& line) = 0;
     /// Only for a text that differs from the last one.
     virtual void titleChanged(const std::string& title) = 0;
+    /// Only for a sentence that differs from the last one.
+    virtual void hintChanged(const std::string& hint) = 0;
 };
 
 /// The status bar as the core sees it: keeps what the item shows, and passes every real change on to the
@@ -50,6 +53,7 @@ class LinuxStatusBar final : public StatusBar {
     void lineChanged(const MenuLine& line) override;
     void createItem(const std::string& image, MenuClicks& clicks) override;
     void setTitle(const std::string& title) override;
+    void setHint(const std::string& hint) override;
 
   private:
     std::vector<MenuLine>::iterator find(int lineId);

@@ -48,7 +48,10 @@ void pixmaps(BusWriter& writer, const Shown& shown) {
 void toolTip(BusWriter& writer, const Shown& shown) {
     writer.open('r', "sa(iiay)ss").text("");
     noPixmaps(writer, shown);
-    writer.text(shown.name).text(shown.title).close();
+    std::string text = shown.title;
+    if (*shown.hint != '\0')
+        text.append(text.empty() ? "" : " – ").append(shown.hint);
+    writer.text(shown.name).text(text.c_str()).close();
 }
 
 constexpr auto fixed = SD_BUS_VTABLE_PROPERTY_CONST;
@@ -102,6 +105,7 @@ void StatusNotifierItem::show(const StatusItemModel& model, MenuClicks& clicks) 
     model_ = &model;
     clicks_ = &clicks;
     showTitle();
+    showHint();
     toolTipHasTitle_ = !model.title.empty();
     toolTipTime_ = coarseSeconds();
     if (bus_.open())
@@ -181,6 +185,12 @@ void StatusNotifierItem::titleChanged(const std::string& title) {
     announceToolTip(!title.empty());
 }
 
+void StatusNotifierItem::hintChanged(const std::string& /*hint*/) {
+    showHint();
+    if (bus_.keepsUp())
+        announce("NewToolTip");
+}
+
 void StatusNotifierItem::busCaughtUp() {
     if (!menu_)
         return;
@@ -201,6 +211,10 @@ void StatusNotifierItem::showTitle() {
             c = '0';
     shown_.title = model_->title.c_str();
     shown_.guide = guide_.c_str();
+}
+
+void StatusNotifierItem::showHint() {
+    shown_.hint = model_->hint.c_str();
 }
 
 void StatusNotifierItem::announce(const char* signal) {

@@ -41,6 +41,7 @@ class StatusNotifierItem final : public StatusItemSink, private BusClient {
     void lineRemoved(int lineId) override;
     void lineChanged(const MenuLine& line) override;
     void titleChanged(const std::string& title) override;
+    void hintChanged(const std::string& hint) override;
 
     /// What hosts read. The bus library takes what stands here as it is.
     struct Shown {
@@ -49,6 +50,7 @@ class StatusNotifierItem final : public StatusItemSink, private BusClient {
         const char* name;
         const char* title = nullptr;
         const char* guide = nullptr;
+        const char* hint = nullptr;
         const char* category = "ApplicationStatus";
         const char* status = "Active";
         /// A name and not the file's path, although hosts take both: only named symbolic icons get the
@@ -69,6 +71,7 @@ class StatusNotifierItem final : public StatusItemSink, private BusClient {
     void nameAnswered(sd_bus_message* reply);
     void coloursChanged(sd_bus_message* signal);
     void showTitle();
+    void showHint();
     void announceTitle();
     void announce(const char* signal);
     void announceToolTip(bool hasTitle);

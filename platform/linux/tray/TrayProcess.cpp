@@ -107,6 +107,7 @@ void TrayProcess::start() {
     tray_.send({tray::data, data_});
     tray_.send({tray::image, model_->image});
     tray_.send({tray::title, model_->title});
+    tray_.send({tray::hint, model_->hint});
     for (std::size_t i = 0; i < model_->lines.size(); ++i)
         lineInserted(i, model_->lines[i]);
 }
@@ -127,6 +128,10 @@ void TrayProcess::lineChanged(const MenuLine& line) {
 
 void TrayProcess::titleChanged(const std::string& title) {
     tray_.send({tray::title, title});
+}
+
+void TrayProcess::hintChanged(const std::string& hint) {
+    tray_.send({tray::hint, hint});
 }
 
 void TrayProcess::helperSaid(const wire::Message& message) {

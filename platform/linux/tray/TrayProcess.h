@@ -25,6 +25,7 @@ class TrayProcess final : public StatusItemSink, private HelperClient {
     void lineRemoved(int lineId) override;
     void lineChanged(const MenuLine& line) override;
     void titleChanged(const std::string& title) override;
+    void hintChanged(const std::string& hint) override;
 
     /// Whether an old system tray is there, as far as it was looked for: only while the item is to be shown.
     [[nodiscard]] bool managerPresent() const { return manager_ != XCB_WINDOW_NONE; }

@@ -45,12 +45,25 @@ void TrayIcon::setPicture(const QImage& mask) {
 void TrayIcon::setTitle(const QString& title) {
     const bool sameLength = widest(title) == widest(title_);
     title_ = title;
-    setAccessibleDescription(title);
     if (sameLength)
         update(titleBox());
     else
         adapt();
-    setToolTip(titleFits() || title.isEmpty() ? QStringLiteral("Kelpa") : title);
+    describe();
+}
+
+void TrayIcon::setHint(const QString& hint) {
+    hint_ = hint;
+    describe();
+}
+
+/// The tooltip has no need to repeat a time that stands beside it.
+void TrayIcon::describe() {
+    const QString untold = titleFits() ? QString() : title_;
+    const QString separator = untold.isEmpty() || hint_.isEmpty() ? QString() : QStringLiteral(" – ");
+    const QString told = untold + separator + hint_;
+    setToolTip(told.isEmpty() ? QStringLiteral("Kelpa") : told);
+    setAccessibleDescription(hint_.isEmpty() ? title_ : title_ + QStringLiteral(" – ") + hint_);
 }
 
 QFont TrayIcon::titleFont() const {

@@ -17,6 +17,8 @@ class TrayIcon : public QWidget {
     /// `mask` says by its opacity where the picture is; its colour is not used.
     void setPicture(const QImage& mask);
     void setTitle(const QString& title);
+    /// A sentence for the tooltip; empty for none.
+    void setHint(const QString& hint);
     /// The tray has taken the window in.
     void embedded();
 
@@ -36,11 +38,13 @@ class TrayIcon : public QWidget {
     [[nodiscard]] QRect titleBox() const;
     [[nodiscard]] QColor ink() const;
     void adapt();
+    void describe();
     void lookBehind();
 
     bool translucent_;
     QImage picture_;
     QString title_;
+    QString hint_;
     QImage behind_; ///< what the tray shows where we are; null where that is seen anyway
 };
 

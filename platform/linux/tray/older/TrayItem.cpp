@@ -93,6 +93,8 @@ void TrayItem::obey(const wire::Message& message) {
         enter(static_cast<xcb_window_t>(message.number(1).value_or(XCB_WINDOW_NONE)));
     else if (message.verb() == tray::title)
         setTitle(QString::fromStdString(message.field(1)));
+    else if (message.verb() == tray::hint)
+        setHint(QString::fromStdString(message.field(1)));
     else if (message.verb() == tray::image)
         setImage(QString::fromStdString(message.field(1)));
     else if (message.verb() == tray::insert)
@@ -124,6 +126,12 @@ void TrayItem::setTitle(const QString& title) {
         icon_->setTitle(title);
 }
 
+void TrayItem::setHint(const QString& hint) {
+    hint_ = hint;
+    if (icon_)
+        icon_->setHint(hint);
+}
+
 /// Makes a window that fits the tray and asks it to take that in; a window of an earlier tray goes.
 void TrayItem::enter(xcb_window_t manager) {
     icon_.reset();
@@ -134,6 +142,7 @@ void TrayItem::enter(xcb_window_t manager) {
     connect(icon_.get(), &TrayIcon::pressed, &menu_, &TrayMenu::popup);
     icon_->setPicture(picture_);
     icon_->setTitle(title_);
+    icon_->setHint(hint_);
     tray_.dock(static_cast<xcb_window_t>(icon_->winId()));
 }
 

@@ -49,6 +49,7 @@ class TrayItem : public QObject {
     void setData(const QString& folder);
     void setImage(const QString& name);
     void setTitle(const QString& title);
+    void setHint(const QString& hint);
     void enter(xcb_window_t manager);
 
     Channel& channel_;
@@ -58,6 +59,7 @@ class TrayItem : public QObject {
     std::unique_ptr<TrayIcon> icon_; ///< null while there is no tray
     QImage picture_;
     QString title_;
+    QString hint_;
 };
 
 } // namespace kelpa
