@@ -1,9 +1,11 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <variant>
 #include <vector>
 
@@ -22,6 +24,11 @@ enum class PreferencesControlKind {
     TimePoints,  ///< a grid of times of day, each with its remove button, and a last tile that adds one
     Prompts,     ///< a scrolling list of texts to add to, edit in place, delete from and reset
 };
+
+/// The kinds' names, in their order, where a face finds by its name what shows one.
+inline constexpr std::array<std::string_view, 10> preferencesControlKinds = {
+    "switch",   "number",    "accumulator", "text",       "picker",
+    "segments", "timeOfDay", "tiles",       "timePoints", "prompts"};
 
 /// A button that shows only a symbol, and its name for those who do not see it.
 struct SymbolButton {

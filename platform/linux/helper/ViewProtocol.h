@@ -73,11 +73,7 @@ inline constexpr std::string_view currentPane = "current";
 inline constexpr std::string_view turnedAction = "turned";
 /// The window has the keyboard again.
 inline constexpr std::string_view cameToFrontAction = "cameToFront";
-/// The kinds of controls, and what is said of them and done to them, in the order of
-/// `PreferencesControlKind`, `PreferencesField` and `PreferencesAct`.
-inline constexpr std::array<std::string_view, 10> kinds = {"switch",     "number",   "accumulator", "text",
-                                                           "picker",     "segments", "timeOfDay",   "tiles",
-                                                           "timePoints", "prompts"};
+/// What is said of controls and done to them, in the order of `PreferencesField` and `PreferencesAct`.
 inline constexpr std::array<std::string_view, 6> fields = {"entries", "value",   "hint",
                                                            "problem", "enabled", "visible"};
 inline constexpr std::array<std::string_view, 7> acts = {"typed",  "entered", "stepped", "added",

@@ -29,7 +29,7 @@ std::string textOf(const json& value) {
 json rowJson(const PreferencesRow& row) {
     return {{"caption", row.caption},
             {"id", row.control.id},
-            {"kind", wire::view::nameOf(wire::view::kinds, row.control.kind)},
+            {"kind", wire::view::nameOf(preferencesControlKinds, row.control.kind)},
             {"label", row.control.label},
             {"unit", row.control.unit}};
 }
