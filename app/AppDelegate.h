@@ -31,6 +31,7 @@ class AppDelegate final : public App {
     TicktackState& workState() override { return AppState::workState(); }
     TicktackState& breakState() override { return AppState::breakState(); }
     PrefWaterState& waterState() override { return AppState::waterState(); }
+    BreakHold& breakHold() override { return AppState::breakHold(); }
     bool manualPause() const override { return AppState::manualPause(); }
     void setManualPause(bool pause) override { AppState::setManualPause(pause); }
     bool working() const override { return AppState::working(); }
@@ -43,6 +44,7 @@ class AppDelegate final : public App {
     void prepareBreakWindows() override { WindowController::prepareBreak(); }
     void showBreakWindows() override { WindowController::showBreak(); }
     void closeBreakWindows() override { WindowController::closeBreak(); }
+    bool breakShows() const override { return WindowController::breakShows(); }
     void showWaterView() override { WindowController::showWaterView(); }
     void closeWaterView() override { WindowController::closeWaterView(); }
     void dismissWaterView() override { WindowController::dismissWaterView(); }

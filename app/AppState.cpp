@@ -55,6 +55,8 @@ bool AppState::working() {
 
 void AppState::setWorking(bool working) {
     state.working = working;
+    breakHold().endWait();
+    breakNotice().workAssigned();
     if (working) {
         TicktackController::work(lengthOf(prefState().workTime, secondsAMinute));
         showPauseLine("stop.circle", translatable("Stop"));
@@ -93,6 +95,18 @@ TicktackState& AppState::breakState() {
 PrefWaterState& AppState::waterState() {
     static auto& made = *new PrefWaterState(around->ports.defaults, around->ports.clock,
                                             around->ports.mainQueue, around->app);
+    return made;
+}
+
+BreakNotice& AppState::breakNotice() {
+    const Services& services = around->ports.services;
+    static auto& made =
+        *new BreakNotice(around->app, services.notifications, services.busy, around->ports.mainQueue);
+    return made;
+}
+
+BreakHold& AppState::breakHold() {
+    static auto& made = *new BreakHold(around->app, around->ports.services.busy, around->ports.mainQueue);
     return made;
 }
 

@@ -6,6 +6,8 @@
 #include "prefs/App.h"
 #include "prefs/PrefState.h"
 #include "prefs/PromptState.h"
+#include "timer/BreakHold.h"
+#include "timer/BreakNotice.h"
 #include "timer/TicktackController.h"
 #include "water/PrefWaterState.h"
 
@@ -38,6 +40,8 @@ class AppState {
     [[nodiscard]] static TicktackState& workState();
     [[nodiscard]] static TicktackState& breakState();
     [[nodiscard]] static PrefWaterState& waterState();
+    [[nodiscard]] static BreakNotice& breakNotice();
+    [[nodiscard]] static BreakHold& breakHold();
 
     /// The pending check whether the mouse has stood still, which is set and cancelled by those who know of
     /// activity and of breaks; null until there was one.

@@ -117,6 +117,14 @@ const std::map<std::string, Reader, std::less<>>& readers() {
         {"stopTimerAfterMouseStop", general(&PrefState::stopTimerAfterMouseStop)},
         {"showNewDayTip", general(&PrefState::showNewDayTip)},
         {"lastWeakupTimestamp", general(&PrefState::lastWeakupTimestamp)},
+        {"breakNotice", general(&PrefState::breakNotice)},
+        {"moreTime", general(&PrefState::moreTime)},
+        {"holdBreaks", general(&PrefState::holdBreaks)},
+        {"holdLimit", general(&PrefState::holdLimit)},
+        {"holdForSound", general(&PrefState::holdForSound)},
+        {"holdForCamera", general(&PrefState::holdForCamera)},
+        {"holdForFullScreen", general(&PrefState::holdForFullScreen)},
+        {"holdForAwake", general(&PrefState::holdForAwake)},
         {"breakStyle", reader<BreakStyle>([](BreakStyle style) {
              AppState::prefState().styleState().breakStyle.set(style);
          })},

@@ -9,6 +9,7 @@
 
 namespace kelpa {
 
+class BreakHold;
 class PrefState;
 class PromptState;
 class PrefWaterState;
@@ -37,6 +38,7 @@ class App {
     [[nodiscard]] virtual TicktackState& workState() = 0;
     [[nodiscard]] virtual TicktackState& breakState() = 0;
     [[nodiscard]] virtual PrefWaterState& waterState() = 0;
+    [[nodiscard]] virtual BreakHold& breakHold() = 0;
     [[nodiscard]] virtual bool manualPause() const = 0;
     virtual void setManualPause(bool pause) = 0;
     [[nodiscard]] virtual bool working() const = 0;
@@ -53,6 +55,8 @@ class App {
     virtual void prepareBreakWindows() = 0;
     virtual void showBreakWindows() = 0;
     virtual void closeBreakWindows() = 0;
+    /// Whether a break is on the screens.
+    [[nodiscard]] virtual bool breakShows() const = 0;
     virtual void showWaterView() = 0;
     virtual void closeWaterView() = 0;
     /// Takes the water panel off the screen at once and without an answer.

@@ -72,7 +72,12 @@ PrefState::PrefState(DefaultsStore& store, const Clock& clock, App& app)
       restartTimerAfterAwake(store, "restart_timer_after_awake", true),
       stopTimerAfterMouseStop(store, "stop_timer_after_mouse_stop", true),
       showNewDayTip(store, "show_new_day_tip", false),
-      lastWeakupTimestamp(store, "last_weakup_timestamp", 0.0), calendar_(clock),
+      lastWeakupTimestamp(store, "last_weakup_timestamp", 0.0), breakNotice(store, "pref.break.notice", 0),
+      moreTime(store, "pref.break.more", 5), holdBreaks(store, "pref.break.hold", false),
+      holdLimit(store, "pref.break.hold.limit", 60), holdForSound(store, "pref.break.hold.sound", true),
+      holdForCamera(store, "pref.break.hold.camera", true),
+      holdForFullScreen(store, "pref.break.hold.fullscreen", true),
+      holdForAwake(store, "pref.break.hold.awake", true), calendar_(clock),
       styleState_(std::make_unique<PrefStyleState>(store)) {}
 
 void PrefState::setStyleState(std::unique_ptr<PrefStyleState> state) {
@@ -94,6 +99,20 @@ Subscription PrefState::observeBreakStyle(const std::function<void()>& told) {
         replaced->cancel();
         chosen->cancel();
     });
+}
+
+StoredSetting<bool>& PrefState::holdFor(BusyReason reason) {
+    switch (reason) {
+    case BusyReason::Sound:
+        return holdForSound;
+    case BusyReason::Camera:
+        return holdForCamera;
+    case BusyReason::FullScreen:
+        return holdForFullScreen;
+    case BusyReason::Awake:
+        break;
+    }
+    return holdForAwake;
 }
 
 bool PrefState::isNewDay() const {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/Calendar.h"
+#include "platform/ports/Busy.h"
 #include "prefs/App.h"
 #include "prefs/BreakStyle.h"
 #include "prefs/Setting.h"
@@ -56,6 +57,16 @@ class PrefState {
     StoredSetting<bool> stopTimerAfterMouseStop;
     StoredSetting<bool> showNewDayTip;
     StoredSetting<double> lastWeakupTimestamp; ///< seconds since 1970 of the last screen lock
+    StoredSetting<std::int64_t> breakNotice;   ///< seconds before a break; 0 for no word
+    StoredSetting<std::int64_t> moreTime;      ///< minutes that a break is put off by
+    StoredSetting<bool> holdBreaks;            ///< while somebody is busy
+    StoredSetting<std::int64_t> holdLimit;     ///< minutes that a break waits at most
+    StoredSetting<bool> holdForSound;
+    StoredSetting<bool> holdForCamera;
+    StoredSetting<bool> holdForFullScreen;
+    StoredSetting<bool> holdForAwake;
+    /// Whether breaks are held for this reason.
+    [[nodiscard]] StoredSetting<bool>& holdFor(BusyReason reason);
 
     [[nodiscard]] PrefStyleState& styleState() { return *styleState_; }
     /// Puts another style object in place and announces that to those who observe.

@@ -32,6 +32,12 @@ void PromptState::showBreak() {
     app_.startBreak(seconds);
 }
 
+BreakKind PromptState::nextKind() const {
+    const std::int64_t breaks = app_.prefState().shortBreakTimes();
+    const bool isLong = breaks != 0 && remainder(checkedAdd(shortBreakTimes_, 1), breaks) == 0;
+    return isLong ? BreakKind::Long : BreakKind::Short;
+}
+
 std::int64_t PromptState::cycleLength() const {
     const auto& setting = app_.prefState().shortBreakTimes;
     const std::int64_t breaks = setting();

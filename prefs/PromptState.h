@@ -30,6 +30,9 @@ class PromptState {
     void resetShortBreakTimes() { shortBreakTimes_ = 0; }
     /// Of the break that was started last, also when it is over; none before the first.
     [[nodiscard]] BreakKind lastKind() const { return lastKind_; }
+    /// Of the break that `showBreak` would start now, which it does not; a short one where the cycle's length
+    /// is 0.
+    [[nodiscard]] BreakKind nextKind() const;
 
   private:
     [[nodiscard]] std::int64_t cycleLength() const;

@@ -2,6 +2,7 @@
 
 #include "base/FatalError.h"
 #include "prefs/PromptState.h"
+#include "timer/BreakHold.h"
 
 namespace kelpa {
 
@@ -35,6 +36,7 @@ struct SystemEventActions {
         PrefState& pref = app.prefState();
         if (pref.showNewDayTip())
             pref.updateWeakupTimestamp();
+        app.breakHold().endWait();
         if (!pref.restartTimerAfterAwake())
             return;
         app.setWorking(false);

@@ -5,7 +5,7 @@
 #include "base/Text.h"
 #include "logging/SharedLogger.h"
 #include "prefs/PrefState.h"
-#include "prefs/PromptState.h"
+#include "timer/BreakHold.h"
 #include "timer/TicktackController.h"
 #include "ui/WindowController.h"
 #include "water/PrefWaterState.h"
@@ -60,7 +60,7 @@ void countdownChanged(bool timesUp, const std::string& timeString) {
     // The one place where the end of a work period becomes a break. It comes before the title is set, so that
     // the break is on its way however long the status bar takes.
     if (timesUp)
-        bar->app.promptState().showBreak();
+        bar->app.breakHold().breakIsDue();
     static const std::string none;
     bar->face.setTitle(timesUp || !bar->app.prefState().showTime() ? none : timeString);
 }
