@@ -69,6 +69,12 @@ class Picture:
         """The share of the picture that stands out from its background, from 0 to 1."""
         return sum(map(sum, self.ink())) / (self.width * self.height)
 
+    def ink_box(self):
+        """The smallest box that holds everything that stands out; nothing when nothing does."""
+        rows = [y for y, row in enumerate(self.ink()) if any(row)]
+        columns = [x for x, column in enumerate(zip(*self.ink())) if any(column)]
+        return Box(columns[0], rows[0], columns[-1] - columns[0] + 1, rows[-1] - rows[0] + 1) if rows else None
+
     def glyphs(self):
         """How many shapes stand side by side: stretches of columns with ink in them."""
         return _runs([any(column) for column in zip(*self.ink())])

@@ -94,6 +94,18 @@ class Screen:
         """The viewable windows of exactly this title that are at least so high."""
         return [window for window in self.windows() if window.title == title and window.height >= height]
 
+    def of_class(self, name):
+        """The viewable top-level windows of a program, which need no title."""
+        found = []
+        for window in self.root.query_tree().children:
+            try:
+                size, kind = window.get_geometry(), window.get_wm_class()
+                if kind and name in kind and window.get_attributes().map_state == X.IsViewable:
+                    found.append(Window(window.id, self.title(window), size.x, size.y, size.width, size.height, 0))
+            except error.XError:
+                pass
+        return found
+
     def embedded(self):
         """The viewable windows that are docked in an XEmbed tray."""
         info = self.display.intern_atom("_XEMBED_INFO")
@@ -133,6 +145,14 @@ class Screen:
 
     def resize(self, window_id, width, height):
         self.display.create_resource_object("window", window_id).configure(width=width, height=height)
+        self.display.sync()
+
+    def set_background(self, window_id, colour, cleared):
+        """Gives a window another background, and clears a window, which then hears that it has to draw itself."""
+        red, green, blue = colour
+        window = self.display.create_resource_object("window", window_id)
+        window.change_attributes(background_pixel=red << 16 | green << 8 | blue)
+        self.display.create_resource_object("window", cleared).clear_area(0, 0, 0, 0, onerror=None, exposures=True)
         self.display.sync()
 
     def ask_to_close(self, window):

@@ -1,9 +1,13 @@
 #!/usr/bin/python3
 """Desktops with less: only an old tray for embedded icons, or no tray at all."""
 import subprocess
+import sys
+from pathlib import Path
 
 from support import PROGRAM, Box, DesktopTest, main, wait_until
 from virtual_desktop import wait_for_cover
+
+TRAY_THAT_GRANTS_LITTLE = Path(__file__).with_name("narrow_tray.py")
 
 
 class OldTray(DesktopTest):
@@ -79,6 +83,67 @@ class OldTray(DesktopTest):
         self.addCleanup(self.session.end, service)
         item = wait_until(program.item, 5, "the item")
         self.assertTrue(wait_until(item.registered, 5))
+
+
+class NarrowTray(DesktopTest):
+    """A dark bar whose slots keep their size, as those of many small bars do, and say nothing of it."""
+    TRAY = False
+    MONITORS = ROOM = 1
+    SLOT = 19
+    DARK, LIGHT = (0x20, 0x24, 0x28), (0xd8, 0xd4, 0xd0)
+
+    def setUp(self):
+        tray = self.session.spawn([sys.executable, str(TRAY_THAT_GRANTS_LITTLE), str(self.SLOT)])
+        self.addCleanup(self.session.end, tray)
+        self.bar = wait_until(lambda: self.screen.titled(lambda title: title == "narrow tray"), 10, "the tray")[0]
+        self.launch(speed=1)
+
+        def in_its_slot():
+            return [icon for icon in self.screen.embedded() if icon.width == self.SLOT]
+
+        self.icon = wait_until(in_its_slot, 10, "an icon in its slot")[0]
+
+    def shape(self):
+        """Where the ink stands in the slot, once it is painted."""
+        return wait_until(lambda: self.screen.picture(self.icon).ink_box(), 5, "something in the slot")
+
+    def assert_colours(self, behind, ink_is_light):
+        def right():
+            picture = self.screen.picture(self.icon)
+            brightest = max if ink_is_light else min
+            ink = brightest(picture.colours(), key=sum)
+            return picture.background() == behind and (sum(ink) > 600 if ink_is_light else sum(ink) < 200)
+
+        self.assertTrue(wait_until(right, 5), self.screen.picture(self.icon).colours().most_common(3))
+
+    def test_the_icon_stands_alone_in_its_slot_on_the_colour_of_the_bar(self):
+        self.assertEqual((self.icon.width, self.icon.height), (self.SLOT, self.SLOT))
+        self.assert_colours(self.DARK, ink_is_light=True)
+        self.settle(1.2)    # over the next tick
+        shape = self.shape()
+        left, right = shape.x, self.SLOT - shape.x - shape.width
+        self.assertGreater(shape.height, self.SLOT / 2)
+        self.assertLessEqual(abs(left - right), 2, "the picture stands in the middle, and no figure beside it")
+        self.assert_colours(self.DARK, ink_is_light=True)
+
+    def test_the_time_is_in_the_tooltip(self):
+        def tooltip():
+            below = (window for window in self.screen.of_class("kelpa-tray") if window.y >= self.bar.height)
+            inside = (Box(window.x + 2, window.y + 2, window.width - 4, window.height - 4) for window in below)
+            return any(self.screen.picture(text).glyphs() > len("Kelpa") + 2 for text in inside)
+
+        self.addCleanup(self.screen.move, 5, self.HEIGHT - 10)
+        self.screen.move(self.icon.x + 8, self.icon.y + 8)
+        self.screen.push(1, 1)
+        self.assertTrue(wait_until(tooltip, 5))
+
+    def test_the_bars_other_colour_is_taken(self):
+        """Some trays draw only themselves anew, and others have each icon draw itself."""
+        self.assert_colours(self.DARK, ink_is_light=True)
+        self.screen.set_background(self.bar.id, self.LIGHT, cleared=self.bar.id)
+        self.assert_colours(self.LIGHT, ink_is_light=False)
+        self.screen.set_background(self.bar.id, self.DARK, cleared=self.icon.id)
+        self.assert_colours(self.DARK, ink_is_light=True)
 
 
 class CommandLine(DesktopTest):

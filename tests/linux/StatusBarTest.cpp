@@ -84,10 +84,10 @@ TEST_F(StatusBarTest, theFallbackWaitsForAHostAndLeavesToOne) {
     TrayFallback fallback(loop, bar, sink);
     bar.createItem("kelpa", clicks);
     fallback.setHostPresent(false);
-    spin(loop, 0.5);
+    spin(loop, TrayFallback::patience / 2);
     fallback.setHostPresent(false); // does not make the wait longer
     EXPECT_EQ(sink.log, Log{});
-    spin(loop, TrayFallback::patience - 0.3);
+    spin(loop, TrayFallback::patience * 3 / 4);
     EXPECT_EQ(sink.log, (Log{"show kelpa ''"}));
     fallback.setHostPresent(true);
     EXPECT_EQ(sink.log, (Log{"show kelpa ''", "hide"}));

@@ -66,11 +66,12 @@ class LinuxStatusBar final : public StatusBar {
     std::vector<StatusItemSink*> sinks_;
 };
 
-/// Shows the item in another way where nothing on the bus shows it. Waits a little with that, because at the
-/// start of a session panels come up after the programs, and one that restarts is soon back.
+/// Shows the item in another way for as long as nothing on the bus shows it. Waits a moment with that: one
+/// who is there has answered by then, and one who comes later, as panels do at the start of a session, still
+/// takes over.
 class TrayFallback {
   public:
-    static constexpr double patience = 2; ///< real seconds
+    static constexpr double patience = 0.5; ///< real seconds
 
     /// All arguments outlive the fallback; it begins with what `setHostPresent` says.
     TrayFallback(EventLoop& loop, LinuxStatusBar& statusBar, StatusItemSink& sink)

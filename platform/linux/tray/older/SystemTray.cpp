@@ -1,27 +1,17 @@
 #include "platform/linux/tray/older/SystemTray.h"
 
-#include "platform/linux/view/X11.h"
-
-#include <QGuiApplication>
+#include <QSize>
+#include <array>
 #include <cstring>
 
 namespace kelpa {
 
 namespace {
 
-constexpr std::uint8_t sentEventBit = 0x80;
 constexpr std::uint32_t requestDock = 0;
 constexpr int deepEnough = 32;
 
 } // namespace
-
-SystemTray::SystemTray() {
-    qApp->installNativeEventFilter(this);
-}
-
-SystemTray::~SystemTray() {
-    qApp->removeNativeEventFilter(this);
-}
 
 bool SystemTray::translucent() const {
     xcb_visualid_t visual = 0;
@@ -47,16 +37,38 @@ void SystemTray::dock(xcb_window_t window) {
     xcb_flush(x11::connection());
 }
 
-bool SystemTray::nativeEventFilter(const QByteArray& type, void* event, qintptr* /*result*/) {
-    if (type != "xcb_generic_event_t")
-        return false;
-    const auto& any = *static_cast<const xcb_generic_event_t*>(event);
-    if ((any.response_type & ~sentEventBit) == XCB_REPARENT_NOTIFY) {
-        const auto& moved = reinterpret_cast<const xcb_reparent_notify_event_t&>(any);
-        if (moved.window == window_ && moved.parent != x11::root())
-            QMetaObject::invokeMethod(this, &SystemTray::docked, Qt::QueuedConnection);
+void SystemTray::hear(int type, const xcb_generic_event_t& event) {
+    if (type == XCB_REPARENT_NOTIFY) {
+        const auto& news = reinterpret_cast<const xcb_reparent_notify_event_t&>(event);
+        if (news.window == window_ && news.parent != x11::root())
+            moved(news.parent);
+    } else if (type == XCB_EXPOSE) {
+        const auto& news = reinterpret_cast<const xcb_expose_event_t&>(event);
+        const bool ours = window_ != XCB_WINDOW_NONE && (news.window == window_ || news.window == parent_);
+        if (ours && news.count == 0)
+            emit exposed();
     }
-    return false;
+}
+
+/// A tray that has other colours draws itself anew, and has its icons do so only if it thinks of it.
+void SystemTray::moved(xcb_window_t parent) {
+    parent_ = parent;
+    const std::uint32_t mask = XCB_EVENT_MASK_EXPOSURE;
+    xcb_change_window_attributes(x11::connection(), parent, XCB_CW_EVENT_MASK, &mask);
+    QMetaObject::invokeMethod(this, &SystemTray::docked, Qt::QueuedConnection);
+}
+
+void askForRoom(xcb_window_t window, const QSize& pixels) {
+    // As the window manager's conventions have it: flags first, the least size behind four unused numbers.
+    constexpr std::uint32_t leastSize = 1U << 4;
+    constexpr std::uint8_t bitsOfEach = 32;
+    std::array<std::uint32_t, 18> hints{};
+    hints[0] = leastSize;
+    hints[5] = static_cast<std::uint32_t>(pixels.width());
+    hints[6] = static_cast<std::uint32_t>(pixels.height());
+    xcb_change_property(x11::connection(), XCB_PROP_MODE_REPLACE, window, XCB_ATOM_WM_NORMAL_HINTS,
+                        XCB_ATOM_WM_SIZE_HINTS, bitsOfEach, hints.size(), hints.data());
+    xcb_flush(x11::connection());
 }
 
 } // namespace kelpa

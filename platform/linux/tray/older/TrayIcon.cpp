@@ -1,6 +1,6 @@
 #include "platform/linux/tray/older/TrayIcon.h"
 
-#include "platform/linux/view/X11.h"
+#include "platform/linux/tray/older/SystemTray.h"
 
 #include <QFontMetrics>
 #include <QMouseEvent>
@@ -34,7 +34,6 @@ TrayIcon::TrayIcon(bool translucent)
     setWindowTitle(QStringLiteral("Kelpa"));
     setAccessibleName(QStringLiteral("Kelpa"));
     resize(usualHeight, usualHeight);
-    adapt();
 }
 
 void TrayIcon::setPicture(const QImage& mask) {
@@ -45,10 +44,10 @@ void TrayIcon::setPicture(const QImage& mask) {
 void TrayIcon::setTitle(const QString& title) {
     const bool sameLength = widest(title) == widest(title_);
     title_ = title;
-    if (sameLength)
-        update(titleBox());
-    else
+    if (!sameLength)
         adapt();
+    else if (titleFits())
+        update(titleBox());
     describe();
 }
 
@@ -59,11 +58,10 @@ void TrayIcon::setHint(const QString& hint) {
 
 /// The tooltip has no need to repeat a time that stands beside it.
 void TrayIcon::describe() {
-    const QString untold = titleFits() ? QString() : title_;
-    const QString separator = untold.isEmpty() || hint_.isEmpty() ? QString() : QStringLiteral(" – ");
-    const QString told = untold + separator + hint_;
-    setToolTip(told.isEmpty() ? QStringLiteral("Kelpa") : told);
-    setAccessibleDescription(hint_.isEmpty() ? title_ : title_ + QStringLiteral(" – ") + hint_);
+    const QString hint = hint_.isEmpty() ? QString() : QStringLiteral(" – ") + hint_;
+    const QString untold = titleFits() || title_.isEmpty() ? QString() : QLatin1Char(' ') + title_;
+    setToolTip(QStringLiteral("Kelpa") + untold + hint);
+    setAccessibleDescription(title_ + hint);
 }
 
 QFont TrayIcon::titleFont() const {
@@ -88,27 +86,35 @@ QRect TrayIcon::titleBox() const {
     return {height() + gap, 0, width() - height() - gap, height()};
 }
 
+xcb_window_t TrayIcon::window() {
+    resize(wantedWidth(), height());
+    const auto window = static_cast<xcb_window_t>(winId());
+    adapt();
+    return window;
+}
+
 /// Asks the tray for as much room as picture and text need; what it grants comes as a change of the size.
 void TrayIcon::adapt() {
-    setMinimumSize(wantedWidth(), std::min(height(), usualHeight));
+    const QSize wanted(wantedWidth(), std::min(height(), usualHeight));
+    if (internalWinId() != 0)
+        askForRoom(static_cast<xcb_window_t>(internalWinId()), wanted * devicePixelRatio());
     update();
 }
 
 void TrayIcon::embedded() {
+    docked_ = true;
     show();
+    adapt(); // the toolkit has written its own wish
     lookBehind();
-    update();
 }
 
 /// Where windows cannot be seen through, a picture of what is behind takes the place of it.
 void TrayIcon::lookBehind() {
-    if (translucent_ || !isVisible())
+    if (translucent_ || !docked_)
         return;
-    const auto window = static_cast<xcb_window_t>(winId());
-    const QSize pixels = size() * devicePixelRatio();
-    const QImage image = x11::picture(window, pixels);
-    behind_ = image;
+    behind_ = x11::picture(static_cast<xcb_window_t>(winId()), size() * devicePixelRatio());
     behind_.setDevicePixelRatio(devicePixelRatio());
+    update();
 }
 
 QColor TrayIcon::ink() const {
@@ -149,6 +155,7 @@ void TrayIcon::paintEvent(QPaintEvent* /*event*/) {
 void TrayIcon::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
     adapt();
+    describe();
     lookBehind();
 }
 

@@ -2,6 +2,7 @@
 
 #include <QImage>
 #include <QWidget>
+#include <xcb/xcb.h>
 
 namespace kelpa {
 
@@ -19,8 +20,12 @@ class TrayIcon : public QWidget {
     void setTitle(const QString& title);
     /// A sentence for the tooltip; empty for none.
     void setHint(const QString& hint);
+    /// Makes the window that the tray is asked to take in, as large as it is best.
+    xcb_window_t window();
     /// The tray has taken the window in.
     void embedded();
+    /// Looks anew at what the tray shows where the window is.
+    void lookBehind();
 
   signals:
     void pressed(const QRect& icon);
@@ -39,9 +44,9 @@ class TrayIcon : public QWidget {
     [[nodiscard]] QColor ink() const;
     void adapt();
     void describe();
-    void lookBehind();
 
     bool translucent_;
+    bool docked_ = false; ///< the tray decides on the size from then on
     QImage picture_;
     QString title_;
     QString hint_;

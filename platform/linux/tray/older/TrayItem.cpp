@@ -84,6 +84,10 @@ TrayItem::TrayItem(Channel& channel) : channel_(channel) {
         if (icon_)
             icon_->embedded();
     });
+    connect(&tray_, &SystemTray::exposed, this, [this] {
+        if (icon_)
+            icon_->lookBehind();
+    });
 }
 
 void TrayItem::obey(const wire::Message& message) {
@@ -143,7 +147,7 @@ void TrayItem::enter(xcb_window_t manager) {
     icon_->setPicture(picture_);
     icon_->setTitle(title_);
     icon_->setHint(hint_);
-    tray_.dock(static_cast<xcb_window_t>(icon_->winId()));
+    tray_.dock(icon_->window());
 }
 
 } // namespace kelpa

@@ -1,0 +1,56 @@
+#!/usr/bin/python3
+"""A tray of the older kind as small bars have it: dark, with one slot of a fixed size whatever an icon asks for."""
+import argparse
+
+from Xlib import X, display
+from Xlib.protocol import event
+
+DARK = 0x202428
+
+
+class NarrowTray:
+    def __init__(self, slot):
+        self.display = display.Display()
+        self.screen = self.display.screen()
+        self.slot = slot
+        self.selection = self.atom(f"_NET_SYSTEM_TRAY_S{self.display.get_default_screen()}")
+        # Whoever asks for another size is refused without a word.
+        self.bar = self.screen.root.create_window(
+            0, 0, self.screen.width_in_pixels, slot + 2, 0, X.CopyFromParent, background_pixel=DARK,
+            override_redirect=True, event_mask=X.SubstructureRedirectMask | X.SubstructureNotifyMask)
+        self.bar.set_wm_name("narrow tray")
+        self.bar.map()
+
+    def atom(self, name):
+        return self.display.intern_atom(name)
+
+    def announce(self):
+        self.bar.set_selection_owner(self.selection, X.CurrentTime)
+        data = (32, [X.CurrentTime, self.selection, self.bar.id, 0, 0])
+        news = event.ClientMessage(window=self.screen.root, client_type=self.atom("MANAGER"), data=data)
+        self.screen.root.send_event(news, X.StructureNotifyMask)
+
+    def run(self):
+        self.announce()
+        while True:
+            happened = self.display.next_event()
+            if happened.type == X.ClientMessage and happened.client_type == self.atom("_NET_SYSTEM_TRAY_OPCODE"):
+                self.dock(self.display.create_resource_object("window", happened.data[1][2]))
+            elif happened.type == X.MapRequest:
+                happened.window.map()
+            elif happened.type == X.ConfigureNotify and (happened.width, happened.height) != (self.slot, self.slot):
+                self.put_in_slot(happened.window)
+
+    def dock(self, icon):
+        icon.reparent(self.bar, 0, 0)
+        self.put_in_slot(icon)
+        icon.map()
+
+    def put_in_slot(self, icon):
+        icon.configure(x=self.screen.width_in_pixels - self.slot - 1, y=1, width=self.slot, height=self.slot)
+
+
+if __name__ == "__main__":
+    parser = argparse.ArgumentParser(description=__doc__)
+    parser.add_argument("slot", type=int, help="width and height in pixels")
+    NarrowTray(parser.parse_args().slot).run()
