@@ -122,7 +122,7 @@ void Program::busLost() {
 
 void Program::hostChanged(bool present) {
     if (present)
-        info("A panel shows the status item.");
+        info("The status item is taken on the session bus, for panels to show.");
     else
         warning("No panel on the session bus shows the status item.");
     setHostPresent(present);

@@ -44,11 +44,24 @@ class Tray(DesktopTest):
         shapes = self.screen.picture(Box(right - 38, panel.y, 38, panel.height)).glyphs()
         self.assertTrue(3 <= shapes <= 6, f"{shapes} shapes in the panel are no time")
 
+    def test_a_host_that_shows_only_titles_tells_the_time(self):
+        item = self.item_of(self.launch(speed=1))
+
+        def told():
+            _, _, title, text = item.get("ToolTip")
+            self.assertEqual(text, "")
+            return title
+
+        before = told()
+        self.assertRegex(before, r"^Kelpa 0\d:\d\d$")
+        wait_until(lambda: told() != before, 5, "another time in the title of the tooltip")
+
     def test_the_title_can_be_switched_off(self):
         program = self.launch({"show_time_in_status_bar": False}, speed=20)
         item = self.item_of(program)
         self.settle(0.2)    # four ticks
         self.assertEqual(item.label(), "")
+        self.assertEqual(item.get("ToolTip")[2], "Kelpa")
 
     def test_the_menu_holds_its_lines(self):
         item = self.item_of(self.launch({"pref.water.enable": True}, speed=1))

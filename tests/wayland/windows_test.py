@@ -188,7 +188,7 @@ class Managed(WindowsTest):
         bar = self.session.start_bar()
         self.addCleanup(self.session.end, bar)
         program = self.launch({"pref.break.time": 6}, speed=2)
-        program.wait_for("A panel shows the status item", 10)
+        program.wait_for("The status item is taken on the session bus", 10)
         self.assertTrue(program.item().registered())
         self.tell(program, "settings")
         self.window("Settings")

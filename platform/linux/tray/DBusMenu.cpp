@@ -83,13 +83,24 @@ std::string escaped(const std::string& title) {
     return label;
 }
 
-/// Keys go by the names that the window system gives them; those of letters and digits are the letters.
-std::string keyName(const std::string& key) {
-    return key == "," ? "comma" : key;
+/// How a reader of the menu names keys. Those of letters and digits are the letters to everybody.
+enum class Keys {
+    Named,     ///< as the window system names them
+    Characters ///< as what they write
+};
+
+std::string keyName(const std::string& key, Keys keys) {
+    return key == "," && keys == Keys::Named ? "comma" : key;
+}
+
+/// Nothing says how keys are named. Hosts made with GTK read the whole menu at once and know the window
+/// system's names, those made with Qt read level by level and know characters.
+Keys keysOf(int depth) {
+    return depth == 1 ? Keys::Characters : Keys::Named;
 }
 
 /// Everything that hosts can know of a line. The line with the id 0 is the menu itself.
-MenuProperties propertiesOf(const MenuLine& line, const ItemPictures& pictures) {
+MenuProperties propertiesOf(const MenuLine& line, const ItemPictures& pictures, Keys keys = Keys::Named) {
     if (line.id == 0)
         return {text("children-display", "submenu")};
     if (line.separator)
@@ -100,7 +111,7 @@ MenuProperties propertiesOf(const MenuLine& line, const ItemPictures& pictures) 
         properties.push_back(
             {"icon-data", "ay", [bytes = std::move(*picture)](BusWriter& out) { out.bytes(bytes); }});
     if (!line.keyEquivalent.empty())
-        properties.push_back(shortcut(keyName(line.keyEquivalent)));
+        properties.push_back(shortcut(keyName(line.keyEquivalent, keys)));
     return properties;
 }
 
@@ -217,7 +228,7 @@ void DBusMenu::writeLayout(BusWriter& writer, const MenuLine& parent, int depth,
                            const std::vector<std::string>& names) const {
     const auto open = [&](const MenuLine& line) {
         writer.open('r', "ia{sv}av").integer(line.id);
-        writeProperties(writer, selected(propertiesOf(line, pictures_), names));
+        writeProperties(writer, selected(propertiesOf(line, pictures_, keysOf(depth)), names));
         writer.open('a', "v");
     };
     writer.natural(revision_);

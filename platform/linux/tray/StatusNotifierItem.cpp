@@ -45,13 +45,17 @@ void pixmaps(BusWriter& writer, const Shown& shown) {
         writer.open('r', "iiay").integer(pixmap.size).integer(pixmap.size).bytes(pixmap.pixels).close();
     writer.close();
 }
+/// Everything stands in the title: some hosts show that alone, and those that show the text as well would say
+/// it twice.
 void toolTip(BusWriter& writer, const Shown& shown) {
+    std::string title = shown.name;
+    if (*shown.title != '\0')
+        title.append(" ").append(shown.title);
+    if (*shown.hint != '\0')
+        title.append(" – ").append(shown.hint);
     writer.open('r', "sa(iiay)ss").text("");
     noPixmaps(writer, shown);
-    std::string text = shown.title;
-    if (*shown.hint != '\0')
-        text.append(text.empty() ? "" : " – ").append(shown.hint);
-    writer.text(shown.name).text(text.c_str()).close();
+    writer.text(title).text("").close();
 }
 
 constexpr auto fixed = SD_BUS_VTABLE_PROPERTY_CONST;
