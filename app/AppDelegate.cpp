@@ -32,6 +32,7 @@ void AppDelegate::applicationDidFinishLaunching() {
 void AppDelegate::applicationWillTerminate() {
     // Whoever quits with a number half a second old in a field means that number.
     WindowController::settlePreferences();
+    history().quits(TicktackController::counted());
 }
 
 std::string AppDelegate::identifier() const {
@@ -48,6 +49,22 @@ AboutApp AppDelegate::about() const {
 void AppDelegate::setLaunchAtLogin(bool launch) {
     if (ports_.services.loginItem)
         ports_.services.loginItem->setEnabled(launch);
+}
+
+void AppDelegate::startBreak(std::int64_t seconds) {
+    HistoryBreak began{promptState().lastKind(), seconds};
+    // What was asked for is the next break of the cycle, which a greeting is not.
+    if (began.kind != BreakKind::NewDay) {
+        began.postponed = AppState::breakNotice().coming().postponed;
+        began.early = AppState::breakNotice().coming().started;
+    }
+    history().breakStarts(began, TicktackController::counted());
+    TicktackController::break_(seconds);
+}
+
+void AppDelegate::closeBreakWindows() {
+    history().breakCloses(TicktackController::counted());
+    WindowController::closeBreak();
 }
 
 bool AppDelegate::waterHasNewDay() {

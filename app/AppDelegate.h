@@ -32,6 +32,7 @@ class AppDelegate final : public App {
     TicktackState& breakState() override { return AppState::breakState(); }
     PrefWaterState& waterState() override { return AppState::waterState(); }
     BreakHold& breakHold() override { return AppState::breakHold(); }
+    HistoryRecorder& history() override { return AppState::history(); }
     bool manualPause() const override { return AppState::manualPause(); }
     void setManualPause(bool pause) override { AppState::setManualPause(pause); }
     bool working() const override { return AppState::working(); }
@@ -40,11 +41,11 @@ class AppDelegate final : public App {
     std::string identifier() const override;
     AboutApp about() const override;
     void setLaunchAtLogin(bool launch) override;
-    void startBreak(std::int64_t seconds) override { TicktackController::break_(seconds); }
+    void startBreak(std::int64_t seconds) override;
     void prepareBreakWindows() override { WindowController::prepareBreak(); }
     void showBreakWindows() override { WindowController::showBreak(); }
-    void closeBreakWindows() override { WindowController::closeBreak(); }
     bool breakShows() const override { return WindowController::breakShows(); }
+    void closeBreakWindows() override;
     void showWaterView() override { WindowController::showWaterView(); }
     void closeWaterView() override { WindowController::closeWaterView(); }
     void dismissWaterView() override { WindowController::dismissWaterView(); }

@@ -57,6 +57,7 @@ void AppState::setWorking(bool working) {
     state.working = working;
     breakHold().endWait();
     breakNotice().workAssigned();
+    history().workAssigned(working, TicktackController::counted());
     if (working) {
         TicktackController::work(lengthOf(prefState().workTime, secondsAMinute));
         showPauseLine("stop.circle", translatable("Stop"));
@@ -107,6 +108,11 @@ BreakNotice& AppState::breakNotice() {
 
 BreakHold& AppState::breakHold() {
     static auto& made = *new BreakHold(around->app, around->ports.services.busy, around->ports.mainQueue);
+    return made;
+}
+
+HistoryRecorder& AppState::history() {
+    static auto& made = *new HistoryRecorder(around->ports.history, around->ports.clock, around->app);
     return made;
 }
 

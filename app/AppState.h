@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/Published.h"
+#include "history/HistoryRecorder.h"
 #include "platform/ports/Ports.h"
 #include "platform/ports/Timers.h"
 #include "prefs/App.h"
@@ -42,6 +43,7 @@ class AppState {
     [[nodiscard]] static PrefWaterState& waterState();
     [[nodiscard]] static BreakNotice& breakNotice();
     [[nodiscard]] static BreakHold& breakHold();
+    [[nodiscard]] static HistoryRecorder& history();
 
     /// The pending check whether the mouse has stood still, which is set and cancelled by those who know of
     /// activity and of breaks; null until there was one.

@@ -44,6 +44,7 @@ class Desk {
     Journal& journal;
     VirtualClock clock{time};
     RecordingStore store{journal};
+    RecordingHistory history{journal};
     RecordingStatusBar statusBar{journal};
     RecordingWindows windows{journal, time};
     RecordingServices services{journal, time};

@@ -116,6 +116,7 @@ const std::map<std::string, Reader, std::less<>>& readers() {
         {"restartTimerAfterAwake", general(&PrefState::restartTimerAfterAwake)},
         {"stopTimerAfterMouseStop", general(&PrefState::stopTimerAfterMouseStop)},
         {"showNewDayTip", general(&PrefState::showNewDayTip)},
+        {"keepHistory", general(&PrefState::keepHistory)},
         {"lastWeakupTimestamp", general(&PrefState::lastWeakupTimestamp)},
         {"breakNotice", general(&PrefState::breakNotice)},
         {"moreTime", general(&PrefState::moreTime)},

@@ -47,4 +47,27 @@ void RecordingStore::setTexts(std::string_view key, const std::vector<std::strin
     write(key, value, "list " + jsonTexts(value));
 }
 
+std::optional<std::string> RecordingHistory::append(const std::string& month, std::string_view header,
+                                                    std::string_view line) {
+    if (diskFull)
+        return "No space left on device";
+    std::string& file = files[month];
+    if (file.empty())
+        file.append(header).append("\n");
+    file.append(line).append("\n");
+    journal_.note("history", month + " " + std::string(line));
+    return std::nullopt;
+}
+
+HistoryFiles::Content RecordingHistory::read(const std::string& month) {
+    const auto found = files.find(month);
+    return {found == files.end() ? std::string() : found->second, {}};
+}
+
+std::optional<std::string> RecordingHistory::removeAll() {
+    files.clear();
+    journal_.note("history", "forgotten");
+    return std::nullopt;
+}
+
 } // namespace kelpa::desk

@@ -2,6 +2,7 @@
 
 #include "desk/Journal.h"
 #include "platform/ports/DefaultsStore.h"
+#include "platform/ports/HistoryFiles.h"
 
 #include <map>
 #include <variant>
@@ -49,6 +50,23 @@ class RecordingStore final : public DefaultsStore {
 
     Journal& journal_;
     std::map<std::string, StoredValue, std::less<>> values_;
+};
+
+/// A history of which each line that is written is noted. Scripts may fill its disk.
+class RecordingHistory final : public HistoryFiles {
+  public:
+    explicit RecordingHistory(Journal& journal) : journal_(journal) {}
+
+    std::optional<std::string> append(const std::string& month, std::string_view header,
+                                      std::string_view line) override;
+    [[nodiscard]] Content read(const std::string& month) override;
+    std::optional<std::string> removeAll() override;
+
+    bool diskFull = false;
+    std::map<std::string, std::string> files; ///< by month
+
+  private:
+    Journal& journal_;
 };
 
 /// Texts as a JSON array on one line, and back; nothing for what is not one.

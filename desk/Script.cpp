@@ -241,6 +241,22 @@ Run style(std::string_view rest) {
     };
 }
 
+Run disk(std::string_view rest) {
+    if (rest != "full" && rest != "room")
+        throw Problem("the disk is full or has room");
+    return [full = rest == "full"](Desk& desk) { desk.history.diskFull = full; };
+}
+
+/// The platform ends the program, as at the end of a session.
+Run end(std::string_view rest) {
+    expectNothing(rest);
+    return [](Desk& desk) {
+        expectLaunched(desk);
+        desk.end();
+        desk.time.stop();
+    };
+}
+
 Run clockStep(std::string_view rest) {
     return [step = seconds(rest)](Desk& desk) { desk.clock.step(step); };
 }
@@ -303,6 +319,8 @@ const std::map<std::string, std::function<Run(std::string_view)>, std::less<>>& 
         {"notification", notification},
         {"clock", clockStep},
         {"suspend", suspend},
+        {"disk", disk},
+        {"end", end},
         {"start", start},
         {"lock", event(&ScriptedEvents::lock)},
         {"unlock", event(&ScriptedEvents::unlock)},

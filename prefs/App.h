@@ -10,6 +10,7 @@
 namespace kelpa {
 
 class BreakHold;
+class HistoryRecorder;
 class PrefState;
 class PromptState;
 class PrefWaterState;
@@ -39,6 +40,7 @@ class App {
     [[nodiscard]] virtual TicktackState& breakState() = 0;
     [[nodiscard]] virtual PrefWaterState& waterState() = 0;
     [[nodiscard]] virtual BreakHold& breakHold() = 0;
+    [[nodiscard]] virtual HistoryRecorder& history() = 0;
     [[nodiscard]] virtual bool manualPause() const = 0;
     virtual void setManualPause(bool pause) = 0;
     [[nodiscard]] virtual bool working() const = 0;

@@ -77,8 +77,8 @@ PrefState::PrefState(DefaultsStore& store, const Clock& clock, App& app)
       holdLimit(store, "pref.break.hold.limit", 60), holdForSound(store, "pref.break.hold.sound", true),
       holdForCamera(store, "pref.break.hold.camera", true),
       holdForFullScreen(store, "pref.break.hold.fullscreen", true),
-      holdForAwake(store, "pref.break.hold.awake", true), calendar_(clock),
-      styleState_(std::make_unique<PrefStyleState>(store)) {}
+      holdForAwake(store, "pref.break.hold.awake", true), keepHistory(store, "pref.history.enable", false),
+      calendar_(clock), styleState_(std::make_unique<PrefStyleState>(store)) {}
 
 void PrefState::setStyleState(std::unique_ptr<PrefStyleState> state) {
     styleState_ = std::move(state);

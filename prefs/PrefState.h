@@ -65,6 +65,7 @@ class PrefState {
     StoredSetting<bool> holdForCamera;
     StoredSetting<bool> holdForFullScreen;
     StoredSetting<bool> holdForAwake;
+    StoredSetting<bool> keepHistory;
     /// Whether breaks are held for this reason.
     [[nodiscard]] StoredSetting<bool>& holdFor(BusyReason reason);
 

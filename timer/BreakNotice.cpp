@@ -1,6 +1,7 @@
 #include "timer/BreakNotice.h"
 
 #include "base/Text.h"
+#include "history/HistoryRecorder.h"
 #include "timer/BreakHold.h"
 #include "timer/TicktackController.h"
 
@@ -163,6 +164,7 @@ void BreakNotice::giveMore(std::int64_t minutes) {
 
 /// The break then comes as every break does, at the end of what counts down.
 void BreakNotice::countDown(std::int64_t seconds) {
+    app_.history().workExtended(TicktackController::counted());
     TicktackController::work(seconds);
 }
 

@@ -1,6 +1,7 @@
 #include "timer/SystemEventController.h"
 
 #include "base/FatalError.h"
+#include "history/HistoryRecorder.h"
 #include "prefs/PromptState.h"
 #include "timer/BreakHold.h"
 
@@ -26,7 +27,10 @@ Queue& systemEventQueue() {
 
 /// Runs on the system event queue, where the program's state must not be touched.
 void handOverTheStop() {
-    events->ports.mainQueue.async([] { events->app.setWorking(false); });
+    events->ports.mainQueue.async([] {
+        events->app.history().stopsFor(HistoryEnd::Idle);
+        events->app.setWorking(false);
+    });
 }
 
 /// What each event does.
@@ -39,6 +43,7 @@ struct SystemEventActions {
         app.breakHold().endWait();
         if (!pref.restartTimerAfterAwake())
             return;
+        app.history().stopsFor(HistoryEnd::Locked);
         app.setWorking(false);
         app.closeBreakWindows();
     }

@@ -12,11 +12,21 @@ namespace {
 
 constexpr double tickSeconds = 1.0;
 
+/// The running period, or the last one.
+struct Period {
+    std::int64_t remaining = 0;
+    std::int64_t full = 0;
+    TicktackState* state = nullptr;
+
+    void tick();
+};
+
 struct Countdown {
     App& app;
     TickerSource& tickers;
     /// Made on first use and then kept: each connection has its own phase.
     std::unique_ptr<Ticker> timer = {};
+    Period period = {};
     Subscription cancellable = {};
 };
 
@@ -36,24 +46,18 @@ void endsSoon(const TicktackState& state) {
 
 constexpr LogPlace startPlace = {"TicktackController", "ticktack(with:ticktack:)"};
 
-/// The running period. It lives in the tick's callback and dies with the subscription.
-struct Period {
-    std::int64_t remaining;
-    std::int64_t full;
-    TicktackState& state;
-
-    void tick() {
-        remaining = checkedSubtract(remaining, 1);
-        state.timeString.set(timeString(remaining));
-        if (remaining == TicktackController::noticeSeconds)
-            endsSoon(state);
-        if (remaining > 0 || state.timesUp.value())
-            return;
-        logger().info("ticktack timer timesup for " + std::to_string(full), startPlace);
-        // This may well start the next period and so end this one: nothing of it is touched afterwards.
-        state.timesUp.set(true);
-    }
-};
+void Period::tick() {
+    remaining = checkedSubtract(remaining, 1);
+    TicktackState& told = *state;
+    told.timeString.set(timeString(remaining));
+    if (remaining == TicktackController::noticeSeconds)
+        endsSoon(told);
+    if (remaining > 0 || told.timesUp.value())
+        return;
+    logger().info("ticktack timer timesup for " + std::to_string(full), startPlace);
+    // This may well start the next period, which is then this one: nothing of it is touched afterwards.
+    told.timesUp.set(true);
+}
 
 } // namespace
 
@@ -71,6 +75,10 @@ void TicktackController::break_(std::int64_t seconds) {
     ticktack(seconds, countdown->app.breakState());
 }
 
+std::int64_t TicktackController::counted() {
+    return countdown->period.full - countdown->period.remaining;
+}
+
 void TicktackController::stop() {
     countdown->cancellable.cancel();
     logger().info("ticktack timer stoped " + decimalText(timer().interval()),
@@ -81,8 +89,8 @@ void TicktackController::ticktack(std::int64_t seconds, TicktackState& ticktack)
     ticktack.timesUp.set(false);
     ticktack.timeString.set(timeString(seconds));
     logger().info("ticktack timer start " + std::to_string(seconds), startPlace);
-    countdown->cancellable =
-        timer().connect([period = Period{seconds, seconds, ticktack}]() mutable { period.tick(); });
+    countdown->period = {seconds, seconds, &ticktack};
+    countdown->cancellable = timer().connect([] { countdown->period.tick(); });
     if (seconds <= noticeSeconds)
         endsSoon(ticktack);
 }

@@ -27,6 +27,8 @@ class TicktackController {
 
     static void work(std::int64_t seconds);
     static void break_(std::int64_t seconds);
+    /// How many seconds of the running period have passed; of the last one, when it was stopped.
+    [[nodiscard]] static std::int64_t counted();
     /// Ends the running period, if any; the states keep what they last showed.
     static void stop();
 

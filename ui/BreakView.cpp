@@ -1,6 +1,7 @@
 #include "ui/BreakView.h"
 
 #include "base/Text.h"
+#include "history/HistoryRecorder.h"
 #include "logging/SharedLogger.h"
 #include "ui/WindowController.h"
 
@@ -20,16 +21,17 @@ BreakScreenTexts texts() {
 
 } // namespace
 
-BreakView::BreakView(NativeWindow& window, PromptState& promptState, TicktackState& breakState)
-    : window_(window), promptState_(promptState), face_(window.hostBreakScreen(*this)) {
+BreakView::BreakView(NativeWindow& window, App& app)
+    : window_(window), app_(app), promptState_(app.promptState()), face_(window.hostBreakScreen(*this)) {
+    TicktackState& breakState = app.breakState();
     face_->setTexts(texts());
-    face_->setPrompt(shownPrompt(promptState.prompt.value()));
-    face_->setSkipOffered(promptState.showSkipButton.value());
+    face_->setPrompt(shownPrompt(promptState_.prompt.value()));
+    face_->setSkipOffered(promptState_.showSkipButton.value());
     face_->setCount(breakState.timeString.value());
-    prompt_ = promptState.prompt.subscribe(
+    prompt_ = promptState_.prompt.subscribe(
         [this](const std::string& text) { face_->setPrompt(shownPrompt(text)); });
     showSkipButton_ =
-        promptState.showSkipButton.subscribe([this](bool show) { face_->setSkipOffered(show); });
+        promptState_.showSkipButton.subscribe([this](bool show) { face_->setSkipOffered(show); });
     timeString_ = breakState.timeString.subscribe([this](const std::string& text) { face_->setCount(text); });
     timesUp_ = breakState.timesUp.subscribe([this](bool timesUp) {
         if (timesUp)
@@ -56,6 +58,7 @@ void BreakView::noticeTapped() {
     if (!window_.visible())
         return;
     logger().info("Click new feature: Water Reminder", {"BreakView", "body"});
+    app_.history().noticeTapped();
     skipAction();
     WindowController::showPrefView();
 }

@@ -15,8 +15,8 @@ void skipBreak(PromptState& promptState);
 /// is offered, Skip. It ends the break when the break's time is up.
 class BreakView final : public WindowContent, private BreakScreenClient {
   public:
-    /// What is shown follows both states from now on. All must outlive the view.
-    BreakView(NativeWindow& window, PromptState& promptState, TicktackState& breakState);
+    /// What is shown follows prompt and count of the break from now on. All must outlive the view.
+    BreakView(NativeWindow& window, App& app);
 
     /// Ends the break from the screen's side.
     void skipAction();
@@ -26,6 +26,7 @@ class BreakView final : public WindowContent, private BreakScreenClient {
     void noticeTapped() override;
 
     NativeWindow& window_;
+    App& app_;
     PromptState& promptState_;
     std::unique_ptr<BreakScreenFace> face_;
     Subscription prompt_;

@@ -69,8 +69,7 @@ Window& breakWindow(const Screen& screen) {
     }
     Window& window =
         make({title, screen.frame, statusWindowLevel, WindowStyle::FullSizeContent, screen.number});
-    window.setContent(
-        std::make_unique<BreakView>(window.native(), windows->app.promptState(), windows->app.breakState()));
+    window.setContent(std::make_unique<BreakView>(window.native(), windows->app));
     return window;
 }
 

@@ -2,6 +2,7 @@
 
 #include "base/FatalError.h"
 #include "base/Text.h"
+#include "history/HistoryRecorder.h"
 #include "logging/SharedLogger.h"
 
 #include <algorithm>
@@ -259,7 +260,9 @@ void PrefWaterState::updateClickTimestamp() {
 }
 
 void PrefWaterState::updateFinished() {
-    finished.set(checkedAdd(finished(), lastSelectedAmount()));
+    const std::int64_t drunk = lastSelectedAmount();
+    finished.set(checkedAdd(finished(), drunk));
+    app_.history().drank(drunk, target());
 }
 
 void PrefWaterState::reset() {

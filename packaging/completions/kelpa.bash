@@ -5,10 +5,11 @@ _kelpa() {
     COMPREPLY=()
     case ${COMP_WORDS[1]} in
         status) words='--json --follow --help' ;;
+        history) words='--days --from --to --json --csv --help' ;;
         @KELPA_COMMAND_PATTERN@) words='--help' ;;
     esac
     if ((COMP_CWORD == 1)); then
-        words='status @KELPA_COMMANDS@ --speed --help --version'
+        words='status history @KELPA_COMMANDS@ --speed --help --version'
     elif [[ ${COMP_WORDS[COMP_CWORD - 1]} == --speed ]]; then
         return
     elif [[ ${COMP_WORDS[1]} == --speed ]]; then

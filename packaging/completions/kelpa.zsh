@@ -2,6 +2,7 @@
 # Completion of kelpa's options and commands for zsh.
 local -a commands=(
     'status:tell state, time and water in one line'
+    'history:tell work, breaks and water of the last days'
 @KELPA_ZSH_COMMANDS@)
 local context state line
 _arguments -C \
@@ -12,6 +13,9 @@ _arguments -C \
     '*:: :->arguments' && return
 case $state in
     command) _describe command commands ;;
-    arguments) [[ $words[1] == status ]] && _arguments \
-        '--json[one JSON object]' '--follow[a line at each change]' ;;
+    arguments) case $words[1] in
+        status) _arguments '--json[one JSON object]' '--follow[a line at each change]' ;;
+        history) _arguments '--days[so many days up to today]:days' '--from[from this day on]:day' \
+            '--to[up to this day]:day' '--json[one JSON array]' '--csv[lines for a spreadsheet]' ;;
+    esac ;;
 esac

@@ -50,8 +50,17 @@ std::optional<std::string> stateHome() {
     return folder("XDG_STATE_HOME", "/.local/state");
 }
 
+std::optional<std::string> dataHome() {
+    return folder("XDG_DATA_HOME", "/.local/share");
+}
+
 std::optional<std::string> cacheHome() {
     return folder("XDG_CACHE_HOME", "/.cache");
+}
+
+std::optional<std::string> historyFolder() {
+    const auto data = dataHome();
+    return data ? std::optional(*data + "/" + build::identifier + "/history") : std::nullopt;
 }
 
 std::string programPath() {

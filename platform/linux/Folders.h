@@ -6,11 +6,14 @@
 namespace kelpa {
 
 /// The user's folder for settings ($XDG_CONFIG_HOME, else ~/.config), for state ($XDG_STATE_HOME, else
-/// ~/.local/state) or for what can be fetched again ($XDG_CACHE_HOME, else ~/.cache); nothing when neither
-/// the variable nor HOME holds an absolute path.
+/// ~/.local/state), for data ($XDG_DATA_HOME, else ~/.local/share) or for what can be fetched again
+/// ($XDG_CACHE_HOME, else ~/.cache); nothing when neither the variable nor HOME holds an absolute path.
 [[nodiscard]] std::optional<std::string> configHome();
 [[nodiscard]] std::optional<std::string> stateHome();
+[[nodiscard]] std::optional<std::string> dataHome();
 [[nodiscard]] std::optional<std::string> cacheHome();
+/// The program's folder for the history; nothing where there is no folder for data.
+[[nodiscard]] std::optional<std::string> historyFolder();
 
 /// What a person, or the desktop, starts to run this program: its own file, or the image that it is packed
 /// in and runs from.

@@ -46,6 +46,17 @@ ParsedOptions parseCommand(const std::vector<std::string>& arguments) {
     return parsed;
 }
 
+ParsedOptions parseHistoryCommand(const std::vector<std::string>& arguments) {
+    if (std::any_of(arguments.begin(), arguments.end(), asksForHelp))
+        return asked(Options::Action::ShowHelp);
+    const auto [command, error] = parseHistory(arguments);
+    if (!error.empty())
+        return refused(error);
+    ParsedOptions parsed = asked(Options::Action::History);
+    parsed.options.history = command;
+    return parsed;
+}
+
 /// What is no option is most likely meant as a command.
 ParsedOptions unknown(const std::string& argument) {
     return refused((argument.starts_with("-") ? "unknown option '" : "unknown command '") + argument + "'");
@@ -56,6 +67,8 @@ ParsedOptions unknown(const std::string& argument) {
 ParsedOptions parseOptions(const std::vector<std::string>& arguments) {
     if (!arguments.empty() && isControlWord(arguments.front()))
         return parseCommand(arguments);
+    if (!arguments.empty() && isHistoryWord(arguments.front()))
+        return parseHistoryCommand(arguments);
     constexpr std::string_view withValue = "--speed=";
     Options options;
     for (std::size_t i = 0; i < arguments.size(); ++i) {
@@ -92,7 +105,11 @@ std::string helpText() {
            "\n"
            "Commands for the Kelpa that runs:\n" +
            controlHelp() +
-           "A command ends with 0, with 1 when it is refused and with 3 when Kelpa is not running.\n";
+           "A command ends with 0, with 1 when it is refused and with 3 when Kelpa is not running.\n"
+           "\n"
+           "Command that reads the history, whether Kelpa runs or not:\n"
+           "  history     tell work, breaks and water of the last 14 days; --days N for others, or\n"
+           "              --from DATE --to DATE (as 2026-11-23), --json or --csv for programs to read\n";
 }
 
 std::string versionText() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/linux/control/ControlCommand.h"
+#include "platform/linux/control/HistoryCommand.h"
 
 #include <string>
 #include <vector>
@@ -9,10 +10,11 @@ namespace kelpa {
 
 /// What the command line asks for.
 struct Options {
-    enum class Action { Run, Control, ShowHelp, ShowVersion };
+    enum class Action { Run, Control, History, ShowHelp, ShowVersion };
     Action action = Action::Run;
     double speed = 1;       ///< how many seconds pass in one
     ControlCommand control; ///< what to ask of the running program
+    HistoryCommand history; ///< what to tell of past days
 };
 
 struct ParsedOptions {

@@ -26,6 +26,7 @@
 #include "platform/linux/windows/RemotePreferencesWindow.h"
 #include "platform/linux/windows/RemoteWindowSystem.h"
 #include "platform/posix/AbortOnFatalErrors.h"
+#include "platform/posix/HistoryFolder.h"
 #include "platform/posix/SystemRandom.h"
 
 #include <memory>
@@ -68,6 +69,7 @@ class Program final : private StoreReport, private WindowReport, private Instanc
     DataFolders folders_;
     LinuxClock clock_;
     PlistStore store_;
+    HistoryFolder history_{historyFolder()};
     LinuxStatusBar statusBar_;
     RemoteWindowSystem windows_;
     RemoteAboutPanel about_;

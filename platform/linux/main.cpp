@@ -70,6 +70,8 @@ int main(int argc, char** argv) {
         return EXIT_SUCCESS;
     case kelpa::Options::Action::Control:
         return static_cast<int>(kelpa::runControl(options.control));
+    case kelpa::Options::Action::History:
+        return kelpa::runHistory(options.history);
     case kelpa::Options::Action::Run:
         break;
     }

@@ -13,6 +13,7 @@
 #include "app/RemoteControl.h"
 #include "logging/SharedLogger.h"
 #include "platform/posix/AbortOnFatalErrors.h"
+#include "platform/posix/HistoryFolder.h"
 #include "platform/posix/SystemRandom.h"
 
 #include <memory>
@@ -37,6 +38,7 @@ class Program final : private ApplicationLoop {
     Services services();
 
     MacClock clock_;
+    HistoryFolder history_;
     RunLoopTickers tickers_;
     DispatchQueue mainQueue_;
     SerialDispatchQueues queues_;

@@ -14,13 +14,24 @@ void logCritical(const std::string& message) {
         logger().critical(message);
 }
 
+/// Nothing where the user has no such folder.
+std::optional<std::string> historyFolder() {
+    NSArray<NSString*>* found =
+        NSSearchPathForDirectoriesInDomains(NSApplicationSupportDirectory, NSUserDomainMask, YES);
+    NSString* identifier = [[NSBundle mainBundle] bundleIdentifier];
+    if ([found count] == 0 || !identifier)
+        return std::nullopt;
+    return toString(found[0]) + "/" + toString(identifier) + "/History";
+}
+
 } // namespace
 
 Program::Program(double speed)
-    : clock_(speed), tickers_(speed), mainQueue_(dispatch_get_main_queue(), speed), queues_(speed),
-      fatalErrors_(logCritical), loginItem_(makeMacLoginItem(AppInfo::loginItemIdentifier())),
-      ports_{clock_,  tickers_,       mainQueue_, queues_,      store_, statusBar_, windows_,  *system_,
-             *fonts_, *translations_, random_,    fatalErrors_, *this,  lock_,      activity_, services()},
+    : clock_(speed), history_(historyFolder()), tickers_(speed), mainQueue_(dispatch_get_main_queue(), speed),
+      queues_(speed), fatalErrors_(logCritical), loginItem_(makeMacLoginItem(AppInfo::loginItemIdentifier())),
+      ports_{clock_,       tickers_, mainQueue_, queues_,   store_,         history_,
+             statusBar_,   windows_, *system_,   *fonts_,   *translations_, random_,
+             fatalErrors_, *this,    lock_,      activity_, services()},
       logFiles_(clock_), delegate_(ports_, logFiles_) {}
 
 Services Program::services() {

@@ -4,6 +4,7 @@
 #include "base/FatalError.h"
 #include "base/Text.h"
 #include "platform/ports/DefaultsStore.h"
+#include "platform/ports/HistoryFiles.h"
 #include "platform/ports/Services.h"
 #include "platform/ports/StatusBar.h"
 #include "platform/ports/System.h"
@@ -20,6 +21,7 @@ struct Ports {
     Queue& mainQueue;
     QueueSource& queues;
     DefaultsStore& defaults;
+    HistoryFiles& history;
     StatusBar& statusBar;
     WindowSystem& windows;
     SystemInfo& system;

@@ -37,12 +37,15 @@ class Words(unittest.TestCase):
         help_text = output(ROOT / "usr/bin/kelpa", "--help")
         cls.options = set(re.findall(r"^  (--\w+)", help_text, re.M))
         cls.commands = set(re.findall(r"^  (\w+)", help_text, re.M))
-        cls.of_status = set(re.findall(r"--\w+", help_text)) - cls.options
+        rest, history = re.split(r"^  history ", help_text, flags=re.M)
+        cls.of_status = set(re.findall(r"--\w+", rest)) - cls.options
+        cls.of_history = set(re.findall(r"--\w+", history))
 
     def test_the_help_lists_some(self):
         self.assertIn("--help", self.options)
         self.assertIn("status", self.commands)
-        self.assertIn("--json", self.of_status)
+        self.assertIn("--follow", self.of_status)
+        self.assertIn("--days", self.of_history)
 
     def test_the_manual_tells_of_each(self):
         environment = {**os.environ, "MANWIDTH": "100", "MANPAGER": "cat", "LC_ALL": "C.UTF-8"}
@@ -53,7 +56,7 @@ class Words(unittest.TestCase):
             return {word for tag in re.findall(r"^ {7}(\S.*)$", text, re.M) for word in re.findall(r"^[-\w]+|--\w+", tag)}
 
         self.assertEqual(tags("OPTIONS"), self.options)
-        self.assertLessEqual(self.commands | self.of_status, tags("COMMANDS"))
+        self.assertLessEqual(self.commands | self.of_status | self.of_history, tags("COMMANDS"))
         self.assertEqual(set(re.findall(r"^ {7}(\d)\b", manual, re.M)), {"0", "1", "2", "3"})
 
     def check_completion(self, complete):
@@ -61,6 +64,7 @@ class Words(unittest.TestCase):
         self.assertEqual({word for word in complete("kelpa ") if word[0] != "-"}, self.commands)
         self.assertEqual(complete("kelpa --"), self.options)
         self.assertEqual(complete("kelpa status --") - {"--help"}, self.of_status)
+        self.assertEqual(complete("kelpa history --") - {"--help"}, self.of_history)
         self.assertEqual(complete("kelpa sk"), {"skip"})
         self.assertEqual(complete("kelpa pause "), set())
 

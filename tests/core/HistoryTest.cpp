@@ -1,0 +1,238 @@
+#include "app/AppState.h"
+#include "history/HistorySums.h"
+#include "tests/core/Play.h"
+
+#include <gtest/gtest.h>
+
+#include <ostream>
+
+namespace kelpa {
+namespace {
+
+using test::Lines;
+using test::mouseMayRest;
+using test::Play;
+
+const std::string kept = "store pref.history.enable bool true\n" + mouseMayRest;
+const std::string monday = "start 2026-11-23T09:00:00\n";
+
+/// A desk of which nothing but the history is noted.
+struct HistoryPlay : Play {
+    HistoryPlay() : Play({"log", "item", "title", "count", "window", "break", "app", "water", "set"}) {}
+};
+
+Lines lines(const std::string& script) {
+    HistoryPlay play;
+    return play(script);
+}
+
+TEST(History, IsOffAtFirstAndThenNothingIsKept) {
+    EXPECT_EQ(lines(monday + mouseMayRest +
+                    "store pref.water.enable bool true\nlaunch\n+1500\nskip 1\n+60\nmenu water\nwater "
+                    "done\n+1\nend\n"),
+              Lines{});
+}
+
+TEST(History, TellsHowWorkEnded) {
+    EXPECT_EQ(lines(monday + kept +
+                    "launch\n+1500\nskip 1\n+10\nmenu pause\n+100\nmenu pause\n+20\npref workTime 30\n"
+                    "+30\nlock\n+100\nunlock\n+40\nend\n"),
+              (Lines{"1500.000 history 2026-11 2026-11-23,09:00:00,work,,,1500,,,,,break",
+                     "1500.000 history 2026-11 2026-11-23,09:25:00,break,short,300,0,0,due,,,skipped",
+                     "1510.000 history 2026-11 2026-11-23,09:25:00,work,,,10,,,,,paused",
+                     "1630.000 history 2026-11 2026-11-23,09:26:50,work,,,20,,,,,restarted",
+                     "1660.000 history 2026-11 2026-11-23,09:27:10,work,,,30,,,,,locked",
+                     "1800.000 history 2026-11 2026-11-23,09:29:20,work,,,40,,,,,quit"}));
+}
+
+TEST(History, TellsOfAMouseThatRestedAndOfASleepThatCountsNothing) {
+    EXPECT_EQ(lines(monday + "store pref.history.enable bool true\nlaunch\n+100\nsuspend 3600\n+200\n"),
+              Lines{"300.000 history 2026-11 2026-11-23,09:00:00,work,,,300,,,,,idle"});
+}
+
+struct BreakEnd {
+    const char* script;
+    const char* line;
+};
+
+/// The last word, which says how it ended.
+void PrintTo(const BreakEnd& end, std::ostream* out) {
+    const std::string line = end.line;
+    *out << line.substr(line.rfind(',') + 1);
+}
+
+class HistoryOfBreaks : public ::testing::TestWithParam<BreakEnd> {};
+
+TEST_P(HistoryOfBreaks, TellsHowOneEndedInOneLineForAllScreens) {
+    Lines all = lines(monday + "screens 1 2\n" + kept + "launch\n+1500\n" + GetParam().script);
+    std::erase(all, "1507.000 settings");
+    EXPECT_EQ(all, (Lines{"1500.000 history 2026-11 2026-11-23,09:00:00,work,,,1500,,,,,break",
+                          std::string(GetParam().line)}));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    History, HistoryOfBreaks,
+    ::testing::Values(
+        BreakEnd{"+300\n",
+                 "1800.000 history 2026-11 2026-11-23,09:25:00,break,short,300,300,0,due,,,complete"},
+        BreakEnd{"+7\nskip 2\n",
+                 "1507.000 history 2026-11 2026-11-23,09:25:00,break,short,300,7,0,due,,,skipped"},
+        BreakEnd{"+7\nnotice 1\n",
+                 "1507.000 history 2026-11 2026-11-23,09:25:00,break,short,300,7,0,due,,,notice"},
+        BreakEnd{"+7\nlock\n+60\n",
+                 "1507.000 history 2026-11 2026-11-23,09:25:00,break,short,300,7,0,due,,,locked"},
+        BreakEnd{"+7\nend\n",
+                 "1507.000 history 2026-11 2026-11-23,09:25:00,break,short,300,7,0,due,,,quit"}));
+
+TEST(History, AGreetingReplacesABreakAndIsOne) {
+    EXPECT_EQ(
+        lines(monday + kept +
+              "store restart_timer_after_awake bool false\nstore show_new_day_tip bool true\n"
+              "store pref.short.break.times int 1\nlaunch\n+1500\n+7\nlock\nsuspend 86400\nunlock\n+10\n"),
+        (Lines{"1500.000 history 2026-11 2026-11-23,09:00:00,work,,,1500,,,,,break",
+               "1507.000 history 2026-11 2026-11-23,09:25:00,break,long,900,7,0,due,,,replaced",
+               "1517.000 history 2026-11 2026-11-24,09:25:07,break,newday,10,10,0,due,,,complete"}));
+}
+
+TEST(History, WorkThatWasGivenMoreTimeIsOnePeriodAndTheBreakTellsHowOften) {
+    HistoryPlay play;
+    play(monday + kept + "launch\n+1490\n");
+    AppState::breakNotice().giveMore(5);
+    play("+250\n");
+    AppState::breakNotice().giveMore(5);
+    play("+100\n");
+    AppState::breakNotice().start();
+    EXPECT_EQ(play("+1\n+300\n"),
+              (Lines{"1841.000 history 2026-11 2026-11-23,09:00:00,work,,,1841,,,,,break",
+                     "2141.000 history 2026-11 2026-11-23,09:30:41,break,short,300,300,2,early,,,complete"}));
+}
+
+TEST(History, WorkBeneathABreakIsCountedApartFromIt) {
+    // A new length begins work at once; the count of the break on the screen stands still from then on.
+    EXPECT_EQ(lines(monday + kept + "launch\n+1500\n+20\npref workTime 30\n+40\nskip 1\n"),
+              (Lines{"1500.000 history 2026-11 2026-11-23,09:00:00,work,,,1500,,,,,break",
+                     "1560.000 history 2026-11 2026-11-23,09:25:00,break,short,300,20,0,due,,,skipped",
+                     "1560.000 history 2026-11 2026-11-23,09:25:20,work,,,40,,,,,restarted"}));
+}
+
+TEST(History, TellsOfEachDrinkWithTheTargetOfThatTime) {
+    EXPECT_EQ(
+        lines(monday + kept +
+              "store pref.water.enable bool true\nlaunch\nmenu water\nwater amount 250\nwater done\n+1\n"
+              "pref target 2000\nmenu water\nwater done\n+1\nmenu water\nwater skip\n"),
+        (Lines{"0.000 history 2026-11 2026-11-23,09:00:00,drink,,,,,,250,1500,drunk",
+               "1.000 history 2026-11 2026-11-23,09:00:01,drink,,,,,,250,2000,drunk"}));
+}
+
+TEST(History, ALineStandsInTheMonthInWhichItBegan) {
+    EXPECT_EQ(lines("start 2026-11-30T23:50:00\n" + kept + "launch\n+1500\n"),
+              Lines{"1500.000 history 2026-11 2026-11-30,23:50:00,work,,,1500,,,,,break"});
+}
+
+TEST(History, AClockThatIsSetBackHarmsNothing) {
+    EXPECT_EQ(lines("zone Europe/Berlin\n" + kept + "launch\n+1\nclock -86400\n+9\nmenu pause\n"),
+              Lines{"10.000 history 2026-01 2026-01-05,09:00:00,work,,,10,,,,,paused"});
+}
+
+TEST(History, WhatIsSwitchedOnInTheMiddleIsKeptWholeAndWhatIsSwitchedOffNotAtAll) {
+    EXPECT_EQ(lines(monday + mouseMayRest +
+                    "launch\n+100\npref keepHistory true\n+10\nmenu pause\nmenu pause\n+5\n"
+                    "pref keepHistory false\n+5\nmenu pause\n"),
+              Lines{"110.000 history 2026-11 2026-11-23,09:00:00,work,,,110,,,,,paused"});
+}
+
+TEST(History, WaitsForRoomOnTheDiskAndLosesNothing) {
+    Play play({"item", "title", "count", "window", "break", "app", "water", "set"});
+    const auto told = [&](const std::string& script) {
+        Lines all = play(script);
+        std::erase_if(all, [](const std::string& line) { return line.find("history") == std::string::npos; });
+        return all;
+    };
+    told(monday + kept + "launch\ndisk full\n");
+    EXPECT_EQ(told("+10\nmenu pause\nmenu pause\n+20\nmenu pause\nmenu pause\n"),
+              Lines{"10.000 log warning the history cannot be written and waits: No space left on device"})
+        << "once is enough";
+    EXPECT_EQ(told("disk room\n+30\nmenu pause\n"),
+              (Lines{"60.000 history 2026-11 2026-11-23,09:00:00,work,,,10,,,,,paused",
+                     "60.000 history 2026-11 2026-11-23,09:00:10,work,,,20,,,,,paused",
+                     "60.000 history 2026-11 2026-11-23,09:00:30,work,,,30,,,,,paused",
+                     "60.000 log info the history is written again"}));
+    told("disk full\nmenu pause\n+1\n");
+    EXPECT_EQ(told("end\n"),
+              (Lines{"61.000 log warning the history cannot be written and waits: No space left on device",
+                     "61.000 log error the history loses 1 lines"}));
+}
+
+TEST(History, ForgettingDropsAlsoWhatWaits) {
+    HistoryPlay play;
+    play(monday + kept + "launch\ndisk full\n+10\nmenu pause\n");
+    AppState::history().forgetEverything();
+    EXPECT_EQ(play("disk room\nmenu pause\n+5\nmenu pause\n"),
+              Lines{"15.000 history 2026-11 2026-11-23,09:00:10,work,,,5,,,,,paused"});
+    AppState::history().forgetEverything();
+    EXPECT_TRUE(play.desk.history.files.empty());
+}
+
+TEST(HistoryLines, AreReadAsTheyWereWrittenAndAsASpreadsheetMakesThem) {
+    HistoryEntry entry;
+    entry.start = {2026, 2, 28, 7, 5, 9};
+    entry.event = HistoryEvent::Break;
+    entry.kind = BreakKind::Long;
+    entry.length = 900;
+    entry.seconds = 17;
+    entry.postponed = 2;
+    entry.early = true;
+    entry.end = HistoryEnd::Skipped;
+    const std::string line = "2026-02-28,07:05:09,break,long,900,17,2,early,,,skipped";
+    EXPECT_EQ(lineOf(entry), line);
+    for (const std::string& same : {line, line + "\r",
+                                    std::string("2026-02-28,7:05:09,\"break\",\"long\",900,17,"
+                                                "2,\"early\",\"\",\"\",\"skipped\"")})
+        EXPECT_EQ(entryOf(same), entry) << same;
+}
+
+TEST(HistoryLines, ThatAreDamagedOrForeignAreNone) {
+    const std::string line = "2026-02-28,07:05:09,drink,,,,,,250,1500,drunk";
+    ASSERT_TRUE(entryOf(line));
+    for (std::size_t length = 0; length < line.size(); ++length)
+        EXPECT_FALSE(entryOf(line.substr(0, length))) << "cut off after " << length;
+    for (const char* foreign :
+         {"", "\n", "date,time,event,kind,length_s,seconds,postponed,begun,ml,target_ml,end",
+          "2026-02-29,07:05:09,drink,,,,,,250,1500,drunk", "2026-02-28,24:00:00,drink,,,,,,250,1500,drunk",
+          "28.02.2026,07:05:09,drink,,,,,,250,1500,drunk", "2026-02-28,07:05:09,drink,,,,,,-250,1500,drunk",
+          "2026-02-28,07:05:09,drink,,,,,,9223372036854775807,1500,drunk",
+          "2026-02-28,07:05:09,eat,,,,,,250,1500,drunk", "2026-02-28,07:05:09,drink,,,,,,250,1500,drunk,",
+          "2026-02-28;07:05:09;drink;;;;;;250;1500;drunk", "2026-02-28,07:05:09,drink,,,,,,\"250,1500,drunk"})
+        EXPECT_FALSE(entryOf(foreign)) << foreign;
+}
+
+HistoryDate day(const char* text) {
+    return historyDate(text).value();
+}
+
+TEST(HistorySums, AddUpTheDaysThatWereAskedFor) {
+    HistoryPlay play;
+    auto& files = play.desk.history.files;
+    files["2026-11"] = "date\n2026-11-28,09:00:00,work,,,1500,,,,,break\n"
+                       "2026-11-29,09:00:00,work,,,1500,,,,,break\n"
+                       "2026-11-29,09:25:00,break,short,300,300,0,due,,,complete\n"
+                       "2026-11-29,10:00:00,break,short,300,20,0,due,,,locked\n"
+                       "2026-11-29,11:00:00,break,long,900,20,0,due,,,skipped\n"
+                       "2026-11-29,11:30:00,break,short,300,20,0,due,,,notice\n"
+                       "2026-11-29,11:40:00,break,newday,10,10,0,due,,,complete\n"
+                       "2026-11-29,12:00:00,drink,,,,,,250,1500,drunk\n2026-11-29,12:00\n"
+                       "2026-11-29,23:50:00,work,,,1200,,,,,pau";
+    files["2026-12"] =
+        "2026-12-01,09:00:00,drink,,,,,,100,2000,drunk\n2026-12-01,10:00:00,work,,,60,,,,,idle";
+    const auto sums = sumsOf(play.desk.history, day("2026-11-29"), day("2026-12-01"));
+    EXPECT_EQ(sums.days, (std::vector<HistorySum>{{1500, 2, 2, 250, 1500}, {}, {60, 0, 0, 100, 2000}}));
+}
+
+TEST(HistorySums, DaysAreWrittenAndReadInOneWay) {
+    EXPECT_EQ(dateText(day("2024-02-29") + std::chrono::days(1)), "2024-03-01");
+    for (const char* text : {"", "2026-02-29", "2026-2-9", "29.02.2024", "2026-11-230", "+026-11-23"})
+        EXPECT_FALSE(historyDate(text)) << text;
+}
+
+} // namespace
+} // namespace kelpa
