@@ -195,6 +195,7 @@ class Driver final : public WindowSystemClient {
     SpokenClicks clicks_;
     StatusItemModel item_{"kelpa",
                           "24:59",
+                          "",
                           {{1, false, false, "    Kelpa", "", "", 0, ""},
                            {2, false, true, "- Stop -", "stop.circle", "p", 0, ""},
                            {3, true, true, "", "", "", 0, ""},
