@@ -1,6 +1,7 @@
 #include "app/RemoteControl.h"
 
 #include "app/AppState.h"
+#include "base/Text.h"
 #include "logging/SharedLogger.h"
 #include "ui/BreakView.h"
 #include "ui/WindowController.h"
@@ -20,6 +21,12 @@ constexpr Refusal obeyed = std::nullopt;
 constexpr Refusal breakIsOn = "A break is on the screen and can be neither paused nor resumed";
 constexpr Refusal noBreak = "No break is on the screen";
 constexpr Refusal forced = "This break cannot be skipped";
+constexpr Refusal breakIsOnAlready = "A break is on the screen already";
+constexpr Refusal noBreakComes = "No work period counts down and no break waits";
+constexpr Refusal forcedComes = "The break that comes next is a long one and cannot be put off";
+constexpr Refusal putOffTooOften = "This break has been put off as often as it can be";
+constexpr Refusal moreIsLeft = "More time than that is left";
+constexpr Refusal noSuchMinutes = "A break is put off by whole minutes, from 2 to 15";
 constexpr Refusal waterIsOff = "The water reminder is switched off";
 constexpr Refusal tooMany = "More changes were asked for within a second than are made";
 constexpr int mostChanges = 20;
@@ -31,6 +38,22 @@ State state() {
     if (AppState::manualPause())
         return State::Paused;
     return AppState::working() ? State::Working : State::Stopped;
+}
+
+Refusal refusalOf(BreakNotice::Objection objection) {
+    switch (objection) {
+    case BreakNotice::Objection::None:
+        return obeyed;
+    case BreakNotice::Objection::NoBreakComes:
+        return WindowController::breakShows() ? breakIsOnAlready : noBreakComes;
+    case BreakNotice::Objection::Forced:
+        return forcedComes;
+    case BreakNotice::Objection::TooOften:
+        return putOffTooOften;
+    case BreakNotice::Objection::MoreIsLeft:
+        return moreIsLeft;
+    }
+    return obeyed;
 }
 
 } // namespace
@@ -70,6 +93,7 @@ RemoteStatus RemoteControl::status() {
     status.state = state();
     status.time = (onBreak ? AppState::breakState() : AppState::workState()).timeString.value();
     status.breakKind = onBreak ? AppState::promptState().lastKind() : BreakKind::None;
+    status.heldBy = AppState::breakHold().heldBy();
     status.paused = AppState::manualPause();
     status.waterEnabled = water.enable();
     status.waterFinished = water.finished();
@@ -83,6 +107,7 @@ Subscription RemoteControl::observe(const std::function<void()>& changed) {
     const auto told = [changed](const auto&) { changed(); };
     follow(AppState::observeWorking(changed));
     follow(WindowController::observeBreakShows(changed));
+    follow(AppState::breakHold().observe(changed));
     follow(AppState::workState().timeString.subscribe(told));
     follow(AppState::breakState().timeString.subscribe(told));
     PrefWaterState& water = AppState::waterState();
@@ -137,6 +162,23 @@ Refusal RemoteControl::skip() {
     if (!prompt.showSkipButton.value())
         return forced;
     return change([&prompt] { skipBreak(prompt); });
+}
+
+Refusal RemoteControl::startBreak() {
+    BreakNotice& notice = AppState::breakNotice();
+    if (const auto refusal = refusalOf(notice.objectionToStart()))
+        return refusal;
+    return change([&notice] { notice.start(); });
+}
+
+Refusal RemoteControl::postpone(const std::string& minutes) {
+    BreakNotice& notice = AppState::breakNotice();
+    const auto more = minutes.empty() ? notice.more() : wholeNumber<std::int64_t>(minutes).value_or(0);
+    if (more < BreakNotice::leastMore || more > BreakNotice::mostMore)
+        return noSuchMinutes;
+    if (const auto refusal = refusalOf(notice.objectionToMore(more)))
+        return refusal;
+    return change([&notice, more] { notice.giveMore(more); });
 }
 
 Refusal RemoteControl::showWater() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/Published.h"
+#include "platform/ports/Busy.h"
 #include "platform/ports/Services.h"
 #include "platform/ports/Timers.h"
 #include "prefs/PromptState.h"
@@ -25,7 +26,8 @@ struct RemoteStatus {
     State state = State::Working;
     std::string time; ///< as it is shown
     BreakKind breakKind = BreakKind::None;
-    bool paused = false; ///< the user's own stop, which may hold beneath a break
+    std::optional<BusyReason> heldBy; ///< of a break that is due and waits beneath `Working`
+    bool paused = false;              ///< the user's own stop, which may hold beneath a break
     bool waterEnabled = false;
     std::int64_t waterFinished = 0; ///< ml
     std::int64_t waterTarget = 0;   ///< ml
@@ -61,6 +63,11 @@ class RemoteControl {
     Refusal toggle();
     /// Ends the break where its screen offers that.
     Refusal skip();
+    /// Starts the break that comes next, and puts it off by so many minutes, or where the text is empty by
+    /// those that a person has chosen: what a notice before it offers. Both need a work period that counts,
+    /// or a break that waits.
+    Refusal startBreak();
+    Refusal postpone(const std::string& minutes);
     /// Shows the water panel where the menu has its line.
     Refusal showWater();
     Refusal showSettings();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/AppDelegate.h"
+#include "app/RemoteControl.h"
 #include "desk/Journal.h"
 #include "desk/RecordingServices.h"
 #include "desk/RecordingStore.h"
@@ -49,6 +50,7 @@ class Desk {
     RecordingWindows windows{journal, time};
     RecordingServices services{journal, time};
     ScriptedEvents events{journal};
+    RemoteControl remote{services, time}; ///< of use once the program is launched
     FixedSystem system;
 
   private:

@@ -294,6 +294,21 @@ Run notification(std::string_view rest) {
     };
 }
 
+/// What the command line asks of the running program.
+Run kelpa(std::string_view rest) {
+    const std::string command(rest);
+    const std::string verb = takeWord(rest);
+    const std::string minutes(rest);
+    if (verb != "break" && verb != "postpone")
+        throw Problem("kelpa has no command " + in(verb) + " here");
+    return [=](Desk& desk) {
+        expectLaunched(desk);
+        const auto refusal = verb == "break" ? desk.remote.startBreak() : desk.remote.postpone(minutes);
+        if (refusal)
+            desk.journal.note("refused", "kelpa " + command + ": " + std::string(*refusal));
+    };
+}
+
 /// Something that happens at the desk and needs no further word.
 std::function<Run(std::string_view)> event(void (ScriptedEvents::*happens)() const) {
     return [happens](std::string_view rest) {
@@ -316,6 +331,7 @@ const std::map<std::string, std::function<Run(std::string_view)>, std::less<>>& 
         {"water", water},
         {"point", point},
         {"busy", busy},
+        {"kelpa", kelpa},
         {"notification", notification},
         {"clock", clockStep},
         {"suspend", suspend},

@@ -62,7 +62,7 @@ void BreakNotice::workAssigned() {
 
 void BreakNotice::breakBegins() {
     withdraw();
-    last_ = std::exchange(coming_, {});
+    coming_ = {};
 }
 
 void BreakNotice::ticked(std::int64_t secondsLeft) {

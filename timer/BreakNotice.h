@@ -48,9 +48,8 @@ class BreakNotice {
     /// A full work period begins, or work stops.
     void workAssigned();
 
-    /// Of the break that comes next, and of the one that began last.
+    /// Of the break that comes next.
     [[nodiscard]] const BreakWishes& coming() const { return coming_; }
-    [[nodiscard]] const BreakWishes& last() const { return last_; }
 
   private:
     /// What a notification says.
@@ -78,7 +77,7 @@ class BreakNotice {
     bool ahead_ = false;     ///< the moment is still to come in this period
     bool startsNow_ = false; ///< the break comes with the next tick
     std::optional<Offer> shown_;
-    BreakWishes coming_, last_;
+    BreakWishes coming_;
     Subscription workTold_, breakTold_, settingTold_;
     Subscription ticks_; ///< while a word is to be given
 };

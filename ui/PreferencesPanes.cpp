@@ -41,12 +41,17 @@ PrefGeneralView::PrefGeneralView(PrefState& state, ShownPreferences& window)
                           localized("Auto check update for Kelpa"), window, state.autoCheckUpdate);
 }
 
-PrefBreakView::PrefBreakView(PrefState& state, ShownPreferences& window, Queue& mainQueue)
+PrefBreakView::PrefBreakView(PrefState& state, ShownPreferences& window, Queue& mainQueue,
+                             const Services& services)
     : Pane(localized("Workflow"), "tray.circle"), state_(state), window_(window),
       customTold_(state.customBreakPrompt.observe([this](bool) { enableText(); })) {
     addShortBreak(mainQueue);
     addLongBreak(mainQueue);
     addOther();
+    if (services.notifications)
+        addNoticeSection(*this, state, window, mainQueue);
+    if (services.busy)
+        hold_.emplace(*this, state, window, mainQueue, *services.busy);
 }
 
 void PrefBreakView::addShortBreak(Queue& mainQueue) {
@@ -97,6 +102,8 @@ void PrefBreakView::addSwitch(const char* id, std::string label, Setting<bool>& 
 void PrefBreakView::show() {
     Pane::show();
     enableText();
+    if (hold_)
+        hold_->show();
 }
 
 void PrefBreakView::enableText() {

@@ -1,10 +1,13 @@
 #pragma once
 
 #include "panes/ChoiceControls.h"
+#include "platform/ports/Services.h"
 #include "platform/ports/Timers.h"
 #include "prefs/App.h"
 #include "prefs/PrefState.h"
+#include "ui/PrefInterruptions.h"
 
+#include <optional>
 #include <string>
 
 namespace kelpa {
@@ -18,11 +21,12 @@ class PrefGeneralView final : public Pane {
     PrefGeneralView(PrefState& state, ShownPreferences& window);
 };
 
-/// The Workflow pane: the lengths of work periods and breaks, the long break, and when the cycle stops by
-/// itself. It takes only numbers that the cycle can run with.
+/// The Workflow pane: the lengths of work periods and breaks, the long break, when the cycle stops by itself,
+/// and what comes before a break or in its way. It takes only numbers that the cycle can run with.
 class PrefBreakView final : public Pane {
   public:
-    PrefBreakView(PrefState& state, ShownPreferences& window, Queue& mainQueue);
+    /// A service that is missing leaves its rows out.
+    PrefBreakView(PrefState& state, ShownPreferences& window, Queue& mainQueue, const Services& services);
 
     void show() override;
 
@@ -35,6 +39,7 @@ class PrefBreakView final : public Pane {
 
     PrefState& state_;
     ShownPreferences& window_;
+    std::optional<PrefHoldView> hold_;
     Subscription customTold_;
 };
 

@@ -14,10 +14,11 @@ constexpr int minimumHeight = 400;
 
 } // namespace
 
-PreferencesView::PreferencesView(PreferencesWindow& window, App& app, Queue& mainQueue)
+PreferencesView::PreferencesView(PreferencesWindow& window, App& app, Queue& mainQueue,
+                                 const Services& services)
     : window_(window), shown_(window) {
     panes_.push_back(std::make_unique<PrefGeneralView>(app.prefState(), shown_));
-    panes_.push_back(std::make_unique<PrefBreakView>(app.prefState(), shown_, mainQueue));
+    panes_.push_back(std::make_unique<PrefBreakView>(app.prefState(), shown_, mainQueue, services));
     panes_.push_back(std::make_unique<PrefStyleView>(app.prefState(), shown_));
     panes_.push_back(std::make_unique<PrefWaterView>(app.waterState(), shown_, mainQueue));
     panes_.push_back(std::make_unique<PrefAboutView>(app, shown_));

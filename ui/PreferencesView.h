@@ -1,6 +1,7 @@
 #pragma once
 
 #include "panes/Pane.h"
+#include "platform/ports/Services.h"
 #include "platform/ports/Timers.h"
 #include "prefs/App.h"
 
@@ -14,7 +15,7 @@ namespace kelpa {
 class PreferencesView final : public PreferencesClient {
   public:
     /// Lays the window out, which may be done once in its life. All must outlive the view.
-    PreferencesView(PreferencesWindow& window, App& app, Queue& mainQueue);
+    PreferencesView(PreferencesWindow& window, App& app, Queue& mainQueue, const Services& services);
 
     /// Shows the window with everything as it is stored now.
     void show();

@@ -25,6 +25,7 @@ struct StatusItem {
     std::unique_ptr<Menu> menu = {};
     bool hasItem = false;
     Subscription cancellable = {};
+    Subscription holdTold = {};
 };
 
 Wired<StatusItem> bar("The status bar was");
@@ -63,6 +64,24 @@ void countdownChanged(bool timesUp, const std::string& timeString) {
         bar->app.breakHold().breakIsDue();
     static const std::string none;
     bar->face.setTitle(timesUp || !bar->app.prefState().showTime() ? none : timeString);
+}
+
+/// Why the title is empty while a break waits.
+std::string hint() {
+    const auto heldBy = bar->app.breakHold().heldBy();
+    if (!heldBy)
+        return {};
+    switch (*heldBy) {
+    case BusyReason::Sound:
+        return localized("A break waits while sound is recorded.");
+    case BusyReason::Camera:
+        return localized("A break waits while a camera is in use.");
+    case BusyReason::FullScreen:
+        return localized("A break waits while a window covers the screen.");
+    case BusyReason::Awake:
+        return localized("A break waits while a program keeps the session awake.");
+    }
+    return {};
 }
 
 std::string waterTitle() {
@@ -122,6 +141,7 @@ void StatusBarController::item() {
     bar->face.createItem("kelpa", menu());
     TicktackState& work = bar->app.workState();
     bar->cancellable = combineLatest<bool, std::string>(work.timesUp, work.timeString, countdownChanged);
+    bar->holdTold = bar->app.breakHold().observe([] { bar->face.setHint(hint()); });
 }
 
 Menu& StatusBarController::menu() {

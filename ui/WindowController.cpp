@@ -240,7 +240,7 @@ PreferencesView* WindowController::prefView() {
     auto& view = windows->prefView;
     if (!view && windows->services.preferences)
         view = std::make_unique<PreferencesView>(*windows->services.preferences, windows->app,
-                                                 windows->mainQueue);
+                                                 windows->mainQueue, windows->services);
     return view.get();
 }
 

@@ -14,7 +14,8 @@ using test::mouseMayRest;
 /// the log and the windows.
 class Hold : public test::Play {
   public:
-    explicit Hold(const std::string& more = "") : Play({"title", "count", "item", "set", "app", "break"}) {
+    explicit Hold(const std::string& more = "")
+        : Play({"hint", "title", "count", "item", "set", "app", "break"}) {
         (*this)(mouseMayRest + "store pref.work.time int 1\nstore pref.break.hold bool true\n" + more +
                 "launch\n");
     }

@@ -295,6 +295,59 @@ TEST(WorkflowPane, AWorkTimeSetWhilePausedByHandWaits) {
               (Lines{"0.000 set pref.work.time int 7"}));
 }
 
+TEST(WorkflowPane, ChoosesTheWordBeforeABreakAndWhatBreaksWaitFor) {
+    Settings settings("launch\n", {"title", "item", "log"});
+    EXPECT_EQ(
+        texts(settings["breakNotice"].entries()),
+        (std::vector<std::string>{"Off", "10 seconds before", "30 seconds before", "60 seconds before"}));
+    EXPECT_EQ(settings["breakNotice"].number(), 0);
+    EXPECT_EQ(settings["moreTime"].text(), "5");
+    EXPECT_FALSE(settings["holdLimit"].enabled() || settings["hold.sound"].enabled());
+    EXPECT_TRUE(settings["hold.sound"].on());
+    const auto chooses = [](auto person) {
+        person.chosen("breakNotice", 30);
+        person.entered("moreTime", "15");
+        person.switched("holdBreaks", true);
+        person.entered("holdLimit", "120");
+        person.switched("hold.sound", false);
+        person.entered("moreTime", "1");
+        person.entered("holdLimit", "121");
+    };
+    EXPECT_EQ(settings.after(chooses),
+              (Lines{"0.000 set pref.break.notice int 30", "0.000 set pref.break.more int 15",
+                     "0.000 set pref.break.hold bool true", "0.000 set pref.break.hold.limit int 120",
+                     "0.000 set pref.break.hold.sound bool false"}));
+    EXPECT_TRUE(settings["holdLimit"].enabled() && settings["hold.awake"].enabled());
+    settings.play("pref holdBreaks false\n");
+    EXPECT_FALSE(settings["holdLimit"].enabled() || settings["hold.awake"].enabled());
+}
+
+TEST(WorkflowPane, WhatTheDesktopCannotBeAskedForIsNotToBeHadAndSaysWhy) {
+    Settings settings("launch\n");
+    settings.play.desk.services.busyness().unavailableFor[BusyReason::Camera] = "No camera can be seen here.";
+    settings.play("pref holdBreaks true\n");
+    EXPECT_TRUE(settings["hold.camera"].enabled());
+    settings.person().cameToFront();
+    EXPECT_FALSE(settings["hold.camera"].enabled());
+    EXPECT_EQ(settings["hold.camera"].hint(), "No camera can be seen here.");
+    EXPECT_TRUE(settings["hold.camera"].on()) << "what was chosen stays";
+    EXPECT_TRUE(settings["hold.sound"].enabled());
+    EXPECT_EQ(settings["hold.sound"].hint(), "");
+    settings.play.desk.services.busyness().unavailableFor.clear();
+    settings.person().cameToFront();
+    EXPECT_TRUE(settings["hold.camera"].enabled());
+    EXPECT_EQ(settings["hold.camera"].hint(), "");
+}
+
+TEST(WorkflowPane, HasNoRowsForWhatThePlatformLacks) {
+    test::Play play;
+    play.desk.offered().notifications = nullptr;
+    play.desk.offered().busy = nullptr;
+    play("launch\nmenu settings\n");
+    const auto& sections = play.desk.services.preferences().layout().panes.at(1).sections;
+    EXPECT_EQ(sections.back().title, "Other Options");
+}
+
 TEST(StylePaneWindow, ChoosesStyleAndListAndShowsTheirPrompts) {
     Settings settings("launch\n", {"title", "item", "log"});
     const auto choices = [&](const char* id) {

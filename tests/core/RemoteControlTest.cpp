@@ -133,6 +133,64 @@ TEST(RemoteControl, skipsOnlyWhereTheScreenOffersIt) {
     EXPECT_EQ(Remote::now(), "break 0109:55 long");
 }
 
+TEST(RemoteControl, startsTheNextBreakAndPutsItOff) {
+    Remote remote(
+        "store pref.break.more int 3\nstore pref.break.hold bool true\nstore force_long_break bool true\n");
+    const auto refused = [&](const std::string& command) {
+        const Lines noted = remote("kelpa " + command + "\n");
+        return noted.empty() ? "" : noted.back();
+    };
+    const std::string minutes = ": A break is put off by whole minutes, from 2 to 15";
+    for (const char* wrong : {"1", "16", "-3", "2.5", "99999999999999999999", "soon", "3 4"})
+        EXPECT_EQ(refused(std::string("postpone ") + wrong),
+                  std::string("0.000 refused kelpa postpone ") + wrong + minutes);
+    EXPECT_EQ(Remote::now(), "working 01:00 none");
+    remote("kelpa postpone\n");
+    EXPECT_EQ(Remote::now(), "working 03:00 none");
+    EXPECT_EQ(refused("postpone 2"), "0.000 refused kelpa postpone 2: More time than that is left");
+    remote("+170\nkelpa postpone 2\n+60\nkelpa postpone 15\n");
+    EXPECT_EQ(Remote::now(), "working 15:00 none");
+    EXPECT_EQ(refused("postpone 15"),
+              "230.000 refused kelpa postpone 15: This break has been put off as often as it can be");
+    remote("kelpa break\n+0.5\nkelpa break\n+0.5\n");
+    EXPECT_EQ(Remote::now(), "break 00:30 short") << "asking twice does not put it off";
+    for (const char* verb : {"break", "postpone"})
+        EXPECT_EQ(refused(verb),
+                  "231.000 refused kelpa " + std::string(verb) + ": A break is on the screen already");
+    EXPECT_EQ(refused("postpone 5"), "231.000 refused kelpa postpone 5: A break is on the screen already");
+    remote("skip 1\n");
+    EXPECT_EQ(refused("postpone"),
+              "231.000 refused kelpa postpone: The break that comes next is a long one and cannot "
+              "be put off");
+    EXPECT_EQ(refused("break").substr(0, 15), "231.000 log inf");
+    remote("+1\n");
+    ASSERT_EQ(Remote::now(), "break 0110:00 long");
+    remote("pref forceLongBreak false\n+4205\nmenu pause\n");
+    for (const char* verb : {"break", "postpone"})
+        EXPECT_EQ(refused(verb).substr(9),
+                  "refused kelpa " + std::string(verb) + ": No work period counts down and no break waits");
+    AppState::setManualPause(false);
+    AppState::setWorking(false);
+    EXPECT_NE(refused("break").find("No work period"), std::string::npos);
+}
+
+TEST(RemoteControl, tellsOfABreakThatWaitsAndTheTooltipSaysIt) {
+    Remote remote("store pref.break.hold bool true\nstore stop_timer_after_mouse_stop bool false\n");
+    int told = 0;
+    const auto observing = RemoteControl::observe([&] { ++told; });
+    remote("busy camera\n+60\n");
+    EXPECT_EQ(Remote::now(), "working 00:00 none");
+    EXPECT_EQ(RemoteControl::status().heldBy, BusyReason::Camera);
+    EXPECT_GT(told, 60);
+    EXPECT_EQ(remote("busy sound\n+60\n").back(), "120.000 hint \"A break waits while sound is recorded.\"");
+    EXPECT_EQ(remote("kelpa postpone\n").at(2), "120.000 hint \"\"");
+    EXPECT_EQ(RemoteControl::status().heldBy, std::nullopt);
+    remote("+300\n");
+    ASSERT_EQ(RemoteControl::status().heldBy, BusyReason::Sound);
+    remote("kelpa break\n+1\n");
+    EXPECT_EQ(Remote::now(), "break 00:30 short");
+}
+
 TEST(RemoteControl, showsWhatTheMenuCanShow) {
     Remote remote;
     EXPECT_EQ(remote.after(&RemoteControl::showWater),

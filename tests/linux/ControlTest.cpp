@@ -94,6 +94,7 @@ TEST_F(ControlTest, tellsHowThingsAre) {
                                 {"Time", std::string("0101:05")},
                                 {"Seconds", std::int64_t{3665}},
                                 {"BreakKind", std::string("none")},
+                                {"HeldBy", std::string("none")},
                                 {"Paused", false},
                                 {"WaterEnabled", false},
                                 {"WaterFinished", std::int64_t{0}},
@@ -117,9 +118,15 @@ TEST_F(ControlTest, obeysOrRefusesInPlainWords) {
     EXPECT_EQ(script.does("Skip"), control::refused);
     EXPECT_EQ(script.does("ShowWater"), control::refused);
     EXPECT_EQ(script.does("ShowSettings"), "");
+    const auto postpones = [&](const char* minutes) {
+        return errorOf(
+            script.call(control::service, control::path, control::interface, "Postpone", "s", minutes));
+    };
+    EXPECT_EQ(postpones("15"), control::refused) << "the hour is not over";
+    EXPECT_EQ(script.does("Postpone"), SD_BUS_ERROR_INVALID_ARGS);
     EXPECT_EQ(script.does("Bogus"), SD_BUS_ERROR_UNKNOWN_METHOD);
     play("+3720\n");
-    for (const char* method : {"Pause", "Resume", "Toggle", "Skip"})
+    for (const char* method : {"Pause", "Resume", "Toggle", "Skip", "StartBreak"})
         EXPECT_EQ(script.does(method), control::refused) << method;
     const auto answer = script.call(control::service, control::path, control::interface, "Skip", "");
     EXPECT_STREQ(sd_bus_message_get_error(answer.get())->message, "This break cannot be skipped");
@@ -221,14 +228,19 @@ TEST(StatusLine, isForPeopleOrForPrograms) {
                         {"Time", std::string("0102:05")},
                         {"Seconds", std::int64_t{3725}},
                         {"BreakKind", std::string("long")},
+                        {"HeldBy", std::string("none")},
                         {"Paused", true},
                         {"WaterEnabled", true},
                         {"WaterFinished", std::int64_t{600}},
                         {"WaterTarget", std::int64_t{1500}}};
     EXPECT_EQ(statusLine(values, false), "break 0102:05 long water 600/1500");
-    EXPECT_EQ(statusLine(values, true),
-              R"({"state": "break", "time": "0102:05", "seconds": 3725, "break": "long", "paused": true, )"
-              R"("water": {"enabled": true, "finished": 600, "target": 1500}})");
+    EXPECT_EQ(
+        statusLine(values, true),
+        R"({"state": "break", "time": "0102:05", "seconds": 3725, "break": "long", "held": "none", "paused": true, )"
+        R"("water": {"enabled": true, "finished": 600, "target": 1500}})");
+    values["HeldBy"] = std::string("camera");
+    values["WaterEnabled"] = false;
+    EXPECT_EQ(statusLine(values, false), "break 0102:05 long held camera");
     values["Time"] = std::string("\"\\\n");
     EXPECT_NE(statusLine(values, true)->find(R"("time": "\"\\\u000a")"), std::string::npos);
     values["Seconds"] = std::string("soon");

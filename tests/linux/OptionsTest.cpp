@@ -25,15 +25,19 @@ TEST(Options, readCommandsForTheRunningProgram) {
     EXPECT_TRUE(status.options.control.verb == nullptr && status.options.control.json &&
                 status.options.control.follow);
     EXPECT_FALSE(parseOptions({"status"}).options.control.json);
-    for (const std::string word : {"pause", "resume", "toggle", "skip", "water", "settings", "quit"}) {
+    for (const std::string word :
+         {"pause", "resume", "toggle", "break", "postpone", "skip", "water", "settings", "quit"}) {
         const auto parsed = parseOptions({word});
         ASSERT_EQ(parsed.options.action, Options::Action::Control);
         ASSERT_NE(parsed.options.control.verb, nullptr);
         EXPECT_EQ(parsed.options.control.verb->word, word);
         EXPECT_NE(helpText().find("\n  " + word + " "), std::string::npos);
     }
+    EXPECT_EQ(parseOptions({"postpone"}).options.control.text, "");
+    EXPECT_EQ(parseOptions({"postpone", "10", "apples"}).options.control.text, "10 apples");
     EXPECT_EQ(parseOptions({"status", "--help"}).options.action, Options::Action::ShowHelp);
     for (const Arguments& arguments : {Arguments{"pause", "--json"},
+                                       {"postpone", "-5"},
                                        {"status", "pause"},
                                        {"status", "--jso"},
                                        {"--speed", "2", "status"},

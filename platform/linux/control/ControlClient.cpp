@@ -61,6 +61,8 @@ std::string plain(const BusValues& values) {
         get<std::string>(values, control::state) + " " + get<std::string>(values, control::time);
     if (const auto& kind = get<std::string>(values, control::breakKind); kind != "none")
         line += " " + kind;
+    if (const auto& held = get<std::string>(values, control::heldBy); held != "none")
+        line += " held " + held;
     const auto finished = get<std::int64_t>(values, control::waterFinished);
     const auto target = get<std::int64_t>(values, control::waterTarget);
     if (get<bool>(values, control::waterEnabled))
@@ -74,9 +76,9 @@ std::string json(const BusValues& values) {
     const auto flag = [&](const char* name) { return truth(get<bool>(values, name)); };
     return R"({"state": )" + text(control::state) + R"(, "time": )" + text(control::time) +
            R"(, "seconds": )" + number(control::seconds) + R"(, "break": )" + text(control::breakKind) +
-           R"(, "paused": )" + flag(control::paused) + R"(, "water": {"enabled": )" +
-           flag(control::waterEnabled) + R"(, "finished": )" + number(control::waterFinished) +
-           R"(, "target": )" + number(control::waterTarget) + "}}";
+           R"(, "held": )" + text(control::heldBy) + R"(, "paused": )" + flag(control::paused) +
+           R"(, "water": {"enabled": )" + flag(control::waterEnabled) + R"(, "finished": )" +
+           number(control::waterFinished) + R"(, "target": )" + number(control::waterTarget) + "}}";
 }
 
 class Client final : private BusClient {
@@ -91,13 +93,18 @@ class Client final : private BusClient {
                          "There is no session bus to reach a running Kelpa by: " +
                              (bus_.failure().empty() ? "it does not answer" : bus_.failure()));
         if (command_.verb != nullptr)
-            return call(command_.verb->method);
+            return obey(*command_.verb);
         return command_.follow ? follow() : readAndPrint();
     }
 
   private:
-    ControlExit call(const char* method) {
-        const BusMessage answer = bus_.ask(bus_.newCall(program, method), patience);
+    ControlExit obey(const ControlVerb& verb) {
+        return verb.obey.takesText() ? call(verb.method, "s", command_.text.c_str()) : call(verb.method);
+    }
+
+    template <typename... Values>
+    ControlExit call(const char* method, const char* types = "", Values... values) {
+        const BusMessage answer = bus_.ask(bus_.newCall(program, method, types, values...), patience);
         return isGood(answer.get()) ? ControlExit::Done : failed(answer);
     }
 

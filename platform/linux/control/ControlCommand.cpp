@@ -17,6 +17,8 @@ constexpr ControlVerb verbs[] = {
     {"pause", "Pause", "stop the work period until somebody resumes it", &RemoteControl::pause},
     {"resume", "Resume", "begin a work period where there is none", &RemoteControl::resume},
     {"toggle", "Toggle", "the menu's line: stop, or begin", &RemoteControl::toggle},
+    {"break", "StartBreak", "begin the break that comes next", &RemoteControl::startBreak},
+    {"postpone", "Postpone", "put the next break off, by so many MINUTES", &RemoteControl::postpone},
     {"skip", "Skip", "end the break, where its screen offers that", &RemoteControl::skip},
     {"water", "ShowWater", "show the water panel", &RemoteControl::showWater},
     {"settings", control::showSettings, "show the preferences", &RemoteControl::showSettings},
@@ -54,12 +56,15 @@ bool isControlWord(const std::string& word) {
 ParsedControl parseControl(std::span<const std::string> arguments) {
     ParsedControl parsed;
     parsed.command.verb = find(&ControlVerb::word, arguments.front());
+    const bool ofStatus = parsed.command.verb == nullptr;
+    const bool takesText = !ofStatus && parsed.command.verb->obey.takesText();
     for (const std::string& argument : arguments.subspan(1)) {
-        const bool ofStatus = parsed.command.verb == nullptr;
         if (ofStatus && argument == "--json")
             parsed.command.json = true;
         else if (ofStatus && argument == "--follow")
             parsed.command.follow = true;
+        else if (takesText && !argument.starts_with("-"))
+            parsed.command.text += (parsed.command.text.empty() ? "" : " ") + argument;
         else
             return {{}, arguments.front() + " does not know '" + argument + "'"};
     }

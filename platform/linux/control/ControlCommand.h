@@ -8,12 +8,30 @@
 
 namespace kelpa {
 
+/// What the remote control does for a command: something that takes no argument, or a text, which is empty
+/// where none was given.
+class ControlDeed {
+  public:
+    using Refusal = RemoteControl::Refusal;
+    constexpr ControlDeed(Refusal (RemoteControl::*plain)()) : plain_(plain) {}
+    constexpr ControlDeed(Refusal (RemoteControl::*withText)(const std::string&)) : withText_(withText) {}
+
+    [[nodiscard]] constexpr bool takesText() const { return withText_ != nullptr; }
+    Refusal operator()(RemoteControl& remote, const std::string& text) const {
+        return takesText() ? (remote.*withText_)(text) : (remote.*plain_)();
+    }
+
+  private:
+    Refusal (RemoteControl::*plain_)() = nullptr;
+    Refusal (RemoteControl::*withText_)(const std::string&) = nullptr;
+};
+
 /// Something that the running program can be asked for, by the command line and by its object on the bus.
 struct ControlVerb {
     std::string_view word; ///< on the command line
     const char* method;    ///< on the bus
     std::string_view help;
-    RemoteControl::Refusal (RemoteControl::*obey)();
+    ControlDeed obey;
 };
 
 /// All of them, in the order of the help.
@@ -24,6 +42,7 @@ struct ControlVerb {
 /// What the command line asks of the running program.
 struct ControlCommand {
     const ControlVerb* verb = nullptr; ///< null for its status
+    std::string text;                  ///< what follows the word, where the verb takes that
     bool json = false;
     bool follow = false;
 };

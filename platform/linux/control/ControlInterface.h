@@ -14,6 +14,7 @@ inline constexpr const char* state = "State";
 inline constexpr const char* time = "Time";
 inline constexpr const char* seconds = "Seconds";
 inline constexpr const char* breakKind = "BreakKind";
+inline constexpr const char* heldBy = "HeldBy";
 inline constexpr const char* paused = "Paused";
 inline constexpr const char* waterEnabled = "WaterEnabled";
 inline constexpr const char* waterFinished = "WaterFinished";

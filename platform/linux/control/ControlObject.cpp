@@ -24,6 +24,8 @@ const Property properties[] = {
     {control::seconds, "x", [](const RemoteStatus& s) -> BusValue { return secondsOf(s.time); }},
     {control::breakKind, "s",
      [](const RemoteStatus& s) -> BusValue { return std::string(nameOf(s.breakKind)); }},
+    {control::heldBy, "s",
+     [](const RemoteStatus& s) -> BusValue { return std::string(s.heldBy ? nameOf(*s.heldBy) : "none"); }},
     {control::paused, "b", [](const RemoteStatus& s) -> BusValue { return s.paused; }},
     {control::waterEnabled, "b", [](const RemoteStatus& s) -> BusValue { return s.waterEnabled; }},
     {control::waterFinished, "x", [](const RemoteStatus& s) -> BusValue { return s.waterFinished; }},
@@ -42,7 +44,10 @@ int get(sd_bus*, const char*, const char*, const char* name, sd_bus_message* rep
 
 int obey(sd_bus_message* call, void* object, sd_bus_error* error) noexcept {
     const ControlVerb* verb = verbOfMethod(sd_bus_message_get_member(call));
-    const auto refusal = (static_cast<ControlObject*>(object)->remote().*verb->obey)();
+    const char* text = "";
+    if (verb->obey.takesText() && sd_bus_message_read(call, "s", &text) < 0)
+        return sd_bus_error_set(error, SD_BUS_ERROR_INVALID_ARGS, "A text is needed");
+    const auto refusal = verb->obey(static_cast<ControlObject*>(object)->remote(), text);
     if (refusal)
         return sd_bus_error_set(error, control::refused, std::string(*refusal).c_str());
     return sd_bus_reply_method_return(call, nullptr);
@@ -54,7 +59,7 @@ std::vector<sd_bus_vtable> makeTable() {
     for (const Property& property : properties)
         table.push_back(SD_BUS_PROPERTY(property.name, property.type, get, 0, 0));
     for (const ControlVerb& verb : controlVerbs())
-        table.push_back(SD_BUS_METHOD(verb.method, "", "", obey, 0));
+        table.push_back(SD_BUS_METHOD(verb.method, verb.obey.takesText() ? "s" : "", "", obey, 0));
     table.push_back(SD_BUS_METHOD(control::watch, "", "", BusHandler<&ControlObject::watch>::call, 0));
     table.push_back(SD_BUS_METHOD(control::unwatch, "", "", BusHandler<&ControlObject::unwatch>::call, 0));
     table.push_back(SD_BUS_VTABLE_END);
