@@ -68,7 +68,7 @@ void TypedField::did(PreferencesAct act, const PreferencesValue& value) {
 }
 
 void TypedField::typed(const std::string& text) {
-    calm();
+    cancelPause();
     typed_ = text;
     const std::string problem = text == shown_ ? std::string() : problemOf(text);
     if (problem.empty() || !isHalfTyped(text))
@@ -80,7 +80,7 @@ void TypedField::typed(const std::string& text) {
 }
 
 void TypedField::entered(const std::string& text) {
-    calm();
+    cancelPause();
     typed_ = text;
     const auto taken = pending();
     const std::string problem = taken || text == shown_ ? std::string() : problemOf(text);
@@ -105,7 +105,7 @@ std::optional<std::string> TypedField::pending() const {
 }
 
 void TypedField::endTyping() {
-    calm();
+    cancelPause();
     typed_.reset();
     tellProblem({});
 }
@@ -122,7 +122,7 @@ void TypedField::after(double seconds, std::function<void()> work) {
     mainQueue_.asyncAfter(seconds, pause_);
 }
 
-void TypedField::calm() {
+void TypedField::cancelPause() {
     if (pause_)
         pause_->cancel();
 }
@@ -177,7 +177,7 @@ void NumberTextField::set(std::int64_t value) {
         number_.set(value);
 }
 
-std::int64_t NumberTextField::take() {
+std::int64_t NumberTextField::endWithNumber() {
     const auto typed = pending();
     endTyping();
     const auto value = typed ? parse(*typed) : std::nullopt;
@@ -186,7 +186,7 @@ std::int64_t NumberTextField::take() {
 
 void NumberTextField::did(PreferencesAct act, const PreferencesValue& value) {
     if (const auto up = stepsUp(act, value))
-        set(next(take(), *up, range_));
+        set(next(endWithNumber(), *up, range_));
     else
         TypedField::did(act, value);
 }
@@ -202,7 +202,7 @@ void DigitalAccumulatorView::did(PreferencesAct act, const PreferencesValue& val
     const auto up = stepsUp(act, value);
     if (!up)
         return field_.did(act, value);
-    const std::int64_t number = field_.take();
+    const std::int64_t number = field_.endWithNumber();
     value_.set(*up ? checkedAdd(number, delta_) : checkedSubtract(number, delta_));
 }
 

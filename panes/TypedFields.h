@@ -18,7 +18,7 @@ class TypedField : public PaneControl {
     /// Window and queue must outlive the field.
     TypedField(PreferencesControl description, ShownPreferences& window, Queue& mainQueue)
         : PaneControl(std::move(description), window), mainQueue_(mainQueue) {}
-    ~TypedField() override { calm(); }
+    ~TypedField() override { cancelPause(); }
 
     /// Leaves the text alone while it is being typed, unless the setting changed meanwhile.
     void show() override;
@@ -45,7 +45,7 @@ class TypedField : public PaneControl {
     void write(const std::string& text);
     void tellProblem(const std::string& problem) { tell(PreferencesField::Problem, problem); }
     void after(double seconds, std::function<void()> work);
-    void calm();
+    void cancelPause();
 
     Queue& mainQueue_;
     std::optional<std::string> typed_;
@@ -84,7 +84,7 @@ class NumberTextField final : public TypedField {
 
     void did(PreferencesAct act, const PreferencesValue& value) override;
     /// The number in the field: the one being typed where it can be stored, else the stored one. Ends typing.
-    [[nodiscard]] std::int64_t take();
+    [[nodiscard]] std::int64_t endWithNumber();
 
     /// A number as people type it: digits, also full-width ones, with a minus sign before or blanks around
     /// them. Nothing for anything else.

@@ -20,13 +20,13 @@ using test::RemoteWindows;
 
 TEST(RestartBudget, AllowsThreeAMinute) {
     RestartBudget budget;
-    EXPECT_TRUE(budget.take(100));
-    EXPECT_TRUE(budget.take(101));
-    EXPECT_TRUE(budget.take(130));
-    EXPECT_FALSE(budget.take(159.9));
-    EXPECT_TRUE(budget.take(160));
-    EXPECT_FALSE(budget.take(160.5));
-    EXPECT_TRUE(budget.take(161));
+    EXPECT_TRUE(budget.spend(100));
+    EXPECT_TRUE(budget.spend(101));
+    EXPECT_TRUE(budget.spend(130));
+    EXPECT_FALSE(budget.spend(159.9));
+    EXPECT_TRUE(budget.spend(160));
+    EXPECT_FALSE(budget.spend(160.5));
+    EXPECT_TRUE(budget.spend(161));
 }
 
 TEST(Screens, CountsUpwardsFromThePrimaryScreen) {

@@ -19,7 +19,7 @@ struct WaylandGlobal {
     std::uint32_t version = 0;
 };
 
-/// Told of what the compositor offers, always from the main loop.
+/// Hears what the compositor offers, always from the main loop.
 class WaylandGlobals {
   public:
     virtual ~WaylandGlobals() = default;

@@ -62,7 +62,7 @@ struct HelperProcess::Child {
     Subscription onImpatience;
 };
 
-bool RestartBudget::take(double seconds) {
+bool RestartBudget::spend(double seconds) {
     while (!taken_.empty() && seconds - taken_.front() >= window)
         taken_.pop_front();
     if (taken_.size() >= most)

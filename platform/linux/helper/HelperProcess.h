@@ -22,7 +22,7 @@ namespace kelpa {
 class RestartBudget {
   public:
     /// `seconds` on any clock that only goes forward. False when `most` starts lie in the last minute.
-    bool take(double seconds);
+    bool spend(double seconds);
 
   private:
     static constexpr std::size_t most = 3;

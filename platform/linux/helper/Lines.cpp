@@ -114,7 +114,7 @@ LineReader::State LineReader::read(const std::function<void(const Message&)>& me
     for (int round = 0; round < mostRounds;) {
         const ssize_t count = ::recv(fd_, buffer.data(), buffer.size(), MSG_DONTWAIT);
         if (count > 0) {
-            take({buffer.data(), static_cast<std::size_t>(count)}, message);
+            parse({buffer.data(), static_cast<std::size_t>(count)}, message);
             ++round;
         } else if (count == 0 || errno != EINTR) {
             return count < 0 && (errno == EAGAIN || errno == EWOULDBLOCK) ? State::Open : State::Closed;
@@ -123,7 +123,7 @@ LineReader::State LineReader::read(const std::function<void(const Message&)>& me
     return State::Open;
 }
 
-void LineReader::take(std::string_view bytes, const std::function<void(const Message&)>& message) {
+void LineReader::parse(std::string_view bytes, const std::function<void(const Message&)>& message) {
     while (!bytes.empty()) {
         const std::size_t end = std::min(bytes.find('\n'), bytes.size());
         if (line_.size() + end > longestLine)

@@ -67,7 +67,7 @@ class LineReader {
     [[nodiscard]] int lines() const { return lines_; }
 
   private:
-    void take(std::string_view bytes, const std::function<void(const Message&)>& message);
+    void parse(std::string_view bytes, const std::function<void(const Message&)>& message);
     void finishLine(const std::function<void(const Message&)>& message);
 
     int fd_;

@@ -73,7 +73,7 @@ inline constexpr std::string_view currentPane = "current";
 inline constexpr std::string_view turnedAction = "turned";
 /// The window has the keyboard again.
 inline constexpr std::string_view cameToFrontAction = "cameToFront";
-/// What is said of controls and done to them, in the order of `PreferencesField` and `PreferencesAct`.
+/// The names of the cases of `PreferencesField` and `PreferencesAct`, in their order.
 inline constexpr std::array<std::string_view, 6> fields = {"entries", "value",   "hint",
                                                            "problem", "enabled", "visible"};
 inline constexpr std::array<std::string_view, 7> acts = {"typed",  "entered", "stepped", "added",

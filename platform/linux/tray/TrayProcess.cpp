@@ -143,7 +143,7 @@ void TrayProcess::helperSaid(const wire::Message& message) {
 }
 
 void TrayProcess::helperFailed(const std::string& how) {
-    if (restarts_.take(monotonicSeconds())) {
+    if (restarts_.spend(monotonicSeconds())) {
         report_.warning("kelpa-tray " + how);
         update();
     } else {

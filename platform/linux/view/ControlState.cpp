@@ -34,7 +34,7 @@ QStringList written(const QVariant& value) {
 
 ControlState::ControlState(QString id, QObject* parent) : QObject(parent), id_(std::move(id)) {}
 
-void ControlState::take(PreferencesField field, const QVariant& value) {
+void ControlState::setField(PreferencesField field, const QVariant& value) {
     switch (field) {
     case PreferencesField::Entries:
         return takeEntries(value.toString().toUtf8());
@@ -67,7 +67,7 @@ void ControlState::takeEntries(const QByteArray& json) {
     for (const QJsonValue& each : array)
         entries.append({each[QLatin1String("value")].toInteger(), each[QLatin1String("text")].toString(),
                         each[QLatin1String("removal")].toString()});
-    entries_.take(entries);
+    entries_.setEntries(entries);
     // The same choice may now be found at another place, or at all.
     emit valueTold();
 }

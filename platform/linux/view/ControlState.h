@@ -30,8 +30,8 @@ class ControlState : public QObject {
     explicit ControlState(QString id, QObject* parent = nullptr);
 
     [[nodiscard]] EntryList* entries() { return &entries_; }
-    /// Takes what is said of a field; entries as JSON.
-    void take(PreferencesField field, const QVariant& value);
+    /// Keeps and announces what the control shows in a field; entries come as JSON.
+    void setField(PreferencesField field, const QVariant& value);
 
     // What a person does. Values are what the program tells: true or false, a whole number, or a text.
     Q_INVOKABLE void type(const QString& text) { report(PreferencesAct::Typed, text); }

@@ -22,7 +22,7 @@ int commonEnd(const Entries& a, const Entries& b, int start) {
 } // namespace
 
 /// A person changes one line at a time, so what differs lies between a common start and a common end.
-void EntryList::take(const QList<Entry>& entries) {
+void EntryList::setEntries(const QList<Entry>& entries) {
     const int start = commonStart(entries_, entries);
     const int end = commonEnd(entries_, entries, start);
     const int before = count() - start - end;

@@ -25,7 +25,7 @@ class EntryList : public QAbstractListModel {
     enum Role { ValueRole = Qt::UserRole, TextRole, RemovalRole };
 
     using QAbstractListModel::QAbstractListModel;
-    void take(const QList<Entry>& entries);
+    void setEntries(const QList<Entry>& entries);
 
     [[nodiscard]] int count() const { return static_cast<int>(entries_.size()); }
     /// 0, or empty, where there is no such line.

@@ -38,7 +38,7 @@ void PreferencesWindow::tellControl(const wire::Message& message) {
     ControlState* state = states_.value(QString::fromStdString(message.field(2)));
     const auto field = word::caseOf<PreferencesField>(word::fields, message.field(3));
     if (state != nullptr && field)
-        state->take(*field, valueIn(message));
+        state->setField(*field, valueIn(message));
     else
         qWarning("The preferences window has no %s of %s.", message.field(3).c_str(),
                  message.field(2).c_str());

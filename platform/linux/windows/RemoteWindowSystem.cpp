@@ -135,7 +135,7 @@ void RemoteWindowSystem::reportFailure(const std::string& text) {
 
 void RemoteWindowSystem::helperFailed(const std::string& how) {
     idle_.cancel();
-    if (restarts_.take(monotonicSeconds())) {
+    if (restarts_.spend(monotonicSeconds())) {
         parts_.report.warning("kelpa-view " + how);
         if (anyVisible())
             startView();

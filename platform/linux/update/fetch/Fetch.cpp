@@ -48,7 +48,7 @@ Fetch::Fetch(QNetworkAccessManager& network, const QNetworkRequest& request, con
              Sink sink)
     : bounds_(bounds), sink_(std::move(sink)), reply_(network.get(plain(request))) {
     reply_->setReadBufferSize(bufferBytes);
-    connect(reply_.get(), &QNetworkReply::readyRead, this, &Fetch::take);
+    connect(reply_.get(), &QNetworkReply::readyRead, this, &Fetch::readArrived);
     connect(reply_.get(), &QNetworkReply::finished, this, &Fetch::finish);
     end_.callOnTimeout(this, [this] { fail(update::slow, "it took too long"); });
     stall_.callOnTimeout(this, [this] { fail(update::slow, "nothing came any more"); });
@@ -58,7 +58,7 @@ Fetch::Fetch(QNetworkAccessManager& network, const QNetworkRequest& request, con
 
 Fetch::~Fetch() = default;
 
-void Fetch::take() {
+void Fetch::readArrived() {
     // The body of an error or a redirect is of no interest.
     const bool wanted = reply_->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt() == statusOk;
     std::array<char, 16384> part; // NOLINT(cppcoreguidelines-pro-type-member-init): filled by read
@@ -77,7 +77,7 @@ void Fetch::take() {
 
 void Fetch::finish() {
     if (reply_->error() == QNetworkReply::NoError)
-        take();
+        readArrived();
     if (!reply_)
         return;
     const int status = reply_->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();

@@ -46,7 +46,7 @@ class Fetch : public QObject {
     void failed(const kelpa::FetchFailure& failure);
 
   private:
-    void take();
+    void readArrived();
     void finish();
     void fail(std::string_view reason, const std::string& detail);
     [[nodiscard]] FetchFailure networkFailure() const;
