@@ -77,11 +77,13 @@ Program::Program(EventLoop& loop, Display& display, double speed, Bus& session, 
              activity_,
              Services{&loginItem_, &updater_, &mail_, &about_, &preferences_}},
       logFiles_(clock_), delegate_(ports_, logFiles_), remote_(loop, loop), instance_(instance),
-      notice_(loop, session, noticeDesktop()) {
+      notice_(loop, session, noticeDesktop()), activation_(loop, activationWays()) {
     if (X11Connection* connection = display.x11()) {
         WindowReport& report = *this;
-        tray_.emplace(loop, *connection, report, helperPath("kelpa-tray"), folders_.data);
+        const std::string helper = helperPath("kelpa-tray");
+        tray_.emplace(loop, *connection, report, helper, folders_.data);
         fallback_.emplace(loop, statusBar_, *tray_);
+        popUp_.emplace(loop, statusBar_, report, helper, folders_.data, [this] { activation_.menuClosed(); });
     }
     if (inSandbox())
         portal_.emplace(session_);
@@ -118,7 +120,7 @@ void Program::useBus() {
     joined_ = session_.join(*this);
     control_.emplace(loop_, session_, remote_);
     item_.emplace(loop_, session_, ItemIdentity{build::identifier, build::displayName, folders_.data},
-                  [this](bool present) { hostChanged(present); });
+                  activation_, [this](bool present) { hostChanged(present); });
     statusBar_.addSink(*item_);
 }
 
@@ -149,6 +151,19 @@ TrayNotice::Desktop Program::noticeDesktop() {
             [this] { warning("No tray of this desktop shows the item."); },
             [this] {
                 info("The notification was clicked, which asks for the preferences.");
+                remote_.showSettings();
+            }};
+}
+
+/// Under Wayland no program can open a menu at the pointer out of nothing.
+ItemActivation::Ways Program::activationWays() {
+    return {[this] { return popUp_ && popUp_->open(); },
+            [this] {
+                if (popUp_)
+                    popUp_->close();
+            },
+            [this] {
+                info("A click on the status item asks for the preferences.");
                 remote_.showSettings();
             }};
 }

@@ -16,7 +16,9 @@
 #include "platform/linux/services/Launcher.h"
 #include "platform/linux/services/LinuxLoginItem.h"
 #include "platform/linux/store/PlistStore.h"
+#include "platform/linux/tray/ItemActivation.h"
 #include "platform/linux/tray/LinuxStatusBar.h"
+#include "platform/linux/tray/PopUpMenu.h"
 #include "platform/linux/tray/StatusNotifierItem.h"
 #include "platform/linux/tray/TrayNotice.h"
 #include "platform/linux/tray/TrayProcess.h"
@@ -61,6 +63,7 @@ class Program final : private StoreReport, private WindowReport, private Instanc
     void hostChanged(bool present);
     void setHostPresent(bool present);
     TrayNotice::Desktop noticeDesktop();
+    ItemActivation::Ways activationWays();
     ActivityGate activityCounts();
 
     EventLoop& loop_;
@@ -76,6 +79,7 @@ class Program final : private StoreReport, private WindowReport, private Instanc
     RemotePreferencesWindow preferences_;
     std::optional<TrayProcess> tray_;      ///< where the display server may have an older tray
     std::optional<TrayFallback> fallback_; ///< there with the tray
+    std::optional<PopUpMenu> popUp_;       ///< there with the tray
     LinuxSystemInfo system_;
     LinuxFonts fonts_;
     GettextTranslations translations_;
@@ -93,6 +97,7 @@ class Program final : private StoreReport, private WindowReport, private Instanc
     RemoteControl remote_;
     Instance& instance_;
     TrayNotice notice_;
+    ItemActivation activation_;
     std::optional<Portal> portal_; ///< in a sandbox
     // There once the application runs.
     std::optional<StatusNotifierItem> item_;

@@ -182,6 +182,14 @@ class Screen:
         xtest.fake_input(self.display, X.MotionNotify, x=x, y=y)
         self.display.sync()
 
+    def hold_pointer(self, held):
+        """Keeps the pointer to ourselves, as a program does in which a button is held down, or lets go of it."""
+        if held:
+            self.root.grab_pointer(False, 0, X.GrabModeAsync, X.GrabModeAsync, X.NONE, X.NONE, X.CurrentTime)
+        else:
+            self.display.ungrab_pointer(X.CurrentTime)
+        self.display.sync()
+
     def push(self, right, down):
         """Moves the pointer by a distance, as a mouse does."""
         relative = 1

@@ -3,6 +3,8 @@
 import re
 import signal
 
+from gi.repository import GLib
+
 from support import WORK, Box, DesktopTest, Session, main, wait_until
 
 WATCHER = "org.kde.StatusNotifierWatcher"
@@ -146,6 +148,64 @@ class Tray(DesktopTest):
         self.assertIn("~~hello Kelpa~~", told[0] if len(told) < 20 else "\n".join(told))
         self.assertEqual([line for line in program.lines() if " app.orvane.Kelpa :" in line],
                          told[-len(program.lines()):])
+
+
+class Clicks(DesktopTest):
+    """A host that leaves the clicks on the item to the program. Here it is the test."""
+
+    def setUp(self):
+        self.program = self.launch(speed=1)
+        self.item = self.program.item()
+        self.assertTrue(wait_until(self.item.registered, 5))
+
+    def click(self, how="Activate"):
+        self.session.call(self.item.name, self.item.path, "org.kde.StatusNotifierItem", how,
+                          GLib.Variant("(ii)", (0, 0)))
+
+    def menus(self):
+        return self.screen.titled_all("Kelpa", height=100)
+
+    def test_the_menu_opens_at_the_pointer_and_a_line_can_be_chosen(self):
+        self.screen.move(300, 200)
+        self.click()
+        menu = wait_until(self.menus, 5, "the menu")[0]
+        self.assertLessEqual(abs(menu.x - 300) + abs(menu.y - 200), 4)
+        within_its_frame = Box(menu.x + 3, menu.y + 3, menu.width - 6, menu.height - 6)
+        wait_until(lambda: self.screen.picture(within_its_frame).lines() >= 7, 3, "seven lines in the menu")
+        for key in ("Down", "Return"):      # the first line that can be chosen stops the work period
+            self.screen.press(key)
+        self.program.wait_for("ticktack timer stoped 1.0$", 3, times=2)
+        wait_until(lambda: not self.helpers(self.program), 5, "the menu's program to end")
+
+    def test_a_click_beside_it_closes_it(self):
+        self.screen.move(300, 200)
+        self.click("ContextMenu")
+        menu = wait_until(self.menus, 5, "the menu")[0]
+        self.screen.click(menu.x + menu.width + 50, menu.y + 20)
+        wait_until(lambda: not self.helpers(self.program), 5, "the menu's program to end")
+
+    def test_it_waits_for_the_end_of_the_click(self):
+        """Some hosts tell of a click as soon as the button is down, and hold the pointer until it is up."""
+        self.screen.move(300, 200)
+        self.screen.hold_pointer(True)
+        self.click()
+        wait_until(lambda: self.helpers(self.program), 5, "the menu's program")
+        self.settle(0.3)
+        self.assertEqual(self.menus(), [])
+        self.screen.hold_pointer(False)
+        wait_until(self.menus, 5, "the menu")
+
+    def test_a_host_that_opens_the_menu_itself_and_tells_of_the_click_as_well_is_left_alone(self):
+        def move(what):
+            self.item.menu_call("Event", GLib.Variant("(isvu)", (0, what, GLib.Variant("i", 0), 0)))
+
+        for acts in ([lambda: move("opened"), self.click], [self.click, lambda: move("opened")]):
+            for act in acts:
+                act()
+            self.settle(1)
+            self.assertEqual(self.helpers(self.program), [])
+            move("closed")
+            self.settle(0.6)    # over the time in which a click counts as the one that closed it
 
 
 if __name__ == "__main__":

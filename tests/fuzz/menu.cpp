@@ -26,7 +26,7 @@ class Desktop {
         model_.lines[1].separator = true;
         model_.lines[2].id = 3;
         model_.lines[2].enabled = false;
-        menu_.emplace(loop_, bus_, pictures_, model_, clicks_);
+        menu_.emplace(loop_, bus_, pictures_, model_, clicks_, activation_);
     }
     BusMessage call(const char* member) {
         const char* program = nullptr;
@@ -60,6 +60,8 @@ class Desktop {
     ItemPictures pictures_{"/nonexistent"};
     StatusItemModel model_;
     Clicks clicks_;
+    // Nobody clicks on the item itself.
+    ItemActivation activation_{loop_, {[] { return false; }, [] {}, [] {}}};
     std::optional<DBusMenu> menu_;
     bool answered_ = false;
 };

@@ -160,6 +160,16 @@ struct StatusItemTest : testing::Test {
     KeptClicks clicks;
     LinuxStatusBar bar;
     OpenBus bus{loop};
+    Names shown;                ///< by clicks that hosts left to the program
+    bool menuCanBeShown = true; ///< other than by a host
+    ItemActivation activation{loop,
+                              {[this] {
+                                   if (menuCanBeShown)
+                                       shown.push_back("menu");
+                                   return menuCanBeShown;
+                               },
+                               [this] { shown.push_back("no menu"); },
+                               [this] { shown.push_back("settings"); }}};
     std::optional<StatusNotifierItem> item;
     std::vector<bool> hosts;
     std::string service = "org.kde.StatusNotifierItem-" + std::to_string(getpid()) + "-1";
@@ -179,7 +189,7 @@ struct StatusItemTest : testing::Test {
         bar.lineChanged(version);
         bar.createItem("kelpa", clicks);
         bar.setTitle("25:00");
-        item.emplace(loop, bus, ItemIdentity{"app.orvane.Kelpa", "Kelpa", data.path()},
+        item.emplace(loop, bus, ItemIdentity{"app.orvane.Kelpa", "Kelpa", data.path()}, activation,
                      [this](bool present) { hosts.push_back(present); });
         bar.addSink(*item);
     }
@@ -218,6 +228,11 @@ struct StatusItemTest : testing::Test {
         sd_bus_message_read(answer.get(), "u", &revision);
         return {revision, readLine(answer.get())};
     }
+    void click(Panel& panel, const char* how = "Activate") {
+        EXPECT_EQ(errorOf(panel.call(service, itemPath, itemInterface, how, "ii", 0, 0)), "none");
+    }
+    /// Until a click that nobody has answered would have been.
+    void waitForClick() { spin(loop, ItemActivation::patience + 0.1); }
     std::string event(Panel& panel, int id, const char* what) {
         return errorOf(panel.call(service, menuPath, menuInterface, "Event", "isvu", id, what, "i", 0, 0));
     }
@@ -246,9 +261,50 @@ TEST_F(StatusItemTest, saysWhatHostsAsk) {
         panel.call(service, itemPath, "org.freedesktop.DBus.Properties", "GetAll", "s", itemInterface);
     EXPECT_GE(readProperties(all.get()).size(), expected.size());
     EXPECT_NE(property(panel, "Bogus"), "");
-    // Hosts open the menu themselves because this is refused.
-    EXPECT_EQ(errorOf(panel.call(service, itemPath, itemInterface, "Activate", "ii", 1, 1)),
-              "org.freedesktop.DBus.Error.UnknownMethod");
+}
+
+TEST_F(StatusItemTest, aClickThatIsLeftToTheProgramShowsTheMenuOrElseTheSettings) {
+    Panel panel(loop);
+    ASSERT_TRUE(registered(panel));
+    click(panel);
+    click(panel); // the other half of a double click
+    waitForClick();
+    EXPECT_EQ(shown, Names{"menu"});
+    menuCanBeShown = false;
+    for (const char* how : {"Activate", "ContextMenu"}) {
+        shown.clear();
+        click(panel, how);
+        waitForClick();
+        EXPECT_EQ(shown, Names{"settings"}) << how;
+    }
+}
+
+TEST_F(StatusItemTest, aHostThatOpensTheMenuItselfAndTellsOfTheClickAsWellIsLeftAlone) {
+    Panel panel(loop);
+    ASSERT_TRUE(registered(panel));
+    click(panel);
+    EXPECT_EQ(event(panel, 0, "opened"), "none");
+    waitForClick();
+    EXPECT_EQ(shown, Names{"no menu"}) << "told of after the click";
+    event(panel, 0, "closed");
+    spin(loop, ItemActivation::clickLasts);
+    shown.clear();
+    panel.call(service, menuPath, menuInterface, "AboutToShow", "i", 0);
+    click(panel);
+    waitForClick();
+    EXPECT_EQ(shown, Names{"no menu"}) << "told of before the click";
+    event(panel, 0, "closed");
+    click(panel); // which closed it
+    waitForClick();
+    EXPECT_EQ(shown, Names{"no menu"});
+    spin(loop, ItemActivation::clickLasts);
+    click(panel);
+    waitForClick();
+    EXPECT_EQ(shown, (Names{"no menu", "menu"})) << "it is a click like the first one again";
+    activation.menuClosed();
+    click(panel);
+    waitForClick();
+    EXPECT_EQ(shown.size(), 2U) << "a click on the item closed the menu";
 }
 
 TEST_F(StatusItemTest, givesThePicturesThatAreWhole) {

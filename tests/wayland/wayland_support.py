@@ -4,11 +4,11 @@ from pathlib import Path
 
 sys.path.append(str(Path(__file__).resolve().parents[1] / "desktop"))
 
-from support import SPEED, DesktopTest, Session, main, wait_until  # noqa: E402
+from support import SPEED, Box, DesktopTest, Session, main, wait_until  # noqa: E402
 from virtual_desktop import (Monitor, MutterSession, NestedWaylandSession, VirtualInput, WaylandSession,  # noqa: E402
                              wait_for_countdown)
 
-__all__ = ["LIGHTS", "SPEED", "WALLPAPER", "Monitor", "MutterSession", "NestedWaylandSession", "Session", "VirtualInput",
+__all__ = ["LIGHTS", "SPEED", "WALLPAPER", "Box", "Monitor", "MutterSession", "NestedWaylandSession", "Session", "VirtualInput",
            "WaylandSession", "WaylandTest", "main", "wait_until"]
 
 WALLPAPER, LIGHT = (38, 70, 83), (0xF1, 0xF2, 0xF4)

@@ -5,7 +5,7 @@ import plistlib
 import signal
 import time
 
-from wayland_support import LIGHTS, NestedWaylandSession, WaylandSession, WaylandTest, main, wait_until
+from wayland_support import LIGHTS, Box, NestedWaylandSession, WaylandSession, WaylandTest, main, wait_until
 
 PANEL = (280, 330)
 # Where things stand in the water panel, in its own coordinates.
@@ -182,6 +182,22 @@ class Managed(WindowsTest):
         self.session.command('[title="Settings"] kill')
         wait_until(lambda: not self.session.views(), 3, "the window to close")
         self.tell(program, "settings")
+        self.window("Settings")
+
+    def test_a_click_in_a_bar_that_shows_no_menu_shows_the_preferences(self):
+        bar = self.session.start_bar()
+        self.addCleanup(self.session.end, bar)
+        program = self.start()
+        wait_until(program.item().registered, 10, "the bar to take the item")
+        monitor, height = self.monitors[0], 16
+
+        def in_the_corner():
+            picture = self.screen.picture(monitor)
+            return picture.crop(Box(picture.width - height, picture.height - height, height, height)).ink_box()
+
+        wait_until(in_the_corner, 10, "the item in the bar")
+        self.addCleanup(self.session.move, 5, 590)  # a pointer in the corner would hide a break's
+        self.session.click(monitor.x + monitor.width - height // 2, monitor.y + monitor.height - height // 2)
         self.window("Settings")
 
     def test_a_break_covers_the_preferences_and_the_panel_and_has_their_keys(self):

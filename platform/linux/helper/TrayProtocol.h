@@ -22,10 +22,14 @@ inline constexpr std::string_view insert = "insert";
 inline constexpr std::string_view change = "change";
 /// remove ID
 inline constexpr std::string_view remove = "remove";
+/// popup: opens the menu at the pointer.
+inline constexpr std::string_view popup = "popup";
 
 // From the tray to the program.
 /// click ID
 inline constexpr std::string_view click = "click";
+/// closed: the menu that was opened, after the click if a line was chosen.
+inline constexpr std::string_view closed = "closed";
 /// warning TEXT: for the log.
 inline constexpr std::string_view warning = "warning";
 

@@ -167,8 +167,8 @@ int unknownLine(sd_bus_error* error, int id) {
 } // namespace
 
 DBusMenu::DBusMenu(EventLoop& loop, Bus& bus, const ItemPictures& pictures, const StatusItemModel& model,
-                   MenuClicks& clicks)
-    : loop_(loop), bus_(bus), pictures_(pictures), model_(model), clicks_(clicks),
+                   MenuClicks& clicks, ItemActivation& activation)
+    : loop_(loop), bus_(bus), pictures_(pictures), model_(model), clicks_(clicks), activation_(activation),
       object_(bus.serve(path, interface, vtable, this)) {}
 
 const MenuLine* DBusMenu::find(int id) const {
@@ -282,11 +282,14 @@ int DBusMenu::getProperty(sd_bus_message* call, sd_bus_error* error) {
 
 /// The click is carried out after the answer has gone out: it may change the menu or end the program.
 void DBusMenu::obey(const MenuLine& line, sd_bus_message* event) {
-    const char* what = nullptr;
-    sd_bus_message_read_basic(event, 's', &what);
+    const char* told = nullptr;
+    sd_bus_message_read_basic(event, 's', &told);
+    const std::string_view what = told;
     // A host may be behind and click on a line that cannot be chosen any more.
-    if (std::string_view(what) == "clicked" && line.id != 0 && line.enabled && !line.separator)
+    if (what == "clicked" && line.id != 0 && line.enabled && !line.separator)
         loop_.async([&clicks = clicks_, id = line.id] { clicks.didClick(id); });
+    if (line.id == 0 && (what == "opened" || what == "closed"))
+        activation_.hostsMenuMoved(what == "opened");
 }
 
 int DBusMenu::event(sd_bus_message* call, sd_bus_error* error) {
@@ -320,11 +323,18 @@ int DBusMenu::eventGroup(sd_bus_message* call, sd_bus_error* error) {
 
 /// The menu is up to date at any time, so nothing needs to be fetched again.
 int DBusMenu::aboutToShow(sd_bus_message* call, sd_bus_error* error) {
-    return readLine(call, error) == nullptr ? 0 : sd_bus_reply_method_return(call, "b", 0);
+    const MenuLine* line = readLine(call, error);
+    if (line == nullptr)
+        return 0;
+    if (line->id == 0)
+        activation_.hostsMenuMoved(true);
+    return sd_bus_reply_method_return(call, "b", 0);
 }
 
 int DBusMenu::aboutToShowGroup(sd_bus_message* call, sd_bus_error*) {
     auto ids = readIds(call);
+    if (std::find(ids.begin(), ids.end(), 0) != ids.end())
+        activation_.hostsMenuMoved(true);
     std::erase_if(ids, [this](int id) { return find(id) != nullptr; });
     return answer(call, [&ids](BusWriter& out) {
         writeIds(out, {});

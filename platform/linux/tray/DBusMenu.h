@@ -2,6 +2,7 @@
 
 #include "platform/linux/EventLoop.h"
 #include "platform/linux/bus/Bus.h"
+#include "platform/linux/tray/ItemActivation.h"
 #include "platform/linux/tray/ItemPictures.h"
 #include "platform/linux/tray/LinuxStatusBar.h"
 
@@ -18,7 +19,7 @@ class DBusMenu {
 
     /// All arguments outlive the menu, and the bus is open for as long.
     DBusMenu(EventLoop& loop, Bus& bus, const ItemPictures& pictures, const StatusItemModel& model,
-             MenuClicks& clicks);
+             MenuClicks& clicks, ItemActivation& activation);
 
     /// Tells hosts that lines came or went.
     void layoutChanged();
@@ -45,6 +46,7 @@ class DBusMenu {
     const ItemPictures& pictures_;
     const StatusItemModel& model_;
     MenuClicks& clicks_;
+    ItemActivation& activation_;
     MenuLine root_; ///< the menu itself, which goes by the id 0
     std::uint32_t revision_ = 1;
     BusSlot object_;

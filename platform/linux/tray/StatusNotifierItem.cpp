@@ -58,9 +58,15 @@ void toolTip(BusWriter& writer, const Shown& shown) {
     writer.text(title).text("").close();
 }
 
+/// Where the click was is not used: hosts differ in the unit, and the pointer is still there.
+int activate(sd_bus_message* call, void* shown, sd_bus_error*) noexcept {
+    static_cast<const Shown*>(shown)->activation->activate();
+    return sd_bus_reply_method_return(call, nullptr);
+}
+
 constexpr auto fixed = SD_BUS_VTABLE_PROPERTY_CONST;
 
-// There is no Activate and no ContextMenu: hosts that find neither open the menu on either click.
+// `ItemIsMenu` has most hosts open the menu on either click. The others leave the clicks to the program.
 const sd_bus_vtable vtable[] = {
     SD_BUS_VTABLE_START(0),
     SD_BUS_PROPERTY("Category", "s", nullptr, offsetof(Shown, category), fixed),
@@ -84,6 +90,8 @@ const sd_bus_vtable vtable[] = {
     SD_BUS_PROPERTY("XAyatanaLabel", "s", nullptr, offsetof(Shown, title), 0),
     SD_BUS_PROPERTY("XAyatanaLabelGuide", "s", nullptr, offsetof(Shown, guide), 0),
     SD_BUS_PROPERTY("XAyatanaOrderingIndex", "u", nullptr, offsetof(Shown, zero), fixed),
+    SD_BUS_METHOD("Activate", "ii", "", activate, 0),
+    SD_BUS_METHOD("ContextMenu", "ii", "", activate, 0),
     SD_BUS_SIGNAL("NewIcon", "", 0),
     SD_BUS_SIGNAL("NewTitle", "", 0),
     SD_BUS_SIGNAL("NewToolTip", "", 0),
@@ -95,9 +103,11 @@ const sd_bus_vtable vtable[] = {
 } // namespace
 
 StatusNotifierItem::StatusNotifierItem(EventLoop& loop, Bus& bus, ItemIdentity identity,
+                                       ItemActivation& activation,
                                        std::function<void(bool present)> hostChanged)
     : loop_(loop), bus_(bus), identity_(std::move(identity)),
-      pictures_(identity_.data), shown_{&pictures_, identity_.id.c_str(), identity_.name.c_str()},
+      pictures_(identity_.data), shown_{&pictures_, &activation, identity_.id.c_str(),
+                                        identity_.name.c_str()},
       watcher_(bus, std::move(hostChanged)),
       service_("org.kde.StatusNotifierItem-" + std::to_string(getpid()) + "-1"), joined_(bus.join(*this)) {}
 
@@ -138,7 +148,7 @@ void StatusNotifierItem::busLost() {
 }
 
 void StatusNotifierItem::appear() {
-    menu_.emplace(loop_, bus_, pictures_, *model_, *clicks_);
+    menu_.emplace(loop_, bus_, pictures_, *model_, *clicks_, *shown_.activation);
     object_ = bus_.serve(path, interface, vtable, &shown_);
     colours_ = bus_.match<&Item::coloursChanged>(signalRule(plasmaSettings, "notifyChange"), *this);
     nameCall_ = bus_.call<&Item::nameAnswered>(bus_.newNameRequest(service_, Bus::doNotQueue), *this);

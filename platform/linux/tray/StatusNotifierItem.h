@@ -3,6 +3,7 @@
 #include "platform/linux/EventLoop.h"
 #include "platform/linux/bus/Bus.h"
 #include "platform/linux/tray/DBusMenu.h"
+#include "platform/linux/tray/ItemActivation.h"
 #include "platform/linux/tray/ItemPictures.h"
 #include "platform/linux/tray/LinuxStatusBar.h"
 #include "platform/linux/tray/WatcherLink.h"
@@ -29,9 +30,9 @@ class StatusNotifierItem final : public StatusItemSink, private BusClient {
     /// draws an icon in those that it had when it was last told of the icon, on a dark panel maybe dark ones.
     static constexpr double secondsOfRecolouring = 1;
 
-    /// Loop and bus outlive the item. `hostChanged` runs from the main loop when something begins to show the
-    /// item and when nothing does any more.
-    StatusNotifierItem(EventLoop& loop, Bus& bus, ItemIdentity identity,
+    /// Loop, bus and activation outlive the item. `hostChanged` runs from the main loop when something begins
+    /// to show the item and when nothing does any more.
+    StatusNotifierItem(EventLoop& loop, Bus& bus, ItemIdentity identity, ItemActivation& activation,
                        std::function<void(bool present)> hostChanged);
     ~StatusNotifierItem() override;
 
@@ -46,6 +47,7 @@ class StatusNotifierItem final : public StatusItemSink, private BusClient {
     /// What hosts read. The bus library takes what stands here as it is.
     struct Shown {
         const ItemPictures* pictures;
+        ItemActivation* activation;
         const char* id;
         const char* name;
         const char* title = nullptr;

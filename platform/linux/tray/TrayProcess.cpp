@@ -6,43 +6,32 @@
 
 namespace kelpa {
 
-namespace tray = wire::tray;
-
 namespace {
 
 constexpr std::uint8_t sentEventBit = 0x80;
 /// A panel that starts anew is soon back.
 constexpr double patience = 5;
 
-const char* flag(bool value) {
-    return value ? "1" : "0";
-}
-
 } // namespace
 
 TrayProcess::TrayProcess(EventLoop& loop, X11Connection& connection, WindowReport& report,
                          std::string program, std::string data)
-    : loop_(loop), connection_(connection), report_(report), data_(std::move(data)),
-      tray_(loop, std::move(program), *this),
+    : TrayHelper(loop, report, std::move(program), std::move(data)), loop_(loop), connection_(connection),
       selection_(connection.atom("_NET_SYSTEM_TRAY_S" + std::to_string(connection.screenNumber()))),
       managerMessage_(connection.atom("MANAGER")) {}
 
-TrayProcess::~TrayProcess() = default;
-
 void TrayProcess::show(const StatusItemModel& model, MenuClicks& clicks) {
-    model_ = &model;
-    clicks_ = &clicks;
+    TrayHelper::show(model, clicks);
     connection_.selectRoot(XCB_EVENT_MASK_STRUCTURE_NOTIFY);
     events_ = connection_.listen([this](const xcb_generic_event_t& event) { handle(event); });
     lookForManager();
 }
 
 void TrayProcess::hide() {
-    model_ = nullptr;
     events_.cancel();
     leaving_.cancel();
     manager_ = XCB_WINDOW_NONE;
-    tray_.end();
+    TrayHelper::hide();
 }
 
 void TrayProcess::handle(const xcb_generic_event_t& event) {
@@ -80,74 +69,28 @@ void TrayProcess::setManager(xcb_window_t manager) {
 void TrayProcess::update() {
     if (manager_ != XCB_WINDOW_NONE) {
         leaving_.cancel();
-        start();
+        if (shown())
+            start();
         sendManager();
-    } else if (tray_.running()) {
+    } else if (process().running()) {
         sendManager();
         leaving_ = loop_.afterReal(patience, [this] {
             leaving_.cancel();
-            tray_.end();
+            process().end();
         });
     }
 }
 
 void TrayProcess::sendManager() {
-    tray_.send({tray::manager, std::to_string(manager_)});
-}
-
-void TrayProcess::start() {
-    if (tray_.running() || model_ == nullptr)
-        return;
-    const std::string refused = tray_.start();
-    if (!refused.empty()) {
-        if (!std::exchange(failing_, true))
-            report_.warning("The tray icon cannot be shown: " + refused);
-        return;
-    }
-    tray_.send({tray::data, data_});
-    tray_.send({tray::image, model_->image});
-    tray_.send({tray::title, model_->title});
-    tray_.send({tray::hint, model_->hint});
-    for (std::size_t i = 0; i < model_->lines.size(); ++i)
-        lineInserted(i, model_->lines[i]);
-}
-
-void TrayProcess::lineInserted(std::size_t index, const MenuLine& line) {
-    tray_.send({tray::insert, std::to_string(index), std::to_string(line.id), flag(line.separator),
-                flag(line.enabled), line.title, line.image, line.keyEquivalent});
-}
-
-void TrayProcess::lineRemoved(int lineId) {
-    tray_.send({tray::remove, std::to_string(lineId)});
-}
-
-void TrayProcess::lineChanged(const MenuLine& line) {
-    tray_.send({tray::change, std::to_string(line.id), flag(line.separator), flag(line.enabled), line.title,
-                line.image, line.keyEquivalent});
-}
-
-void TrayProcess::titleChanged(const std::string& title) {
-    tray_.send({tray::title, title});
-}
-
-void TrayProcess::hintChanged(const std::string& hint) {
-    tray_.send({tray::hint, hint});
-}
-
-void TrayProcess::helperSaid(const wire::Message& message) {
-    if (message.verb() == tray::warning)
-        report_.warning("kelpa-tray: " + message.field(1));
-    const auto id = message.number(1);
-    if (message.verb() == tray::click && id && clicks_ != nullptr)
-        clicks_->didClick(*id);
+    process().send({wire::tray::manager, std::to_string(manager_)});
 }
 
 void TrayProcess::helperFailed(const std::string& how) {
     if (restarts_.spend(monotonicSeconds())) {
-        report_.warning("kelpa-tray " + how);
+        report().warning("kelpa-tray " + how);
         update();
     } else {
-        report_.warning("kelpa-tray " + how + " again and is left alone until another tray comes");
+        report().warning("kelpa-tray " + how + " again and is left alone until another tray comes");
     }
 }
 

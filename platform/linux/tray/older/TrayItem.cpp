@@ -2,10 +2,13 @@
 
 #include "platform/linux/helper/TrayProtocol.h"
 
+#include <QCursor>
 #include <QFile>
 #include <QGuiApplication>
 #include <QScreen>
+#include <QTimer>
 #include <QtEndian>
+#include <chrono>
 
 namespace kelpa {
 
@@ -27,7 +30,27 @@ QImage load(const QString& data, const QString& name) {
     return image;
 }
 
+using namespace std::chrono_literals;
+/// A person may keep the button down for as long as that, in all.
+constexpr auto triesInterval = 20ms;
+constexpr int mostTries = 50;
+
+/// A menu that cannot have the pointer for itself hears of no click beside it, and stays open.
+bool pointerIsFree() {
+    const auto cookie =
+        xcb_grab_pointer(x11::connection(), 0, x11::root(), 0, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC,
+                         XCB_WINDOW_NONE, XCB_CURSOR_NONE, XCB_CURRENT_TIME);
+    const X11Reply<xcb_grab_pointer_reply_t> reply(
+        xcb_grab_pointer_reply(x11::connection(), cookie, nullptr));
+    xcb_ungrab_pointer(x11::connection(), XCB_CURRENT_TIME);
+    return reply && reply->status == XCB_GRAB_STATUS_SUCCESS;
+}
+
 } // namespace
+
+TrayMenu::TrayMenu() {
+    connect(&menu_, &QMenu::aboutToHide, this, &TrayMenu::closed, Qt::QueuedConnection);
+}
 
 void TrayMenu::fill(QAction& action, const wire::Message& message, std::size_t first) {
     const QString title = QString::fromStdString(message.field(first + 3));
@@ -75,11 +98,21 @@ void TrayMenu::popup(const QRect& icon) {
     menu_.popup(upperHalf ? icon.bottomLeft() + QPoint(0, 1) : icon.topLeft() - QPoint(0, height));
 }
 
+void TrayMenu::popupAtPointer() {
+    if (!pointerIsFree() && ++tries_ < mostTries) {
+        QTimer::singleShot(triesInterval, this, &TrayMenu::popupAtPointer);
+        return;
+    }
+    tries_ = 0;
+    menu_.popup(QCursor::pos());
+}
+
 TrayItem::TrayItem(Channel& channel) : channel_(channel) {
     connect(&channel_, &Channel::received, this, &TrayItem::obey);
     connect(&menu_, &TrayMenu::clicked, this, [this](int id) {
         channel_.send({tray::click, std::to_string(id)});
     });
+    connect(&menu_, &TrayMenu::closed, this, [this] { channel_.send({tray::closed}); });
     connect(&tray_, &SystemTray::docked, this, [this] {
         if (icon_)
             icon_->embedded();
@@ -99,6 +132,8 @@ void TrayItem::obey(const wire::Message& message) {
         setTitle(QString::fromStdString(message.field(1)));
     else if (message.verb() == tray::hint)
         setHint(QString::fromStdString(message.field(1)));
+    else if (message.verb() == tray::popup)
+        menu_.popupAtPointer();
     else if (message.verb() == tray::image)
         setImage(QString::fromStdString(message.field(1)));
     else if (message.verb() == tray::insert)

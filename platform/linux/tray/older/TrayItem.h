@@ -15,6 +15,8 @@ class TrayMenu : public QObject {
     Q_OBJECT
 
   public:
+    TrayMenu();
+
     /// `symbols` is the folder of the lines' pictures; before any line is inserted.
     void setSymbols(const QString& symbols) { symbols_ = symbols; }
     /// insert INDEX LINE…, change LINE…, remove ID; what refers to no line does nothing.
@@ -23,15 +25,20 @@ class TrayMenu : public QObject {
     void remove(const wire::Message& message);
     /// Opens at a place of the desktop beside `icon`, on the side where there is room.
     void popup(const QRect& icon);
+    /// Opens at the pointer, once nobody holds that for a click elsewhere.
+    void popupAtPointer();
 
   signals:
     void clicked(int id);
+    /// After the click, if there was one.
+    void closed();
 
   private:
     /// The fields of a line stand in a message from `first` on: ID SEPARATOR ENABLED TITLE IMAGE KEY.
     void fill(QAction& action, const wire::Message& message, std::size_t first);
 
     QString symbols_;
+    int tries_ = 0; ///< of opening while somebody holds the pointer
     QMenu menu_;
     std::map<int, QAction*> lines_;
 };
