@@ -13,6 +13,7 @@ AppDelegate::AppDelegate(Ports& ports, LogFiles& logFiles) : ports_(ports) {
     setUpLogging(
         {ports.clock, logFiles, AppInfo::identifier(), AppInfo::name(), ports.system.homeDirectory()});
     AppState::wire(*this, ports);
+    TimedPause::wire(ports.clock, ports.statusBar);
     TicktackController::wire(*this, ports.tickers);
     SystemEventController::wire(*this, {ports.lock, ports.activity, ports.queues, ports.mainQueue});
     StatusBarController::wire(*this, ports.statusBar, ports.application, ports.services);

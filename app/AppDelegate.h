@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/AppState.h"
+#include "app/TimedPause.h"
 #include "logging/SharedLogger.h"
 #include "timer/TicktackController.h"
 #include "ui/StatusBarController.h"
@@ -35,6 +36,7 @@ class AppDelegate final : public App {
     HistoryRecorder& history() override { return AppState::history(); }
     bool manualPause() const override { return AppState::manualPause(); }
     void setManualPause(bool pause) override { AppState::setManualPause(pause); }
+    bool liftTimedPause() override { return TimedPause::lift(); }
     bool working() const override { return AppState::working(); }
     void setWorking(bool working) override { AppState::setWorking(working); }
     std::shared_ptr<WorkItem>& mouseMoveEventItem() override { return AppState::mouseMoveEventItem(); }

@@ -1,5 +1,6 @@
 #include "app/AppState.h"
 
+#include "app/TimedPause.h"
 #include "base/FatalError.h"
 #include "base/Text.h"
 #include "timer/TicktackController.h"
@@ -46,7 +47,12 @@ bool AppState::manualPause() {
 
 void AppState::setManualPause(bool pause) {
     state.manualPause = pause;
+    TimedPause::forget();
     setWorking(!pause);
+}
+
+void AppState::liftManualPause() {
+    state.manualPause = false;
 }
 
 bool AppState::working() {

@@ -28,6 +28,8 @@ class AppState {
     /// `working` to its opposite.
     [[nodiscard]] static bool manualPause();
     static void setManualPause(bool pause);
+    /// Ends the user's own stop and starts nothing: for whoever starts work by rules of its own.
+    static void liftManualPause();
 
     /// Whether the cycle runs. Every assignment acts, also of the same value: true starts a work period from
     /// its full length, false stops whatever period runs.

@@ -1,6 +1,7 @@
 #include "app/RemoteControl.h"
 
 #include "app/AppState.h"
+#include "app/TimedPause.h"
 #include "base/Text.h"
 #include "logging/SharedLogger.h"
 #include "ui/BreakView.h"
@@ -28,6 +29,8 @@ constexpr Refusal putOffTooOften = "This break has been put off as often as it c
 constexpr Refusal moreIsLeft = "More time than that is left";
 constexpr Refusal noSuchMinutes = "A break is put off by whole minutes, from 2 to 15";
 constexpr Refusal waterIsOff = "The water reminder is switched off";
+constexpr Refusal noDuration = "A time to pause for is one like 45m, 2h or 1h30m, a week at most";
+constexpr Refusal noTime = "A time to pause until is one like 14:30, or tomorrow";
 constexpr Refusal tooMany = "More changes were asked for within a second than are made";
 constexpr int mostChanges = 20;
 constexpr double second = 1;
@@ -138,7 +141,26 @@ Refusal RemoteControl::change(const std::function<void()>& made) {
 Refusal RemoteControl::pause() {
     if (WindowController::breakShows())
         return breakIsOn;
-    return AppState::manualPause() ? obeyed : change([] { AppState::setManualPause(true); });
+    if (!AppState::manualPause())
+        return change([] { AppState::setManualPause(true); });
+    TimedPause::forget();
+    return obeyed;
+}
+
+Refusal RemoteControl::pauseFor(const std::string& duration) {
+    return pauseTo(TimedPause::endAfter(duration), noDuration);
+}
+
+Refusal RemoteControl::pauseUntil(const std::string& time) {
+    return pauseTo(TimedPause::endAt(time), noTime);
+}
+
+Refusal RemoteControl::pauseTo(std::optional<Date> end, Refusal otherwise) {
+    if (!end)
+        return otherwise;
+    if (WindowController::breakShows())
+        return breakIsOn;
+    return change([end] { TimedPause::start(*end); });
 }
 
 Refusal RemoteControl::resume() {

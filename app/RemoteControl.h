@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/Calendar.h"
 #include "base/Published.h"
 #include "platform/ports/Busy.h"
 #include "platform/ports/Services.h"
@@ -59,6 +60,10 @@ class RemoteControl {
     /// The user's own stop, and its end, as the menu's pause line has them. Asking for what is so already
     /// changes nothing. While a break is on the screens nobody can reach that line, and these refuse.
     Refusal pause();
+    /// The same until a time, at which work starts by itself: so long from now, in a text like "45m" or
+    /// "1h30m", or at the next "14:30" or "tomorrow". Where the user has paused already only the time is set.
+    Refusal pauseFor(const std::string& duration);
+    Refusal pauseUntil(const std::string& time);
     Refusal resume();
     Refusal toggle();
     /// Ends the break where its screen offers that.
@@ -75,6 +80,7 @@ class RemoteControl {
 
   private:
     Refusal change(const std::function<void()>& made);
+    Refusal pauseTo(std::optional<Date> end, Refusal otherwise);
 
     ApplicationLoop& application_;
     Queue& mainQueue_;

@@ -47,6 +47,16 @@ Date Calendar::today(int hour, int minute, int second) const {
     return clock_.date(civil).value_or(now);
 }
 
+/// Noon and a day is tomorrow, however long the days are where clocks are changed.
+Date Calendar::tomorrow(int hour, int minute, int second) const {
+    constexpr double day = 86400;
+    CivilTime civil = clock_.civil({today(12, 0, 0).secondsSince1970 + day});
+    civil.hour = hour;
+    civil.minute = minute;
+    civil.second = second;
+    return clock_.date(civil).value_or(clock_.now());
+}
+
 Date Calendar::todayDate(Date date) const {
     const CivilTime time = clock_.civil(date);
     CivilTime today = clock_.civil(clock_.now());

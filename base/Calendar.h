@@ -1,6 +1,9 @@
 #pragma once
 
+#include "base/Published.h"
+
 #include <compare>
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -57,6 +60,10 @@ class Clock {
     [[nodiscard]] virtual std::optional<CalendarDay> ownDay(Date date) const = 0;
     /// The user's week rule where the platform knows it, else nothing.
     [[nodiscard]] virtual std::optional<WeekRule> weekRule() const = 0;
+    /// Runs `work` once from the main loop, and never inside the call, when the wall clock shows `date` or
+    /// later: also when it was set there, or the machine slept until then. A clock that is set back makes the
+    /// wait longer. The handle ends it.
+    [[nodiscard]] virtual Subscription at(Date date, std::function<void()> work) = 0;
 };
 
 /// Questions to the user's current calendar. It keeps nothing: each answer is of the moment it is asked.
@@ -69,6 +76,8 @@ class Calendar {
     [[nodiscard]] bool isInToday(Date date) const;
     /// Today at a clock time; the current instant where the calendar cannot build it.
     [[nodiscard]] Date today(int hour, int minute, int second) const;
+    /// The day after today at a clock time; the current instant where the calendar cannot build it.
+    [[nodiscard]] Date tomorrow(int hour, int minute, int second) const;
     /// The same hour, minute and second on today's date; the date itself where the calendar cannot build it.
     [[nodiscard]] Date todayDate(Date date) const;
     /// The day in the calendar that the user lives by.

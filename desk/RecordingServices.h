@@ -101,6 +101,7 @@ class RecordingStatusBar final : public StatusBar {
     [[nodiscard]] static bool knows(std::string_view name);
     [[nodiscard]] const std::vector<MenuLine>& lines() const { return lines_; }
     [[nodiscard]] const std::string& title() const { return title_; }
+    [[nodiscard]] const std::string& hint() const { return hint_; }
 
   private:
     Journal& journal_;

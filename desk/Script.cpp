@@ -142,6 +142,36 @@ Run menu(std::string_view rest) {
     };
 }
 
+/// What a person does by a script or the session bus.
+Run remote(RemoteControl::Refusal (RemoteControl::*verb)(const std::string&), std::string_view rest) {
+    return [verb, text = std::string(rest)](Desk& desk) {
+        expectLaunched(desk);
+        if (const auto refusal = (desk.remote.*verb)(text))
+            desk.journal.note("refused", *refusal);
+    };
+}
+
+Run remote(RemoteControl::Refusal (RemoteControl::*verb)()) {
+    return [verb](Desk& desk) {
+        expectLaunched(desk);
+        if (const auto refusal = (desk.remote.*verb)())
+            desk.journal.note("refused", *refusal);
+    };
+}
+
+Run pause(std::string_view rest) {
+    if (rest.empty())
+        return remote(&RemoteControl::pause);
+    std::string_view line = rest;
+    return takeWord(line) == "until" ? remote(&RemoteControl::pauseUntil, line)
+                                     : remote(&RemoteControl::pauseFor, rest);
+}
+
+Run resume(std::string_view rest) {
+    expectNothing(rest);
+    return remote(&RemoteControl::resume);
+}
+
 Run skip(std::string_view rest) {
     return [screen = screenNumber(rest)](Desk& desk) {
         if (!desk.windows.skip(screen))
@@ -325,6 +355,8 @@ const std::map<std::string, std::function<Run(std::string_view)>, std::less<>>& 
         {"launch", launch},
         {"pref", pref},
         {"menu", menu},
+        {"pause", pause},
+        {"resume", resume},
         {"skip", skip},
         {"notice", notice},
         {"style", style},

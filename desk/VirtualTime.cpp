@@ -100,12 +100,42 @@ Queue& VirtualTime::makeSerialQueue(const std::string& label) {
 
 void VirtualClock::set(Date date) {
     offset_ = std::llround(date.secondsSince1970 * microsecondsASecond) - time_.microseconds();
+    rearm();
 }
 
 void VirtualClock::step(double seconds) {
     constexpr std::int64_t farthest = 4'000'000'000'000'000'000;
     offset_ =
         std::clamp<std::int64_t>(offset_ + std::llround(seconds * microsecondsASecond), -farthest, farthest);
+    rearm();
+}
+
+Subscription VirtualClock::at(Date date, std::function<void()> work) {
+    const auto made = std::make_shared<Appointment>(Appointment{date, nullptr, std::move(work)});
+    appointments_->push_back(made);
+    arm(made);
+    return Subscription([weak = std::weak_ptr(appointments_), made] {
+        const auto all = weak.lock();
+        if (!all)
+            return;
+        made->item->cancel();
+        all->remove(made);
+    });
+}
+
+void VirtualClock::arm(const std::shared_ptr<Appointment>& appointment) {
+    appointment->item = std::make_shared<WorkItem>([this, appointment] {
+        appointments_->remove(appointment);
+        appointment->work();
+    });
+    time_.asyncAfter(appointment->date.secondsSince1970 - now().secondsSince1970, appointment->item);
+}
+
+void VirtualClock::rearm() {
+    for (const auto& appointment : *appointments_) {
+        appointment->item->cancel();
+        arm(appointment);
+    }
 }
 
 Date VirtualClock::now() const {

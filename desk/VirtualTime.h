@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <list>
 #include <memory>
 #include <string>
 #include <vector>
@@ -60,7 +61,7 @@ class VirtualTime final : public TickerSource, public Queue, public QueueSource 
 /// A wall clock that follows virtual time until it is stepped. Its time zone is the process's.
 class VirtualClock final : public LocalClock {
   public:
-    explicit VirtualClock(const VirtualTime& time) : time_(time) {}
+    explicit VirtualClock(VirtualTime& time) : time_(time) {}
 
     /// Sets what the wall clock shows now.
     void set(Date date);
@@ -70,9 +71,22 @@ class VirtualClock final : public LocalClock {
 
     [[nodiscard]] Date now() const override;
     [[nodiscard]] std::optional<WeekRule> weekRule() const override { return std::nullopt; }
+    [[nodiscard]] Subscription at(Date date, std::function<void()> work) override;
 
   private:
-    const VirtualTime& time_;
+    struct Appointment {
+        Date date;
+        std::shared_ptr<WorkItem> item; ///< armed for the time that is left
+        std::function<void()> work;
+    };
+    void arm(const std::shared_ptr<Appointment>& appointment);
+    /// The clock shows another time: what waits for one waits longer or less long.
+    void rearm();
+
+    VirtualTime& time_;
+    using Appointments = std::list<std::shared_ptr<Appointment>>;
+    /// Which handles that outlive the clock find gone.
+    std::shared_ptr<Appointments> appointments_ = std::make_shared<Appointments>();
     /// What the wall clock showed when virtual time began, in microseconds since 1970.
     std::int64_t offset_ = 0;
 };

@@ -43,6 +43,9 @@ class App {
     [[nodiscard]] virtual HistoryRecorder& history() = 0;
     [[nodiscard]] virtual bool manualPause() const = 0;
     virtual void setManualPause(bool pause) = 0;
+    /// Ends the user's own stop where that was for a time that is over, and nothing stands in the way any
+    /// more, and starts nothing. Gives whether it did.
+    virtual bool liftTimedPause() = 0;
     [[nodiscard]] virtual bool working() const = 0;
     virtual void setWorking(bool working) = 0;
     [[nodiscard]] virtual std::shared_ptr<WorkItem>& mouseMoveEventItem() = 0;

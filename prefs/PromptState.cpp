@@ -73,6 +73,7 @@ void PromptState::showNewDay() {
 
 void PromptState::closePrompt() {
     app_.closeBreakWindows();
+    app_.liftTimedPause();
     if (!app_.manualPause())
         app_.setWorking(true);
 }

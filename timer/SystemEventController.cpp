@@ -13,6 +13,8 @@ struct Events {
     App& app;
     SystemEventPorts ports;
     Queue* systemEventQueue = nullptr;
+    bool locked = false;
+    bool watched = false; ///< activity is heard of
 };
 
 Wired<Events> events("The events of the desk were");
@@ -36,6 +38,7 @@ void handOverTheStop() {
 /// What each event does.
 struct SystemEventActions {
     static void didLockScreenShow() {
+        events->locked = true;
         App& app = events->app;
         PrefState& pref = app.prefState();
         if (pref.showNewDayTip())
@@ -59,10 +62,13 @@ struct SystemEventActions {
     }
 
     static void didLockScreenDismiss() {
+        events->locked = false;
         App& app = events->app;
+        const bool pauseOver = app.liftTimedPause();
         const bool newDay = app.prefState().showNewDayTip() && greetNewDay();
+        const bool starts = app.prefState().restartTimerAfterAwake() || pauseOver;
         // On a new day work starts when the greeting ends.
-        if (!newDay && app.prefState().restartTimerAfterAwake() && !app.manualPause())
+        if (!newDay && starts && !app.manualPause())
             app.setWorking(true);
         if (!app.waterHasNewDay())
             return;
@@ -71,21 +77,31 @@ struct SystemEventActions {
     }
 
     static void onTrigger() {
+        events->watched = true;
         App& app = events->app;
         if (!app.prefState().stopTimerAfterMouseStop())
             return;
-        if (const auto& pending = app.mouseMoveEventItem())
-            pending->cancel();
+        cancelIdleCheck();
         if (!app.manualPause() && !app.working())
             app.setWorking(true);
+        armIdleCheck();
+    }
+
+    static void armIdleCheck() {
+        App& app = events->app;
         app.mouseMoveEventItem() = std::make_shared<WorkItem>(handOverTheStop);
         systemEventQueue().asyncAfter(SystemEventController::idleSeconds, app.mouseMoveEventItem());
     }
 
-    /// A cycle that was stopped now could not be started by anything that a person does with the mouse.
-    static void onNothingToWatch() {
+    static void cancelIdleCheck() {
         if (const auto& pending = events->app.mouseMoveEventItem())
             pending->cancel();
+    }
+
+    /// A cycle that was stopped now could not be started by anything that a person does with the mouse.
+    static void onNothingToWatch() {
+        events->watched = false;
+        cancelIdleCheck();
     }
 };
 
@@ -93,6 +109,17 @@ struct SystemEventActions {
 
 void SystemEventController::wire(App& app, const SystemEventPorts& ports) {
     events.wire({app, ports});
+}
+
+bool SystemEventController::locked() {
+    return events->locked;
+}
+
+void SystemEventController::armIdleCheck() {
+    if (!events->watched || !events->app.prefState().stopTimerAfterMouseStop())
+        return;
+    SystemEventActions::cancelIdleCheck();
+    SystemEventActions::armIdleCheck();
 }
 
 void SystemEventController::setup() {

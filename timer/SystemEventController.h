@@ -26,6 +26,12 @@ class SystemEventController {
 
     /// Watches from now on until the process ends.
     static void setup();
+
+    /// Whether the screen is locked, as far as the desktop told.
+    [[nodiscard]] static bool locked();
+    /// Has the cycle stopped if nobody moves the mouse from now on, as at the launch: where that rule is on
+    /// and a mouse can be watched. Starts nothing.
+    static void armIdleCheck();
 };
 
 } // namespace kelpa

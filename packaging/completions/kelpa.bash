@@ -6,8 +6,12 @@ _kelpa() {
     case ${COMP_WORDS[1]} in
         status) words='--json --follow --help' ;;
         history) words='--days --from --to --json --csv --help' ;;
+        pause) words='until --help' ;;
         @KELPA_COMMAND_PATTERN@) words='--help' ;;
     esac
+    if [[ ${COMP_WORDS[COMP_CWORD - 1]} == until ]]; then
+        words='tomorrow'
+    fi
     if ((COMP_CWORD == 1)); then
         words='status history @KELPA_COMMANDS@ --speed --help --version'
     elif [[ ${COMP_WORDS[COMP_CWORD - 1]} == --speed ]]; then

@@ -8,6 +8,8 @@ complete -c kelpa -n $none -l version -d 'Show the version and end'
 complete -c kelpa -n $none -a status -d 'Tell state, time and water in one line'
 complete -c kelpa -n $none -a history -d 'Tell work, breaks and water of the last days'
 @KELPA_FISH_COMMANDS@complete -c kelpa -n '__fish_seen_subcommand_from status' -l json -d 'One JSON object'
+complete -c kelpa -n '__fish_seen_subcommand_from pause; and not __fish_seen_subcommand_from until' -a until -d 'Until a time like 14:30'
+complete -c kelpa -n '__fish_seen_subcommand_from pause; and __fish_seen_subcommand_from until' -a tomorrow
 complete -c kelpa -n '__fish_seen_subcommand_from status' -l follow -d 'A line at each change'
 set -l history '__fish_seen_subcommand_from history'
 complete -c kelpa -n $history -l days -x -d 'So many days up to today'

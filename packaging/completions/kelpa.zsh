@@ -17,5 +17,6 @@ case $state in
         status) _arguments '--json[one JSON object]' '--follow[a line at each change]' ;;
         history) _arguments '--days[so many days up to today]:days' '--from[from this day on]:day' \
             '--to[up to this day]:day' '--json[one JSON array]' '--csv[lines for a spreadsheet]' ;;
+        pause) _arguments '1:until:(until)' '2:time:(tomorrow)' ;;
     esac ;;
 esac

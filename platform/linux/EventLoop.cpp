@@ -83,6 +83,10 @@ int onReadable(sd_event_source*, int, std::uint32_t, void* data) noexcept {
     return 0;
 }
 
+int onWallTime(sd_event_source*, std::uint64_t, void* data) noexcept {
+    return onReadable(nullptr, 0, 0, data);
+}
+
 int onAlarm(sd_event_source*, std::uint64_t, void* data) noexcept {
     (*static_cast<std::function<void()>*>(data))();
     return 0;
@@ -229,6 +233,16 @@ void EventLoop::terminate() {
 
 Subscription EventLoop::afterReal(double seconds, std::function<void()> work) {
     return handleOf(queue_, arm(microsecondsOf(seconds), std::move(work)));
+}
+
+/// The kernel knows when its wall clock was set, and that a machine which slept is late.
+Subscription EventLoop::atWallTime(double secondsSince1970, std::function<void()> work) {
+    auto watch = std::make_shared<Watch<>>();
+    watch->callback = std::move(work);
+    check(sd_event_add_time(event_, &watch->source, CLOCK_REALTIME, microsecondsOf(secondsSince1970),
+                            alarmAccuracy, onWallTime, watch.get()),
+          "wall clock");
+    return handleOf(std::move(watch));
 }
 
 Subscription EventLoop::watch(int fd, std::function<void()> readable) {

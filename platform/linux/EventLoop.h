@@ -43,6 +43,9 @@ class EventLoop final : public TickerSource, public Queue, public QueueSource, p
 
     /// Runs `work` once, `seconds` of real time from now, unless the handle ends first.
     Subscription afterReal(double seconds, std::function<void()> work);
+    /// Runs `work` once when the system's wall clock shows so many seconds since 1970, or more: also when it
+    /// was set there, or the machine slept until then. The handle ends that.
+    Subscription atWallTime(double secondsSince1970, std::function<void()> work);
     /// Runs `readable` whenever `fd` can be read or its other end is gone. The caller keeps owning `fd`,
     /// which stays open for as long as the handle lives.
     Subscription watch(int fd, std::function<void()> readable);

@@ -1,7 +1,5 @@
 #include "platform/linux/LinuxClock.h"
 
-#include "platform/linux/EventLoop.h"
-
 #include <clocale>
 #include <cstdint>
 #include <ctime>
@@ -46,7 +44,32 @@ std::optional<WeekRule> weekRuleOf(locale_t locale) {
 
 } // namespace
 
-LinuxClock::LinuxClock(double speed) : SystemClock(speed, monotonicSeconds) {}
+struct LinuxClock::Appointment {
+    LinuxClock& clock;
+    Date date;
+    std::function<void()> work;
+    Subscription waiting = {};
+
+    void wait() {
+        waiting = clock.loop_.atWallTime(clock.systemTime(date), [this] { come(); });
+    }
+    /// A clock that runs at another speed than the system's may not be there when that one is.
+    void come() {
+        if (clock.now() < date)
+            return wait();
+        // Which may well end the appointment.
+        const auto due = std::move(work);
+        due();
+    }
+};
+
+LinuxClock::LinuxClock(EventLoop& loop, double speed) : SystemClock(speed, monotonicSeconds), loop_(loop) {}
+
+Subscription LinuxClock::at(Date date, std::function<void()> work) {
+    const auto appointment = std::make_shared<Appointment>(Appointment{*this, date, std::move(work)});
+    appointment->wait();
+    return Subscription([appointment] { appointment->waiting.cancel(); });
+}
 
 std::optional<WeekRule> LinuxClock::weekRule() const {
     const locale_t locale = newlocale(LC_TIME_MASK, "", nullptr);

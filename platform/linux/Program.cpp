@@ -48,7 +48,7 @@ std::vector<std::unique_ptr<ActivitySource>> activitySources(EventLoop& loop, Ac
 
 Program::Program(EventLoop& loop, Display& display, double speed, Bus& session, Instance& instance)
     : loop_(loop), session_(session), systemBus_(loop, Bus::Kind::System), folders_(dataFolders()),
-      clock_(speed), store_(settingsFile(), *this, loop),
+      clock_(loop, speed), store_(settingsFile(), *this, loop),
       windows_({loop, display.screens(), display.focus(), *this}, helperPath("kelpa-view")), about_(windows_),
       preferences_(windows_), fonts_(folders_.data), translations_(folders_.locale),
       fatalErrors_(logCritical), lock_(loop, session, systemBus_, display.x11()),

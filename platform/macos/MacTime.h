@@ -17,6 +17,7 @@ class MacClock final : public SystemClock {
     explicit MacClock(double speed = 1.0);
     [[nodiscard]] std::optional<CalendarDay> ownDay(Date date) const override;
     [[nodiscard]] std::optional<WeekRule> weekRule() const override;
+    [[nodiscard]] Subscription at(Date date, std::function<void()> work) override;
 };
 
 /// Timers of the main run loop in its common modes, so that they fire while a menu is open or a window is

@@ -70,6 +70,30 @@ std::optional<WeekRule> MacClock::weekRule() const {
                     static_cast<int>([calendar minimumDaysInFirstWeek])};
 }
 
+Subscription MacClock::at(Date date, std::function<void()> work) {
+    dispatch_source_t timer =
+        dispatch_source_create(DISPATCH_SOURCE_TYPE_TIMER, 0, 0, dispatch_get_main_queue());
+    const auto set = [this, date, timer] {
+        const double due = systemTime(date);
+        timespec moment{};
+        moment.tv_sec = static_cast<time_t>(due);
+        moment.tv_nsec = static_cast<long>((due - std::floor(due)) * static_cast<double>(NSEC_PER_SEC));
+        // The wall clock's time, which goes on while the machine sleeps and can be set.
+        dispatch_source_set_timer(timer, dispatch_walltime(&moment, 0), DISPATCH_TIME_FOREVER, 0);
+    };
+    set();
+    dispatch_source_set_event_handler(timer, ^{
+      // A clock that runs at another speed than the system's may not be there when that one is.
+      constexpr double rounding = 1e-3;
+      if (now().secondsSince1970 + rounding < date.secondsSince1970)
+          return set();
+      dispatch_source_cancel(timer);
+      callCore(work);
+    });
+    dispatch_resume(timer);
+    return Subscription([timer] { dispatch_source_cancel(timer); });
+}
+
 std::unique_ptr<Ticker> RunLoopTickers::makeTicker(double interval) {
     return std::make_unique<RunLoopTicker>(interval, interval / speed_);
 }

@@ -95,6 +95,15 @@ Date SystemClock::now() const {
     return {static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) * nanosecond + ahead};
 }
 
+double SystemClock::systemTime(Date date) const {
+    if (speed_ == 1.0)
+        return date.secondsSince1970;
+    timespec now{};
+    clock_gettime(CLOCK_REALTIME, &now);
+    const double left = date.secondsSince1970 - this->now().secondsSince1970;
+    return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) * nanosecond + left / speed_;
+}
+
 std::optional<double> speedOf(const std::string& text) {
     const auto speed = parseDecimal(text);
     // What is no number is neither above nor below another.

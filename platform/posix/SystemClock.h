@@ -25,6 +25,9 @@ class SystemClock : public LocalClock {
     [[nodiscard]] Date now() const final;
 
   protected:
+    /// What the system's own wall clock shows when this one shows `date`, in seconds since 1970, should
+    /// neither be set until then.
+    [[nodiscard]] double systemTime(Date date) const;
     /// With a `speed` other than 1 the time runs ahead of the system's, which it left when the clock was
     /// made. `timerSeconds` is the clock that the program's timers count on, so that both run ahead together.
     SystemClock(double speed, double (*timerSeconds)());

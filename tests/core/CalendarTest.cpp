@@ -78,6 +78,7 @@ class BuddhistClock final : public LocalClock {
         return CalendarDay{2569, 2570, 12, 30};
     }
     [[nodiscard]] std::optional<WeekRule> weekRule() const override { return WeekRule{0, 1}; }
+    [[nodiscard]] Subscription at(Date, std::function<void()>) override { return {}; }
 };
 
 TEST_F(CalendarTest, TheUsersOwnCalendarNamesTheYearAndTheClockItsHours) {

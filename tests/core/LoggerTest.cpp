@@ -25,6 +25,7 @@ class TestClock final : public LocalClock {
         return {std::exchange(shown.secondsSince1970, shown.secondsSince1970 + step)};
     }
     [[nodiscard]] std::optional<WeekRule> weekRule() const override { return rule; }
+    [[nodiscard]] Subscription at(Date, std::function<void()>) override { return {}; }
 
     mutable Date shown;
     double step = 0;

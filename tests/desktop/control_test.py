@@ -12,7 +12,7 @@ from pathlib import Path
 
 from gi.repository import Gio, GLib
 
-from support import LONG_ENOUGH, PROGRAM, ROOT, DesktopTest, main, wait_until
+from support import LONG_ENOUGH, PROGRAM, ROOT, SPEED, DesktopTest, main, wait_until
 from virtual_desktop import break_windows, wait_for_cover, wait_for_uncover
 from water_test import noon_zone
 
@@ -216,6 +216,24 @@ class Commands(ControlTest):
         self.obeys("settings")
         self.obeys("quit")
         self.assertEqual(program.process.wait(5), 0)
+
+    def test_a_pause_with_an_end_ends_by_itself_and_the_tooltip_tells_when(self):
+        program = self.launch({"pref.work.time": 600})
+        item = program.item()
+
+        def tooltip():
+            return str(item.get("ToolTip"))
+
+        self.obeys("pause", "until", "tomorrow")
+        wait_until(lambda: " 00:00" in tooltip(), 5, "the end in the tooltip")
+        self.assertEqual(self.status()["state"], "paused")
+        began = time.monotonic()
+        self.obeys("pause", "2m")
+        wait_until(lambda: self.status()["state"] == "working", 30, "the end of the pause")
+        self.assertGreater(time.monotonic() - began, 120 / SPEED - 0.1)
+        self.assertNotIn("Paused", tooltip())
+        self.assertRegex(self.refuses("pause", "later"), "45m")
+        self.assertRegex(self.refuses("pause", "until", "noon"), "14:30")
 
     def test_water_shows_the_panel(self):
         self.running({"pref.water.enable": True, "pref.water.finished": 300, "pref.water.target": 2000,

@@ -33,6 +33,9 @@ class Script : public Peer {
     std::string does(const char* method) {
         return errorOf(call(control::service, control::path, control::interface, method, ""));
     }
+    std::string does(const char* method, const char* text) {
+        return errorOf(call(control::service, control::path, control::interface, method, "s", text));
+    }
     BusValues reads() {
         BusValues values;
         const auto answer =
@@ -124,6 +127,14 @@ TEST_F(ControlTest, obeysOrRefusesInPlainWords) {
     };
     EXPECT_EQ(postpones("15"), control::refused) << "the hour is not over";
     EXPECT_EQ(script.does("Postpone"), SD_BUS_ERROR_INVALID_ARGS);
+    EXPECT_EQ(script.does("PauseUntil", "tomorrow"), "");
+    EXPECT_EQ(script.does("PauseFor", "45m"), "");
+    EXPECT_EQ(script.does("PauseFor", "soon"), control::refused);
+    EXPECT_EQ(script.does("PauseFor"), SD_BUS_ERROR_INVALID_ARGS);
+    play("+2699\n");
+    EXPECT_EQ(script.reads()["State"], BusValue(std::string("paused")));
+    play("+1\n");
+    EXPECT_EQ(script.reads()["State"], BusValue(std::string("working")));
     EXPECT_EQ(script.does("Bogus"), SD_BUS_ERROR_UNKNOWN_METHOD);
     play("+3720\n");
     for (const char* method : {"Pause", "Resume", "Toggle", "Skip", "StartBreak"})

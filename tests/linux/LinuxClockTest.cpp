@@ -13,7 +13,8 @@ double secondsOf(const std::optional<Date>& date) {
 }
 
 struct LinuxClockTest : testing::Test {
-    LinuxClock clock;
+    EventLoop loop;
+    LinuxClock clock{loop};
     LinuxClockTest() { setenv("TZ", "Europe/Berlin", 1); }
 };
 
@@ -55,12 +56,40 @@ TEST_F(LinuxClockTest, theNowIsTheSystems) {
 }
 
 TEST_F(LinuxClockTest, speedRunsAheadFromTheStart) {
-    const LinuxClock fast(1000);
+    const LinuxClock fast(loop, 1000);
     const double start = clock.now().secondsSince1970;
     EXPECT_NEAR(fast.now().secondsSince1970, start, 60);
     std::this_thread::sleep_for(std::chrono::milliseconds(200));
     EXPECT_GE(fast.now().secondsSince1970 - start, 190);
     EXPECT_LT(clock.now().secondsSince1970 - start, 60);
+}
+
+TEST_F(LinuxClockTest, whatIsToBeDoneAtATimeIsDoneOnceItIsThere) {
+    const double start = clock.now().secondsSince1970;
+    std::string done;
+    const auto past = clock.at({start - 3600}, [&] { done += "past "; });
+    const auto soon = clock.at({start + 0.2}, [&] { done += "soon "; });
+    const auto cancelled =
+        std::make_unique<Subscription>(clock.at({start + 0.1}, [&] { done += "cancelled "; }));
+    const auto later = clock.at({start + 3600}, [&] { done += "later "; });
+    EXPECT_EQ(done, "") << "never inside the call";
+    cancelled->cancel();
+    ASSERT_TRUE(test::spinUntil(loop, [&] { return done == "past soon "; })) << done;
+    EXPECT_GE(clock.now().secondsSince1970, start + 0.2);
+}
+
+TEST_F(LinuxClockTest, aFastClockIsThereSooner) {
+    LinuxClock fast(loop, 1000);
+    const Date due{fast.now().secondsSince1970 + 300};
+    bool done = false;
+    Subscription waiting;
+    waiting = fast.at(due, [&] {
+        waiting.cancel();
+        done = true;
+    });
+    ASSERT_TRUE(test::spinUntil(loop, [&] { return done; }));
+    EXPECT_GE(fast.now().secondsSince1970, due.secondsSince1970);
+    EXPECT_LE(fast.now().secondsSince1970, due.secondsSince1970 + 1000);
 }
 
 TEST_F(LinuxClockTest, theWeekFollowsTheLocale) {

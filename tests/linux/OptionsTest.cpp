@@ -35,6 +35,13 @@ TEST(Options, readCommandsForTheRunningProgram) {
     }
     EXPECT_EQ(parseOptions({"postpone"}).options.control.text, "");
     EXPECT_EQ(parseOptions({"postpone", "10", "apples"}).options.control.text, "10 apples");
+    const auto pausedBy = [](const Arguments& arguments) {
+        const ControlCommand command = parseOptions(arguments).options.control;
+        return command.verb == nullptr ? "" : std::string(command.verb->method) + " " + command.text;
+    };
+    EXPECT_EQ(pausedBy({"pause"}), "Pause ");
+    EXPECT_EQ(pausedBy({"pause", "45m"}), "PauseFor 45m");
+    EXPECT_EQ(pausedBy({"pause", "until", "14:30"}), "PauseUntil 14:30");
     EXPECT_EQ(parseOptions({"status", "--help"}).options.action, Options::Action::ShowHelp);
     for (const Arguments& arguments : {Arguments{"pause", "--json"},
                                        {"postpone", "-5"},
@@ -42,7 +49,11 @@ TEST(Options, readCommandsForTheRunningProgram) {
                                        {"status", "--jso"},
                                        {"--speed", "2", "status"},
                                        {"Pause"},
-                                       {"skip", ""}}) {
+                                       {"skip", ""},
+                                       {"skip", "45m"},
+                                       {"pause", "45m", "2h"},
+                                       {"pause", "until", "14:30", "15:00"},
+                                       {"pause", ""}}) {
         const auto parsed = parseOptions(arguments);
         EXPECT_TRUE(parsed.error.starts_with("kelpa: ")) << testing::PrintToString(arguments);
         EXPECT_EQ(parsed.options.action, Options::Action::Run);

@@ -66,7 +66,9 @@ class Words(unittest.TestCase):
         self.assertEqual(complete("kelpa status --") - {"--help"}, self.of_status)
         self.assertEqual(complete("kelpa history --") - {"--help"}, self.of_history)
         self.assertEqual(complete("kelpa sk"), {"skip"})
-        self.assertEqual(complete("kelpa pause "), set())
+        self.assertEqual(complete("kelpa skip "), set())
+        self.assertEqual(complete("kelpa pause "), {"until"})
+        self.assertEqual(complete("kelpa pause until "), {"tomorrow"})
 
     def test_bash_completes_them(self):
         script = SHARE / "bash-completion/completions/kelpa"
@@ -75,7 +77,7 @@ class Words(unittest.TestCase):
             words = line.split(" ")
             return set(output("bash", "-c", '. "$1"; shift; COMP_WORDS=("$@"); COMP_CWORD=$(($# - 1)); _kelpa; '
                                             'for word in "${COMPREPLY[@]}"; do echo "$word"; done', "bash", script,
-                              *words).split()) - ({"--help"} if words[1] == "pause" else set())
+                              *words).split()) - ({"--help"} if words[1] in ("pause", "skip") else set())
 
         self.check_completion(complete)
 

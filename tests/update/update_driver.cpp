@@ -128,7 +128,7 @@ int main(int argc, char** argv) {
     const std::vector<std::string> arguments(argv + 1, argv + argc);
     const double speed = std::stod(arguments.at(6));
     EventLoop loop(speed);
-    const LinuxClock clock(speed);
+    const LinuxClock clock(loop, speed);
     const GettextTranslations translations(dataFolders().locale);
     setTranslations(translations);
     SpokenReport report;

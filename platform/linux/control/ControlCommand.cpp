@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <optional>
 
 namespace kelpa {
 
@@ -15,6 +16,8 @@ constexpr std::string_view statusWord = "status";
 // completions.
 constexpr ControlVerb verbs[] = {
     {"pause", "Pause", "stop the work period until somebody resumes it", &RemoteControl::pause},
+    {"pause", "PauseFor", "stop it for so long, or 2h, or 1h30m", &RemoteControl::pauseFor, "", "45m"},
+    {"pause", "PauseUntil", "stop it until then, or tomorrow", &RemoteControl::pauseUntil, "until", "14:30"},
     {"resume", "Resume", "begin a work period where there is none", &RemoteControl::resume},
     {"toggle", "Toggle", "the menu's line: stop, or begin", &RemoteControl::toggle},
     {"break", "StartBreak", "begin the break that comes next", &RemoteControl::startBreak},
@@ -35,8 +38,65 @@ const ControlVerb* find(Name ControlVerb::*name, std::string_view value) {
 std::string line(std::string_view word, std::string_view help) {
     constexpr std::size_t column = 12;
     std::string text = "  " + std::string(word);
-    text.resize(std::max(column, text.size() + 1), ' ');
+    if (text.size() >= column)
+        text += "\n";
+    text.resize(text.size() >= column ? text.size() + column : column, ' ');
     return text + std::string(help) + "\n";
+}
+
+/// How a verb is written on the command line.
+std::string usage(const ControlVerb& verb) {
+    std::string text(verb.word);
+    for (const std::string_view part : {verb.preposition, verb.example})
+        if (!part.empty())
+            text += " " + std::string(part);
+    return text;
+}
+
+std::optional<std::string> joined(std::span<const std::string> words) {
+    std::string text;
+    for (const std::string& word : words) {
+        if (word.starts_with("-"))
+            return std::nullopt;
+        text += (text.empty() ? "" : " ") + word;
+    }
+    return text;
+}
+
+/// What a verb takes of what stands behind its word; nothing where that is not of its form.
+std::optional<std::string> textFor(const ControlVerb& verb, std::span<const std::string> behind) {
+    if (!verb.obey.takesText())
+        return behind.empty() ? std::optional<std::string>("") : std::nullopt;
+    if (verb.example.empty())
+        return joined(behind);
+    const std::size_t place = verb.preposition.empty() ? 0 : 1;
+    if (behind.size() != place + 1 || (place > 0 && behind[0] != verb.preposition))
+        return std::nullopt;
+    const std::string& text = behind[place];
+    return text.empty() || text.starts_with("-") ? std::nullopt : std::optional(text);
+}
+
+/// The verb of this word whose form is that of what stands behind it.
+ParsedControl parseVerb(const std::string& word, std::span<const std::string> behind) {
+    for (const ControlVerb& verb : verbs)
+        if (verb.word == word)
+            if (auto text = textFor(verb, behind))
+                return {{&verb, *text}, {}};
+    if (behind.empty())
+        return {{}, word + " needs more"};
+    return {{}, word + " does not know '" + behind.back() + "'"};
+}
+
+ParsedControl parseStatus(std::span<const std::string> options) {
+    ParsedControl parsed;
+    for (const std::string& option : options)
+        if (option == "--json")
+            parsed.command.json = true;
+        else if (option == "--follow")
+            parsed.command.follow = true;
+        else
+            return {{}, std::string(statusWord) + " does not know '" + option + "'"};
+    return parsed;
 }
 
 } // namespace
@@ -54,21 +114,8 @@ bool isControlWord(const std::string& word) {
 }
 
 ParsedControl parseControl(std::span<const std::string> arguments) {
-    ParsedControl parsed;
-    parsed.command.verb = find(&ControlVerb::word, arguments.front());
-    const bool ofStatus = parsed.command.verb == nullptr;
-    const bool takesText = !ofStatus && parsed.command.verb->obey.takesText();
-    for (const std::string& argument : arguments.subspan(1)) {
-        if (ofStatus && argument == "--json")
-            parsed.command.json = true;
-        else if (ofStatus && argument == "--follow")
-            parsed.command.follow = true;
-        else if (takesText && !argument.starts_with("-"))
-            parsed.command.text += (parsed.command.text.empty() ? "" : " ") + argument;
-        else
-            return {{}, arguments.front() + " does not know '" + argument + "'"};
-    }
-    return parsed;
+    const auto behind = arguments.subspan(1);
+    return arguments.front() == statusWord ? parseStatus(behind) : parseVerb(arguments.front(), behind);
 }
 
 std::string controlHelp() {
@@ -76,7 +123,7 @@ std::string controlHelp() {
         line(statusWord, "tell state, time and water in one line; --json for programs to read,") +
         line("", "--follow for a line at each change, at most one a second");
     for (const ControlVerb& verb : verbs)
-        text += line(verb.word, verb.help);
+        text += line(usage(verb), verb.help);
     return text;
 }
 

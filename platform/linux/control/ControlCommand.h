@@ -32,6 +32,8 @@ struct ControlVerb {
     const char* method;    ///< on the bus
     std::string_view help;
     ControlDeed obey;
+    std::string_view preposition = {}; ///< between the word and a text; empty for none
+    std::string_view example = {};     ///< of a text that it needs; empty where it does without
 };
 
 /// All of them, in the order of the help.

@@ -2,12 +2,12 @@
 
 #include "base/Text.h"
 #include "platform/linux/Folders.h"
-#include "platform/linux/LinuxClock.h"
 #include "platform/posix/HistoryFolder.h"
 
 #include <algorithm>
 #include <clocale>
 #include <cstdio>
+#include <ctime>
 #include <iostream>
 #include <langinfo.h>
 
@@ -95,9 +95,10 @@ std::string fields(HistoryDate date, const HistorySum& sum, const char* form) {
 }
 
 HistoryDate today() {
-    const LinuxClock clock(1);
-    const CivilTime now = clock.civil(clock.now());
-    return std::chrono::year(now.year) / now.month / now.day;
+    const std::time_t now = std::time(nullptr);
+    std::tm day{};
+    localtime_r(&now, &day);
+    return std::chrono::year(day.tm_year + 1900) / (day.tm_mon + 1) / day.tm_mday;
 }
 
 /// Whether the terminal shows what is not ASCII.

@@ -99,6 +99,7 @@ dispatch_queue_t dispatch_queue_create_with_target(const char* label, dispatch_q
     __attribute__((ns_returns_retained));
 SINCE(10.6) void dispatch_async(dispatch_queue_t queue, dispatch_block_t block);
 SINCE(10.6) dispatch_time_t dispatch_time(dispatch_time_t when, std::int64_t delta);
+SINCE(10.6) dispatch_time_t dispatch_walltime(const struct timespec* when, std::int64_t delta);
 SINCE(10.6)
 dispatch_source_t dispatch_source_create(dispatch_source_type_t type, std::uintptr_t handle,
                                          std::uintptr_t mask, dispatch_queue_t queue)

@@ -208,6 +208,14 @@ dispatch_time_t dispatch_time(dispatch_time_t, std::int64_t delta) {
     return static_cast<dispatch_time_t>(delta);
 }
 
+/// Nobody sets the clock or lets the machine sleep, so that a time of the wall clock is a delay as well.
+dispatch_time_t dispatch_walltime(const timespec* when, std::int64_t delta) {
+    timespec now{};
+    clock_gettime(CLOCK_REALTIME, &now);
+    return static_cast<dispatch_time_t>((when->tv_sec - now.tv_sec) * 1'000'000'000 + when->tv_nsec -
+                                        now.tv_nsec + delta);
+}
+
 dispatch_source_t dispatch_source_create(dispatch_source_type_t, std::uintptr_t, std::uintptr_t,
                                          dispatch_queue_t queue) {
     SourceStandIn* source = [[SourceStandIn alloc] init];
