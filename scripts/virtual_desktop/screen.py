@@ -155,6 +155,13 @@ class Screen:
         self.display.create_resource_object("window", cleared).clear_area(0, 0, 0, 0, onerror=None, exposures=True)
         self.display.sync()
 
+    def name_tray_colours(self, window_id, colours):
+        """Has a tray tell in which colours icons are seen on it: for text, errors, warnings and success."""
+        values = [level * 257 for colour in colours for level in colour]
+        window = self.display.create_resource_object("window", window_id)
+        window.change_property(self.display.intern_atom("_NET_SYSTEM_TRAY_COLORS"), Xatom.CARDINAL, 32, values)
+        self.display.sync()
+
     def ask_to_close(self, window):
         """What a window manager does when the cross in the title bar is clicked."""
         data = [self.display.intern_atom("WM_DELETE_WINDOW"), X.CurrentTime, 0, 0, 0]

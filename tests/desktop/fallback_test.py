@@ -85,15 +85,16 @@ class OldTray(DesktopTest):
         self.assertTrue(wait_until(item.registered, 5))
 
 
-class NarrowTray(DesktopTest):
+class SlotTest(DesktopTest):
     """A dark bar whose slots keep their size, as those of many small bars do, and say nothing of it."""
     TRAY = False
     MONITORS = ROOM = 1
     SLOT = 19
+    OPTIONS = ()
     DARK, LIGHT = (0x20, 0x24, 0x28), (0xd8, 0xd4, 0xd0)
 
     def setUp(self):
-        tray = self.session.spawn([sys.executable, str(TRAY_THAT_GRANTS_LITTLE), str(self.SLOT)])
+        tray = self.session.spawn([sys.executable, str(TRAY_THAT_GRANTS_LITTLE), str(self.SLOT), *self.OPTIONS])
         self.addCleanup(self.session.end, tray)
         self.bar = wait_until(lambda: self.screen.titled(lambda title: title == "narrow tray"), 10, "the tray")[0]
         self.launch(speed=1)
@@ -103,6 +104,8 @@ class NarrowTray(DesktopTest):
 
         self.icon = wait_until(in_its_slot, 10, "an icon in its slot")[0]
 
+
+class NarrowTray(SlotTest):
     def shape(self):
         """Where the ink stands in the slot, once it is painted."""
         return wait_until(lambda: self.screen.picture(self.icon).ink_box(), 5, "something in the slot")
@@ -144,6 +147,24 @@ class NarrowTray(DesktopTest):
         self.assert_colours(self.LIGHT, ink_is_light=False)
         self.screen.set_background(self.bar.id, self.DARK, cleared=self.icon.id)
         self.assert_colours(self.DARK, ink_is_light=True)
+
+
+class TranslucentTray(SlotTest):
+    """What shines through the icon is the tray's affair; here it is black."""
+    OPTIONS = ("--translucent",)
+
+    def assert_ink(self, ink):
+        def drawn():
+            colours = self.screen.picture(self.icon).colours()
+            return max(colours, key=sum) == ink and colours[ink] > 10
+
+        self.assertTrue(wait_until(drawn, 5), self.screen.picture(self.icon).colours().most_common(3))
+
+    def test_the_colour_is_the_trays_where_it_names_one_and_one_for_any_ground_where_it_does_not(self):
+        self.assert_ink((0x33, 0x9B, 0x7E))
+        for ink in ((0xF0, 0xE0, 0x20), (0x40, 0x50, 0x60)):
+            self.screen.name_tray_colours(self.bar.id, [ink, *[(0, 0, 0)] * 3])
+            self.assert_ink(ink)
 
 
 class CommandLine(DesktopTest):

@@ -2,14 +2,14 @@
 """A tray of the older kind as small bars have it: dark, with one slot of a fixed size whatever an icon asks for."""
 import argparse
 
-from Xlib import X, display
+from Xlib import X, Xatom, display
 from Xlib.protocol import event
 
-DARK = 0x202428
+DARK, DEEP = 0x202428, 32
 
 
 class NarrowTray:
-    def __init__(self, slot):
+    def __init__(self, slot, translucent):
         self.display = display.Display()
         self.screen = self.display.screen()
         self.slot = slot
@@ -19,10 +19,16 @@ class NarrowTray:
             0, 0, self.screen.width_in_pixels, slot + 2, 0, X.CopyFromParent, background_pixel=DARK,
             override_redirect=True, event_mask=X.SubstructureRedirectMask | X.SubstructureNotifyMask)
         self.bar.set_wm_name("narrow tray")
+        if translucent:
+            self.bar.change_property(self.atom("_NET_SYSTEM_TRAY_VISUAL"), Xatom.VISUALID, 32, [self.deep_visual()])
         self.bar.map()
 
     def atom(self, name):
         return self.display.intern_atom(name)
+
+    def deep_visual(self):
+        """A visual of windows that can be seen through."""
+        return next(depth.visuals[0].visual_id for depth in self.screen.allowed_depths if depth.depth == DEEP)
 
     def announce(self):
         self.bar.set_selection_owner(self.selection, X.CurrentTime)
@@ -53,4 +59,6 @@ class NarrowTray:
 if __name__ == "__main__":
     parser = argparse.ArgumentParser(description=__doc__)
     parser.add_argument("slot", type=int, help="width and height in pixels")
-    NarrowTray(parser.parse_args().slot).run()
+    parser.add_argument("--translucent", action="store_true", help="asks for windows that can be seen through")
+    arguments = parser.parse_args()
+    NarrowTray(arguments.slot, arguments.translucent).run()

@@ -13,6 +13,23 @@ constexpr int deepEnough = 32;
 
 } // namespace
 
+void SystemTray::setManager(xcb_window_t manager) {
+    manager_ = manager;
+    const std::uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE;
+    if (present())
+        xcb_change_window_attributes(x11::connection(), manager, XCB_CW_EVENT_MASK, &mask);
+}
+
+QColor SystemTray::ink() const {
+    std::array<std::uint32_t, 3> levels{};
+    const QByteArray told = x11::property(manager_, "_NET_SYSTEM_TRAY_COLORS");
+    if (told.size() < static_cast<qsizetype>(sizeof levels))
+        return {};
+    std::memcpy(levels.data(), told.constData(), sizeof levels);
+    const auto level = [&levels](std::size_t index) { return static_cast<quint16>(levels[index]); };
+    return QColor::fromRgba64(level(0), level(1), level(2));
+}
+
 bool SystemTray::translucent() const {
     xcb_visualid_t visual = 0;
     const QByteArray offered = x11::property(manager_, "_NET_SYSTEM_TRAY_VISUAL");
@@ -47,13 +64,18 @@ void SystemTray::hear(int type, const xcb_generic_event_t& event) {
         const bool ours = window_ != XCB_WINDOW_NONE && (news.window == window_ || news.window == parent_);
         if (ours && news.count == 0)
             emit exposed();
+    } else if (type == XCB_PROPERTY_NOTIFY) {
+        const auto& news = reinterpret_cast<const xcb_property_notify_event_t&>(event);
+        if (news.window == manager_ && news.atom == colours_)
+            emit inkChanged();
     }
 }
 
 /// A tray that has other colours draws itself anew, and has its icons do so only if it thinks of it.
 void SystemTray::moved(xcb_window_t parent) {
     parent_ = parent;
-    const std::uint32_t mask = XCB_EVENT_MASK_EXPOSURE;
+    // The tray's window itself, with some.
+    const std::uint32_t mask = XCB_EVENT_MASK_EXPOSURE | XCB_EVENT_MASK_PROPERTY_CHANGE;
     xcb_change_window_attributes(x11::connection(), parent, XCB_CW_EVENT_MASK, &mask);
     QMetaObject::invokeMethod(this, &SystemTray::docked, Qt::QueuedConnection);
 }

@@ -2,6 +2,7 @@
 
 #include "platform/linux/view/X11.h"
 
+#include <QColor>
 #include <QObject>
 
 namespace kelpa {
@@ -15,10 +16,12 @@ class SystemTray : public QObject, private x11::EventFilter {
     ~SystemTray() override { listen(false); }
 
     /// `XCB_WINDOW_NONE` while there is none.
-    void setManager(xcb_window_t manager) { manager_ = manager; }
+    void setManager(xcb_window_t manager);
     [[nodiscard]] bool present() const { return manager_ != XCB_WINDOW_NONE; }
     /// Whether it offers windows that can be seen through.
     [[nodiscard]] bool translucent() const;
+    /// In which colour icons are seen on it; no colour where it does not tell.
+    [[nodiscard]] QColor ink() const;
     /// Asks it to take a window in; `docked` is emitted when it did.
     void dock(xcb_window_t window);
 
@@ -26,6 +29,7 @@ class SystemTray : public QObject, private x11::EventFilter {
     void docked();
     /// The docked window has to be painted anew, maybe because the tray has other colours.
     void exposed();
+    void inkChanged();
 
   private:
     void hear(int type, const xcb_generic_event_t& event) override;
@@ -34,6 +38,7 @@ class SystemTray : public QObject, private x11::EventFilter {
     xcb_window_t manager_ = XCB_WINDOW_NONE;
     xcb_window_t window_ = XCB_WINDOW_NONE;
     xcb_window_t parent_ = XCB_WINDOW_NONE; ///< what the window is docked in
+    xcb_atom_t colours_ = x11::atom("_NET_SYSTEM_TRAY_COLORS");
 };
 
 /// Says how much room a window wants. Some trays grant it, by another size of the window, and others have

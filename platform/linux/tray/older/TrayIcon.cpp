@@ -14,6 +14,8 @@ namespace {
 constexpr int usualHeight = 24;
 constexpr int gap = 2;
 constexpr int margin = 2;
+/// On light and on dark ground alike, as the pictures of menus have it.
+constexpr QColor seenAnywhere(0x33, 0x9b, 0x7e);
 
 /// The text with every figure as wide as any other, so that the width changes only with the length.
 QString widest(QString text) {
@@ -117,9 +119,16 @@ void TrayIcon::lookBehind() {
     update();
 }
 
+void TrayIcon::setInk(const QColor& ink) {
+    ink_ = ink;
+    update();
+}
+
 QColor TrayIcon::ink() const {
+    if (translucent_)
+        return ink_.isValid() ? ink_ : seenAnywhere;
     if (behind_.isNull())
-        return translucent_ ? QColor(0xf2, 0xf2, 0xf2) : palette().color(QPalette::WindowText);
+        return palette().color(QPalette::WindowText);
     return behind_.pixelColor(behind_.rect().center()).lightness() > 140 ? QColor(0x20, 0x22, 0x25)
                                                                          : QColor(0xf2, 0xf2, 0xf2);
 }

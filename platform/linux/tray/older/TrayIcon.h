@@ -20,6 +20,8 @@ class TrayIcon : public QWidget {
     void setTitle(const QString& title);
     /// A sentence for the tooltip; empty for none.
     void setHint(const QString& hint);
+    /// In which colour icons are seen on a tray that shines through; no colour where it does not tell.
+    void setInk(const QColor& ink);
     /// Makes the window that the tray is asked to take in, as large as it is best.
     xcb_window_t window();
     /// The tray has taken the window in.
@@ -50,6 +52,7 @@ class TrayIcon : public QWidget {
     QImage picture_;
     QString title_;
     QString hint_;
+    QColor ink_;
     QImage behind_; ///< what the tray shows where we are; null where that is seen anyway
 };
 

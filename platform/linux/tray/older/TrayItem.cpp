@@ -117,6 +117,10 @@ TrayItem::TrayItem(Channel& channel) : channel_(channel) {
         if (icon_)
             icon_->embedded();
     });
+    connect(&tray_, &SystemTray::inkChanged, this, [this] {
+        if (icon_)
+            icon_->setInk(tray_.ink());
+    });
     connect(&tray_, &SystemTray::exposed, this, [this] {
         if (icon_)
             icon_->lookBehind();
@@ -180,6 +184,7 @@ void TrayItem::enter(xcb_window_t manager) {
     icon_ = std::make_unique<TrayIcon>(tray_.translucent());
     connect(icon_.get(), &TrayIcon::pressed, &menu_, &TrayMenu::popup);
     icon_->setPicture(picture_);
+    icon_->setInk(tray_.ink());
     icon_->setTitle(title_);
     icon_->setHint(hint_);
     tray_.dock(icon_->window());
