@@ -12,6 +12,7 @@ from support import FADE, Session, ViewTest, main, start_talking, wait_for_cover
     wait_until
 
 from Xlib import X
+from Xlib.protocol import event
 from virtual_desktop import Box, Monitor, break_windows
 
 LIGHT, DARK = (0xf1, 0xf2, 0xf4), (0x1e, 0x1f, 0x22)
@@ -311,23 +312,77 @@ class PortalAppearance(ViewTest):
             wait_until(lambda: self.paper(self.monitors[0]) == colour, 3, f"scheme {scheme}")
 
 
+class SettingsProgram:
+    """What publishes a desktop's settings: here nothing but the name of a theme."""
+
+    def __init__(self, screen, theme):
+        self.screen, self.intern = screen, screen.display.intern_atom
+        self.window = screen.root.create_window(0, 0, 1, 1, 0, X.CopyFromParent)
+        self.publish(theme)
+        selection = self.intern("_XSETTINGS_S0")
+        self.window.set_selection_owner(selection, X.CurrentTime)
+        announcement = event.ClientMessage(window=screen.root, client_type=self.intern("MANAGER"),
+                                           data=(32, [X.CurrentTime, selection, self.window.id, 0, 0]))
+        screen.root.send_event(announcement, event_mask=X.StructureNotifyMask)
+        screen.display.sync()
+
+    def publish(self, theme):
+        name, value = b"Net/ThemeName", theme.encode()
+        atom = self.intern("_XSETTINGS_SETTINGS")
+        self.window.change_property(atom, atom, 8, b"".join((
+            struct.pack("<Bxxx I I", 0, 1, 1), struct.pack("<BxH", 1, len(name)), name.ljust(16, b"\0"),
+            struct.pack("<II", 1, len(value)), value.ljust(-len(value) % 4 + len(value), b"\0"))))
+        self.screen.display.sync()
+
+    def end(self):
+        self.window.destroy()
+        self.screen.display.sync()
+
+
 class ThemeAppearance(ViewTest):
     """A desktop without a portal whose settings program names a theme."""
 
-    def test_a_dark_theme_makes_it_dark(self):
-        display = self.screen.display
-        manager = self.screen.root.create_window(0, 0, 1, 1, 0, X.CopyFromParent)
-        self.addCleanup(manager.destroy)
-        name, theme = b"Net/ThemeName", b"Yaru-dark"
-        settings = (struct.pack("<Bxxx I I", 0, 1, 1) + struct.pack("<BxH", 1, len(name)) + name.ljust(16, b"\0") +
-                    struct.pack("<II", 1, len(theme)) + theme.ljust(12, b"\0"))
-        settings_atom = display.intern_atom("_XSETTINGS_SETTINGS")
-        manager.change_property(settings_atom, settings_atom, 8, settings)
-        manager.set_selection_owner(display.intern_atom("_XSETTINGS_S0"), X.CurrentTime)
-        display.sync()
+    @classmethod
+    def setUpClass(cls):
+        super().setUpClass()
+        for theme, paper, ink in (("Coal", "#3b3b3e", "#d4d4d4"), ("NotDark", "#f6f6f6", "#101010")):
+            folder = Path(cls.session.environment["HOME"], ".themes", theme, "gtk-2.0")
+            folder.mkdir(parents=True)
+            (folder / "gtkrc").write_text(f'gtk-color-scheme = "bg_color:{paper}\\nfg_color:{ink}"\n')
+
+    def settings(self, theme):
+        program = SettingsProgram(self.screen, theme)
+        self.addCleanup(program.end)
+        return program
+
+    def wait_for_paper(self, colour, what):
+        wait_until(lambda: self.paper(self.monitors[0]) == colour, 3, what)
+
+    def test_a_theme_is_known_by_its_colours_and_else_by_its_name(self):
+        program = self.settings("Coal")
+        for theme, colour in (("Coal", DARK), ("NotDark", LIGHT), ("Nowhere-dark", DARK)):
+            with self.subTest(theme):
+                program.publish(theme)
+                driver = self.drive(KELPA_APPEARANCE="")
+                self.shown(driver)
+                self.assertEqual(self.paper(self.monitors[0]), colour)
+                self.finish(driver)
+
+    def test_a_theme_that_changes_while_a_window_shows(self):
         driver = self.drive(KELPA_APPEARANCE="")
         self.shown(driver)
-        self.assertEqual(self.paper(self.monitors[0]), DARK)
+        self.assertEqual(self.paper(self.monitors[0]), LIGHT)
+        program = self.settings("Coal")
+        self.wait_for_paper(DARK, "the colours of settings that came after the window")
+        program.publish("NotDark")
+        self.wait_for_paper(LIGHT, "the colours of another theme")
+        # Another program takes the settings over.
+        self.settings("Coal")
+        self.wait_for_paper(DARK, "the colours of another program's settings")
+        program.publish("NotDark")
+        driver.tell("prompt something")
+        wait_for_still(self.screen, self.monitors[0])
+        self.assertEqual(self.paper(self.monitors[0]), DARK, "it listens to a program that is not in charge")
 
 
 if __name__ == "__main__":

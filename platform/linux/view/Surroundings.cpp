@@ -1,5 +1,6 @@
 #include "platform/linux/view/Surroundings.h"
 
+#include "platform/linux/view/ThemeColors.h"
 #include "platform/linux/view/X11.h"
 
 #include <QDBusConnection>
@@ -26,11 +27,13 @@ const QString schemeKey = QStringLiteral("color-scheme");
 
 enum class Scheme : unsigned { None = 0, Dark = 1, Light = 2 };
 
-/// What the desktop's theme says where there is no portal.
+/// What the desktop's theme says where there is no portal. A person may have chosen other colours for it.
 bool themeIsDark() {
+    if (const auto chosen = isDarkScheme(x11::setting("Gtk/ColorScheme")))
+        return *chosen;
     const QByteArray theme = x11::setting("Net/ThemeName");
     if (!theme.isEmpty())
-        return theme.toLower().contains("dark");
+        return isDarkTheme(QString::fromUtf8(theme), themeFolders());
     const QPalette palette = QGuiApplication::palette();
     return palette.color(QPalette::Window).lightness() < palette.color(QPalette::WindowText).lightness();
 }
@@ -65,9 +68,12 @@ Appearance::Appearance(QObject* parent) : QObject(parent) {
         return;
     }
     dark_ = themeIsDark();
+    settings_ = std::make_unique<x11::SettingsWatch>([this] { decide(); });
     // After what is to be shown at once.
     QTimer::singleShot(0, this, &Appearance::askPortal);
 }
+
+Appearance::~Appearance() = default;
 
 void Appearance::askPortal() {
     if (!sessionBusExists())
@@ -100,9 +106,14 @@ void Appearance::setScheme(QVariant scheme) {
     // The portal wraps what it is asked for once more than what it tells by itself.
     while (scheme.canConvert<QDBusVariant>())
         scheme = scheme.value<QDBusVariant>().variant();
-    const bool stated =
-        scheme == static_cast<unsigned>(Scheme::Dark) || scheme == static_cast<unsigned>(Scheme::Light);
-    const bool dark = stated ? scheme == static_cast<unsigned>(Scheme::Dark) : themeIsDark();
+    stated_.reset();
+    if (scheme == static_cast<unsigned>(Scheme::Dark) || scheme == static_cast<unsigned>(Scheme::Light))
+        stated_ = scheme == static_cast<unsigned>(Scheme::Dark);
+    decide();
+}
+
+void Appearance::decide() {
+    const bool dark = stated_ ? *stated_ : themeIsDark();
     if (dark == dark_)
         return;
     dark_ = dark;

@@ -5,13 +5,20 @@
 #include <QObject>
 #include <QProcessEnvironment>
 #include <QtQml/qqmlregistration.h>
+#include <memory>
+#include <optional>
 
 class QDBusPendingCallWatcher;
 
+namespace kelpa::x11 {
+class SettingsWatch;
+}
+
 namespace kelpa::view {
 
-/// Whether the desktop is set to light or dark: as the settings portal says, else as the desktop's theme
-/// does. Follows a change. `KELPA_APPEARANCE` set to `light` or `dark` in the environment settles it.
+/// Whether the desktop is set to light or dark: as the settings portal says, else as the colours of the
+/// desktop's theme do. Follows a change. `KELPA_APPEARANCE` set to `light` or `dark` in the environment
+/// settles it.
 class Appearance : public QObject {
     Q_OBJECT
     Q_PROPERTY(bool dark READ dark NOTIFY darkChanged FINAL)
@@ -20,6 +27,7 @@ class Appearance : public QObject {
 
   public:
     explicit Appearance(QObject* parent = nullptr);
+    ~Appearance() override;
     [[nodiscard]] bool dark() const { return dark_; }
 
   signals:
@@ -32,7 +40,10 @@ class Appearance : public QObject {
     void askPortal();
     void portalAnswered(QDBusPendingCallWatcher* call);
     void setScheme(QVariant scheme);
+    void decide();
 
+    std::unique_ptr<x11::SettingsWatch> settings_; ///< null where the environment has settled it
+    std::optional<bool> stated_;                   ///< what the portal said, if it said anything
     bool dark_ = false;
 };
 

@@ -5,6 +5,7 @@
 #include <QtEndian>
 #include <array>
 #include <cstring>
+#include <utility>
 
 namespace kelpa::x11 {
 
@@ -33,6 +34,17 @@ QRect placeIfUnmanaged(xcb_window_t window) {
     if (!kind || !place || kind->override_redirect == 0)
         return {};
     return {place->x, place->y, place->width, place->height};
+}
+
+QByteArray settingsSelection() {
+    return "_XSETTINGS_S" + QByteArray::number(screenNumber());
+}
+
+const QByteArray publishedSettings = QByteArrayLiteral("_XSETTINGS_SETTINGS");
+
+void restack(xcb_window_t window, std::uint32_t mode) {
+    xcb_configure_window(connection(), window, XCB_CONFIG_WINDOW_STACK_MODE, &mode);
+    xcb_flush(connection());
 }
 
 enum class Kind : quint8 { Integer = 0, Text = 1, Color = 2 };
@@ -161,9 +173,11 @@ void moveResize(xcb_window_t window, const QRect& pixels) {
 }
 
 void raise(xcb_window_t window) {
-    const std::uint32_t above = XCB_STACK_MODE_ABOVE;
-    xcb_configure_window(connection(), window, XCB_CONFIG_WINDOW_STACK_MODE, &above);
-    xcb_flush(connection());
+    restack(window, XCB_STACK_MODE_ABOVE);
+}
+
+void lower(xcb_window_t window) {
+    restack(window, XCB_STACK_MODE_BELOW);
 }
 
 void focus(xcb_window_t window) {
@@ -208,17 +222,33 @@ void activate(xcb_window_t window) {
 }
 
 void setBackground(xcb_window_t window, const QColor& color) {
-    const std::uint32_t pixel = color.rgb() & 0xffffffU;
+    // Of a window without alpha the highest eight bits count for nothing.
+    const std::uint32_t pixel = color.rgb();
     xcb_change_window_attributes(connection(), window, XCB_CW_BACK_PIXEL, &pixel);
 }
 
-/// A window that says that it draws a frame of its own, here of no width, is believed to draw its shadow as
-/// well.
+/// A window that says that it draws a frame of its own, here of no width, is believed by some to draw its
+/// shadow as well. Others go by the alpha that it could have.
 void forbidShadow(xcb_window_t window) {
     constexpr std::array<std::uint32_t, 4> width{};
     constexpr std::uint8_t bitsOfEach = 32;
     xcb_change_property(connection(), XCB_PROP_MODE_REPLACE, window, atom("_GTK_FRAME_EXTENTS"),
                         XCB_ATOM_CARDINAL, bitsOfEach, width.size(), width.data());
+}
+
+xcb_window_t createUnseen() {
+    const xcb_window_t window = xcb_generate_id(connection());
+    const std::uint32_t unmanaged = 1;
+    xcb_create_window(connection(), XCB_COPY_FROM_PARENT, window, root(), -1, -1, 1, 1, 0,
+                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, XCB_CW_OVERRIDE_REDIRECT,
+                      &unmanaged);
+    xcb_map_window(connection(), window);
+    return window;
+}
+
+void destroy(xcb_window_t window) {
+    xcb_destroy_window(connection(), window);
+    xcb_flush(connection());
 }
 
 void clear(xcb_window_t window, const QRect& pixels) {
@@ -260,10 +290,10 @@ QByteArray findSetting(const QByteArray& published, const QByteArray& name) {
 }
 
 QByteArray setting(const QByteArray& name) {
-    const xcb_window_t manager = selectionOwner("_XSETTINGS_S" + QByteArray::number(screenNumber()));
+    const xcb_window_t manager = selectionOwner(settingsSelection());
     if (manager == XCB_WINDOW_NONE)
         return {};
-    return findSetting(property(manager, "_XSETTINGS_SETTINGS"), name);
+    return findSetting(property(manager, publishedSettings), name);
 }
 
 void EventFilter::listen(bool listening) {
@@ -283,6 +313,44 @@ bool EventFilter::nativeEventFilter(const QByteArray& type, void* event, qintptr
         hear(generic.response_type & ~sentEventBit, generic);
     }
     return false;
+}
+
+SettingsWatch::SettingsWatch(std::function<void()> changed) : changed_(std::move(changed)) {
+    if (connection() == nullptr)
+        return;
+    selection_ = atom(settingsSelection());
+    settings_ = atom(publishedSettings);
+    // A program that takes the settings over says so to everybody.
+    watchRoot(XCB_EVENT_MASK_STRUCTURE_NOTIFY, true);
+    watchManager();
+    listen(true);
+}
+
+SettingsWatch::~SettingsWatch() {
+    listen(false);
+}
+
+/// The toolkit asks for the same two kinds of events, for the resolution that is published with the rest.
+void SettingsWatch::watchManager() {
+    manager_ = selectionOwner(settingsSelection());
+    const std::uint32_t events = XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE;
+    if (manager_ != XCB_WINDOW_NONE)
+        xcb_change_window_attributes(connection(), manager_, XCB_CW_EVENT_MASK, &events);
+    xcb_flush(connection());
+}
+
+void SettingsWatch::hear(int type, const xcb_generic_event_t& event) {
+    if (type == XCB_CLIENT_MESSAGE) {
+        const auto& message = reinterpret_cast<const xcb_client_message_event_t&>(event);
+        if (message.window != root() || message.data.data32[1] != selection_)
+            return;
+        watchManager();
+        changed_();
+    } else if (type == XCB_PROPERTY_NOTIFY) {
+        const auto& property = reinterpret_cast<const xcb_property_notify_event_t&>(event);
+        if (property.window == manager_ && property.atom == settings_)
+            changed_();
+    }
 }
 
 } // namespace kelpa::x11

@@ -6,6 +6,7 @@
 #include <QByteArray>
 #include <QImage>
 #include <QRect>
+#include <functional>
 #include <xcb/xcb.h>
 
 class QColor;
@@ -39,6 +40,7 @@ namespace kelpa::x11 {
 /// Where a window really is, in pixels of the desktop.
 void moveResize(xcb_window_t window, const QRect& pixels);
 void raise(xcb_window_t window);
+void lower(xcb_window_t window);
 void focus(xcb_window_t window);
 /// The window that has the focus; of a special value that stands for none or for any, no window.
 [[nodiscard]] xcb_window_t focused();
@@ -51,6 +53,10 @@ void activate(xcb_window_t window);
 void setBackground(xcb_window_t window, const QColor& color);
 /// Has compositors draw no shadow around the window.
 void forbidShadow(xcb_window_t window);
+/// An unmanaged window of one pixel that nobody can see, because it lies beside the desktop. It is there
+/// until `destroy`.
+[[nodiscard]] xcb_window_t createUnseen();
+void destroy(xcb_window_t window);
 /// Fills a part of the window with that.
 void clear(xcb_window_t window, const QRect& pixels);
 /// Adds to or takes from the events that come from the root window.
@@ -68,6 +74,26 @@ class EventFilter : private QAbstractNativeEventFilter {
     bool nativeEventFilter(const QByteArray& type, void* event, qintptr* result) final;
 
     bool listening_ = false;
+};
+
+/// Hears of other settings than those that `setting` knew: published by the program that is there, or by one
+/// that came in its place.
+class SettingsWatch : private EventFilter {
+  public:
+    /// Without an X server nothing is ever heard.
+    explicit SettingsWatch(std::function<void()> changed);
+    ~SettingsWatch();
+    SettingsWatch(const SettingsWatch&) = delete;
+    SettingsWatch& operator=(const SettingsWatch&) = delete;
+
+  private:
+    void hear(int type, const xcb_generic_event_t& event) override;
+    void watchManager();
+
+    std::function<void()> changed_;
+    xcb_atom_t selection_ = XCB_ATOM_NONE;
+    xcb_atom_t settings_ = XCB_ATOM_NONE;
+    xcb_window_t manager_ = XCB_WINDOW_NONE;
 };
 
 } // namespace kelpa::x11
