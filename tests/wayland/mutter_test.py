@@ -1,8 +1,12 @@
 #!/usr/bin/python3
-"""Under GNOME's compositor, which has no layers and tells of activity on the session bus."""
+"""Under GNOME's compositor, which has no layers and tells of activity on the session bus; and under the same one as a
+window manager of X11."""
 import time
 
-from wayland_support import MutterSession, WaylandTest, main, wait_until
+from wayland_support import LIGHTS, DesktopTest, MutterSession, Session, WaylandTest, main, wait_until
+
+from virtual_desktop import Box, break_windows, wait_for_cover
+from Xlib import X
 
 FAST = 100
 LIMIT = 300 / FAST
@@ -97,6 +101,66 @@ class Mutter(WaylandTest):
         self.assertEqual(program.count(STOPPED), 3, "it stopped under a moving mouse")
         program.wait_for(STOPPED, LIMIT + 5, times=4)
         self.assertAlmostEqual(time.monotonic() - moved, LIMIT, delta=0.5)
+
+
+class MutterOnX11(DesktopTest):
+    """It draws shadows, and orders windows beyond a window manager's reach in a way of its own."""
+
+    @classmethod
+    def setUpClass(cls):
+        cls.session = Session(monitors=2, width=800, height=600)
+        cls.addClassCleanup(cls.session.stop)
+        cls.session.start()
+        cls.session.spawn(["mutter", "--x11", "--sm-disable"], {"LIBGL_ALWAYS_SOFTWARE": "1"})
+        cls.screen, cls.monitors = cls.session.screen, cls.session.monitors
+        wait_until(lambda: cls.screen.selection_owned("_NET_WM_CM_S0"), 20, "the compositor")
+        cls.screen.move(5, 590)
+
+    def begin(self):
+        self.launch(environment={"KELPA_APPEARANCE": "light"})
+        wait_for_cover(self.session, self.monitors, 15)
+
+    def colours(self, area):
+        return set(self.screen.picture(area).colours())
+
+    def pop_up(self, area):
+        """Something red beyond the window manager's reach, which in the server's order is below the break by now."""
+        popup = self.screen.root.create_window(*area, 0, X.CopyFromParent, override_redirect=True, background_pixel=0xFF0000)
+        self.addCleanup(popup.destroy)
+        popup.map()
+        self.screen.display.sync()
+
+        def beneath():
+            order = [window.id for window in self.screen.root.query_tree().children]
+            return all(order.index(popup.id) < order.index(window.id) for window in break_windows(self.session))
+
+        wait_until(beneath, 3, "the break to be raised")
+        self.settle(0.5)    # until that has been painted
+        return popup
+
+    def wait_for_light(self, *areas):
+        wait_until(lambda: all(self.colours(area) <= LIGHTS for area in areas), 8, "nothing but the break")
+
+    def test_no_shadow_falls_on_the_next_screen(self):
+        self.begin()
+        seam = Box(self.monitors[1].x - 40, self.HEIGHT - 120, 80, 100)
+        self.wait_for_light(seam)
+        # Around a window that has come to rest one is drawn with the next thing that happens there.
+        self.pop_up(seam).destroy()
+        self.screen.display.sync()
+        self.settle(0.5)
+        self.wait_for_light(seam)
+
+    def test_nothing_that_pops_up_stays_above_a_break(self):
+        terminal = self.session.spawn(["xterm", "-title", "beneath"])
+        self.addCleanup(Session.end, terminal)
+        wait_until(lambda: self.screen.titled(lambda title: title == "beneath"), 10, "a window")
+        self.begin()
+        area = Box(20, self.HEIGHT - 120, 100, 60)
+        self.wait_for_light(area)
+        for _ in range(2):
+            self.pop_up(area)
+            self.wait_for_light(area)
 
 
 if __name__ == "__main__":

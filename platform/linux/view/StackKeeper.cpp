@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <utility>
 
 namespace kelpa::view {
 
@@ -35,6 +36,10 @@ StackKeeper::StackKeeper() {
     soon_.callOnTimeout([this] { raiseAll(); });
 }
 
+StackKeeper::~StackKeeper() {
+    keepBottom(false);
+}
+
 void StackKeeper::keep(std::vector<xcb_window_t> windows) {
     if (windows == windows_)
         return;
@@ -42,12 +47,23 @@ void StackKeeper::keep(std::vector<xcb_window_t> windows) {
     if (windows.empty() != windows_.empty())
         x11::watchRoot(XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY, !windows.empty());
     windows_ = std::move(windows);
+    keepBottom(!windows_.empty() && x11::composited());
     answers_.clear();
     raiseAll();
 }
 
+/// The compositors of GNOME, Cinnamon and Budgie show unmanaged windows in the order in which they came, and
+/// see that it is another one now only when they find the managed windows out of order. To them they are, as
+/// long as an unmanaged window is the lowest of all.
+void StackKeeper::keepBottom(bool wanted) {
+    if (wanted && bottom_ == XCB_WINDOW_NONE)
+        bottom_ = x11::createUnseen();
+    else if (!wanted && bottom_ != XCB_WINDOW_NONE)
+        x11::destroy(std::exchange(bottom_, XCB_WINDOW_NONE));
+}
+
 bool StackKeeper::isOurs(xcb_window_t window) const {
-    return std::find(windows_.begin(), windows_.end(), window) != windows_.end();
+    return window == bottom_ || std::find(windows_.begin(), windows_.end(), window) != windows_.end();
 }
 
 void StackKeeper::answer(xcb_window_t climber) {
@@ -64,6 +80,8 @@ void StackKeeper::answer(xcb_window_t climber) {
 void StackKeeper::raiseAll() {
     for (const xcb_window_t window : windows_)
         x11::raise(window);
+    if (bottom_ != XCB_WINDOW_NONE)
+        x11::lower(bottom_);
 }
 
 void StackKeeper::hear(int type, const xcb_generic_event_t& event) {

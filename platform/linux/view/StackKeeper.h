@@ -14,6 +14,9 @@ namespace kelpa::view {
 class StackKeeper : private x11::EventFilter {
   public:
     StackKeeper();
+    ~StackKeeper();
+    StackKeeper(const StackKeeper&) = delete;
+    StackKeeper& operator=(const StackKeeper&) = delete;
     /// Keeps these on top from now on, and no others; the first is the lowest of them.
     void keep(std::vector<xcb_window_t> windows);
 
@@ -22,6 +25,7 @@ class StackKeeper : private x11::EventFilter {
     [[nodiscard]] bool isOurs(xcb_window_t window) const;
     void answer(xcb_window_t climber);
     void raiseAll();
+    void keepBottom(bool wanted);
 
     /// How often a window was answered that climbed.
     struct Answers {
@@ -30,6 +34,7 @@ class StackKeeper : private x11::EventFilter {
     };
 
     std::vector<xcb_window_t> windows_;
+    xcb_window_t bottom_ = XCB_WINDOW_NONE; ///< while windows are kept and something composites them
     QTimer soon_;
     std::map<xcb_window_t, Answers> answers_;
 };

@@ -36,6 +36,7 @@ class X11Host final : public QObject, public WindowHost {
     [[nodiscard]] QRect place() const override;
 
   private:
+    void allowAlpha();
     /// Asserts the place, because something else may have changed it.
     void assertPlace();
     void fillEdges();
@@ -54,9 +55,19 @@ class X11Host final : public QObject, public WindowHost {
 X11Host::X11Host(QQuickWindow& window, QQuickItem& content, WindowRole role)
     : window_(window), content_(content), role_(role) {
     window_.setFlags(Qt::Window | Qt::FramelessWindowHint | Qt::BypassWindowManagerHint);
+    if (role_ == WindowRole::Cover)
+        allowAlpha();
     connect(&window_, &QQuickWindow::frameSwapped, this, &X11Host::fillEdges);
     // A screen that comes, goes or changes can move windows that have nothing to do with it.
     watchScreens(*this, [this] { assertPlace(); });
+}
+
+/// Around what could be seen through no compositor draws a shadow, which would fall on the next screen.
+/// Nothing of it is.
+void X11Host::allowAlpha() {
+    QSurfaceFormat format = window_.requestedFormat();
+    format.setAlphaBufferSize(8);
+    window_.setFormat(format);
 }
 
 /// The server counts in pixels however large the desktop draws, so that a panel's size does not say yet how
