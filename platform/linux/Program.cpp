@@ -59,6 +59,8 @@ Program::Program(EventLoop& loop, Display& display, double speed, Bus& session, 
       mail_(loop, [this] { return portal(); }), updateWindow_(windows_),
       updater_({loop, clock_, store_, updateWindow_, *this},
                UpdateSetup::ofThisCopy(system_, translations_.language())),
+      breakNotice_(session, notificationSender(), [this](const std::string& why) { warning(why); }),
+      trayNotice_(session, notificationSender(), [this](const std::string& why) { warning(why); }),
       ports_{clock_,
              loop,
              loop,
@@ -75,9 +77,9 @@ Program::Program(EventLoop& loop, Display& display, double speed, Bus& session, 
              loop,
              lock_,
              activity_,
-             Services{&loginItem_, &updater_, &mail_, &about_, &preferences_}},
+             Services{&loginItem_, &updater_, &mail_, &about_, &preferences_, &breakNotice_}},
       logFiles_(clock_), delegate_(ports_, logFiles_), remote_(loop, loop), instance_(instance),
-      notice_(loop, session, noticeDesktop()), activation_(loop, activationWays()) {
+      notice_(loop, session, trayNotice_, noticeDesktop()), activation_(loop, activationWays()) {
     if (X11Connection* connection = display.x11()) {
         WindowReport& report = *this;
         const std::string helper = helperPath("kelpa-tray");
@@ -142,12 +144,12 @@ void Program::hostChanged(bool present) {
     setHostPresent(present);
 }
 
+NotificationSender Program::notificationSender() const {
+    return {build::displayName, build::identifier, iconFile(folders_.data)};
+}
+
 TrayNotice::Desktop Program::noticeDesktop() {
-    return {build::displayName,
-            build::identifier,
-            iconFile(folders_.data),
-            [this] { return tray_ && tray_->managerPresent(); },
-            [this] { return lock_.locked(); },
+    return {[this] { return tray_ && tray_->managerPresent(); }, [this] { return lock_.locked(); },
             [this] { warning("No tray of this desktop shows the item."); },
             [this] {
                 info("The notification was clicked, which asks for the preferences.");

@@ -13,6 +13,7 @@
 #include "platform/linux/events/DesktopActivity.h"
 #include "platform/linux/events/DesktopLock.h"
 #include "platform/linux/instance/Instance.h"
+#include "platform/linux/notify/DesktopNotifications.h"
 #include "platform/linux/services/Launcher.h"
 #include "platform/linux/services/LinuxLoginItem.h"
 #include "platform/linux/store/PlistStore.h"
@@ -62,6 +63,7 @@ class Program final : private StoreReport, private WindowReport, private Instanc
     [[nodiscard]] Portal* portal() { return portal_ ? &*portal_ : nullptr; }
     void hostChanged(bool present);
     void setHostPresent(bool present);
+    NotificationSender notificationSender() const;
     TrayNotice::Desktop noticeDesktop();
     ItemActivation::Ways activationWays();
     ActivityGate activityCounts();
@@ -91,6 +93,8 @@ class Program final : private StoreReport, private WindowReport, private Instanc
     LinuxMail mail_;
     RemoteUpdateWindow updateWindow_;
     LinuxUpdater updater_;
+    DesktopNotifications breakNotice_;
+    DesktopNotifications trayNotice_;
     Ports ports_;
     DailyLogFiles logFiles_;
     AppDelegate delegate_;

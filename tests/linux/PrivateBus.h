@@ -5,6 +5,8 @@
 
 #include <csignal>
 #include <cstring>
+#include <filesystem>
+#include <fstream>
 #include <memory>
 #include <string>
 #include <sys/wait.h>
@@ -14,7 +16,8 @@
 
 namespace kelpa::test {
 
-/// A bus that only this test knows; the environment points to it.
+/// A bus that only this test knows; the environment points to it. Nothing that is installed here answers on
+/// it.
 class PrivateBus {
   public:
     /// `variable` is what programs find this bus by. A bus at a given address can be started there again.
@@ -22,14 +25,21 @@ class PrivateBus {
         int ends[2] = {-1, -1};
         if (pipe(ends) != 0)
             std::abort();
+        const std::string rules = std::filesystem::temp_directory_path().string() + "/private-bus-" +
+                                  std::to_string(getpid()) + ".conf";
+        std::ofstream(rules) << "<busconfig><type>session</type><listen>unix:tmpdir=/tmp</listen>"
+                                "<policy context='default'><allow send_destination='*' eavesdrop='true'/>"
+                                "<allow eavesdrop='true'/><allow own='*'/>"
+                                "</policy></busconfig>";
         pid_ = fork();
         if (pid_ == 0)
-            become(ends[1], at);
+            become(ends[1], rules, at);
         close(ends[1]);
         char byte = 0;
         while (read(ends[0], &byte, 1) == 1 && byte != '\n')
             address_ += byte;
         close(ends[0]);
+        unlink(rules.c_str());
         setenv(variable, address_.c_str(), 1);
     }
     ~PrivateBus() { end(); }
@@ -48,10 +58,10 @@ class PrivateBus {
     }
 
   private:
-    [[noreturn]] static void become(int output, const std::string& at) {
+    [[noreturn]] static void become(int output, const std::string& rules, const std::string& at) {
         dup2(output, STDOUT_FILENO);
-        const std::string address = "--address=" + at;
-        execlp("dbus-daemon", "dbus-daemon", "--session", "--nofork", "--nopidfile", "--print-address",
+        const std::string address = "--address=" + at, config = "--config-file=" + rules;
+        execlp("dbus-daemon", "dbus-daemon", config.c_str(), "--nofork", "--nopidfile", "--print-address",
                at.empty() ? nullptr : address.c_str(), nullptr);
         _exit(127);
     }

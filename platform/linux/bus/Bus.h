@@ -94,6 +94,12 @@ class Bus {
                                typename BusHandler<Handler>::Object& object) const {
         return callWith(message, BusHandler<Handler>::call, &object);
     }
+    /// The same for an answer that is of use however late it comes.
+    template <auto Handler>
+    [[nodiscard]] BusSlot callWithoutHurry(const BusMessage& message,
+                                           typename BusHandler<Handler>::Object& object) const {
+        return callWith(message, BusHandler<Handler>::call, &object, UINT64_MAX);
+    }
     /// Sends a call before the loop runs for good and waits for its answer, which may be an error. Null when
     /// none comes within `seconds`, however long bus and receiver hang, and when the loop is told to end.
     [[nodiscard]] BusMessage ask(const BusMessage& message, double seconds) const;

@@ -2,6 +2,7 @@
 
 #include "platform/linux/EventLoop.h"
 #include "platform/linux/bus/Bus.h"
+#include "platform/linux/notify/DesktopNotifications.h"
 #include "ui/StatusBarController.h"
 
 #include <functional>
@@ -19,19 +20,16 @@ class TrayNotice final : private BusClient {
     static constexpr double usualPatience = 15; ///< real seconds without a tray
 
     struct Desktop {
-        // What the notification says of its sender.
-        std::string program;
-        std::string identifier; ///< of its desktop entry
-        std::string icon;       ///< path of a picture
-
         std::function<bool()> oldTrayThere; ///< whether the item is shown without the bus
         std::function<bool()> screenLocked;
         std::function<void()> nothingShows; ///< for the log
         std::function<void()> openPreferences;
     };
 
-    /// Loop and bus outlive the notice, which begins with what `setHostPresent` says.
-    TrayNotice(EventLoop& loop, Bus& bus, Desktop desktop, double patience = usualPatience);
+    /// Loop, bus and notifications, which nobody else uses, outlive the notice, which begins with what
+    /// `setHostPresent` says.
+    TrayNotice(EventLoop& loop, Bus& bus, Notifications& notifications, Desktop desktop,
+               double patience = usualPatience);
 
     /// Whether something on the bus shows the item now.
     void setHostPresent(bool present);
@@ -41,20 +39,15 @@ class TrayNotice final : private BusClient {
     void busLost() override;
     void wait();
     void decide();
-    void notify(const NoTrayText& text);
-    void notified(sd_bus_message* reply);
-    void clicked(sd_bus_message* signal);
-    void closed(sd_bus_message* signal);
 
     EventLoop& loop_;
     Bus& bus_;
+    Notifications& notifications_;
     Desktop desktop_;
     double patience_;
     bool missed_ = false; ///< nothing shows the item
     bool shown_ = false;
-    std::uint32_t number_ = 0; ///< the notification's; 0 until it has one
     Subscription waiting_;
-    BusSlot call_, clicks_, closing_;
     Subscription joined_;
 };
 
