@@ -213,6 +213,10 @@ Refusal RemoteControl::showSettings() {
     return change([] { WindowController::showPrefView(); });
 }
 
+Refusal RemoteControl::showHistory() {
+    return change([] { WindowController::showHistory(); });
+}
+
 Refusal RemoteControl::quit() {
     application_.terminate();
     return obeyed;

@@ -76,6 +76,7 @@ class RemoteControl {
     /// Shows the water panel where the menu has its line.
     Refusal showWater();
     Refusal showSettings();
+    Refusal showHistory();
     Refusal quit();
 
   private:

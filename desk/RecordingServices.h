@@ -30,6 +30,30 @@ class RecordingFatalErrors final : public FatalErrors {
     Journal& journal_;
 };
 
+/// A window of the history that remembers what it was told last.
+class RecordingHistoryWindow final : public HistoryWindow {
+  public:
+    explicit RecordingHistoryWindow(Journal& journal) : journal_(journal) {}
+
+    void setTexts(const HistoryTexts& told, HistoryWindowClient& whose) override {
+        texts = told;
+        client = &whose;
+    }
+    void setPicture(const HistoryPicture& told) override {
+        picture = told;
+        ++pictures;
+    }
+    void show() override { journal_.note("history", "shown"); }
+
+    HistoryTexts texts;
+    HistoryPicture picture;
+    int pictures = 0; ///< that were told
+    HistoryWindowClient* client = nullptr;
+
+  private:
+    Journal& journal_;
+};
+
 /// Everything that a script cannot see further than that it was called.
 class RecordingServices final : public LoginItem,
                                 public Updater,
@@ -40,7 +64,7 @@ class RecordingServices final : public LoginItem,
     RecordingServices(Journal& journal, VirtualTime& time) : journal_(journal), time_(time) {}
 
     [[nodiscard]] Services services() {
-        return {this, this, this, this, &preferences_, &notifications_, &busyness_};
+        return {this, this, this, this, &preferences_, &notifications_, &busyness_, &history_};
     }
 
     void setEnabled(bool enabled) override { journal_.note("login", enabled ? "register" : "unregister"); }
@@ -70,6 +94,7 @@ class RecordingServices final : public LoginItem,
     [[nodiscard]] const Mail& lastMail() const { return lastMail_; }
     [[nodiscard]] const AboutText& lastAbout() const { return lastAbout_; }
     [[nodiscard]] RecordingPreferences& preferences() { return preferences_; }
+    [[nodiscard]] RecordingHistoryWindow& history() { return history_; }
     [[nodiscard]] RecordingNotifications& notifications() { return notifications_; }
     [[nodiscard]] ScriptedBusyness& busyness() { return busyness_; }
 
@@ -77,6 +102,7 @@ class RecordingServices final : public LoginItem,
     Journal& journal_;
     VirtualTime& time_;
     RecordingPreferences preferences_{journal_};
+    RecordingHistoryWindow history_{journal_};
     RecordingNotifications notifications_{journal_};
     ScriptedBusyness busyness_{journal_, time_};
     Mail lastMail_;

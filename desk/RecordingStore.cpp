@@ -65,6 +65,8 @@ HistoryFiles::Content RecordingHistory::read(const std::string& month) {
 }
 
 std::optional<std::string> RecordingHistory::removeAll() {
+    if (diskFull)
+        return "Device or resource busy";
     files.clear();
     journal_.note("history", "forgotten");
     return std::nullopt;

@@ -47,6 +47,7 @@ class HistoryRecorder {
     /// Deletes everything that was written, and what waits to be; gives what is wrong when something is left.
     std::optional<std::string> forgetEverything();
     [[nodiscard]] HistoryFiles& files() { return files_; }
+    [[nodiscard]] const Clock& clock() const { return clock_; }
     /// Calls `told` whenever the history has changed through this program.
     Subscription observe(std::function<void()> told) { return changed_.add(std::move(told)); }
 

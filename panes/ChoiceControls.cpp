@@ -20,6 +20,11 @@ void SwitchControl::did(PreferencesAct act, const PreferencesValue& value) {
         on_.set(*on);
 }
 
+void ButtonControl::did(PreferencesAct act, const PreferencesValue&) {
+    if (act == PreferencesAct::Pressed)
+        pressed_();
+}
+
 ChoiceControl::ChoiceControl(PreferencesControl description, ShownPreferences& window,
                              std::vector<PreferencesEntry> choices, Setting<std::int64_t>& value)
     : PaneControl(std::move(description), window), choices_(std::move(choices)), value_(value),

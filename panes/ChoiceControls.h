@@ -5,6 +5,7 @@
 #include "prefs/Setting.h"
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -24,6 +25,20 @@ class SwitchControl final : public PaneControl {
   private:
     Setting<bool>& on_;
     Subscription told_;
+};
+
+/// Something that is done at the press of a button.
+class ButtonControl final : public PaneControl {
+  public:
+    ButtonControl(std::string id, std::string label, ShownPreferences& window, std::function<void()> pressed)
+        : PaneControl({std::move(id), PreferencesControlKind::Button, std::move(label), {}}, window),
+          pressed_(std::move(pressed)) {}
+
+    void show() override {}
+    void did(PreferencesAct act, const PreferencesValue& value) override;
+
+  private:
+    std::function<void()> pressed_;
 };
 
 /// One of a few entries, as a list, segments or tiles. A stored value that is none of them leaves all

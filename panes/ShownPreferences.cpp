@@ -25,6 +25,8 @@ void ShownPreferences::did(const std::string& id, PreferencesAct act, const Pref
     case PreferencesAct::Reset:
         shown_.erase({id, PreferencesField::Entries});
         break;
+    case PreferencesAct::Pressed:
+        break;
     }
 }
 

@@ -18,7 +18,7 @@ import sys
 import xml.etree.ElementTree as xml
 from pathlib import Path
 
-CODE = ("base", "logging", "prefs", "panes", "timer", "water", "ui", "app", "platform")
+CODE = ("base", "logging", "prefs", "history", "panes", "timer", "water", "ui", "app", "platform")
 DEFINITION = ("base/Text.h", "base/Text.cpp")     # where the operation itself is, with no text
 LITERAL = r'"(?:[^"\\\n]|\\.)*"'
 ADJACENT = re.compile(rf"{LITERAL}(?:\s*{LITERAL})*")

@@ -4,6 +4,7 @@
 #include "panes/PromptListControl.h"
 #include "panes/TypedFields.h"
 #include "ui/IconFont.h"
+#include "ui/WindowController.h"
 
 namespace kelpa {
 
@@ -52,6 +53,7 @@ PrefBreakView::PrefBreakView(PrefState& state, ShownPreferences& window, Queue& 
         addNoticeSection(*this, state, window, mainQueue);
     if (services.busy)
         hold_.emplace(*this, state, window, mainQueue, *services.busy);
+    addHistory();
 }
 
 void PrefBreakView::addShortBreak(Queue& mainQueue) {
@@ -93,6 +95,13 @@ void PrefBreakView::addOther() {
     addSwitch("stopTimerAfterMouseStop", localized("Stop timer after Mouse stop for 5 mins"),
               state_.stopTimerAfterMouseStop);
     addSwitch("showNewDayTip", localized("Show a new day prompt"), state_.showNewDayTip);
+}
+
+void PrefBreakView::addHistory() {
+    addSection(localized("History"));
+    addSwitch("keepHistory", localized("Keep a history of work, breaks and water"), state_.keepHistory);
+    addRow<ButtonControl>({}, "showHistory", localized("Show History"), window_,
+                          [] { WindowController::showHistory(); });
 }
 
 void PrefBreakView::addSwitch(const char* id, std::string label, Setting<bool>& setting) {

@@ -34,6 +34,7 @@ class PrefBreakView final : public Pane {
     void addShortBreak(Queue& mainQueue);
     void addLongBreak(Queue& mainQueue);
     void addOther();
+    void addHistory();
     void addSwitch(const char* id, std::string label, Setting<bool>& setting);
     void enableText();
 

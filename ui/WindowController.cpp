@@ -3,6 +3,7 @@
 #include "base/FatalError.h"
 #include "base/Published.h"
 #include "base/Text.h"
+#include "history/HistoryView.h"
 #include "prefs/PrefState.h"
 #include "prefs/PromptState.h"
 #include "ui/BreakView.h"
@@ -42,6 +43,7 @@ struct Windows {
     std::vector<std::unique_ptr<Window>> made = {};
     PanelPlace waterPlace{WaterView::size};
     std::unique_ptr<PreferencesView> prefView = {};
+    std::unique_ptr<HistoryView> historyView = {};
     bool breakShows = false; ///< from the break's showing to its closing: new screens join it
     Listeners<> breakShowsAssigned = {};
     bool hasUpdater = false;
@@ -255,6 +257,16 @@ void WindowController::showAbout() {
     const AboutApp about = windows->app.about();
     windows->services.about->show({about.icon.value_or(""), about.name, PrefAboutView::versionLine(about),
                                    about.copyright, localized("Release Notes"), about.releaseNotesLink});
+    windows->system.activate();
+}
+
+void WindowController::showHistory() {
+    auto& view = windows->historyView;
+    if (!view && windows->services.history)
+        view = std::make_unique<HistoryView>(*windows->services.history, windows->app);
+    if (!view)
+        return;
+    view->show();
     windows->system.activate();
 }
 

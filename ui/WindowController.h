@@ -41,6 +41,8 @@ class WindowController {
     /// What is being typed in the preferences counts as entered; does nothing where they were never shown.
     static void settlePreferences();
     static void showAbout();
+    /// Does nothing where the platform has no window for the history.
+    static void showHistory();
     static void showUpdater();
 };
 

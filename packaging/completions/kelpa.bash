@@ -5,7 +5,7 @@ _kelpa() {
     COMPREPLY=()
     case ${COMP_WORDS[1]} in
         status) words='--json --follow --help' ;;
-        history) words='--days --from --to --json --csv --help' ;;
+        history) words='--days --from --to --json --csv --show --help' ;;
         pause) words='until --help' ;;
         @KELPA_COMMAND_PATTERN@) words='--help' ;;
     esac
@@ -13,7 +13,7 @@ _kelpa() {
         words='tomorrow'
     fi
     if ((COMP_CWORD == 1)); then
-        words='status history @KELPA_COMMANDS@ --speed --help --version'
+        words='status @KELPA_COMMANDS@ --speed --help --version'
     elif [[ ${COMP_WORDS[COMP_CWORD - 1]} == --speed ]]; then
         return
     elif [[ ${COMP_WORDS[1]} == --speed ]]; then

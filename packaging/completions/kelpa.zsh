@@ -2,7 +2,6 @@
 # Completion of kelpa's options and commands for zsh.
 local -a commands=(
     'status:tell state, time and water in one line'
-    'history:tell work, breaks and water of the last days'
 @KELPA_ZSH_COMMANDS@)
 local context state line
 _arguments -C \
@@ -16,7 +15,8 @@ case $state in
     arguments) case $words[1] in
         status) _arguments '--json[one JSON object]' '--follow[a line at each change]' ;;
         history) _arguments '--days[so many days up to today]:days' '--from[from this day on]:day' \
-            '--to[up to this day]:day' '--json[one JSON array]' '--csv[lines for a spreadsheet]' ;;
+            '--to[up to this day]:day' '--json[one JSON array]' '--csv[lines for a spreadsheet]' \
+            '--show[a window of the Kelpa that runs]' ;;
         pause) _arguments '1:until:(until)' '2:time:(tomorrow)' ;;
     esac ;;
 esac

@@ -52,6 +52,8 @@ ParsedOptions parseHistoryCommand(const std::vector<std::string>& arguments) {
     const auto [command, error] = parseHistory(arguments);
     if (!error.empty())
         return refused(error);
+    if (command.show)
+        return parseCommand({arguments.front()});
     ParsedOptions parsed = asked(Options::Action::History);
     parsed.options.history = command;
     return parsed;
@@ -65,10 +67,10 @@ ParsedOptions unknown(const std::string& argument) {
 } // namespace
 
 ParsedOptions parseOptions(const std::vector<std::string>& arguments) {
+    if (!arguments.empty() && arguments.front() == historyWord)
+        return parseHistoryCommand(arguments);
     if (!arguments.empty() && isControlWord(arguments.front()))
         return parseCommand(arguments);
-    if (!arguments.empty() && isHistoryWord(arguments.front()))
-        return parseHistoryCommand(arguments);
     constexpr std::string_view withValue = "--speed=";
     Options options;
     for (std::size_t i = 0; i < arguments.size(); ++i) {
@@ -105,11 +107,7 @@ std::string helpText() {
            "\n"
            "Commands for the Kelpa that runs:\n" +
            controlHelp() +
-           "A command ends with 0, with 1 when it is refused and with 3 when Kelpa is not running.\n"
-           "\n"
-           "Command that reads the history, whether Kelpa runs or not:\n"
-           "  history     tell work, breaks and water of the last 14 days; --days N for others, or\n"
-           "              --from DATE --to DATE (as 2026-11-23), --json or --csv for programs to read\n";
+           "A command ends with 0, with 1 when it is refused and with 3 when Kelpa is not running.\n";
 }
 
 std::string versionText() {

@@ -26,6 +26,7 @@
 #include "platform/linux/update/LinuxUpdater.h"
 #include "platform/linux/update/RemoteUpdateWindow.h"
 #include "platform/linux/windows/RemoteAboutPanel.h"
+#include "platform/linux/windows/RemoteHistoryWindow.h"
 #include "platform/linux/windows/RemotePreferencesWindow.h"
 #include "platform/linux/windows/RemoteWindowSystem.h"
 #include "platform/posix/AbortOnFatalErrors.h"
@@ -79,6 +80,7 @@ class Program final : private StoreReport, private WindowReport, private Instanc
     RemoteWindowSystem windows_;
     RemoteAboutPanel about_;
     RemotePreferencesWindow preferences_;
+    RemoteHistoryWindow historyWindow_;
     std::optional<TrayProcess> tray_;      ///< where the display server may have an older tray
     std::optional<TrayFallback> fallback_; ///< there with the tray
     std::optional<PopUpMenu> popUp_;       ///< there with the tray

@@ -23,12 +23,13 @@ enum class PreferencesControlKind {
     Tiles,       ///< one of a grid of entries
     TimePoints,  ///< a grid of times of day, each with its remove button, and a last tile that adds one
     Prompts,     ///< a scrolling list of texts to add to, edit in place, delete from and reset
+    Button,      ///< its label on a button, which has no value
 };
 
 /// The kinds' names, in their order, where a face finds by its name what shows one.
-inline constexpr std::array<std::string_view, 10> preferencesControlKinds = {
-    "switch",   "number",    "accumulator", "text",       "picker",
-    "segments", "timeOfDay", "tiles",       "timePoints", "prompts"};
+inline constexpr std::array<std::string_view, 11> preferencesControlKinds = {
+    "switch",    "number", "accumulator", "text",    "picker", "segments",
+    "timeOfDay", "tiles",  "timePoints",  "prompts", "button"};
 
 /// A button that shows only a symbol, and its name for those who do not see it.
 struct SymbolButton {
@@ -48,7 +49,7 @@ struct PromptListButtons {
 struct PreferencesControl {
     std::string id; ///< unique in the window; names the control from now on
     PreferencesControlKind kind = PreferencesControlKind::Switch;
-    std::string label; ///< beside a switch; for every other control what a screen reader calls it
+    std::string label; ///< beside a switch, on a button; for other controls what a screen reader calls it
     std::string unit;  ///< after the control; empty for none
 };
 
@@ -137,6 +138,7 @@ enum class PreferencesAct {
     Edited,  ///< a prompt: a `PreferencesEdit`
     Removed, ///< a time or a prompt
     Reset,   ///< the list of prompts; the value has no meaning
+    Pressed, ///< a button; the value has no meaning
 };
 
 /// What a person does in the preferences window; the core implements it.

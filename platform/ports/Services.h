@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/ports/Busy.h"
+#include "platform/ports/HistoryWindow.h"
 #include "platform/ports/Notifications.h"
 #include "platform/ports/PreferencesWindow.h"
 
@@ -74,6 +75,7 @@ struct Services {
     PreferencesWindow* preferences = nullptr;
     Notifications* notifications = nullptr;
     BusyProbe* busy = nullptr;
+    HistoryWindow* history = nullptr;
 };
 
 } // namespace kelpa

@@ -1,6 +1,8 @@
 #include "app/AppState.h"
+#include "app/RemoteControl.h"
 #include "history/HistorySums.h"
 #include "tests/core/Play.h"
+#include "ui/WindowController.h"
 
 #include <gtest/gtest.h>
 
@@ -232,6 +234,108 @@ TEST(HistorySums, DaysAreWrittenAndReadInOneWay) {
     EXPECT_EQ(dateText(day("2024-02-29") + std::chrono::days(1)), "2024-03-01");
     for (const char* text : {"", "2026-02-29", "2026-2-9", "29.02.2024", "2026-11-230", "+026-11-23"})
         EXPECT_FALSE(historyDate(text)) << text;
+}
+
+/// A desk on Wednesday, 25 November 2026, with the window open.
+struct HistoryWindowPlay : HistoryPlay {
+    explicit HistoryWindowPlay(const std::string& setting = kept) {
+        (*this)("start 2026-11-25T09:00:00\n" + setting + "launch\n");
+    }
+    std::vector<std::string> figures(std::size_t column) {
+        std::vector<std::string> all;
+        for (const HistoryChart& chart : window.picture.charts)
+            all.insert(all.end(), chart.bars[column].texts.begin(), chart.bars[column].texts.end());
+        return all;
+    }
+    [[nodiscard]] std::string period(std::size_t column) const {
+        const HistoryPeriod& period = window.picture.periods.at(column);
+        return period.first + " " + period.last;
+    }
+
+    desk::RecordingHistoryWindow& window = desk.services.history();
+    std::map<std::string, std::string>& files = desk.history.files;
+};
+
+TEST(HistoryWindow, ShowsTheLastDaysAsSharesAndInFigures) {
+    HistoryWindowPlay play;
+    play.files["2026-11"] =
+        "2026-11-11,09:00:00,work,,,600,,,,,break\n2026-11-12,09:00:00,work,,,19500,,,,,break\n"
+        "2026-11-12,09:00:00,break,short,300,300,0,due,,,complete\n"
+        "2026-11-12,10:00:00,break,short,300,300,0,due,,,complete\n"
+        "2026-11-12,11:00:00,break,short,300,3,0,due,,,skipped\n"
+        "2026-11-25,08:00:00,drink,,,,,,250,1600,drunk\n";
+    WindowController::showHistory();
+    ASSERT_EQ(play.window.picture.periods.size(), 14U);
+    EXPECT_EQ(play.period(0), "2026-11-12 2026-11-12");
+    EXPECT_EQ(play.period(13), "2026-11-25 2026-11-25");
+    EXPECT_EQ(play.figures(0), (Lines{"5 h 25 min", "2 taken", "1 skipped", "0 ml"}));
+    EXPECT_EQ(play.figures(13), (Lines{"0 h 0 min", "0 taken", "0 skipped", "250 of 1600 ml"}));
+    const auto& charts = play.window.picture.charts;
+    EXPECT_EQ(charts[0].scale + "|" + charts[1].scale + "|" + charts[2].scale, "6 h|5|2000 ml");
+    EXPECT_DOUBLE_EQ(charts[0].bars[0].parts[0], 19500.0 / (6 * 3600));
+    EXPECT_EQ(charts[1].bars[0].parts, (std::vector<double>{0.4, 0.2}));
+    EXPECT_DOUBLE_EQ(charts[2].bars[13].parts[0], 0.125);
+    EXPECT_DOUBLE_EQ(charts[2].bars[13].goal, 0.8);
+    EXPECT_EQ(play.window.picture.note, "");
+}
+
+TEST(HistoryWindow, ShowsTheLastWeeksFromMondayToSunday) {
+    HistoryWindowPlay play;
+    play.files["2026-09"] =
+        "2026-09-06,09:00:00,work,,,600,,,,,break\n2026-09-07,09:00:00,work,,,1200,,,,,break\n"
+        "2026-09-13,09:00:00,work,,,60,,,,,break\n";
+    WindowController::showHistory();
+    play.window.client->rangeChosen(HistoryRange::Weeks);
+    ASSERT_EQ(play.window.picture.periods.size(), 12U);
+    EXPECT_EQ(play.period(0), "2026-09-07 2026-09-13");
+    EXPECT_EQ(play.period(11), "2026-11-23 2026-11-29");
+    EXPECT_EQ(play.figures(0).front(), "0 h 21 min");
+    play.window.client->closed();
+    WindowController::showHistory();
+    EXPECT_EQ(play.window.picture.periods.size(), 14U) << "it opens with the days";
+}
+
+TEST(HistoryWindow, FollowsWhatIsWrittenWhileItIsOpen) {
+    HistoryWindowPlay play;
+    WindowController::showHistory();
+    EXPECT_EQ(play.window.picture.note, "Nothing has been recorded yet.");
+    play("+120\nmenu pause\n");
+    EXPECT_EQ(play.figures(13).front(), "0 h 2 min");
+    EXPECT_EQ(play.window.picture.note, "");
+    play("menu pause\n+60\npref keepHistory false\n");
+    EXPECT_EQ(play.window.picture.note, "The history is switched off in the settings.");
+    play.files["2026-11"] += "2026-11-25,08:00:00,work,,,600,,,,,break\n";
+    play.window.client->cameToFront();
+    EXPECT_EQ(play.figures(13).front(), "0 h 12 min") << "another program wrote";
+    play.window.client->closed();
+    const int told = play.window.pictures;
+    play("pref keepHistory true\nmenu pause\n");
+    EXPECT_EQ(play.window.pictures, told) << "nobody looks";
+}
+
+TEST(HistoryWindow, ForgetsEverythingAndSaysWhereThatFails) {
+    HistoryWindowPlay play;
+    play.files["2025-01"] = "2025-01-01,08:00:00,work,,,600,,,,,break\n";
+    WindowController::showHistory();
+    play.desk.history.diskFull = true;
+    play.window.client->forgetConfirmed();
+    EXPECT_EQ(play.window.picture.note, "Not everything could be deleted. The log tells more.");
+    play.desk.history.diskFull = false;
+    play.window.client->forgetConfirmed();
+    EXPECT_TRUE(play.files.empty());
+    EXPECT_EQ(play.window.picture.note, "Nothing has been recorded yet.");
+}
+
+TEST(HistoryWindow, IsOpenedFromTheSettingsAndByScripts) {
+    HistoryWindowPlay play(mouseMayRest);
+    desk::Desk::preferences().did("showHistory", PreferencesAct::Entered, true);
+    EXPECT_EQ(play.window.client, nullptr) << "no press";
+    desk::Desk::preferences().did("showHistory", PreferencesAct::Pressed, std::string());
+    ASSERT_NE(play.window.client, nullptr);
+    EXPECT_EQ(play.window.picture.note, "The history is switched off in the settings.");
+    RemoteControl remote(play.desk.services, play.time);
+    EXPECT_EQ(remote.showHistory(), std::nullopt);
+    EXPECT_EQ(play.window.pictures, 2);
 }
 
 } // namespace

@@ -25,7 +25,10 @@ STOPS = {
                  ("check box", "Force for long breaks(skip button will not display)"),
                  ("check box", "Restart timer after Mac awake"),
                  ("check box", "Stop timer after Mouse stop for 5 mins"),
-                 ("check box", "Show a new day prompt")],
+                 ("check box", "Show a new day prompt"), ("combo box", "Tell me before a break"),
+                 ("text", "Minutes that a break is put off by"),
+                 ("check box", "Keep a history of work, breaks and water"),
+                 ("push button", "Show History")],
     "Style": [("combo box", "Break Style"), ("radio button", "Break"), ("text", "Add"), ("push button", "Add"),
               ("list item", FIRST), ("push button", "Edit"), ("push button", "Delete"),
               ("push button", "Reset to the built-in prompts")],
@@ -84,6 +87,11 @@ class Accessible(PreferencesTest):
             self.turn_to(pane)
             told = self.assert_told(reader.read(), pane)
             self.assertEqual([name for role, name in told if role == "page tab"], list(PANES))
+            # What a pane has no room for is told once somebody scrolls there.
+            self.screen.click(self.on_screen().x + 3, self.on_screen().y + 120)
+            self.screen.press("Shift_L", "Tab")
+            self.screen.press("Shift_L", "Tab")
+            told += self.assert_told(reader.read(), pane)
             for stop in STOPS[pane]:
                 if stop != ("text", "Custom break prompt"):
                     self.assertIn(stop, told, pane)

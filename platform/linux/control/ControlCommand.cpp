@@ -24,6 +24,7 @@ constexpr ControlVerb verbs[] = {
     {"postpone", "Postpone", "put the next break off, by so many MINUTES", &RemoteControl::postpone},
     {"skip", "Skip", "end the break, where its screen offers that", &RemoteControl::skip},
     {"water", "ShowWater", "show the water panel", &RemoteControl::showWater},
+    {"history", "ShowHistory", "show what the days were like", &RemoteControl::showHistory},
     {"settings", control::showSettings, "show the preferences", &RemoteControl::showSettings},
     {"quit", "Quit", "end the program", &RemoteControl::quit},
 };
@@ -99,6 +100,13 @@ ParsedControl parseStatus(std::span<const std::string> options) {
     return parsed;
 }
 
+/// Most of it needs no program that runs.
+std::string historyHelp() {
+    return line(historyWord, "tell work, breaks and water of the last 14 days, whether Kelpa runs or not;") +
+           line("", "--days N for others, or --from DATE --to DATE (as 2026-11-23), --json or") +
+           line("", "--csv for programs to read, --show for a window of the Kelpa that runs");
+}
+
 } // namespace
 
 std::span<const ControlVerb> controlVerbs() {
@@ -123,7 +131,7 @@ std::string controlHelp() {
         line(statusWord, "tell state, time and water in one line; --json for programs to read,") +
         line("", "--follow for a line at each change, at most one a second");
     for (const ControlVerb& verb : verbs)
-        text += line(usage(verb), verb.help);
+        text += verb.word == historyWord ? historyHelp() : line(usage(verb), verb.help);
     return text;
 }
 

@@ -49,6 +49,9 @@ struct ControlCommand {
     bool follow = false;
 };
 
+/// The command whose options are the history's.
+inline constexpr std::string_view historyWord = "history";
+
 /// Whether a command begins with this word.
 [[nodiscard]] bool isControlWord(const std::string& word);
 

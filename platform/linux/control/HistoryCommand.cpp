@@ -121,17 +121,17 @@ std::string printed(const HistoryCommand& command, HistoryDate first, const std:
 
 } // namespace
 
-bool isHistoryWord(const std::string& word) {
-    return word == "history";
-}
-
 ParsedHistory parseHistory(std::span<const std::string> arguments) {
     ParsedHistory parsed;
     HistoryCommand& command = parsed.command;
     bool countsDays = false;
     for (std::size_t at = 1; at < arguments.size(); ++at) {
         const std::string& argument = arguments[at];
-        if (argument == "--json" || argument == "--csv") {
+        if (argument == "--show" && arguments.size() == 2) {
+            command.show = true;
+        } else if (argument == "--show") {
+            return {{}, "--show goes alone"};
+        } else if (argument == "--json" || argument == "--csv") {
             command.form = argument == "--json" ? Form::Json : Form::Csv;
         } else if (isOption(argument, "--days")) {
             const auto days = wholeNumber<std::int64_t>(valueOf(arguments, at, "--days"));

@@ -16,15 +16,14 @@ struct HistoryCommand {
     std::int64_t days = 14; ///< up to today, where no day is named
     std::optional<HistoryDate> from;
     std::optional<HistoryDate> to;
+    bool show = false; ///< a window of the running program, which knows nothing of the rest
 };
 
 struct ParsedHistory {
     HistoryCommand command;
     std::string error; ///< empty when all is well
 };
-/// Whether a command begins with this word.
-[[nodiscard]] bool isHistoryWord(const std::string& word);
-/// Reads a command, whose first argument is that word.
+/// Reads a command, whose first argument is its word.
 [[nodiscard]] ParsedHistory parseHistory(std::span<const std::string> arguments);
 
 /// What is printed of the days from `first` on. A table begins with the first day that has something to tell;

@@ -62,6 +62,7 @@ inline constexpr std::string_view waterKind = "water";
 inline constexpr std::string_view aboutKind = "about";
 inline constexpr std::string_view updateKind = "update";
 inline constexpr std::string_view preferencesKind = "preferences";
+inline constexpr std::string_view historyKind = "history";
 /// What `closed` is as an action.
 inline constexpr std::string_view closedAction = "closed";
 
@@ -76,8 +77,8 @@ inline constexpr std::string_view cameToFrontAction = "cameToFront";
 /// The names of the cases of `PreferencesField` and `PreferencesAct`, in their order.
 inline constexpr std::array<std::string_view, 6> fields = {"entries", "value",   "hint",
                                                            "problem", "enabled", "visible"};
-inline constexpr std::array<std::string_view, 7> acts = {"typed",  "entered", "stepped", "added",
-                                                         "edited", "removed", "reset"};
+inline constexpr std::array<std::string_view, 8> acts = {"typed",  "entered", "stepped", "added",
+                                                         "edited", "removed", "reset",   "pressed"};
 // The types of values.
 inline constexpr std::string_view boolType = "bool";     ///< 0 or 1
 inline constexpr std::string_view numberType = "number"; ///< a whole one

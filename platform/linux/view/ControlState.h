@@ -40,6 +40,7 @@ class ControlState : public QObject {
     Q_INVOKABLE void add(const QVariant& entry) { report(PreferencesAct::Added, entry); }
     Q_INVOKABLE void edit(const QString& old, const QString& text);
     Q_INVOKABLE void remove(const QVariant& entry) { report(PreferencesAct::Removed, entry); }
+    Q_INVOKABLE void press() { report(PreferencesAct::Pressed, QString()); }
     Q_INVOKABLE void reset() { report(PreferencesAct::Reset, QString()); }
 
   signals:

@@ -1,5 +1,7 @@
 #include "platform/linux/view/Dialogs.h"
 
+#include "platform/linux/helper/ViewProtocol.h"
+
 #include <QQuickItem>
 #include <QtMath>
 
@@ -27,6 +29,18 @@ void AboutWindow::appear() {
     }
     fixSize();
     ManagedWindow::appear();
+}
+
+HistoryWindow::HistoryWindow(Stage& stage, QQmlEngine& engine)
+    : ManagedWindow(stage, engine, QStringLiteral("History.qml")) {
+    setFlags(Qt::Window);
+    setMinimumSize(around({520, 440}));
+}
+
+bool HistoryWindow::event(QEvent* event) {
+    if (event->type() == QEvent::FocusIn)
+        emit action(QString::fromUtf8(wire::view::cameToFrontAction.data()), {});
+    return ManagedWindow::event(event);
 }
 
 UpdateWindow::UpdateWindow(Stage& stage, QQmlEngine& engine)

@@ -25,6 +25,18 @@ class AboutWindow : public Dialog {
     void appear() override;
 };
 
+/// What the days were like, in a window of any size.
+class HistoryWindow : public ManagedWindow {
+    Q_OBJECT
+
+  public:
+    HistoryWindow(Stage& stage, QQmlEngine& engine);
+
+  protected:
+    [[nodiscard]] QSize firstSize() const override { return {760, 620}; }
+    bool event(QEvent* event) override;
+};
+
 /// The window of updates. Nobody may have asked for it, so it leaves the keyboard where it is unless the
 /// program says otherwise.
 class UpdateWindow : public Dialog {

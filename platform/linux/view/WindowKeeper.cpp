@@ -28,6 +28,8 @@ std::unique_ptr<ViewWindow> makeKind(Stage& stage, QQmlEngine& engine, const std
         return std::make_unique<PreferencesWindow>(stage, engine);
     if (kind == word::aboutKind)
         return std::make_unique<AboutWindow>(stage, engine);
+    if (kind == word::historyKind)
+        return std::make_unique<HistoryWindow>(stage, engine);
     if (kind == word::updateKind)
         return std::make_unique<UpdateWindow>(stage, engine);
     throw std::runtime_error("there is no window of the kind \"" + kind + "\"");

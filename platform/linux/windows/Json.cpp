@@ -13,6 +13,10 @@ NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(SymbolButton, symbol, name)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(AboutContent, icon, glyph, glyphFont, name, version, copyright, link,
                                    linkAddress)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(PreferencesEntry, value, text, removal)
+NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(HistoryTexts, title, days, weeks, forget, question, confirm, cancel)
+NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(HistoryBar, parts, goal, texts)
+NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(HistoryChart, name, scale, bars)
+NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(HistoryPeriod, first, last)
 
 namespace {
 
@@ -77,6 +81,17 @@ std::string layoutJson(const PreferencesLayout& layout) {
 
 std::string aboutJson(const AboutContent& about) {
     return textOf(about);
+}
+
+std::string historyJson(const HistoryTexts& texts) {
+    return textOf(texts);
+}
+
+std::string historyJson(const HistoryPicture& picture) {
+    return textOf({{"weeks", picture.range == HistoryRange::Weeks},
+                   {"periods", picture.periods},
+                   {"charts", picture.charts},
+                   {"note", picture.note}});
 }
 
 std::string choicesJson(const std::vector<std::pair<std::string, std::string>>& choices) {

@@ -13,6 +13,9 @@ namespace kelpa {
 /// What the preferences window and the about panel consist of.
 [[nodiscard]] std::string layoutJson(const PreferencesLayout& layout);
 [[nodiscard]] std::string aboutJson(const AboutContent& about);
+/// The texts and the figures of the history's window.
+[[nodiscard]] std::string historyJson(const HistoryTexts& texts);
+[[nodiscard]] std::string historyJson(const HistoryPicture& picture);
 /// What can be chosen: a value, and the text that offers it.
 [[nodiscard]] std::string choicesJson(const std::vector<std::pair<std::string, std::string>>& choices);
 /// As many of the entries from the top, each text of at most `wire::view::longestText`, as one message can

@@ -35,6 +35,21 @@ constexpr CGFloat pickerWidth = 100;
 
 @end
 
+@implementation KelpaButtonControl
+
+- (NSArray<NSView*>*)makeViews:(const kelpa::PreferencesControl&)control
+                        layout:(const kelpa::PreferencesLayout&)layout {
+    return @[ [NSButton buttonWithTitle:kelpa::toNSString(control.label)
+                                 target:self
+                                 action:@selector(pressed:)] ];
+}
+
+- (void)pressed:(id)sender {
+    [self did:kelpa::PreferencesAct::Pressed value:kelpa::PreferencesValue()];
+}
+
+@end
+
 @implementation KelpaPickerControl {
     NSPopUpButton* _picker;
 }

@@ -34,6 +34,10 @@
 @interface KelpaSwitchControl : KelpaControl
 @end
 
+/// Something that is done at a press.
+@interface KelpaButtonControl : KelpaControl
+@end
+
 /// A drop-down list.
 @interface KelpaPickerControl : KelpaControl
 @end

@@ -144,6 +144,8 @@ Class classOf(PreferencesControlKind kind) {
         return [KelpaAccumulatorControl class];
     case PreferencesControlKind::Text:
         return [KelpaTextControl class];
+    case PreferencesControlKind::Button:
+        return [KelpaButtonControl class];
     case PreferencesControlKind::Picker:
         return [KelpaPickerControl class];
     case PreferencesControlKind::Segments:

@@ -42,6 +42,7 @@ QtObject {
     readonly property color accentText: "#ffffff"
     readonly property color warning: dark ? "#ff7a70" : "#c4261b"
     readonly property color success: dark ? "#4cc38a" : "#15734a"
+    readonly property color water: dark ? "#2b9ab8" : "#0d86a8"
     readonly property color surface: dark ? "#32353b" : "#e6e8ec"
     readonly property color surfaceRaised: dark ? "#34373d" : "#fdfdfe"
     readonly property color surfaceHovered: dark ? "#3e4148" : "#dbdee4"

@@ -1,0 +1,480 @@
+import QtQuick
+import QtQuick.Templates as T
+import Kelpa
+
+/// What the days were like: charts one below the other, which share their columns, and the figures of one of these.
+Rectangle {
+    id: page
+
+    property var texts: ({})
+    /// Periods and charts, a bar of each chart for each period. Empty between two showings.
+    property var picture: ({})
+    signal action(string name, string value)
+
+    readonly property var periods: picture?.periods ?? []
+    readonly property var charts: picture?.charts ?? []
+    readonly property bool weeks: picture?.weeks ?? false
+    /// The column whose figures are shown: that under the pointer, else the one that was chosen.
+    readonly property int current: hovered >= 0 ? hovered : chosen
+    property int hovered: -1
+    property int chosen: periods.length - 1
+    property bool asking: false
+
+    readonly property var inks: [[Theme.accent], [Theme.success, Theme.outline], [Theme.water]]
+
+    function dateOf(text: string): date {
+        const parts = text.split("-");
+        return new Date(parts[0], parts[1] - 1, parts[2]);
+    }
+    function written(text: string, format: int): string {
+        return dateOf(text).toLocaleDateString(Qt.locale(), format);
+    }
+    function nameOf(period: var): string {
+        if (!period)
+            return "";
+        return period.first === period.last ? written(period.first, Locale.LongFormat)
+            : written(period.first, Locale.ShortFormat) + " – " + written(period.last, Locale.ShortFormat);
+    }
+    function figuresOf(column: int): string {
+        return charts.map(chart => chart.name + ": " + chart.bars[column].texts.join(", ")).join("; ");
+    }
+    function choose(range: string) {
+        if ((range === "weeks") !== weeks)
+            action("range", range);
+    }
+
+    color: Theme.windowBackground
+    onPeriodsChanged: chosen = Math.max(0, periods.length - 1)
+
+    Shortcut {
+        sequences: ["Ctrl+W"]
+        onActivated: page.Window.window.close()
+    }
+    Shortcut {
+        sequences: ["Escape"]
+        onActivated: {
+            if (page.asking)
+                page.asking = false;
+            else
+                page.Window.window.close();
+        }
+    }
+    TextMeasure {
+        id: small
+        font.pixelSize: Theme.smallestSize
+    }
+
+    Item {
+        id: header
+        x: Measures.padding
+        y: Measures.padding
+        width: page.width - 2 * x
+        height: Theme.controlHeight + 2
+
+        Words {
+            anchors.verticalCenter: parent.verticalCenter
+            width: parent.width - ranges.width - Measures.padding
+            elide: Text.ElideRight
+            text: page.nameOf(page.periods[page.current])
+            font.pixelSize: Theme.headlineSize
+            font.bold: true
+            Accessible.ignored: false
+            Accessible.role: Accessible.Heading
+            Accessible.name: text
+        }
+        RoundedBox {
+            id: ranges
+            anchors.right: parent.right
+            width: segments.width + 4
+            height: parent.height
+            radius: Theme.controlRadius + 1
+            color: Theme.track
+            Accessible.role: Accessible.Grouping
+            Accessible.name: page.texts.title ?? ""
+
+            Row {
+                id: segments
+                x: 2
+                y: 2
+
+                Segment {
+                    range: "days"
+                    text: page.texts.days ?? ""
+                    chosen: !page.weeks
+                }
+                Segment {
+                    range: "weeks"
+                    text: page.texts.weeks ?? ""
+                    chosen: page.weeks
+                }
+            }
+        }
+    }
+    Card {
+        id: card
+        x: Measures.padding
+        y: header.y + header.height + Theme.stackSpace
+        width: page.width - 2 * x
+        height: footer.y - y - Theme.stackSpace
+
+        readonly property real gutter: small.widest(page.charts.length, i => page.charts[i].scale) + Theme.stackSpace
+        readonly property real columnWidth: page.periods.length > 0 ? stage.width / page.periods.length : 0
+
+        Column {
+            id: stack
+            x: Measures.padding
+            y: Theme.stackSpace
+            width: parent.width - 2 * x
+
+            Repeater {
+                model: page.charts.length
+
+                Chart {
+                    width: stack.width
+                    height: (card.height - stack.y - labels.height - Theme.stackSpace) / Math.max(1, page.charts.length)
+                }
+            }
+        }
+        // Where the columns stand, over all charts.
+        Item {
+            id: stage
+            x: stack.x + card.gutter
+            y: stack.y
+            width: stack.width - card.gutter
+            height: card.height - y - Theme.hairSpace
+            Accessible.role: Accessible.List
+            Accessible.name: page.texts.title ?? ""
+
+            Repeater {
+                id: columns
+                model: page.periods.length
+                PeriodColumn {}
+            }
+            Item {
+                id: labels
+                anchors.bottom: parent.bottom
+                width: parent.width
+                height: 2 * (small.height + 1) + Theme.hairSpace
+            }
+        }
+        HoverHandler {
+            onPointChanged: {
+                const at = Math.floor((point.position.x - stage.x) / card.columnWidth);
+                page.hovered = at >= 0 && at < page.periods.length ? at : -1;
+            }
+            onHoveredChanged: {
+                if (!hovered)
+                    page.hovered = -1;
+            }
+        }
+    }
+    Item {
+        id: footer
+        x: Measures.padding
+        y: page.height - height - Measures.padding
+        width: page.width - 2 * x
+        height: Math.max(Theme.controlHeight, said.implicitHeight)
+
+        Words {
+            id: said
+            anchors.verticalCenter: parent.verticalCenter
+            width: parent.width - buttons.width - Measures.padding
+            wrapMode: Text.Wrap
+            text: page.asking ? page.texts.question ?? "" : page.picture?.note ?? ""
+            color: page.asking ? Theme.primary : Theme.secondary
+            Accessible.ignored: text === ""
+            Accessible.role: page.asking ? Accessible.AlertMessage : Accessible.StaticText
+            Accessible.name: text
+        }
+        Row {
+            id: buttons
+            anchors.right: parent.right
+            anchors.verticalCenter: parent.verticalCenter
+            spacing: Theme.stackSpace
+
+            PushButton {
+                visible: !page.asking
+                text: page.texts.forget ?? ""
+                onClicked: {
+                    page.asking = true;
+                    keep.forceActiveFocus(Qt.TabFocusReason);
+                }
+            }
+            PushButton {
+                id: keep
+                visible: page.asking
+                text: page.texts.cancel ?? ""
+                onClicked: page.asking = false
+            }
+            PushButton {
+                visible: page.asking
+                text: page.texts.confirm ?? ""
+                onClicked: {
+                    page.asking = false;
+                    page.action("forget", "");
+                }
+            }
+        }
+    }
+
+    // One of the two ranges.
+    component Segment: T.RadioButton {
+        id: segment
+
+        required property string range
+        required property bool chosen
+
+        implicitWidth: words.implicitWidth + 2 * Measures.padding
+        implicitHeight: ranges.height - 4
+        hoverEnabled: true
+        focusPolicy: chosen || activeFocus ? Qt.StrongFocus : Qt.ClickFocus
+        autoExclusive: false
+        checked: chosen
+        Accessible.onToggleAction: page.choose(range)
+        Accessible.onPressAction: page.choose(range)
+        onClicked: page.choose(range)
+        // Again from what is shown: a click alone does not choose.
+        onToggled: checked = Qt.binding(() => chosen)
+        Keys.onReturnPressed: page.choose(range)
+        Keys.onEnterPressed: page.choose(range)
+        Keys.onLeftPressed: neighbour(0)
+        Keys.onRightPressed: neighbour(1)
+
+        function neighbour(index: int) {
+            const other = segments.children[index];
+            if (!other || other === segment)
+                return;
+            other.forceActiveFocus(Qt.TabFocusReason);
+            page.choose(other.range);
+        }
+
+        background: RoundedBox {
+            radius: Theme.controlRadius - 1
+            color: segment.chosen ? Theme.raised : segment.hovered ? Theme.controlHovered : "transparent"
+            borderWidth: segment.chosen ? 1 : 0
+            borderColor: Theme.hairline
+        }
+        FocusRing {
+            shown: segment.visualFocus
+        }
+        Words {
+            id: words
+            anchors.centerIn: parent
+            text: segment.text
+            font.bold: segment.chosen
+        }
+        HoverHandler {
+            cursorShape: Qt.PointingHandCursor
+        }
+    }
+    // The name and the chosen figures above, the scale beside, and the bars.
+    component Chart: Item {
+        id: chart
+
+        required property int index
+        readonly property var content: page.charts[index] ?? { name: "", scale: "", bars: [] }
+        readonly property var inks: page.inks[index] ?? [Theme.accent]
+        readonly property var figures: content.bars[page.current]?.texts ?? []
+
+        Words {
+            id: name
+            text: chart.content.name
+            color: Theme.secondary
+            font.pixelSize: Measures.sectionTitleSize
+            font.bold: true
+            Accessible.ignored: false
+            Accessible.role: Accessible.Heading
+            Accessible.name: text
+        }
+        Row {
+            anchors.right: parent.right
+            anchors.verticalCenter: name.verticalCenter
+            spacing: Theme.stackSpace
+
+            Repeater {
+                model: chart.figures
+
+                Row {
+                    id: figure
+                    required property int index
+                    required property string modelData
+                    spacing: Theme.tightSpace
+
+                    RoundedBox {
+                        anchors.verticalCenter: parent.verticalCenter
+                        width: 10
+                        height: 10
+                        radius: 3
+                        color: chart.inks[figure.index]
+                    }
+                    Words {
+                        text: figure.modelData
+                        font.bold: figure.index === 0
+                        Accessible.ignored: false
+                        Accessible.role: Accessible.StaticText
+                        Accessible.name: text
+                    }
+                }
+            }
+        }
+        Words {
+            anchors.verticalCenter: ceiling.verticalCenter
+            width: card.gutter - Theme.tightSpace
+            horizontalAlignment: Text.AlignRight
+            text: chart.content.scale
+            color: Theme.secondary
+            font.pixelSize: Theme.smallestSize
+        }
+        Rectangle {
+            id: ceiling
+            x: card.gutter
+            y: name.height + Theme.stackSpace
+            width: stage.width
+            height: 1
+            color: Theme.hairline
+            opacity: 0.6
+        }
+        Rectangle {
+            id: ground
+            x: ceiling.x
+            y: chart.height - Theme.stackSpace
+            width: ceiling.width
+            height: 1
+            color: Theme.hairline
+        }
+        Item {
+            id: bars
+            x: ceiling.x
+            y: ceiling.y
+            width: ceiling.width
+            height: ground.y - ceiling.y
+
+            RoundedBox {
+                visible: page.current >= 0
+                x: page.current * card.columnWidth + 1
+                y: -Theme.hairSpace
+                width: card.columnWidth - 2
+                height: parent.height + Theme.hairSpace
+                radius: 5
+                color: Theme.surface
+            }
+            Repeater {
+                model: chart.content.bars
+                Bar {
+                    inks: chart.inks
+                    room: bars.height
+                }
+            }
+        }
+    }
+    // Its parts stand on each other; the mark is what was to be reached.
+    component Bar: Item {
+        id: bar
+
+        required property int index
+        required property var modelData
+        required property var inks
+        required property real room
+
+        readonly property real thickness: Math.max(4, Math.min(30, Math.round(card.columnWidth * 0.56)))
+        function heightOf(part: int): real {
+            return Math.min(1, modelData.parts[part]) * room;
+        }
+        function below(part: int): real {
+            let sum = 0;
+            for (let i = 0; i < part; ++i)
+                sum += heightOf(i);
+            return sum;
+        }
+
+        x: Math.round((index + 0.5) * card.columnWidth - thickness / 2)
+        width: thickness
+        height: room
+
+        Repeater {
+            model: bar.modelData.parts.length
+
+            RoundedBox {
+                required property int index
+                readonly property real full: bar.heightOf(index)
+                readonly property real gap: index > 0 && bar.below(index) > 0 ? 2 : 0
+
+                visible: full > 0
+                width: bar.width
+                y: bar.room - bar.below(index) - full
+                height: Math.max(2, full - gap)
+                radius: 4
+                color: bar.inks[index]
+            }
+        }
+        Rectangle {
+            visible: bar.modelData.goal > 0
+            x: -4
+            y: Math.round((1 - Math.min(1, bar.modelData.goal)) * bar.room)
+            width: bar.width + 8
+            height: 2
+            color: Theme.primary
+            opacity: 0.55
+        }
+    }
+    // All of a period: its labels below, and what the keyboard and a screen reader meet.
+    component PeriodColumn: Item {
+        id: column
+
+        required property int index
+        readonly property var period: page.periods[index]
+        readonly property date day: page.dateOf(period.first)
+        readonly property bool newMonth: index === 0 || day.getMonth() !== page.dateOf(page.periods[index - 1].first).getMonth()
+        readonly property bool shown: index === page.current
+
+        function go(to: int) {
+            const other = columns.itemAt(Math.max(0, Math.min(page.periods.length - 1, to)));
+            page.chosen = other.index;
+            other.forceActiveFocus(Qt.TabFocusReason);
+        }
+
+        x: index * card.columnWidth
+        width: card.columnWidth
+        height: stage.height
+        activeFocusOnTab: index === page.chosen
+        Accessible.role: Accessible.ListItem
+        Accessible.focusable: true
+        Accessible.name: page.nameOf(period)
+        Accessible.description: page.figuresOf(index)
+        Keys.onLeftPressed: go(index - 1)
+        Keys.onRightPressed: go(index + 1)
+        Keys.onPressed: event => {
+            event.accepted = event.key === Qt.Key_Home || event.key === Qt.Key_End;
+            if (event.accepted)
+                go(event.key === Qt.Key_Home ? 0 : page.periods.length - 1);
+        }
+
+        FocusRing {
+            shown: column.activeFocus
+            inset: 0
+        }
+        TapHandler {
+            onTapped: page.chosen = column.index
+        }
+        Column {
+            y: column.height - labels.height
+            width: column.width
+
+            Label {
+                text: String(column.day.getDate())
+                color: column.shown ? Theme.primary : Theme.secondary
+                font.bold: column.shown
+            }
+            Label {
+                text: page.weeks ? (column.newMonth ? Qt.locale().standaloneMonthName(column.day.getMonth(), Locale.ShortFormat) : "")
+                    : Qt.locale().standaloneDayName(column.day.getDay(), Locale.ShortFormat)
+            }
+        }
+    }
+    component Label: Words {
+        width: parent.width
+        horizontalAlignment: Text.AlignHCenter
+        color: Theme.secondary
+        font.pixelSize: Theme.smallestSize
+    }
+}

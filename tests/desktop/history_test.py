@@ -1,0 +1,166 @@
+#!/usr/bin/python3
+"""The history of the real program: what a day leaves behind, the command that tells of it, and its window."""
+import datetime
+import os
+import shlex
+import stat
+import subprocess
+from pathlib import Path
+
+from preferences_support import PreferencesTest
+from support import PROGRAM, ROOT, Session, main, wait_until
+from virtual_desktop import wait_for_cover, wait_for_uncover
+
+ENTRY = ROOT / "packaging/app.orvane.Kelpa.desktop.in"
+KEPT = {"pref.history.enable": True, "pref.work.time": 600}
+HEADER = "date,time,event,kind,length_s,seconds,postponed,begun,ml,target_ml,end\n"
+
+
+class HistoryTest(PreferencesTest):
+    def setUp(self):
+        self.folder = Path(self.session.environment["XDG_DATA_HOME"]) / "app.orvane.Kelpa/history"
+        self.addCleanup(self.command, "rm", "-rf", str(self.folder))
+        self.today = datetime.date.today()
+
+    def command(self, *words):
+        return subprocess.run(words, env=self.session.environment, capture_output=True, text=True, timeout=20)
+
+    def history(self, *options):
+        return self.command(str(PROGRAM), "history", *options)
+
+    def status(self):
+        return self.command(str(PROGRAM), "status").stdout
+
+    def days(self, count):
+        """Each of the last days with work, breaks and water of its own."""
+        self.folder.mkdir(parents=True, exist_ok=True)
+        for back in range(count):
+            day = self.today - datetime.timedelta(days=back)
+            path = self.folder / f"{day:%Y-%m}.csv"
+            known = path.read_text() if path.exists() else HEADER
+            path.write_text(f"{known}{day},09:00:00,work,,,{3600 + 60 * back},,,,,break\n"
+                            f"{day},10:00:00,break,short,300,300,0,due,,,complete\n"
+                            f"{day},10:05:00,drink,,,,,,250,1500,drunk\n")
+
+    def show_history(self):
+        wait_until(lambda: self.history("--show").returncode == 0, 10, "the program to hear of it")
+        self.window = self.accessibility.window("History")
+        wait_until(lambda: self.screen.focus() == "History", 5, "the history to have the keyboard")
+
+    def windows(self):
+        return [window.title for window in self.screen.titled(lambda title: title == "History")]
+
+    def columns(self):
+        return [one for one in self.window.walk() if one.role() == "list item"]
+
+
+class Records(HistoryTest):
+    def test_what_happened_is_told_afterwards(self):
+        program = self.launch({**KEPT, "pref.work.time": 1, "pref.break.time": 60})
+        wait_for_cover(self.session, self.monitors, 20)
+        self.assertEqual(self.command(str(PROGRAM), "skip").returncode, 0)
+        wait_for_uncover(self.session, 10)
+        self.make_this_break_the_last(program)
+        Session.end(program.process)
+        files = sorted(self.folder.iterdir())
+        self.assertEqual([stat.S_IMODE(file.stat().st_mode) for file in files], [0o600] * len(files))
+        lines = "".join(file.read_text() for file in files).splitlines()
+        ends = [line.split(",")[2:4] + line.split(",")[-1:] for line in lines if "date" not in line]
+        self.assertEqual(ends[:2], [["work", "", "break"], ["break", "short", "skipped"]])
+        told = self.history("--days", "2", "--csv").stdout.splitlines()
+        worked, taken, skipped = (sum(int(line.split(",")[column]) for line in told[1:]) for column in (1, 2, 3))
+        self.assertGreaterEqual(worked, 60)
+        self.assertEqual((taken, skipped), (0, 1))
+
+    def test_nothing_is_written_before_somebody_wants_it(self):
+        program = self.launch({"pref.break.time": 60})
+        wait_for_cover(self.session, self.monitors, 20)
+        Session.end(program.process)
+        self.assertFalse(self.folder.exists())
+
+    def test_a_folder_in_place_of_a_month_is_told_in_the_log(self):
+        (self.folder / f"{self.today:%Y-%m}.csv").mkdir(parents=True)
+        program = self.launch(KEPT)
+        wait_until(lambda: self.status().startswith("working") and "1000:00" not in self.status(), 10,
+                   "some of the work to have passed")
+        self.command(str(PROGRAM), "pause")
+        program.wait_for("warning .* the history cannot be written and waits: .*Is a directory", 10)
+        told = self.history()
+        self.assertEqual(told.returncode, 1)
+        self.assertIn("Is a directory", told.stderr)
+
+
+class Window(HistoryTest):
+    def test_it_shows_the_day_that_the_keys_or_the_pointer_go_to(self):
+        self.days(14)
+        self.launch(KEPT)
+        self.show_history()
+        self.assertEqual(len(self.columns()), 14)
+        wait_until(lambda: "1 h 0 min" in self.names(), 5, "today's work")
+        self.assertIn("250 of 1500 ml", self.names())
+        today = self.columns()[-1]
+        self.assertIn(str(self.today.day), today.name())
+        self.screen.press("Tab")
+        wait_until(lambda: "focused" in today.states() or self.screen.press("Tab"), 5, "the keys to reach the days")
+        self.screen.press("Left")
+        wait_until(lambda: "1 h 1 min" in self.names(), 5, "yesterday's work")
+        self.screen.press("Home")
+        wait_until(lambda: "1 h 13 min" in self.names(), 5, "the work of the first day")
+        box = self.columns()[6].box()
+        self.screen.move(box.x + box.width // 2, box.y + box.height // 2)
+        wait_until(lambda: "1 h 7 min" in self.names(), 5, "the work of the day under the pointer")
+
+    def test_it_turns_to_weeks_and_back_and_closes(self):
+        self.days(14)
+        self.launch(KEPT)
+        self.show_history()
+        self.click("radio button", "Weeks")
+        wait_until(lambda: len(self.columns()) == 12, 5, "the weeks")
+        self.click("radio button", "Days")
+        wait_until(lambda: len(self.columns()) == 14, 5, "the days")
+        self.screen.press("Escape")
+        wait_until(lambda: not self.windows(), 5, "the window to close")
+        self.show_history()
+        self.assertEqual(len(self.columns()), 14)
+
+    def test_it_forgets_everything_only_when_the_question_is_answered(self):
+        self.days(2)
+        self.launch(KEPT)
+        self.show_history()
+        self.click("push button", "Forget Everything")
+        question = "Delete everything that was recorded? It cannot be brought back."
+        wait_until(lambda: question in self.names(), 5, "the question")
+        self.screen.press("Escape")
+        wait_until(lambda: question not in self.names(), 5, "the question to go")
+        self.assertTrue(any(self.folder.iterdir()))
+        self.click("push button", "Forget Everything")
+        self.click("push button", "Delete")
+        wait_until(lambda: not self.folder.exists(), 5, "the history to be forgotten")
+        wait_until(lambda: "Nothing has been recorded yet." in self.names(), 5, "the empty picture")
+
+    def test_the_settings_open_it_and_switch_it_on(self):
+        program = self.open(pane="Workflow")
+        self.click_seen("check box", "Keep a history of work, breaks and water")
+        self.wait_stored(program, "pref.history.enable", True)
+        self.click_seen("push button", "Show History")
+        wait_until(self.windows, 10, "the history")
+
+    def click_seen(self, role, name):
+        """Goes to an element with the keyboard, which scrolls there, and presses it."""
+        def reached():
+            element = self.window.find(role, name)
+            return element and "focused" in element.states() or self.screen.press("Tab")
+        wait_until(reached, 20, f"{name!r} to have the keyboard")
+        self.screen.press("space")
+
+    def test_the_action_of_the_desktop_entry_shows_it(self):
+        self.launch(KEPT)
+        command = ENTRY.read_text().split("[Desktop Action history]")[1].split("Exec=")[1].split("\n")[0]
+        name, *arguments = shlex.split(command)
+        self.assertEqual(name, os.path.basename(str(PROGRAM)))
+        wait_until(lambda: self.command(str(PROGRAM), *arguments).returncode == 0, 10, "the program to hear of it")
+        wait_until(self.windows, 10, "the history")
+
+
+if __name__ == "__main__":
+    main()
