@@ -139,6 +139,16 @@ class WaylandSession(Session):
         """A panel with a tray along the lower edge of every output."""
         return self.spawn(["swaybar", "-b", "bar-0"], {"SWAYSOCK": str(self.ipc)})
 
+    def start_high_bar(self, height=30):
+        """A dark panel along the upper edge of every output, in the layer above windows."""
+        config, style = self.folder / "waybar.json", self.folder / "waybar.css"
+        config.write_text(json.dumps({"layer": "top", "position": "top", "height": height, "modules-center": ["clock"]}))
+        style.write_text("window#waybar { background: #202020; color: white; }")
+        bar = self.spawn(["waybar", "-c", str(config), "-s", str(style)])
+        wait_until(lambda: all(self.picture(monitor).pixel(20, height - 2) == (32, 32, 32) for monitor in self.monitors), 15,
+                   "the panel")
+        return bar
+
     def kill_compositor(self):
         """As a crash does."""
         self.input.close()

@@ -142,6 +142,41 @@ class WaterPanel(WaterTest):
         self.assertFalse(panel.fullscreen)
 
 
+class UnderBars(WaterTest):
+    @classmethod
+    def setUpClass(cls):
+        super().setUpClass()
+        cls.session.start_high_bar()
+
+    def test_no_bar_hides_its_upper_edge(self):
+        program = self.start()
+        self.tell(program, "water")
+        self.stands_at(self.monitors[0], self.monitors[0].width - PANEL[0], 0)
+        self.click_in(CLOSE)
+        self.gone()
+
+    def test_a_break_is_above_it_whichever_came_first(self):
+        program = self.launch({"pref.water.enable": True, "pref.work.time": 2}, environment={"TZ": noon_zone()})
+        self.wait_for_cover()
+        self.settle(1)      # in which both outputs end their fades
+        wait_until(self.shows_nothing_but_the_break, 3, "the break")
+        self.tell(program, "water")
+        self.settle(1)      # in which the panel would come
+        self.assertTrue(self.shows_nothing_but_the_break())
+        self.skip(self.monitors[1])
+        program.wait_for("skip break view$", 5)
+        self.stands_at(self.monitors[0], self.monitors[0].width - PANEL[0], 0)
+        self.wait_for_cover()
+        wait_until(self.shows_nothing_but_the_break, 3, "the next break above it")
+
+    def shows_nothing_but_the_break(self):
+        """Where the panel stands, as far down as the break's figures, which the two outputs paint each in its own time."""
+        place = Box(self.monitors[0].width - PANEL[0], 0, PANEL[0], 300)
+        first, second = (self.screen.picture(monitor).crop(place).data for monitor in self.monitors)
+        # A level or two can be left of what a fade ends above.
+        return all(abs(a - b) <= 4 for a, b in zip(first, second))
+
+
 class Undocked(WaterTest):
     SESSION = NestedWaylandSession
 

@@ -43,6 +43,24 @@ zwlr_layer_surface_v1* LayerShell::makeSurface(wl_surface* surface, wl_output* o
     return zwlr_layer_shell_v1_get_layer_surface(shell_, surface, output, layer, purpose);
 }
 
+bool LayerShell::movesSurfaces() const {
+    return zwlr_layer_shell_v1_get_version(shell_) >= ZWLR_LAYER_SURFACE_V1_SET_LAYER_SINCE_VERSION;
+}
+
+/// A panel belongs above bars, which are anywhere below the highest layer. Of two surfaces in one layer each
+/// compositor has another one above, so that it leaves that layer to a cover.
+std::uint32_t LayerShell::layerFor(WindowRole role) const {
+    const bool covered =
+        std::any_of(hosts_.begin(), hosts_.end(), [](const LayerHost* host) { return host->covers(); });
+    const bool highest = role == WindowRole::Cover || (movesSurfaces() && !covered);
+    return highest ? ZWLR_LAYER_SHELL_V1_LAYER_OVERLAY : ZWLR_LAYER_SHELL_V1_LAYER_TOP;
+}
+
+void LayerShell::arrange() {
+    for (LayerHost* host : hosts_)
+        host->changeLayer();
+}
+
 LayerHost::LayerHost(LayerTools tools, QQuickWindow& window, QQuickItem& content, WindowRole role)
     : tools_(tools), window_(window), content_(content), role_(role) {
     // The hint keeps Qt from making a window of the surface.
@@ -53,6 +71,7 @@ LayerHost::LayerHost(LayerTools tools, QQuickWindow& window, QQuickItem& content
     window_.setFormat(format);
     window_.setColor(Qt::transparent);
     window_.installEventFilter(this);
+    tools_.shell.add(*this);
     // Which may be told after the place that belongs to it, and the margins are counted from the screen's
     // edges.
     watchScreens(*this, [this] { screensChanged(); });
@@ -60,6 +79,7 @@ LayerHost::LayerHost(LayerTools tools, QQuickWindow& window, QQuickItem& content
 
 LayerHost::~LayerHost() {
     withdraw();
+    tools_.shell.remove(*this);
 }
 
 void LayerHost::setPlace(const QRect& place, const QString& connector) {
@@ -121,10 +141,27 @@ void LayerHost::makeSurface(QScreen& screen) {
         },
         [](void* data, zwlr_layer_surface_v1*) { static_cast<LayerHost*>(data)->withdraw(); }};
     shownOn_ = connector_;
-    const auto layer =
-        role_ == WindowRole::Cover ? ZWLR_LAYER_SHELL_V1_LAYER_OVERLAY : ZWLR_LAYER_SHELL_V1_LAYER_TOP;
-    surface_ = tools_.shell.makeSurface(wayland::surface(window_), wayland::output(screen), layer);
+    layer_ = tools_.shell.layerFor(role_);
+    surface_ = tools_.shell.makeSurface(wayland::surface(window_), wayland::output(screen), layer_);
     zwlr_layer_surface_v1_add_listener(surface_, &listener, this);
+    if (covers())
+        tools_.shell.arrange();
+}
+
+void LayerHost::changeLayer() {
+    const std::uint32_t layer = tools_.shell.layerFor(role_);
+    if (surface_ == nullptr || layer == std::exchange(layer_, layer))
+        return;
+    zwlr_layer_surface_v1_set_layer(surface_, layer);
+    commit();
+}
+
+void LayerHost::destroySurface() {
+    if (surface_ == nullptr)
+        return;
+    zwlr_layer_surface_v1_destroy(std::exchange(surface_, nullptr));
+    if (role_ == WindowRole::Cover)
+        tools_.shell.arrange();
 }
 
 /// The surface loses its role before Qt destroys it; the next one is made from scratch.
@@ -133,18 +170,17 @@ void LayerHost::withdraw() {
     endDrag();
     hover_ = Hover::No;
     pointer_.reset();
-    if (surface_ != nullptr)
-        zwlr_layer_surface_v1_destroy(std::exchange(surface_, nullptr));
+    destroySurface();
     shownOn_.clear();
     window_.hide();
     window_.destroy();
 }
 
 bool LayerHost::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::PlatformSurface && surface_ != nullptr &&
+    if (event->type() == QEvent::PlatformSurface &&
         static_cast<QPlatformSurfaceEvent*>(event)->surfaceEventType() ==
             QPlatformSurfaceEvent::SurfaceAboutToBeDestroyed)
-        zwlr_layer_surface_v1_destroy(std::exchange(surface_, nullptr));
+        destroySurface();
     if (role_ == WindowRole::Panel)
         hear(*event);
     return QObject::eventFilter(watched, event);

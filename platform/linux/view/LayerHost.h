@@ -8,11 +8,14 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <vector>
 
 struct zwlr_layer_shell_v1;
 struct zwlr_layer_surface_v1;
 
 namespace kelpa::view {
+
+class LayerHost;
 
 /// What a compositor offers for panels, screen covers and the like: surfaces above all windows that stand
 /// where they are told to.
@@ -29,10 +32,20 @@ class LayerShell {
     [[nodiscard]] zwlr_layer_surface_v1* makeSurface(wl_surface* surface, wl_output* output,
                                                      std::uint32_t layer);
 
+    /// From its making to its end a host is known here.
+    void add(LayerHost& host) { hosts_.push_back(&host); }
+    void remove(const LayerHost& host) { std::erase(hosts_, &host); }
+    /// In which layer a host's surface belongs now.
+    [[nodiscard]] std::uint32_t layerFor(WindowRole role) const;
+    /// A cover has come or gone.
+    void arrange();
+
   private:
     explicit LayerShell(zwlr_layer_shell_v1* shell) : shell_(shell) {}
+    [[nodiscard]] bool movesSurfaces() const;
 
     zwlr_layer_shell_v1* shell_;
+    std::vector<LayerHost*> hosts_;
 };
 
 /// What layers are made with, all of it the stage's.
@@ -63,6 +76,10 @@ class LayerHost final : public QObject, public WindowHost {
     void endDrag() override;
     [[nodiscard]] QRect place() const override { return place_; }
 
+    [[nodiscard]] bool covers() const { return role_ == WindowRole::Cover && surface_ != nullptr; }
+    /// To the layer where it belongs now, if it is in another one.
+    void changeLayer();
+
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
@@ -72,6 +89,7 @@ class LayerHost final : public QObject, public WindowHost {
     void screensChanged();
     void showNow(QScreen& screen);
     void makeSurface(QScreen& screen);
+    void destroySurface();
     void withdraw();
     void configured(std::uint32_t serial, QSize size);
     /// Tells the compositor what the surface is to be; it counts from the next commit.
@@ -91,6 +109,7 @@ class LayerHost final : public QObject, public WindowHost {
     QString connector_;
     QString shownOn_;
     zwlr_layer_surface_v1* surface_ = nullptr; ///< null while the window is not on its way to the screen
+    std::uint32_t layer_ = 0;
     Hover hover_ = Hover::No;
     std::optional<QPointF> pointer_; ///< where it was over the panel
     std::optional<QPointF> held_;    ///< where a drag took hold of the window, while no distance was told
