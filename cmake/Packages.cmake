@@ -34,5 +34,7 @@ set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 list(JOIN KELPA_QML_PACKAGES ", " CPACK_DEBIAN_PACKAGE_DEPENDS)
 # The built-in prompts are Chinese; feedback mail and links go through xdg-utils, updates over HTTPS.
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "default-dbus-session-bus | dbus-session-bus, ca-certificates, fonts-noto-cjk | fonts-wqy-microhei, qt6-wayland, xdg-utils")
+# Breaks that wait while a program records sound.
+set(CPACK_DEBIAN_PACKAGE_SUGGESTS "pulseaudio-utils")
 
 include(CPack)

@@ -3,6 +3,10 @@
 #include "base/Text.h"
 #include "logging/SharedLogger.h"
 #include "platform/linux/BuildConfig.h"
+#include "platform/linux/busy/CameraUse.h"
+#include "platform/linux/busy/FullScreenWindow.h"
+#include "platform/linux/busy/KeptAwake.h"
+#include "platform/linux/busy/SoundRecording.h"
 #include "platform/linux/events/BusActivity.h"
 #include "platform/linux/events/WaylandActivity.h"
 #include "platform/linux/events/X11Activity.h"
@@ -44,6 +48,19 @@ std::vector<std::unique_ptr<ActivitySource>> activitySources(EventLoop& loop, Ac
     return sources;
 }
 
+std::map<BusyReason, std::unique_ptr<BusySource>> busySources(EventLoop& loop, Display& display, Bus& session,
+                                                              Bus& system) {
+    std::map<BusyReason, std::unique_ptr<BusySource>> sources;
+    sources.emplace(BusyReason::Sound, std::make_unique<SoundRecording>(loop));
+    sources.emplace(BusyReason::Camera, std::make_unique<CameraUse>(loop));
+    if (X11Connection* x11 = display.x11())
+        sources.emplace(BusyReason::FullScreen, std::make_unique<X11FullScreen>(*x11));
+    if (WaylandConnection* wayland = display.wayland())
+        sources.emplace(BusyReason::FullScreen, std::make_unique<WaylandFullScreen>(*wayland));
+    sources.emplace(BusyReason::Awake, std::make_unique<KeptAwake>(session, system));
+    return sources;
+}
+
 } // namespace
 
 Program::Program(EventLoop& loop, Display& display, double speed, Bus& session, Instance& instance)
@@ -56,7 +73,8 @@ Program::Program(EventLoop& loop, Display& display, double speed, Bus& session, 
                 activitySources(loop, activityCounts(), windows_, session, systemBus_, speed)),
       loginItem_({AutostartFolders::ofEnvironment(), {build::identifier, build::displayName, programPath()}},
                  [this] { return portal(); }),
-      mail_(loop, [this] { return portal(); }), updateWindow_(windows_),
+      mail_(loop, [this] { return portal(); }),
+      busyness_(loop, busySources(loop, display, session, systemBus_)), updateWindow_(windows_),
       updater_({loop, clock_, store_, updateWindow_, *this},
                UpdateSetup::ofThisCopy(system_, translations_.language())),
       breakNotice_(session, notificationSender(), [this](const std::string& why) { warning(why); }),
@@ -77,7 +95,7 @@ Program::Program(EventLoop& loop, Display& display, double speed, Bus& session, 
              loop,
              lock_,
              activity_,
-             Services{&loginItem_, &updater_, &mail_, &about_, &preferences_, &breakNotice_, nullptr,
+             Services{&loginItem_, &updater_, &mail_, &about_, &preferences_, &breakNotice_, &busyness_,
                       &historyWindow_}},
       logFiles_(clock_), delegate_(ports_, logFiles_), remote_(loop, loop), instance_(instance),
       notice_(loop, session, trayNotice_, noticeDesktop()), activation_(loop, activationWays()) {

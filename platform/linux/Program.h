@@ -8,6 +8,7 @@
 #include "platform/linux/LinuxClock.h"
 #include "platform/linux/LinuxFonts.h"
 #include "platform/linux/LinuxSystemInfo.h"
+#include "platform/linux/busy/DesktopBusyness.h"
 #include "platform/linux/control/ControlObject.h"
 #include "platform/linux/display/Display.h"
 #include "platform/linux/events/DesktopActivity.h"
@@ -93,6 +94,7 @@ class Program final : private StoreReport, private WindowReport, private Instanc
     DesktopActivity activity_;
     LinuxLoginItem loginItem_;
     LinuxMail mail_;
+    DesktopBusyness busyness_;
     RemoteUpdateWindow updateWindow_;
     LinuxUpdater updater_;
     DesktopNotifications breakNotice_;

@@ -4,12 +4,12 @@ from pathlib import Path
 
 sys.path.append(str(Path(__file__).resolve().parents[1] / "desktop"))
 
-from support import SPEED, Box, DesktopTest, Session, main, wait_until  # noqa: E402
+from support import PROGRAM, SPEED, Box, DesktopTest, Session, main, wait_until  # noqa: E402
 from virtual_desktop import (Monitor, MutterSession, NestedWaylandSession, VirtualInput, WaylandSession,  # noqa: E402
                              wait_for_countdown)
 
-__all__ = ["LIGHTS", "SPEED", "WALLPAPER", "Box", "DesktopTest", "Monitor", "MutterSession", "NestedWaylandSession", "Session",
-           "VirtualInput", "WaylandSession", "WaylandTest", "main", "wait_until"]
+__all__ = ["LIGHTS", "PROGRAM", "SPEED", "WALLPAPER", "Box", "DesktopTest", "Monitor", "MutterSession", "NestedWaylandSession",
+           "Session", "VirtualInput", "WaylandSession", "WaylandTest", "main", "wait_until"]
 
 WALLPAPER, LIGHT = (38, 70, 83), (0xF1, 0xF2, 0xF4)
 # Of the last step of a fade a level can be missing.

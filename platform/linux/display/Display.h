@@ -9,6 +9,7 @@
 
 namespace kelpa {
 
+class WaylandConnection;
 class X11Connection;
 
 /// Where what draws reports what a person who reads the log should know.
@@ -52,6 +53,8 @@ class Display {
     [[nodiscard]] virtual FocusMemory& focus() = 0;
     /// The connection to an X server, whose trays embed icons; null where there is no such server.
     [[nodiscard]] virtual X11Connection* x11() = 0;
+    /// The connection to a Wayland compositor; null where that is not what windows are shown by.
+    [[nodiscard]] virtual WaylandConnection* wayland() = 0;
 };
 
 struct OpenedDisplay {

@@ -48,6 +48,33 @@ Subscription WaylandConnection::listen(WaylandGlobals& globals) {
     return Subscription([this, place] { listeners_.erase(place); });
 }
 
+const WaylandGlobal* WaylandConnection::offer(const std::string& interface) const {
+    const auto found = std::find_if(offered_.begin(), offered_.end(),
+                                    [&interface](const auto& each) { return each.interface == interface; });
+    return found == offered_.end() ? nullptr : &*found;
+}
+
+Subscription WaylandConnection::whenAnswered(std::function<void()> told) {
+    struct Question {
+        wl_callback* callback;
+        std::function<void()> told;
+        void end() {
+            if (wl_callback* open = std::exchange(callback, nullptr))
+                wl_callback_destroy(open);
+        }
+    };
+    static constexpr wl_callback_listener listener{[](void* data, wl_callback*, std::uint32_t) {
+        auto* question = static_cast<Question*>(data);
+        question->end();
+        const auto ended = std::move(question->told);
+        ended();
+    }};
+    const auto question = std::make_shared<Question>(Question{wl_display_sync(display_), std::move(told)});
+    wl_callback_add_listener(question->callback, &listener, question.get());
+    flush();
+    return Subscription([question] { question->end(); });
+}
+
 void* WaylandConnection::bindAny(const WaylandGlobal& global, const wl_interface& interface,
                                  std::uint32_t version) {
     return wl_registry_bind(registry_, global.number, &interface, std::min(version, global.version));

@@ -42,6 +42,11 @@ class WaylandConnection {
     /// Tells `globals` of what is offered now, and of what comes and goes until the handle ends, which must
     /// be before the connection and not from inside a call.
     Subscription listen(WaylandGlobals& globals);
+    /// What is offered by that name now; null where nothing is. For the moment only: it may go.
+    [[nodiscard]] const WaylandGlobal* offer(const std::string& interface) const;
+    /// Runs `told` once, from the main loop, when the compositor has dealt with all that was asked for until
+    /// now. The handle, which may end inside of `told`, ends that and must end before the connection.
+    Subscription whenAnswered(std::function<void()> told);
     /// Gives the object behind an offer, in the version that is asked for or the compositor's where that is
     /// lower. Null only when memory is out.
     template <typename Object>

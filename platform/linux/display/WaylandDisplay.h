@@ -60,6 +60,7 @@ class WaylandDisplay final : public Display {
     [[nodiscard]] Screens& screens() override { return screens_; }
     [[nodiscard]] FocusMemory& focus() override { return focus_; }
     [[nodiscard]] X11Connection* x11() override { return nullptr; }
+    [[nodiscard]] WaylandConnection* wayland() override { return connection_.get(); }
 
   private:
     WaylandDisplay(EventLoop& loop, std::unique_ptr<WaylandConnection> connection);

@@ -61,6 +61,7 @@ class X11Display final : public Display {
     [[nodiscard]] Screens& screens() override { return screens_; }
     [[nodiscard]] FocusMemory& focus() override { return focus_; }
     [[nodiscard]] X11Connection* x11() override { return connection_.get(); }
+    [[nodiscard]] WaylandConnection* wayland() override { return nullptr; }
 
   private:
     X11Display(EventLoop& loop, std::unique_ptr<X11Connection> connection);

@@ -1,48 +1,13 @@
 #include "platform/linux/services/Launcher.h"
 
-#include <csignal>
-#include <spawn.h>
+#include "platform/linux/services/Spawn.h"
+
 #include <sys/wait.h>
-#include <unistd.h>
 #include <utility>
 
 namespace kelpa {
 
 namespace {
-
-/// A child process starts with the signals of a fresh program, whatever ours are set to.
-class SpawnAttributes {
-  public:
-    SpawnAttributes() {
-        posix_spawnattr_init(&attributes_);
-        sigset_t none;
-        sigset_t all;
-        sigemptyset(&none);
-        sigfillset(&all);
-        posix_spawnattr_setsigmask(&attributes_, &none);
-        posix_spawnattr_setsigdefault(&attributes_, &all);
-        posix_spawnattr_setflags(&attributes_, POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
-    }
-    ~SpawnAttributes() { posix_spawnattr_destroy(&attributes_); }
-    SpawnAttributes(const SpawnAttributes&) = delete;
-    SpawnAttributes& operator=(const SpawnAttributes&) = delete;
-    [[nodiscard]] const posix_spawnattr_t* get() const { return &attributes_; }
-
-  private:
-    posix_spawnattr_t attributes_{};
-};
-
-/// The process id, or 0 when the program cannot be started.
-int spawn(std::vector<std::string>& command) {
-    std::vector<char*> pointers;
-    for (auto& argument : command)
-        pointers.push_back(argument.data());
-    pointers.push_back(nullptr);
-    int pid = 0;
-    const int error =
-        posix_spawnp(&pid, pointers[0], nullptr, SpawnAttributes().get(), pointers.data(), environ);
-    return error == 0 ? pid : 0;
-}
 
 std::vector<std::string> mailCommand(const Mail& mail) {
     std::vector<std::string> arguments{"xdg-email", "--utf8", "--subject", mail.subject, "--body", mail.body};

@@ -1,0 +1,58 @@
+#include "platform/linux/busy/DesktopBusyness.h"
+
+#include <list>
+#include <utility>
+
+namespace kelpa {
+
+namespace {
+
+/// All that was asked at once: it is over with the first reason that holds, or with the last that does not.
+class Inquiry {
+  public:
+    Inquiry(EventLoop& loop, BusyProbe::Answer answer) : loop_(loop), answer_(std::move(answer)) {}
+
+    void ask(BusyReason reason, BusySource& source) {
+        ++open_;
+        asked_.push_back(source.ask([this, reason](bool holds) { told(reason, holds); }));
+    }
+    /// Nobody was left to be asked; those who were may have answered already.
+    void askedAll() { told(std::nullopt, false); }
+
+  private:
+    void told(std::optional<BusyReason> reason, bool holds) {
+        if (telling_.active() || (!holds && --open_ > 0))
+            return;
+        telling_ = loop_.afterReal(0, [this, found = holds ? reason : std::nullopt] { tell(found); });
+    }
+    void tell(std::optional<BusyReason> found) {
+        asked_.clear();
+        // Which may end the inquiry.
+        const auto answer = std::exchange(answer_, nullptr);
+        answer(found);
+    }
+
+    EventLoop& loop_;
+    BusyProbe::Answer answer_;
+    int open_ = 1; ///< those who owe an answer, and whoever asks
+    std::list<Subscription> asked_;
+    Subscription telling_; ///< active once the answer is known
+};
+
+} // namespace
+
+Subscription DesktopBusyness::ask(const std::set<BusyReason>& reasons, Answer answer) {
+    auto inquiry = std::make_shared<Inquiry>(loop_, std::move(answer));
+    for (const BusyReason reason : reasons)
+        if (const auto source = sources_.find(reason); source != sources_.end())
+            inquiry->ask(reason, *source->second);
+    inquiry->askedAll();
+    return Subscription([inquiry]() mutable { inquiry = nullptr; });
+}
+
+std::optional<std::string> DesktopBusyness::unavailable(BusyReason reason) {
+    const auto source = sources_.find(reason);
+    return source == sources_.end() ? std::nullopt : source->second->unavailable();
+}
+
+} // namespace kelpa

@@ -1,0 +1,148 @@
+#include "platform/linux/busy/FullScreenWindow.h"
+
+#include "base/Text.h"
+
+#include <algorithm>
+#include <foreign-toplevel.h>
+#include <list>
+#include <memory>
+#include <span>
+#include <utility>
+
+namespace kelpa {
+
+namespace {
+
+/// The first version that tells of full screens.
+constexpr std::uint32_t listVersion = 2;
+constexpr std::uint32_t mostStates = 64;
+
+std::string windowsAreHidden() {
+    return localized("This desktop does not tell which window is active.");
+}
+
+template <typename Value>
+std::span<const Value> valuesOf(const X11Reply<xcb_get_property_reply_t>& property) {
+    if (!property)
+        return {};
+    return {static_cast<const Value*>(xcb_get_property_value(property.get())),
+            static_cast<std::size_t>(xcb_get_property_value_length(property.get())) / sizeof(Value)};
+}
+
+/// One window of a compositor's list.
+struct Toplevel {
+    zwlr_foreign_toplevel_handle_v1* handle;
+    bool covers = false; ///< and is the active one
+
+    explicit Toplevel(zwlr_foreign_toplevel_handle_v1* listed) : handle(listed) {
+        using Handle = zwlr_foreign_toplevel_handle_v1;
+        static constexpr zwlr_foreign_toplevel_handle_v1_listener listener{
+            [](void*, Handle*, const char*) {},
+            [](void*, Handle*, const char*) {},
+            [](void*, Handle*, wl_output*) {},
+            [](void*, Handle*, wl_output*) {},
+            [](void* self, Handle*, wl_array* states) { static_cast<Toplevel*>(self)->setStates(*states); },
+            [](void*, Handle*) {},
+            [](void*, Handle*) {}};
+        zwlr_foreign_toplevel_handle_v1_add_listener(handle, &listener, this);
+    }
+    ~Toplevel() { zwlr_foreign_toplevel_handle_v1_destroy(handle); }
+    Toplevel(const Toplevel&) = delete;
+    Toplevel& operator=(const Toplevel&) = delete;
+
+    void setStates(const wl_array& states) {
+        const std::span all(static_cast<const std::uint32_t*>(states.data),
+                            states.size / sizeof(std::uint32_t));
+        const auto has = [&all](std::uint32_t state) {
+            return std::find(all.begin(), all.end(), state) != all.end();
+        };
+        covers = has(ZWLR_FOREIGN_TOPLEVEL_HANDLE_V1_STATE_ACTIVATED) &&
+                 has(ZWLR_FOREIGN_TOPLEVEL_HANDLE_V1_STATE_FULLSCREEN);
+    }
+};
+
+/// The list for as long as one question takes. The compositor tells of every window before it answers what
+/// was asked after the list.
+class ToplevelList {
+  public:
+    ToplevelList(WaylandConnection& connection, const WaylandGlobal& offer, BusySource::Answer answer)
+        : manager_(connection.bind<zwlr_foreign_toplevel_manager_v1>(
+              offer, zwlr_foreign_toplevel_manager_v1_interface, listVersion)),
+          connection_(connection), answer_(std::move(answer)) {
+        static constexpr zwlr_foreign_toplevel_manager_v1_listener listener{
+            [](void* self, zwlr_foreign_toplevel_manager_v1*, zwlr_foreign_toplevel_handle_v1* listed) {
+                static_cast<ToplevelList*>(self)->toplevels_.emplace_back(listed);
+            },
+            [](void*, zwlr_foreign_toplevel_manager_v1*) {}};
+        zwlr_foreign_toplevel_manager_v1_add_listener(manager_, &listener, this);
+        told_ = connection.whenAnswered([this] {
+            answer_(std::any_of(toplevels_.begin(), toplevels_.end(),
+                                [](const Toplevel& toplevel) { return toplevel.covers; }));
+        });
+    }
+    ~ToplevelList() {
+        zwlr_foreign_toplevel_manager_v1_stop(manager_);
+        zwlr_foreign_toplevel_manager_v1_destroy(manager_);
+        toplevels_.clear();
+        connection_.flush();
+    }
+    ToplevelList(const ToplevelList&) = delete;
+    ToplevelList& operator=(const ToplevelList&) = delete;
+
+  private:
+    zwlr_foreign_toplevel_manager_v1* manager_;
+    WaylandConnection& connection_;
+    BusySource::Answer answer_;
+    std::list<Toplevel> toplevels_;
+    Subscription told_;
+};
+
+} // namespace
+
+X11Reply<xcb_get_property_reply_t> X11FullScreen::property(xcb_window_t window, const char* name,
+                                                           xcb_atom_t type) {
+    const auto cookie =
+        xcb_get_property(connection_.get(), 0, window, connection_.atom(name), type, 0, mostStates);
+    auto reply = connection_.reply<xcb_get_property_reply_t>(cookie);
+    connection_.settle();
+    return reply;
+}
+
+bool X11FullScreen::covers(xcb_window_t window) {
+    const auto states = property(window, "_NET_WM_STATE", XCB_ATOM_ATOM);
+    const auto all = valuesOf<xcb_atom_t>(states);
+    return std::find(all.begin(), all.end(), connection_.atom("_NET_WM_STATE_FULLSCREEN")) != all.end();
+}
+
+Subscription X11FullScreen::ask(Answer answer) {
+    const auto active = property(connection_.root(), "_NET_ACTIVE_WINDOW", XCB_ATOM_WINDOW);
+    const auto window = valuesOf<xcb_window_t>(active);
+    answer(!window.empty() && window[0] != XCB_WINDOW_NONE && covers(window[0]));
+    return {};
+}
+
+std::optional<std::string> X11FullScreen::unavailable() {
+    if (!valuesOf<xcb_window_t>(property(connection_.root(), "_NET_SUPPORTING_WM_CHECK", XCB_ATOM_WINDOW))
+             .empty())
+        return std::nullopt;
+    return windowsAreHidden();
+}
+
+Subscription WaylandFullScreen::ask(Answer answer) {
+    const WaylandGlobal* offer = connection_.offer(zwlr_foreign_toplevel_manager_v1_interface.name);
+    if (offer == nullptr || offer->version < listVersion) {
+        answer(false);
+        return {};
+    }
+    auto list = std::make_shared<ToplevelList>(connection_, *offer, std::move(answer));
+    return Subscription([list]() mutable { list = nullptr; });
+}
+
+std::optional<std::string> WaylandFullScreen::unavailable() {
+    const WaylandGlobal* offer = connection_.offer(zwlr_foreign_toplevel_manager_v1_interface.name);
+    if (offer != nullptr && offer->version >= listVersion)
+        return std::nullopt;
+    return windowsAreHidden();
+}
+
+} // namespace kelpa
