@@ -168,13 +168,21 @@ class Session:
     def _start_buses(self):
         for kind, variable in (("session", "DBUS_SESSION_BUS_ADDRESS"), ("system", "DBUS_SYSTEM_BUS_ADDRESS")):
             path, config = self.folder / f"{kind}-bus", self.folder / f"{kind}-bus.conf"
-            services = "<standard_session_servicedirs/>" if kind == "session" and self.activation else ""
+            services = self._services() if kind == "session" and self.activation else ""
             config.write_text(BUS.format(kind=kind, path=path, services=services))
             # The buses start other programs, and those need to know both.
             self.environment[variable] = f"unix:path={path}"
         for kind in ("system", "session"):
             self._start_bus(kind)
         self._connect()
+
+    def _services(self):
+        """What is installed here may be started by the bus, but no notifications: they would stand in the pictures."""
+        folder = self.folder / "services"
+        folder.mkdir(exist_ok=True)
+        name = "org.freedesktop.Notifications"
+        (folder / f"{name}.service").write_text(f"[D-BUS Service]\nName={name}\nExec=/bin/false\n")
+        return f"<servicedir>{folder}</servicedir><standard_session_servicedirs/>"
 
     def _start_bus(self, kind):
         daemon = self.spawn(["dbus-daemon", f"--config-file={self.folder}/{kind}-bus.conf", "--nofork", "--nopidfile"])
