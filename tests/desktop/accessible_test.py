@@ -27,6 +27,7 @@ STOPS = {
                  ("check box", "Stop timer after Mouse stop for 5 mins"),
                  ("check box", "Show a new day prompt"), ("combo box", "Tell me before a break"),
                  ("text", "Minutes that a break is put off by"),
+                 ("check box", "Hold breaks while I am busy"),
                  ("check box", "Keep a history of work, breaks and water"),
                  ("push button", "Show History")],
     "Style": [("combo box", "Break Style"), ("radio button", "Break"), ("text", "Add"), ("push button", "Add"),
