@@ -191,7 +191,7 @@ class Commands(ControlTest):
     def test_status_says_what_the_tray_says(self):
         program = self.running({"pref.work.time": 62})
         status = self.status()
-        self.assertEqual(set(status), {"state", "time", "seconds", "break", "paused", "water"})
+        self.assertEqual(set(status), {"state", "time", "seconds", "break", "held", "paused", "water"})
         self.assertEqual(status["water"], {"enabled": False, "finished": 0, "target": 1500})
         self.assertEqual((status["state"], status["break"], status["paused"]), ("working", "none", False))
         self.assertRegex(status["time"], r"^0101:\d\d$|^0102:00$")

@@ -171,6 +171,8 @@ class Panes(PreferencesTest):
         self.click_into("list item", "last")
         self.screen.press("Delete")
         self.wait_stored(program, "break_prompt_list_0", [""])
+        wait_until(lambda: self.window.find("list item", "last") is None, 5, "the list to show that")
+        wait_until(lambda: "focused" in self.find("list item").states(), 5, "what is left to have the keyboard")
         self.screen.press("Delete")
         self.wait_stored(program, "break_prompt_list_0", [])
         self.assertIsNone(self.window.find("list item"))
