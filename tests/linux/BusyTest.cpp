@@ -24,6 +24,9 @@ TEST(SoundStreams, aProgramThatRecordsCountsAndNeitherStillOnesNorModulesNorMete
                         "\tResample method: peaks\n\n"
                         "Source Output #10\n\tClient: 3\n\tSource: 17\n\tCorked: no\n"),
         (Sources{"1", "17"}));
+    EXPECT_EQ(recordedSources("Source Output #55\n\tDriver: PipeWire\n\tOwner Module: n/a\n\tClient: 54\n"
+                              "\tSource: 51\n\tCorked: no\n\tResample method: PipeWire\n"),
+              Sources{"51"});
     EXPECT_EQ(
         realSources("Source #0\n\tName: out.monitor\n\tDescription: Source #5\n\tMonitor of Sink: out\n\n"
                     "Source #1\n\tName: mic\n\tMonitor of Sink: n/a\n\n"

@@ -42,6 +42,22 @@ class Menu(MacTest):
         program.choose("- Wrok -")
         self.assertEqual((self.line(program, 2)["title"], program.title()), ("- Stop -", "25:00"))
 
+    def test_a_pause_with_an_end(self):
+        program = self.launch({"pref.work.time": 25, "stop_timer_after_mouse_stop": False})
+        program.pass_time(60)
+        program.ask("pause", duration="45m")
+        self.assertIn("Paused until ", program.ask("title")["tip"])
+        program.pass_time(45 * 60 - 1)
+        self.assertEqual(self.line(program, 2)["title"], "- Wrok -")
+        program.pass_time(1)
+        self.assertEqual((self.line(program, 2)["title"], program.title()), ("- Stop -", "25:00"))
+        self.assertIsNone(program.ask("title")["tip"])
+        program.ask("pause", duration="1h")
+        program.choose("- Wrok -")
+        program.pass_time(24 * 60)
+        self.assertEqual(program.title(), "01:00")
+        self.assertIsNone(program.ask("title")["tip"])
+
     def test_it_counts_while_the_menu_is_open(self):
         """No other timer runs in these tests than one that does so in all of the run loop's common modes."""
         program = self.launch({"pref.work.time": 1, **WATER}, screens=SCREENS)

@@ -159,7 +159,13 @@ const driver::Registration windowsCommand("windows", windows);
 
 id title(NSDictionary*) {
     NSButton* button = static_cast<NSButton*>(static_cast<id>([driver::statusItem() button]));
-    return button ? @{@"title" : [button title], @"picture" : @([button image] != nil)} : nil;
+    if (!button)
+        return nil;
+    return @{
+        @"title" : [button title],
+        @"picture" : @([button image] != nil),
+        @"tip" : orNull([button toolTip]),
+    };
 }
 const driver::Registration titleCommand("title", title);
 
