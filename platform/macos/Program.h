@@ -1,6 +1,7 @@
 #pragma once
 
 #import "platform/macos/MacEvents.h"
+#import "platform/macos/MacNotifications.h"
 #import "platform/macos/MacServices.h"
 #import "platform/macos/MacSystem.h"
 #import "platform/macos/MacTime.h"
@@ -56,6 +57,7 @@ class Program final : private ApplicationLoop {
     std::unique_ptr<Updater> updater_ = makeMacUpdater();
     std::unique_ptr<MailComposer> mail_ = makeMacMail();
     std::unique_ptr<AboutPanel> about_ = makeMacAboutPanel();
+    std::unique_ptr<Notifications> notifications_ = makeMacNotifications();
     MacPreferencesWindow preferences_;
     id<NSObject> awake_ = nil; ///< as long as it is kept, timers are on time
     Ports ports_;

@@ -35,7 +35,7 @@ Program::Program(double speed)
       logFiles_(clock_), delegate_(ports_, logFiles_) {}
 
 Services Program::services() {
-    return {loginItem_.get(), updater_.get(), mail_.get(), about_.get(), &preferences_};
+    return {loginItem_.get(), updater_.get(), mail_.get(), about_.get(), &preferences_, notifications_.get()};
 }
 
 void Program::launch() {

@@ -411,6 +411,83 @@ SINCE(13.0) @interface SMAppService : NSObject
 - (BOOL)unregisterAndReturnError:(NSError**)error SINCE(13.0);
 @end
 
+// --- Notifications
+
+using UNAuthorizationOptions = NSUInteger;
+using UNNotificationActionOptions = NSUInteger;
+using UNNotificationCategoryOptions = NSUInteger;
+using UNNotificationPresentationOptions = NSUInteger;
+constexpr UNAuthorizationOptions UNAuthorizationOptionAlert = 1 << 2;
+constexpr UNNotificationActionOptions UNNotificationActionOptionNone = 0;
+constexpr UNNotificationCategoryOptions UNNotificationCategoryOptionNone = 0;
+constexpr UNNotificationPresentationOptions UNNotificationPresentationOptionList = 1 << 3;   // since 11.0
+constexpr UNNotificationPresentationOptions UNNotificationPresentationOptionBanner = 1 << 4; // since 11.0
+
+@class UNNotificationTrigger;
+
+SINCE(10.14) @interface UNNotificationAction : NSObject
++ (instancetype)actionWithIdentifier:(NSString*)identifier
+                               title:(NSString*)title
+                             options:(UNNotificationActionOptions)options SINCE(10.14);
+@end
+
+SINCE(10.14) @interface UNNotificationCategory : NSObject
++ (instancetype)categoryWithIdentifier:(NSString*)identifier
+                               actions:(NSArray*)actions
+                     intentIdentifiers:(NSArray*)intentIdentifiers
+                               options:(UNNotificationCategoryOptions)options SINCE(10.14);
+@end
+
+SINCE(10.14) @interface UNNotificationContent : NSObject
+@end
+
+SINCE(10.14) @interface UNMutableNotificationContent : UNNotificationContent
+- (void)setTitle:(NSString*)title SINCE(10.14);
+- (void)setBody:(NSString*)body SINCE(10.14);
+- (void)setCategoryIdentifier:(NSString*)identifier SINCE(10.14);
+@end
+
+SINCE(10.14) @interface UNNotificationRequest : NSObject
++ (instancetype)requestWithIdentifier:(NSString*)identifier
+                              content:(UNNotificationContent*)content
+                              trigger:(UNNotificationTrigger*)trigger SINCE(10.14);
+- (NSString*)identifier SINCE(10.14);
+@end
+
+SINCE(10.14) @interface UNNotification : NSObject
+- (UNNotificationRequest*)request SINCE(10.14);
+@end
+
+SINCE(10.14) @interface UNNotificationResponse : NSObject
+- (UNNotification*)notification SINCE(10.14);
+- (NSString*)actionIdentifier SINCE(10.14);
+@end
+
+@class UNUserNotificationCenter;
+@protocol UNUserNotificationCenterDelegate <NSObject>
+@optional
+- (void)userNotificationCenter:(UNUserNotificationCenter*)center
+       willPresentNotification:(UNNotification*)notification
+         withCompletionHandler:(void (^)(UNNotificationPresentationOptions options))completionHandler
+    SINCE(10.14);
+- (void)userNotificationCenter:(UNUserNotificationCenter*)center
+    didReceiveNotificationResponse:(UNNotificationResponse*)response
+             withCompletionHandler:(void (^)(void))completionHandler SINCE(10.14);
+@end
+
+SINCE(10.14) @interface UNUserNotificationCenter : NSObject
++ (UNUserNotificationCenter*)currentNotificationCenter SINCE(10.14);
+- (void)setDelegate:(id<UNUserNotificationCenterDelegate>)delegate SINCE(10.14);
+- (void)setNotificationCategories:(NSSet*)categories SINCE(10.14);
+- (void)requestAuthorizationWithOptions:(UNAuthorizationOptions)options
+                      completionHandler:(void (^)(BOOL granted, NSError* error))completionHandler
+    SINCE(10.14);
+- (void)addNotificationRequest:(UNNotificationRequest*)request
+         withCompletionHandler:(void (^)(NSError* error))completionHandler SINCE(10.14);
+- (void)removePendingNotificationRequestsWithIdentifiers:(NSArray*)identifiers SINCE(10.14);
+- (void)removeDeliveredNotificationsWithIdentifiers:(NSArray*)identifiers SINCE(10.14);
+@end
+
 // --- Sparkle 2, whose own documentation these are from
 
 @interface SPUUpdater : NSObject
