@@ -1,13 +1,14 @@
 #!/usr/bin/python3
 """Random desks for kelpa-desk: weeks of a person who works, locks the screen, drinks, changes every setting and travels.
 
-usage: random_desks.py print --seed N [--days D]
-       random_desks.py check PLAYER [--desks N] [--days D] [--first-seed N]
+usage: random_desks.py print --seed N [--days D] [--all]
+       random_desks.py check PLAYER [--desks N] [--days D] [--first-seed N] [--all]
        random_desks.py compare OLD NEW [--desks N] [--days D] [--first-seed N]
 
 The same seed gives the same desk. `check` plays desks and holds their journals against rules that every desk keeps;
 `compare` plays them with two players, of before and after a change that must move nothing, and shows the first line that
-differs. Both end with 1 when something was found.
+differs. Both end with 1 when something was found. With `--all` people also use what is off at first: a word before a break,
+and breaks that wait.
 """
 import argparse
 import random
@@ -39,8 +40,9 @@ NUMBERS = {"workTime": (1, 90), "breakTime": (1, 900), "shortBreakTimes": (1, 6)
 class Desk:
     """Writes one desk, event by event."""
 
-    def __init__(self, seed, days):
+    def __init__(self, seed, days, everything=False):
         self.random = random.Random(seed)
+        self.everything = everything
         self.days = days
         self.lines = []
         self.passed = 0     # seconds, sleep included
@@ -88,6 +90,8 @@ class Desk:
     def scene(self):
         scenes = ((self.at_work, 30), (self.in_break, 22), (self.away, 8), (self.change_setting, 16), (self.store, 4),
                   (self.water, 14), (self.style, 6), (self.point, 5), (self.click, 8), (self.desk_changes, 5))
+        if self.everything:
+            scenes += ((self.before_a_break, 30),)
         weights = [weight for _, weight in scenes]
         self.random.choices([scene for scene, _ in scenes], weights)[0]()
 
@@ -106,6 +110,19 @@ class Desk:
                             lambda: self.wait(1, 1200), lambda: self.say("lock"), lambda: self.say("menu pause"),
                             lambda: self.say("activity"), self.change_screens))()
         self.wait(0, 3)
+
+    def before_a_break(self):
+        """What is told before a break, and what it waits for."""
+        for _ in range(self.random.randint(1, 3)):
+            number, yes = self.random.randint(1, 20), self.random.choice(("true", "false"))
+            self.say(self.random.choice((
+                f"pref breakNotice {self.random.choice((0, 10, 30, 60))}", f"pref moreTime {number}",
+                f"pref holdBreaks {self.random.choice(('true', yes))}", f"pref holdLimit {number * 10}",
+                f"pref holdFor{self.random.choice(('Sound', 'Camera', 'FullScreen', 'Awake'))} {yes}",
+                f"store pref.break.hold bool {yes}", "busy none", "busy sound awake", "busy camera fullscreen",
+                f"busy answers {self.random.choice((0, 0, 1.5, 3, 'never'))}", "notification start",
+                "notification more", "kelpa break", "kelpa postpone", f"kelpa postpone {number}")))
+            self.wait(0, 90)
 
     def away(self):
         self.say("lock")
@@ -200,8 +217,26 @@ TITLE = re.compile(r'^(""|(\d\d+)?\d\d:\d\d)$')
 TIMER = re.compile(r"log info ticktack timer (start |timesup for |stoped )(\S+)$")
 
 
+def broken_attention(journal):
+    """What is wrong with the words before breaks and with the breaks that wait."""
+    shown, asked, waits = False, -60.0, False
+    for line in journal.splitlines():
+        number, _, event = line.partition(" ")
+        if event.startswith("notification "):
+            if shown != (event == "notification withdrawn"):
+                yield f"one notification too many or too few: {line}"
+            shown = event != "notification withdrawn"
+        elif event.startswith("busy asked"):
+            if waits and float(number) - asked < 59.999:
+                yield f"asked again within a minute: {line}"
+            asked = float(number)
+        elif event.startswith("log info the break waits"):
+            waits = not event.endswith("no longer")
+
+
 def broken_rules(journal):
     """What the journal of a desk holds that none may hold, as texts."""
+    yield from broken_attention(journal)
     before, running, last_second = "", None, 0.0
     for line in journal.splitlines():
         number, _, event = line.partition(" ")
@@ -258,15 +293,17 @@ def main():
     for command in several:
         command.add_argument("--desks", type=int, default=200)
         command.add_argument("--first-seed", type=int, default=1)
+    for command in (one, several[0]):
+        command.add_argument("--all", action="store_true")
     for command in (one, *several):
         command.add_argument("--days", type=int, default=8)
     chosen = parser.parse_args()
     if chosen.command == "print":
-        sys.stdout.write(Desk(chosen.seed, chosen.days).write())
+        sys.stdout.write(Desk(chosen.seed, chosen.days, chosen.all).write())
         return 0
     found = 0
     for seed in range(chosen.first_seed, chosen.first_seed + chosen.desks):
-        desk = Desk(seed, chosen.days).write()
+        desk = Desk(seed, chosen.days, chosen.command == "check" and chosen.all).write()
         problems = check(chosen.player, desk, seed) if chosen.command == "check" else compare(chosen.old, chosen.new, desk, seed)
         for problem in problems:
             print(f"desk {seed}: {problem}")
