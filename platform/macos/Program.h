@@ -8,6 +8,7 @@
 #import "platform/macos/Menus.h"
 #import "platform/macos/UserDefaultsStore.h"
 #import "platform/macos/preferences/MacPreferencesWindow.h"
+#import "platform/macos/windows/MacHistoryWindow.h"
 #import "platform/macos/windows/MacWindowSystem.h"
 
 #include "app/AppDelegate.h"
@@ -59,6 +60,7 @@ class Program final : private ApplicationLoop {
     std::unique_ptr<AboutPanel> about_ = makeMacAboutPanel();
     std::unique_ptr<Notifications> notifications_ = makeMacNotifications();
     MacPreferencesWindow preferences_;
+    MacHistoryWindow historyWindow_;
     id<NSObject> awake_ = nil; ///< as long as it is kept, timers are on time
     Ports ports_;
     DailyLogFiles logFiles_;

@@ -35,7 +35,8 @@ Program::Program(double speed)
       logFiles_(clock_), delegate_(ports_, logFiles_) {}
 
 Services Program::services() {
-    return {loginItem_.get(), updater_.get(), mail_.get(), about_.get(), &preferences_, notifications_.get()};
+    return {loginItem_.get(), updater_.get(),       mail_.get(), about_.get(),
+            &preferences_,    notifications_.get(), nullptr,     &historyWindow_};
 }
 
 void Program::launch() {
@@ -50,6 +51,7 @@ void Program::launch() {
 
 void Program::willTerminate() {
     preferences_.retire();
+    historyWindow_.retire();
     delegate_.applicationWillTerminate();
 }
 

@@ -23,7 +23,8 @@ START = 1772442000
 SETTINGS = {"pref.work.time": 25, "stop_timer_after_mouse_stop": False}
 FAULTS = ("ERROR: AddressSanitizer", "runtime error:", "does not recognize", "Uncaught exception", "NSException", "given negative")
 SHIFT, COMMAND = 1 << 17, 1 << 20
-KEYS = {"Escape": "\x1b", "Return": "\r", "Tab": "\t", "Space": " ", "Up": "\uf700", "Down": "\uf701", "Backspace": "\x7f"}
+KEYS = {"Escape": "\x1b", "Return": "\r", "Tab": "\t", "Space": " ", "Up": "\uf700", "Down": "\uf701", "Left": "\uf702",
+        "Right": "\uf703", "Home": "\uf729", "Backspace": "\x7f"}
 SCREENS = ((1, 0, 0, 800, 600), (2, 800, 0, 800, 600))
 # The masks of events that other applications get, by what happens.
 MOUSE_MOVED, LEFT_DOWN, SCROLLED, MODIFIERS = 5, 1, 22, 12
@@ -53,6 +54,9 @@ class View:
 
     def click_into(self):
         self.program.ask("click into", view=self.number)
+
+    def point(self, leaves=False):
+        self.program.ask("point", view=self.number, leaves=leaves)
 
     def set(self, value):
         self.program.ask("set", view=self.number, value=value)

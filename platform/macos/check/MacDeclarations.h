@@ -251,6 +251,7 @@ extern const CGFloat NSViewNoIntrinsicMetric SINCE(10.11);
 - (void)viewDidChangeEffectiveAppearance SINCE(10.14);
 - (NSAppearance*)effectiveAppearance SINCE(10.9);
 - (NSSize)fittingSize SINCE(10.7);
+- (void)addTrackingArea:(NSTrackingArea*)trackingArea SINCE(10.5);
 - (CGFloat)firstBaselineOffsetFromTop SINCE(10.11);
 - (void)setIdentifier:(NSString*)identifier SINCE(10.7);
 - (NSLayoutXAxisAnchor*)leadingAnchor SINCE(10.11);
@@ -292,8 +293,10 @@ extern NSString* const NSAccessibilityLinkRole;
 + (NSColor*)controlAccentColor SINCE(10.14);
 + (NSColor*)quaternaryLabelColor SINCE(10.10);
 + (NSColor*)systemBlueColor SINCE(10.10);
++ (NSColor*)systemGrayColor SINCE(10.10);
 + (NSColor*)systemGreenColor SINCE(10.10);
 + (NSColor*)systemRedColor SINCE(10.10);
++ (NSColor*)systemTealColor SINCE(10.15);
 - (CGColorRef)CGColor SINCE(10.8);
 @end
 

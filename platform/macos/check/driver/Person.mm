@@ -176,6 +176,18 @@ id turnTo(NSDictionary* asked) {
 }
 const driver::Registration turnCommand("turn to", turnTo);
 
+/// The pointer comes to a view that watches for it, or leaves it.
+id point(NSDictionary* asked) {
+    NSError* error = nil;
+    NSView* view = reach(asked, &error);
+    if (!error && [asked[@"leaves"] boolValue])
+        [view mouseExited:[NSApp currentEvent]];
+    else if (!error)
+        [view mouseEntered:[NSApp currentEvent]];
+    return error;
+}
+const driver::Registration pointCommand("point", point);
+
 id closeWindow(NSDictionary* asked) {
     NSWindow* window = driver::windowNumbered(asked[@"window"]);
     if (!([window styleMask] & NSWindowStyleMaskClosable))

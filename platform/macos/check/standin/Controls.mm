@@ -61,7 +61,7 @@ void perform(id, SEL, void (^block)(void)) {
     addMethods("NSView", "effectiveAppearance", reinterpret_cast<void*>(appearance));
     addMethods("NSView", "performAsCurrentDrawingAppearance:", reinterpret_cast<void*>(perform));
     ignoreMessages("NSView", "setAccessibilityElement: layer setWantsLayer: wantsUpdateLayer updateLayer "
-                             "setShadow: viewDidChangeEffectiveAppearance");
+                             "setShadow: viewDidChangeEffectiveAppearance addTrackingArea:");
     ignoreMessages("NSButton", "setContentTintColor:");
     ignoreMessages("NSTabViewItem", "setImage:");
     ignoreMessages("NSImage", "setTemplate:");
@@ -74,6 +74,19 @@ void perform(id, SEL, void (^block)(void)) {
 
 + (NSColor*)controlAccentColor {
     return [NSColor selectedControlColor];
+}
+
+// Which the toolkit knows by name only.
++ (NSColor*)systemGrayColor {
+    return [NSColor grayColor];
+}
+
++ (NSColor*)systemGreenColor {
+    return [NSColor greenColor];
+}
+
++ (NSColor*)systemTealColor {
+    return [NSColor cyanColor];
 }
 
 @end
