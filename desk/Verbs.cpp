@@ -1,0 +1,389 @@
+#include "desk/Verbs.h"
+
+#include "app/AppState.h"
+#include "base/Text.h"
+#include "desk/Preferences.h"
+#include "desk/Values.h"
+#include "panes/PromptListControl.h"
+#include "ui/PreferencesPanes.h"
+#include "water/PrefWaterView.h"
+
+#include <algorithm>
+#include <cmath>
+#include <iterator>
+#include <map>
+
+namespace kelpa::desk {
+
+namespace {
+
+using Run = std::function<void(Desk&)>;
+
+std::string in(std::string_view text) {
+    return "'" + std::string(text) + "'";
+}
+
+void expectNothing(std::string_view rest) {
+    if (!rest.empty())
+        throw Problem("unexpected " + in(rest));
+}
+
+void expectLaunched(const Desk& desk) {
+    if (!desk.launched())
+        throw Problem("the program has not been launched yet");
+}
+
+double seconds(std::string_view text) {
+    const auto value = parseDecimal(text);
+    if (!value || !std::isfinite(*value) || std::fabs(*value) > 1e12)
+        throw Problem(in(text) + " is no number of seconds");
+    return *value;
+}
+
+std::uint32_t screenNumber(std::string_view text) {
+    const auto number = wholeNumber<std::int64_t>(text);
+    if (!number || *number < 0 || *number > UINT32_MAX)
+        throw Problem(in(text) + " is no screen");
+    return static_cast<std::uint32_t>(*number);
+}
+
+Run pass(std::string_view text) {
+    const double passed = seconds(text);
+    if (passed < 0)
+        throw Problem("time does not run backwards");
+    return [passed](Desk& desk) { desk.pass(std::llround(passed * 1e6)); };
+}
+
+Run start(std::string_view rest) {
+    const auto civil = parseDateTime(rest);
+    if (!civil)
+        throw Problem(in(rest) + " is no local time like 2026-11-23T08:59:00");
+    return [civil](Desk& desk) { desk.start(*civil); };
+}
+
+Run zone(std::string_view rest) {
+    const std::string name(rest);
+    return [name](Desk& desk) {
+        if (!VirtualClock::setZone(name))
+            throw Problem("there is no time zone " + in(name));
+        desk.setZone(name);
+    };
+}
+
+Run screens(std::string_view rest) {
+    std::vector<std::uint32_t> numbers;
+    for (const std::string& word : words(rest))
+        numbers.push_back(screenNumber(word));
+    return [numbers](Desk& desk) { desk.windows.setScreens(numbers); };
+}
+
+StoredValue storedValue(std::string_view type, std::string_view value) {
+    if (type == "int")
+        if (const auto number = wholeNumber<std::int64_t>(value))
+            return *number;
+    if (type == "bool")
+        if (const auto truth = parseBoolean(value))
+            return *truth;
+    if (type == "real")
+        if (const auto number = parseDecimal(value))
+            return *number;
+    if (type == "text")
+        return std::string(value);
+    if (type == "list")
+        if (auto texts = textsFromJson(value))
+            return std::move(*texts);
+    throw Problem(in(value) + " is no value of type " + in(type));
+}
+
+Run store(std::string_view rest) {
+    const std::string key = takeWord(rest);
+    const std::string type = takeWord(rest);
+    if (key.empty() || type.empty())
+        throw Problem("store needs a key, a type and a value");
+    if (type == "absent") {
+        expectNothing(rest);
+        return [key](Desk& desk) { desk.store.remove(key); };
+    }
+    return [key, value = storedValue(type, rest)](Desk& desk) { desk.store.put(key, value); };
+}
+
+Run launch(std::string_view rest) {
+    expectNothing(rest);
+    return [](Desk& desk) {
+        if (desk.launched())
+            throw Problem("the program has been launched already");
+        desk.launch();
+    };
+}
+
+Run pref(std::string_view rest) {
+    const std::string name = takeWord(rest);
+    auto found = assignment(name, rest);
+    if (!found.run)
+        throw Problem(found.problem);
+    return [run = std::move(found.run)](Desk& desk) {
+        expectLaunched(desk);
+        run(desk);
+    };
+}
+
+Run menu(std::string_view rest) {
+    const std::string line(rest);
+    if (!RecordingStatusBar::knows(line))
+        throw Problem("there is no menu line " + in(line));
+    return [line](Desk& desk) {
+        if (!desk.statusBar.click(line))
+            desk.journal.note("refused", "menu " + line);
+    };
+}
+
+/// What a person does by a script or the session bus.
+Run remote(RemoteControl::Refusal (RemoteControl::*verb)(const std::string&), std::string_view rest) {
+    return [verb, text = std::string(rest)](Desk& desk) {
+        expectLaunched(desk);
+        if (const auto refusal = (desk.remote.*verb)(text))
+            desk.journal.note("refused", *refusal);
+    };
+}
+
+Run remote(RemoteControl::Refusal (RemoteControl::*verb)()) {
+    return [verb](Desk& desk) {
+        expectLaunched(desk);
+        if (const auto refusal = (desk.remote.*verb)())
+            desk.journal.note("refused", *refusal);
+    };
+}
+
+Run pause(std::string_view rest) {
+    if (rest.empty())
+        return remote(&RemoteControl::pause);
+    std::string_view line = rest;
+    return takeWord(line) == "until" ? remote(&RemoteControl::pauseUntil, line)
+                                     : remote(&RemoteControl::pauseFor, rest);
+}
+
+Run resume(std::string_view rest) {
+    expectNothing(rest);
+    return remote(&RemoteControl::resume);
+}
+
+Run skip(std::string_view rest) {
+    return [screen = screenNumber(rest)](Desk& desk) {
+        if (!desk.windows.skip(screen))
+            desk.journal.note("refused", "skip");
+    };
+}
+
+Run notice(std::string_view rest) {
+    return [screen = screenNumber(rest)](Desk& desk) {
+        if (!desk.windows.notice(screen))
+            desk.journal.note("refused", "notice");
+    };
+}
+
+Run waterAmount(std::string_view rest) {
+    const auto millilitres = wholeNumber<std::int64_t>(rest);
+    if (!millilitres)
+        throw Problem(in(rest) + " is no amount");
+    return [millilitres](Desk& desk) {
+        if (!desk.windows.waterAmount(*millilitres))
+            desk.journal.note("refused", "water amount");
+    };
+}
+
+Run water(std::string_view rest) {
+    const std::string what = takeWord(rest);
+    if (what == "amount")
+        return waterAmount(rest);
+    expectNothing(rest);
+    if (what != "done" && what != "skip")
+        throw Problem("the water panel has no " + in(what));
+    return [what](Desk& desk) {
+        if (!(what == "done" ? desk.windows.waterDone() : desk.windows.waterSkip()))
+            desk.journal.note("refused", "water " + what);
+    };
+}
+
+Run point(std::string_view rest) {
+    const std::string what = takeWord(rest);
+    const auto time = parseTimeOfDay(rest);
+    if ((what != "add" && what != "remove") || !time)
+        throw Problem("point needs add or remove and a time like 13:30");
+    return [adds = what == "add", time](Desk& desk) {
+        expectLaunched(desk);
+        if (adds)
+            PerfWaterTimePointView::addTimePoint(AppState::waterState(), desk.todayAt(*time));
+        else
+            PerfWaterTimePointView::removeTimePoint(AppState::waterState(), minutesOf(*time));
+    };
+}
+
+constexpr const char* prompts = PrefStyleView::promptsId;
+
+Run editing(PreferencesAct act, std::string_view text) {
+    return [act, text = std::string(text)](Desk& desk) { desk.preferences().did(prompts, act, text); };
+}
+
+Run styleEdit(std::string_view rest) {
+    // An empty new text leaves nothing behind the arrow once the line is trimmed.
+    const std::string line = std::string(rest) + (rest.ends_with(" =>") ? " " : "");
+    const auto arrow = line.find(" => ");
+    if (arrow == std::string::npos)
+        throw Problem("style edit needs OLD => NEW");
+    return [old = line.substr(0, arrow), text = line.substr(arrow + 4)](Desk& desk) {
+        desk.preferences().did(prompts, PreferencesAct::Edited, PreferencesEdit{old, text});
+    };
+}
+
+Run styleList(std::string_view rest) {
+    if (rest != "break" && rest != "newday")
+        throw Problem("there is no prompt list " + in(rest));
+    const auto kind =
+        static_cast<std::int64_t>(rest == "break" ? PromptListKind::Break : PromptListKind::NewDay);
+    return
+        [kind](Desk& desk) { desk.preferences().did(PrefStyleView::listId, PreferencesAct::Entered, kind); };
+}
+
+Run styleCommand(std::string_view rest) {
+    const std::string what = takeWord(rest);
+    if (what == "add")
+        return editing(PreferencesAct::Added, rest);
+    if (what == "edit")
+        return styleEdit(rest);
+    if (what == "delete")
+        return editing(PreferencesAct::Removed, rest);
+    if (what == "reset")
+        return editing(PreferencesAct::Reset, rest);
+    if (what == "list")
+        return styleList(rest);
+    throw Problem("the Style pane has no " + in(what));
+}
+
+Run style(std::string_view rest) {
+    return [run = styleCommand(rest)](Desk& desk) {
+        expectLaunched(desk);
+        run(desk);
+    };
+}
+
+Run disk(std::string_view rest) {
+    if (rest != "full" && rest != "room")
+        throw Problem("the disk is full or has room");
+    return [full = rest == "full"](Desk& desk) { desk.history.diskFull = full; };
+}
+
+/// The platform ends the program, as at the end of a session.
+Run end(std::string_view rest) {
+    expectNothing(rest);
+    return [](Desk& desk) {
+        expectLaunched(desk);
+        desk.end();
+        desk.time.stop();
+    };
+}
+
+Run clockStep(std::string_view rest) {
+    return [step = seconds(rest)](Desk& desk) { desk.clock.step(step); };
+}
+
+Run suspend(std::string_view rest) {
+    return [slept = seconds(rest)](Desk& desk) { desk.suspend(slept); };
+}
+
+std::set<BusyReason> busyReasons(std::string_view names) {
+    std::set<BusyReason> all;
+    for (const std::string& word : words(names)) {
+        const auto* found = std::find_if(std::begin(allBusyReasons), std::end(allBusyReasons),
+                                         [&](BusyReason reason) { return nameOf(reason) == word; });
+        if (found == std::end(allBusyReasons))
+            throw Problem("nobody is busy by " + in(word));
+        all.insert(*found);
+    }
+    return all;
+}
+
+Run busy(std::string_view rest) {
+    std::string_view line = rest;
+    if (takeWord(line) != "answers")
+        return [holds = busyReasons(rest == "none" ? "" : rest)](Desk& desk) {
+            desk.services.busyness().holds = holds;
+        };
+    const auto after = line == "never" ? std::nullopt : std::optional(seconds(line));
+    return [after](Desk& desk) { desk.services.busyness().seconds = after; };
+}
+
+Run notification(std::string_view rest) {
+    return [action = std::string(rest)](Desk& desk) {
+        if (!desk.services.notifications().press(action))
+            desk.journal.note("refused", "notification " + action);
+    };
+}
+
+/// What the command line asks of the running program.
+Run kelpa(std::string_view rest) {
+    const std::string command(rest);
+    const std::string verb = takeWord(rest);
+    const std::string minutes(rest);
+    if (verb != "break" && verb != "postpone")
+        throw Problem("kelpa has no command " + in(verb) + " here");
+    return [=](Desk& desk) {
+        expectLaunched(desk);
+        const auto refusal = verb == "break" ? desk.remote.startBreak() : desk.remote.postpone(minutes);
+        if (refusal)
+            desk.journal.note("refused", "kelpa " + command + ": " + std::string(*refusal));
+    };
+}
+
+/// Something that happens at the desk and needs no further word.
+std::function<Run(std::string_view)> event(void (ScriptedEvents::*happens)() const) {
+    return [happens](std::string_view rest) {
+        expectNothing(rest);
+        return [happens](Desk& desk) { (desk.events.*happens)(); };
+    };
+}
+
+const std::map<std::string, std::function<Run(std::string_view)>, std::less<>>& readers() {
+    static const std::map<std::string, std::function<Run(std::string_view)>, std::less<>> all = {
+        {"zone", zone},
+        {"screens", screens},
+        {"store", store},
+        {"launch", launch},
+        {"pref", pref},
+        {"menu", menu},
+        {"pause", pause},
+        {"resume", resume},
+        {"skip", skip},
+        {"notice", notice},
+        {"style", style},
+        {"water", water},
+        {"point", point},
+        {"busy", busy},
+        {"kelpa", kelpa},
+        {"notification", notification},
+        {"clock", clockStep},
+        {"suspend", suspend},
+        {"disk", disk},
+        {"end", end},
+        {"start", start},
+        {"lock", event(&ScriptedEvents::lock)},
+        {"unlock", event(&ScriptedEvents::unlock)},
+        {"activity", event(&ScriptedEvents::activity)},
+    };
+    return all;
+}
+
+} // namespace
+
+Run readVerb(std::string_view line, bool first) {
+    if (line.front() == '+')
+        return pass(line.substr(1));
+    const std::string name = takeWord(line);
+    const auto found = readers().find(name);
+    if (found == readers().end())
+        throw Problem("there is no command " + in(name));
+    if (name == "start" && !first)
+        throw Problem("start must be the first command");
+    return found->second(line);
+}
+
+} // namespace kelpa::desk
