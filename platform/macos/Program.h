@@ -1,5 +1,6 @@
 #pragma once
 
+#import "platform/macos/MacBusyness.h"
 #import "platform/macos/MacEvents.h"
 #import "platform/macos/MacNotifications.h"
 #import "platform/macos/MacServices.h"
@@ -59,6 +60,7 @@ class Program final : private ApplicationLoop {
     std::unique_ptr<MailComposer> mail_ = makeMacMail();
     std::unique_ptr<AboutPanel> about_ = makeMacAboutPanel();
     std::unique_ptr<Notifications> notifications_ = makeMacNotifications();
+    MacBusyness busyness_;
     MacPreferencesWindow preferences_;
     MacHistoryWindow historyWindow_;
     id<NSObject> awake_ = nil; ///< as long as it is kept, timers are on time

@@ -36,7 +36,7 @@ Program::Program(double speed)
 
 Services Program::services() {
     return {loginItem_.get(), updater_.get(),       mail_.get(), about_.get(),
-            &preferences_,    notifications_.get(), nullptr,     &historyWindow_};
+            &preferences_,    notifications_.get(), &busyness_,  &historyWindow_};
 }
 
 void Program::launch() {

@@ -44,12 +44,60 @@ typedef const void* CFTypeRef;
 typedef const struct __attribute__((objc_bridge(NSData))) __CFData* CFDataRef;
 typedef const struct __attribute__((objc_bridge(NSString))) __CFString* CFStringRef;
 typedef const struct __attribute__((objc_bridge(NSNumber))) __CFNumber* CFNumberRef;
+typedef const struct __attribute__((objc_bridge(NSDictionary))) __CFDictionary* CFDictionaryRef;
 typedef struct __attribute__((objc_bridge(NSError))) __CFError* CFErrorRef;
 
 extern "C" {
 SINCE(10.0) CFTypeID CFGetTypeID(CFTypeRef object);
 SINCE(10.0) CFTypeID CFBooleanGetTypeID(void);
 SINCE(10.0) Boolean CFNumberIsFloatType(CFNumberRef number);
+}
+
+// --- Core Audio, Core Media I/O and power management
+
+typedef std::uint32_t UInt32;
+typedef std::int32_t OSStatus;
+typedef int IOReturn;
+typedef UInt32 AudioObjectID;
+typedef UInt32 CMIOObjectID;
+
+struct AudioObjectPropertyAddress {
+    UInt32 mSelector;
+    UInt32 mScope;
+    UInt32 mElement;
+};
+struct CMIOObjectPropertyAddress {
+    UInt32 mSelector;
+    UInt32 mScope;
+    UInt32 mElement;
+};
+enum : AudioObjectID { kAudioObjectSystemObject = 1 };
+enum : UInt32 {
+    kAudioObjectPropertyScopeGlobal = 0x676c6f62,
+    kAudioObjectPropertyElementMain SINCE(12.0) = 0,
+    kAudioHardwarePropertyDefaultInputDevice = 0x64496e20,
+    kAudioDevicePropertyDeviceIsRunningSomewhere = 0x676f6e65,
+};
+enum : CMIOObjectID { kCMIOObjectSystemObject = 1 };
+enum : UInt32 {
+    kCMIOObjectPropertyScopeGlobal = 0x676c6f62,
+    kCMIOObjectPropertyElementMain SINCE(12.0) = 0,
+    kCMIOHardwarePropertyDevices = 0x64657623,
+    kCMIODevicePropertyDeviceIsRunningSomewhere = 0x676f6e65,
+};
+
+extern "C" {
+SINCE(10.4)
+OSStatus AudioObjectGetPropertyData(AudioObjectID object, const AudioObjectPropertyAddress* address,
+                                    UInt32 qualifierSize, const void* qualifier, UInt32* size, void* data);
+SINCE(10.7)
+OSStatus CMIOObjectGetPropertyDataSize(CMIOObjectID object, const CMIOObjectPropertyAddress* address,
+                                       UInt32 qualifierSize, const void* qualifier, UInt32* size);
+SINCE(10.7)
+OSStatus CMIOObjectGetPropertyData(CMIOObjectID object, const CMIOObjectPropertyAddress* address,
+                                   UInt32 qualifierSize, const void* qualifier, UInt32 size, UInt32* used,
+                                   void* data);
+SINCE(10.5) IOReturn IOPMCopyAssertionsStatus(CFDictionaryRef* assertions);
 }
 
 // --- Core Graphics and Core Text
@@ -167,6 +215,10 @@ extern NSString* const NSAboutPanelOptionCredits SINCE(10.13);
 extern NSString* const NSAboutPanelOptionApplicationName SINCE(10.13);
 extern NSString* const NSAboutPanelOptionApplicationIcon SINCE(10.13);
 extern NSString* const NSImageNameApplicationIcon SINCE(10.6);
+
+@interface NSApplication (SystemPresentation)
+- (NSApplicationPresentationOptions)currentSystemPresentationOptions SINCE(10.6);
+@end
 
 @interface NSRunningApplication (MacDeclarations)
 + (NSArray<NSRunningApplication*>*)runningApplicationsWithBundleIdentifier:(NSString*)bundleIdentifier

@@ -1,0 +1,113 @@
+#import "platform/macos/MacBusyness.h"
+
+#import <AppKit/AppKit.h>
+#import <CoreAudio/CoreAudio.h>
+#import <CoreMediaIO/CMIOHardware.h>
+#import <IOKit/pwr_mgt/IOPMLib.h>
+
+#import "platform/macos/Bridge.h"
+
+#include <algorithm>
+#include <memory>
+#include <vector>
+
+namespace kelpa {
+
+namespace {
+
+/// The device that programs record from unless somebody chose another one.
+bool soundIsRecorded() {
+    AudioObjectID device = 0;
+    UInt32 size = sizeof device;
+    const AudioObjectPropertyAddress input = {kAudioHardwarePropertyDefaultInputDevice,
+                                              kAudioObjectPropertyScopeGlobal,
+                                              kAudioObjectPropertyElementMain};
+    if (AudioObjectGetPropertyData(kAudioObjectSystemObject, &input, 0, nullptr, &size, &device) != 0)
+        return false;
+    UInt32 running = 0;
+    size = sizeof running;
+    const AudioObjectPropertyAddress runs = {kAudioDevicePropertyDeviceIsRunningSomewhere,
+                                             kAudioObjectPropertyScopeGlobal,
+                                             kAudioObjectPropertyElementMain};
+    return AudioObjectGetPropertyData(device, &runs, 0, nullptr, &size, &running) == 0 && running != 0;
+}
+
+std::vector<CMIOObjectID> cameras() {
+    const CMIOObjectPropertyAddress devices = {kCMIOHardwarePropertyDevices, kCMIOObjectPropertyScopeGlobal,
+                                               kCMIOObjectPropertyElementMain};
+    UInt32 size = 0;
+    if (CMIOObjectGetPropertyDataSize(kCMIOObjectSystemObject, &devices, 0, nullptr, &size) != 0)
+        return {};
+    std::vector<CMIOObjectID> all(size / sizeof(CMIOObjectID));
+    UInt32 used = 0;
+    if (CMIOObjectGetPropertyData(kCMIOObjectSystemObject, &devices, 0, nullptr, size, &used, all.data()) !=
+        0)
+        return {};
+    // One that was unplugged meanwhile is told no more.
+    all.resize(std::min(all.size(), used / sizeof(CMIOObjectID)));
+    return all;
+}
+
+bool cameraRuns(CMIOObjectID camera) {
+    const CMIOObjectPropertyAddress runs = {kCMIODevicePropertyDeviceIsRunningSomewhere,
+                                            kCMIOObjectPropertyScopeGlobal, kCMIOObjectPropertyElementMain};
+    UInt32 running = 0;
+    UInt32 used = 0;
+    return CMIOObjectGetPropertyData(camera, &runs, 0, nullptr, sizeof running, &used, &running) == 0 &&
+           running != 0;
+}
+
+bool cameraIsUsed() {
+    const auto all = cameras();
+    return std::any_of(all.begin(), all.end(), cameraRuns);
+}
+
+bool displayIsKeptOn() {
+    CFDictionaryRef assertions = nullptr;
+    if (IOPMCopyAssertionsStatus(&assertions) != 0 || !assertions)
+        return false;
+    NSDictionary* counts = CFBridgingRelease(assertions);
+    return [counts[@"PreventUserIdleDisplaySleep"] intValue] > 0;
+}
+
+/// What the active application has made of the screen: its own space, or a presentation.
+bool screenIsCovered() {
+    constexpr NSUInteger covering =
+        NSApplicationPresentationFullScreen | NSApplicationPresentationHideMenuBar;
+    return ([NSApp currentSystemPresentationOptions] & covering) != 0;
+}
+
+/// Of what other processes tell, on whichever thread.
+std::optional<BusyReason> firstElsewhere(const std::set<BusyReason>& reasons) {
+    if (reasons.count(BusyReason::Sound) > 0 && soundIsRecorded())
+        return BusyReason::Sound;
+    if (reasons.count(BusyReason::Camera) > 0 && cameraIsUsed())
+        return BusyReason::Camera;
+    if (reasons.count(BusyReason::Awake) > 0 && displayIsKeptOn())
+        return BusyReason::Awake;
+    return std::nullopt;
+}
+
+} // namespace
+
+MacBusyness::MacBusyness()
+    : queue_(dispatch_queue_create_with_target("app.orvane.Kelpa.busy", DISPATCH_QUEUE_SERIAL,
+                                               dispatch_get_global_queue(QOS_CLASS_DEFAULT, 0))) {}
+
+Subscription MacBusyness::ask(const std::set<BusyReason>& reasons, Answer answer) {
+    // Of the application itself only the main thread may be asked.
+    const bool covered = reasons.count(BusyReason::FullScreen) > 0 && screenIsCovered();
+    const auto told = std::make_shared<Answer>(std::move(answer));
+    const auto asked = std::make_shared<std::set<BusyReason>>(reasons);
+    dispatch_async(queue_, ^{
+      const auto found = covered ? BusyReason::FullScreen : firstElsewhere(*asked);
+      dispatch_async(dispatch_get_main_queue(), ^{
+        // Taken out first: the answer may end the question.
+        if (const Answer answered = std::exchange(*told, nullptr))
+            callCore([&] { answered(found); });
+      });
+    });
+    return Subscription([told] { *told = nullptr; });
+}
+
+} // namespace kelpa
