@@ -8,7 +8,7 @@ usage: random_desks.py print --seed N [--days D] [--all]
 The same seed gives the same desk. `check` plays desks and holds their journals against rules that every desk keeps;
 `compare` plays them with two players, of before and after a change that must move nothing, and shows the first line that
 differs. Both end with 1 when something was found. With `--all` people also use what is off at first: a word before a break,
-and breaks that wait.
+breaks that wait, and the history.
 """
 import argparse
 import random
@@ -91,9 +91,13 @@ class Desk:
         scenes = ((self.at_work, 30), (self.in_break, 22), (self.away, 8), (self.change_setting, 16), (self.store, 4),
                   (self.water, 14), (self.style, 6), (self.point, 5), (self.click, 8), (self.desk_changes, 5))
         if self.everything:
-            scenes += ((self.before_a_break, 30),)
+            scenes += ((self.before_a_break, 30), (self.history, 4))
         weights = [weight for _, weight in scenes]
         self.random.choices([scene for scene, _ in scenes], weights)[0]()
+
+    def history(self):
+        self.say(self.random.choice(("pref keepHistory true", "pref keepHistory true", "pref keepHistory false",
+                                     "disk full", "disk room", "disk room")))
 
     def at_work(self):
         for _ in range(self.random.randint(1, 4)):
@@ -214,6 +218,11 @@ def played(player, script, seed):
 
 
 TITLE = re.compile(r'^(""|(\d\d+)?\d\d:\d\d)$')
+HISTORY = re.compile(r"""history\ (\d{4}-\d\d)\ \1-\d\d,\d\d:\d\d:\d\d,(?:
+    work,,,(?P<worked>\d+),,,,,(break|newday|paused|idle|restarted|locked|quit)|
+    break,(short|long|newday),(?P<length>\d+),(?P<seconds>\d+),[0-3],(due|early),,,
+        (?P<end>complete|locked|quit|skipped|notice|replaced)|
+    drink,,,,,,\d+,\d+,drunk)""", re.VERBOSE)
 TIMER = re.compile(r"log info ticktack timer (start |timesup for |stoped )(\S+)$")
 
 
@@ -234,9 +243,25 @@ def broken_attention(journal):
             waits = not event.endswith("no longer")
 
 
+def broken_history(journal):
+    """Lines of the history that nobody could read, or that cannot be true."""
+    for line in journal.splitlines():
+        event = line.partition(" ")[2]
+        if not event.startswith("history ") or event == "history shown":
+            continue
+        told = HISTORY.fullmatch(event)
+        if not told:
+            yield f"no line of a history: {line}"
+        elif told["worked"] == "0":
+            yield f"work without a second: {line}"
+        elif told["end"] and (told["end"] == "complete") != (int(told["seconds"]) >= int(told["length"])):
+            yield f"a break that ended in another way: {line}"
+
+
 def broken_rules(journal):
     """What the journal of a desk holds that none may hold, as texts."""
     yield from broken_attention(journal)
+    yield from broken_history(journal)
     before, running, last_second = "", None, 0.0
     for line in journal.splitlines():
         number, _, event = line.partition(" ")

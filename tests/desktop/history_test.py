@@ -93,7 +93,7 @@ class Records(HistoryTest):
 class Window(HistoryTest):
     def test_it_shows_the_day_that_the_keys_or_the_pointer_go_to(self):
         self.days(14)
-        self.launch(KEPT)
+        program = self.launch(KEPT)
         self.show_history()
         self.assertEqual(len(self.columns()), 14)
         wait_until(lambda: "1 h 0 min" in self.names(), 5, "today's work")
@@ -109,6 +109,9 @@ class Window(HistoryTest):
         box = self.columns()[6].box()
         self.screen.move(box.x + box.width // 2, box.y + box.height // 2)
         wait_until(lambda: "1 h 7 min" in self.names(), 5, "the work of the day under the pointer")
+        self.screen.press("Left")
+        wait_until(lambda: "1 h 13 min" in self.names(), 5, "the keys to count more than a pointer that rests")
+        self.assertEqual(program.count("kelpa-view"), 0, program.lines())
 
     def test_it_turns_to_weeks_and_back_and_closes(self):
         self.days(14)

@@ -158,7 +158,13 @@ Rectangle {
             }
         }
         HoverHandler {
+            /// What is drawn anew is told again that the pointer is on it, also of one that rests.
+            property point seen
+
             onPointChanged: {
+                if (point.position === seen)
+                    return;
+                seen = point.position;
                 const at = Math.floor((point.position.x - stage.x) / card.columnWidth);
                 page.hovered = at >= 0 && at < page.periods.length ? at : -1;
             }
@@ -430,13 +436,15 @@ Rectangle {
         function go(to: int) {
             const other = columns.itemAt(Math.max(0, Math.min(page.periods.length - 1, to)));
             page.chosen = other.index;
+            page.hovered = -1; // a pointer that rests is not pointing
             other.forceActiveFocus(Qt.TabFocusReason);
         }
 
         x: index * card.columnWidth
         width: card.columnWidth
         height: stage.height
-        activeFocusOnTab: index === page.chosen
+        // What has the focus keeps its place among the stops until it is gone.
+        activeFocusOnTab: index === page.chosen || activeFocus
         Accessible.role: Accessible.ListItem
         Accessible.focusable: true
         Accessible.name: page.nameOf(period)
@@ -449,14 +457,20 @@ Rectangle {
                 go(event.key === Qt.Key_Home ? 0 : page.periods.length - 1);
         }
 
-        FocusRing {
-            shown: column.activeFocus
-            inset: 0
-        }
         TapHandler {
             onTapped: page.chosen = column.index
         }
+        Item {
+            y: dates.y
+            width: column.width
+            height: dates.height
+
+            FocusRing {
+                shown: column.activeFocus
+            }
+        }
         Column {
+            id: dates
             y: column.height - labels.height
             width: column.width
 
