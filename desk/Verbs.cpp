@@ -137,36 +137,6 @@ Run menu(std::string_view rest) {
     };
 }
 
-/// What a person does by a script or the session bus.
-Run remote(RemoteControl::Refusal (RemoteControl::*verb)(const std::string&), std::string_view rest) {
-    return [verb, text = std::string(rest)](Desk& desk) {
-        expectLaunched(desk);
-        if (const auto refusal = (desk.remote.*verb)(text))
-            desk.journal.note("refused", *refusal);
-    };
-}
-
-Run remote(RemoteControl::Refusal (RemoteControl::*verb)()) {
-    return [verb](Desk& desk) {
-        expectLaunched(desk);
-        if (const auto refusal = (desk.remote.*verb)())
-            desk.journal.note("refused", *refusal);
-    };
-}
-
-Run pause(std::string_view rest) {
-    if (rest.empty())
-        return remote(&RemoteControl::pause);
-    std::string_view line = rest;
-    return takeWord(line) == "until" ? remote(&RemoteControl::pauseUntil, line)
-                                     : remote(&RemoteControl::pauseFor, rest);
-}
-
-Run resume(std::string_view rest) {
-    expectNothing(rest);
-    return remote(&RemoteControl::resume);
-}
-
 Run skip(std::string_view rest) {
     return [screen = screenNumber(rest)](Desk& desk) {
         if (!desk.windows.skip(screen))
@@ -320,16 +290,31 @@ Run notification(std::string_view rest) {
 }
 
 /// What the command line asks of the running program.
+RemoteControl::Refusal obey(RemoteControl& remote, std::string_view word, std::string_view more) {
+    if (word == "break")
+        return remote.startBreak();
+    if (word == "postpone")
+        return remote.postpone(std::string(more));
+    if (word == "resume")
+        return remote.resume();
+    if (more.empty())
+        return remote.pause();
+    std::string_view time = more;
+    return takeWord(time) == "until" ? remote.pauseUntil(std::string(time))
+                                     : remote.pauseFor(std::string(more));
+}
+
 Run kelpa(std::string_view rest) {
     const std::string command(rest);
-    const std::string verb = takeWord(rest);
-    const std::string minutes(rest);
-    if (verb != "break" && verb != "postpone")
-        throw Problem("kelpa has no command " + in(verb) + " here");
-    return [=](Desk& desk) {
+    const std::string word = takeWord(rest);
+    const bool takesMore = word == "postpone" || word == "pause";
+    if (word != "break" && word != "resume" && !takesMore)
+        throw Problem("kelpa has no command " + in(word) + " here");
+    if (!takesMore)
+        expectNothing(rest);
+    return [command, word, more = std::string(rest)](Desk& desk) {
         expectLaunched(desk);
-        const auto refusal = verb == "break" ? desk.remote.startBreak() : desk.remote.postpone(minutes);
-        if (refusal)
+        if (const auto refusal = obey(desk.remote, word, more))
             desk.journal.note("refused", "kelpa " + command + ": " + std::string(*refusal));
     };
 }
@@ -350,8 +335,6 @@ const std::map<std::string, std::function<Run(std::string_view)>, std::less<>>& 
         {"launch", launch},
         {"pref", pref},
         {"menu", menu},
-        {"pause", pause},
-        {"resume", resume},
         {"skip", skip},
         {"notice", notice},
         {"style", style},

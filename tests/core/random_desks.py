@@ -8,7 +8,7 @@ usage: random_desks.py print --seed N [--days D] [--all]
 The same seed gives the same desk. `check` plays desks and holds their journals against rules that every desk keeps;
 `compare` plays them with two players, of before and after a change that must move nothing, and shows the first line that
 differs. Both end with 1 when something was found. With `--all` people also use what is off at first: a word before a break,
-breaks that wait, and the history.
+breaks that wait, the history, and pauses with an end.
 """
 import argparse
 import random
@@ -91,7 +91,7 @@ class Desk:
         scenes = ((self.at_work, 30), (self.in_break, 22), (self.away, 8), (self.change_setting, 16), (self.store, 4),
                   (self.water, 14), (self.style, 6), (self.point, 5), (self.click, 8), (self.desk_changes, 5))
         if self.everything:
-            scenes += ((self.before_a_break, 30), (self.history, 4))
+            scenes += ((self.before_a_break, 30), (self.history, 4), (self.pause, 12))
         weights = [weight for _, weight in scenes]
         self.random.choices([scene for scene, _ in scenes], weights)[0]()
 
@@ -127,6 +127,15 @@ class Desk:
                 f"busy answers {self.random.choice((0, 0, 1.5, 3, 'never'))}", "notification start",
                 "notification more", "kelpa break", "kelpa postpone", f"kelpa postpone {number}")))
             self.wait(0, 90)
+
+    def pause(self):
+        """Pauses with an end and without, some of them beneath a lock or a greeting."""
+        for _ in range(self.random.randint(1, 3)):
+            self.say(self.random.choice((
+                f"kelpa pause {self.random.randint(1, 200)}m", f"kelpa pause {self.random.randint(1, 9)}h5m",
+                f"kelpa pause until {self.time_of_day()}", "kelpa pause until tomorrow", "kelpa pause", "kelpa resume",
+                "menu pause", "lock", "unlock", "activity", f"clock {self.random.choice('+-')}{self.random.randint(1, 7200)}")))
+            self.wait(0, 3000)
 
     def away(self):
         self.say("lock")
@@ -260,10 +269,22 @@ def broken_history(journal):
             yield f"a break that ended in another way: {line}"
 
 
+def broken_pauses(journal):
+    """What is wrong with pauses that have an end: while one is told of, no work period begins."""
+    paused = False
+    for line in journal.splitlines():
+        event = line.partition(" ")[2]
+        if event.startswith("hint "):
+            paused = event.startswith('hint "Paused until ')
+        elif paused and event.startswith("item pause stop.circle"):
+            yield f"work begins in a pause: {line}"
+
+
 def broken_rules(journal):
     """What the journal of a desk holds that none may hold, as texts."""
     yield from broken_attention(journal)
     yield from broken_history(journal)
+    yield from broken_pauses(journal)
     before, running, last_second = "", None, 0.0
     for line in journal.splitlines():
         number, _, event = line.partition(" ")
