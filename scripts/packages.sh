@@ -37,7 +37,7 @@ KELPA_MACOS_PACKAGES=(
 KELPA_CHECK_PACKAGES=(
     "${KELPA_MACOS_PACKAGES[@]}"
     git clang libclang-rt-14-dev clang-format clang-tidy shellcheck libc++-16-dev
-    sway grim foot mutter waybar
+    sway grim foot mutter waybar awesome
     appstream desktop-file-utils dpkg-dev fish flatpak-builder libarchive-tools lintian makepkg man-db zsh
 )
 

@@ -345,6 +345,9 @@ class Windows(PreferencesTest):
         self.assertIn(f"\nStartupWMClass={kind}\n", ENTRY.read_text(), "desktops would not know whose window it is")
         self.assertFalse(resource.get_attributes().override_redirect)
         self.assertIn(window.id, self.screen.property(self.screen.root.id, "_NET_CLIENT_LIST"))
+        # Most window managers go by the first, those that tile let a dialog float wherever it stands.
+        types = [self.screen.display.get_atom_name(one) for one in self.screen.property(window.id, "_NET_WM_WINDOW_TYPE")]
+        self.assertEqual(types, ["_NET_WM_WINDOW_TYPE_NORMAL", "_NET_WM_WINDOW_TYPE_DIALOG"])
         hints = resource.get_wm_normal_hints()
         self.assertEqual((hints.min_width, hints.min_height), MINIMUM)
         middle = (window.x + window.width / 2, window.y + window.height / 2)

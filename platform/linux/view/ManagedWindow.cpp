@@ -6,9 +6,12 @@
 #include <QQmlEngine>
 #include <QQuickItem>
 #include <QScreen>
+#include <chrono>
 #include <utility>
 
 namespace kelpa::view {
+
+using namespace std::chrono_literals;
 
 namespace {
 
@@ -20,6 +23,8 @@ QIcon applicationIcon() {
         icon.addPixmap(picture.scaled(size, size, Qt::KeepAspectRatio, Qt::SmoothTransformation));
     return icon;
 }
+
+constexpr auto framingTime = 200ms;
 
 /// Enough of the window's upper edge to take hold of it.
 bool reachable(const QRect& bounds) {
@@ -66,6 +71,12 @@ ManagedWindow::ManagedWindow(Stage& stage, QQmlEngine& engine, const QString& fi
     if (stage.windowsDrawFrames())
         frame_ = WindowFrame::make(*this, engine);
     setIcon(applicationIcon());
+    framed_.setSingleShot(true);
+    framed_.setInterval(framingTime);
+    framed_.callOnTimeout([this] {
+        fresh_ = false;
+        stage_.showAgain(*this);
+    });
 }
 
 void ManagedWindow::setPlace(const QRect& bounds, const QString& connector) {
@@ -101,7 +112,9 @@ void ManagedWindow::appear() {
     if (reachable(bounds_))
         setFramePosition(bounds_.topLeft());
     create();
+    stage_.askToFloat(*this);
     followBackground();
+    fresh_ = true;
     show();
 }
 
@@ -122,6 +135,23 @@ void ManagedWindow::resizeEvent(QResizeEvent* event) {
     ViewWindow::resizeEvent(event);
     if (frame_)
         frame_->layOut(content(), event->size());
+}
+
+/// Where the X server itself composites, as awesome has it do, it can lose what is painted while the window
+/// is put into its frame, be it moved by that or not.
+void ManagedWindow::rest() {
+    if (fresh_)
+        framed_.start();
+}
+
+void ManagedWindow::exposeEvent(QExposeEvent* event) {
+    ViewWindow::exposeEvent(event);
+    rest();
+}
+
+void ManagedWindow::moveEvent(QMoveEvent* event) {
+    ViewWindow::moveEvent(event);
+    rest();
 }
 
 void ManagedWindow::closeEvent(QCloseEvent* event) {

@@ -3,6 +3,7 @@
 #include "platform/linux/view/Stage.h"
 #include "platform/linux/view/ViewWindow.h"
 
+#include <QTimer>
 #include <memory>
 
 namespace kelpa::view {
@@ -53,17 +54,23 @@ class ManagedWindow : public ViewWindow {
     /// The window's size around content of that size.
     [[nodiscard]] QSize around(const QSize& content) const;
     void closeEvent(QCloseEvent* event) override;
+    void exposeEvent(QExposeEvent* event) override;
+    void moveEvent(QMoveEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void followBackground() override;
 
   private:
+    /// Waits until the window manager has left the window alone for a moment.
+    void rest();
     [[nodiscard]] QRect firstPlace() const;
     [[nodiscard]] QSize firstSizeIn(QSize room) const;
 
     Stage& stage_;
     std::unique_ptr<WindowFrame> frame_; ///< null where the window manager draws it
     QString connector_;
-    QRect bounds_; ///< where it was, and how large its content; null the first time
+    QTimer framed_;      ///< since it was last moved or uncovered while it is fresh
+    bool fresh_ = false; ///< until it has come to rest in its frame
+    QRect bounds_;       ///< where it was, and how large its content; null the first time
 };
 
 } // namespace kelpa::view

@@ -72,6 +72,11 @@ class Stage {
     // Ordinary windows, which the window manager or the compositor looks after.
     /// Has the window filled with its colour even before it is painted, where that can be.
     virtual void fillBackground(QQuickWindow& /*window*/) {}
+    /// To be called between a window's making and its showing: a desktop that tiles its windows lets this one
+    /// float, in the size that it has.
+    virtual void askToFloat(QQuickWindow& window) = 0;
+    /// Brings all of a window to the screen once more, where what was brought there could have been lost.
+    virtual void showAgain(QQuickWindow& /*window*/) {}
     /// Asks for the keyboard and a place in front, as for a person who chose the window.
     virtual void activate(QQuickWindow& window) = 0;
     /// How high a window may be at first where that much is free, as far as anybody tells.

@@ -120,6 +120,23 @@ std::unique_ptr<WindowHost> WaylandStage::makeHost(QQuickWindow& window, QQuickI
     return std::make_unique<ToplevelHost>(window, content, role);
 }
 
+/// Compositors that tile let windows of one possible size float, and look for that when a window comes. Those
+/// that have layers are such, but for Plasma's.
+void WaylandStage::askToFloat(QQuickWindow& window) {
+    const QSize least = window.minimumSize();
+    const QSize most = window.maximumSize();
+    if (!layers_ || least == most || qgetenv("XDG_CURRENT_DESKTOP") == "KDE")
+        return;
+    window.setMinimumSize(window.size());
+    window.setMaximumSize(window.size());
+    const auto allow = [&window, least, most] {
+        window.setMinimumSize(least);
+        window.setMaximumSize(most);
+    };
+    QObject::connect(&window, &QQuickWindow::frameSwapped, &window, allow,
+                     static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection));
+}
+
 void WaylandStage::activate(QQuickWindow& window) {
     window.requestActivate();
 }

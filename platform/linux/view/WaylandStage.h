@@ -10,6 +10,7 @@ class WaylandStage final : public Stage {
   public:
     WaylandStage();
     std::unique_ptr<WindowHost> makeHost(QQuickWindow& window, QQuickItem& content, WindowRole role) override;
+    void askToFloat(QQuickWindow& window) override;
     void activate(QQuickWindow& window) override;
     [[nodiscard]] int heightLeftByBars(int available) const override;
     [[nodiscard]] bool windowsDrawFrames() const override;

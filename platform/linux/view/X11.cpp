@@ -227,6 +227,14 @@ void setBackground(xcb_window_t window, const QColor& color) {
     xcb_change_window_attributes(connection(), window, XCB_CW_BACK_PIXEL, &pixel);
 }
 
+void addType(xcb_window_t window, const QByteArray& type) {
+    const xcb_atom_t added = atom(type);
+    const QByteArray raw(reinterpret_cast<const char*>(&added), sizeof added);
+    if (!property(window, "_NET_WM_WINDOW_TYPE").contains(raw))
+        xcb_change_property(connection(), XCB_PROP_MODE_APPEND, window, atom("_NET_WM_WINDOW_TYPE"),
+                            XCB_ATOM_ATOM, 32, 1, &added);
+}
+
 /// A window that says that it draws a frame of its own, here of no width, is believed by some to draw its
 /// shadow as well. Others go by the alpha that it could have.
 void forbidShadow(xcb_window_t window) {

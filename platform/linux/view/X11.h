@@ -51,6 +51,9 @@ void focus(xcb_window_t window);
 void activate(xcb_window_t window);
 /// What the server itself fills the window with before it is painted.
 void setBackground(xcb_window_t window, const QColor& color);
+/// Adds a type to those that the window has, if it is none of them. Most window managers go by the first,
+/// those that tile by any of them.
+void addType(xcb_window_t window, const QByteArray& type);
 /// Has compositors draw no shadow around the window.
 void forbidShadow(xcb_window_t window);
 /// An unmanaged window of one pixel that nobody can see, because it lies beside the desktop. It is there

@@ -2,6 +2,8 @@
 
 #include "platform/linux/view/X11.h"
 
+#include <QCoreApplication>
+#include <QExposeEvent>
 #include <QMouseEvent>
 #include <QQuickItem>
 #include <QQuickWindow>
@@ -198,6 +200,16 @@ void X11Stage::keepOnTop(const std::vector<QQuickWindow*>& windows) {
 void X11Stage::fillBackground(QQuickWindow& window) {
     if (window.handle() != nullptr)
         x11::setBackground(idOf(window), window.color());
+}
+
+void X11Stage::askToFloat(QQuickWindow& window) {
+    if (window.type() != Qt::Dialog)
+        x11::addType(idOf(window), "_NET_WM_WINDOW_TYPE_DIALOG");
+}
+
+void X11Stage::showAgain(QQuickWindow& window) {
+    QExposeEvent all(QRect(QPoint(), window.size()));
+    QCoreApplication::sendEvent(&window, &all);
 }
 
 void X11Stage::activate(QQuickWindow& window) {

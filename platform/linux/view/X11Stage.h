@@ -14,6 +14,8 @@ class X11Stage final : public Stage {
     void focusGuarded() override { keyboard_.takeFocus(); }
     void keepOnTop(const std::vector<QQuickWindow*>& windows) override;
     void fillBackground(QQuickWindow& window) override;
+    void askToFloat(QQuickWindow& window) override;
+    void showAgain(QQuickWindow& window) override;
     void activate(QQuickWindow& window) override;
     [[nodiscard]] int heightLeftByBars(int available) const override { return available; }
     [[nodiscard]] bool windowsDrawFrames() const override { return false; }
