@@ -3,6 +3,7 @@
 #include "base/Text.h"
 #include "logging/SharedLogger.h"
 #include "platform/linux/BuildConfig.h"
+#include "platform/linux/Memory.h"
 #include "platform/linux/busy/CameraUse.h"
 #include "platform/linux/busy/FullScreenWindow.h"
 #include "platform/linux/busy/KeptAwake.h"
@@ -16,6 +17,9 @@
 namespace kelpa {
 
 namespace {
+
+/// By then the panel has asked for what it shows.
+constexpr double secondsOfStart = 10;
 
 std::string settingsFile() {
     const auto folder = configHome();
@@ -124,6 +128,7 @@ int Program::run() {
             "The texts are shown in English: no locale for their translation is generated on this machine.");
     useBus();
     instance_.serve(*this);
+    const Subscription started = loop_.afterReal(secondsOfStart, releaseCode);
     const int code = loop_.run();
     delegate_.applicationWillTerminate();
     return code;

@@ -1,4 +1,5 @@
 #include "platform/linux/Descriptors.h"
+#include "platform/linux/Memory.h"
 #include "platform/linux/Options.h"
 #include "platform/linux/Program.h"
 #include "platform/linux/control/ControlClient.h"
@@ -6,23 +7,11 @@
 
 #include <cstdlib>
 #include <iostream>
-#include <malloc.h>
 
 namespace {
 
 constexpr int failed = 1;
 constexpr int misused = 2;
-
-/// Makes free memory at the end of the heap go back to the system from some kilobytes on, and not from a
-/// hundred. What the program needs for a moment, such as the pictures of its item on their way to a panel,
-/// would else be kept for ever.
-void keepHeapSmall() {
-    constexpr int freeBytes = 16 * 1024;
-    // What the heap grows by beyond what was asked for, and keeps when it shrinks.
-    constexpr int spareBytes = 4 * 1024;
-    mallopt(M_TRIM_THRESHOLD, freeBytes);
-    mallopt(M_TOP_PAD, spareBytes);
-}
 
 int run(const kelpa::Options& options) {
     if (const auto tooFew = kelpa::tooFewDescriptors()) {
@@ -30,7 +19,7 @@ int run(const kelpa::Options& options) {
         return failed;
     }
     kelpa::printWithoutWaiting();
-    keepHeapSmall();
+    kelpa::keepHeapSmall();
     kelpa::EventLoop loop(options.speed);
     kelpa::Bus session(loop, kelpa::Bus::Kind::Session);
     kelpa::Instance instance(loop, session);

@@ -1,5 +1,6 @@
 #include "platform/linux/windows/RemoteWindowSystem.h"
 
+#include "platform/linux/Memory.h"
 #include "platform/linux/helper/ViewProtocol.h"
 
 #include <algorithm>
@@ -125,6 +126,7 @@ void RemoteWindowSystem::endView() {
     idle_.cancel();
     view_.end();
     reserved_.clear();
+    releaseCode();
 }
 
 void RemoteWindowSystem::reportFailure(const std::string& text) {
