@@ -129,7 +129,12 @@ Rectangle {
             Repeater {
                 model: page.charts.length
 
-                Chart {
+                HistoryChart {
+                    content: page.charts[index] ?? { name: "", scale: "", bars: [] }
+                    inks: page.inks[index] ?? [Theme.accent]
+                    current: page.current
+                    gutter: card.gutter
+                    columnWidth: card.columnWidth
                     width: stack.width
                     height: (card.height - stack.y - labels.height - Theme.stackSpace) / Math.max(1, page.charts.length)
                 }
@@ -271,156 +276,6 @@ Rectangle {
         }
         HoverHandler {
             cursorShape: Qt.PointingHandCursor
-        }
-    }
-    // The name and the chosen figures above, the scale beside, and the bars.
-    component Chart: Item {
-        id: chart
-
-        required property int index
-        readonly property var content: page.charts[index] ?? { name: "", scale: "", bars: [] }
-        readonly property var inks: page.inks[index] ?? [Theme.accent]
-        readonly property var figures: content.bars[page.current]?.texts ?? []
-
-        Words {
-            id: name
-            text: chart.content.name
-            color: Theme.secondary
-            font.pixelSize: Measures.sectionTitleSize
-            font.bold: true
-            Accessible.ignored: false
-            Accessible.role: Accessible.Heading
-            Accessible.name: text
-        }
-        Row {
-            anchors.right: parent.right
-            anchors.verticalCenter: name.verticalCenter
-            spacing: Theme.stackSpace
-
-            Repeater {
-                model: chart.figures
-
-                Row {
-                    id: figure
-                    required property int index
-                    required property string modelData
-                    spacing: Theme.tightSpace
-
-                    RoundedBox {
-                        anchors.verticalCenter: parent.verticalCenter
-                        width: 10
-                        height: 10
-                        radius: 3
-                        color: chart.inks[figure.index]
-                    }
-                    Words {
-                        text: figure.modelData
-                        font.bold: figure.index === 0
-                        Accessible.ignored: false
-                        Accessible.role: Accessible.StaticText
-                        Accessible.name: text
-                    }
-                }
-            }
-        }
-        Words {
-            anchors.verticalCenter: ceiling.verticalCenter
-            width: card.gutter - Theme.tightSpace
-            horizontalAlignment: Text.AlignRight
-            text: chart.content.scale
-            color: Theme.secondary
-            font.pixelSize: Theme.smallestSize
-        }
-        Rectangle {
-            id: ceiling
-            x: card.gutter
-            y: name.height + Theme.stackSpace
-            width: stage.width
-            height: 1
-            color: Theme.hairline
-            opacity: 0.6
-        }
-        Rectangle {
-            id: ground
-            x: ceiling.x
-            y: chart.height - Theme.stackSpace
-            width: ceiling.width
-            height: 1
-            color: Theme.hairline
-        }
-        Item {
-            id: bars
-            x: ceiling.x
-            y: ceiling.y
-            width: ceiling.width
-            height: ground.y - ceiling.y
-
-            RoundedBox {
-                visible: page.current >= 0
-                x: page.current * card.columnWidth + 1
-                y: -Theme.hairSpace
-                width: card.columnWidth - 2
-                height: parent.height + Theme.hairSpace
-                radius: 5
-                color: Theme.surface
-            }
-            Repeater {
-                model: chart.content.bars
-                Bar {
-                    inks: chart.inks
-                    room: bars.height
-                }
-            }
-        }
-    }
-    // Its parts stand on each other; the mark is what was to be reached.
-    component Bar: Item {
-        id: bar
-
-        required property int index
-        required property var modelData
-        required property var inks
-        required property real room
-
-        readonly property real thickness: Math.max(4, Math.min(30, Math.round(card.columnWidth * 0.56)))
-        function heightOf(part: int): real {
-            return Math.min(1, modelData.parts[part]) * room;
-        }
-        function below(part: int): real {
-            let sum = 0;
-            for (let i = 0; i < part; ++i)
-                sum += heightOf(i);
-            return sum;
-        }
-
-        x: Math.round((index + 0.5) * card.columnWidth - thickness / 2)
-        width: thickness
-        height: room
-
-        Repeater {
-            model: bar.modelData.parts.length
-
-            RoundedBox {
-                required property int index
-                readonly property real full: bar.heightOf(index)
-                readonly property real gap: index > 0 && bar.below(index) > 0 ? 2 : 0
-
-                visible: full > 0
-                width: bar.width
-                y: bar.room - bar.below(index) - full
-                height: Math.max(2, full - gap)
-                radius: 4
-                color: bar.inks[index]
-            }
-        }
-        Rectangle {
-            visible: bar.modelData.goal > 0
-            x: -4
-            y: Math.round((1 - Math.min(1, bar.modelData.goal)) * bar.room)
-            width: bar.width + 8
-            height: 2
-            color: Theme.primary
-            opacity: 0.55
         }
     }
     // All of a period: its labels below, and what the keyboard and a screen reader meet.
