@@ -15,7 +15,8 @@ namespace {
 
 constexpr std::int64_t secondsAMinute = 60;
 constexpr std::int64_t minutesAnHour = 60;
-constexpr std::int64_t minutesAWeek = 7 * 24 * minutesAnHour;
+constexpr std::int64_t hoursAWeek = 168;
+constexpr std::int64_t minutesAWeek = hoursAWeek * minutesAnHour;
 
 struct Pause {
     Clock& clock;

@@ -6,7 +6,7 @@ if [[ ! -f build/clang/compile_commands.json ]]; then
     cmake --preset clang >/dev/null
 fi
 mapfile -t sources < <(git ls-files --cached --others --exclude-standard -- \
-    {base,logging,prefs,panes,timer,water,ui,app}/'*.cpp')
+    {base,logging,prefs,panes,timer,history,water,ui,app}/'*.cpp')
 if ((${#sources[@]} == 0)); then
     echo 'check_tidy: found no sources' >&2
     exit 1
