@@ -124,9 +124,11 @@ Subscription VirtualClock::at(Date date, std::function<void()> work) {
 }
 
 void VirtualClock::arm(const std::shared_ptr<Appointment>& appointment) {
-    appointment->item = std::make_shared<WorkItem>([this, appointment] {
-        appointments_->remove(appointment);
-        appointment->work();
+    // The list keeps the appointment, and the appointment its item, which would keep it for ever.
+    appointment->item = std::make_shared<WorkItem>([this, weak = std::weak_ptr(appointment)] {
+        const auto due = weak.lock();
+        appointments_->remove(due);
+        due->work();
     });
     time_.asyncAfter(appointment->date.secondsSince1970 - now().secondsSince1970, appointment->item);
 }
