@@ -17,7 +17,7 @@ from pathlib import Path
 ROOT = Path(__file__).resolve().parent.parent
 try:
     from virtual_desktop import Box, Program, Session, break_windows, wait_for_countdown, wait_for_cover, \
-        wait_for_uncover, wait_until
+        wait_for_rest, wait_for_uncover, wait_until
 except ImportError as error:
     sys.exit(f"demo: {error}; the packages python3-gi and python3-xlib are needed (./run --demo installs them)")
 
@@ -137,16 +137,19 @@ class Demo:
                            "the water panel")
         first = self.session.monitors[0]
         self.check((panel.x + panel.width, panel.y) == (first.x + first.width, first.y), "the panel in its corner")
-        self.check(wait_until(lambda: self.time_moves(panel), 10), "the time to the next drink")
+        # Beneath its upper edge, until it is seen, the time in the tray moves as well.
+        own = Box(panel.x, panel.y + PANEL_HEIGHT, panel.width, panel.height - PANEL_HEIGHT)
+        wait_for_rest(self.screen, own)
         self.save(self.screen.picture(panel), "water")
+        self.check(self.time_moves(own), "the time to the next drink")
         self.screen.click(panel.x + 144, panel.y + 303)
         closed = wait_until(lambda: not self.screen.titled(lambda title: title == "Water Reminder"), 5)
         self.check(closed, "the panel gone after its answer")
 
-    def time_moves(self, panel):
-        """Whether nothing but a line of text changes in the panel, as when it has faded in."""
-        before = self.screen.picture(panel)
-        changed = wait_until(lambda: before.differs(self.screen.picture(panel)), 2)
+    def time_moves(self, place):
+        """Whether a line of text changes there, and nothing else."""
+        before = self.screen.picture(place)
+        changed = wait_until(lambda: before.differs(self.screen.picture(place)), 2)
         return bool(changed) and changed.height < 40
 
     def see_end(self, times):

@@ -4,8 +4,8 @@ Wayland compositor.
 Everything runs in a folder and a session of its own, touches nothing of the user's, and is ended by process id.
 """
 from .accessible import Accessibility
-from .break_screen import blue_rows, break_windows, complaints, covers, wait_for_countdown, wait_for_cover, wait_for_still, \
-    wait_for_uncover
+from .break_screen import blue_rows, break_windows, complaints, covers, wait_for_countdown, wait_for_cover, wait_for_rest, \
+    wait_for_still, wait_for_uncover
 from .compositor import MutterSession, NestedWaylandSession, WaylandSession
 from .picture import Box, Picture
 from .program import Program

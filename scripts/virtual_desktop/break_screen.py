@@ -62,6 +62,20 @@ def wait_for_still(screen, area, seconds=10, still=0.5):
     return wait_until(rests, seconds, "the end of a fade")
 
 
+def wait_for_rest(screen, area, seconds=10):
+    """Waits until a window has faded in: from then on nothing changes but lines of text. Gives its picture."""
+    def rests():
+        pictures = [screen.picture(area)]
+        for _ in range(2):
+            time.sleep(0.15)
+            pictures.append(screen.picture(area))
+        changes = [before.differs(after) for before, after in zip(pictures, pictures[1:])]
+        return (pictures[-1].ink_share() > 0.003 and all(one is None or one.height < 40 for one in changes) and
+                pictures[-1])
+
+    return wait_until(rests, seconds, "the end of a fade")
+
+
 def blue_rows(picture):
     """The blue things of a break window from top to bottom, as boxes in the picture: the link, then Skip."""
     rows = []

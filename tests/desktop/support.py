@@ -11,7 +11,7 @@ from pathlib import Path
 ROOT = Path(__file__).resolve().parents[2]
 sys.path.insert(0, str(ROOT / "scripts"))
 
-from virtual_desktop import Box, Program, Session, blue_rows, wait_until  # noqa: E402
+from virtual_desktop import Box, Program, Session, blue_rows, wait_for_rest, wait_until  # noqa: E402
 
 PROGRAM = os.environ.get("KELPA_PROGRAM", ROOT / "build/dev/kelpa")
 SPEED = 20
@@ -152,17 +152,7 @@ class DesktopTest(unittest.TestCase):
         return wait_until(lambda: before.differs(self.screen.picture(area)), seconds)
 
     def wait_for_rest(self, area, seconds=10):
-        """Waits until a window has faded in: from then on nothing changes but lines of text. Gives its picture."""
-        def rests():
-            pictures = [self.screen.picture(area)]
-            for _ in range(2):
-                self.settle(0.15)
-                pictures.append(self.screen.picture(area))
-            changes = [before.differs(after) for before, after in zip(pictures, pictures[1:])]
-            return (pictures[-1].ink_share() > 0.003 and all(one is None or one.height < 40 for one in changes) and
-                    pictures[-1])
-
-        return wait_until(rests, seconds, "the end of a fade")
+        return wait_for_rest(self.screen, area, seconds)
 
     def blue_rows(self, monitor):
         """The blue things of a break window from top to bottom, as boxes on the screen: the link, then Skip."""
