@@ -35,7 +35,7 @@ std::string drunkText(const HistorySum& sum) {
 std::int64_t scaleFor(std::int64_t most, std::int64_t least) {
     std::int64_t scale = least;
     for (std::int64_t power = least; scale < most; power *= 10)
-        for (const std::int64_t step : {2, 3, 4, 5, 6, 8, 10})
+        for (const std::int64_t step : {2, 3, 4, 5, 6, 8, 10, 15})
             if (scale < most)
                 scale = step * power;
     return scale;
