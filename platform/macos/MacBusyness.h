@@ -1,8 +1,7 @@
 #pragma once
 
-#import <dispatch/dispatch.h>
-
 #include "platform/ports/Busy.h"
+#include "platform/ports/Timers.h"
 
 namespace kelpa {
 
@@ -10,14 +9,17 @@ namespace kelpa {
 /// display on. None of it needs a permission.
 class MacBusyness final : public BusyProbe {
   public:
-    MacBusyness();
+    /// On `services` the system's services may take their time; `main` is the main thread's. Both must
+    /// outlive the last answer.
+    MacBusyness(Queue& services, Queue& main) : services_(services), main_(main) {}
 
     Subscription ask(const std::set<BusyReason>& reasons, Answer answer) override;
     /// All of it can be had.
     [[nodiscard]] std::optional<std::string> unavailable(BusyReason) override { return std::nullopt; }
 
   private:
-    dispatch_queue_t queue_; ///< on which the system's services may take their time
+    Queue& services_;
+    Queue& main_;
 };
 
 } // namespace kelpa

@@ -5,10 +5,9 @@
 #import <CoreMediaIO/CMIOHardware.h>
 #import <IOKit/pwr_mgt/IOPMLib.h>
 
-#import "platform/macos/Bridge.h"
-
 #include <algorithm>
 #include <memory>
+#include <utility>
 #include <vector>
 
 namespace kelpa {
@@ -90,22 +89,17 @@ std::optional<BusyReason> firstElsewhere(const std::set<BusyReason>& reasons) {
 
 } // namespace
 
-MacBusyness::MacBusyness()
-    : queue_(dispatch_queue_create_with_target("app.orvane.Kelpa.busy", DISPATCH_QUEUE_SERIAL,
-                                               dispatch_get_global_queue(QOS_CLASS_DEFAULT, 0))) {}
-
 Subscription MacBusyness::ask(const std::set<BusyReason>& reasons, Answer answer) {
     // Of the application itself only the main thread may be asked.
     const bool covered = reasons.count(BusyReason::FullScreen) > 0 && screenIsCovered();
     const auto told = std::make_shared<Answer>(std::move(answer));
-    const auto asked = std::make_shared<std::set<BusyReason>>(reasons);
-    dispatch_async(queue_, ^{
-      const auto found = covered ? BusyReason::FullScreen : firstElsewhere(*asked);
-      dispatch_async(dispatch_get_main_queue(), ^{
-        // Taken out first: the answer may end the question.
-        if (const Answer answered = std::exchange(*told, nullptr))
-            callCore([&] { answered(found); });
-      });
+    services_.async([&main = main_, told, reasons, covered] {
+        const auto found = covered ? BusyReason::FullScreen : firstElsewhere(reasons);
+        main.async([told, found] {
+            // Taken out first: the answer may end the question.
+            if (const Answer answered = std::exchange(*told, nullptr))
+                answered(found);
+        });
     });
     return Subscription([told] { *told = nullptr; });
 }

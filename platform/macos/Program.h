@@ -60,7 +60,7 @@ class Program final : private ApplicationLoop {
     std::unique_ptr<MailComposer> mail_ = makeMacMail();
     std::unique_ptr<AboutPanel> about_ = makeMacAboutPanel();
     std::unique_ptr<Notifications> notifications_ = makeMacNotifications();
-    MacBusyness busyness_;
+    MacBusyness busyness_{queues_.makeSerialQueue("app.orvane.Kelpa.busy"), mainQueue_};
     MacPreferencesWindow preferences_;
     MacHistoryWindow historyWindow_;
     id<NSObject> awake_ = nil; ///< as long as it is kept, timers are on time
