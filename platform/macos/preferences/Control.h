@@ -26,6 +26,8 @@
 - (void)showValue:(const kelpa::PreferencesValue&)value;
 - (void)showEntries:(const std::vector<kelpa::PreferencesEntry>&)entries;
 - (void)setEnabled:(BOOL)enabled;
+/// A button of the control's own that shows a symbol.
+- (NSButton*)makeButton:(const kelpa::SymbolButton&)button action:(SEL)action;
 /// Tells the core what a person did.
 - (void)did:(kelpa::PreferencesAct)act value:(const kelpa::PreferencesValue&)value;
 @end

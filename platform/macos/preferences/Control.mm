@@ -118,6 +118,12 @@ void explain(NSTextField* label, const kelpa::PreferencesValue& value) {
 - (void)showEntries:(const std::vector<kelpa::PreferencesEntry>&)entries {
 }
 
+- (NSButton*)makeButton:(const kelpa::SymbolButton&)button action:(SEL)action {
+    NSImage* image = [NSImage imageWithSystemSymbolName:kelpa::toNSString(button.symbol)
+                               accessibilityDescription:kelpa::toNSString(button.name)];
+    return [NSButton buttonWithImage:image target:self action:action];
+}
+
 - (void)did:(kelpa::PreferencesAct)act value:(const kelpa::PreferencesValue&)value {
     kelpa::callCore([&] { _client->did(_name, act, value); });
 }

@@ -114,12 +114,6 @@ constexpr CGFloat numberWidth = 64;
     ];
 }
 
-- (NSButton*)makeButton:(const kelpa::SymbolButton&)button action:(SEL)action {
-    NSImage* image = [NSImage imageWithSystemSymbolName:kelpa::toNSString(button.symbol)
-                               accessibilityDescription:kelpa::toNSString(button.name)];
-    return [NSButton buttonWithImage:image target:self action:action];
-}
-
 - (void)minusClicked:(id)sender {
     [self step:-1];
 }

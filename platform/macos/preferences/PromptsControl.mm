@@ -83,11 +83,8 @@ NSString* const columnName = @"prompt";
 }
 
 - (NSButton*)makeButton:(const kelpa::SymbolButton&)button action:(SEL)action {
-    NSString* name = kelpa::toNSString(button.name);
-    NSImage* image = [NSImage imageWithSystemSymbolName:kelpa::toNSString(button.symbol)
-                               accessibilityDescription:name];
-    NSButton* made = [NSButton buttonWithImage:image target:self action:action];
-    [made setToolTip:name];
+    NSButton* made = [super makeButton:button action:action];
+    [made setToolTip:kelpa::toNSString(button.name)];
     return made;
 }
 

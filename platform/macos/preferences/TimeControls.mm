@@ -174,12 +174,9 @@ NSView* makePlusTile(NSButton* plus) {
 - (NSArray<NSView*>*)makeViews:(const kelpa::PreferencesControl&)control
                         layout:(const kelpa::PreferencesLayout&)layout {
     _removalSymbol = kelpa::toNSString(layout.removalSymbol);
-    NSString* addName = kelpa::toNSString(layout.addTimePoint.name);
-    NSImage* plus = [NSImage imageWithSystemSymbolName:kelpa::toNSString(layout.addTimePoint.symbol)
-                              accessibilityDescription:addName];
-    _plus = [NSButton buttonWithImage:plus target:self action:@selector(plusClicked:)];
+    _plus = [self makeButton:layout.addTimePoint action:@selector(plusClicked:)];
     [_plus setBordered:NO];
-    [_plus setAccessibilityLabel:addName];
+    [_plus setAccessibilityLabel:kelpa::toNSString(layout.addTimePoint.name)];
     _plusTile = makePlusTile(_plus);
     _rows = [[NSStackView alloc] initWithFrame:NSZeroRect];
     [_rows setOrientation:NSUserInterfaceLayoutOrientationVertical];
