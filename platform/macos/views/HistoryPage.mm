@@ -131,6 +131,8 @@ NSTextField* smallLabel() {
     if (others)
         [self makeColumns];
     [self makeCharts];
+    for (NSUInteger index = 0; index < [_columns count]; ++index)
+        [_columns[index] setAccessibilityLabel:[self tell:index]];
     [_ranges setSelectedSegment:static_cast<NSInteger>(picture.range)];
     [self ask:_asking];
     [self place];
@@ -279,7 +281,6 @@ NSTextField* smallLabel() {
                                                           kelpa::historyColors(chart))];
     for (NSUInteger index = 0; index < [_columns count]; ++index) {
         KelpaHistoryColumn* column = _columns[index];
-        [column setAccessibilityLabel:[self tell:index]];
         [column setAccessibilityValue:@(index == current)];
         [column setNeedsDisplay:YES];
     }
