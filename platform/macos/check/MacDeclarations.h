@@ -178,9 +178,6 @@ typedef struct {
 @end
 
 @interface NSTimer (MacDeclarations)
-+ (NSTimer*)timerWithTimeInterval:(NSTimeInterval)interval
-                          repeats:(BOOL)repeats
-                            block:(void (^)(NSTimer* timer))block SINCE(10.12);
 - (void)setTolerance:(NSTimeInterval)tolerance SINCE(10.9);
 @end
 
@@ -220,14 +217,9 @@ extern NSString* const NSImageNameApplicationIcon SINCE(10.6);
 - (NSApplicationPresentationOptions)currentSystemPresentationOptions SINCE(10.6);
 @end
 
-@interface NSRunningApplication (MacDeclarations)
-+ (NSArray<NSRunningApplication*>*)runningApplicationsWithBundleIdentifier:(NSString*)bundleIdentifier
-    SINCE(10.6);
-@end
-
 SINCE(10.15) @interface NSWorkspaceOpenConfiguration : NSObject
 + (instancetype)configuration SINCE(10.15);
-- (void)setActivates:(BOOL)activates SINCE(10.15);
+@property(nonatomic) BOOL activates SINCE(10.15);
 @end
 
 @interface NSWorkspace (MacDeclarations)
@@ -343,13 +335,6 @@ extern NSString* const NSAccessibilityLinkRole;
 
 @interface NSColor (MacDeclarations)
 + (NSColor*)controlAccentColor SINCE(10.14);
-+ (NSColor*)quaternaryLabelColor SINCE(10.10);
-+ (NSColor*)systemBlueColor SINCE(10.10);
-+ (NSColor*)systemGrayColor SINCE(10.10);
-+ (NSColor*)systemGreenColor SINCE(10.10);
-+ (NSColor*)systemRedColor SINCE(10.10);
-+ (NSColor*)systemTealColor SINCE(10.15);
-- (CGColorRef)CGColor SINCE(10.8);
 @end
 
 typedef NSInteger NSStackViewGravity SINCE(10.9);
@@ -359,12 +344,12 @@ enum : NSInteger { NSStackViewDistributionFillEqually = 1, NSStackViewDistributi
 
 SINCE(10.9) @interface NSStackView : NSView
 + (instancetype)stackViewWithViews:(NSArray<NSView*>*)views SINCE(10.9);
-- (void)setOrientation:(NSUserInterfaceLayoutOrientation)orientation SINCE(10.9);
-- (void)setAlignment:(NSLayoutAttribute)alignment SINCE(10.9);
-- (void)setEdgeInsets:(NSEdgeInsets)edgeInsets SINCE(10.9);
-- (void)setSpacing:(CGFloat)spacing SINCE(10.9);
+@property(nonatomic) NSUserInterfaceLayoutOrientation orientation SINCE(10.9);
+@property(nonatomic) NSLayoutAttribute alignment SINCE(10.9);
+@property(nonatomic) NSEdgeInsets edgeInsets SINCE(10.9);
+@property(nonatomic) CGFloat spacing SINCE(10.9);
 - (void)setCustomSpacing:(CGFloat)spacing afterView:(NSView*)aView SINCE(10.9);
-- (void)setDistribution:(NSStackViewDistribution)distribution SINCE(10.11);
+@property(nonatomic) NSStackViewDistribution distribution SINCE(10.11);
 - (void)addView:(NSView*)aView inGravity:(NSStackViewGravity)gravity SINCE(10.9);
 - (void)addArrangedSubview:(NSView*)view SINCE(10.11);
 - (NSArray<NSView*>*)arrangedSubviews SINCE(10.11);
@@ -372,12 +357,6 @@ SINCE(10.9) @interface NSStackView : NSView
 
 @interface NSGridRow (MacDeclarations)
 - (void)setHidden:(BOOL)hidden SINCE(10.12);
-@end
-
-@interface NSAnimationContext (MacDeclarations)
-+ (void)runAnimationGroup:(void (^)(NSAnimationContext* context))changes
-        completionHandler:(void (^)(void))completionHandler SINCE(10.7);
-- (void)setDuration:(NSTimeInterval)duration SINCE(10.5);
 @end
 
 extern "C" SINCE(10.5) double CACurrentMediaTime(void);
@@ -484,6 +463,8 @@ SINCE(10.14) @interface UNNotificationAction : NSObject
 + (instancetype)actionWithIdentifier:(NSString*)identifier
                                title:(NSString*)title
                              options:(UNNotificationActionOptions)options SINCE(10.14);
+@property(nonatomic, readonly, copy) NSString* identifier SINCE(10.14);
+@property(nonatomic, readonly, copy) NSString* title SINCE(10.14);
 @end
 
 SINCE(10.14) @interface UNNotificationCategory : NSObject
@@ -491,31 +472,34 @@ SINCE(10.14) @interface UNNotificationCategory : NSObject
                                actions:(NSArray*)actions
                      intentIdentifiers:(NSArray*)intentIdentifiers
                                options:(UNNotificationCategoryOptions)options SINCE(10.14);
+@property(nonatomic, readonly, copy) NSString* identifier SINCE(10.14);
+@property(nonatomic, readonly, copy) NSArray<UNNotificationAction*>* actions SINCE(10.14);
 @end
 
 SINCE(10.14) @interface UNNotificationContent : NSObject
 @end
 
 SINCE(10.14) @interface UNMutableNotificationContent : UNNotificationContent
-- (void)setTitle:(NSString*)title SINCE(10.14);
-- (void)setBody:(NSString*)body SINCE(10.14);
-- (void)setCategoryIdentifier:(NSString*)identifier SINCE(10.14);
+@property(nonatomic, copy) NSString* title SINCE(10.14);
+@property(nonatomic, copy) NSString* body SINCE(10.14);
+@property(nonatomic, copy) NSString* categoryIdentifier SINCE(10.14);
 @end
 
 SINCE(10.14) @interface UNNotificationRequest : NSObject
 + (instancetype)requestWithIdentifier:(NSString*)identifier
                               content:(UNNotificationContent*)content
                               trigger:(UNNotificationTrigger*)trigger SINCE(10.14);
-- (NSString*)identifier SINCE(10.14);
+@property(nonatomic, readonly, copy) NSString* identifier SINCE(10.14);
+@property(nonatomic, readonly) UNNotificationContent* content SINCE(10.14);
 @end
 
 SINCE(10.14) @interface UNNotification : NSObject
-- (UNNotificationRequest*)request SINCE(10.14);
+@property(nonatomic, readonly) UNNotificationRequest* request SINCE(10.14);
 @end
 
 SINCE(10.14) @interface UNNotificationResponse : NSObject
-- (UNNotification*)notification SINCE(10.14);
-- (NSString*)actionIdentifier SINCE(10.14);
+@property(nonatomic, readonly) UNNotification* notification SINCE(10.14);
+@property(nonatomic, readonly, copy) NSString* actionIdentifier SINCE(10.14);
 @end
 
 @class UNUserNotificationCenter;
@@ -532,7 +516,7 @@ SINCE(10.14) @interface UNNotificationResponse : NSObject
 
 SINCE(10.14) @interface UNUserNotificationCenter : NSObject
 + (UNUserNotificationCenter*)currentNotificationCenter SINCE(10.14);
-- (void)setDelegate:(id<UNUserNotificationCenterDelegate>)delegate SINCE(10.14);
+@property(nonatomic, weak) id<UNUserNotificationCenterDelegate> delegate SINCE(10.14);
 - (void)setNotificationCategories:(NSSet*)categories SINCE(10.14);
 - (void)requestAuthorizationWithOptions:(UNAuthorizationOptions)options
                       completionHandler:(void (^)(BOOL granted, NSError* error))completionHandler

@@ -113,13 +113,8 @@ id objc_autorelease(id object) {
 }
 id objc_autoreleaseReturnValue(id object) __attribute__((alias("objc_autorelease")));
 
-id objc_retainAutorelease(id object) {
+id objc_retainAutoreleaseReturnValue(id object) {
     return [[object retain] autorelease];
-}
-id objc_retainAutoreleaseReturnValue(id object) __attribute__((alias("objc_retainAutorelease")));
-
-id objc_unsafeClaimAutoreleasedReturnValue(id object) {
-    return object;
 }
 
 id objc_retainBlock(id block) {
@@ -174,18 +169,9 @@ id objc_loadWeakRetained(id* place) {
     return [*place retain];
 }
 
-id objc_loadWeak(id* place) {
-    return [objc_loadWeakRetained(place) autorelease];
-}
-
 void objc_copyWeak(id* to, id* from) {
     const std::lock_guard lock(known().guard);
     objc_initWeak(to, *from);
-}
-
-void objc_moveWeak(id* to, id* from) {
-    objc_copyWeak(to, from);
-    objc_destroyWeak(from);
 }
 
 } // extern "C"

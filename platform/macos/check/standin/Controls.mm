@@ -274,10 +274,6 @@ void perform(id, SEL, void (^block)(void)) {
     return [self subviews][static_cast<NSUInteger>(row)];
 }
 
-- (NSInteger)numberOfRows {
-    return static_cast<NSInteger>([[self subviews] count]);
-}
-
 - (void)selectRowIndexes:(NSIndexSet*)rows byExtendingSelection:(BOOL)extend {
     recordOf(self)[@"selection"] = [rows copy];
 }

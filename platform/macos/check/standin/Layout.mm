@@ -14,7 +14,8 @@ constexpr CGFloat ample = 10000;
 constexpr NSSize smallestControl = {40, 22};
 
 BOOL isRow(NSView* view) {
-    return [view isKindOfClass:[NSStackView class]] && ![recordOf(view)[@"upright"] boolValue];
+    return [view isKindOfClass:[NSStackView class]] &&
+           [static_cast<NSStackView*>(view) orientation] == NSUserInterfaceLayoutOrientationHorizontal;
 }
 
 NSArray<NSView*>* laidOutIn(NSView* view) {
@@ -164,8 +165,7 @@ static id anchorOf(NSView*, SEL) {
 @implementation NSStackView
 
 + (void)load {
-    ignoreMessages("NSStackView", "setAlignment: setEdgeInsets: setSpacing: setCustomSpacing:afterView: "
-                                  "setDistribution:");
+    ignoreMessages("NSStackView", "setCustomSpacing:afterView:");
 }
 
 + (instancetype)stackViewWithViews:(NSArray<NSView*>*)views {
@@ -177,10 +177,6 @@ static id anchorOf(NSView*, SEL) {
 
 - (BOOL)isFlipped {
     return YES;
-}
-
-- (void)setOrientation:(NSUserInterfaceLayoutOrientation)orientation {
-    recordOf(self)[@"upright"] = @(orientation == NSUserInterfaceLayoutOrientationVertical);
 }
 
 - (void)addArrangedSubview:(NSView*)view {

@@ -12,7 +12,8 @@
                                title:(NSString*)title
                              options:(UNNotificationActionOptions)options {
     UNNotificationAction* action = [[self alloc] init];
-    recordOf(action)[@"what"] = @[ identifier, title ];
+    action->_identifier = identifier;
+    action->_title = title;
     return action;
 }
 
@@ -25,11 +26,8 @@
                      intentIdentifiers:(NSArray*)intents
                                options:(UNNotificationCategoryOptions)options {
     UNNotificationCategory* category = [[self alloc] init];
-    NSMutableArray* all = [NSMutableArray array];
-    for (UNNotificationAction* action in actions)
-        [all addObject:recordOf(action)[@"what"]];
-    recordOf(category)[@"identifier"] = identifier;
-    recordOf(category)[@"actions"] = all;
+    category->_identifier = identifier;
+    category->_actions = actions;
     return category;
 }
 
@@ -39,19 +37,6 @@
 @end
 
 @implementation UNMutableNotificationContent
-
-- (void)setTitle:(NSString*)title {
-    recordOf(self)[@"title"] = title;
-}
-
-- (void)setBody:(NSString*)body {
-    recordOf(self)[@"body"] = body;
-}
-
-- (void)setCategoryIdentifier:(NSString*)identifier {
-    recordOf(self)[@"category"] = identifier;
-}
-
 @end
 
 @implementation UNNotificationRequest
@@ -60,50 +45,45 @@
                               content:(UNNotificationContent*)content
                               trigger:(UNNotificationTrigger*)trigger {
     UNNotificationRequest* request = [[self alloc] init];
-    recordOf(request)[@"identifier"] = identifier;
-    recordOf(request)[@"content"] = content;
+    request->_identifier = identifier;
+    request->_content = content;
     return request;
 }
 
-- (NSString*)identifier {
-    return recordOf(self)[@"identifier"];
-}
+@end
 
+@interface UNNotification ()
+@property(nonatomic, readwrite) UNNotificationRequest* request;
 @end
 
 @implementation UNNotification
+@end
 
-- (UNNotificationRequest*)request {
-    return recordOf(self)[@"request"];
-}
-
+@interface UNNotificationResponse ()
+@property(nonatomic, readwrite) UNNotification* notification;
+@property(nonatomic, readwrite, copy) NSString* actionIdentifier;
 @end
 
 @implementation UNNotificationResponse
-
-- (UNNotification*)notification {
-    return recordOf(self)[@"notification"];
-}
-
-- (NSString*)actionIdentifier {
-    return recordOf(self)[@"action"];
-}
-
 @end
 
-@implementation UNUserNotificationCenter
+namespace {
+
+UNNotificationRequest* shown; ///< last, also when it has gone
+
+} // namespace
+
+@implementation UNUserNotificationCenter {
+    UNNotificationCategory* _category;
+}
 
 + (UNUserNotificationCenter*)currentNotificationCenter {
     static id center = [[self alloc] init];
     return center;
 }
 
-- (void)setDelegate:(id<UNUserNotificationCenterDelegate>)delegate {
-    recordOf(self)[@"delegate"] = delegate;
-}
-
 - (void)setNotificationCategories:(NSSet*)categories {
-    recordOf(self)[@"category"] = [categories anyObject];
+    _category = [categories anyObject];
 }
 
 - (void)requestAuthorizationWithOptions:(UNAuthorizationOptions)options
@@ -113,14 +93,13 @@
 
 - (void)addNotificationRequest:(UNNotificationRequest*)request
          withCompletionHandler:(void (^)(NSError* error))done {
-    NSDictionary* content = recordOf(recordOf(request)[@"content"]);
-    NSDictionary* category = recordOf(recordOf(self)[@"category"]);
-    recordOf(self)[@"request"] = request;
-    note(@"notification", @{
-        @"title" : content[@"title"],
-        @"body" : content[@"body"],
-        @"actions" : [content[@"category"] isEqual:category[@"identifier"]] ? category[@"actions"] : @[]
-    });
+    const auto content = static_cast<UNMutableNotificationContent*>([request content]);
+    NSMutableArray* actions = [NSMutableArray array];
+    if ([[content categoryIdentifier] isEqual:[_category identifier]])
+        for (UNNotificationAction* action in [_category actions])
+            [actions addObject:@[ [action identifier], [action title] ]];
+    note(@"notification", @{@"title" : [content title], @"body" : [content body], @"actions" : actions});
+    shown = request;
     done(nil);
 }
 
@@ -128,8 +107,7 @@
 }
 
 - (void)removeDeliveredNotificationsWithIdentifiers:(NSArray*)identifiers {
-    NSString* shown = [recordOf(self)[@"request"] identifier];
-    if (shown && [identifiers containsObject:shown])
+    if (shown && [identifiers containsObject:[shown identifier]])
         note(@"notification gone", @{});
 }
 
@@ -139,19 +117,18 @@ namespace {
 
 /// A press on the notification that was shown last, also when it has gone: some presses come late.
 id pressAction(NSDictionary* asked) {
-    UNUserNotificationCenter* center = [UNUserNotificationCenter currentNotificationCenter];
-    id<UNUserNotificationCenterDelegate> delegate = recordOf(center)[@"delegate"];
-    if (!recordOf(center)[@"request"])
+    if (!shown)
         return driver::problem(@"No notification was shown");
     UNNotification* notification = [[UNNotification alloc] init];
-    recordOf(notification)[@"request"] = recordOf(center)[@"request"];
+    [notification setRequest:shown];
     UNNotificationResponse* response = [[UNNotificationResponse alloc] init];
-    recordOf(response)[@"notification"] = notification;
-    recordOf(response)[@"action"] = asked[@"action"];
-    [delegate userNotificationCenter:center
-        didReceiveNotificationResponse:response
-                 withCompletionHandler:^{
-                 }];
+    [response setNotification:notification];
+    [response setActionIdentifier:asked[@"action"]];
+    UNUserNotificationCenter* center = [UNUserNotificationCenter currentNotificationCenter];
+    [[center delegate] userNotificationCenter:center
+               didReceiveNotificationResponse:response
+                        withCompletionHandler:^{
+                        }];
     standin::settleQueues();
     return nil;
 }

@@ -126,10 +126,6 @@ extern "C" Boolean SMLoginItemSetEnabled(CFStringRef identifier, Boolean enabled
     return [[self alloc] init];
 }
 
-- (void)setActivates:(BOOL)activates {
-    recordOf(self)[@"activates"] = @(activates);
-}
-
 @end
 
 @implementation NSWorkspace (StandIn)
@@ -139,7 +135,7 @@ extern "C" Boolean SMLoginItemSetEnabled(CFStringRef identifier, Boolean enabled
            completionHandler:(void (^)(NSRunningApplication*, NSError*))done {
     // Said and not noted: who asks for it ends at once.
     std::fprintf(stderr, "start %s%s\n", [[place path] UTF8String],
-                 [recordOf(configuration)[@"activates"] boolValue] ? ", to the front" : "");
+                 [configuration activates] ? ", to the front" : "");
     done(nil, std::getenv("KELPA_TEST_NO_LOGIN_ITEM") ? driver::problem(@"It is damaged") : nil);
 }
 
