@@ -184,6 +184,16 @@ class Clicks(DesktopTest):
         self.screen.click(menu.x + menu.width + 50, menu.y + 20)
         wait_until(lambda: not self.helpers(self.program), 5, "the menu's program to end")
 
+    def test_a_second_click_before_it_is_there_leaves_it_open_to_one_beside_it(self):
+        self.screen.move(300, 200)
+        self.click()
+        wait_until(lambda: self.helpers(self.program), 5, "the menu's program")
+        self.click()
+        menu = wait_until(self.menus, 5, "the menu")[0]
+        self.settle(0.5)    # over the time in which the second click is answered
+        self.screen.click(menu.x + menu.width + 50, menu.y + 20)
+        wait_until(lambda: not self.helpers(self.program), 5, "the menu's program to end")
+
     def test_it_waits_for_the_end_of_the_click(self):
         """Some hosts tell of a click as soon as the button is down, and hold the pointer until it is up."""
         self.screen.move(300, 200)

@@ -16,6 +16,8 @@ PopUpMenu::~PopUpMenu() {
 }
 
 bool PopUpMenu::open() {
+    if (shown())
+        return true;
     statusBar_.addSink(*this);
     if (!shown() || !start()) {
         close();

@@ -15,7 +15,7 @@ class PopUpMenu final : private TrayHelper {
               std::string data, std::function<void()> closed);
     ~PopUpMenu() override;
 
-    /// False when it cannot be shown.
+    /// False when it cannot be shown. One that is open already, or on its way, is left as it is.
     bool open();
     void close();
 
