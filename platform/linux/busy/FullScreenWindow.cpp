@@ -103,9 +103,7 @@ X11Reply<xcb_get_property_reply_t> X11FullScreen::property(xcb_window_t window, 
                                                            xcb_atom_t type) {
     const auto cookie =
         xcb_get_property(connection_.get(), 0, window, connection_.atom(name), type, 0, mostStates);
-    auto reply = connection_.reply<xcb_get_property_reply_t>(cookie);
-    connection_.settle();
-    return reply;
+    return connection_.reply<xcb_get_property_reply_t>(cookie);
 }
 
 bool X11FullScreen::covers(xcb_window_t window) {

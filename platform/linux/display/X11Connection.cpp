@@ -55,6 +55,7 @@ const xcb_query_extension_reply_t* X11Connection::extension(xcb_extension_t& ext
 }
 
 void* X11Connection::await(unsigned sequence) {
+    drainSoon();
     if (loop_.started())
         return awaitForAMoment(sequence);
     void* answer = nullptr;
@@ -94,10 +95,11 @@ void X11Connection::selectRoot(std::uint32_t mask) {
     xcb_flush(connection_);
 }
 
-void X11Connection::settle() {
-    if (!settling_.active())
-        settling_ = loop_.afterReal(0, [this] {
-            settling_.cancel();
+/// Events that come with an answer would otherwise lie there until the next one comes.
+void X11Connection::drainSoon() {
+    if (!draining_.active())
+        draining_ = loop_.afterReal(0, [this] {
+            draining_.cancel();
             drain();
         });
 }

@@ -44,9 +44,6 @@ class X11Connection {
     Subscription listen(Handler handler);
     /// Adds to the events of the root window that the server sends us.
     void selectRoot(std::uint32_t mask);
-    /// To be called after answers were waited for: events that came with them would otherwise lie there until
-    /// the next one comes.
-    void settle();
 
   private:
     X11Connection(EventLoop& loop, xcb_connection_t* connection, int screenNumber,
@@ -54,6 +51,7 @@ class X11Connection {
     void drain();
     void* await(unsigned sequence);
     void* awaitForAMoment(unsigned sequence);
+    void drainSoon();
 
     EventLoop& loop_;
     xcb_connection_t* connection_;
@@ -64,7 +62,7 @@ class X11Connection {
     std::function<void()> lost_;
     std::list<Handler> handlers_;
     Subscription readable_;
-    Subscription settling_;
+    Subscription draining_;
 };
 
 } // namespace kelpa

@@ -9,11 +9,6 @@ namespace {
 /// Plugging a monitor in makes the server and the desktop tell of several steps.
 constexpr double burstSeconds = 0.05;
 constexpr double secondsBetweenTries = 1;
-constexpr std::uint8_t sentEventBit = 0x80;
-
-std::uint8_t typeOf(const xcb_generic_event_t& event) {
-    return static_cast<std::uint8_t>(event.response_type & ~sentEventBit);
-}
 
 /// The request comes from something like a pager: the user wants it, no window asked for it.
 constexpr std::uint32_t fromUser = 2;
@@ -56,7 +51,6 @@ std::vector<Monitor> X11Screens::monitors() {
         return {wholeRoot()};
     const auto cookie = xcb_randr_get_monitors(connection_.get(), connection_.root(), 1);
     const auto reply = connection_.reply<xcb_randr_get_monitors_reply_t>(cookie);
-    connection_.settle();
     std::vector<Monitor> result;
     if (!reply)
         return result;
@@ -71,7 +65,6 @@ std::vector<Monitor> X11Screens::monitors() {
 Monitor X11Screens::wholeRoot() {
     const auto cookie = xcb_get_geometry(connection_.get(), connection_.root());
     const auto reply = connection_.reply<xcb_get_geometry_reply_t>(cookie);
-    connection_.settle();
     return {"default", reply ? PixelRect{0, 0, reply->width, reply->height} : PixelRect{}, true};
 }
 
@@ -97,7 +90,6 @@ void X11Screens::askAgain() {
 const Screen* X11Screens::mainScreen() {
     const auto cookie = xcb_get_input_focus(connection_.get());
     const auto focus = connection_.reply<xcb_get_input_focus_reply_t>(cookie);
-    connection_.settle();
     if (!focus || focus->focus <= XCB_INPUT_FOCUS_POINTER_ROOT || focus->focus == connection_.root())
         return first();
     const auto size = xcb_get_geometry(connection_.get(), focus->focus);
@@ -115,7 +107,6 @@ void X11Focus::remember() {
         return;
     const auto cookie = xcb_get_input_focus(connection_.get());
     const auto focus = connection_.reply<xcb_get_input_focus_reply_t>(cookie);
-    connection_.settle();
     if (focus)
         kept_ = Focus{focus->focus, focus->revert_to};
 }
@@ -140,12 +131,10 @@ void X11Focus::giveBack() {
 bool X11Focus::othersHaveIt() {
     const auto cookie = xcb_get_input_focus(connection_.get());
     const auto focus = connection_.reply<xcb_get_input_focus_reply_t>(cookie);
-    connection_.settle();
     if (!focus || focus->focus <= XCB_INPUT_FOCUS_POINTER_ROOT || focus->focus == connection_.root())
         return false;
     const auto attributes = xcb_get_window_attributes(connection_.get(), focus->focus);
     const auto reply = connection_.reply<xcb_get_window_attributes_reply_t>(attributes);
-    connection_.settle();
     return reply && reply->map_state == XCB_MAP_STATE_VIEWABLE && reply->override_redirect == 0;
 }
 
@@ -154,7 +143,6 @@ bool X11Focus::canHaveFocus(xcb_window_t window) {
         return true;
     const auto cookie = xcb_get_window_attributes(connection_.get(), window);
     const auto reply = connection_.reply<xcb_get_window_attributes_reply_t>(cookie);
-    connection_.settle();
     return reply && reply->map_state == XCB_MAP_STATE_VIEWABLE;
 }
 
@@ -165,7 +153,6 @@ void X11Focus::activateTopmost() {
         xcb_get_property(x, 0, connection_.root(), connection_.atom("_NET_CLIENT_LIST_STACKING"),
                          XCB_ATOM_WINDOW, 0, mostClients);
     const auto reply = connection_.reply<xcb_get_property_reply_t>(cookie);
-    connection_.settle();
     const int bytes = reply ? xcb_get_property_value_length(reply.get()) : 0;
     const auto count = static_cast<std::size_t>(bytes) / sizeof(xcb_window_t);
     xcb_set_input_focus(x, XCB_INPUT_FOCUS_POINTER_ROOT, XCB_INPUT_FOCUS_POINTER_ROOT, XCB_CURRENT_TIME);

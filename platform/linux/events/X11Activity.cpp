@@ -26,11 +26,6 @@ constexpr std::uint32_t pointerAxes = 0b11;
 constexpr double lookSeconds = 1.0;
 /// A window manager's frame, the program's window in it, and some more for those who nest deeper.
 constexpr int deepestWindow = 6;
-constexpr std::uint8_t sentEventBit = 0x80;
-
-std::uint8_t typeOf(const xcb_generic_event_t& event) {
-    return static_cast<std::uint8_t>(event.response_type & ~sentEventBit);
-}
 
 } // namespace
 
@@ -51,7 +46,6 @@ ActivitySource::Start X11Activity::start(ActivitySink& sink) {
     events_ = connection_->listen([this](const xcb_generic_event_t& event) { handle(event); });
     select(Motion::Heard);
     watchModifiers();
-    connection_->settle();
     return Start::Watching;
 }
 
@@ -173,7 +167,6 @@ void X11Activity::report(bool inOwnWindow) {
 X11Activity::Pointer X11Activity::pointer() {
     const auto cookie = xcb_query_pointer(connection_->get(), connection_->root());
     const auto reply = connection_->reply<xcb_query_pointer_reply_t>(cookie);
-    connection_->settle();
     return reply ? Pointer{reply->root_x, reply->root_y, reply->child} : last_;
 }
 
@@ -200,14 +193,12 @@ bool X11Activity::focusInOwnWindow() {
         return false;
     const auto cookie = xcb_get_input_focus(connection_->get());
     const auto focus = connection_->reply<xcb_get_input_focus_reply_t>(cookie);
-    connection_->settle();
     return focus && focus->focus > XCB_INPUT_FOCUS_POINTER_ROOT && own(focus->focus);
 }
 
 bool X11Activity::own(xcb_window_t window) {
     const auto cookie = xcb_get_property(connection_->get(), 0, window, pid_, XCB_ATOM_CARDINAL, 0, 1);
     const auto reply = connection_->reply<xcb_get_property_reply_t>(cookie);
-    connection_->settle();
     if (!reply || xcb_get_property_value_length(reply.get()) != sizeof(std::uint32_t))
         return false;
     const auto pid = *static_cast<const std::uint32_t*>(xcb_get_property_value(reply.get()));

@@ -6,7 +6,6 @@ namespace kelpa {
 
 namespace {
 
-constexpr std::uint8_t sentEventBit = 0x80;
 constexpr xcb_window_t nobody = XCB_WINDOW_NONE;
 
 } // namespace
@@ -23,7 +22,7 @@ void X11Lock::observe() {
 }
 
 void X11Lock::handle(const xcb_generic_event_t& event) {
-    const int type = event.response_type & ~sentEventBit;
+    const std::uint8_t type = typeOf(event);
     if (type == XCB_PROPERTY_NOTIFY) {
         const auto& change = reinterpret_cast<const xcb_property_notify_event_t&>(event);
         if (change.window == connection_.root() && change.atom == status_)
@@ -53,7 +52,6 @@ bool X11Lock::propertySaysLocked() {
     const auto cookie =
         xcb_get_property(connection_.get(), 0, connection_.root(), status_, XCB_ATOM_INTEGER, 0, 1);
     const auto status = connection_.reply<xcb_get_property_reply_t>(cookie);
-    connection_.settle();
     return status && xcb_get_property_value_length(status.get()) == sizeof(xcb_atom_t) &&
            *static_cast<const xcb_atom_t*>(xcb_get_property_value(status.get())) == lock_;
 }
@@ -72,7 +70,6 @@ xcb_window_t X11Lock::findSaver() {
         if (const auto answer = connection_.reply<xcb_get_property_reply_t>(questions[i]);
             answer && answer->type != XCB_ATOM_NONE)
             found = windows[i];
-    connection_.settle();
     if (found != nobody) {
         constexpr std::uint32_t mask = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
         xcb_change_window_attributes(connection_.get(), found, XCB_CW_EVENT_MASK, &mask);
@@ -84,7 +81,6 @@ xcb_window_t X11Lock::findSaver() {
 std::vector<xcb_window_t> X11Lock::topWindows() {
     const auto cookie = xcb_query_tree(connection_.get(), connection_.root());
     const auto tree = connection_.reply<xcb_query_tree_reply_t>(cookie);
-    connection_.settle();
     if (!tree)
         return {};
     const auto* first = xcb_query_tree_children(tree.get());

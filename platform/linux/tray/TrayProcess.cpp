@@ -8,7 +8,6 @@ namespace kelpa {
 
 namespace {
 
-constexpr std::uint8_t sentEventBit = 0x80;
 /// A panel that starts anew is soon back.
 constexpr double patience = 5;
 
@@ -35,7 +34,7 @@ void TrayProcess::hide() {
 }
 
 void TrayProcess::handle(const xcb_generic_event_t& event) {
-    const int type = event.response_type & ~sentEventBit;
+    const std::uint8_t type = typeOf(event);
     if (type == XCB_CLIENT_MESSAGE) {
         const auto& message = reinterpret_cast<const xcb_client_message_event_t&>(event);
         if (message.type == managerMessage_ && message.data.data32[1] == selection_)
@@ -50,7 +49,6 @@ void TrayProcess::handle(const xcb_generic_event_t& event) {
 void TrayProcess::lookForManager() {
     const auto cookie = xcb_get_selection_owner(connection_.get(), selection_);
     const auto owner = connection_.reply<xcb_get_selection_owner_reply_t>(cookie);
-    connection_.settle();
     if (connection_.standsStill())
         return;
     setManager(owner ? owner->owner : static_cast<xcb_window_t>(XCB_WINDOW_NONE));

@@ -315,10 +315,9 @@ void EventFilter::listen(bool listening) {
 }
 
 bool EventFilter::nativeEventFilter(const QByteArray& type, void* event, qintptr* /*result*/) {
-    constexpr int sentEventBit = 0x80;
     if (type == "xcb_generic_event_t") {
         const auto& generic = *static_cast<const xcb_generic_event_t*>(event);
-        hear(generic.response_type & ~sentEventBit, generic);
+        hear(typeOf(generic), generic);
     }
     return false;
 }
