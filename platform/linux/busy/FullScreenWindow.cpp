@@ -29,6 +29,12 @@ std::span<const Value> valuesOf(const X11Reply<xcb_get_property_reply_t>& proper
             static_cast<std::size_t>(xcb_get_property_value_length(property.get())) / sizeof(Value)};
 }
 
+/// Null where the compositor has no list, or one that says too little.
+const WaylandGlobal* listOffer(const WaylandConnection& connection) {
+    const WaylandGlobal* offer = connection.offer(zwlr_foreign_toplevel_manager_v1_interface.name);
+    return offer != nullptr && offer->version >= listVersion ? offer : nullptr;
+}
+
 /// One window of a compositor's list.
 struct Toplevel {
     zwlr_foreign_toplevel_handle_v1* handle;
@@ -127,8 +133,8 @@ std::optional<std::string> X11FullScreen::unavailable() {
 }
 
 Subscription WaylandFullScreen::ask(Answer answer) {
-    const WaylandGlobal* offer = connection_.offer(zwlr_foreign_toplevel_manager_v1_interface.name);
-    if (offer == nullptr || offer->version < listVersion) {
+    const WaylandGlobal* offer = listOffer(connection_);
+    if (offer == nullptr) {
         answer(false);
         return {};
     }
@@ -137,8 +143,7 @@ Subscription WaylandFullScreen::ask(Answer answer) {
 }
 
 std::optional<std::string> WaylandFullScreen::unavailable() {
-    const WaylandGlobal* offer = connection_.offer(zwlr_foreign_toplevel_manager_v1_interface.name);
-    if (offer != nullptr && offer->version >= listVersion)
+    if (listOffer(connection_) != nullptr)
         return std::nullopt;
     return windowsAreHidden();
 }
