@@ -4,7 +4,8 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <filesystem>
+#include <sstream>
+#include <unistd.h>
 
 namespace kelpa {
 
@@ -61,6 +62,27 @@ std::optional<std::string> cacheHome() {
 std::optional<std::string> historyFolder() {
     const auto data = dataHome();
     return data ? std::optional(*data + "/" + build::identifier + "/history") : std::nullopt;
+}
+
+std::vector<std::filesystem::path> foldersIn(const char* variable, const char* usual) {
+    const char* value = std::getenv(variable);
+    std::istringstream list(value != nullptr && *value != '\0' ? value : usual);
+    std::vector<std::filesystem::path> folders;
+    for (std::string folder; std::getline(list, folder, ':');)
+        folders.emplace_back(folder);
+    return folders;
+}
+
+std::filesystem::path programOnPath(const std::string& name) {
+    if (name.find('/') != std::string::npos)
+        return name;
+    std::error_code none;
+    for (const auto& folder : foldersIn("PATH", "/usr/bin:/bin")) {
+        const auto file = folder / name;
+        if (std::filesystem::is_regular_file(file, none) && ::access(file.c_str(), X_OK) == 0)
+            return file;
+    }
+    return {};
 }
 
 std::string programPath() {

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <filesystem>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace kelpa {
 
@@ -14,6 +16,12 @@ namespace kelpa {
 [[nodiscard]] std::optional<std::string> cacheHome();
 /// The program's folder for the history; nothing where there is no folder for data.
 [[nodiscard]] std::optional<std::string> historyFolder();
+
+/// What a variable lists with colons between, or `usual`, a list as well, where it is not set or empty.
+[[nodiscard]] std::vector<std::filesystem::path> foldersIn(const char* variable, const char* usual);
+/// The program of that name as a shell finds it on the PATH, of which a name with a slash has no need; empty
+/// where there is none.
+[[nodiscard]] std::filesystem::path programOnPath(const std::string& name);
 
 /// What a person, or the desktop, starts to run this program: its own file, or the image that it is packed
 /// in and runs from.

@@ -82,6 +82,24 @@ TEST(Folders, findTheDataOfABuildTreeAndOfAnInstallation) {
     EXPECT_EQ(dataFoldersOf("/usr/bin/kelpa").locale, "/usr/share/locale");
 }
 
+TEST(Folders, findAProgramAsAShellDoes) {
+    const TempFolder folder;
+    for (const char* name : {"text/tool", "folder/tool/inside", "program/tool"}) {
+        std::filesystem::create_directories(std::filesystem::path(folder.file(name)).parent_path());
+        test::writeFile(folder.file(name), "");
+    }
+    std::filesystem::permissions(folder.file("program/tool"), std::filesystem::perms::owner_all);
+    const std::string path = std::getenv("PATH");
+    setenv("PATH", (folder.file("text") + ":" + folder.file("folder") + ":" + folder.file("program")).c_str(),
+           1);
+    EXPECT_EQ(programOnPath("tool"), folder.file("program/tool"));
+    EXPECT_EQ(programOnPath("sh"), "");
+    EXPECT_EQ(programOnPath("/no/such/tool"), "/no/such/tool");
+    unsetenv("PATH");
+    EXPECT_NE(programOnPath("sh"), "") << "there are usual places";
+    setenv("PATH", path.c_str(), 1);
+}
+
 /// A program that was started from within another one's image inherits what that image was told.
 TEST(Folders, takeTheImageForTheProgramOnlyWhenItRunsFromThere) {
     const std::string own = std::filesystem::read_symlink("/proc/self/exe");

@@ -1,15 +1,12 @@
 #include "platform/linux/busy/CommandOutput.h"
 
 #include "platform/linux/Descriptors.h"
-#include "platform/linux/services/Spawn.h"
 
 #include <array>
 #include <cerrno>
 #include <csignal>
-#include <cstdlib>
 #include <fcntl.h>
 #include <memory>
-#include <string_view>
 #include <unistd.h>
 #include <utility>
 
@@ -46,34 +43,6 @@ struct Reading {
 
 } // namespace
 
-bool isOnPath(const std::string& program) {
-    const char* path = std::getenv("PATH");
-    std::string_view folders = path != nullptr ? path : "";
-    while (!folders.empty()) {
-        const auto end = folders.find(':');
-        const std::string file = std::string(folders.substr(0, end)) + "/" + program;
-        if (::access(file.c_str(), X_OK) == 0)
-            return true;
-        folders.remove_prefix(end == std::string_view::npos ? folders.size() : end + 1);
-    }
-    return false;
-}
-
-CommandOutput::~CommandOutput() {
-    for (const Child& child : children_)
-        ::kill(*child.pid, SIGKILL);
-}
-
-/// A child that was killed is reaped like any other. From then on its number may be another's.
-void CommandOutput::keepUntilItEnds(const std::shared_ptr<int>& pid) {
-    const auto place = children_.insert(children_.end(), {pid, {}});
-    place->end = loop_.watchChild(*pid, [this, place](int) {
-        const Subscription held = std::move(place->end); // the callback runs inside it
-        *place->pid = 0;
-        children_.erase(place);
-    });
-}
-
 Subscription CommandOutput::read(std::vector<std::string> command,
                                  std::function<void(const std::string& text)> ended) {
     std::array<int, 2> ends{-1, -1};
@@ -82,9 +51,8 @@ Subscription CommandOutput::read(std::vector<std::string> command,
     const Descriptor writing(ends[1]);
     ::fcntl(ends[0], F_SETFL, O_NONBLOCK);
     auto reading = std::make_shared<Reading>(Reading{Descriptor(ends[0]), std::move(ended)});
-    *reading->pid = spawn(command, writing.get());
-    if (*reading->pid > 0)
-        keepUntilItEnds(reading->pid);
+    *reading->pid =
+        launcher_.start(std::move(command), writing.get(), [pid = reading->pid](bool) { *pid = 0; });
     reading->readable = loop_.watch(reading->end.get(), [raw = reading.get()] {
         if (raw->take())
             return;

@@ -1,17 +1,12 @@
 #pragma once
 
-#include "platform/linux/EventLoop.h"
+#include "platform/linux/services/Launcher.h"
 
 #include <functional>
-#include <list>
-#include <memory>
 #include <string>
 #include <vector>
 
 namespace kelpa {
-
-/// Whether the PATH leads to a program of this name.
-[[nodiscard]] bool isOnPath(const std::string& program);
 
 /// Reads what programs print, in English, and waits for none of them.
 class CommandOutput {
@@ -20,10 +15,7 @@ class CommandOutput {
     static constexpr std::size_t mostBytes = 1 << 20;
 
     /// The loop outlives the object.
-    explicit CommandOutput(EventLoop& loop) : loop_(loop) {}
-    ~CommandOutput();
-    CommandOutput(const CommandOutput&) = delete;
-    CommandOutput& operator=(const CommandOutput&) = delete;
+    explicit CommandOutput(EventLoop& loop) : loop_(loop), launcher_(loop) {}
 
     /// Starts the program of that name and calls `ended` once, from the main loop, with all that it printed
     /// until it closed its standard output: nothing where it could not be started. The handle, which may end
@@ -31,14 +23,8 @@ class CommandOutput {
     Subscription read(std::vector<std::string> command, std::function<void(const std::string& text)> ended);
 
   private:
-    struct Child {
-        std::shared_ptr<int> pid;
-        Subscription end;
-    };
-    void keepUntilItEnds(const std::shared_ptr<int>& pid);
-
     EventLoop& loop_;
-    std::list<Child> children_; ///< those that have not ended
+    Launcher launcher_;
 };
 
 } // namespace kelpa

@@ -1,6 +1,7 @@
 #include "platform/linux/busy/SoundRecording.h"
 
 #include "base/Text.h"
+#include "platform/linux/Folders.h"
 
 #include <algorithm>
 #include <memory>
@@ -116,7 +117,7 @@ Subscription SoundRecording::ask(Answer answer) {
 }
 
 std::optional<std::string> SoundRecording::unavailable() {
-    if (isOnPath(tool))
+    if (!programOnPath(tool).empty())
         return std::nullopt;
     return localized("This needs the program pactl, which is not installed.");
 }

@@ -19,8 +19,13 @@ class Launcher {
     /// Looks for the first word on the PATH. False where there is no such program; `ended` is not called
     /// then.
     bool run(std::vector<std::string> command, Ended ended = nullptr);
+    /// The same for a program that prints to `output`, which stays the caller's: in English, with nothing to
+    /// read, and complaining to nobody. Gives the process id, which is its own until `ended`; 0 where there
+    /// is no such program.
+    int start(std::vector<std::string> command, int output, Ended ended);
 
   private:
+    static constexpr int noOutput = -1;
     EventLoop& loop_;
     std::list<Subscription> running_; ///< one for each program that has not ended
 };

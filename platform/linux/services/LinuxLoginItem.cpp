@@ -4,7 +4,6 @@
 #include "platform/linux/Folders.h"
 #include "platform/linux/store/FileAccess.h"
 
-#include <cstdlib>
 #include <sstream>
 #include <stdexcept>
 #include <syslog.h>
@@ -69,27 +68,6 @@ void readKey(DesktopEntry& entry, std::string_view key, std::string_view value) 
         entry.hidden = value == "true";
     else if (key == ownEntryKey)
         entry.ours = value == "true";
-}
-
-/// What a variable lists with colons between, or the usual ones where it is not set or empty.
-std::vector<fs::path> foldersIn(const char* variable, const char* usual) {
-    const char* value = std::getenv(variable);
-    std::istringstream list(value != nullptr && *value != '\0' ? value : usual);
-    std::vector<fs::path> folders;
-    for (std::string folder; std::getline(list, folder, ':');)
-        folders.emplace_back(folder);
-    return folders;
-}
-
-/// A name without a slash is looked up the way a shell does it.
-fs::path onPath(const std::string& program) {
-    if (program.find('/') != std::string::npos)
-        return program;
-    std::error_code none;
-    for (const auto& folder : foldersIn("PATH", "/usr/bin:/bin"))
-        if (const auto candidate = folder / program; fs::is_regular_file(candidate, none))
-            return candidate;
-    return {};
 }
 
 std::vector<fs::path> entriesOf(const fs::path& folder) {
@@ -201,7 +179,7 @@ fs::path Autostart::ownPath() const {
 bool Autostart::startsUs(const Found& found) const {
     if (found.path.filename() == program_.identifier + ".desktop")
         return true;
-    const auto program = onPath(found.entry.program);
+    const auto program = programOnPath(found.entry.program);
     std::error_code none;
     return !program.empty() && fs::equivalent(program, program_.path, none);
 }
