@@ -1,6 +1,7 @@
 """What is on the X display: pictures, windows, the pointer and the keyboard."""
 import collections
 import time
+from contextlib import contextmanager
 
 from Xlib import XK, X, Xatom, display, error
 from Xlib.ext import xtest
@@ -223,16 +224,25 @@ class Screen:
         for _ in range(times):
             self.button(button)
 
+    @contextmanager
+    def held_button(self, x, y):
+        """Holds the left button of the mouse down from that point on."""
+        self.move(x, y)
+        xtest.fake_input(self.display, X.ButtonPress, 1)
+        self.display.sync()
+        try:
+            yield
+        finally:
+            xtest.fake_input(self.display, X.ButtonRelease, 1)
+            self.display.sync()
+
     def drag(self, x, y, right, down):
         """Drags from a point, in steps as a hand does."""
         steps = 10
-        self.move(x, y)
-        xtest.fake_input(self.display, X.ButtonPress, 1)
-        for step in range(1, steps + 1):
-            self.move(x + right * step // steps, y + down * step // steps)
-            time.sleep(0.02)
-        xtest.fake_input(self.display, X.ButtonRelease, 1)
-        self.display.sync()
+        with self.held_button(x, y):
+            for step in range(1, steps + 1):
+                self.move(x + right * step // steps, y + down * step // steps)
+                time.sleep(0.02)
 
     def press(self, *keys):
         """Presses keys by their keysym names, the first ones held, and releases them."""

@@ -121,6 +121,20 @@ class Water(WaterTest):
         wait_until(lambda: [(p.x, p.y) for p in self.panels()] == [(panel.x - 200, panel.y + 120)], 5,
                    "the panel to be where it was dragged to")
 
+    def test_a_drag_ends_with_the_panel(self):
+        program = self.start(1)
+        panel = self.panel()
+        wait_until(lambda: self.screen.focus() == "Water Reminder", 10, "the panel to have the keyboard")
+        with self.screen.held_button(panel.x + BACKGROUND[0], panel.y + BACKGROUND[1]):
+            self.screen.push(-3, 3)
+            wait_until(lambda: self.screen.press("Escape") or not self.panels(), 5, "Escape to close it", pause=0.2)
+        self.show_as_a_script(program)
+        panel = self.panel()
+        self.wait_for_rest(panel)
+        self.screen.drag(panel.x + SKIP[0], panel.y + SKIP[1], -200, 120)
+        self.wait_for_rest(panel)
+        self.assertEqual([(p.x, p.y) for p in self.panels()], [(panel.x, panel.y)])
+
     def test_it_leaves_the_keys_to_whoever_is_typing(self):
         typed = Path(self.session.folder) / "typed-at-water"
         terminal = self.session.spawn(["xterm", "-T", "terminal", "-e", f"cat >{typed}"])

@@ -82,14 +82,22 @@ void WaterWindow::mouseMoveEvent(QMouseEvent* event) {
 }
 
 void WaterWindow::mouseReleaseEvent(QMouseEvent* event) {
-    if (const auto from = std::exchange(heldAt_, std::nullopt))
-        drop(*from);
+    drop();
     PlacedWindow::mouseReleaseEvent(event);
 }
 
-void WaterWindow::drop(const QRect& from) {
+/// Of a button that is still held down then, the release goes to whatever lies beneath.
+void WaterWindow::disappear() {
+    drop();
+    PlacedWindow::disappear();
+}
+
+void WaterWindow::drop() {
+    const auto from = std::exchange(heldAt_, std::nullopt);
+    if (!from)
+        return;
     host().endDrag();
-    if (host().place() != from)
+    if (host().place() != *from)
         emit dragged(host().place().topLeft());
 }
 

@@ -17,6 +17,7 @@ class WaterWindow : public PlacedWindow {
     WaterWindow(Stage& stage, QQmlEngine& engine);
 
     void takeKeyboard() override;
+    void disappear() override;
 
   protected:
     void focusInEvent(QFocusEvent* event) override;
@@ -32,7 +33,8 @@ class WaterWindow : public PlacedWindow {
     [[nodiscard]] bool deaf() const;
     /// Does nothing for a press that a control took.
     void beginDragOf(const QMouseEvent& press);
-    void drop(const QRect& from);
+    /// Ends a drag, if there is one.
+    void drop();
 
     QElapsedTimer focused_;
     std::optional<QRect> heldAt_; ///< where it was when a drag began
