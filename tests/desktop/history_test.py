@@ -111,6 +111,28 @@ class Window(HistoryTest):
         wait_until(lambda: "1 h 7 min" in self.names(), 5, "the work of the day under the pointer")
         self.screen.press("Left")
         wait_until(lambda: "1 h 13 min" in self.names(), 5, "the keys to count more than a pointer that rests")
+        self.drink()
+        wait_until(lambda: "500 of 1500 ml" in today.description(), 5, "the day to have had another drink")
+        self.assertIn("1 h 13 min", self.names(), "another day is shown than the one that was chosen")
+        self.assertEqual(program.count("kelpa-view"), 0, program.lines())
+
+    def drink(self):
+        """One more today, which is read when the window is asked for again."""
+        with open(self.folder / f"{self.today:%Y-%m}.csv", "a", encoding="utf-8") as file:
+            file.write(f"{self.today},11:00:00,drink,,,,,,250,1500,drunk\n")
+        self.assertEqual(self.history("--show").returncode, 0)
+
+    def test_the_keys_can_turn_to_weeks_while_the_pointer_rests(self):
+        self.days(14)
+        program = self.launch(KEPT)
+        self.show_history()
+        box = self.columns()[-1].box()
+        self.screen.move(box.x + box.width // 2, box.y + box.height // 2)
+        range_ = self.window.find("radio button", "Days")
+        wait_until(lambda: "focused" in range_.states() or self.screen.press("Tab"), 5, "the keys to reach the ranges")
+        self.screen.press("Right")
+        wait_until(lambda: len(self.columns()) == 12, 5, "the weeks")
+        self.find("heading", self.columns()[-1].name())     # instead of no week at all
         self.assertEqual(program.count("kelpa-view"), 0, program.lines())
 
     def test_it_turns_to_weeks_and_back_and_closes(self):

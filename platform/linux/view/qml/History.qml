@@ -12,12 +12,13 @@ Rectangle {
     signal action(string name, string value)
 
     readonly property var periods: picture?.periods ?? []
+    readonly property int count: periods.length
     readonly property var charts: picture?.charts ?? []
     readonly property bool weeks: picture?.weeks ?? false
     /// The column whose figures are shown: that under the pointer, else the one that was chosen.
     readonly property int current: hovered >= 0 ? hovered : chosen
     property int hovered: -1
-    property int chosen: periods.length - 1
+    property int chosen: -1
     property bool asking: false
 
     readonly property var inks: [[Theme.accent], [Theme.success, Theme.outline], [Theme.water]]
@@ -44,7 +45,11 @@ Rectangle {
     }
 
     color: Theme.windowBackground
-    onPeriodsChanged: chosen = Math.max(0, periods.length - 1)
+    // The columns are others then, and not only higher.
+    onCountChanged: {
+        chosen = count - 1;
+        hovered = -1;
+    }
 
     Shortcut {
         sequences: ["Ctrl+W"]
@@ -118,7 +123,7 @@ Rectangle {
         height: footer.y - y - Theme.stackSpace
 
         readonly property real gutter: small.widest(page.charts.length, i => page.charts[i].scale) + Theme.stackSpace
-        readonly property real columnWidth: page.periods.length > 0 ? stage.width / page.periods.length : 0
+        readonly property real columnWidth: page.count > 0 ? stage.width / page.count : 0
 
         Column {
             id: stack
@@ -152,7 +157,7 @@ Rectangle {
 
             Repeater {
                 id: columns
-                model: page.periods.length
+                model: page.count
                 PeriodColumn {}
             }
             Item {
@@ -171,7 +176,7 @@ Rectangle {
                     return;
                 seen = point.position;
                 const at = Math.floor((point.position.x - stage.x) / card.columnWidth);
-                page.hovered = at >= 0 && at < page.periods.length ? at : -1;
+                page.hovered = at >= 0 && at < page.count ? at : -1;
             }
             onHoveredChanged: {
                 if (!hovered)
@@ -289,7 +294,7 @@ Rectangle {
         readonly property bool shown: index === page.current
 
         function go(to: int) {
-            const other = columns.itemAt(Math.max(0, Math.min(page.periods.length - 1, to)));
+            const other = columns.itemAt(Math.max(0, Math.min(page.count - 1, to)));
             page.chosen = other.index;
             page.hovered = -1; // a pointer that rests is not pointing
             other.forceActiveFocus(Qt.TabFocusReason);
@@ -309,7 +314,7 @@ Rectangle {
         Keys.onPressed: event => {
             event.accepted = event.key === Qt.Key_Home || event.key === Qt.Key_End;
             if (event.accepted)
-                go(event.key === Qt.Key_Home ? 0 : page.periods.length - 1);
+                go(event.key === Qt.Key_Home ? 0 : page.count - 1);
         }
 
         TapHandler {
