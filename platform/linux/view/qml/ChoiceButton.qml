@@ -6,41 +6,41 @@ import Kelpa
 T.RadioButton {
     id: button
 
-    required property ControlState told
     /// All of them.
     required property Repeater among
+    /// The place among them of the one that is chosen; below 0 when none is.
+    required property int chosenPlace
     required property int index
     required property var model
     property int columns: 1
     property alias words: words
     property alias ring: ring
+    /// A person wants this one.
+    signal picked()
 
-    readonly property bool chosen: told.value === model.value
+    readonly property bool chosen: index === chosenPlace
     /// The one that Tab goes to.
-    readonly property bool entrance: chosen || activeFocus || (index === 0 && told.entries.indexOf(told.value) < 0)
+    readonly property bool entrance: chosen || activeFocus || (index === 0 && chosenPlace < 0)
 
-    function choose() {
-        told.enter(model.value);
-    }
     function move(places: int) {
         const next = among.itemAt(index + places);
         if (!next)
             return;
         next.forceActiveFocus(Qt.TabFocusReason);
-        next.choose();
+        next.picked();
     }
 
-    text: model.text
     hoverEnabled: true
     focusPolicy: entrance ? Qt.StrongFocus : Qt.ClickFocus
-    // Again whenever the program says what is chosen, because a click alone does not choose.
-    checked: told.value === model.value
+    checked: chosen
+    // A click alone does not choose.
+    onToggled: checked = Qt.binding(() => chosen)
     autoExclusive: false
-    Accessible.onToggleAction: choose()
-    Accessible.onPressAction: choose()
-    onClicked: choose()
-    Keys.onReturnPressed: choose()
-    Keys.onEnterPressed: choose()
+    Accessible.onToggleAction: picked()
+    Accessible.onPressAction: picked()
+    onClicked: picked()
+    Keys.onReturnPressed: picked()
+    Keys.onEnterPressed: picked()
     Keys.onLeftPressed: move(-1)
     Keys.onRightPressed: move(1)
     Keys.onUpPressed: move(-columns)

@@ -1,5 +1,4 @@
 import QtQuick
-import QtQuick.Templates as T
 import Kelpa
 
 /// What the days were like: charts one below the other, which share their columns, and the figures of one of these.
@@ -39,10 +38,6 @@ Rectangle {
     function figuresOf(column: int): string {
         return charts.map(chart => chart.name + ": " + chart.bars[column].texts.join(", ")).join("; ");
     }
-    function choose(range: string) {
-        if ((range === "weeks") !== weeks)
-            action("range", range);
-    }
 
     color: Theme.windowBackground
     // The columns are others then, and not only higher.
@@ -74,7 +69,7 @@ Rectangle {
         x: Measures.padding
         y: Measures.padding
         width: page.width - 2 * x
-        height: Theme.controlHeight + 2
+        height: ranges.height
 
         Words {
             anchors.verticalCenter: parent.verticalCenter
@@ -87,31 +82,15 @@ Rectangle {
             Accessible.role: Accessible.Heading
             Accessible.name: text
         }
-        RoundedBox {
+        Segments {
             id: ranges
             anchors.right: parent.right
-            width: segments.width + 4
-            height: parent.height
-            radius: Theme.controlRadius + 1
-            color: Theme.track
-            Accessible.role: Accessible.Grouping
+            model: [page.texts.days ?? "", page.texts.weeks ?? ""]
+            chosen: page.weeks ? 1 : 0
             Accessible.name: page.texts.title ?? ""
-
-            Row {
-                id: segments
-                x: 2
-                y: 2
-
-                Segment {
-                    range: "days"
-                    text: page.texts.days ?? ""
-                    chosen: !page.weeks
-                }
-                Segment {
-                    range: "weeks"
-                    text: page.texts.weeks ?? ""
-                    chosen: page.weeks
-                }
+            onPicked: place => {
+                if (place !== chosen)
+                    page.action("range", place === 1 ? "weeks" : "days");
             }
         }
     }
@@ -233,56 +212,6 @@ Rectangle {
         }
     }
 
-    // One of the two ranges.
-    component Segment: T.RadioButton {
-        id: segment
-
-        required property string range
-        required property bool chosen
-
-        implicitWidth: words.implicitWidth + 2 * Measures.padding
-        implicitHeight: ranges.height - 4
-        hoverEnabled: true
-        focusPolicy: chosen || activeFocus ? Qt.StrongFocus : Qt.ClickFocus
-        autoExclusive: false
-        checked: chosen
-        Accessible.onToggleAction: page.choose(range)
-        Accessible.onPressAction: page.choose(range)
-        onClicked: page.choose(range)
-        // Again from what is shown: a click alone does not choose.
-        onToggled: checked = Qt.binding(() => chosen)
-        Keys.onReturnPressed: page.choose(range)
-        Keys.onEnterPressed: page.choose(range)
-        Keys.onLeftPressed: neighbour(0)
-        Keys.onRightPressed: neighbour(1)
-
-        function neighbour(index: int) {
-            const other = segments.children[index];
-            if (!other || other === segment)
-                return;
-            other.forceActiveFocus(Qt.TabFocusReason);
-            page.choose(other.range);
-        }
-
-        background: RoundedBox {
-            radius: Theme.controlRadius - 1
-            color: segment.chosen ? Theme.raised : segment.hovered ? Theme.controlHovered : "transparent"
-            borderWidth: segment.chosen ? 1 : 0
-            borderColor: Theme.hairline
-        }
-        FocusRing {
-            shown: segment.visualFocus
-        }
-        Words {
-            id: words
-            anchors.centerIn: parent
-            text: segment.text
-            font.bold: segment.chosen
-        }
-        HoverHandler {
-            cursorShape: Qt.PointingHandCursor
-        }
-    }
     // All of a period: its labels below, and what the keyboard and a screen reader meet.
     component PeriodColumn: Item {
         id: column

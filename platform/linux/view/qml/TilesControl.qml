@@ -25,14 +25,16 @@ Grid {
 
         ChoiceButton {
             id: tile
-            told: control.row.told
             among: choices
+            chosenPlace: control.entries.indexOf(control.row.told.value)
+            text: model.text
             columns: control.columns
             width: control.tileWidth
             height: Theme.capsuleHeight
             words.color: chosen ? Theme.accentText : Theme.primary
             ring.inset: -5
             ring.corner: height / 2
+            onPicked: control.row.told.enter(model.value)
 
             background: RoundedBox {
                 radius: height / 2
