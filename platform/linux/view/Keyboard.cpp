@@ -14,6 +14,8 @@ using namespace std::chrono_literals;
 
 namespace {
 
+using x11::idOf;
+
 constexpr auto retryInterval = 100ms;
 /// Screen lockers try for some four seconds to get the keyboard.
 constexpr auto guardedQuiet = 2s;
@@ -24,10 +26,6 @@ constexpr auto focusInterval = 200ms;
 QRect pixelsOf(const QScreen& screen) {
     const QRect geometry = screen.geometry();
     return {geometry.topLeft(), (QSizeF(geometry.size()) * screen.devicePixelRatio()).toSize()};
-}
-
-xcb_window_t idOf(const QWindow& window) {
-    return static_cast<xcb_window_t>(window.winId());
 }
 
 bool isOurs(xcb_window_t id) {

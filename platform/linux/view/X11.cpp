@@ -2,6 +2,7 @@
 
 #include <QColor>
 #include <QGuiApplication>
+#include <QWindow>
 #include <QtEndian>
 #include <array>
 #include <cstring>
@@ -22,6 +23,13 @@ int defaultScreen() {
     if (xcb_parse_display(nullptr, &host, &display, &number) != 0)
         std::free(host);
     return number;
+}
+
+const xcb_screen_t& screen() {
+    auto screens = xcb_setup_roots_iterator(xcb_get_setup(connection()));
+    for (int i = 0; i < screenNumber() && screens.rem > 1; ++i)
+        xcb_screen_next(&screens);
+    return *screens.data;
 }
 
 /// Of a top-level window.
@@ -98,10 +106,11 @@ int screenNumber() {
 }
 
 xcb_window_t root() {
-    auto screens = xcb_setup_roots_iterator(xcb_get_setup(connection()));
-    for (int i = 0; i < screenNumber() && screens.rem > 1; ++i)
-        xcb_screen_next(&screens);
-    return screens.data->root;
+    return screen().root;
+}
+
+xcb_window_t idOf(const QWindow& window) {
+    return static_cast<xcb_window_t>(window.winId());
 }
 
 xcb_atom_t atom(const QByteArray& name) {
@@ -135,10 +144,7 @@ bool composited() {
 }
 
 int depthOf(xcb_visualid_t visual) {
-    auto screens = xcb_setup_roots_iterator(xcb_get_setup(connection()));
-    for (int i = 0; i < screenNumber() && screens.rem > 1; ++i)
-        xcb_screen_next(&screens);
-    for (auto depth = xcb_screen_allowed_depths_iterator(screens.data); depth.rem > 0; xcb_depth_next(&depth))
+    for (auto depth = xcb_screen_allowed_depths_iterator(&screen()); depth.rem > 0; xcb_depth_next(&depth))
         for (auto type = xcb_depth_visuals_iterator(depth.data); type.rem > 0; xcb_visualtype_next(&type))
             if (type.data->visual_id == visual)
                 return depth.data->depth;

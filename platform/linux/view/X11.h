@@ -18,6 +18,8 @@ namespace kelpa::x11 {
 /// Null when the program does not run on X11.
 [[nodiscard]] xcb_connection_t* connection();
 [[nodiscard]] xcb_window_t root();
+/// Makes the window if it has none yet.
+[[nodiscard]] xcb_window_t idOf(const QWindow& window);
 [[nodiscard]] int screenNumber();
 [[nodiscard]] xcb_atom_t atom(const QByteArray& name);
 [[nodiscard]] xcb_window_t selectionOwner(const QByteArray& selection);

@@ -13,9 +13,7 @@ namespace kelpa::view {
 
 namespace {
 
-xcb_window_t idOf(const QQuickWindow& window) {
-    return static_cast<xcb_window_t>(window.winId());
-}
+using x11::idOf;
 
 /// A window beyond the reach of the window manager: only so it stands above panels, on all workspaces, and
 /// exactly where it belongs.
