@@ -64,7 +64,8 @@ TEST_F(Themes, SayTheirColoursInSheetsThatReadOthers) {
 TEST_F(Themes, ThatSayNoColoursAreKnownByTheirName) {
     write("Yaru-dark/gtk-3.0/gtk.css", "@import url(\"resource:///org/example/gtk.css\");");
     write("Endless-Dark/gtk-3.0/gtk.css",
-          "@import url('gtk.css'); @define-color bg_color @a; @define-color a @bg_color;");
+          QByteArray("@import url('gtk.css'); @import url('../gtk-3.0/gtk.css');").repeated(1000) +
+              "@define-color bg_color @a; @define-color a @bg_color;");
     EXPECT_TRUE(isDark("Yaru-dark"));
     EXPECT_TRUE(isDark("Endless-Dark"));
     EXPECT_TRUE(isDark("HighContrastInverse"));

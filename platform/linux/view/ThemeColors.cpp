@@ -5,6 +5,7 @@
 #include <QFile>
 #include <QHash>
 #include <QRegularExpression>
+#include <QSet>
 #include <QStandardPaths>
 
 namespace kelpa::view {
@@ -12,7 +13,7 @@ namespace kelpa::view {
 namespace {
 
 constexpr qint64 longestFile = 1024 * 1024;
-constexpr int deepest = 6; ///< of files that read others, and of colours that stand for others
+constexpr int deepest = 6; ///< of colours that stand for others
 constexpr int middle = 128;
 
 QString textOf(const QString& path) {
@@ -51,10 +52,10 @@ std::optional<bool> isDarkText(QString text) {
     return dark ? dark : isDark(inStyle(text, QStringLiteral("bg")), inStyle(text, QStringLiteral("fg")));
 }
 
-/// The colours that a style sheet and those that it reads define by names.
+/// The colours that a style sheet and those that it reads, each of them once, define by names.
 class Sheet {
   public:
-    explicit Sheet(const QString& path) { read(path, 0); }
+    explicit Sheet(const QString& path) { read(QFileInfo(path)); }
 
     [[nodiscard]] QColor color(const QStringList& names) const {
         for (const QString& name : names)
@@ -64,16 +65,20 @@ class Sheet {
     }
 
   private:
-    void read(const QString& path, int depth) {
+    void read(const QFileInfo& file) {
         static const QRegularExpression part(QStringLiteral(
             R"re(@import\s+url\(\s*["']?([^"')]+)|@define-color\s+([A-Za-z0-9_-]+)\s+([^;]+);)re"));
-        const QString text = depth < deepest ? textOf(path) : QString();
+        const QString path = file.canonicalFilePath();
+        if (path.isEmpty() || read_.contains(path))
+            return;
+        read_.insert(path);
+        const QString text = textOf(path);
         for (auto found = part.globalMatch(text); found.hasNext();) {
             const QRegularExpressionMatch match = found.next();
             if (match.hasCaptured(2))
                 definitions_.insert(match.captured(2), match.captured(3));
             else if (!match.captured(1).contains(QLatin1Char(':')))
-                read(QFileInfo(path).dir().filePath(match.captured(1)), depth + 1);
+                read(QFileInfo(file.dir(), match.captured(1)));
         }
     }
     /// What is made out of a colour, as a shade of it, counts as that colour.
@@ -89,6 +94,7 @@ class Sheet {
     }
 
     QHash<QString, QString> definitions_;
+    QSet<QString> read_;
 };
 
 std::optional<bool> isDarkSheet(const QString& path) {
