@@ -133,7 +133,7 @@ HistoryFiles::Content HistoryFolder::read(const std::string& month) {
 
 std::optional<std::string> HistoryFolder::removeAll() {
     std::error_code error;
-    if (!folder_ || !fs::exists(*folder_, error))
+    if (!folder_ || (!fs::exists(*folder_, error) && !error))
         return std::nullopt;
     std::vector<fs::path> months;
     for (fs::directory_iterator entry(*folder_, error), end; !error && entry != end; entry.increment(error))

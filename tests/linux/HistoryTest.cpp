@@ -132,6 +132,9 @@ TEST(HistoryFolder, ForgettingLeavesWhatSomebodyPutThere) {
     EXPECT_EQ(kept.folder.removeAll(), std::nullopt);
     EXPECT_FALSE(std::filesystem::exists(kept.path));
     EXPECT_EQ(kept.folder.removeAll(), std::nullopt) << "nothing to forget";
+    std::filesystem::create_directory_symlink(kept.path, kept.path);
+    EXPECT_TRUE(kept.folder.removeAll().value_or("").starts_with(kept.path + ": "))
+        << "nobody can tell what is there";
 }
 
 TEST(HistoryCommand, ReadsItsOptions) {
