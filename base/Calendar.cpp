@@ -25,6 +25,16 @@ sys_days firstWeekStart(int year, WeekRule rule) {
 
 } // namespace
 
+bool isDate(const CivilTime& time) {
+    const auto within = [](int value, int first, int last) { return value >= first && value <= last; };
+    // The library's dates keep no more of a number than its lowest bits.
+    return within(time.year, static_cast<int>(std::chrono::year::min()),
+                  static_cast<int>(std::chrono::year::max())) &&
+           within(time.month, 1, 12) && within(time.day, 1, 31) &&
+           (std::chrono::year{time.year} / time.month / time.day).ok() && within(time.hour, 0, 23) &&
+           within(time.minute, 0, 59) && within(time.second, 0, 59);
+}
+
 int weekBasedYear(int year, int month, int day, WeekRule rule) {
     const sys_days date = dayOf(year, month, day);
     if (date >= firstWeekStart(year + 1, rule))

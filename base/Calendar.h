@@ -27,6 +27,9 @@ struct CivilTime {
     bool operator==(const CivilTime&) const = default;
 };
 
+/// Whether there is such a day, and a clock shows such a time on it.
+[[nodiscard]] bool isDate(const CivilTime& time);
+
 /// A day as some calendar counts it. The year of the week differs from the other around New Year.
 struct CalendarDay {
     int year = 1970;

@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <array>
-#include <chrono>
 #include <cstdio>
 #include <iterator>
 
@@ -105,13 +104,9 @@ bool readThree(std::string_view text, char sign, int& first, int& second, int& t
 }
 
 bool readStart(const Fields& fields, CivilTime& start) {
-    if (!readThree(fields[DateColumn], '-', start.year, start.month, start.day) ||
-        !readThree(fields[Time], ':', start.hour, start.minute, start.second))
-        return false;
-    const auto day = std::chrono::year(start.year) / start.month / start.day;
-    const auto within = [](int value, int end) { return value >= 0 && value < end; };
-    return within(start.year, 10000) && day.ok() && within(start.hour, 24) && within(start.minute, 60) &&
-           within(start.second, 60);
+    return readThree(fields[DateColumn], '-', start.year, start.month, start.day) &&
+           readThree(fields[Time], ':', start.hour, start.minute, start.second) && isDate(start) &&
+           start.year < 10000;
 }
 
 /// A number that may be left out. What is beyond every figure of a real day could not be added up.

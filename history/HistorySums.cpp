@@ -12,10 +12,6 @@ namespace {
 using std::chrono::year_month;
 using std::chrono::year_month_day;
 
-HistoryDate dateOf(const CivilTime& time) {
-    return std::chrono::year(time.year) / time.month / time.day;
-}
-
 bool wasTaken(HistoryEnd end) {
     return end == HistoryEnd::Complete || end == HistoryEnd::Locked;
 }
@@ -83,6 +79,10 @@ HistorySums sumsOf(HistoryFiles& files, HistoryDate first, HistoryDate last) {
             sums.problems.push_back(content.problem);
     }
     return sums;
+}
+
+HistoryDate dateOf(const CivilTime& time) {
+    return std::chrono::year(time.year) / time.month / time.day;
 }
 
 std::string dateText(HistoryDate date) {

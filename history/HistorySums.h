@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/Calendar.h"
 #include "platform/ports/HistoryFiles.h"
 
 #include <chrono>
@@ -37,6 +38,7 @@ struct HistorySums {
 /// is in memory at a time. Lines that are damaged or foreign are passed over.
 [[nodiscard]] HistorySums sumsOf(HistoryFiles& files, HistoryDate first, HistoryDate last);
 
+[[nodiscard]] HistoryDate dateOf(const CivilTime& time);
 /// "2026-11-23", and the day of such a text; nothing where there is no such day.
 [[nodiscard]] std::string dateText(HistoryDate date);
 [[nodiscard]] std::optional<HistoryDate> historyDate(std::string_view text);

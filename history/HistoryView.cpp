@@ -135,8 +135,7 @@ void HistoryView::showPicture() {
 
 std::vector<HistoryDate> HistoryView::limits() const {
     const Clock& clock = app_.history().clock();
-    const CivilTime now = clock.civil(clock.now());
-    const HistoryDate today = std::chrono::year(now.year) / now.month / now.day;
+    const HistoryDate today = dateOf(clock.civil(clock.now()));
     const auto weekday = std::chrono::weekday(today).c_encoding();
     const unsigned firstWeekday = static_cast<unsigned>(clock.weekRule().value_or(WeekRule{}).firstWeekday);
     const bool byDay = range_ == HistoryRange::Days;

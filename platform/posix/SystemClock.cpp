@@ -34,12 +34,6 @@ CivilTime civilOf(const std::tm& tm) {
     return {tm.tm_year + 1900, tm.tm_mon + 1, tm.tm_mday, tm.tm_hour, tm.tm_min, tm.tm_sec};
 }
 
-bool isDate(const CivilTime& time) {
-    const auto day = std::chrono::year{time.year} / time.month / time.day;
-    return day.ok() && time.hour >= 0 && time.hour < 24 && time.minute >= 0 && time.minute < 60 &&
-           time.second >= 0 && time.second < 60;
-}
-
 std::int64_t asIfUtc(const CivilTime& time) {
     const std::chrono::sys_days day = std::chrono::year{time.year} / time.month / time.day;
     return day.time_since_epoch().count() * std::int64_t{86400} + time.hour * 3600 + time.minute * 60 +

@@ -62,6 +62,9 @@ TEST_F(CalendarTest, MidnightThatDoesNotExistAndADayThatNeverWas) {
     ASSERT_TRUE(desk::VirtualClock::setZone("Pacific/Apia"));
     EXPECT_EQ(clock.civil(*clock.date({2011, 12, 30, 10, 0, 0})), (CivilTime{2011, 12, 31, 0, 0, 0}));
     EXPECT_EQ(clock.date({2026, 2, 30, 0, 0, 0}), std::nullopt);
+    // Of these a calendar whose months are small numbers would keep a January.
+    EXPECT_EQ(clock.date({2026, 257, 1, 0, 0, 0}), std::nullopt);
+    EXPECT_EQ(clock.date({2026, 1, 257, 0, 0, 0}), std::nullopt);
 }
 
 TEST_F(CalendarTest, TodayDateKeepsOnlyTheTimeOfDay) {

@@ -201,6 +201,7 @@ TEST(HistoryLines, ThatAreDamagedOrForeignAreNone) {
     for (const char* foreign :
          {"", "\n", "date,time,event,kind,length_s,seconds,postponed,begun,ml,target_ml,end",
           "2026-02-29,07:05:09,drink,,,,,,250,1500,drunk", "2026-02-28,24:00:00,drink,,,,,,250,1500,drunk",
+          "2026-257-01,07:05:09,drink,,,,,,250,1500,drunk", "2026-01-257,07:05:09,drink,,,,,,250,1500,drunk",
           "28.02.2026,07:05:09,drink,,,,,,250,1500,drunk", "2026-02-28,07:05:09,drink,,,,,,-250,1500,drunk",
           "2026-02-28,07:05:09,drink,,,,,,9223372036854775807,1500,drunk",
           "2026-02-28,07:05:09,eat,,,,,,250,1500,drunk", "2026-02-28,07:05:09,drink,,,,,,250,1500,drunk,",
