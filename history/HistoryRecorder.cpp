@@ -114,7 +114,7 @@ void HistoryRecorder::write(Date start, HistoryEntry entry) {
         waiting_.erase(waiting_.begin());
     waiting_.push_back({historyMonth(entry.start.year, entry.start.month), lineOf(entry)});
     store();
-    changed_.tell();
+    written_.tell();
 }
 
 void HistoryRecorder::store() {
@@ -146,7 +146,6 @@ std::optional<std::string> HistoryRecorder::forgetEverything() {
         logger().error("the history is not deleted: " + printable(*problem), at("forgetEverything"));
     else
         logger().info("the history is deleted", at("forgetEverything"));
-    changed_.tell();
     return problem;
 }
 

@@ -48,8 +48,8 @@ class HistoryRecorder {
     std::optional<std::string> forgetEverything();
     [[nodiscard]] HistoryFiles& files() { return files_; }
     [[nodiscard]] const Clock& clock() const { return clock_; }
-    /// Calls `told` whenever the history has changed through this program.
-    Subscription observe(std::function<void()> told) { return changed_.add(std::move(told)); }
+    /// Calls `told` whenever a line has been written, or waits to be.
+    Subscription observe(std::function<void()> told) { return written_.add(std::move(told)); }
 
   private:
     struct Work {
@@ -85,7 +85,7 @@ class HistoryRecorder {
     std::optional<HistoryEnd> cause_;
     std::vector<Line> waiting_; ///< that could not be stored yet, oldest first
     std::string problem_;       ///< that the log was told of; empty while lines are stored
-    Listeners<> changed_;
+    Listeners<> written_;
 };
 
 } // namespace kelpa

@@ -116,7 +116,6 @@ void HistoryView::rangeChosen(HistoryRange range) {
     showPicture();
 }
 
-/// The picture follows by itself.
 void HistoryView::forgetConfirmed() {
     kept_ = app_.history().forgetEverything().has_value();
     showPicture();

@@ -322,8 +322,10 @@ TEST(HistoryWindow, ForgetsEverythingAndSaysWhereThatFails) {
     play.window.client->forgetConfirmed();
     EXPECT_EQ(play.window.picture.note, "Not everything could be deleted. The log tells more.");
     play.desk.history.diskFull = false;
+    const int told = play.window.pictures;
     play.window.client->forgetConfirmed();
     EXPECT_TRUE(play.files.empty());
+    EXPECT_EQ(play.window.pictures, told + 1) << "files are read once, and no picture speaks of the failure";
     EXPECT_EQ(play.window.picture.note, "Nothing has been recorded yet.");
 }
 
