@@ -2,6 +2,8 @@
 
 #include "logging/SharedLogger.h"
 
+#include <utility>
+
 namespace kelpa {
 
 std::set<BusyReason> BusyQuestion::chosen() const {
@@ -16,20 +18,22 @@ std::set<BusyReason> BusyQuestion::chosen() const {
 
 void BusyQuestion::ask(const std::set<BusyReason>& reasons, BusyProbe::Answer answered) {
     drop();
-    question_ = probe_->ask(reasons, [this, answered](std::optional<BusyReason> reason) {
-        const auto tell = answered; // which would go with the question
-        drop();
-        tell(reason);
-    });
-    giveUp_ = std::make_shared<WorkItem>([this, answered = std::move(answered)] {
+    answered_ = std::move(answered);
+    question_ = probe_->ask(reasons, [this](std::optional<BusyReason> reason) { end(reason); });
+    giveUp_ = std::make_shared<WorkItem>([this] {
         logger().warning(
             "Whether somebody is busy was not answered within two seconds, which counts as not busy",
             {"BusyQuestion", "ask()"});
-        const auto tell = answered;
-        drop();
-        tell(std::nullopt);
+        end(std::nullopt);
     });
     mainQueue_.asyncAfter(patience, giveUp_);
+}
+
+void BusyQuestion::end(std::optional<BusyReason> reason) {
+    // Whoever is told may ask anew.
+    const auto tell = std::exchange(answered_, {});
+    drop();
+    tell(reason);
 }
 
 void BusyQuestion::drop() {
@@ -37,6 +41,7 @@ void BusyQuestion::drop() {
         giveUp_->cancel();
     giveUp_.reset();
     question_.cancel();
+    answered_ = {};
 }
 
 } // namespace kelpa

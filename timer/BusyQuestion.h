@@ -34,9 +34,12 @@ class BusyQuestion {
     [[nodiscard]] bool out() const { return giveUp_ != nullptr; }
 
   private:
+    void end(std::optional<BusyReason> reason);
+
     PrefState& state_;
     BusyProbe* probe_;
     Queue& mainQueue_;
+    BusyProbe::Answer answered_;
     Subscription question_;
     std::shared_ptr<WorkItem> giveUp_;
 };
