@@ -62,7 +62,7 @@ bool AppState::working() {
 void AppState::setWorking(bool working) {
     state.working = working;
     breakHold().endWait();
-    breakNotice().workAssigned();
+    breakNotice().beginAnew();
     history().workAssigned(working, TicktackController::counted());
     if (working) {
         TicktackController::work(lengthOf(prefState().workTime, secondsAMinute));

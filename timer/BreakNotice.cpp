@@ -26,7 +26,7 @@ BreakNotice::BreakNotice(App& app, Notifications* notifications, BusyProbe* prob
     });
     breakTold_ = app.breakState().timesUp.subscribe([this](bool timesUp) {
         if (!timesUp)
-            breakBegins();
+            beginAnew();
     });
     settingTold_ = app.prefState().breakNotice.observe([this](std::int64_t seconds) {
         setLead(seconds);
@@ -50,17 +50,11 @@ void BreakNotice::setLead(std::int64_t seconds) {
 /// it.
 void BreakNotice::periodBegins() {
     withdraw();
-    startsNow_ = false;
     ahead_ = false;
     setLead(app_.prefState().breakNotice());
 }
 
-void BreakNotice::workAssigned() {
-    withdraw();
-    coming_ = {};
-}
-
-void BreakNotice::breakBegins() {
+void BreakNotice::beginAnew() {
     withdraw();
     coming_ = {};
 }
@@ -146,10 +140,9 @@ BreakNotice::Objection BreakNotice::objectionToMore(std::int64_t minutes) const 
 
 /// A break that comes with the next tick is not put off by asking for it again and again.
 void BreakNotice::start() {
-    if (objectionToStart() != Objection::None || startsNow_)
+    if (objectionToStart() != Objection::None || coming_.started)
         return;
     countDown(0);
-    startsNow_ = true;
     coming_.started = true;
     app_.breakHold().letNextThrough();
 }

@@ -45,8 +45,8 @@ class BreakNotice {
     /// The minutes that a person has chosen for more time.
     [[nodiscard]] std::int64_t more() const;
 
-    /// A full work period begins, or work stops.
-    void workAssigned();
+    /// A full work period begins, work stops, or the break has come: what was told and asked for is over.
+    void beginAnew();
 
     /// Of the break that comes next.
     [[nodiscard]] const BreakWishes& coming() const { return coming_; }
@@ -62,7 +62,6 @@ class BreakNotice {
     [[nodiscard]] std::int64_t secondsLeft() const;
     void setLead(std::int64_t seconds);
     void periodBegins();
-    void breakBegins();
     void ticked(std::int64_t secondsLeft);
     void isDue(std::int64_t secondsLeft);
     void show(std::int64_t secondsLeft);
@@ -73,9 +72,8 @@ class BreakNotice {
     App& app_;
     Notifications* notifications_;
     BusyQuestion question_;
-    std::int64_t lead_ = 0;  ///< seconds before a break; 0 for no word
-    bool ahead_ = false;     ///< the moment is still to come in this period
-    bool startsNow_ = false; ///< the break comes with the next tick
+    std::int64_t lead_ = 0; ///< seconds before a break; 0 for no word
+    bool ahead_ = false;    ///< the moment is still to come in this period
     std::optional<Offer> shown_;
     BreakWishes coming_;
     Subscription workTold_, breakTold_, settingTold_;
