@@ -2,6 +2,7 @@
 import os
 import queue
 import signal
+import struct
 import subprocess
 import sys
 import threading
@@ -12,6 +13,8 @@ from pathlib import Path
 ROOT = Path(__file__).resolve().parents[2]
 sys.path.insert(0, str(ROOT / "scripts"))
 
+from Xlib import X  # noqa: E402
+from Xlib.protocol import event  # noqa: E402
 from virtual_desktop import Session, wait_for_cover, wait_for_still, wait_for_uncover, wait_until  # noqa: E402
 
 DRIVER = os.environ.get("KELPA_DESK_DRIVER", ROOT / "build/dev/kelpa-desk-driver")
@@ -60,6 +63,33 @@ class Driver:
         return int(self.hears("view ").split()[1])
 
 
+class SettingsProgram:
+    """What publishes a desktop's settings: here nothing but the name of a theme."""
+
+    def __init__(self, screen, theme):
+        self.screen, self.intern = screen, screen.display.intern_atom
+        self.window = screen.root.create_window(0, 0, 1, 1, 0, X.CopyFromParent)
+        self.publish(theme)
+        selection = self.intern("_XSETTINGS_S0")
+        self.window.set_selection_owner(selection, X.CurrentTime)
+        announcement = event.ClientMessage(window=screen.root, client_type=self.intern("MANAGER"),
+                                           data=(32, [X.CurrentTime, selection, self.window.id, 0, 0]))
+        screen.root.send_event(announcement, event_mask=X.StructureNotifyMask)
+        screen.display.sync()
+
+    def publish(self, theme):
+        name, value = b"Net/ThemeName", theme.encode()
+        atom = self.intern("_XSETTINGS_SETTINGS")
+        self.window.change_property(atom, atom, 8, b"".join((
+            struct.pack("<Bxxx I I", 0, 1, 1), struct.pack("<BxH", 1, len(name)), name.ljust(16, b"\0"),
+            struct.pack("<II", 1, len(value)), value.ljust(-len(value) % 4 + len(value), b"\0"))))
+        self.screen.display.sync()
+
+    def end(self):
+        self.window.destroy()
+        self.screen.display.sync()
+
+
 class ViewTest(unittest.TestCase):
     WIDTH, HEIGHT = 800, 600
     COMPOSITOR = False
@@ -78,6 +108,17 @@ class ViewTest(unittest.TestCase):
         self.addCleanup(self.finish, driver)
         self.assertTrue(driver.hears("screens", 5), "the driver did not start")
         return driver
+
+    @classmethod
+    def write_theme(cls, name, paper, ink):
+        folder = Path(cls.session.environment["HOME"], ".themes", name, "gtk-2.0")
+        folder.mkdir(parents=True)
+        (folder / "gtkrc").write_text(f'gtk-color-scheme = "bg_color:{paper}\\nfg_color:{ink}"\n')
+
+    def settings(self, theme):
+        program = SettingsProgram(self.screen, theme)
+        self.addCleanup(program.end)
+        return program
 
     def finish(self, driver):
         if any(test is self for test, _ in self._outcome.result.failures + self._outcome.result.errors):

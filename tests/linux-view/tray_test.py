@@ -4,20 +4,25 @@ import os
 import shutil
 import signal
 import socket
+import sys
 import time
 from pathlib import Path
 
-from support import DRIVER, Session, ViewTest, main, wait_for_still, wait_until
+from support import DRIVER, Session, ViewTest, main, start_talking, wait_for_still, wait_until
+
+from virtual_desktop import Box
 
 TRAYER = ["trayer", "--edge", "top", "--widthtype", "request", "--height", "24"]
 
 
+def start_tray(test):
+    tray = test.session.spawn(TRAYER)
+    test.addCleanup(Session.end, tray)
+    wait_until(lambda: test.screen.selection_owned("_NET_SYSTEM_TRAY_S0"), 10, "the tray")
+    return tray
+
+
 class TrayIcon(ViewTest):
-    def start_tray(self):
-        tray = self.session.spawn(TRAYER)
-        self.addCleanup(Session.end, tray)
-        wait_until(lambda: self.screen.selection_owned("_NET_SYSTEM_TRAY_S0"), 10, "the tray")
-        return tray
 
     def docked(self, seconds=5):
         """The icon's window once its size has settled."""
@@ -44,7 +49,7 @@ class TrayIcon(ViewTest):
         return None
 
     def test_it_shows_picture_and_time(self):
-        self.start_tray()
+        start_tray(self)
         driver = self.drive()
         driver.tell("tray")
         icon = self.docked()
@@ -62,7 +67,7 @@ class TrayIcon(ViewTest):
         self.assertTrue(wait_until(lambda: not self.helper(driver), 3))
 
     def test_its_menu(self):
-        self.start_tray()
+        start_tray(self)
         driver = self.drive()
         driver.tell("tray")
         icon = self.docked()
@@ -85,7 +90,7 @@ class TrayIcon(ViewTest):
 
     def test_its_pictures_are_found_wherever_the_helper_lies(self):
         """A distribution may put helpers deeper than beside the program's data."""
-        self.start_tray()
+        start_tray(self)
         beside = Path(DRIVER).parent
         deep = self.session.folder / "libexec/deeper/kelpa"
         deep.mkdir(parents=True)
@@ -108,18 +113,18 @@ class TrayIcon(ViewTest):
         driver.tell("tray")
         time.sleep(0.3)
         self.assertFalse(self.helper(driver), "it runs without a tray")
-        tray = self.start_tray()
+        tray = start_tray(self)
         self.docked()
         first = self.helper(driver)
         tray.kill()
         self.assertTrue(self.gone())
         self.assertFalse(self.screen.titled(lambda title: title == "Kelpa"), "the icon is left on the desktop")
-        self.start_tray()
+        start_tray(self)
         self.docked()
         self.assertEqual(self.helper(driver), first)
 
     def test_a_crash_is_made_good(self):
-        self.start_tray()
+        start_tray(self)
         driver = self.drive()
         driver.tell("tray", "title 11:11")
         self.docked()
@@ -131,6 +136,56 @@ class TrayIcon(ViewTest):
         driver.process.kill()
         driver.process.wait()
         self.assertTrue(self.gone())
+
+
+class MenuColours(ViewTest):
+    """The menu on desktops of which each says in a way of its own what it looks like."""
+
+    def setUp(self):
+        start_tray(self)
+
+    def menu_of(self, **environment):
+        """A picture of the opened menu, without its frame."""
+        driver = self.drive(**{"KELPA_APPEARANCE": "", **environment})
+        driver.tell("tray")
+        icon = wait_until(self.screen.embedded, 5, "the icon")[0]
+        self.screen.click(icon.x + 5, icon.y + 5)
+        window = wait_until(lambda: self.screen.titled_all("Kelpa", height=60), 5, "the menu")[0]
+        picture = wait_for_still(self.screen, Box(window.x + 3, window.y + 3, window.width - 6, window.height - 6))
+        self.finish(driver)
+        return picture
+
+    def assert_drawn(self, menu, paper, ink):
+        self.assertLess(max(abs(a - b) for a, b in zip(menu.background(), paper)), 24, menu.background())
+        reached = max if sum(ink) > sum(paper) else min
+        text = reached(menu.colours(), key=sum)
+        self.assertLess(max(abs(a - b) for a, b in zip(text, ink)), 24, text)
+
+    def test_they_are_the_themes(self):
+        self.write_theme("Coal", "#3b3b3e", "#d4d4d4")
+        self.write_theme("Paper", "#fff0e0", "#402010")
+        program = self.settings("Coal")
+        self.assert_drawn(self.menu_of(), (0x3b, 0x3b, 0x3e), (0xd4, 0xd4, 0xd4))
+        program.publish("Paper")
+        self.assert_drawn(self.menu_of(), (0xff, 0xf0, 0xe0), (0x40, 0x20, 0x10))
+
+    def test_they_are_those_that_were_chosen_for_lxqt(self):
+        folder = Path(self.session.environment["HOME"], ".config/lxqt")
+        folder.mkdir(parents=True)
+        (folder / "lxqt.conf").write_text("[General]\n[Palette]\nwindow_color=#20282c\nwindow_text_color=#e8e0d8\n")
+        self.settings("Adwaita")
+        self.assert_drawn(self.menu_of(XDG_CURRENT_DESKTOP="LXQt"), (0x20, 0x28, 0x2c), (0xe8, 0xe0, 0xd8))
+        self.assertGreater(sum(self.menu_of().background()), 600, "another desktop")
+
+    def test_they_are_dark_where_the_portal_says_so_from_its_first_picture_on(self):
+        self.write_theme("Bright", "#fafafa", "#101010")
+        self.settings("Bright")
+        portal = start_talking(self.session, [sys.executable, Path(__file__).with_name("fake_portal.py")])
+        self.addCleanup(Session.end, portal)
+        wait_until(lambda: self.session.has_owner("org.freedesktop.portal.Desktop"), 5, "the portal")
+        menu = self.menu_of()
+        self.assertLess(sum(menu.background()), 200)
+        self.assertGreater(max(map(sum, menu.colours())), 600)
 
 
 if __name__ == "__main__":

@@ -3,7 +3,6 @@
 what they look like."""
 import os
 import signal
-import struct
 import sys
 import time
 from pathlib import Path
@@ -12,7 +11,6 @@ from support import FADE, Session, ViewTest, main, start_talking, wait_for_cover
     wait_until
 
 from Xlib import X
-from Xlib.protocol import event
 from virtual_desktop import Box, Monitor, break_windows
 
 LIGHT, DARK = (0xf1, 0xf2, 0xf4), (0x1e, 0x1f, 0x22)
@@ -312,48 +310,14 @@ class PortalAppearance(ViewTest):
             wait_until(lambda: self.paper(self.monitors[0]) == colour, 3, f"scheme {scheme}")
 
 
-class SettingsProgram:
-    """What publishes a desktop's settings: here nothing but the name of a theme."""
-
-    def __init__(self, screen, theme):
-        self.screen, self.intern = screen, screen.display.intern_atom
-        self.window = screen.root.create_window(0, 0, 1, 1, 0, X.CopyFromParent)
-        self.publish(theme)
-        selection = self.intern("_XSETTINGS_S0")
-        self.window.set_selection_owner(selection, X.CurrentTime)
-        announcement = event.ClientMessage(window=screen.root, client_type=self.intern("MANAGER"),
-                                           data=(32, [X.CurrentTime, selection, self.window.id, 0, 0]))
-        screen.root.send_event(announcement, event_mask=X.StructureNotifyMask)
-        screen.display.sync()
-
-    def publish(self, theme):
-        name, value = b"Net/ThemeName", theme.encode()
-        atom = self.intern("_XSETTINGS_SETTINGS")
-        self.window.change_property(atom, atom, 8, b"".join((
-            struct.pack("<Bxxx I I", 0, 1, 1), struct.pack("<BxH", 1, len(name)), name.ljust(16, b"\0"),
-            struct.pack("<II", 1, len(value)), value.ljust(-len(value) % 4 + len(value), b"\0"))))
-        self.screen.display.sync()
-
-    def end(self):
-        self.window.destroy()
-        self.screen.display.sync()
-
-
 class ThemeAppearance(ViewTest):
     """A desktop without a portal whose settings program names a theme."""
 
     @classmethod
     def setUpClass(cls):
         super().setUpClass()
-        for theme, paper, ink in (("Coal", "#3b3b3e", "#d4d4d4"), ("NotDark", "#f6f6f6", "#101010")):
-            folder = Path(cls.session.environment["HOME"], ".themes", theme, "gtk-2.0")
-            folder.mkdir(parents=True)
-            (folder / "gtkrc").write_text(f'gtk-color-scheme = "bg_color:{paper}\\nfg_color:{ink}"\n')
-
-    def settings(self, theme):
-        program = SettingsProgram(self.screen, theme)
-        self.addCleanup(program.end)
-        return program
+        cls.write_theme("Coal", "#3b3b3e", "#d4d4d4")
+        cls.write_theme("NotDark", "#f6f6f6", "#101010")
 
     def wait_for_paper(self, colour, what):
         wait_until(lambda: self.paper(self.monitors[0]) == colour, 3, what)

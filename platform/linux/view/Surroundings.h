@@ -1,50 +1,20 @@
 #pragma once
 
-#include <QDBusMessage>
+#include "platform/linux/view/Appearance.h"
+
 #include <QLocale>
 #include <QObject>
 #include <QProcessEnvironment>
 #include <QtQml/qqmlregistration.h>
-#include <memory>
-#include <optional>
-
-class QDBusPendingCallWatcher;
-
-namespace kelpa::x11 {
-class SettingsWatch;
-}
 
 namespace kelpa::view {
 
-/// Whether the desktop is set to light or dark: as the settings portal says, else as the colours of the
-/// desktop's theme do. Follows a change. `KELPA_APPEARANCE` set to `light` or `dark` in the environment
-/// settles it.
-class Appearance : public QObject {
-    Q_OBJECT
-    Q_PROPERTY(bool dark READ dark NOTIFY darkChanged FINAL)
-    QML_ELEMENT
+/// The desktop's light or dark, for the pages.
+struct AppearanceForPages {
+    Q_GADGET
+    QML_FOREIGN(kelpa::view::Appearance)
+    QML_NAMED_ELEMENT(Appearance)
     QML_SINGLETON
-
-  public:
-    explicit Appearance(QObject* parent = nullptr);
-    ~Appearance() override;
-    [[nodiscard]] bool dark() const { return dark_; }
-
-  signals:
-    void darkChanged();
-
-  private slots:
-    void settingChanged(const QDBusMessage& signal);
-
-  private:
-    void askPortal();
-    void portalAnswered(QDBusPendingCallWatcher* call);
-    void setScheme(QVariant scheme);
-    void decide();
-
-    std::unique_ptr<x11::SettingsWatch> settings_; ///< null where the environment has settled it
-    std::optional<bool> stated_;                   ///< what the portal said, if it said anything
-    bool dark_ = false;
 };
 
 /// How the person's country writes a time of day.

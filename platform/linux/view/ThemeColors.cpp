@@ -1,11 +1,11 @@
 #include "platform/linux/view/ThemeColors.h"
 
-#include <QColor>
 #include <QDir>
 #include <QFile>
 #include <QHash>
 #include <QRegularExpression>
 #include <QSet>
+#include <QSettings>
 #include <QStandardPaths>
 
 namespace kelpa::view {
@@ -25,31 +25,28 @@ QRegularExpression expression(const QString& pattern) {
     return QRegularExpression(pattern, QRegularExpression::MultilineOption);
 }
 
-/// A light background that nobody knows the text of is one in the lighter half.
-std::optional<bool> isDark(const QColor& background, const QColor& text) {
-    if (!background.isValid())
-        return std::nullopt;
-    return qGray(background.rgb()) < (text.isValid() ? qGray(text.rgb()) : middle);
-}
-
 /// What a scheme calls `name`, and not what ends so.
 QColor inScheme(const QString& scheme, const QString& name) {
     static const QString pattern = QStringLiteral("(?<![a-z_])%1\\s*:\\s*(#[0-9A-Fa-f]+)");
     return QColor(expression(pattern.arg(name)).match(scheme).captured(1));
 }
 
-/// The colour that a style for older programs sets for what is neither chosen nor pointed at.
-QColor inStyle(const QString& styles, const QString& name) {
-    static const QString pattern = QStringLiteral(R"(\b%1\[NORMAL\]\s*=\s*"(#[0-9A-Fa-f]+)\")");
-    return QColor(expression(pattern.arg(name)).match(styles).captured(1));
+/// The colour that a style for older programs sets for what is in that state.
+QColor inStyle(const QString& styles, const QString& name, const QString& state) {
+    static const QString pattern = QStringLiteral(R"(\b%1\[%2\]\s*=\s*"(#[0-9A-Fa-f]+)\")");
+    return QColor(expression(pattern.arg(name, state)).match(styles).captured(1));
 }
 
-std::optional<bool> isDarkText(QString text) {
+ThemeColors inText(QString text) {
     // Where the scheme is a string, a line ends with an escape.
     text.replace(QLatin1String("\\n"), QLatin1String("\n"));
-    const auto dark =
-        isDark(inScheme(text, QStringLiteral("bg_color")), inScheme(text, QStringLiteral("fg_color")));
-    return dark ? dark : isDark(inStyle(text, QStringLiteral("bg")), inStyle(text, QStringLiteral("fg")));
+    const auto named = [&text](const char* name) { return inScheme(text, QLatin1String(name)); };
+    if (const QColor background = named("bg_color"); background.isValid())
+        return {background, named("fg_color"), named("selected_bg_color"), named("selected_fg_color")};
+    const auto set = [&text](const char* name, const char* state) {
+        return inStyle(text, QLatin1String(name), QLatin1String(state));
+    };
+    return {set("bg", "NORMAL"), set("fg", "NORMAL"), set("bg", "SELECTED"), set("fg", "SELECTED")};
 }
 
 /// The colours that a style sheet and those that it reads, each of them once, define by names.
@@ -57,11 +54,10 @@ class Sheet {
   public:
     explicit Sheet(const QString& path) { read(QFileInfo(path)); }
 
-    [[nodiscard]] QColor color(const QStringList& names) const {
-        for (const QString& name : names)
-            if (const QColor found = resolved(definitions_.value(name), 0); found.isValid())
-                return found;
-        return {};
+    /// The colour of that name, or of the older one.
+    [[nodiscard]] QColor color(const QString& name) const {
+        const QColor found = resolved(definitions_.value(QStringLiteral("theme_") + name), 0);
+        return found.isValid() ? found : resolved(definitions_.value(name), 0);
     }
 
   private:
@@ -97,26 +93,42 @@ class Sheet {
     QSet<QString> read_;
 };
 
-std::optional<bool> isDarkSheet(const QString& path) {
+ThemeColors inSheet(const QString& path) {
     const Sheet sheet(path);
-    return isDark(sheet.color({QStringLiteral("theme_bg_color"), QStringLiteral("bg_color")}),
-                  sheet.color({QStringLiteral("theme_fg_color"), QStringLiteral("fg_color")}));
+    return {sheet.color(QStringLiteral("bg_color")), sheet.color(QStringLiteral("fg_color")),
+            sheet.color(QStringLiteral("selected_bg_color")),
+            sheet.color(QStringLiteral("selected_fg_color"))};
 }
 
 /// The short file first: it says the same.
-std::optional<bool> isDarkFolder(const QDir& folder) {
-    if (const auto dark = isDarkText(textOf(folder.filePath(QStringLiteral("gtk-2.0/gtkrc")))))
-        return dark;
+ThemeColors inFolder(const QDir& folder) {
+    ThemeColors found = inText(textOf(folder.filePath(QStringLiteral("gtk-2.0/gtkrc"))));
     for (const char* sheet : {"gtk-3.0/gtk.css", "gtk-3.20/gtk.css", "gtk-4.0/gtk.css"})
-        if (const auto dark = isDarkSheet(folder.filePath(QLatin1String(sheet))))
-            return dark;
-    return std::nullopt;
+        if (!found.background.isValid())
+            found = inSheet(folder.filePath(QLatin1String(sheet)));
+    return found;
 }
 
 } // namespace
 
-std::optional<bool> isDarkScheme(const QByteArray& scheme) {
-    return isDarkText(QString::fromUtf8(scheme));
+std::optional<bool> isDark(const ThemeColors& colors) {
+    if (!colors.background.isValid())
+        return std::nullopt;
+    // A light background that nobody knows the text of is one in the lighter half.
+    return qGray(colors.background.rgb()) < (colors.text.isValid() ? qGray(colors.text.rgb()) : middle);
+}
+
+ThemeColors colorsOfScheme(const QByteArray& scheme) {
+    return inText(QString::fromUtf8(scheme));
+}
+
+ThemeColors colorsOfPalette(const QString& file) {
+    const QSettings settings(file, QSettings::IniFormat);
+    const auto color = [&settings](const char* name) {
+        return QColor(settings.value(QLatin1String("Palette/") + QLatin1String(name)).toString());
+    };
+    return {color("window_color"), color("window_text_color"), color("highlight_color"),
+            color("highlighted_text_color")};
 }
 
 QStringList themeFolders() {
@@ -127,14 +139,19 @@ QStringList themeFolders() {
     return folders;
 }
 
-bool isDarkTheme(const QString& name, const QStringList& folders) {
+ThemeColors colorsOfTheme(const QString& name, const QStringList& folders) {
     // Of a name that is a way to somewhere else no theme is known.
-    const bool plain =
-        !name.isEmpty() && !name.contains(QLatin1Char('/')) && !name.startsWith(QLatin1Char('.'));
+    if (name.isEmpty() || name.contains(QLatin1Char('/')) || name.startsWith(QLatin1Char('.')))
+        return {};
     for (const QString& place : folders)
-        if (const auto dark = plain ? isDarkFolder(QDir(place + QLatin1Char('/') + name)) : std::nullopt)
-            return *dark;
-    const QString known = name.toLower();
+        if (const ThemeColors found = inFolder(QDir(place + QLatin1Char('/') + name));
+            found.background.isValid())
+            return found;
+    return {};
+}
+
+bool isDarkName(const QString& theme) {
+    const QString known = theme.toLower();
     return known.contains(QLatin1String("dark")) || known.contains(QLatin1String("inverse"));
 }
 
