@@ -13,11 +13,11 @@ _kelpa() {
         words='tomorrow'
     fi
     if ((COMP_CWORD == 1)); then
-        words='status @KELPA_COMMANDS@ --speed --help --version'
+        words='status @KELPA_COMMANDS@ --show-history --speed --help --version'
     elif [[ ${COMP_WORDS[COMP_CWORD - 1]} == --speed ]]; then
         return
-    elif [[ ${COMP_WORDS[1]} == --speed ]]; then
-        words='--help --version'
+    elif [[ ${COMP_WORDS[1]} == --speed || ${COMP_WORDS[1]} == --show-history ]]; then
+        words='--show-history --speed --help --version'
     fi
     mapfile -t COMPREPLY < <(compgen -W "$words" -- "$word")
 }

@@ -2,6 +2,7 @@
 set -l commands status @KELPA_COMMANDS@
 set -l none "not __fish_seen_subcommand_from $commands"
 complete -c kelpa -f
+complete -c kelpa -n $none -l show-history -d 'Show the history'
 complete -c kelpa -n $none -l speed -x -d 'Let some seconds pass in one'
 complete -c kelpa -s h -l help -d 'Show the help and end'
 complete -c kelpa -n $none -l version -d 'Show the version and end'

@@ -7,6 +7,7 @@ local context state line
 _arguments -C \
     '(- *)'{-h,--help}'[show the help and end]' \
     '(- *)--version[show the version and end]' \
+    '(1)--show-history[show the history]' \
     '(1)--speed[let some seconds pass in one]:seconds above 0 and up to 1000' \
     '1: :->command' \
     '*:: :->arguments' && return

@@ -79,6 +79,10 @@ ParsedOptions parseOptions(const std::vector<std::string>& arguments) {
             return asked(Options::Action::ShowHelp);
         if (argument == "--version")
             return asked(Options::Action::ShowVersion);
+        if (argument == "--show-history") {
+            options.wish = StartWish::History;
+            continue;
+        }
         const bool joined = argument.starts_with(withValue);
         if (!joined && argument != "--speed")
             return unknown(argument);
@@ -94,11 +98,13 @@ ParsedOptions parseOptions(const std::vector<std::string>& arguments) {
 }
 
 std::string helpText() {
-    return "Usage: kelpa [--speed N]\n"
+    return "Usage: kelpa [--show-history] [--speed N]\n"
            "       kelpa COMMAND\n"
            "Reminds of breaks; lives in the desktop's tray. Where it runs already, it shows its "
            "preferences.\n"
            "\n"
+           "  --show-history\n"
+           "              show the history; where Kelpa runs already, in place of its preferences\n"
            "  --speed N   let N seconds pass in one, " +
            speedRange() +
            ", for demonstrations\n"

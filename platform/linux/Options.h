@@ -2,6 +2,7 @@
 
 #include "platform/linux/control/ControlCommand.h"
 #include "platform/linux/control/HistoryCommand.h"
+#include "platform/linux/instance/InstanceLock.h"
 
 #include <string>
 #include <vector>
@@ -12,7 +13,8 @@ namespace kelpa {
 struct Options {
     enum class Action { Run, Control, History, ShowHelp, ShowVersion };
     Action action = Action::Run;
-    double speed = 1;       ///< how many seconds pass in one
+    double speed = 1; ///< how many seconds pass in one
+    StartWish wish = StartWish::Preferences;
     ControlCommand control; ///< what to ask of the running program
     HistoryCommand history; ///< what to tell of past days
 };

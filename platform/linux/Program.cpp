@@ -120,7 +120,7 @@ ActivityGate Program::activityCounts() {
     return [this] { return !lock_.locked() && !windows_.coverEveryScreen(); };
 }
 
-int Program::run() {
+int Program::run(StartWish wish) {
     systemBus_.start();
     delegate_.applicationDidFinishLaunching();
     if (!translations_.usable())
@@ -128,6 +128,8 @@ int Program::run() {
             "The texts are shown in English: no locale for their translation is generated on this machine.");
     useBus();
     instance_.serve(*this);
+    if (wish == StartWish::History)
+        remote_.showHistory();
     const Subscription started = loop_.afterReal(secondsOfStart, releaseCode);
     const int code = loop_.run();
     delegate_.applicationWillTerminate();
@@ -200,9 +202,14 @@ void Program::setHostPresent(bool present) {
     notice_.setHostPresent(present);
 }
 
-void Program::showSettings() {
-    info("Another start of the program asks for the preferences.");
-    remote_.showSettings();
+void Program::show(StartWish what) {
+    const bool history = what == StartWish::History;
+    info(history ? "Another start of the program asks for the history."
+                 : "Another start of the program asks for the preferences.");
+    if (history)
+        remote_.showHistory();
+    else
+        remote_.showSettings();
 }
 
 void Program::replaced() {

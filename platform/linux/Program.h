@@ -49,14 +49,15 @@ class Program final : private StoreReport, private WindowReport, private Instanc
     Program(const Program&) = delete;
     Program& operator=(const Program&) = delete;
 
-    /// Starts everything, runs until the end and gives the exit code.
-    int run();
+    /// Starts everything, shows the history if that is wished for, runs until the end and gives the exit
+    /// code.
+    int run(StartWish wish);
 
   private:
     void warning(const std::string& message) override;
     void error(const std::string& message) override;
     void info(const std::string& message) override;
-    void showSettings() override;
+    void show(StartWish what) override;
     void replaced() override;
     void doubted(const std::string& why) override { warning(why + "."); }
     void busOpened() override;

@@ -13,6 +13,10 @@ namespace {
 constexpr int failed = 1;
 constexpr int misused = 2;
 
+const char* nameOf(kelpa::StartWish wish) {
+    return wish == kelpa::StartWish::History ? "history" : "preferences";
+}
+
 int run(const kelpa::Options& options) {
     if (const auto tooFew = kelpa::tooFewDescriptors()) {
         std::cerr << "kelpa: " << *tooFew << '\n';
@@ -22,12 +26,12 @@ int run(const kelpa::Options& options) {
     kelpa::keepHeapSmall();
     kelpa::EventLoop loop(options.speed);
     kelpa::Bus session(loop, kelpa::Bus::Kind::Session);
-    kelpa::Instance instance(loop, session);
+    kelpa::Instance instance(loop, session, options.wish);
     switch (instance.claim()) {
     case kelpa::Instance::Role::Ended:
         return EXIT_SUCCESS;
     case kelpa::Instance::Role::Second:
-        std::cout << "Kelpa runs already and shows its preferences." << std::endl;
+        std::cout << "Kelpa runs already and shows its " << nameOf(options.wish) << '.' << std::endl;
         return EXIT_SUCCESS;
     case kelpa::Instance::Role::First:
         break;
@@ -38,7 +42,7 @@ int run(const kelpa::Options& options) {
         std::cerr << "kelpa: no display: " << error << '\n';
         return failed;
     }
-    return kelpa::Program(loop, *display, options.speed, session, instance).run();
+    return kelpa::Program(loop, *display, options.speed, session, instance).run(options.wish);
 }
 
 } // namespace

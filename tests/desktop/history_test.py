@@ -178,13 +178,21 @@ class Window(HistoryTest):
         wait_until(reached, 20, f"{name!r} to have the keyboard")
         self.screen.press("space")
 
-    def test_the_action_of_the_desktop_entry_shows_it(self):
-        self.launch(KEPT)
+    def test_the_action_of_the_desktop_entry_shows_it_whether_the_program_runs_or_not(self):
         command = ENTRY.read_text().split("[Desktop Action history]")[1].split("Exec=")[1].split("\n")[0]
         name, *arguments = shlex.split(command)
         self.assertEqual(name, os.path.basename(str(PROGRAM)))
-        wait_until(lambda: self.command(str(PROGRAM), *arguments).returncode == 0, 10, "the program to hear of it")
-        wait_until(self.windows, 10, "the history")
+        self.days(2)
+        program = self.launch(KEPT, *arguments)
+        wait_until(self.windows, 10, "the history of a program that did not run")
+        self.assertIn("~~hello Kelpa~~", program.lines()[0])
+        self.screen.press("Escape")
+        wait_until(lambda: not self.windows(), 5, "the window to close")
+        self.assertEqual(self.command(str(PROGRAM), *arguments).returncode, 0)
+        wait_until(self.windows, 10, "the history of the program that runs")
+        program.wait_for("Another start of the program asks for the history.", 5)
+        self.assertFalse(program.ended())
+        self.assertEqual(self.screen.titled(lambda title: title == "Kelpa"), [], "the preferences")
 
 
 if __name__ == "__main__":

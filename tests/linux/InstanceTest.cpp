@@ -13,8 +13,8 @@ using State = InstanceLock::State;
 
 /// A running program, as far as other starts see it.
 struct Asked final : InstanceClient {
-    int shown = 0, gone = 0, doubts = 0;
-    void showSettings() override { ++shown; }
+    int shown = 0, histories = 0, gone = 0, doubts = 0;
+    void show(StartWish what) override { ++(what == StartWish::History ? histories : shown); }
     void replaced() override { ++gone; }
     void doubted(const std::string&) override { ++doubts; }
 };
@@ -32,9 +32,12 @@ TEST_F(LockTest, letsOneInAndTheOthersAskIt) {
     first.serve(loop, asked);
     for (int start = 1; start <= 3; ++start) {
         ASSERT_EQ(second.take(), State::HeldByAnother);
-        EXPECT_TRUE(second.askHolder(loop, 5));
+        EXPECT_TRUE(second.askHolder(loop, StartWish::Preferences, 5));
         EXPECT_EQ(asked.shown, start);
     }
+    EXPECT_TRUE(second.askHolder(loop, StartWish::History, 5));
+    EXPECT_EQ(asked.shown, 3);
+    EXPECT_EQ(asked.histories, 1);
     EXPECT_EQ(elsewhere.take(), State::Held);
     EXPECT_EQ(asked.gone, 0);
 }
@@ -61,7 +64,7 @@ TEST_F(LockTest, diesWithItsProcess) {
     lock.serve(loop, asked);
     InstanceLock second(folder.path(), "lock");
     ASSERT_EQ(second.take(), State::HeldByAnother);
-    EXPECT_TRUE(second.askHolder(loop, 5));
+    EXPECT_TRUE(second.askHolder(loop, StartWish::Preferences, 5));
 }
 
 TEST_F(LockTest, comesFreeWhileTheHolderIsAsked) {
@@ -70,7 +73,7 @@ TEST_F(LockTest, comesFreeWhileTheHolderIsAsked) {
     first->take();
     second.take();
     const auto leaving = loop.afterReal(0.3, [&] { first.reset(); });
-    EXPECT_FALSE(second.askHolder(loop, 10));
+    EXPECT_FALSE(second.askHolder(loop, StartWish::Preferences, 10));
     EXPECT_EQ(second.state(), State::Held);
 }
 
@@ -79,13 +82,13 @@ TEST_F(LockTest, isTakenFromAHolderThatDoesNotAnswer) {
     stale.take();
     second.take();
     third.take();
-    EXPECT_FALSE(second.askHolder(loop, 0.3));
+    EXPECT_FALSE(second.askHolder(loop, StartWish::Preferences, 0.3));
     ASSERT_TRUE(second.takeOver());
     EXPECT_EQ(second.state(), State::Held);
     EXPECT_FALSE(third.takeOver()) << "it asked the one before";
     Asked fresh;
     second.serve(loop, fresh);
-    EXPECT_TRUE(third.askHolder(loop, 5));
+    EXPECT_TRUE(third.askHolder(loop, StartWish::Preferences, 5));
     EXPECT_EQ(fresh.shown, 1);
     // The stale one comes to itself.
     stale.serve(loop, asked);
@@ -119,7 +122,8 @@ TEST(LockName, isTheDisplays) {
 
 /// A start of the program, as far as it finds out about others.
 struct Start {
-    explicit Start(EventLoop& loop) : bus(loop, Bus::Kind::Session), instance(loop, bus) {}
+    explicit Start(EventLoop& loop, StartWish wish = StartWish::Preferences)
+        : bus(loop, Bus::Kind::Session), instance(loop, bus, wish) {}
     Bus bus;
     Instance instance;
 };
@@ -138,13 +142,15 @@ struct InstanceTest : testing::Test {
     BusSlot object;
     void export_(Bus& bus) {
         static const sd_bus_vtable vtable[] = {
-            SD_BUS_VTABLE_START(0), SD_BUS_METHOD("ShowSettings", "", "", answer, 0), SD_BUS_VTABLE_END};
+            SD_BUS_VTABLE_START(0), SD_BUS_METHOD("ShowSettings", "", "", answer, 0),
+            SD_BUS_METHOD("ShowHistory", "", "", answer, 0), SD_BUS_VTABLE_END};
         sd_bus_slot* slot = nullptr;
         sd_bus_add_object_vtable(bus.handle(), &slot, control::path, control::interface, vtable, this);
         object.reset(slot);
     }
     static int answer(sd_bus_message* call, void* self, sd_bus_error*) {
-        ++static_cast<InstanceTest*>(self)->asked.shown;
+        const bool history = sd_bus_message_is_method_call(call, nullptr, "ShowHistory") > 0;
+        static_cast<InstanceTest*>(self)->asked.show(history ? StartWish::History : StartWish::Preferences);
         return static_cast<InstanceTest*>(self)->answers < 0 ? -EIO
                                                              : sd_bus_reply_method_return(call, nullptr);
     }
@@ -164,6 +170,11 @@ TEST_F(InstanceTest, isOneOnTheBus) {
     Start third(loop);
     EXPECT_EQ(third.instance.claim(), Instance::Role::Second);
     EXPECT_EQ(asked.shown, 2);
+    setenv("DISPLAY", ":9", 1);
+    Start fourth(loop, StartWish::History);
+    EXPECT_EQ(fourth.instance.claim(), Instance::Role::Second);
+    EXPECT_EQ(asked.shown, 2);
+    EXPECT_EQ(asked.histories, 1);
     EXPECT_EQ(asked.gone, 0);
 }
 

@@ -12,6 +12,10 @@ TEST(Options, readWhatIsAskedFor) {
     EXPECT_EQ(parseOptions({"--speed", "60"}).options.speed, 60);
     EXPECT_EQ(parseOptions({"--speed=0.5"}).options.speed, 0.5);
     EXPECT_EQ(parseOptions({"--speed", "1000"}).options.speed, 1000);
+    EXPECT_EQ(parseOptions({"--speed=2"}).options.wish, StartWish::Preferences);
+    const Options wished = parseOptions({"--show-history", "--speed", "2"}).options;
+    EXPECT_EQ(wished.wish, StartWish::History);
+    EXPECT_EQ(wished.speed, 2);
     EXPECT_EQ(parseOptions({"--help", "--bogus"}).options.action, Options::Action::ShowHelp);
     EXPECT_EQ(parseOptions({"--speed", "2", "--version"}).options.action, Options::Action::ShowVersion);
     for (const Arguments& arguments : {Arguments{}, {"--speed", "60"}, {"--help"}, {"--version"}})

@@ -35,11 +35,11 @@ class Words(unittest.TestCase):
     @classmethod
     def setUpClass(cls):
         help_text = output(ROOT / "usr/bin/kelpa", "--help")
-        cls.options = set(re.findall(r"^  (--\w+)", help_text, re.M))
+        cls.options = set(re.findall(r"^  (--[-\w]+)", help_text, re.M))
         cls.commands = set(re.findall(r"^  (\w+)", help_text, re.M))
         history = re.search(r"^  history .*?(?=^  \w|^\w)", help_text, re.M | re.S)[0]
-        cls.of_status = set(re.findall(r"--\w+", help_text.replace(history, ""))) - cls.options
-        cls.of_history = set(re.findall(r"--\w+", history))
+        cls.of_status = set(re.findall(r"--[-\w]+", help_text.replace(history, ""))) - cls.options
+        cls.of_history = set(re.findall(r"--[-\w]+", history))
 
     def test_the_help_lists_some(self):
         self.assertIn("--help", self.options)
@@ -53,7 +53,7 @@ class Words(unittest.TestCase):
 
         def tags(section):
             text = re.search(rf"^{section}\n(.*?)(?=^\S)", manual, re.M | re.S)[1]
-            return {word for tag in re.findall(r"^ {7}(\S.*)$", text, re.M) for word in re.findall(r"^[-\w]+|--\w+", tag)}
+            return {word for tag in re.findall(r"^ {7}(\S.*)$", text, re.M) for word in re.findall(r"^[-\w]+|--[-\w]+", tag)}
 
         self.assertEqual(tags("OPTIONS"), self.options)
         self.assertLessEqual(self.commands | self.of_status | self.of_history, tags("COMMANDS"))

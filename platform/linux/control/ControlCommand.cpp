@@ -24,7 +24,7 @@ constexpr ControlVerb verbs[] = {
     {"postpone", "Postpone", "put the next break off, by so many MINUTES", &RemoteControl::postpone},
     {"skip", "Skip", "end the break, where its screen offers that", &RemoteControl::skip},
     {"water", "ShowWater", "show the water panel", &RemoteControl::showWater},
-    {"history", "ShowHistory", "show what the days were like", &RemoteControl::showHistory},
+    {"history", control::showHistory, "show what the days were like", &RemoteControl::showHistory},
     {"settings", control::showSettings, "show the preferences", &RemoteControl::showSettings},
     {"quit", "Quit", "end the program", &RemoteControl::quit},
 };

@@ -22,6 +22,7 @@ inline constexpr const char* waterTarget = "WaterTarget";
 
 /// The method that brings the preferences up, which other starts of the program call.
 inline constexpr const char* showSettings = "ShowSettings";
+inline constexpr const char* showHistory = "ShowHistory";
 inline constexpr const char* watch = "Watch";
 inline constexpr const char* unwatch = "Unwatch";
 

@@ -16,7 +16,7 @@ constexpr const char* noName = "The session bus does not give out the program's 
 
 } // namespace
 
-Instance::Instance(EventLoop& loop, Bus& bus) : loop_(loop), bus_(bus) {
+Instance::Instance(EventLoop& loop, Bus& bus, StartWish wish) : loop_(loop), bus_(bus), wish_(wish) {
     if (const auto folder = lockFolder())
         lock_.emplace(*folder, lockName());
 }
@@ -43,9 +43,10 @@ std::optional<unsigned> Instance::requestName(unsigned flags) {
     return readFrom(answer.get(), "u", &result) ? std::optional(result) : std::nullopt;
 }
 
-bool Instance::ownerShowsSettings() {
+bool Instance::ownerShows() {
     const BusAddress owner = {control::service, control::path, control::interface};
-    const BusMessage answer = bus_.ask(bus_.newCall(owner, control::showSettings), patience);
+    const char* method = wish_ == StartWish::History ? control::showHistory : control::showSettings;
+    const BusMessage answer = bus_.ask(bus_.newCall(owner, method), patience);
     return isGood(answer.get());
 }
 
@@ -54,7 +55,7 @@ Instance::Role Instance::claimName() {
     auto result = requestName(Bus::allowReplacement | Bus::doNotQueue);
     if (result == nameExists) {
         // A stale holder of the lock is the owner of the name as well.
-        if (!lockWasStale_ && ownerShowsSettings())
+        if (!lockWasStale_ && ownerShows())
             return Role::Second;
         if (loop_.ending())
             return Role::Ended;
@@ -71,7 +72,7 @@ Instance::Role Instance::claimLock() {
     lock_->take();
     // Twice, should a third start come in between.
     for (int tries = 0; tries < 2 && lock_->state() == InstanceLock::State::HeldByAnother; ++tries) {
-        if (lock_->askHolder(loop_, patience))
+        if (lock_->askHolder(loop_, wish_, patience))
             return Role::Second;
         // Whoever has no time to wait for an answer learns nothing from having none.
         if (loop_.ending())

@@ -16,14 +16,14 @@ class Instance final : private BusClient {
   public:
     enum class Role {
         First,  ///< go on
-        Second, ///< another one runs and shows its preferences now
+        Second, ///< another one runs and shows what this one was to show
         Ended,  ///< the loop was told to end before that was known
     };
     /// How long another one is given to answer before it counts as stale, in real seconds.
     static constexpr double patience = 5;
 
-    /// Loop and bus outlive the object, and the loop does not run yet.
-    Instance(EventLoop& loop, Bus& bus);
+    /// Loop and bus outlive the object, and the loop does not run yet. `wish` is for another one that runs.
+    Instance(EventLoop& loop, Bus& bus, StartWish wish = StartWish::Preferences);
     ~Instance() override;
     Instance(const Instance&) = delete;
     Instance& operator=(const Instance&) = delete;
@@ -42,7 +42,7 @@ class Instance final : private BusClient {
     void busOpened() override;
     void busLost() override;
     std::optional<unsigned> requestName(unsigned flags);
-    bool ownerShowsSettings();
+    bool ownerShows();
     Role claimName();
     Role claimLock();
     void nameClaimed(sd_bus_message* reply);
@@ -50,6 +50,7 @@ class Instance final : private BusClient {
 
     EventLoop& loop_;
     Bus& bus_;
+    StartWish wish_;
     std::optional<InstanceLock> lock_;
     std::string doubt_;
     bool lockWasStale_ = false;

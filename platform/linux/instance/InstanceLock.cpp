@@ -17,6 +17,7 @@ namespace kelpa {
 namespace {
 
 constexpr std::string_view showRequest = "show";
+constexpr std::string_view historyRequest = "history";
 constexpr std::string_view yieldRequest = "yield";
 constexpr std::string_view shownAnswer = "shown";
 constexpr std::size_t longestRequest = 16;
@@ -117,7 +118,7 @@ bool InstanceLock::send(int from, std::string_view request) const {
     return sendto(from, request.data(), request.size(), MSG_NOSIGNAL, generic(address), sizeof address) >= 0;
 }
 
-bool InstanceLock::askHolder(EventLoop& loop, double seconds) {
+bool InstanceLock::askHolder(EventLoop& loop, StartWish wish, double seconds) {
     const Descriptor asker = makeAsker();
     if (!asker)
         return false;
@@ -127,7 +128,7 @@ bool InstanceLock::askHolder(EventLoop& loop, double seconds) {
     bool sent = false;
     // The holder may just have begun and have no socket yet, or be on its way out.
     for (double waited = 0; !shown && waited < seconds && !loop.ending(); waited += secondsBetweenTries) {
-        sent = sent || send(asker.get(), showRequest);
+        sent = sent || send(asker.get(), wish == StartWish::History ? historyRequest : showRequest);
         if (!loop.runUntil([&shown] { return shown; }, secondsBetweenTries) && take() != State::HeldByAnother)
             return false;
     }
@@ -157,9 +158,9 @@ void InstanceLock::readRequest(InstanceClient& client) {
     sockaddr_un from{};
     socklen_t size = sizeof from;
     const std::string request = received(socket_.get(), &from, &size);
-    if (request == showRequest) {
+    if (request == showRequest || request == historyRequest) {
         sendto(socket_.get(), shownAnswer.data(), shownAnswer.size(), MSG_NOSIGNAL, generic(from), size);
-        client.showSettings();
+        client.show(request == historyRequest ? StartWish::History : StartWish::Preferences);
     } else if (request == yieldRequest) {
         client.replaced();
     }

@@ -14,11 +14,14 @@
 
 namespace kelpa {
 
+/// What another start has the running program show.
+enum class StartWish { Preferences, History };
+
 /// What the holder of the lock is asked by other starts, from the main loop.
 class InstanceClient {
   public:
     virtual ~InstanceClient() = default;
-    virtual void showSettings() = 0;
+    virtual void show(StartWish what) = 0;
     /// Another start has given this one up and takes its place.
     virtual void replaced() = 0;
     /// A second Kelpa could start now; `why` says it for the log.
@@ -39,9 +42,9 @@ class InstanceLock {
 
     /// Takes the lock unless another process has it.
     State take();
-    /// Has the holder show its preferences. False when it did not answer within `seconds`; then, or before,
-    /// the lock may have become free, and `state` tells. Gives up when the loop is told to end.
-    bool askHolder(EventLoop& loop, double seconds);
+    /// Has the holder show that. False when it did not answer within `seconds`; then, or before, the lock may
+    /// have become free, and `state` tells. Gives up when the loop is told to end.
+    bool askHolder(EventLoop& loop, StartWish wish, double seconds);
     /// Takes the lock from a holder that does not answer. False when meanwhile another process took it.
     bool takeOver();
     [[nodiscard]] State state() const { return state_; }
