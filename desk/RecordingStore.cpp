@@ -7,6 +7,18 @@
 
 namespace kelpa::desk {
 
+namespace {
+
+struct Noted {
+    std::string operator()(bool value) const { return value ? "bool true" : "bool false"; }
+    std::string operator()(std::int64_t value) const { return "int " + std::to_string(value); }
+    std::string operator()(double value) const { return "real " + decimalText(value); }
+    std::string operator()(const std::string& value) const { return "text " + oneLine(value); }
+    std::string operator()(const std::vector<std::string>& value) const { return "list " + jsonTexts(value); }
+};
+
+} // namespace
+
 std::string jsonTexts(const std::vector<std::string>& texts) {
     std::string json;
     for (const std::string& text : texts)
@@ -22,29 +34,14 @@ std::optional<std::vector<std::string>> textsFromJson(std::string_view json) {
     return list.get<std::vector<std::string>>();
 }
 
-void RecordingStore::write(std::string_view key, StoredValue value, const std::string& noted) {
-    values_.insert_or_assign(std::string(key), std::move(value));
-    journal_.note("set", std::string(key) + " " + noted);
+std::optional<StoreValue> RecordingStore::value(std::string_view key) const {
+    const auto found = values_.find(key);
+    return found == values_.end() ? std::nullopt : std::optional(found->second);
 }
 
-void RecordingStore::setBoolean(std::string_view key, bool value) {
-    write(key, value, value ? "bool true" : "bool false");
-}
-
-void RecordingStore::setInteger(std::string_view key, std::int64_t value) {
-    write(key, value, "int " + std::to_string(value));
-}
-
-void RecordingStore::setReal(std::string_view key, double value) {
-    write(key, value, "real " + decimalText(value));
-}
-
-void RecordingStore::setText(std::string_view key, const std::string& value) {
-    write(key, value, "text " + oneLine(value));
-}
-
-void RecordingStore::setTexts(std::string_view key, const std::vector<std::string>& value) {
-    write(key, value, "list " + jsonTexts(value));
+void RecordingStore::set(std::string_view key, const StoreValue& value) {
+    values_.insert_or_assign(std::string(key), value);
+    journal_.note("set", std::string(key) + " " + std::visit(Noted(), value));
 }
 
 std::optional<std::string> RecordingHistory::append(const std::string& month, std::string_view header,

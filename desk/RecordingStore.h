@@ -5,11 +5,8 @@
 #include "platform/ports/HistoryFiles.h"
 
 #include <map>
-#include <variant>
 
 namespace kelpa::desk {
-
-using StoredValue = std::variant<bool, std::int64_t, double, std::string, std::vector<std::string>>;
 
 /// A defaults store in memory that notes what the program writes.
 class RecordingStore final : public DefaultsStore {
@@ -17,39 +14,15 @@ class RecordingStore final : public DefaultsStore {
     explicit RecordingStore(Journal& journal) : journal_(journal) {}
 
     /// Writes and removes as another program would: nothing is noted and nothing is set in motion.
-    void put(const std::string& key, StoredValue value) { values_[key] = std::move(value); }
+    void put(const std::string& key, StoreValue value) { values_[key] = std::move(value); }
     void remove(const std::string& key) { values_.erase(key); }
 
-    [[nodiscard]] std::optional<bool> boolean(std::string_view key) const override { return read<bool>(key); }
-    [[nodiscard]] std::optional<std::int64_t> integer(std::string_view key) const override {
-        return read<std::int64_t>(key);
-    }
-    [[nodiscard]] std::optional<double> real(std::string_view key) const override {
-        return read<double>(key);
-    }
-    [[nodiscard]] std::optional<std::string> text(std::string_view key) const override {
-        return read<std::string>(key);
-    }
-    [[nodiscard]] std::optional<std::vector<std::string>> texts(std::string_view key) const override {
-        return read<std::vector<std::string>>(key);
-    }
-    void setBoolean(std::string_view key, bool value) override;
-    void setInteger(std::string_view key, std::int64_t value) override;
-    void setReal(std::string_view key, double value) override;
-    void setText(std::string_view key, const std::string& value) override;
-    void setTexts(std::string_view key, const std::vector<std::string>& value) override;
+    [[nodiscard]] std::optional<StoreValue> value(std::string_view key) const override;
+    void set(std::string_view key, const StoreValue& value) override;
 
   private:
-    template <class T>
-    std::optional<T> read(std::string_view key) const {
-        const auto found = values_.find(key);
-        const T* value = found == values_.end() ? nullptr : std::get_if<T>(&found->second);
-        return value ? std::optional(*value) : std::nullopt;
-    }
-    void write(std::string_view key, StoredValue value, const std::string& noted);
-
     Journal& journal_;
-    std::map<std::string, StoredValue, std::less<>> values_;
+    std::map<std::string, StoreValue, std::less<>> values_;
 };
 
 /// A history of which each line that is written is noted. Scripts may fill its disk.

@@ -77,7 +77,7 @@ Run screens(std::string_view rest) {
     return [numbers](Desk& desk) { desk.windows.setScreens(numbers); };
 }
 
-StoredValue storedValue(std::string_view type, std::string_view value) {
+StoreValue storeValue(std::string_view type, std::string_view value) {
     if (type == "int")
         if (const auto number = wholeNumber<std::int64_t>(value))
             return *number;
@@ -104,7 +104,7 @@ Run store(std::string_view rest) {
         expectNothing(rest);
         return [key](Desk& desk) { desk.store.remove(key); };
     }
-    return [key, value = storedValue(type, rest)](Desk& desk) { desk.store.put(key, value); };
+    return [key, value = storeValue(type, rest)](Desk& desk) { desk.store.put(key, value); };
 }
 
 Run launch(std::string_view rest) {

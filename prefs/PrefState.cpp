@@ -39,22 +39,22 @@ PrefStyleState::PrefStyleState(DefaultsStore& store)
 
 std::vector<std::string> PrefStyleState::promptList() const {
     const BreakStyle style = breakStyle();
-    const auto stored = store_.texts(listKey(promptKey, style));
+    const auto stored = store_.get<std::vector<std::string>>(listKey(promptKey, style));
     return stored ? *stored : prompts(style);
 }
 
 void PrefStyleState::setPromptList(const std::vector<std::string>& list) {
-    store_.setTexts(listKey(promptKey, breakStyle()), list);
+    store_.set(listKey(promptKey, breakStyle()), list);
 }
 
 std::vector<std::string> PrefStyleState::newDayPromptList() const {
     const BreakStyle style = breakStyle();
-    const auto stored = store_.texts(listKey(newDayPromptKey, style));
+    const auto stored = store_.get<std::vector<std::string>>(listKey(newDayPromptKey, style));
     return stored ? *stored : newDayPrompts(style);
 }
 
 void PrefStyleState::setNewDayPromptList(const std::vector<std::string>& list) {
-    store_.setTexts(listKey(newDayPromptKey, breakStyle()), list);
+    store_.set(listKey(newDayPromptKey, breakStyle()), list);
 }
 
 PrefState::PrefState(DefaultsStore& store, const Clock& clock, App& app)

@@ -3,7 +3,6 @@
 #include "base/Published.h"
 #include "platform/ports/DefaultsStore.h"
 
-#include <concepts>
 #include <cstdint>
 #include <functional>
 #include <optional>
@@ -14,59 +13,26 @@
 
 namespace kelpa {
 
-/// How a type is kept in the store. An enumeration with a `fromRawValue(std::int64_t, E&)` is kept as its
-/// integer; a number that names no case reads as absent.
+/// How a type is kept in the store: as one of its kinds of values. An enumeration with a
+/// `fromRawValue(std::int64_t, E&)` is kept as its integer; a number that names no case reads as absent.
 template <class T>
-struct StoredAs;
-
-template <>
-struct StoredAs<bool> {
-    static std::optional<bool> read(const DefaultsStore& store, std::string_view key) {
-        return store.boolean(key);
+struct StoredAs {
+    static std::optional<T> read(const DefaultsStore& store, std::string_view key) {
+        return store.get<T>(key);
     }
-    static void write(DefaultsStore& store, std::string_view key, bool value) {
-        store.setBoolean(key, value);
-    }
-};
-
-template <>
-struct StoredAs<std::int64_t> {
-    static std::optional<std::int64_t> read(const DefaultsStore& store, std::string_view key) {
-        return store.integer(key);
-    }
-    static void write(DefaultsStore& store, std::string_view key, std::int64_t value) {
-        store.setInteger(key, value);
-    }
-};
-
-template <>
-struct StoredAs<double> {
-    static std::optional<double> read(const DefaultsStore& store, std::string_view key) {
-        return store.real(key);
-    }
-    static void write(DefaultsStore& store, std::string_view key, double value) { store.setReal(key, value); }
-};
-
-template <>
-struct StoredAs<std::string> {
-    static std::optional<std::string> read(const DefaultsStore& store, std::string_view key) {
-        return store.text(key);
-    }
-    static void write(DefaultsStore& store, std::string_view key, const std::string& value) {
-        store.setText(key, value);
-    }
+    static void write(DefaultsStore& store, std::string_view key, const T& value) { store.set(key, value); }
 };
 
 template <class E>
 requires std::is_enum_v<E>
 struct StoredAs<E> {
     static std::optional<E> read(const DefaultsStore& store, std::string_view key) {
-        const auto raw = store.integer(key);
+        const auto raw = store.get<std::int64_t>(key);
         E value{};
         return raw && fromRawValue(*raw, value) ? std::optional(value) : std::nullopt;
     }
     static void write(DefaultsStore& store, std::string_view key, E value) {
-        store.setInteger(key, static_cast<std::int64_t>(value));
+        store.set(key, static_cast<std::int64_t>(value));
     }
 };
 

@@ -83,7 +83,7 @@ std::vector<WaterMode> allWaterModes() {
 }
 
 std::optional<Date> StoredDate::read(const DefaultsStore& store, std::string_view key) {
-    const auto text = store.text(key);
+    const auto text = store.get<std::string>(key);
     if (!text)
         return std::nullopt;
     const Date date = dateFromText(*text);
@@ -94,11 +94,11 @@ std::optional<Date> StoredDate::read(const DefaultsStore& store, std::string_vie
 }
 
 void StoredDate::write(DefaultsStore& store, std::string_view key, Date value) {
-    store.setText(key, dateText(value));
+    store.set(key, dateText(value));
 }
 
 std::optional<double> StoredTimestamp::read(const DefaultsStore& store, std::string_view key) {
-    const auto seconds = store.real(key);
+    const auto seconds = store.get<double>(key);
     if (!seconds || isReachable(*seconds))
         return seconds;
     reportOutOfRange(key, decimalText(*seconds));
@@ -106,7 +106,7 @@ std::optional<double> StoredTimestamp::read(const DefaultsStore& store, std::str
 }
 
 std::optional<std::int64_t> StoredInterval::read(const DefaultsStore& store, std::string_view key) {
-    const auto minutes = store.integer(key);
+    const auto minutes = store.get<std::int64_t>(key);
     if (!minutes || (*minutes >= -longestInterval && *minutes <= longestInterval))
         return minutes;
     reportOutOfRange(key, std::to_string(*minutes));
@@ -114,7 +114,7 @@ std::optional<std::int64_t> StoredInterval::read(const DefaultsStore& store, std
 }
 
 std::optional<std::set<Date>> StoredTimePoints::read(const DefaultsStore& store, std::string_view key) {
-    const auto text = store.text(key);
+    const auto text = store.get<std::string>(key);
     if (!text)
         return std::nullopt;
     auto points = timePointsFromText(*text);
@@ -124,11 +124,11 @@ std::optional<std::set<Date>> StoredTimePoints::read(const DefaultsStore& store,
 }
 
 void StoredTimePoints::write(DefaultsStore& store, std::string_view key, const std::set<Date>& value) {
-    store.setText(key, timePointsText(value));
+    store.set(key, timePointsText(value));
 }
 
 std::optional<std::int64_t> StoredTarget::read(const DefaultsStore& store, std::string_view key) {
-    const auto target = store.integer(key);
+    const auto target = store.get<std::int64_t>(key);
     if (target && *target < 1)
         reportOnce("stored water target is below 1, the default one is used");
     return target && *target >= 1 ? target : std::nullopt;

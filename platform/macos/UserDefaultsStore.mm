@@ -8,17 +8,40 @@ namespace kelpa {
 
 namespace {
 
-/// A stored number; nil for every other value, a truth value among them, which Foundation keeps as a number
-/// too.
-NSNumber* numberOf(id object) {
-    if (![object isKindOfClass:[NSNumber class]])
-        return nil;
-    return CFGetTypeID((__bridge CFTypeRef)object) == CFBooleanGetTypeID() ? nil : object;
+/// Foundation keeps truth values as numbers too.
+StoreValue numberIn(NSNumber* number) {
+    if (CFGetTypeID((__bridge CFTypeRef)number) == CFBooleanGetTypeID())
+        return static_cast<bool>([number boolValue]);
+    if (CFNumberIsFloatType((__bridge CFNumberRef)number))
+        return [number doubleValue];
+    return static_cast<std::int64_t>([number longLongValue]);
 }
 
-bool isReal(NSNumber* number) {
-    return CFNumberIsFloatType((__bridge CFNumberRef)number);
+std::optional<StoreValue> textsIn(NSArray* array) {
+    std::vector<std::string> all;
+    for (id element in array) {
+        if (![element isKindOfClass:[NSString class]])
+            return std::nullopt;
+        all.push_back(toString(element));
+    }
+    return all;
 }
+
+struct Write {
+    NSUserDefaults* defaults;
+    NSString* name;
+
+    void operator()(bool value) const { [defaults setBool:value forKey:name]; }
+    void operator()(std::int64_t value) const { [defaults setInteger:value forKey:name]; }
+    void operator()(double value) const { [defaults setDouble:value forKey:name]; }
+    void operator()(const std::string& value) const { [defaults setObject:toNSString(value) forKey:name]; }
+    void operator()(const std::vector<std::string>& value) const {
+        NSMutableArray* all = [NSMutableArray arrayWithCapacity:value.size()];
+        for (const std::string& text : value)
+            [all addObject:toNSString(text)];
+        [defaults setObject:all forKey:name];
+    }
+};
 
 } // namespace
 
@@ -29,72 +52,17 @@ NSString* UserDefaultsStore::name(std::string_view key) const {
     return found->second;
 }
 
-id UserDefaultsStore::object(std::string_view key) const {
-    return [defaults_ objectForKey:name(key)];
+std::optional<StoreValue> UserDefaultsStore::value(std::string_view key) const {
+    id object = [defaults_ objectForKey:name(key)];
+    if ([object isKindOfClass:[NSNumber class]])
+        return numberIn(object);
+    if ([object isKindOfClass:[NSString class]])
+        return toString(object);
+    return [object isKindOfClass:[NSArray class]] ? textsIn(object) : std::nullopt;
 }
 
-std::optional<bool> UserDefaultsStore::boolean(std::string_view key) const {
-    id value = object(key);
-    if (!value || CFGetTypeID((__bridge CFTypeRef)value) != CFBooleanGetTypeID())
-        return std::nullopt;
-    return static_cast<bool>([value boolValue]);
-}
-
-std::optional<std::int64_t> UserDefaultsStore::integer(std::string_view key) const {
-    NSNumber* number = numberOf(object(key));
-    if (!number || isReal(number))
-        return std::nullopt;
-    return [number longLongValue];
-}
-
-std::optional<double> UserDefaultsStore::real(std::string_view key) const {
-    NSNumber* number = numberOf(object(key));
-    if (!number || !isReal(number))
-        return std::nullopt;
-    return [number doubleValue];
-}
-
-std::optional<std::string> UserDefaultsStore::text(std::string_view key) const {
-    id value = object(key);
-    if (![value isKindOfClass:[NSString class]])
-        return std::nullopt;
-    return toString(value);
-}
-
-std::optional<std::vector<std::string>> UserDefaultsStore::texts(std::string_view key) const {
-    id value = object(key);
-    if (![value isKindOfClass:[NSArray class]])
-        return std::nullopt;
-    std::vector<std::string> all;
-    for (id element in static_cast<NSArray*>(value)) {
-        if (![element isKindOfClass:[NSString class]])
-            return std::nullopt;
-        all.push_back(toString(element));
-    }
-    return all;
-}
-
-void UserDefaultsStore::setBoolean(std::string_view key, bool value) {
-    [defaults_ setBool:value forKey:name(key)];
-}
-
-void UserDefaultsStore::setInteger(std::string_view key, std::int64_t value) {
-    [defaults_ setInteger:value forKey:name(key)];
-}
-
-void UserDefaultsStore::setReal(std::string_view key, double value) {
-    [defaults_ setDouble:value forKey:name(key)];
-}
-
-void UserDefaultsStore::setText(std::string_view key, const std::string& value) {
-    [defaults_ setObject:toNSString(value) forKey:name(key)];
-}
-
-void UserDefaultsStore::setTexts(std::string_view key, const std::vector<std::string>& value) {
-    NSMutableArray* all = [NSMutableArray arrayWithCapacity:value.size()];
-    for (const std::string& text : value)
-        [all addObject:toNSString(text)];
-    [defaults_ setObject:all forKey:name(key)];
+void UserDefaultsStore::set(std::string_view key, const StoreValue& value) {
+    std::visit(Write{defaults_, name(key)}, value);
 }
 
 } // namespace kelpa

@@ -392,7 +392,8 @@ TEST(StylePaneWindow, EditsTheListAsItIsStored) {
     EXPECT_TRUE(texts(settings["promptEntries"].entries()).empty());
     settings.person().reset("promptEntries");
     EXPECT_EQ(texts(settings["promptEntries"].entries()), prompts(BreakStyle::default_));
-    EXPECT_EQ(settings.play.desk.store.texts("break_prompt_list_0"), prompts(BreakStyle::default_));
+    EXPECT_EQ(settings.play.desk.store.get<std::vector<std::string>>("break_prompt_list_0"),
+              prompts(BreakStyle::default_));
 }
 
 TEST(StylePaneWindow, FollowsAnotherStyleObject) {

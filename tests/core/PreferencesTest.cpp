@@ -154,8 +154,9 @@ TEST(StylePane, ResetStoresACopyAndForeignTypesReadAsTheBuiltInList) {
     EXPECT_EQ(style.newDayPromptList().size(), 11U);
     EXPECT_EQ(style.promptList(), prompts(BreakStyle::default_));
     play("style reset\n");
-    EXPECT_EQ(play.desk.store.texts("new_day_break_prompt_list_0"), newDayPrompts(BreakStyle::default_));
-    EXPECT_EQ(play.desk.store.texts("break_prompt_list_0"), std::nullopt);
+    EXPECT_EQ(play.desk.store.get<std::vector<std::string>>("new_day_break_prompt_list_0"),
+              newDayPrompts(BreakStyle::default_));
+    EXPECT_EQ(play.desk.store.get<std::vector<std::string>>("break_prompt_list_0"), std::nullopt);
 }
 
 } // namespace

@@ -19,30 +19,30 @@ namespace {
 using Texts = std::vector<std::string>;
 
 TEST_F(PlistStoreTest, keepsTheTypesOfValues) {
-    store.setBoolean("yes", true);
-    store.setInteger("low", std::numeric_limits<std::int64_t>::min());
-    store.setInteger("high", std::numeric_limits<std::int64_t>::max());
-    store.setReal("whole", 20.0);
-    store.setText("text", "堂堂 <&>\"'\n]]>\t");
-    store.setText("none", "");
-    store.setTexts("texts", {"a", "", "ü"});
-    store.setTexts("empty", {});
+    store.set("yes", true);
+    store.set("low", std::numeric_limits<std::int64_t>::min());
+    store.set("high", std::numeric_limits<std::int64_t>::max());
+    store.set("whole", 20.0);
+    store.set("text", "堂堂 <&>\"'\n]]>\t");
+    store.set("none", "");
+    store.set("texts", Texts{"a", "", "ü"});
+    store.set("empty", Texts{});
 
     const PlistStore again(path, report, loop);
-    EXPECT_EQ(again.boolean("yes"), true);
-    EXPECT_EQ(again.integer("low"), std::numeric_limits<std::int64_t>::min());
-    EXPECT_EQ(again.integer("high"), std::numeric_limits<std::int64_t>::max());
-    EXPECT_EQ(again.real("whole"), 20.0);
-    EXPECT_EQ(again.integer("whole"), std::nullopt);
-    EXPECT_EQ(again.text("text"), "堂堂 <&>\"'\n]]>\t");
-    EXPECT_EQ(again.text("none"), "");
-    EXPECT_EQ(again.texts("texts"), (Texts{"a", "", "ü"}));
-    EXPECT_EQ(again.texts("empty"), Texts{});
+    EXPECT_EQ(again.get<bool>("yes"), true);
+    EXPECT_EQ(again.get<std::int64_t>("low"), std::numeric_limits<std::int64_t>::min());
+    EXPECT_EQ(again.get<std::int64_t>("high"), std::numeric_limits<std::int64_t>::max());
+    EXPECT_EQ(again.get<double>("whole"), 20.0);
+    EXPECT_EQ(again.get<std::int64_t>("whole"), std::nullopt);
+    EXPECT_EQ(again.get<std::string>("text"), "堂堂 <&>\"'\n]]>\t");
+    EXPECT_EQ(again.get<std::string>("none"), "");
+    EXPECT_EQ(again.get<Texts>("texts"), (Texts{"a", "", "ü"}));
+    EXPECT_EQ(again.get<Texts>("empty"), Texts{});
     EXPECT_EQ(report.all(), "");
 }
 
 TEST_F(PlistStoreTest, writesAtOnceAsPrivateXml) {
-    store.setBoolean("key", true);
+    store.set("key", true);
     struct stat status {};
     ASSERT_EQ(stat(path.c_str(), &status), 0);
     EXPECT_EQ(status.st_mode & 07777, 0600u);
@@ -51,9 +51,9 @@ TEST_F(PlistStoreTest, writesAtOnceAsPrivateXml) {
 }
 
 TEST_F(PlistStoreTest, replacesWhatXmlCannotHold) {
-    store.setText("text", std::string("a\0b\x1b", 4));
-    EXPECT_EQ(PlistStore(path, report, loop).text("text"), "a\xEF\xBF\xBD"
-                                                           "b\xEF\xBF\xBD");
+    store.set("text", std::string("a\0b\x1b", 4));
+    EXPECT_EQ(PlistStore(path, report, loop).get<std::string>("text"), "a\xEF\xBF\xBD"
+                                                                       "b\xEF\xBF\xBD");
 }
 
 TEST_F(PlistStoreTest, realsAreTheSameUnderADecimalComma) {
@@ -62,8 +62,8 @@ TEST_F(PlistStoreTest, realsAreTheSameUnderADecimalComma) {
         GTEST_SKIP() << "this machine has no sources of locales";
     ASSERT_STREQ(std::localeconv()->decimal_point, ",");
     for (const double value : {1753788243.9876542, 0.1, 1e300, -5e-324}) {
-        store.setReal("real", value);
-        EXPECT_EQ(PlistStore(path, report, loop).real("real"), value);
+        store.set("real", value);
+        EXPECT_EQ(PlistStore(path, report, loop).get<double>("real"), value);
     }
     EXPECT_NE(contentOf(path).find("e-324</real>"), std::string::npos);
 }
@@ -74,8 +74,9 @@ TEST_F(PlistStoreTest, aValueOfAnotherKindIsAbsent) {
         "<key>s</key><string>5</string><key>a</key><array><string>x</string><integer>1</integer></array>"
         "<key>d</key><dict/><key>t</key><date>2024-01-02T03:04:05Z</date>");
     const auto kinds = [this](const char* key) {
-        return std::string(store.boolean(key) ? "b" : "") + (store.integer(key) ? "i" : "") +
-               (store.real(key) ? "r" : "") + (store.text(key) ? "s" : "") + (store.texts(key) ? "a" : "");
+        return std::string(store.get<bool>(key) ? "b" : "") + (store.get<std::int64_t>(key) ? "i" : "") +
+               (store.get<double>(key) ? "r" : "") + (store.get<std::string>(key) ? "s" : "") +
+               (store.get<Texts>(key) ? "a" : "");
     };
     for (const char* own : {"i", "b", "r", "s"})
         EXPECT_EQ(kinds(own), own);
@@ -90,15 +91,15 @@ TEST_F(PlistStoreTest, aFalseNumberIsNoNumber) {
         "<key>f</key><integer>-0x10</integer><key>g</key><integer>18446744073709551615</integer>"
         "<key>h</key><string><![CDATA[<integer>abc</integer>]]></string><key>i</key><real>+infinity</real>");
     for (const char* none : {"a", "b", "g"})
-        EXPECT_EQ(store.integer(none), std::nullopt) << none;
-    EXPECT_EQ(store.real("c"), std::nullopt);
-    EXPECT_EQ(store.integer("d"), 12);
-    EXPECT_EQ(store.real("e"), 1500);
-    EXPECT_EQ(store.text("h"), "<integer>abc</integer>");
-    EXPECT_EQ(store.real("i"), INFINITY);
-    store.setBoolean("other", true);
-    EXPECT_EQ(store.integer("a"), std::nullopt) << "nor does it become one when it is written back";
-    EXPECT_EQ(store.text("a"), "abc");
+        EXPECT_EQ(store.get<std::int64_t>(none), std::nullopt) << none;
+    EXPECT_EQ(store.get<double>("c"), std::nullopt);
+    EXPECT_EQ(store.get<std::int64_t>("d"), 12);
+    EXPECT_EQ(store.get<double>("e"), 1500);
+    EXPECT_EQ(store.get<std::string>("h"), "<integer>abc</integer>");
+    EXPECT_EQ(store.get<double>("i"), INFINITY);
+    store.set("other", true);
+    EXPECT_EQ(store.get<std::int64_t>("a"), std::nullopt) << "nor does it become one when it is written back";
+    EXPECT_EQ(store.get<std::string>("a"), "abc");
 }
 
 TEST_F(PlistStoreTest, otherProgramsKeysAndKindsStay) {
@@ -106,7 +107,7 @@ TEST_F(PlistStoreTest, otherProgramsKeysAndKindsStay) {
               "<key>when</key><date>2024-01-02T03:04:05Z</date><key>big</key><integer>18446744073709551615</"
               "integer>"
               "<key>below</key><integer>-7</integer>");
-    store.setBoolean("ours", true);
+    store.set("ours", true);
     const std::string xml = contentOf(path);
     for (const char* part : {"AAEC", "2024-01-02T03:04:05Z", "<integer>18446744073709551615</integer>",
                              "<integer>-7</integer>", "ours"})
@@ -114,8 +115,8 @@ TEST_F(PlistStoreTest, otherProgramsKeysAndKindsStay) {
 }
 
 TEST_F(PlistStoreTest, aChangeByAnotherProgramIsSeenAtTheNextRead) {
-    store.setInteger("key", 1);
-    EXPECT_EQ(store.integer("key"), 1);
+    store.set("key", 1);
+    EXPECT_EQ(store.get<std::int64_t>("key"), 1);
     for (int value = 2; value < 10; ++value) {
         // In place, of the same size and with the same time stamp, which a file system may be too coarse to
         // change.
@@ -123,10 +124,10 @@ TEST_F(PlistStoreTest, aChangeByAnotherProgramIsSeenAtTheNextRead) {
         writeDict("<key>key</key><integer>" + std::to_string(value) + "</integer>");
         if (value > 2)
             std::filesystem::last_write_time(path, stamp);
-        EXPECT_EQ(store.integer("key"), value);
+        EXPECT_EQ(store.get<std::int64_t>("key"), value);
     }
     std::filesystem::remove(path);
-    EXPECT_EQ(store.integer("key"), std::nullopt);
+    EXPECT_EQ(store.get<std::int64_t>("key"), std::nullopt);
     EXPECT_EQ(report.all(), "");
 }
 
@@ -138,7 +139,7 @@ TEST_F(PlistStoreTest, processesDoNotLoseEachOthersKeys) {
         if (children.back() != 0)
             continue;
         for (int i = 0; i < keys; ++i) {
-            store.setInteger(std::to_string(writer) + "-" + std::to_string(i), i);
+            store.set(std::to_string(writer) + "-" + std::to_string(i), i);
             usleep(1000);
         }
         _exit(report.all().empty() ? 0 : 1);
@@ -150,27 +151,27 @@ TEST_F(PlistStoreTest, processesDoNotLoseEachOthersKeys) {
     }
     for (int writer = 0; writer < writers; ++writer)
         for (int i = 0; i < keys; ++i)
-            EXPECT_EQ(store.integer(std::to_string(writer) + "-" + std::to_string(i)), i);
+            EXPECT_EQ(store.get<std::int64_t>(std::to_string(writer) + "-" + std::to_string(i)), i);
 }
 
 TEST_F(PlistStoreTest, aWriterThatIsKilledAtAnyPointLeavesAWholeFile) {
-    store.setInteger("first", 0);
-    store.setInteger("second", 0);
+    store.set("first", 0);
+    store.set("second", 0);
     std::int64_t reached = 0;
     for (int round = 0; round < 60; ++round) {
-        store.setInteger("second", reached);
+        store.set("second", reached);
         const pid_t child = fork();
         if (child == 0)
             for (std::int64_t i = reached + 1;; ++i) {
-                store.setInteger("first", i);
-                store.setText("ballast", std::string(static_cast<std::size_t>(i * 997 % 20000), 'x'));
-                store.setInteger("second", i);
+                store.set("first", i);
+                store.set("ballast", std::string(static_cast<std::size_t>(i * 997 % 20000), 'x'));
+                store.set("second", i);
             }
         std::this_thread::sleep_for(std::chrono::microseconds(1000 + round * 331));
         kill(child, SIGKILL);
         ASSERT_EQ(waitpid(child, nullptr, 0), child);
         const PlistStore after(path, report, loop);
-        const auto first = after.integer("first"), second = after.integer("second");
+        const auto first = after.get<std::int64_t>("first"), second = after.get<std::int64_t>("second");
         ASSERT_TRUE(first && second) << round;
         ASSERT_TRUE(*first == *second || *first == *second + 1) << *first << " " << *second;
         ASSERT_GE(*first, reached);
@@ -178,31 +179,31 @@ TEST_F(PlistStoreTest, aWriterThatIsKilledAtAnyPointLeavesAWholeFile) {
     }
     EXPECT_GT(reached, 10) << "the killer was too fast for the test to mean anything";
     EXPECT_EQ(report.all(), "");
-    store.setBoolean("end", true);
+    store.set("end", true);
     EXPECT_EQ(names(), (Texts{"settings.plist", "settings.plist.lock"})) << "nothing piles up";
 }
 
 TEST_F(PlistStoreTest, aFullDiskKeepsTheValueForTheNextWrite) {
-    store.setInteger("old", 1);
+    store.set("old", 1);
     const std::string before = contentOf(path);
     rlimit limit{};
     ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &limit), 0);
     rlimit small = limit;
     small.rlim_cur = 100;
     ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
-    store.setInteger("new", 2);
-    store.setInteger("old", 3);
-    EXPECT_EQ(store.integer("new"), 2);
-    EXPECT_EQ(store.integer("old"), 3);
+    store.set("new", 2);
+    store.set("old", 3);
+    EXPECT_EQ(store.get<std::int64_t>("new"), 2);
+    EXPECT_EQ(store.get<std::int64_t>("old"), 3);
     EXPECT_EQ(contentOf(path), before);
     EXPECT_EQ(report.errors.size(), 1u) << "said once, not with every write";
 
     ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &limit), 0);
-    store.setBoolean("third", true);
+    store.set("third", true);
     const PlistStore again(path, report, loop);
-    EXPECT_EQ(again.integer("new"), 2);
-    EXPECT_EQ(again.integer("old"), 3);
-    EXPECT_EQ(again.boolean("third"), true);
+    EXPECT_EQ(again.get<std::int64_t>("new"), 2);
+    EXPECT_EQ(again.get<std::int64_t>("old"), 3);
+    EXPECT_EQ(again.get<bool>("third"), true);
     EXPECT_EQ(report.errors.size(), 1u);
 }
 
@@ -211,11 +212,11 @@ TEST_F(PlistStoreTest, aReadOnlyFolderKeepsTheValueForTheRun) {
     std::filesystem::permissions(path, std::filesystem::perms::others_read,
                                  std::filesystem::perm_options::add);
     beNobody(0555);
-    store.setInteger("key", 2);
-    store.setInteger("key", 3);
-    EXPECT_EQ(store.integer("key"), 3);
+    store.set("key", 2);
+    store.set("key", 3);
+    EXPECT_EQ(store.get<std::int64_t>("key"), 3);
     EXPECT_EQ(report.errors.size(), 1u);
-    EXPECT_EQ(PlistStore(path, report, loop).integer("key"), 1);
+    EXPECT_EQ(PlistStore(path, report, loop).get<std::int64_t>("key"), 1);
 }
 
 TEST_F(PlistStoreTest, aDamagedFileInAReadOnlyFolderIsToldOfOnce) {
@@ -223,7 +224,7 @@ TEST_F(PlistStoreTest, aDamagedFileInAReadOnlyFolderIsToldOfOnce) {
     usleep(static_cast<useconds_t>(rest * 1.2e6));
     beNobody(0555);
     for (int i = 0; i < 3; ++i)
-        EXPECT_EQ(store.integer("key"), std::nullopt);
+        EXPECT_EQ(store.get<std::int64_t>("key"), std::nullopt);
     EXPECT_EQ(report.errors.size(), 1u);
     EXPECT_EQ(contentOf(path), "garbage");
 }
@@ -233,37 +234,37 @@ TEST_F(PlistStoreTest, aFileThatCannotBeReadIsNotOverwritten) {
     std::filesystem::permissions(path, std::filesystem::perms::none);
     const auto before = FileIdentity::of(path);
     beNobody(0777);
-    EXPECT_EQ(store.integer("key"), std::nullopt);
-    store.setInteger("other", 2);
-    EXPECT_EQ(store.integer("other"), 2);
+    EXPECT_EQ(store.get<std::int64_t>("key"), std::nullopt);
+    store.set("other", 2);
+    EXPECT_EQ(store.get<std::int64_t>("other"), 2);
     EXPECT_EQ(FileIdentity::of(path), before);
     EXPECT_EQ(report.errors.size(), 2u);
 }
 
 TEST_F(PlistStoreTest, whatIsNoFileIsLeftAlone) {
     std::filesystem::create_directory(path);
-    EXPECT_EQ(store.integer("key"), std::nullopt);
-    store.setInteger("key", 1);
-    EXPECT_EQ(store.integer("key"), 1);
+    EXPECT_EQ(store.get<std::int64_t>("key"), std::nullopt);
+    store.set("key", 1);
+    EXPECT_EQ(store.get<std::int64_t>("key"), 1);
     EXPECT_TRUE(std::filesystem::is_directory(path));
     std::filesystem::remove(path);
     ASSERT_EQ(mkfifo(path.c_str(), 0600), 0);
-    EXPECT_EQ(store.text("key"), std::nullopt);
+    EXPECT_EQ(store.get<std::string>("key"), std::nullopt);
     EXPECT_TRUE(std::filesystem::is_fifo(path));
 }
 
 TEST_F(PlistStoreTest, missingFoldersAreMade) {
     PlistStore deep(folder.file("a/b/settings.plist"), report, loop);
-    EXPECT_EQ(deep.boolean("key"), std::nullopt);
-    deep.setBoolean("key", true);
-    EXPECT_EQ(PlistStore(folder.file("a/b/settings.plist"), report, loop).boolean("key"), true);
+    EXPECT_EQ(deep.get<bool>("key"), std::nullopt);
+    deep.set("key", true);
+    EXPECT_EQ(PlistStore(folder.file("a/b/settings.plist"), report, loop).get<bool>("key"), true);
     EXPECT_EQ(std::filesystem::status(folder.file("a")).permissions(), std::filesystem::perms::owner_all);
 }
 
 TEST_F(PlistStoreTest, withoutAPlaceTheValuesHoldForTheRun) {
     PlistStore homeless("", report, loop);
-    homeless.setText("key", "value");
-    EXPECT_EQ(homeless.text("key"), "value");
+    homeless.set("key", "value");
+    EXPECT_EQ(homeless.get<std::string>("key"), "value");
     EXPECT_EQ(report.errors.size(), 1u);
 }
 
@@ -274,16 +275,16 @@ TEST_F(PlistStoreTest, aSymbolicLinkStaysOne) {
         std::filesystem::create_symlink(target, path);
         if (target == std::string("real/there.plist"))
             std::filesystem::copy_file(dictFile("<key>old</key><true/>"), folder.file(target));
-        store.setInteger("key", 4);
+        store.set("key", 4);
         EXPECT_TRUE(std::filesystem::is_symlink(path));
-        EXPECT_EQ(PlistStore(folder.file(target), report, loop).integer("key"), 4);
-        EXPECT_EQ(store.integer("key"), 4);
+        EXPECT_EQ(PlistStore(folder.file(target), report, loop).get<std::int64_t>("key"), 4);
+        EXPECT_EQ(store.get<std::int64_t>("key"), 4);
     }
-    EXPECT_EQ(PlistStore(folder.file("real/there.plist"), report, loop).boolean("old"), true);
+    EXPECT_EQ(PlistStore(folder.file("real/there.plist"), report, loop).get<bool>("old"), true);
     std::filesystem::remove(path);
     std::filesystem::create_symlink("settings.plist", path);
-    store.setInteger("key", 5);
-    EXPECT_EQ(store.integer("key"), 5);
+    store.set("key", 5);
+    EXPECT_EQ(store.get<std::int64_t>("key"), 5);
     EXPECT_EQ(report.errors.size(), 2u) << "a link to itself can neither be read nor written";
 }
 
@@ -291,23 +292,23 @@ TEST_F(PlistStoreTest, aLockThatIsHeldForLongDoesNotStopTheProgram) {
     const int other = open((path + ".lock").c_str(), O_RDWR | O_CREAT, 0600);
     ASSERT_EQ(flock(other, LOCK_EX), 0);
     const double start = secondsNow();
-    store.setInteger("key", 1);
+    store.set("key", 1);
     EXPECT_LT(secondsNow() - start, 5);
-    EXPECT_EQ(store.integer("key"), 1);
+    EXPECT_EQ(store.get<std::int64_t>("key"), 1);
     EXPECT_FALSE(std::filesystem::exists(path));
     close(other);
-    store.setInteger("next", 2);
-    EXPECT_EQ(PlistStore(path, report, loop).integer("key"), 1);
+    store.set("next", 2);
+    EXPECT_EQ(PlistStore(path, report, loop).get<std::int64_t>("key"), 1);
 }
 
 TEST_F(PlistStoreTest, whatWasHeldIsTriedOnceMoreAtTheEnd) {
     std::filesystem::create_directory(path);
     {
         PlistStore ending(path, report, loop);
-        ending.setInteger("key", 1);
+        ending.set("key", 1);
         std::filesystem::remove(path);
     }
-    EXPECT_EQ(store.integer("key"), 1);
+    EXPECT_EQ(store.get<std::int64_t>("key"), 1);
     EXPECT_EQ(report.errors.size(), 1u);
 }
 
@@ -321,14 +322,15 @@ std::string binaryList(const std::string& key) {
 
 TEST_F(PlistStoreTest, readsABinaryList) {
     writeFile(path, binaryList("Skey"));
-    EXPECT_EQ(store.integer("key"), 42);
+    EXPECT_EQ(store.get<std::int64_t>("key"), 42);
 }
 
 TEST_F(PlistStoreTest, aZeroByteInAKeyDoesNotEndTheProgram) {
     writeFile(path, binaryList({"c\0k\0\0\0y", 7}));
-    EXPECT_EQ(store.integer("key"), std::nullopt);
-    store.setInteger("key", 5);
-    EXPECT_TRUE(spinUntil(loop, [&] { return PlistStore(path, report, loop).integer("key") == 5; }));
+    EXPECT_EQ(store.get<std::int64_t>("key"), std::nullopt);
+    store.set("key", 5);
+    EXPECT_TRUE(
+        spinUntil(loop, [&] { return PlistStore(path, report, loop).get<std::int64_t>("key") == 5; }));
 }
 
 } // namespace

@@ -19,14 +19,14 @@ namespace {
 
 TEST_F(PlistStoreTest, aReadCostsOneLookAtTheFileAndNoMemory) {
     constexpr int reads = 100;
-    store.setBoolean("show_time_in_status_bar", true);
+    store.set("show_time_in_status_bar", true);
     usleep(60'000); // beyond the grain of time stamps
-    EXPECT_EQ(store.boolean("show_time_in_status_bar"), true);
+    EXPECT_EQ(store.get<bool>("show_time_in_status_bar"), true);
     looks = 0;
     const std::size_t before = allocations();
     int found = 0;
     for (int i = 0; i < reads; ++i)
-        found += store.boolean("show_time_in_status_bar") == true ? 1 : 0;
+        found += store.get<bool>("show_time_in_status_bar") == true ? 1 : 0;
     const std::size_t memory = allocations() - before;
     EXPECT_EQ(found, reads);
     EXPECT_EQ(looks, reads);

@@ -39,7 +39,7 @@ TEST_F(StoreDamageTest, aDamagedFileIsSetAsideOnceItRests) {
     int number = 0;
     for (const std::string& bytes : damaged) {
         writeFile(path, bytes);
-        EXPECT_EQ(store.integer("key"), std::nullopt);
+        EXPECT_EQ(store.get<std::int64_t>("key"), std::nullopt);
         EXPECT_EQ(contentOf(path), bytes) << "it may be half-written";
         EXPECT_TRUE(spinUntil(loop, [&] { return std::filesystem::exists(aside(number + 1)); }));
         EXPECT_EQ(contentOf(aside(++number)), bytes);
@@ -48,10 +48,11 @@ TEST_F(StoreDamageTest, aDamagedFileIsSetAsideOnceItRests) {
         EXPECT_NE(report.warnings.back().find(aside(number)), std::string::npos);
     }
     writeFile(path, "garbage again");
-    store.setInteger("key", 5);
+    store.set("key", 5);
     EXPECT_EQ(contentOf(path), "garbage again");
-    EXPECT_EQ(store.integer("key"), 5);
-    EXPECT_TRUE(spinUntil(loop, [&] { return PlistStore(path, report, loop).integer("key") == 5; }));
+    EXPECT_EQ(store.get<std::int64_t>("key"), 5);
+    EXPECT_TRUE(
+        spinUntil(loop, [&] { return PlistStore(path, report, loop).get<std::int64_t>("key") == 5; }));
     EXPECT_EQ(contentOf(aside(7)), "garbage again");
     EXPECT_TRUE(report.errors.empty());
 }
@@ -59,7 +60,7 @@ TEST_F(StoreDamageTest, aDamagedFileIsSetAsideOnceItRests) {
 TEST_F(StoreDamageTest, whatRestedBeforeTheStartIsJudgedAtOnce) {
     writeFile(path, "garbage");
     usleep(static_cast<useconds_t>(rest * 1.2e6));
-    EXPECT_EQ(store.integer("key"), std::nullopt);
+    EXPECT_EQ(store.get<std::int64_t>("key"), std::nullopt);
     EXPECT_TRUE(std::filesystem::exists(aside()));
 }
 
@@ -68,11 +69,11 @@ TEST_F(StoreDamageTest, whileAnotherProgramWritesTheLastGoodValuesHold) {
     std::optional<std::int64_t> last;
     for (int value = 1; value <= 40; ++value) {
         writeHalf(value);
-        ASSERT_EQ(patient.integer("key"), last);
+        ASSERT_EQ(patient.get<std::int64_t>("key"), last);
         spin(loop, 0.03);
-        ASSERT_EQ(patient.integer("key"), last);
+        ASSERT_EQ(patient.get<std::int64_t>("key"), last);
         writeDict(key(value));
-        ASSERT_EQ(patient.integer("key"), value);
+        ASSERT_EQ(patient.get<std::int64_t>("key"), value);
         last = value;
     }
     EXPECT_EQ(names(), Texts{"settings.plist"});
@@ -83,11 +84,11 @@ TEST_F(StoreDamageTest, aWriterThatGoesOnIsWaitedForHoweverLongItTakes) {
     const std::string whole = dict(key(7));
     for (std::size_t written = 0; written < whole.size() / 2; written += whole.size() / 16) {
         writeFile(path, whole.substr(0, written));
-        EXPECT_EQ(store.integer("key"), std::nullopt);
+        EXPECT_EQ(store.get<std::int64_t>("key"), std::nullopt);
         spin(loop, rest / 2);
     }
     writeFile(path, whole);
-    EXPECT_EQ(store.integer("key"), 7);
+    EXPECT_EQ(store.get<std::int64_t>("key"), 7);
     EXPECT_EQ(report.all(), "");
 }
 
@@ -95,14 +96,14 @@ TEST_F(StoreDamageTest, aWriteOfOursWaitsForTheJudgement) {
     writeHalf(1);
     const std::string half = contentOf(path);
     const double start = secondsNow();
-    store.setBoolean("ours", true);
+    store.set("ours", true);
     EXPECT_LT(secondsNow() - start, rest / 2) << "the main thread did the waiting";
-    EXPECT_EQ(store.boolean("ours"), true);
+    EXPECT_EQ(store.get<bool>("ours"), true);
     EXPECT_EQ(contentOf(path), half);
     writeDict(key(1));
     EXPECT_TRUE(spinUntil(loop, [&] { return contentOf(path).find("ours") != std::string::npos; }));
-    EXPECT_EQ(store.integer("key"), 1);
-    EXPECT_EQ(PlistStore(path, report, loop).boolean("ours"), true);
+    EXPECT_EQ(store.get<std::int64_t>("key"), 1);
+    EXPECT_EQ(PlistStore(path, report, loop).get<bool>("ours"), true);
     EXPECT_EQ(report.all(), "");
 }
 
@@ -110,20 +111,20 @@ TEST_F(StoreDamageTest, aWriteThatWaitsIsNotLostWhenTheProgramEnds) {
     writeHalf(1);
     {
         PlistStore ending(path, report, loop, second);
-        ending.setBoolean("ours", true);
+        ending.set("ours", true);
         const auto finished = std::async(std::launch::async, [this] {
             std::this_thread::sleep_for(std::chrono::milliseconds(200));
             writeDict(key(2));
         });
     }
-    EXPECT_EQ(store.boolean("ours"), true);
-    EXPECT_EQ(store.integer("key"), 2);
+    EXPECT_EQ(store.get<bool>("ours"), true);
+    EXPECT_EQ(store.get<std::int64_t>("key"), 2);
     writeHalf(3);
     const std::string half = contentOf(path);
     const double start = secondsNow();
-    PlistStore(path, report, loop, second).setBoolean("more", true);
+    PlistStore(path, report, loop, second).set("more", true);
     EXPECT_LT(secondsNow() - start, 1.5);
-    EXPECT_EQ(store.boolean("more"), true);
+    EXPECT_EQ(store.get<bool>("more"), true);
     EXPECT_EQ(contentOf(aside()), half);
     EXPECT_TRUE(report.errors.empty());
 }
@@ -145,10 +146,10 @@ TEST_F(StoreDamageTest, otherEncodingsAreNoDamage) {
           "\xFE\xFF" + wide(xml, false) + big + wide(end, false), wide(xml, true) + little + wide(end, true),
           wide(xml, false) + big + wide(end, false)}) {
         writeFile(path, bytes);
-        EXPECT_EQ(store.integer("key"), 3);
-        EXPECT_EQ(store.text("text"), "堂🥤");
+        EXPECT_EQ(store.get<std::int64_t>("key"), 3);
+        EXPECT_EQ(store.get<std::string>("text"), "堂🥤");
     }
-    store.setBoolean("ours", true);
+    store.set("ours", true);
     EXPECT_TRUE(contentOf(path).starts_with("<?xml"));
     EXPECT_EQ(report.all(), "");
     EXPECT_FALSE(PlistDocument::parse("\xFF\xFE" + wide(xml, true) + little.substr(0, 4) + wide(end, true)))

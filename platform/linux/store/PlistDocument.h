@@ -1,17 +1,12 @@
 #pragma once
 
-#include <cstdint>
+#include "platform/ports/DefaultsStore.h"
+
 #include <functional>
 #include <map>
-#include <optional>
-#include <string>
-#include <variant>
-#include <vector>
 
 namespace kelpa {
 
-/// A setting as the program knows it; the kinds are never converted into each other.
-using StoreValue = std::variant<bool, std::int64_t, double, std::string, std::vector<std::string>>;
 /// Looked up without making a text of the key.
 using StoreValues = std::map<std::string, StoreValue, std::less<>>;
 

@@ -50,53 +50,16 @@ PlistStore::~PlistStore() {
         look_->cancel();
 }
 
-std::optional<bool> PlistStore::boolean(std::string_view key) const {
-    return read<bool>(key);
-}
-std::optional<std::int64_t> PlistStore::integer(std::string_view key) const {
-    return read<std::int64_t>(key);
-}
-std::optional<double> PlistStore::real(std::string_view key) const {
-    return read<double>(key);
-}
-std::optional<std::string> PlistStore::text(std::string_view key) const {
-    return read<std::string>(key);
-}
-std::optional<std::vector<std::string>> PlistStore::texts(std::string_view key) const {
-    return read<std::vector<std::string>>(key);
-}
-
-void PlistStore::setBoolean(std::string_view key, bool value) {
-    write(key, value);
-}
-void PlistStore::setInteger(std::string_view key, std::int64_t value) {
-    write(key, value);
-}
-void PlistStore::setReal(std::string_view key, double value) {
-    write(key, value);
-}
-void PlistStore::setText(std::string_view key, const std::string& value) {
-    write(key, value);
-}
-void PlistStore::setTexts(std::string_view key, const std::vector<std::string>& value) {
-    write(key, value);
-}
-
-template <typename T>
-std::optional<T> PlistStore::read(std::string_view key) const {
+std::optional<StoreValue> PlistStore::value(std::string_view key) const {
     refresh();
-    auto found = held_.find(key);
-    if (found == held_.end()) {
-        found = values_.find(key);
-        if (found == values_.end())
-            return std::nullopt;
-    }
-    const T* value = std::get_if<T>(&found->second);
-    return value == nullptr ? std::nullopt : std::optional<T>(*value);
+    for (const StoreValues* values : {&held_, &values_})
+        if (const auto found = values->find(key); found != values->end())
+            return found->second;
+    return std::nullopt;
 }
 
-void PlistStore::write(std::string_view key, StoreValue value) {
-    held_.insert_or_assign(std::string(key), std::move(value));
+void PlistStore::set(std::string_view key, const StoreValue& value) {
+    held_.insert_or_assign(std::string(key), value);
     storeOrTell();
 }
 

@@ -2,7 +2,6 @@
 
 #include "platform/linux/store/FileAccess.h"
 #include "platform/linux/store/PlistDocument.h"
-#include "platform/ports/DefaultsStore.h"
 #include "platform/ports/Timers.h"
 
 #include <memory>
@@ -32,22 +31,10 @@ class PlistStore final : public DefaultsStore {
     PlistStore(const PlistStore&) = delete;
     PlistStore& operator=(const PlistStore&) = delete;
 
-    [[nodiscard]] std::optional<bool> boolean(std::string_view key) const override;
-    [[nodiscard]] std::optional<std::int64_t> integer(std::string_view key) const override;
-    [[nodiscard]] std::optional<double> real(std::string_view key) const override;
-    [[nodiscard]] std::optional<std::string> text(std::string_view key) const override;
-    [[nodiscard]] std::optional<std::vector<std::string>> texts(std::string_view key) const override;
-
-    void setBoolean(std::string_view key, bool value) override;
-    void setInteger(std::string_view key, std::int64_t value) override;
-    void setReal(std::string_view key, double value) override;
-    void setText(std::string_view key, const std::string& value) override;
-    void setTexts(std::string_view key, const std::vector<std::string>& value) override;
+    [[nodiscard]] std::optional<StoreValue> value(std::string_view key) const override;
+    void set(std::string_view key, const StoreValue& value) override;
 
   private:
-    template <typename T>
-    std::optional<T> read(std::string_view key) const;
-    void write(std::string_view key, StoreValue value);
     void storeOrTell() const;
     void store() const;
     void refresh() const;

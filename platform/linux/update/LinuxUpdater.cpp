@@ -63,13 +63,13 @@ void UpdateSchedule::start(double interval) {
 }
 
 void UpdateSchedule::noteCheck() {
-    store_.setReal(lastCheckKey, clock_.now().secondsSince1970);
+    store_.set(lastCheckKey, clock_.now().secondsSince1970);
 }
 
 /// Nothing remains where no check is known, or one of a time that has not come: the clock was wrong then.
 double UpdateSchedule::remaining() const {
     const double now = clock_.now().secondsSince1970;
-    const double last = store_.real(lastCheckKey).value_or(0);
+    const double last = store_.get<double>(lastCheckKey).value_or(0);
     return last <= now ? last + interval_ - now : 0;
 }
 
@@ -179,11 +179,11 @@ void LinuxUpdater::openPackage(const std::string& path) {
 }
 
 void LinuxUpdater::setSkipped(const std::string& version) {
-    parts_.store.setText(skippedKey, version);
+    parts_.store.set(skippedKey, version);
 }
 
 bool LinuxUpdater::isSkipped(const std::string& version) const {
-    return parts_.store.text(skippedKey) == version;
+    return parts_.store.get<std::string>(skippedKey) == version;
 }
 
 } // namespace kelpa
