@@ -147,7 +147,7 @@ class Screens(BreakTest):
 
     def test_a_window_that_the_system_moved_goes_back(self):
         program = self.begin()
-        program.ask("move", window=program.breaks()[1].number, frame=[10, 10, 100, 100])
+        program.ask("move", number=program.breaks()[1].number, frame="10 10 100 100")
         program.screens(*SCREENS)
         self.assertEqual([tuple(window.frame) for window in program.breaks()], [ONE[1:], TWO[1:]])
 

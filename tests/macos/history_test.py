@@ -29,7 +29,7 @@ class HistoryTest(MacTest):
         return program
 
     def columns(self, program):
-        return [view for view in program.window("History").views if vars(view)["class"] == "KelpaHistoryColumn"]
+        return [view for view in program.window("History").views if view.classes[0] == "KelpaHistoryColumn"]
 
     def figures(self, program):
         return [text for text in program.window("History").texts() if text.startswith("■")]

@@ -29,10 +29,10 @@ class Launch(MacTest):
     @anywhere
     def test_who_starts_it_again_sees_the_preferences(self):
         program = self.launch()
-        self.assertFalse(program.ask("start again"))
+        self.assertFalse(program.ask("startAgain"))
         window = program.window("Settings")
         self.assertTrue(window.key)
-        program.ask("start again")
+        program.ask("startAgain")
         self.assertEqual(len(program.windows()), 1)
 
 

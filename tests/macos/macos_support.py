@@ -33,6 +33,31 @@ MOUSE_MOVED, LEFT_DOWN, SCROLLED, MODIFIERS = 5, 1, 22, 12
 # What the face makes of the system's.
 MADE = {"NSButton", "NSDatePicker", "NSImage", "NSPopover", "NSStackView", "NSTextField", "NSViewController", "NSWindow",
         "SourceStandIn", "TimerStandIn"}
+# What is asked of the objects of each class.
+SEEN = {
+    "NSWindow": ("title", "frame", "level", "alphaValue", "isKeyWindow", "styleMask"),
+    "NSView": ("accessibilityRole", "accessibilityLabel", "accessibilityHelp", "accessibilityValue", "toolTip", "window.firstResponder"),
+    "NSControl": ("isEnabled", "intValue"),
+    "NSTextField": ("isEditable", "stringValue", "currentEditor", "currentEditor.string"),
+    "NSButton": ("title", "image.accessibilityDescription"),
+    "NSPopUpButton": ("titleOfSelectedItem", "itemTitles"),
+    "NSSegmentedControl": ("selectedSegment",),
+    "NSDatePicker": ("dateValue",),
+    "NSSwitch": ("state",),
+    "NSMenuItem": ("title", "keyEquivalent", "isEnabled", "isSeparatorItem", "tag",
+                   # Which the face makes the same; a Mac does not tell the first.
+                   "image.accessibilityDescription" if ON_MAC else "image.symbol"),
+}
+STATUS = {"title": "button.title", "picture": "button.image", "tip": "button.toolTip"}
+# The toolkits' own windows, which are none to a person: for menus, the menu bar and the application's picture.
+NO_WINDOWS = ("MenuPanel", "IconWindow", "StatusBarWindow")
+# As a person knows views, and by which key each is put to a value.
+ROLES = {"AXRadioButton": "radio button", "AXRadioGroup": "radio group", "AXLink": "link"}
+KINDS = {"NSPopUpButton": "list", "NSButton": "button", "NSSwitch": "switch", "NSSegmentedControl": "segments", "NSDatePicker": "time",
+         "NSStepper": "stepper", "NSTableView": "table", "NSImageView": "picture"}
+SETTERS = {"list": "objectValue", "switch": "state", "segments": "selectedSegment", "time": "dateValue", "stepper": "intValue",
+           "table": "selectedRow"}
+CLOSABLE = 2
 
 
 class Refused(Exception):
@@ -42,24 +67,76 @@ class Refused(Exception):
 class View:
     """A view in a window, as it was when the program was asked."""
 
-    def __init__(self, program, window, description):
-        self.program, self.window = program, window
-        self.__dict__.update(description)
+    def __init__(self, program, seen):
+        self.program, self.seen = program, seen
+        self.number, self.frame, self.classes = seen["number"], seen["frame"], seen["classes"]
+        self.help, self.tip, self.choices = seen["accessibilityHelp"], seen["toolTip"], seen.get("itemTitles")
+        self.kind, self.name = self.kind_of_it(), self.name_of_it()
+        self.value = self.value_of_it()
+        self.enabled = seen.get("isEnabled") != 0
+        self.keyboard = seen["window.firstResponder"] in (self.number, seen.get("currentEditor") or self.number)
 
     def __repr__(self):
         return f"<{self.kind} {self.name!r} {self.value!r}>"
 
+    def kind_of_it(self):
+        if "NSTextField" in self.classes:
+            return "field" if self.seen["isEditable"] else "text"
+        role = self.seen["accessibilityRole"]
+        return ROLES.get(role) or next((KINDS[name] for name in self.classes if name in KINDS), "view")
+
+    def name_of_it(self):
+        if (label := self.seen["accessibilityLabel"]) is not None:
+            return label
+        if "NSButton" not in self.classes:
+            return ""
+        return self.seen["title"] or self.seen["image.accessibilityDescription"] or ""
+
+    def value_of_it(self):
+        """What it shows or is set to."""
+        if self.kind in ("field", "text"):
+            return self.seen["currentEditor.string" if self.seen["currentEditor"] else "stringValue"]
+        if self.kind == "time":
+            minute = int(self.seen["dateValue"] // 60)
+            return f"{minute // 60 % 24:02}:{minute % 60:02}"
+        if self.kind == "segments":
+            return dict(enumerate(self.choices)).get(self.seen["selectedSegment"])
+        if self.kind == "switch":
+            return self.seen["state"] == 1
+        return self.seen.get({"list": "titleOfSelectedItem", "radio button": "accessibilityValue"}.get(self.kind))
+
+    def ask(self, what, **more):
+        self.program.ask(what, number=self.number, **more)
+
     def press(self):
-        self.program.ask("press", view=self.number)
+        if "NSButton" not in self.classes:
+            raise Refused("It is no button")
+        self.ask("use")
 
     def click_into(self):
-        self.program.ask("click into", view=self.number)
+        self.ask("clickInto")
 
     def point(self, leaves=False):
-        self.program.ask("point", view=self.number, leaves=leaves)
+        self.ask("point", message="mouseExited:" if leaves else "mouseEntered:")
 
     def set(self, value):
-        self.program.ask("set", view=self.number, value=value)
+        """Puts it to a value: switch, entry of a list or of segments, row of a table, time as a text. A stepper goes on by it;
+        a number is typed into a time."""
+        if self.kind == "time" and isinstance(value, int):
+            self.click_into()
+            return self.program.press(str(value))
+        self.ask("use", key=SETTERS[self.kind], value=self.raw(value))
+
+    def raw(self, value):
+        if self.kind in ("list", "segments"):
+            return self.choices.index(value)
+        if self.kind == "stepper":
+            return next(view for window in self.program.windows() for view in window.views
+                        if view.number == self.number).seen["intValue"] + value
+        if self.kind == "time":
+            hour, minute = map(int, value.split(":"))
+            return self.seen["dateValue"] // 86400 * 86400 + hour * 3600 + minute * 60
+        return int(value)
 
     def type(self, text, end="Return"):
         """Types a text in the place of what the field holds."""
@@ -74,11 +151,11 @@ class View:
 class Window:
     """A window on the screen, as it was when the program was asked."""
 
-    def __init__(self, program, description):
-        self.program = program
-        views = description.pop("views")
-        self.__dict__.update(description)
-        self.views = [View(program, self, view) for view in views]
+    def __init__(self, program, seen):
+        self.program, self.number, self.closable = program, seen["number"], seen["styleMask"] & CLOSABLE
+        self.title, self.frame, self.level = seen["title"], seen["frame"], seen["level"]
+        self.alpha, self.key = seen["alphaValue"], bool(seen["isKeyWindow"])
+        self.views = [View(program, view) for view in seen["views"]]
 
     def __repr__(self):
         return f"<window {self.title!r}: {self.views}>"
@@ -96,7 +173,9 @@ class Window:
         return [view.value for view in self.views if view.kind == "text"]
 
     def close(self):
-        self.program.ask("close", window=self.number)
+        if not self.closable:
+            raise Refused("It has no close button")
+        self.program.ask("tell", number=self.number, message="performClose:")
 
 
 class Program:
@@ -157,8 +236,9 @@ class Program:
     # What can be seen
 
     def windows(self, title=None):
-        all_of_them = [Window(self, window) for window in self.ask("windows")]
-        return [window for window in all_of_them if title in (None, window.title)]
+        seen = self.ask("windows", keys=SEEN)
+        return [Window(self, window) for window in seen
+                if not window["classes"][0].endswith(NO_WINDOWS) and title in (None, window["title"])]
 
     def window(self, title):
         found = self.windows(title)
@@ -167,14 +247,21 @@ class Program:
         return found[0]
 
     def breaks(self):
-        return [window for window in self.windows() if any(view["class"] == "KelpaBreakView" for view in
-                                                           map(vars, window.views))]
+        return [window for window in self.windows() if any(view.classes[0] == "KelpaBreakView" for view in window.views)]
+
+    def status(self):
+        """What stands in the menu bar: title, picture and tip."""
+        seen = self.ask("statusItem", keys={"NSObject": list(STATUS.values())})
+        return {name: seen[key] for name, key in STATUS.items()}
 
     def title(self):
-        return self.ask("title")["title"].strip()
+        return (self.status()["title"] or "").strip()
 
     def menu(self):
-        return [line for line in self.ask("menu") if not line["separator"]]
+        """The lines of the menu, each with its place in it."""
+        lines = [{**line, "line": number, "key": line["keyEquivalent"], "enabled": bool(line["isEnabled"]), "picture": line[SEEN["NSMenuItem"][-1]]}
+                 for number, line in enumerate(self.ask("menu", keys=SEEN))]
+        return [line for line in lines if not line["isSeparatorItem"]]
 
     def log(self):
         return "\n".join(file.read_text(encoding="utf-8") for file in sorted(self.home.rglob("*.log")))
@@ -190,16 +277,23 @@ class Program:
     # What a person does
 
     def choose(self, title):
-        self.ask("choose line", title=title)
+        line = next((line for line in self.menu() if line["title"].startswith(title)), None)
+        if not (line and line["enabled"] and line["action"]):
+            raise Refused("The line is grey" if line else "There is no such line")
+        self.ask("choose", line=line["line"])
 
     def press(self, *keys, modifiers=0):
         self.ask("type", keys=[KEYS.get(key, key) for key in keys], modifiers=modifiers)
 
     def turn_to(self, tab):
-        self.ask("turn to", tab=tab)
+        labels, chosen = (f"contentViewController.{key}" for key in ("tabViewItems.label", "selectedTabViewItemIndex"))
+        window = next((window for window in self.ask("windows", keys={"NSWindow": [labels]}) if tab in (window[labels] or ())), None)
+        if not window:
+            raise Refused("There is no such tab")
+        self.ask("put", number=window["number"], key=chosen, value=window[labels].index(tab))
 
     def click_beside(self):
-        self.ask("click beside")
+        self.ask("clickBeside")
 
     def settings(self, pane=None):
         """Opens the preferences at a pane."""

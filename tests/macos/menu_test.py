@@ -30,7 +30,7 @@ class Menu(MacTest):
         self.assertEqual([line for line in lines if line["lacking"]], [])
         with self.assertRaises(Refused):
             program.choose("    Kelpa")
-        self.assertTrue(program.ask("title")["picture"])
+        self.assertTrue(program.status()["picture"])
 
     def test_pausing(self):
         program = self.launch({"pref.work.time": 25})
@@ -46,17 +46,17 @@ class Menu(MacTest):
         program = self.launch({"pref.work.time": 25, "stop_timer_after_mouse_stop": False})
         program.pass_time(60)
         program.ask("pause", duration="45m")
-        self.assertIn("Paused until ", program.ask("title")["tip"])
+        self.assertIn("Paused until ", program.status()["tip"])
         program.pass_time(45 * 60 - 1)
         self.assertEqual(self.line(program, 2)["title"], "- Wrok -")
         program.pass_time(1)
         self.assertEqual((self.line(program, 2)["title"], program.title()), ("- Stop -", "25:00"))
-        self.assertIsNone(program.ask("title")["tip"])
+        self.assertIsNone(program.status()["tip"])
         program.ask("pause", duration="1h")
         program.choose("- Wrok -")
         program.pass_time(24 * 60)
         self.assertEqual(program.title(), "01:00")
-        self.assertIsNone(program.ask("title")["tip"])
+        self.assertIsNone(program.status()["tip"])
 
     def test_it_counts_while_the_menu_is_open(self):
         """No other timer runs in these tests than one that does so in all of the run loop's common modes."""

@@ -18,13 +18,13 @@ class Notice(MacTest):
         word, = self.told(program)
         self.assertEqual((word["title"], word["body"]), ("A short break is near", "It begins in 30 seconds."))
         self.assertEqual(word["actions"], [["start", "Start now"], ["more", "3 more minutes"]])
-        program.ask("press action", action="more")
-        program.ask("press action", action="start")     # a second press comes too late
+        program.ask("pressAction", action="more")
+        program.ask("pressAction", action="start")     # a second press comes too late
         self.assertEqual(self.told(program), [{"what": "notification gone"}])
         self.assertEqual(program.title(), "03:00")
         program.pass_time(151)
         self.assertEqual(len(self.told(program)), 1)
-        program.ask("press action", action="start")
+        program.ask("pressAction", action="start")
         program.pass_time(2)
         self.assertEqual(len(program.breaks()), 1)
         self.assertEqual(self.told(program), [{"what": "notification gone"}])
@@ -35,7 +35,7 @@ class Notice(MacTest):
         self.assertEqual(len(self.told(program)), 1)
         program.choose("- Stop -")
         self.assertEqual(self.told(program), [{"what": "notification gone"}])
-        program.ask("press action", action="start")
+        program.ask("pressAction", action="start")
         program.pass_time(5)
         self.assertEqual(program.breaks(), [])
 

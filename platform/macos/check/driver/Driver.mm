@@ -20,45 +20,16 @@
 
 #include <cstdio>
 #include <cstdlib>
-#include <map>
-#include <string>
+#include <exception>
 
 namespace {
 
-std::map<std::string, driver::Command>& commands() {
-    static auto* all = new std::map<std::string, driver::Command>;
-    return *all;
-}
-
-id pass(NSDictionary* asked) {
-    driver::pass([asked[@"seconds"] doubleValue]);
-    return nil;
-}
-const driver::Registration passCommand("pass", pass);
-
-id startAgain(NSDictionary*) {
-    return @([[NSApp delegate] applicationShouldHandleReopen:NSApp hasVisibleWindows:NO]);
-}
-const driver::Registration startCommand("start again", startAgain);
-
-/// Reads what is stored, or stores a value as another program does. Of the types only truth values are told
-/// apart from numbers.
-id defaultsOf(NSDictionary* asked) {
-    NSUserDefaults* defaults = [NSUserDefaults standardUserDefaults];
-    if (id value = asked[@"value"])
-        [defaults setObject:value forKey:asked[@"key"]];
-    return [defaults objectForKey:asked[@"key"]];
-}
-const driver::Registration defaultsCommand("defaults", defaultsOf);
-
 NSDictionary* answerTo(NSDictionary* asked) {
-    const auto command = commands().find([asked[@"do"] UTF8String]);
-    if (command == commands().end())
-        return @{@"error" : [NSString stringWithFormat:@"There is no command '%@'", asked[@"do"]]};
-    id answer = command->second(asked);
+    const SEL command = NSSelectorFromString([asked[@"do"] stringByAppendingString:@":"]);
+    const IMP method = [Driver methodForSelector:command];
+    id answer = reinterpret_cast<id (*)(Class, SEL, id)>(reinterpret_cast<void*>(method))([Driver class],
+                                                                                          command, asked);
     driver::pass(0);
-    if ([answer isKindOfClass:[NSError class]])
-        return @{@"error" : [answer localizedDescription]};
     return @{@"answer" : answer ? answer : [NSNull null]};
 }
 
@@ -66,6 +37,9 @@ NSDictionary* answerTo(NSDictionary* asked) {
 NSDictionary* handle(NSData* line) {
     try {
         return answerTo([NSJSONSerialization JSONObjectWithData:line options:0 error:nullptr]);
+    } catch (const std::exception& refusal) {
+        driver::pass(0);
+        return @{@"error" : @(refusal.what())};
     } catch (...) {
         return @{@"error" : @"An exception of the system's, which stands in what the program said"};
     }
@@ -89,20 +63,9 @@ void serve(int socket) {
 
 } // namespace
 
-driver::Registration::Registration(const char* name, Command command) {
-    commands()[name] = command;
-}
-
-NSError* driver::problem(NSString* text) {
-    return [NSError errorWithDomain:@"driver" code:1 userInfo:@{NSLocalizedDescriptionKey : text}];
-}
-
-/// Starts to listen once the program has launched.
-@interface Driver : NSObject
-@end
-
 @implementation Driver
 
+/// Starts to listen once the program has launched.
 + (void)load {
     [[NSNotificationCenter defaultCenter] addObserver:self
                                              selector:@selector(launched:)
@@ -118,6 +81,24 @@ NSError* driver::problem(NSString* text) {
 + (void)serve {
     driver::pass(0);
     serve(std::atoi(std::getenv("KELPA_TEST_SOCKET")));
+}
+
++ (id)pass:(NSDictionary*)asked {
+    driver::pass([asked[@"seconds"] doubleValue]);
+    return nil;
+}
+
++ (id)startAgain:(NSDictionary*)asked {
+    return @([[NSApp delegate] applicationShouldHandleReopen:NSApp hasVisibleWindows:NO]);
+}
+
+/// Reads what is stored, or stores a value as another program does. Of the types only truth values are told
+/// apart from numbers.
++ (id)defaults:(NSDictionary*)asked {
+    NSUserDefaults* defaults = [NSUserDefaults standardUserDefaults];
+    if (id value = asked[@"value"])
+        [defaults setObject:value forKey:asked[@"key"]];
+    return [defaults objectForKey:asked[@"key"]];
 }
 
 @end

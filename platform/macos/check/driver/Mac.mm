@@ -31,10 +31,7 @@ void takeSettings() {
 
 } // namespace
 
-@interface DriverOnMac : NSObject
-@end
-
-@implementation DriverOnMac
+@implementation Driver (Mac)
 
 + (void)load {
     Method method = class_getInstanceMethod([NSStatusBar class], @selector(statusItemWithLength:));
@@ -50,11 +47,6 @@ NSStatusItem* driver::statusItem() {
     return shownItem;
 }
 
-/// The face describes the symbols of menu lines by their names, and nothing else tells them.
-NSString* driver::symbolOf(NSImage* picture) {
-    return [picture accessibilityDescription];
-}
-
 void driver::pass(double seconds) {
     NSDate* end = [NSDate dateWithTimeIntervalSinceNow:std::max(seconds, settling)];
     while (NSEvent* event = [NSApp nextEventMatchingMask:NSAnyEventMask
@@ -62,8 +54,4 @@ void driver::pass(double seconds) {
                                                   inMode:NSDefaultRunLoopMode
                                                  dequeue:YES])
         [NSApp sendEvent:event];
-}
-
-NSError* driver::typeHour(NSDatePicker*, NSInteger) {
-    return problem(@"Digits are not typed into times on a Mac");
 }

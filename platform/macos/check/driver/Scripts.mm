@@ -4,15 +4,11 @@
 
 #include "app/TimedPause.h"
 
-namespace {
+@implementation Driver (Scripts)
 
-id pauseFor(NSDictionary* asked) {
-    const auto end = kelpa::TimedPause::endAfter([asked[@"duration"] UTF8String]);
-    if (!end)
-        return driver::problem(@"That is no time to pause for");
-    kelpa::TimedPause::start(*end);
++ (id)pause:(NSDictionary*)asked {
+    kelpa::TimedPause::start(kelpa::TimedPause::endAfter([asked[@"duration"] UTF8String]).value());
     return nil;
 }
-const driver::Registration pauseCommand("pause", pauseFor);
 
-} // namespace
+@end

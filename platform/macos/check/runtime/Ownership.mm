@@ -176,6 +176,15 @@ void objc_copyWeak(id* to, id* from) {
 
 } // extern "C"
 
+/// Here, because no class of a library may get a method any more once blocks have theirs.
+@implementation NSObject (Records)
+
+- (id)valueForUndefinedKey:(NSString*)key {
+    return [recordOf(self) objectForKey:key];
+}
+
+@end
+
 /// What a block answers as an object.
 @interface BlockObject : NSObject
 @end

@@ -11,13 +11,6 @@ namespace {
 
 NSString* busyBy;
 
-/// "sound", "camera", "fullscreen", "awake", or anything else for nothing.
-id beBusy(NSDictionary* asked) {
-    busyBy = asked[@"by"];
-    return nil;
-}
-const driver::Registration busyCommand("busy", beBusy);
-
 constexpr UInt32 device = 40;
 
 void tell(void* data, UInt32 value) {
@@ -68,6 +61,16 @@ IOReturn IOPMCopyAssertionsStatus(CFDictionaryRef* assertions) {
 }
 
 } // extern "C"
+
+@implementation Driver (Busyness)
+
+/// "sound", "camera", "fullscreen", "awake", or anything else for nothing.
++ (id)busy:(NSDictionary*)asked {
+    busyBy = asked[@"by"];
+    return nil;
+}
+
+@end
 
 @implementation NSApplication (BusynessStandIn)
 

@@ -9,9 +9,9 @@
 
 #include <algorithm>
 
-NSString* const NSAccessibilityRadioButtonRole = @"radio button";
-NSString* const NSAccessibilityRadioGroupRole = @"radio group";
-NSString* const NSAccessibilityLinkRole = @"link";
+NSString* const NSAccessibilityRadioButtonRole = @"AXRadioButton";
+NSString* const NSAccessibilityRadioGroupRole = @"AXRadioGroup";
+NSString* const NSAccessibilityLinkRole = @"AXLink";
 // The styles' values are their sizes.
 NSFontTextStyle const NSFontTextStyleLargeTitle = @"26";
 NSFontTextStyle const NSFontTextStyleTitle1 = @"22";
@@ -225,6 +225,23 @@ void perform(id, SEL, void (^block)(void)) {
     return recordOf(self)[@"date"];
 }
 
+- (BOOL)acceptsFirstResponder {
+    return YES;
+}
+
+/// A digit into the hour, which has the keyboard first. The second one of two belongs to the first.
+- (void)keyDown:(NSEvent*)event {
+    NSNumber* first = recordOf(self)[@"digit"];
+    const NSInteger digit = [[event characters] integerValue];
+    NSDateComponents* time = [[NSCalendar currentCalendar] components:NSCalendarUnitHour
+                                                             fromDate:[self dateValue]];
+    const NSInteger hours = [first integerValue] * 10 + digit - [time hour];
+    [self setDateValue:[[self dateValue] dateByAddingTimeInterval:static_cast<double>(hours) * 3600]];
+    if (!first)
+        recordOf(self)[@"digit"] = @(digit);
+    [self sendAction:[self action] to:[self target]];
+}
+
 @end
 
 @protocol RowViews
@@ -322,22 +339,3 @@ void CGDataProviderRelease(CGDataProviderRef) {}
 void CGFontRelease(CGFontRef) {}
 
 } // extern "C"
-
-// --- For the driver
-
-NSString* driver::symbolOf(NSImage* picture) {
-    return recordOf(picture)[@"symbol"];
-}
-
-/// The second digit of two belongs to the first.
-NSError* driver::typeHour(NSDatePicker* picker, NSInteger digit) {
-    NSNumber* first = recordOf(picker)[@"digit"];
-    const NSInteger hour = [first integerValue] * 10 + digit;
-    NSDateComponents* time = [[NSCalendar currentCalendar] components:NSCalendarUnitHour
-                                                             fromDate:[picker dateValue]];
-    [picker setDateValue:[[picker dateValue]
-                             dateByAddingTimeInterval:static_cast<double>(hour - [time hour]) * 3600]];
-    if (!first)
-        recordOf(picker)[@"digit"] = @(digit);
-    return nil;
-}

@@ -15,18 +15,6 @@ namespace {
 
 NSMutableArray* notes;
 
-id takeNotes(NSDictionary*) {
-    id taken = notes ? notes : @[];
-    notes = nil;
-    return taken;
-}
-const driver::Registration notesCommand("notes", takeNotes);
-
-id live(NSDictionary*) {
-    return liveObjects();
-}
-const driver::Registration liveCommand("live", live);
-
 /// 14.2.1, unless a test names another one.
 double systemVersion() {
     const char* version = std::getenv("KELPA_TEST_MACOS");
@@ -136,7 +124,10 @@ extern "C" Boolean SMLoginItemSetEnabled(CFStringRef identifier, Boolean enabled
     // Said and not noted: who asks for it ends at once.
     std::fprintf(stderr, "start %s%s\n", [[place path] UTF8String],
                  [configuration activates] ? ", to the front" : "");
-    done(nil, std::getenv("KELPA_TEST_NO_LOGIN_ITEM") ? driver::problem(@"It is damaged") : nil);
+    done(nil, std::getenv("KELPA_TEST_NO_LOGIN_ITEM") ? [NSError errorWithDomain:@"It is damaged"
+                                                                            code:1
+                                                                        userInfo:nil]
+                                                      : nil);
 }
 
 - (BOOL)openURL:(NSURL*)address {
@@ -177,20 +168,6 @@ NSEvent* eventOf(NSEventType type) {
                               pressure:0];
 }
 
-id happenElsewhere(NSDictionary* asked) {
-    const auto type = static_cast<NSEventType>([asked[@"type"] integerValue]);
-    if (watchElsewhere && (watchedElsewhere & (1ull << type)))
-        watchElsewhere(eventOf(type));
-    return nil;
-}
-const driver::Registration elsewhereCommand("elsewhere", happenElsewhere);
-
-id post(NSDictionary* asked) {
-    [[NSDistributedNotificationCenter defaultCenter] postNotificationName:asked[@"name"] object:nil];
-    return nil;
-}
-const driver::Registration postCommand("post", post);
-
 id (*observe)(id, SEL, NSString*, id, NSOperationQueue*, GSNotificationBlock);
 
 /// Told at once by whoever posts. Here another thread would be, although the main queue was asked for.
@@ -200,6 +177,33 @@ id observeAtOnce(id center, SEL selector, NSString* name, id object, NSOperation
 }
 
 } // namespace
+
+@implementation Driver (System)
+
+/// What was noted since the last time.
++ (id)notes:(NSDictionary*)asked {
+    id taken = notes ? notes : @[];
+    notes = nil;
+    return taken;
+}
+
++ (id)live:(NSDictionary*)asked {
+    return liveObjects();
+}
+
++ (id)elsewhere:(NSDictionary*)asked {
+    const auto type = static_cast<NSEventType>([asked[@"type"] integerValue]);
+    if (watchElsewhere && (watchedElsewhere & (1ull << type)))
+        watchElsewhere(eventOf(type));
+    return nil;
+}
+
++ (id)post:(NSDictionary*)asked {
+    [[NSDistributedNotificationCenter defaultCenter] postNotificationName:asked[@"name"] object:nil];
+    return nil;
+}
+
+@end
 
 @implementation NSEvent (StandIn)
 

@@ -17,15 +17,6 @@ NSArray* __strong& plugged() {
     return all;
 }
 
-id plugScreens(NSDictionary* asked) {
-    plugged() = asked[@"screens"];
-    [[NSNotificationCenter defaultCenter]
-        postNotificationName:NSApplicationDidChangeScreenParametersNotification
-                      object:NSApp];
-    return nil;
-}
-const driver::Registration screensCommand("screens", plugScreens);
-
 } // namespace
 
 @interface ScreenStandIn : NSScreen
@@ -211,17 +202,24 @@ static NSMutableArray* shownPopovers() {
 
 @end
 
-namespace {
+@implementation Driver (Screens)
 
-id clickBesidePopovers(NSDictionary*) {
++ (id)screens:(NSDictionary*)asked {
+    plugged() = asked[@"screens"];
+    [[NSNotificationCenter defaultCenter]
+        postNotificationName:NSApplicationDidChangeScreenParametersNotification
+                      object:NSApp];
+    return nil;
+}
+
++ (id)clickBeside:(NSDictionary*)asked {
     for (NSPopover* popover in [shownPopovers() copy])
         if ([popover behavior] == NSPopoverBehaviorTransient)
             [popover close];
     return nil;
 }
-const driver::Registration clickCommand("click beside", clickBesidePopovers);
 
-} // namespace
+@end
 
 // --- The menu bar, and the application as others see it
 
