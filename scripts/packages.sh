@@ -23,7 +23,7 @@ KELPA_DESKTOP_PACKAGES=(
 # What the tests use beyond that.
 KELPA_TEST_PACKAGES=(
     python3-fonttools python3-yaml xterm trayer locales xdg-utils python3-dbusmock at-spi2-core python3-pyatspi openssl
-    mate-screensaver libglib2.0-bin pulseaudio pulseaudio-utils dunst xfce4-notifyd
+    mate-screensaver libglib2.0-bin pulseaudio pulseaudio-utils pipewire-pulse wireplumber dunst xfce4-notifyd
 )
 
 # The macOS face, built over GNUstep and run.

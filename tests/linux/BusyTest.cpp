@@ -25,7 +25,10 @@ TEST(SoundStreams, aProgramThatRecordsCountsAndNeitherStillOnesNorModulesNorMete
                         "Source Output #10\n\tClient: 3\n\tSource: 17\n\tCorked: no\n"),
         (Sources{"1", "17"}));
     EXPECT_EQ(recordedSources("Source Output #55\n\tDriver: PipeWire\n\tOwner Module: n/a\n\tClient: 54\n"
-                              "\tSource: 51\n\tCorked: no\n\tResample method: PipeWire\n"),
+                              "\tSource: 51\n\tCorked: no\n\tResample method: PipeWire\n\tProperties:\n"
+                              "\t\tmedia.name = \"resample.peaks = \"\n\n"
+                              "Source Output #56\n\tClient: 55\n\tSource: 52\n\tCorked: no\n"
+                              "\tResample method: PipeWire\n\tProperties:\n\t\tresample.peaks = \"true\"\n"),
               Sources{"51"});
     EXPECT_EQ(
         realSources("Source #0\n\tName: out.monitor\n\tDescription: Source #5\n\tMonitor of Sink: out\n\n"

@@ -39,7 +39,7 @@ struct Stream {
     std::string source;
     bool corked = false;
     bool ofProgram = true;
-    bool meter = false;
+    bool meter = false; ///< of how loud it is, as mixers show it
 
     void read(std::string_view line) {
         if (const auto number = valueOf(line, "Source:"))
@@ -48,8 +48,9 @@ struct Stream {
             corked = *still == "yes";
         else if (const auto client = valueOf(line, "Client:"))
             ofProgram = *client != "n/a";
-        else if (const auto method = valueOf(line, "Resample method:"))
-            meter = *method == "peaks";
+        else if (valueOf(line, "Resample method:") == "peaks" ||
+                 valueOf(line, "resample.peaks =") == "\"true\"") // as PulseAudio and PipeWire have it
+            meter = true;
     }
     [[nodiscard]] bool records() const { return listed && !source.empty() && !corked && ofProgram && !meter; }
 };
