@@ -20,16 +20,5 @@ TEST(AppInfo, HasDefaultsForWhatTheBundleDoesNotSay) {
     EXPECT_EQ(AppInfo::osVersion(), "12.0.0");
 }
 
-TEST(AppInfo, ReadsTheBundle) {
-    test::Play play;
-    play.desk.system.infos = {{"CFBundleDisplayName", std::string("Alga")},
-                              {"CFBundleShortVersionString", std::string("2.3")},
-                              {"CFBundleVersion", std::string("45")}};
-    const auto lines = play("launch\n");
-    EXPECT_EQ(lines.front(),
-              "0.000 log info ~~~~~~~~~~~~~~~~~~~~~~~~hello Alga~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~");
-    EXPECT_EQ(play.desk.statusBar.lines().front().title, "    Alga - v2.3(45)");
-}
-
 } // namespace
 } // namespace kelpa

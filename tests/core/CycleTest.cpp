@@ -20,16 +20,6 @@ constexpr const char* minuteCycle = "store pref.work.time int 1\n"
                                     "store custom_break_prompt bool true\n"
                                     "store break_prompt_text text rest\n";
 
-TEST(Cycle, LaunchStartsAWorkPeriodAndTheTitleFollowsIt) {
-    Play play;
-    EXPECT_EQ(play("launch\n+2\n"),
-              (Lines{"0.000 log info ~~~~~~~~~~~~~~~~~~~~~~~~hello Kelpa~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~",
-                     "0.000 log info ticktack timer stoped 1.0", "0.000 log info ticktack timer start 1500",
-                     "0.000 item pause stop.circle \"- Stop -\"", "0.000 title 25:00",
-                     "0.000 log info sandbox home path: /home/desk/app.orvane.Kelpa", "1.000 title 24:59",
-                     "2.000 title 24:58"}));
-}
-
 TEST(Cycle, TheLaunchTakesItsStepsInOrder) {
     EXPECT_TRUE(AppState::working());
     EXPECT_FALSE(AppState::manualPause());
@@ -102,23 +92,6 @@ Lines expectedEnds(std::int64_t until, std::int64_t work, std::int64_t shortBrea
             expected.push_back(std::to_string(now) + ".000: " + std::to_string(length));
         }
     }
-}
-
-TEST(Cycle, ADayOfDefaults) {
-    Play play({"title", "count"});
-    const Lines day = play(mouseMayRest + "launch\n+86400\n");
-    EXPECT_EQ(ends(day), expectedEnds(86400, 1500, 300, 900, 4));
-    // Each work period logs a start, each end of either kind its own lines; nothing else may happen.
-    const auto has = [&](const char* text) {
-        return std::count_if(day.begin(), day.end(),
-                             [&](const std::string& line) { return line.find(text) != std::string::npos; });
-    };
-    const auto breaks = has("window show 1");
-    EXPECT_EQ(has("break skip yes"), breaks);
-    EXPECT_EQ(has("skip no"), 0);
-    EXPECT_EQ(has("made"), 1);
-    EXPECT_LE(has("window closed 1") - has("skip break view"), 0);
-    EXPECT_EQ(has("timer start"), static_cast<std::ptrdiff_t>(ends(day).size()) + 1);
 }
 
 /// The ends of periods over some hours with breaks of 20 and 300 seconds.
@@ -223,16 +196,6 @@ TEST(Cycle, ResumingDuringABreakWorksBeneathTheScreen) {
                "122.000 log info ticktack timer stoped 1.0", "122.000 log info ticktack timer start 5"}));
 }
 
-TEST(Cycle, AssigningWorkingRestartsThePeriodFromItsFullLength) {
-    Play play({"title", "count", "item"});
-    play(std::string(minuteCycle) + "launch\n+59.5\n");
-    AppState::setWorking(true);
-    EXPECT_EQ(play("+60\n").front(), "119.500 log info ticktack timer timesup for 60");
-    EXPECT_EQ(play("pref workTime 3\n"),
-              (Lines{"119.500 set pref.work.time int 3", "119.500 log info ticktack timer stoped 1.0",
-                     "119.500 log info ticktack timer start 180"}));
-}
-
 TEST(Cycle, APeriodOfNothingEndsAtItsFirstTick) {
     Play play({"item", "window", "app"});
     play("store pref.break.time int 0\nstore pref.work.time int 0\nstore custom_break_prompt bool true\n"
@@ -257,12 +220,6 @@ TEST(Cycle, AfterTimesUpACountdownStaysAtZeroAndIsQuiet) {
     TicktackController::stop();
     EXPECT_EQ(play("+4\n"), Lines{});
     EXPECT_TRUE(AppState::breakState().timesUp.value());
-}
-
-TEST(Cycle, HoursAreShownWhole) {
-    Play play({"log", "item"});
-    EXPECT_EQ(play("store pref.work.time int 62\nlaunch\n+1\n+119\n+1\n").back(), "121.000 title 59:59");
-    EXPECT_EQ(play.journal.lines().front(), "0.000 title 0102:00");
 }
 
 /// What the log says of the value that ends the program, and the last words.

@@ -66,13 +66,6 @@ TEST(MouseIdle, SwitchedOffItIgnoresTheMouseButACheckUnderWayStillStopsOnce) {
                       stopAt("2500.000")}));
 }
 
-TEST(MouseIdle, SwitchedOffFromTheStartNothingIsArmed) {
-    Play play({"title"});
-    play(mouseMayRest + "launch\n");
-    EXPECT_EQ(play("activity\n+1499\n"), Lines{});
-    EXPECT_EQ(AppState::mouseMoveEventItem(), nullptr);
-}
-
 TEST(MouseIdle, APauseByHandIsNotEndedByTheMouse) {
     Play play({"title"});
     play("launch\n+10\nmenu pause\n");
@@ -147,28 +140,12 @@ TEST(Lock, StopsTheCycleAndUnlockStartsItFromItsFullLength) {
     EXPECT_EQ(play.desk.statusBar.title(), "25:00");
 }
 
-TEST(Lock, ClosesABreakForGood) {
-    Play play({"title", "count", "break"});
-    play(minuteOfWork + mouseMayRest + "launch\n+70\n");
-    EXPECT_EQ(play("lock\n+100\n"),
-              joined({stopAt("70.000"),
-                      {"70.000 window closing 1", "70.000 app deactivate", "72.000 window closed 1"}}));
-    EXPECT_EQ(play("unlock\n+10\n"), startAt("170.000", 60));
-}
-
 TEST(Lock, LeavesTheCountdownRunningWhereRestartingIsOff) {
     Play play({"title"});
     play(mouseMayRest + greets + "store restart_timer_after_awake bool false\nlaunch\n+99.5\n");
     EXPECT_EQ(play("lock\n+100.5\nunlock\n+100\n"),
               (Lines{"99.500 set last_weakup_timestamp real 1767603699.5"}));
     EXPECT_EQ(play.desk.statusBar.title(), "20:00");
-}
-
-TEST(Lock, DoesNotEndAPauseByHand) {
-    Play play({"title", "window", "app"});
-    play(mouseMayRest + "launch\nmenu pause\n");
-    EXPECT_EQ(play("lock\n+100\nunlock\n+100\n"), stopAt("0.000"));
-    EXPECT_FALSE(AppState::working());
 }
 
 TEST(Lock, AtABreakAndPausedByHandClosesTheWindowsAndUnlockStartsNothing) {
@@ -214,15 +191,6 @@ TEST(NewDay, IsGreetedWhateverTheRestartSettingAndSkipEndsIt) {
     const auto known = newDayPrompts(BreakStyle::struggle);
     const std::string prompt = AppState::promptState().prompt.value();
     EXPECT_NE(std::find(known.begin(), known.end(), prompt), known.end()) << prompt;
-}
-
-TEST(NewDay, PausedByHandItIsGreetedAllTheSameAndTheCycleStaysStopped) {
-    Play play({"title", "count", "set", "item", "break", "window", "app"});
-    play(greets + mouseMayRest + "launch\nmenu pause\n");
-    EXPECT_EQ(play("unlock\n+100\n"),
-              (Lines{"0.000 log info ticktack timer stoped 1.0", "0.000 log info ticktack timer start 10",
-                     "10.000 log info ticktack timer timesup for 10", "10.000 log info skip break view"}));
-    EXPECT_FALSE(AppState::working());
 }
 
 /// Whether an unlock at `unlocked` greets a new day after a lock at `locked`, both local times in Berlin.
@@ -274,16 +242,6 @@ TEST(NewDay, AClockSetBackToYesterdayCountsAsAnotherDay) {
     EXPECT_TRUE(greeted("2026-11-23T00:10:00", "2026-11-22T23:40:00", 0, "clock -1800"));
 }
 
-TEST(NewDay, TheGreetingRunsOverMidnight) {
-    Play play({"title", "count", "set", "item", "break", "window", "app"});
-    play("start 2026-11-23T23:59:55\n" + greets + mouseMayRest + "launch\n");
-    const Lines begun = play("unlock\n");
-    EXPECT_EQ(begun.back(), "0.000 log info ticktack timer start 10");
-    EXPECT_EQ(play("+10\n").back(), "10.000 log info ticktack timer start 1500");
-    // No lock was recorded yet, so that the day is as new as before.
-    EXPECT_EQ(play("unlock\n").back(), "10.000 log info ticktack timer start 10");
-}
-
 TEST(NewDay, AMoveThatTheGreetingDoesNotCoverStartsWorkBeneathIt) {
     Play play({"title", "set", "item", "break", "window", "app"});
     play(greets + "launch\nlock\nsuspend 86400\nunlock\n+3\n");
@@ -328,18 +286,6 @@ const std::string water = "start 2026-11-23T10:00:00\nstore pref.water.enable bo
                           mouseMayRest;
 const std::string drankTenMinutesAgo = "store pref.water.lastShowDate real 1795427400\n";
 
-TEST(WaterDay, AnUnlockOnANewDayClosesThePanelAndBeginsTheDayAnew) {
-    Play play({"title", "log", "count"});
-    play(water + drankTenMinutesAgo + "launch\n+300\n");
-    play("lock\n+3\nsuspend 86400\n");
-    EXPECT_EQ(play("unlock\n+2\n"),
-              (Lines{"303.000 item pause stop.circle \"- Stop -\"", "303.000 window closing Water Reminder",
-                     "303.000 app deactivate", "303.000 set pref.water.lastShowDate real 1795514703.0",
-                     "303.000 set pref.water.finished int 0", "303.000 item water \"Water (0% )\"",
-                     "303.000 water finished 0", "303.000 water armed 900",
-                     "305.000 window closed Water Reminder"}));
-}
-
 TEST(WaterDay, AnUnlockOnTheSameDayLeavesItAlone) {
     Play play({"title", "log", "count"});
     play(water + drankTenMinutesAgo + "launch\n");
@@ -382,20 +328,11 @@ TEST(Night, LockedAndAsleepUntilTheMorning) {
     EXPECT_EQ(play.desk.statusBar.title(), "25:00");
 }
 
-TEST(Night, AsleepWithoutALockNothingIsMadeUpFor) {
-    Play play({"title"});
-    play("launch\n+100\n");
-    // No screen was locked: the period goes on where it stood, and so does the wait for the mouse.
-    EXPECT_EQ(play("suspend 28800\n"), Lines{});
-    EXPECT_EQ(play.desk.statusBar.title(), "23:20");
-    EXPECT_EQ(play("+199.999\n"), Lines{});
-    EXPECT_EQ(play("+0.001\n"), stopAt("300.000"));
-}
-
 TEST(Clock, StepsAndZonesMoveNeitherTheCountdownNorTheWaitForTheMouse) {
     Play play({"title"});
     play("start 2026-03-29T01:58:00\nzone Europe/Berlin\nlaunch\n");
-    EXPECT_EQ(play("+100\nclock +3600\n+50\nclock -86400\nzone Asia/Tokyo\n+149.999\n"), Lines{});
+    EXPECT_EQ(play("+100\nclock +3600\n+50\nclock -86400\nzone Asia/Tokyo\nsuspend 28800\n+149.999\n"),
+              Lines{});
     EXPECT_EQ(play.desk.statusBar.title(), "20:01");
     EXPECT_EQ(play("+0.001\n"), stopAt("300.000"));
 }

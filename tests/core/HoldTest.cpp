@@ -32,16 +32,6 @@ class Hold : public test::Play {
 const Lines nothing;
 const std::string asks = "busy asked sound camera fullscreen awake";
 
-TEST(BreakHold, aBreakComesAtOnceWhenNobodyIsBusy) {
-    Hold hold;
-    const Lines lines = hold("+60\n");
-    const auto at = std::find(lines.begin(), lines.end(), "60.000 " + asks);
-    ASSERT_NE(at, lines.end());
-    EXPECT_EQ(*(at - 1), "60.000 log info ticktack timer timesup for 60");
-    EXPECT_TRUE(Hold::breakShows());
-    EXPECT_EQ(hold.asked("+300\n+59\n"), nothing) << "and never in between";
-}
-
 TEST(BreakHold, whileItWaitsTheCountStaysAndOnlyEachMinuteAsks) {
     Hold hold;
     EXPECT_EQ(hold("busy camera\n+60\n").back(), "60.000 log info the break waits: camera");

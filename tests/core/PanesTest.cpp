@@ -85,12 +85,14 @@ TEST(GeneralPane, SwitchesWriteAndTheSettingsDoTheRest) {
     EXPECT_EQ(settings.after([](auto window) {
         window.switched("showTime", false);
         window.switched("showTime", true);
+        window.switched("launchAtLogin", false);
         window.switched("launchAtLogin", true);
         window.switched("launchAtLogin", true);
         window.switched("autoCheckUpdate", false);
     }),
               (Lines{"0.000 set show_time_in_status_bar bool false", "0.000 title \"\"",
                      "0.000 set show_time_in_status_bar bool true", "0.000 title 25:00",
+                     "0.000 set launch_at_login bool false", "0.000 login unregister",
                      "0.000 set launch_at_login bool true", "0.000 login register",
                      "0.000 set launch_at_login bool true", "0.000 login register",
                      "0.000 set auto_check_update bool false"}));
@@ -289,12 +291,6 @@ TEST(WorkflowPane, TheCustomPromptIsWrittenInPausesAndTypedOnlyWhileItIsWanted) 
     EXPECT_EQ(pref().breakPrompt(), "two\nlines");
 }
 
-TEST(WorkflowPane, AWorkTimeSetWhilePausedByHandWaits) {
-    Settings settings("launch\nmenu pause\n", {"title", "item"});
-    EXPECT_EQ(settings.after([](auto window) { window.entered("workTime", "7"); }),
-              (Lines{"0.000 set pref.work.time int 7"}));
-}
-
 TEST(WorkflowPane, ChoosesTheWordBeforeABreakAndWhatBreaksWaitFor) {
     Settings settings("launch\n", {"title", "item", "log"});
     EXPECT_EQ(
@@ -422,13 +418,14 @@ class NamedFont final : public Fonts {
 
 TEST(AboutPane, TellsOfTheProgramUnderItsPicture) {
     test::Play play;
-    play.desk.system.infos["CFBundleShortVersionString"] = std::string("2.3.4");
-    play.desk.system.infos["CFBundleVersion"] = std::string("56");
+    play.desk.system.infos = {{"CFBundleDisplayName", std::string("Alga")},
+                              {"CFBundleShortVersionString", std::string("2.3.4")},
+                              {"CFBundleVersion", std::string("56")}};
     play("launch\nmenu settings\n");
     const auto about = play.desk.services.preferences().layout().panes[4].about;
     ASSERT_TRUE(about);
     EXPECT_EQ(about->icon + about->glyph + about->glyphFont, "app.orvane.Kelpa");
-    EXPECT_EQ(about->name + " " + about->version, "Kelpa v2.3.4(56)");
+    EXPECT_EQ(about->name + " " + about->version, "Alga v2.3.4(56)");
     EXPECT_EQ(about->link, "Release Notes");
     EXPECT_EQ(about->linkAddress.substr(0, 8), "https://");
 }

@@ -34,26 +34,6 @@ TEST(Preferences, AFreshAccountHasTheDefaults) {
     EXPECT_TRUE(pref().isNewDay());
 }
 
-TEST(Preferences, EachIsStoredUnderItsKeyAndType) {
-    Play play({"log", "item", "title", "login"});
-    play("launch\n");
-    EXPECT_EQ(
-        play("pref launchAtLogin true\npref showTime false\npref autoCheckUpdate false\npref workTime 30\n"
-             "pref breakTime 60\npref customBreakPrompt true\npref breakPrompt 休息 a\\nb\npref "
-             "shortBreakTimes 3\n"
-             "pref longBreakTime 10\npref forceLongBreak true\npref restartTimerAfterAwake false\n"
-             "pref stopTimerAfterMouseStop false\npref showNewDayTip true\npref lastWeakupTimestamp 1.5\n"
-             "pref breakStyle struggle\n"),
-        (Lines{"0.000 set launch_at_login bool true", "0.000 set show_time_in_status_bar bool false",
-               "0.000 set auto_check_update bool false", "0.000 set pref.work.time int 30",
-               "0.000 set pref.break.time int 60", "0.000 set custom_break_prompt bool true",
-               "0.000 set break_prompt_text text 休息 a\\nb", "0.000 set pref.short.break.times int 3",
-               "0.000 set pref.long.break.time int 10", "0.000 set force_long_break bool true",
-               "0.000 set restart_timer_after_awake bool false",
-               "0.000 set stop_timer_after_mouse_stop bool false", "0.000 set show_new_day_tip bool true",
-               "0.000 set last_weakup_timestamp real 1.5", "0.000 set break_style int 2"}));
-}
-
 TEST(Preferences, AValueOfAnotherTypeReadsAsAbsent) {
     Play play;
     play("launch\nstore pref.work.time text 30\nstore pref.break.time real 60\nstore show_time_in_status_bar "
@@ -65,14 +45,6 @@ TEST(Preferences, AValueOfAnotherTypeReadsAsAbsent) {
     EXPECT_EQ(pref().breakPrompt().size(), 44U);
     EXPECT_EQ(pref().lastWeakupTimestamp(), 0.0);
     EXPECT_EQ(AppState::prefState().styleState().breakStyle(), BreakStyle::default_);
-}
-
-TEST(Preferences, WritingRunsTheSideEffectAlsoForTheSameValue) {
-    Play play({"log", "item", "title"});
-    play("launch\n");
-    EXPECT_EQ(play("pref launchAtLogin false\npref launchAtLogin true\n"),
-              (Lines{"0.000 set launch_at_login bool false", "0.000 login unregister",
-                     "0.000 set launch_at_login bool true", "0.000 login register"}));
 }
 
 TEST(Preferences, ObserversHearAfterWriteAndSideEffect) {

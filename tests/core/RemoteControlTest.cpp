@@ -66,14 +66,6 @@ TEST(RemoteControl, tellsTheStateOfACycle) {
     EXPECT_EQ(Remote::now(), "paused 00:55 none paused");
 }
 
-TEST(RemoteControl, aBreakThatTheScreenLockTookAwayShowsNoMore) {
-    Remote remote;
-    remote("+60\n");
-    AppState::setWorking(false);
-    WindowController::closeBreak();
-    EXPECT_EQ(Remote::now(), "stopped 00:00 none");
-}
-
 TEST(RemoteControl, tellsOfTheWater) {
     Remote remote("store pref.water.enable bool true\nstore pref.water.target int 2000\n");
     remote("pref finished 350\n");

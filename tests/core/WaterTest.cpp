@@ -44,14 +44,6 @@ TEST(WaterDates, KeepTheirTextsApartFromTheLocale) {
         EXPECT_EQ(timePointsFromText(text), std::nullopt) << text;
 }
 
-TEST(WaterDates, ReadTheirTextsUnderADecimalComma) {
-    const test::TempFolder folder;
-    if (!test::useLocaleFolder(folder, "de_DE") || !std::setlocale(LC_ALL, "de_DE.UTF-8"))
-        GTEST_SKIP() << "no locale with a decimal comma can be made here";
-    EXPECT_EQ(timePointsText({Date{978307201.5}}), "[1.5]");
-    EXPECT_EQ(timePointsFromText("[1.5]"), std::set{Date{978307201.5}});
-}
-
 TEST(WaterState, AFreshAccountHasTheDefaults) {
     Play play;
     play("start 2026-11-23T10:00:00\nzone Europe/Berlin\nlaunch\n");
@@ -67,23 +59,6 @@ TEST(WaterState, AFreshAccountHasTheDefaults) {
     EXPECT_EQ(water().finished(), 0);
     EXPECT_EQ(water().lastSelectedAmount(), 150);
     EXPECT_TRUE(water().isNewDay());
-}
-
-TEST(WaterState, EachIsStoredUnderItsKeyAndType) {
-    Play play({"log", "item", "title", "water"});
-    play("start 2026-11-23T10:00:00\nlaunch\n");
-    EXPECT_EQ(
-        play("pref target 2000\npref mode timing\npref intervalStartDate 08:30\npref intervalEndDate 18:00\n"
-             "pref selectedInterval 45\npref selectedTimings 13:00 09:00\npref finished 7\n"
-             "pref lastSelectedAmount 250\npref lastClickTimestamp 1795427400.5\npref enable true\n"),
-        (Lines{"0.000 set pref.water.target int 2000", "0.000 set pref.water.mode int 1",
-               "0.000 set pref.water.interval.start text 1795422600.0",
-               "0.000 set pref.water.interval.end text 1795456800.0",
-               "0.000 set pref.water.selectedInterval int 45",
-               "0.000 set pref.water.selectedTimings text [817117200,817131600]",
-               "0.000 set pref.water.finished int 7", "0.000 set pref.water.lastSelectedAmount int 250",
-               "0.000 set pref.water.lastShowDate real 1795427400.5",
-               "0.000 set pref.water.enable bool true"}));
 }
 
 TEST(WaterState, ReadsWhatItCannotUseAsAbsentAndSaysSoOnce) {
@@ -317,19 +292,6 @@ TEST(WaterPane, ChangesPlanAnewOnlyWhileTheReminderIsOn) {
     EXPECT_EQ(play("pref enable false\n+1500\n").front(), "0.000 item water removed");
 }
 
-TEST(WaterPane, KeepsTheLastTimePointAndCountsInstantsNotClockTimes) {
-    Play play({"title", "set", "window", "app", "item", "water"});
-    play("start 2026-11-23T10:00:00\nlaunch\npref selectedTimings 09:00\npoint remove 09:00\n");
-    EXPECT_EQ(water().selectedTimings().size(), 1U);
-    play("point add 13:30\npoint add 13:30\nclock +86400\npoint add 13:30\n");
-    EXPECT_EQ(water().selectedTimings().size(), 3U);
-    EXPECT_EQ(play("point remove 12:00\n"), (Lines{"0.000 log error Can't find item"}));
-    play("point remove 13:30\npoint remove 09:00\n");
-    ASSERT_EQ(water().selectedTimings().size(), 1U);
-    EXPECT_EQ(PerfWaterTimePointView::hoursAndMintes(water().calendar(), *water().selectedTimings().begin()),
-              "13:30");
-}
-
 TEST(WaterPanel, DoneAddsAtOnceAndClosesHalfASecondLater) {
     Play play({"title", "log", "item"});
     play(at("10:00:00", 9 * hour + 50 * 60) + "store pref.water.finished int 1000\nlaunch\n+300\n");
@@ -348,14 +310,6 @@ TEST(WaterPanel, DoneAddsAtOnceAndClosesHalfASecondLater) {
     EXPECT_EQ(play("+2\nwater done\nwater amount 60\n"),
               (Lines{"302.500 window closed Water Reminder", "302.500 refused water done",
                      "302.500 refused water amount"}));
-}
-
-TEST(WaterPanel, SkipAddsNothingAndStartsTheIntervalAnew) {
-    Play play({"title", "log", "item"});
-    play(at("10:00:00", 9 * hour + 45 * 60) + "launch\n+10\n");
-    EXPECT_EQ(play("water skip\n"),
-              (Lines{"10.000 window closing Water Reminder", "10.000 app deactivate",
-                     "10.000 set pref.water.lastShowDate real 1795428010.0", "10.000 water armed 900"}));
 }
 
 TEST(WaterPanel, ClosedByHandItGoesAtOnceAndUnanswered) {
@@ -507,37 +461,6 @@ TEST(WaterPanel, StandsInTheCornerOfItsScreenOrWhereItWasDragged) {
     EXPECT_EQ(draggedTo(-200, 100), Lines{"-200,100 on 2"});
     EXPECT_EQ(shownOn({desk}), Lines{"-200,580 on 2"}) << "as much of it is seen as where it was dropped";
     EXPECT_EQ(shownOn({{2, {0, 0, 1920, 300}}}), Lines{"1640,-30 on 2"});
-}
-
-/// The totals that a week of answers leaves behind, day by day, as a person would keep them by hand.
-void expectAWeek(const char* mode) {
-    Play play({"title", "log", "item", "app", "set", "break", "count", "window"});
-    play(std::string("start 2026-11-23T09:30:00\nzone Europe/Berlin\nstore pref.water.enable bool true\n") +
-         mode + "launch\npref selectedInterval 60\n");
-    for (int day = 0; day < 7; ++day) {
-        std::int64_t drunk = 0;
-        for (int quarter = 0; quarter < 12 * 4; ++quarter) { // 09:30 to 21:30
-            play("+900\n");
-            if (!play.desk.windows.waterPanel())
-                continue;
-            const bool done = quarter % 3 != 0;
-            play(done ? "water done\n+3\nclock -3\n" : "water skip\n+3\nclock -3\n");
-            drunk += done ? 150 : 0;
-        }
-        EXPECT_EQ(water().finished(), drunk) << "day " << day;
-        EXPECT_GT(drunk, 500) << "day " << day;
-        play("suspend 43200\n"); // the night
-        AppState::waterState().reset();
-        AppState::waterState().schedule();
-    }
-}
-
-TEST(WaterWeek, InIntervals) {
-    expectAWeek("");
-}
-
-TEST(WaterWeek, AtTimePoints) {
-    expectAWeek(timing);
 }
 
 } // namespace

@@ -13,24 +13,6 @@ using test::Play;
 
 constexpr const char* inABreak = "store pref.work.time int 1\nstore pref.break.time int 30\nlaunch\n+61\n";
 
-TEST(Windows, OnesMadeByACloseAreFoundAgain) {
-    Play play({"log", "title", "count", "item", "break"});
-    play("screens 3 4\nlaunch\n");
-    WindowController::closeBreak();
-    EXPECT_EQ(play("+1\n"), Lines{});
-    WindowController::closeBreak();
-    EXPECT_EQ(play("+2\n"), (Lines{"2.000 window closed 3", "2.000 window closed 4"}));
-    WindowController::showBreak();
-    WindowController::showBreak();
-    EXPECT_EQ(
-        play.journal.lines(),
-        (Lines{"0.000 window made 3 0,0 1920x1080 level=25", "0.000 window closing 3",
-               "0.000 window made 4 1920,0 1920x1080 level=25", "0.000 window closing 4",
-               "0.000 app deactivate", "1.000 app deactivate", "2.000 window closed 3",
-               "2.000 window closed 4", "3.000 window show 3", "3.000 window show 4", "3.000 app activate",
-               "3.000 window show 3", "3.000 window show 4", "3.000 app activate"}));
-}
-
 TEST(Windows, FadeInFromNothingAndOutWithinTwoSeconds) {
     Play play({"log", "title", "count", "item", "break", "app"});
     play("launch\n");
