@@ -105,8 +105,9 @@ TEST(WaterPaneWindow, EachChangePlansTheReminderAnew) {
               "0.000 water armed 1200");
     EXPECT_EQ(settings.after([](auto window) { window.chosen("mode", 1); }),
               (Lines{"0.000 set pref.water.mode int 1", "0.000 water cancelled", "0.000 water armed 3600"}));
-    EXPECT_EQ(settings.after([](auto window) { window.added("selectedTimings", minutes(10, 30)); }).back(),
-              "0.000 water armed 1800");
+    const Lines added = settings.after([](auto window) { window.added("selectedTimings", minutes(10, 30)); });
+    EXPECT_TRUE(added.front().starts_with("0.000 set pref.water.selectedTimings text [817"));
+    EXPECT_EQ(added.back(), "0.000 water armed 1800");
     EXPECT_EQ(settings.after([](auto window) { window.removed("selectedTimings", minutes(10, 30)); }).back(),
               "0.000 water armed 3600");
     EXPECT_EQ(settings.after([](auto window) {
