@@ -2,6 +2,39 @@
 
 namespace kelpa {
 
+void ShownPreferences::show(const std::string& id, PreferencesField field, const PreferencesValue& value) {
+    const auto [place, isNew] = shown_.try_emplace({id, field}, value);
+    if (!isNew && place->second == value)
+        return;
+    place->second = value;
+    window_.show(id, field, value);
+}
+
+void ShownPreferences::did(const std::string& id, PreferencesAct act, const PreferencesValue& value) {
+    switch (act) {
+    case PreferencesAct::Typed:
+        shown_[{id, PreferencesField::Value}] = value;
+        break;
+    case PreferencesAct::Entered:
+    case PreferencesAct::Stepped:
+        shown_.erase({id, PreferencesField::Value});
+        break;
+    case PreferencesAct::Added:
+    case PreferencesAct::Edited:
+    case PreferencesAct::Removed:
+    case PreferencesAct::Reset:
+        shown_.erase({id, PreferencesField::Entries});
+        break;
+    case PreferencesAct::Pressed:
+        break;
+    }
+}
+
+void ShownPreferences::showAgain() const {
+    for (const auto& [place, value] : shown_)
+        window_.show(place.first, place.second, value);
+}
+
 void Pane::show() {
     for (const auto& control : controls_)
         control->show();

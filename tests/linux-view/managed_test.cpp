@@ -1,6 +1,6 @@
 // The preferences window and the about panel as the program sees them, with a stand-in for the view.
 
-#include "panes/ShownPreferences.h"
+#include "panes/Pane.h"
 #include "platform/linux/helper/ViewProtocol.h"
 #include "platform/linux/windows/Json.h"
 #include "platform/linux/windows/RemoteAboutPanel.h"
