@@ -3,7 +3,7 @@
 #include "panes/Pane.h"
 #include "platform/linux/helper/ViewProtocol.h"
 #include "platform/linux/windows/Json.h"
-#include "platform/linux/windows/RemoteAboutPanel.h"
+#include "platform/linux/windows/RemoteDialogs.h"
 #include "platform/linux/windows/RemotePreferencesWindow.h"
 #include "tests/linux-view/RemoteWindows.h"
 

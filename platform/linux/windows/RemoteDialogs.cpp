@@ -1,4 +1,4 @@
-#include "platform/linux/windows/RemoteHistoryWindow.h"
+#include "platform/linux/windows/RemoteDialogs.h"
 
 #include "platform/linux/helper/ViewProtocol.h"
 #include "platform/linux/windows/Json.h"
@@ -6,6 +6,20 @@
 namespace kelpa {
 
 namespace word = wire::view;
+
+void RemoteAboutPanel::show(const AboutText& text) {
+    if (!window_) {
+        window_ = windows_.makeManaged(word::aboutKind, "");
+        window_->setActionHandler([this](const std::string& action, const std::string& /*value*/) {
+            if (action == word::closedAction)
+                window_->close();
+        });
+    }
+    window_->setTitle(text.name);
+    window_->setProperty("about", aboutJson({text.icon, "", "", text.name, text.version, text.copyright,
+                                             text.credits, text.creditsLink}));
+    window_->orderFrontRegardless();
+}
 
 void RemoteHistoryWindow::setTexts(const HistoryTexts& texts, HistoryWindowClient& client) {
     texts_ = texts;
