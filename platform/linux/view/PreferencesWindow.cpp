@@ -2,6 +2,7 @@
 
 #include "platform/linux/helper/ViewProtocol.h"
 
+#include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QQuickItem>
@@ -11,6 +12,24 @@ namespace kelpa::view {
 namespace word = wire::view;
 
 namespace {
+
+QString wordFor(std::string_view text) {
+    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+/// Type and text of a value. To scripts all numbers are fractions.
+QStringList written(const QVariant& value) {
+    switch (value.typeId()) {
+    case QMetaType::Bool:
+        return {wordFor(word::boolType), QString::number(value.toInt())};
+    case QMetaType::Int:
+    case QMetaType::Double:
+    case QMetaType::LongLong:
+        return {wordFor(word::numberType), QString::number(value.toLongLong())};
+    default:
+        return {wordFor(word::textType), value.toString()};
+    }
+}
 
 QVariant valueIn(const wire::Message& message) {
     const QString text = QString::fromStdString(message.field(5));
@@ -22,6 +41,40 @@ QVariant valueIn(const wire::Message& message) {
 }
 
 } // namespace
+
+ControlState::ControlState(QString id, QObject* parent) : QObject(parent), id_(std::move(id)) {}
+
+void ControlState::setField(PreferencesField field, const QVariant& value) {
+    if (field == PreferencesField::Entries)
+        return takeEntries(value.toString().toUtf8());
+    if (field != PreferencesField::Value) {
+        setProperty(word::nameOf(word::fields, field).data(), value);
+        return;
+    }
+    // Also what it is already: a person may have changed what the page shows.
+    value_ = value;
+    emit valueTold();
+}
+
+void ControlState::takeEntries(const QByteArray& json) {
+    QList<EntryList::Entry> entries;
+    const QJsonArray array = QJsonDocument::fromJson(json).array();
+    for (const QJsonValue& each : array)
+        entries.append({each[QLatin1String("value")].toInteger(), each[QLatin1String("text")].toString(),
+                        each[QLatin1String("removal")].toString()});
+    entries_.setEntries(entries);
+    // The same choice may now be found at another place, or at all.
+    emit valueTold();
+}
+
+void ControlState::edit(const QString& old, const QString& text) {
+    emit acted(
+        {id_, wordFor(word::nameOf(word::acts, PreferencesAct::Edited)), wordFor(word::editType), old, text});
+}
+
+void ControlState::report(PreferencesAct act, const QVariant& value) {
+    emit acted(QStringList{id_, wordFor(word::nameOf(word::acts, act))} + written(value));
+}
 
 PreferencesWindow::PreferencesWindow(Stage& stage, QQmlEngine& engine)
     : ManagedWindow(stage, engine, QStringLiteral("Preferences.qml")) {
