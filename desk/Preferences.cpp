@@ -1,8 +1,7 @@
-#include "desk/Preferences.h"
+#include "desk/Verbs.h"
 
 #include "app/AppState.h"
 #include "base/Text.h"
-#include "desk/Desk.h"
 #include "desk/Values.h"
 
 #include <map>
@@ -145,14 +144,14 @@ const std::map<std::string, Reader, std::less<>>& readers() {
 
 } // namespace
 
-Assignment assignment(std::string_view name, std::string_view value) {
+std::function<void(Desk&)> assignment(std::string_view name, std::string_view value) {
     const auto found = readers().find(name);
     if (found == readers().end())
-        return {{}, "there is no preference '" + std::string(name) + "'"};
+        throw Problem("there is no preference '" + std::string(name) + "'");
     auto run = found->second(value);
     if (!run)
-        return {{}, "'" + std::string(value) + "' is no value for " + std::string(name)};
-    return {std::move(*run), {}};
+        throw Problem("'" + std::string(value) + "' is no value for " + std::string(name));
+    return std::move(*run);
 }
 
 } // namespace kelpa::desk

@@ -2,7 +2,6 @@
 
 #include "app/AppState.h"
 #include "base/Text.h"
-#include "desk/Preferences.h"
 #include "desk/Values.h"
 #include "panes/PromptListControl.h"
 #include "ui/PreferencesPanes.h"
@@ -118,10 +117,7 @@ Run launch(std::string_view rest) {
 
 Run pref(std::string_view rest) {
     const std::string name = takeWord(rest);
-    auto found = assignment(name, rest);
-    if (!found.run)
-        throw Problem(found.problem);
-    return [run = std::move(found.run)](Desk& desk) {
+    return [run = assignment(name, rest)](Desk& desk) {
         expectLaunched(desk);
         run(desk);
     };

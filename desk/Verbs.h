@@ -17,4 +17,7 @@ struct Problem : std::runtime_error {
 /// script begins with. Throws `Problem`, as does what it gives.
 [[nodiscard]] std::function<void(Desk&)> readVerb(std::string_view line, bool first);
 
+/// The assignment of a preference by its name, as a pane makes it. Throws `Problem` where there is none.
+[[nodiscard]] std::function<void(Desk&)> assignment(std::string_view name, std::string_view value);
+
 } // namespace kelpa::desk
