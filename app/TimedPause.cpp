@@ -66,12 +66,10 @@ std::optional<CivilTime> clockTime(std::string_view text) {
         return std::nullopt;
     const auto hour = wholeNumber<std::uint32_t>(text.substr(0, colon));
     const auto minute = wholeNumber<std::uint32_t>(text.substr(colon + 1));
-    if (!hour || !minute || *hour > 23 || *minute > 59)
+    if (!hour || !minute)
         return std::nullopt;
-    CivilTime time;
-    time.hour = static_cast<int>(*hour);
-    time.minute = static_cast<int>(*minute);
-    return time;
+    const CivilTime time{1970, 1, 1, static_cast<int>(*hour), static_cast<int>(*minute), 0};
+    return isDate(time) ? std::optional(time) : std::nullopt;
 }
 
 } // namespace

@@ -23,6 +23,13 @@ sys_days firstWeekStart(int year, WeekRule rule) {
     return newYear - days{daysIntoWeek} + days{weekIsNewYears ? 0 : 7};
 }
 
+CivilTime at(CivilTime day, int hour, int minute, int second) {
+    day.hour = hour;
+    day.minute = minute;
+    day.second = second;
+    return day;
+}
+
 } // namespace
 
 bool isDate(const CivilTime& time) {
@@ -50,30 +57,20 @@ bool Calendar::isInToday(Date date) const {
 
 Date Calendar::today(int hour, int minute, int second) const {
     const Date now = clock_.now();
-    CivilTime civil = clock_.civil(now);
-    civil.hour = hour;
-    civil.minute = minute;
-    civil.second = second;
-    return clock_.date(civil).value_or(now);
+    return clock_.date(at(clock_.civil(now), hour, minute, second)).value_or(now);
 }
 
 /// Noon and a day is tomorrow, however long the days are where clocks are changed.
 Date Calendar::tomorrow(int hour, int minute, int second) const {
     constexpr double day = 86400;
-    CivilTime civil = clock_.civil({today(12, 0, 0).secondsSince1970 + day});
-    civil.hour = hour;
-    civil.minute = minute;
-    civil.second = second;
-    return clock_.date(civil).value_or(clock_.now());
+    const CivilTime tomorrow = clock_.civil({today(12, 0, 0).secondsSince1970 + day});
+    return clock_.date(at(tomorrow, hour, minute, second)).value_or(clock_.now());
 }
 
 Date Calendar::todayDate(Date date) const {
     const CivilTime time = clock_.civil(date);
-    CivilTime today = clock_.civil(clock_.now());
-    today.hour = time.hour;
-    today.minute = time.minute;
-    today.second = time.second;
-    return clock_.date(today).value_or(date);
+    const CivilTime today = clock_.civil(clock_.now());
+    return clock_.date(at(today, time.hour, time.minute, time.second)).value_or(date);
 }
 
 CalendarDay Calendar::day(Date date) const {

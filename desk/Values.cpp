@@ -3,7 +3,6 @@
 #include "base/Text.h"
 
 #include <algorithm>
-#include <chrono>
 
 namespace kelpa::desk {
 
@@ -33,9 +32,8 @@ std::optional<CivilTime> parseTimeOfDay(std::string_view text) {
     const auto second = withSeconds ? field(text, 6, 2) : std::optional(0);
     if ((text.size() != 5 && !withSeconds) || text[2] != ':' || !hour || !minute || !second)
         return std::nullopt;
-    if (*hour > 23 || *minute > 59 || *second > 59)
-        return std::nullopt;
-    return CivilTime{1970, 1, 1, *hour, *minute, *second};
+    const CivilTime time{1970, 1, 1, *hour, *minute, *second};
+    return isDate(time) ? std::optional(time) : std::nullopt;
 }
 
 std::optional<CivilTime> parseDateTime(std::string_view text) {
@@ -45,12 +43,12 @@ std::optional<CivilTime> parseDateTime(std::string_view text) {
     const auto year = field(text, 0, 4);
     const auto month = field(text, 5, 2);
     const auto day = field(text, 8, 2);
-    if (!time || !year || !month || !day || !(std::chrono::year{*year} / *month / *day).ok())
+    if (!time || !year || !month || !day)
         return std::nullopt;
     time->year = *year;
     time->month = *month;
     time->day = *day;
-    return time;
+    return isDate(*time) ? time : std::nullopt;
 }
 
 std::vector<std::string> words(std::string_view text) {

@@ -10,7 +10,11 @@ namespace kelpa {
 
 namespace {
 
-constexpr double nanosecond = 1e-9;
+double systemSeconds() {
+    timespec now{};
+    clock_gettime(CLOCK_REALTIME, &now);
+    return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) * 1e-9;
+}
 
 std::int64_t wholeSeconds(Date date) {
     // Far beyond any year that a calendar can name; what is no number counts as 1970.
@@ -83,19 +87,14 @@ SystemClock::SystemClock(double speed, double (*timerSeconds)())
     : speed_(speed), timerSeconds_(timerSeconds), start_(timerSeconds()) {}
 
 Date SystemClock::now() const {
-    timespec now{};
-    clock_gettime(CLOCK_REALTIME, &now);
     const double ahead = speed_ == 1.0 ? 0 : (timerSeconds_() - start_) * (speed_ - 1);
-    return {static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) * nanosecond + ahead};
+    return {systemSeconds() + ahead};
 }
 
 double SystemClock::systemTime(Date date) const {
     if (speed_ == 1.0)
         return date.secondsSince1970;
-    timespec now{};
-    clock_gettime(CLOCK_REALTIME, &now);
-    const double left = date.secondsSince1970 - this->now().secondsSince1970;
-    return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) * nanosecond + left / speed_;
+    return systemSeconds() + (date.secondsSince1970 - now().secondsSince1970) / speed_;
 }
 
 std::optional<double> speedOf(const std::string& text) {
