@@ -195,5 +195,18 @@ class Window(HistoryTest):
         self.assertEqual(self.screen.titled(lambda title: title == "Kelpa"), [], "the preferences")
 
 
+class SmallScreen(HistoryTest):
+    WIDTH, HEIGHT = 640, 480
+    TRAY = True     # whose bar takes some of it
+
+    def test_all_of_it_is_on_the_screen(self):
+        self.launch(KEPT)
+        self.show_history()
+        window = self.screen.titled(lambda title: title == "History")[0]
+        self.assertGreaterEqual(window.y, 0)
+        self.assertLessEqual(window.y + window.height, self.HEIGHT)
+        self.assertLessEqual(window.x + window.width, self.WIDTH)
+
+
 if __name__ == "__main__":
     main()

@@ -34,7 +34,7 @@ void AboutWindow::appear() {
 HistoryWindow::HistoryWindow(Stage& stage, QQmlEngine& engine)
     : ManagedWindow(stage, engine, QStringLiteral("History.qml")) {
     setFlags(Qt::Window);
-    setMinimumSize(around({520, 440}));
+    setMinimumSize(around({520, 380}));
 }
 
 bool HistoryWindow::event(QEvent* event) {
