@@ -9,6 +9,7 @@ namespace kelpa::view {
 
 Dialog::Dialog(Stage& stage, QQmlEngine& engine, const QString& file) : ManagedWindow(stage, engine, file) {
     setFlags(Qt::Dialog);
+    closeBy(QStringLiteral("Esc"));
 }
 
 QSize Dialog::firstSize() const {

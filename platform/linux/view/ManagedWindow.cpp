@@ -6,6 +6,7 @@
 #include <QQmlEngine>
 #include <QQuickItem>
 #include <QScreen>
+#include <QShortcut>
 #include <chrono>
 #include <utility>
 
@@ -71,12 +72,18 @@ ManagedWindow::ManagedWindow(Stage& stage, QQmlEngine& engine, const QString& fi
     if (stage.windowsDrawFrames())
         frame_ = WindowFrame::make(*this, engine);
     setIcon(applicationIcon());
+    closeBy(QStringLiteral("Ctrl+W"));
     framed_.setSingleShot(true);
     framed_.setInterval(framingTime);
     framed_.callOnTimeout([this] {
         fresh_ = false;
         stage_.showAgain(*this);
     });
+}
+
+/// A page's own would not be heard while something that popped up is open.
+void ManagedWindow::closeBy(const QString& keys) {
+    connect(new QShortcut(QKeySequence(keys), this), &QShortcut::activated, this, &QWindow::close);
 }
 
 void ManagedWindow::setPlace(const QRect& bounds, const QString& connector) {

@@ -51,6 +51,8 @@ class ManagedWindow : public ViewWindow {
   protected:
     /// How large its content is at first, in the toolkit's units.
     [[nodiscard]] virtual QSize firstSize() const = 0;
+    /// Gives a person a key, as QKeySequence writes it, that closes the window.
+    void closeBy(const QString& keys);
     /// The window's size around content of that size.
     [[nodiscard]] QSize around(const QSize& content) const;
     void closeEvent(QCloseEvent* event) override;

@@ -12,10 +12,6 @@ Rectangle {
     implicitHeight: page.implicitHeight + 2 * 28
     color: Theme.windowBackground
 
-    Shortcut {
-        sequences: ["Ctrl+W", "Escape"]
-        onActivated: panel.Window.window.close()
-    }
     Page {
         id: page
         anchors.centerIn: parent

@@ -47,10 +47,6 @@ Rectangle {
     }
 
     Shortcut {
-        sequences: ["Ctrl+W"]
-        onActivated: page.Window.window.close()
-    }
-    Shortcut {
         sequences: ["Escape"]
         onActivated: {
             if (page.asking)

@@ -28,10 +28,6 @@ Rectangle {
     color: Theme.windowBackground
 
     Shortcut {
-        sequences: ["Ctrl+W"]
-        onActivated: page.Window.window.close()
-    }
-    Shortcut {
         sequences: ["Ctrl+Tab", "Ctrl+PgDown"]
         onActivated: page.turn(1)
     }

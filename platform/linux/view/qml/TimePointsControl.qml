@@ -107,14 +107,7 @@ Flow {
                 label: plus.text
                 row: control.row
                 Keys.onReturnPressed: popover.close()
-                Keys.onEnterPressed: popover.close()
 
-                // An open popup keeps the window's own shortcuts from being heard; beside them, this one would be ambiguous.
-                Shortcut {
-                    enabled: popover.visible
-                    sequences: ["Ctrl+W"]
-                    onActivated: time.Window.window.close()
-                }
                 Connections {
                     target: time.Window.window
                     function onClosing() {

@@ -26,10 +26,6 @@ Rectangle {
         id: settling
         interval: Measures.barTime
     }
-    Shortcut {
-        sequences: ["Ctrl+W", "Escape"]
-        onActivated: page.Window.window.close()
-    }
     Column {
         id: content
         x: Measures.padding
