@@ -112,6 +112,15 @@ class Panes(PreferencesTest):
         self.wait_stored(program, "break_style", 1)
         first = "今天心情放假，工作也跟着轻松一下。"
         self.find("list item", first)
+        for enter in "Return", "KP_Enter":
+            self.screen.press(enter)
+            self.find("list item", "Relaxation")
+            self.screen.press("Down")
+            self.screen.press(enter)
+            self.wait_stored(program, "break_style", 2)
+            wait_until(lambda: not self.window.find("list item", "Relaxation"), 3, "the list to close")
+            self.screen.press("Up")
+            self.wait_stored(program, "break_style", 1)
         self.screen.press("Down")
         self.wait_stored(program, "break_style", 2)
         self.screen.press("Up")

@@ -1,6 +1,7 @@
 #include "platform/linux/view/ViewWindow.h"
 
 #include <QJsonDocument>
+#include <QKeyEvent>
 #include <QMetaProperty>
 #include <QQmlComponent>
 #include <QQmlEngine>
@@ -36,6 +37,16 @@ void ViewWindow::followBackground() {
 void ViewWindow::resizeEvent(QResizeEvent* event) {
     QQuickWindow::resizeEvent(event);
     content_->setSize(QSizeF(event->size()));
+}
+
+bool ViewWindow::event(QEvent* event) {
+    const auto* key = dynamic_cast<const QKeyEvent*>(event);
+    if (key == nullptr || key->key() != Qt::Key_Enter)
+        return QQuickWindow::event(event);
+    QKeyEvent same(key->type(), Qt::Key_Return, key->modifiers(), key->text(), key->isAutoRepeat());
+    const bool taken = QQuickWindow::event(&same);
+    event->setAccepted(same.isAccepted());
+    return taken;
 }
 
 /// What has parts comes as one JSON value, which a page keeps in a property of any type.

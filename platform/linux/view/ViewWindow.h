@@ -57,6 +57,8 @@ class ViewWindow : public QQuickWindow {
   protected:
     [[nodiscard]] QQuickItem& content() const { return *content_; }
     void resizeEvent(QResizeEvent* event) override;
+    /// Enter of the number pad is Return to all pages.
+    bool event(QEvent* event) override;
 
   protected slots:
     /// The colour of the content's background is another one.

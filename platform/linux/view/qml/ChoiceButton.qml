@@ -40,7 +40,6 @@ T.RadioButton {
     Accessible.onPressAction: picked()
     onClicked: picked()
     Keys.onReturnPressed: picked()
-    Keys.onEnterPressed: picked()
     Keys.onLeftPressed: move(-1)
     Keys.onRightPressed: move(1)
     Keys.onUpPressed: move(-columns)

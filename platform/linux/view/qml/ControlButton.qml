@@ -14,7 +14,6 @@ T.AbstractButton {
     // The template makes an action known that it does not carry out.
     Accessible.onPressAction: clicked()
     Keys.onReturnPressed: clicked()
-    Keys.onEnterPressed: clicked()
 
     background: RoundedBox {
         radius: button.radius

@@ -8,6 +8,7 @@ T.ComboBox {
 
     required property PreferencesRow row
     readonly property ControlState told: row.told
+    property bool opening: false
 
     function follow() {
         currentIndex = told.entries.indexOf(told.value);
@@ -27,7 +28,15 @@ T.ComboBox {
     Accessible.name: row.label
     Accessible.description: displayText
     onActivated: index => told.enter(told.entries.valueAt(index))
-    Keys.onReturnPressed: popup.open()
+    // The release would close a list that the press has opened.
+    Keys.onReturnPressed: opening = !popup.visible
+    Keys.onReleased: event => {
+        event.accepted = opening && event.key === Qt.Key_Return && !event.isAutoRepeat;
+        if (!event.accepted)
+            return;
+        opening = false;
+        popup.open();
+    }
 
     TextMeasure {
         id: metrics

@@ -16,7 +16,6 @@ Item {
     Accessible.focusable: true
     Accessible.onPressAction: activated()
     Keys.onReturnPressed: activated()
-    Keys.onEnterPressed: activated()
     Keys.onSpacePressed: activated()
 
     FocusRing {

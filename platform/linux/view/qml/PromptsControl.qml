@@ -25,7 +25,6 @@ Item {
         label: addButton.text
         placeholderText: label
         Keys.onReturnPressed: control.add()
-        Keys.onEnterPressed: control.add()
         Keys.onEscapePressed: clear()
     }
     IconButton {
@@ -139,7 +138,6 @@ Item {
         onPressed: approach()
         onDoubleClicked: edit()
         Keys.onReturnPressed: edit()
-        Keys.onEnterPressed: edit()
         Keys.onDeletePressed: control.told.remove(text)
         Keys.onPressed: event => {
             event.accepted = event.key === Qt.Key_F2;
@@ -177,7 +175,6 @@ Item {
             visible: line.editing
             label: control.buttons.editPrompt.name
             Keys.onReturnPressed: line.save()
-            Keys.onEnterPressed: line.save()
             Keys.onEscapePressed: line.leave()
             onActiveFocusChanged: {
                 if (!activeFocus && line.editing)

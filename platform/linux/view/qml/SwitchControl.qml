@@ -25,7 +25,6 @@ T.Switch {
     Accessible.onPressAction: change()
     onToggled: row.told.enter(checked)
     Keys.onReturnPressed: change()
-    Keys.onEnterPressed: change()
 
     indicator: RoundedBox {
         id: track
