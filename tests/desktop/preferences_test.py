@@ -71,7 +71,7 @@ class Panes(PreferencesTest):
         self.wait_stored(program, "break_prompt_text", "go out")
         for label, key, value in (("Force for long breaks(skip button will not display)", "force_long_break", True),
                                   ("Restart timer after Mac awake", "restart_timer_after_awake", False),
-                                  ("Stop timer after Mouse stop for 5 mins", "stop_timer_after_mouse_stop", False),
+                                  ("Stop timer after Mouse stop for 5 mins", "stop_timer_after_mouse_stop", True),
                                   ("Show a new day prompt", "show_new_day_tip", True)):
             self.click("check box", label)
             self.wait_stored(program, key, value)

@@ -84,14 +84,11 @@ Rectangle {
             }
         }
     }
-    component Line: Words {
+    component Line: SpokenWords {
         anchors.horizontalCenter: about.upright ? parent.horizontalCenter : undefined
         width: Math.min(implicitWidth, about.availableWidth - (about.upright ? 0 : picture.width + about.columnSpacing))
         wrapMode: Text.Wrap
         horizontalAlignment: about.upright ? Text.AlignHCenter : Text.AlignLeft
         color: Theme.secondary
-        Accessible.ignored: false
-        Accessible.role: Accessible.StaticText
-        Accessible.name: text
     }
 }

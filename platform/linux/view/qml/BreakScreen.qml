@@ -85,11 +85,8 @@ Rectangle {
             spacing: Theme.tightSpace
             bottomPadding: Theme.stackSpace
 
-            Words {
+            SpokenWords {
                 text: screen.newFeatureText
-                Accessible.ignored: false
-                Accessible.role: Accessible.StaticText
-                Accessible.name: text
             }
             Column {
                 spacing: Theme.hairSpace

@@ -67,16 +67,14 @@ Rectangle {
         width: page.width - 2 * x
         height: ranges.height
 
-        Words {
+        SpokenWords {
             anchors.verticalCenter: parent.verticalCenter
             width: parent.width - ranges.width - Measures.padding
             elide: Text.ElideRight
             text: page.nameOf(page.periods[page.current])
             font.pixelSize: Theme.headlineSize
             font.bold: true
-            Accessible.ignored: false
             Accessible.role: Accessible.Heading
-            Accessible.name: text
         }
         Segments {
             id: ranges
@@ -166,7 +164,7 @@ Rectangle {
         width: page.width - 2 * x
         height: Math.max(Theme.controlHeight, said.implicitHeight)
 
-        Words {
+        SpokenWords {
             id: said
             anchors.verticalCenter: parent.verticalCenter
             width: parent.width - buttons.width - Measures.padding
@@ -175,7 +173,6 @@ Rectangle {
             color: page.asking ? Theme.primary : Theme.secondary
             Accessible.ignored: text === ""
             Accessible.role: page.asking ? Accessible.AlertMessage : Accessible.StaticText
-            Accessible.name: text
         }
         Row {
             id: buttons

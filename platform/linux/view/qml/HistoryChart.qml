@@ -17,15 +17,13 @@ Item {
 
     readonly property var figures: content.bars[current]?.texts ?? []
 
-    Words {
+    SpokenWords {
         id: name
         text: chart.content.name
         color: Theme.secondary
         font.pixelSize: Measures.sectionTitleSize
         font.bold: true
-        Accessible.ignored: false
         Accessible.role: Accessible.Heading
-        Accessible.name: text
     }
     Row {
         anchors.right: parent.right
@@ -48,12 +46,9 @@ Item {
                     radius: 3
                     color: chart.inks[figure.index]
                 }
-                Words {
+                SpokenWords {
                     text: figure.modelData
                     font.bold: figure.index === 0
-                    Accessible.ignored: false
-                    Accessible.role: Accessible.StaticText
-                    Accessible.name: text
                 }
             }
         }

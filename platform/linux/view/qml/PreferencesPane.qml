@@ -96,7 +96,7 @@ Flickable {
         visible: modelData.rows.some(row => pane.controls[row.id].visible)
         spacing: Theme.tightSpace
 
-        Words {
+        SpokenWords {
             id: title
             visible: text !== ""
             leftPadding: Theme.cardRadius
@@ -106,9 +106,7 @@ Flickable {
             color: Theme.secondary
             font.pixelSize: Measures.sectionTitleSize
             font.bold: true
-            Accessible.ignored: false
             Accessible.role: Accessible.Heading
-            Accessible.name: text
         }
         Card {
             width: parent.width

@@ -83,15 +83,13 @@ Item {
         y: Math.max(loader.height, caption.visible ? caption.implicitHeight : 0)
         width: row.space
 
-        component Explanation: Words {
+        component Explanation: SpokenWords {
             width: parent.width
             topPadding: Theme.hairSpace
             visible: text !== ""
             wrapMode: Text.Wrap
             color: Theme.secondary
             font.pixelSize: Theme.footnoteSize
-            Accessible.ignored: false
-            Accessible.name: text
         }
         Explanation {
             text: row.told.problem
@@ -100,7 +98,6 @@ Item {
         }
         Explanation {
             text: row.told.hint
-            Accessible.role: Accessible.StaticText
         }
     }
 }

@@ -49,15 +49,13 @@ Rectangle {
                 width: parent.width - picture.width - parent.spacing
                 spacing: Theme.tightSpace
 
-                Words {
+                SpokenWords {
                     width: parent.width
                     text: page.headline
                     wrapMode: Text.Wrap
                     font.pixelSize: Theme.headlineSize
                     font.bold: true
-                    Accessible.ignored: false
                     Accessible.role: Accessible.Heading
-                    Accessible.name: text
                 }
                 // It may name a file, which is to be copied.
                 TextEdit {
