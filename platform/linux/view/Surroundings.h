@@ -5,7 +5,7 @@
 #include <QLocale>
 #include <QObject>
 #include <QProcessEnvironment>
-#include <QtQml/qqmlregistration.h>
+#include <QtQml/qqml.h>
 
 namespace kelpa::view {
 
