@@ -12,25 +12,9 @@ namespace {
 using test::Lines;
 using test::mouseMayRest;
 using test::Play;
-
-/// What a stop and a start of the cycle leave in the journal, at a time like "300.000".
-Lines stopAt(const std::string& time) {
-    return {time + " log info ticktack timer stoped 1.0", time + " item pause play.circle \"- Wrok -\""};
-}
-
-Lines startAt(const std::string& time, int seconds = 1500) {
-    return {time + " log info ticktack timer stoped 1.0",
-            time + " log info ticktack timer start " + std::to_string(seconds),
-            time + " item pause stop.circle \"- Stop -\""};
-}
-
-/// Several pieces of a journal in a row.
-Lines joined(std::initializer_list<Lines> pieces) {
-    Lines all;
-    for (const Lines& piece : pieces)
-        all.insert(all.end(), piece.begin(), piece.end());
-    return all;
-}
+using test::startAt;
+using test::stopAt;
+using test::operator+;
 
 const std::string greets = "store show_new_day_tip bool true\n";
 const std::string minuteOfWork = "store pref.work.time int 1\n";
@@ -38,7 +22,7 @@ const std::string minuteOfWork = "store pref.work.time int 1\n";
 TEST(MouseIdle, StopsTheCycleAfterFiveMinutesAndTheNextMoveStartsItAfresh) {
     Play play({"title"});
     play("launch\n");
-    EXPECT_EQ(play("+299.999\n"), Lines{});
+    EXPECT_EQ(play("+299.999\n"), (Lines{}));
     EXPECT_EQ(play("+0.001\n+5000\n"), stopAt("300.000"));
     EXPECT_FALSE(AppState::working());
     EXPECT_EQ(play("activity\n"), startAt("5300.000"));
@@ -51,7 +35,7 @@ TEST(MouseIdle, EveryMovePutsTheEndOffAndLeavesTheCountdownAlone) {
     for (int i = 0; i < 1000; ++i)
         play("activity\n+1\n");
     EXPECT_EQ(play.desk.statusBar.title(), "08:20");
-    EXPECT_EQ(play("+298.999\n"), Lines{});
+    EXPECT_EQ(play("+298.999\n"), (Lines{}));
     EXPECT_EQ(play("+0.001\n"), stopAt("1299.500"));
 }
 
@@ -59,11 +43,10 @@ TEST(MouseIdle, SwitchedOffItIgnoresTheMouseButACheckUnderWayStillStopsOnce) {
     Play play({"title"});
     play("launch\n+100\npref stopTimerAfterMouseStop false\n");
     EXPECT_EQ(play("activity\n+100\nactivity\n+1000\n"), stopAt("300.000"));
-    EXPECT_EQ(play("activity\n+1000\n"), Lines{});
+    EXPECT_EQ(play("activity\n+1000\n"), (Lines{}));
     EXPECT_EQ(play("pref stopTimerAfterMouseStop true\nactivity\n+300\n"),
-              joined({{"2200.000 set stop_timer_after_mouse_stop bool true"},
-                      startAt("2200.000"),
-                      stopAt("2500.000")}));
+              (Lines{"2200.000 set stop_timer_after_mouse_stop bool true"} + startAt("2200.000") +
+               stopAt("2500.000")));
 }
 
 TEST(MouseIdle, APauseByHandIsNotEndedByTheMouse) {
@@ -79,7 +62,7 @@ TEST(MouseIdle, ResumedByHandWorkRunsUntilTheCheckThatTheLastMoveArmed) {
     Play play({"title"});
     play("launch\n+300\n");
     // Stopped by the rule, the menu's line still says so: the first click pauses by hand, the second resumes.
-    EXPECT_EQ(play("menu pause\n+10\nmenu pause\n+1000\n"), joined({stopAt("300.000"), startAt("310.000")}));
+    EXPECT_EQ(play("menu pause\n+10\nmenu pause\n+1000\n"), stopAt("300.000") + startAt("310.000"));
 }
 
 TEST(MouseIdle, ABreakCallsTheCheckOffAndRunsToItsEndUnderAMouseThatOnlyCrossesIt) {
@@ -87,8 +70,8 @@ TEST(MouseIdle, ABreakCallsTheCheckOffAndRunsToItsEndUnderAMouseThatOnlyCrossesI
     play(minuteOfWork + "store pref.short.break.times int 1\nlaunch\n+50\nactivity\n+10\n");
     // What is done in the break windows is nothing that the desk tells of.
     EXPECT_EQ(play("+900\n"),
-              joined({{"960.000 log info ticktack timer timesup for 900", "960.000 log info skip break view"},
-                      startAt("960.000", 60)}));
+              (Lines{"960.000 log info ticktack timer timesup for 900", "960.000 log info skip break view"} +
+               startAt("960.000", 60)));
 }
 
 TEST(MouseIdle, AMoveElsewhereDuringABreakArmsTheCheckAnewAndThatStopsTheBreak) {
@@ -115,20 +98,19 @@ TEST(MouseIdle, TheNewDayBreakLeavesTheCheckPending) {
     Play play({"title", "window", "app", "break", "count", "set"});
     play(greets + "launch\n+100\nlock\nsuspend 86400\n+5\nunlock\n");
     EXPECT_EQ(play("+10\n+185\n"),
-              joined({{"115.000 log info ticktack timer timesup for 10", "115.000 log info skip break view"},
-                      startAt("115.000"),
-                      stopAt("300.000")}));
+              (Lines{"115.000 log info ticktack timer timesup for 10", "115.000 log info skip break view"} +
+               startAt("115.000") + stopAt("300.000")));
 }
 
 TEST(MouseIdle, WhereNothingTellsOfActivityNothingStops) {
     Play play({"title"});
     play.desk.events.activityWatch = ActivityMonitor::Watch::None;
     play("launch\n");
-    EXPECT_EQ(play("+1499\n"), Lines{});
+    EXPECT_EQ(play("+1499\n"), (Lines{}));
     // A source that appears later counts; one that goes takes the pending check along.
     play.desk.events.activity();
     play.desk.events.loseActivity();
-    EXPECT_EQ(play("+0.5\n"), Lines{});
+    EXPECT_EQ(play("+0.5\n"), (Lines{}));
     EXPECT_FALSE(AppState::mouseMoveEventItem()->pending());
     EXPECT_TRUE(AppState::working());
 }
@@ -136,7 +118,7 @@ TEST(MouseIdle, WhereNothingTellsOfActivityNothingStops) {
 TEST(Lock, StopsTheCycleAndUnlockStartsItFromItsFullLength) {
     Play play({"title", "window", "app"});
     play("launch\n+100\n");
-    EXPECT_EQ(play("lock\n+50\nunlock\n"), joined({stopAt("100.000"), startAt("150.000")}));
+    EXPECT_EQ(play("lock\n+50\nunlock\n"), stopAt("100.000") + startAt("150.000"));
     EXPECT_EQ(play.desk.statusBar.title(), "25:00");
 }
 
@@ -159,10 +141,9 @@ TEST(NewDay, TheFirstUnlockOfADayIsGreetedForTenSecondsAndThenWorkBegins) {
     Play play({"title", "count"});
     play("start 2026-11-23T18:00:00\n" + greets + mouseMayRest + "launch\n+10\n");
     EXPECT_EQ(play("lock\n+5\n"),
-              joined({{"10.000 set last_weakup_timestamp real 1795456810.0"},
-                      stopAt("10.000"),
-                      {"10.000 window made 1 0,0 1920x1080 level=25", "10.000 window closing 1",
-                       "10.000 app deactivate", "12.000 window closed 1"}}));
+              (Lines{"10.000 set last_weakup_timestamp real 1795456810.0"} + stopAt("10.000") +
+               Lines{"10.000 window made 1 0,0 1920x1080 level=25", "10.000 window closing 1",
+                     "10.000 app deactivate", "12.000 window closed 1"}));
     const Lines greeting = play("suspend 50400\nunlock\n");
     EXPECT_EQ(
         (Lines{greeting.begin() + 1, greeting.end()}),
@@ -172,9 +153,9 @@ TEST(NewDay, TheFirstUnlockOfADayIsGreetedForTenSecondsAndThenWorkBegins) {
     const std::string prompt = AppState::promptState().prompt.value();
     EXPECT_NE(std::find(known.begin(), known.end(), prompt), known.end()) << prompt;
     EXPECT_EQ(play("+10\n+1\n"),
-              joined({{"25.000 log info ticktack timer timesup for 10", "25.000 log info skip break view",
-                       "25.000 window closing 1", "25.000 app deactivate"},
-                      startAt("25.000")}));
+              (Lines{"25.000 log info ticktack timer timesup for 10", "25.000 log info skip break view",
+                     "25.000 window closing 1", "25.000 app deactivate"} +
+               startAt("25.000")));
 }
 
 TEST(NewDay, IsGreetedWhateverTheRestartSettingAndSkipEndsIt) {
@@ -247,7 +228,7 @@ TEST(NewDay, AMoveThatTheGreetingDoesNotCoverStartsWorkBeneathIt) {
     play(greets + "launch\nlock\nsuspend 86400\nunlock\n+3\n");
     EXPECT_EQ(play("activity\n"), (Lines{"3.000 log info ticktack timer stoped 1.0",
                                          "3.000 log info ticktack timer start 1500"}));
-    EXPECT_EQ(play("+100\n"), Lines{});
+    EXPECT_EQ(play("+100\n"), (Lines{}));
     EXPECT_EQ(AppState::breakState().timeString.value(), "00:07");
 }
 
@@ -332,7 +313,7 @@ TEST(Clock, StepsAndZonesMoveNeitherTheCountdownNorTheWaitForTheMouse) {
     Play play({"title"});
     play("start 2026-03-29T01:58:00\nzone Europe/Berlin\nlaunch\n");
     EXPECT_EQ(play("+100\nclock +3600\n+50\nclock -86400\nzone Asia/Tokyo\nsuspend 28800\n+149.999\n"),
-              Lines{});
+              (Lines{}));
     EXPECT_EQ(play.desk.statusBar.title(), "20:01");
     EXPECT_EQ(play("+0.001\n"), stopAt("300.000"));
 }

@@ -33,6 +33,21 @@ class Play {
 
 using Lines = std::vector<std::string>;
 
+inline Lines operator+(Lines first, const Lines& second) {
+    first.insert(first.end(), second.begin(), second.end());
+    return first;
+}
+
+/// What a stop and a start of the cycle leave in a journal without titles, at a time like "300.000".
+inline Lines stopAt(const std::string& time) {
+    return {time + " log info ticktack timer stoped 1.0", time + " item pause play.circle \"- Wrok -\""};
+}
+inline Lines startAt(const std::string& time, int seconds = 1500) {
+    return {time + " log info ticktack timer stoped 1.0",
+            time + " log info ticktack timer start " + std::to_string(seconds),
+            time + " item pause stop.circle \"- Stop -\""};
+}
+
 /// Nobody moves the mouse on a written desk; this lets the cycle run all the same.
 inline const std::string mouseMayRest = "store stop_timer_after_mouse_stop bool false\n";
 

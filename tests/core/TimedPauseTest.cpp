@@ -11,24 +11,12 @@ namespace {
 using test::Lines;
 using test::mouseMayRest;
 using test::Play;
-
-/// What a stop and a start leave in a journal without titles, at a time like "300.000".
-Lines stopAt(const std::string& time) {
-    return {time + " log info ticktack timer stoped 1.0", time + " item pause play.circle \"- Wrok -\""};
-}
-
-Lines startAt(const std::string& time) {
-    return {time + " log info ticktack timer stoped 1.0", time + " log info ticktack timer start 1500",
-            time + " item pause stop.circle \"- Stop -\""};
-}
+using test::startAt;
+using test::stopAt;
+using test::operator+;
 
 Lines hintAt(const std::string& time, const std::string& text) {
     return {time + " hint \"" + text + "\""};
-}
-
-Lines operator+(Lines first, const Lines& second) {
-    first.insert(first.end(), second.begin(), second.end());
-    return first;
 }
 
 /// A desk at 14:00 at which work has begun.
