@@ -1,5 +1,5 @@
 #include "FakeCompositor.h"
-#include "PrivateBus.h"
+#include "FakeLogind.h"
 #include "Support.h"
 #include "platform/linux/events/BusActivity.h"
 #include "platform/linux/events/DesktopActivity.h"
@@ -249,44 +249,11 @@ TEST_F(ActivityTest, WithoutGnomeThereIsNoSuchSource) {
     EXPECT_EQ(source.start(sink), Start::Absent) << "the bus is gone as well";
 }
 
-/// logind with one session, ours.
-class Logind : public Peer {
-  public:
-    explicit Logind(EventLoop& loop) : Peer(loop, sd_bus_open_system) {
-        sd_bus_add_object_vtable(bus(), nullptr, "/org/freedesktop/login1", "org.freedesktop.login1.Manager",
-                                 manager, nullptr);
-        sd_bus_add_object_vtable(bus(), nullptr, session, LogindSession::interface, properties, this);
-        sd_bus_request_name(bus(), "org.freedesktop.login1", 0);
-    }
-    void setIdle(bool value) {
-        idle = value;
-        sd_bus_emit_properties_changed(bus(), session, LogindSession::interface, "IdleHint", nullptr);
-    }
-    bool idle = false;
-
-  private:
-    static constexpr const char* session = "/org/freedesktop/login1/session/c1";
-    static int list(sd_bus_message* call, void*, sd_bus_error*) {
-        return sd_bus_reply_method_return(call, "a(susso)", 1, "c1", getuid(), "own", "seat0", session);
-    }
-    static int hint(sd_bus*, const char*, const char*, const char*, sd_bus_message* reply, void* self,
-                    sd_bus_error*) {
-        return sd_bus_message_append(reply, "b", static_cast<Logind*>(self)->idle ? 1 : 0);
-    }
-    static constexpr sd_bus_vtable manager[] = {
-        SD_BUS_VTABLE_START(0),
-        SD_BUS_METHOD("ListSessions", "", "a(susso)", list, SD_BUS_VTABLE_UNPRIVILEGED), SD_BUS_VTABLE_END};
-    static constexpr sd_bus_vtable properties[] = {
-        SD_BUS_VTABLE_START(0),
-        SD_BUS_PROPERTY("IdleHint", "b", hint, 0, SD_BUS_VTABLE_PROPERTY_EMITS_INVALIDATION),
-        SD_BUS_VTABLE_END};
-};
-
 TEST_F(ActivityTest, LogindTellsWhatADesktopToldIt) {
     unsetenv("XDG_SESSION_ID");
     std::optional<PrivateBus> daemon(std::in_place, "DBUS_SYSTEM_BUS_ADDRESS");
     OpenBus bus(loop, Bus::Kind::System);
-    Logind logind(loop);
+    FakeLogind logind(loop);
     LogindActivity source(loop, bus, windows);
     ASSERT_EQ(source.start(sink), Start::Asking);
     ASSERT_TRUE(spinUntil(loop, [&] { return sink.heard == "W"; }));

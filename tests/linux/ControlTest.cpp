@@ -58,11 +58,7 @@ class Script : public Peer {
 };
 
 /// A program whose time passes when the test says so, on a real bus.
-struct ControlTest : testing::Test {
-    std::string address = "unix:path=" + testing::TempDir() + "control-bus-" + std::to_string(getpid());
-    std::optional<PrivateBus> daemon{std::in_place, "DBUS_SESSION_BUS_ADDRESS", address};
-    EventLoop loop;
-    OpenBus bus{loop};
+struct ControlTest : OnABus {
     Play play;
     RemoteControl remote{play.desk.services, play.time};
     std::unique_ptr<ControlObject> object;
@@ -218,13 +214,10 @@ TEST_F(ControlTest, comesBackWithTheBusAndKnowsOfNoWatcherOfTheOldOne) {
     {
         Script script(loop);
         script.does("Watch");
-        daemon->end();
-        spinUntil(loop, [this] { return !bus.open(); });
+        busGoes();
     }
     play("+5\n");
-    daemon.emplace("DBUS_SESSION_BUS_ADDRESS", address);
-    ASSERT_TRUE(spinUntil(
-        loop, [this] { return bus.open(); }, 10));
+    ASSERT_TRUE(busComes());
     sd_bus_request_name(bus.handle(), control::service, 0);
     Script script(loop);
     EXPECT_EQ(script.reads()["State"], BusValue(std::string("working")));

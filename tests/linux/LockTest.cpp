@@ -1,4 +1,4 @@
-#include "PrivateBus.h"
+#include "FakeLogind.h"
 #include "Support.h"
 #include "platform/linux/events/DesktopLock.h"
 
@@ -98,60 +98,6 @@ class Saver : public Peer {
         SD_BUS_VTABLE_END};
 };
 
-constexpr const char* sessionInterface = "org.freedesktop.login1.Session";
-
-/// What logind is on the system bus: two sessions, the first of which is somebody else's.
-class Logind : public Peer {
-  public:
-    explicit Logind(EventLoop& loop) : Peer(loop, sd_bus_open_system) {
-        sd_bus_add_object_vtable(bus(), nullptr, "/org/freedesktop/login1", "org.freedesktop.login1.Manager",
-                                 manager, this);
-        for (const char* path : {other, own})
-            sd_bus_add_object_vtable(bus(), nullptr, path, sessionInterface, session, this);
-        sd_bus_request_name(bus(), "org.freedesktop.login1", 0);
-    }
-    static constexpr const char* other = "/org/freedesktop/login1/session/c1";
-    static constexpr const char* own = "/org/freedesktop/login1/session/c2";
-
-    void setHint(bool value, const char* path = own) {
-        (path == own ? ownHint : otherHint) = value;
-        sd_bus_emit_properties_changed(bus(), path, sessionInterface, "LockedHint", nullptr);
-    }
-    void request(const char* what, const char* path = own) {
-        sd_bus_emit_signal(bus(), path, sessionInterface, what, nullptr);
-    }
-    bool ownHint = false;
-    bool otherHint = false;
-    int questions = 0;
-
-  private:
-    static int get(sd_bus_message* call, void*, sd_bus_error* error) {
-        const char* id = nullptr;
-        sd_bus_message_read(call, "s", &id);
-        if (std::string(id) == "c2")
-            return sd_bus_reply_method_return(call, "o", own);
-        return sd_bus_error_set(error, "org.freedesktop.login1.NoSuchSession", "none such");
-    }
-    static int list(sd_bus_message* call, void* self, sd_bus_error*) {
-        ++static_cast<Logind*>(self)->questions;
-        return sd_bus_reply_method_return(call, "a(susso)", 2, "c1", getuid() + 1, "other", "seat0", other,
-                                          "c2", getuid(), "own", "seat0", own);
-    }
-    static int hint(sd_bus*, const char* path, const char*, const char*, sd_bus_message* reply, void* self,
-                    sd_bus_error*) {
-        const auto* logind = static_cast<Logind*>(self);
-        const bool value = std::string(path) == own ? logind->ownHint : logind->otherHint;
-        return sd_bus_message_append(reply, "b", value ? 1 : 0);
-    }
-    static constexpr sd_bus_vtable manager[] = {
-        SD_BUS_VTABLE_START(0), SD_BUS_METHOD("GetSession", "s", "o", get, SD_BUS_VTABLE_UNPRIVILEGED),
-        SD_BUS_METHOD("ListSessions", "", "a(susso)", list, SD_BUS_VTABLE_UNPRIVILEGED), SD_BUS_VTABLE_END};
-    static constexpr sd_bus_vtable session[] = {
-        SD_BUS_VTABLE_START(0),
-        SD_BUS_PROPERTY("LockedHint", "b", hint, 0, SD_BUS_VTABLE_PROPERTY_EMITS_INVALIDATION),
-        SD_BUS_SIGNAL("Lock", "", 0), SD_BUS_SIGNAL("Unlock", "", 0), SD_BUS_VTABLE_END};
-};
-
 class LockTest : public testing::Test {
   protected:
     LockTest() { unsetenv("XDG_SESSION_ID"); }
@@ -229,7 +175,7 @@ TEST_F(LockTest, AScreenSaverThatSaysLockedAndLeavesAtOnceLeavesNoLock) {
 }
 
 TEST_F(LockTest, TheHintAndTheRequestsOfOurOwnSessionCountOnce) {
-    Logind logind(loop);
+    FakeLogind logind(loop);
     Saver saver(loop);
     observe();
     after("");
@@ -243,14 +189,14 @@ TEST_F(LockTest, TheHintAndTheRequestsOfOurOwnSessionCountOnce) {
     logind.setHint(false);
     saver.emit("org.freedesktop.ScreenSaver", "/ScreenSaver", false);
     EXPECT_EQ(after(""), "");
-    logind.setHint(true, Logind::other);
-    logind.request("Unlock", Logind::other);
+    logind.setHint(true, FakeLogind::other);
+    logind.request("Unlock", FakeLogind::other);
     EXPECT_EQ(after(""), "");
 }
 
 TEST_F(LockTest, TheSessionIsTheOneThatStartedUs) {
     setenv("XDG_SESSION_ID", "c2", 1);
-    Logind logind(loop);
+    FakeLogind logind(loop);
     observe();
     after("");
     logind.setHint(true);
@@ -260,7 +206,7 @@ TEST_F(LockTest, TheSessionIsTheOneThatStartedUs) {
 
 TEST_F(LockTest, ASessionThatIsNoMoreIsLookedForAgain) {
     setenv("XDG_SESSION_ID", "77", 1);
-    Logind logind(loop);
+    FakeLogind logind(loop);
     observe();
     after("");
     logind.setHint(true);
@@ -268,7 +214,7 @@ TEST_F(LockTest, ASessionThatIsNoMoreIsLookedForAgain) {
 }
 
 TEST_F(LockTest, AHintThatADesktopNeverSetsDoesNotUnlockWhatAScreenSaverLocked) {
-    Logind logind(loop);
+    FakeLogind logind(loop);
     observe();
     after("");
     Saver saver(loop);
@@ -279,7 +225,7 @@ TEST_F(LockTest, AHintThatADesktopNeverSetsDoesNotUnlockWhatAScreenSaverLocked) 
 }
 
 TEST_F(LockTest, AScreenThatIsLockedAlreadyIsFoundOut) {
-    Logind logind(loop);
+    FakeLogind logind(loop);
     Saver saver(loop, "org.cinnamon.ScreenSaver");
     saver.active = true;
     observe();
@@ -291,7 +237,7 @@ TEST_F(LockTest, AScreenThatIsLockedAlreadyIsFoundOut) {
 TEST_F(LockTest, ALogindThatStartsLaterIsFound) {
     observe();
     after("");
-    std::optional<Logind> logind(std::in_place, loop);
+    std::optional<FakeLogind> logind(std::in_place, loop);
     logind->ownHint = true;
     EXPECT_EQ(after("L"), "L");
     // Started again, it knows what it knew; meanwhile nothing is unlocked.
@@ -311,7 +257,7 @@ TEST_F(LockTest, MissingBusesHarmNothingAndAreFoundWhenTheyCome) {
     EXPECT_EQ(after(""), "");
     system.emplace("DBUS_SYSTEM_BUS_ADDRESS", systemAddress);
     session.emplace("DBUS_SESSION_BUS_ADDRESS", sessionAddress);
-    Logind logind(loop);
+    FakeLogind logind(loop);
     logind.ownHint = true;
     EXPECT_EQ(after("L"), "L");
     Saver saver(loop);

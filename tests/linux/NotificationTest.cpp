@@ -74,11 +74,7 @@ class Service : public Peer {
         SD_BUS_METHOD("CloseNotification", "u", "", close, SD_BUS_VTABLE_UNPRIVILEGED), SD_BUS_VTABLE_END};
 };
 
-struct DesktopNotificationsTest : testing::Test {
-    std::string address = "unix:path=" + testing::TempDir() + "word-bus-" + std::to_string(getpid());
-    std::optional<PrivateBus> daemon{std::in_place, "DBUS_SESSION_BUS_ADDRESS", address};
-    EventLoop loop;
-    OpenBus bus{loop};
+struct DesktopNotificationsTest : OnABus {
     std::vector<std::string> failures, pressed;
     DesktopNotifications notifications{bus,
                                        {"Kelpa", "app.orvane.Kelpa", "/icon.svg"},
@@ -172,25 +168,18 @@ TEST_F(DesktopNotificationsTest, nobodyShowsAreALineInTheLog) {
         ASSERT_TRUE(comes([&] { return failures.size() == 2; }));
         EXPECT_EQ(failures.back(), "The notification is not shown: It would rather not");
     }
-    daemon->end();
-    ASSERT_TRUE(comes([&] { return !bus.open(); }));
+    ASSERT_TRUE(busGoes());
     show("C");
     EXPECT_EQ(failures.back(), "The notification is not shown: no session bus takes it");
     notifications.withdraw();
-    daemon.emplace("DBUS_SESSION_BUS_ADDRESS", address);
-    ASSERT_TRUE(spinUntil(
-        loop, [&] { return bus.open(); }, 10));
+    ASSERT_TRUE(busComes());
     Service service(loop);
     show("D");
     ASSERT_TRUE(comes([&] { return service.shown.size() == 1; })) << "with the bus they come back";
     EXPECT_EQ(failures.size(), 3U);
 }
 
-struct TrayNoticeTest : testing::Test {
-    std::string address = "unix:path=" + testing::TempDir() + "notice-bus-" + std::to_string(getpid());
-    std::optional<PrivateBus> daemon{std::in_place, "DBUS_SESSION_BUS_ADDRESS", address};
-    EventLoop loop;
-    OpenBus bus{loop};
+struct TrayNoticeTest : OnABus {
     bool oldTray = false, locked = false;
     int logged = 0, opened = 0;
     std::vector<std::string> failures;
@@ -271,8 +260,7 @@ TEST_F(TrayNoticeTest, needsNoNotifications) {
 /// A bus takes the panel with it, and both may come back.
 TEST_F(TrayNoticeTest, saysNothingOfADesktopWhileThereIsNoBus) {
     notice.setHostPresent(true);
-    daemon->end();
-    ASSERT_TRUE(spinUntil(loop, [&] { return !bus.open(); }));
+    ASSERT_TRUE(busGoes());
     notice.setHostPresent(false);
     spin(loop, 0.6);
     EXPECT_EQ(logged, 0);

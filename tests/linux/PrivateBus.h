@@ -7,7 +7,10 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
+#include <gtest/gtest.h>
+#include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <sys/wait.h>
 #include <systemd/sd-bus.h>
@@ -71,6 +74,54 @@ class PrivateBus {
 
 using Message = BusMessage;
 
+/// What a variant holds, as text; its type in brackets where nobody reads that.
+inline std::string readValue(sd_bus_message* m) {
+    const char* type = nullptr;
+    sd_bus_message_peek_type(m, nullptr, &type);
+    const std::string contents = type;
+    sd_bus_message_enter_container(m, 'v', type);
+    std::string value = "(" + contents + ")";
+    const char* text = nullptr;
+    int truth = 0, file = -1;
+    const void* bytes = nullptr;
+    std::size_t size = 0;
+    if (contents == "s" && sd_bus_message_read_basic(m, 's', &text) > 0)
+        value = text;
+    else if (contents == "b" && sd_bus_message_read_basic(m, 'b', &truth) > 0)
+        value = truth != 0 ? "yes" : "no";
+    else if (contents == "ay" && sd_bus_message_read_array(m, 'y', &bytes, &size) > 0)
+        value.assign(static_cast<const char*>(bytes), size);
+    else if (contents == "ah" && sd_bus_message_read(m, "ah", 1, &file) > 0)
+        value = contentOf("/proc/self/fd/" + std::to_string(file));
+    else if (contents == "aas") {
+        value.clear();
+        sd_bus_message_enter_container(m, 'a', "as");
+        while (sd_bus_message_enter_container(m, 'a', "s") > 0) {
+            while (sd_bus_message_read_basic(m, 's', &text) > 0)
+                value += std::string(value.empty() ? "" : "+") + text;
+            sd_bus_message_exit_container(m);
+        }
+        sd_bus_message_exit_container(m);
+    } else {
+        sd_bus_message_skip(m, contents.c_str());
+    }
+    sd_bus_message_exit_container(m);
+    return value;
+}
+
+inline std::map<std::string, std::string> readProperties(sd_bus_message* m) {
+    std::map<std::string, std::string> properties;
+    const char* name = nullptr;
+    sd_bus_message_enter_container(m, 'a', "{sv}");
+    while (sd_bus_message_enter_container(m, 'e', "sv") > 0) {
+        sd_bus_message_read_basic(m, 's', &name);
+        properties[name] = readValue(m);
+        sd_bus_message_exit_container(m);
+    }
+    sd_bus_message_exit_container(m);
+    return properties;
+}
+
 /// A bus as the program has it once the bus has answered.
 class OpenBus : public Bus {
   public:
@@ -120,6 +171,25 @@ class Peer {
     EventLoop& loop_;
     sd_bus* bus_ = nullptr;
     Message answer_;
+};
+
+/// A program with a session bus, which may go and come back at its address.
+struct OnABus : testing::Test {
+    TempFolder busFolder;
+    std::string address = "unix:path=" + busFolder.file("bus");
+    std::optional<PrivateBus> daemon{std::in_place, "DBUS_SESSION_BUS_ADDRESS", address};
+    EventLoop loop;
+    OpenBus bus{loop};
+
+    bool busGoes() {
+        daemon->end();
+        return spinUntil(loop, [this] { return !bus.open(); });
+    }
+    bool busComes() {
+        daemon.emplace("DBUS_SESSION_BUS_ADDRESS", address);
+        return spinUntil(
+            loop, [this] { return bus.open(); }, 10);
+    }
 };
 
 } // namespace kelpa::test

@@ -83,51 +83,6 @@ struct ReadLine {
     std::vector<ReadLine> children;
 };
 
-std::string readValue(sd_bus_message* m) {
-    const char* type = nullptr;
-    sd_bus_message_peek_type(m, nullptr, &type);
-    const std::string contents = type;
-    sd_bus_message_enter_container(m, 'v', type);
-    std::string value = "(" + contents + ")";
-    const char* text = nullptr;
-    int truth = 0;
-    const void* bytes = nullptr;
-    std::size_t size = 0;
-    if (contents == "s" && sd_bus_message_read_basic(m, 's', &text) > 0)
-        value = text;
-    else if (contents == "b" && sd_bus_message_read_basic(m, 'b', &truth) > 0)
-        value = truth != 0 ? "yes" : "no";
-    else if (contents == "ay" && sd_bus_message_read_array(m, 'y', &bytes, &size) > 0)
-        value.assign(static_cast<const char*>(bytes), size);
-    else if (contents == "aas") {
-        value.clear();
-        sd_bus_message_enter_container(m, 'a', "as");
-        while (sd_bus_message_enter_container(m, 'a', "s") > 0) {
-            while (sd_bus_message_read_basic(m, 's', &text) > 0)
-                value += std::string(value.empty() ? "" : "+") + text;
-            sd_bus_message_exit_container(m);
-        }
-        sd_bus_message_exit_container(m);
-    } else {
-        sd_bus_message_skip(m, contents.c_str());
-    }
-    sd_bus_message_exit_container(m);
-    return value;
-}
-
-std::map<std::string, std::string> readProperties(sd_bus_message* m) {
-    std::map<std::string, std::string> properties;
-    const char* name = nullptr;
-    sd_bus_message_enter_container(m, 'a', "{sv}");
-    while (sd_bus_message_enter_container(m, 'e', "sv") > 0) {
-        sd_bus_message_read_basic(m, 's', &name);
-        properties[name] = readValue(m);
-        sd_bus_message_exit_container(m);
-    }
-    sd_bus_message_exit_container(m);
-    return properties;
-}
-
 ReadLine readLine(sd_bus_message* m) {
     ReadLine line;
     sd_bus_message_enter_container(m, 'r', "ia{sv}av");
@@ -152,14 +107,10 @@ std::string errorOf(const Message& answer) {
     return error != nullptr ? error->name : answer ? "none" : "silence";
 }
 
-struct StatusItemTest : testing::Test {
-    std::string address = "unix:path=" + testing::TempDir() + "item-bus-" + std::to_string(getpid());
-    std::optional<PrivateBus> daemon{std::in_place, "DBUS_SESSION_BUS_ADDRESS", address};
-    EventLoop loop;
+struct StatusItemTest : OnABus {
     TempFolder data;
     KeptClicks clicks;
     LinuxStatusBar bar;
-    OpenBus bus{loop};
     Names shown;                ///< by clicks that hosts left to the program
     bool menuCanBeShown = true; ///< other than by a host
     ItemActivation activation{loop,
@@ -580,9 +531,7 @@ TEST_F(StatusItemTest, comesBackWithTheBusAsItIsThen) {
     bar.removeSink(*item);
     daemon->end();
     ASSERT_TRUE(hostBecomes(false));
-    daemon.emplace("DBUS_SESSION_BUS_ADDRESS", address);
-    ASSERT_TRUE(spinUntil(
-        loop, [&] { return bus.open(); }, 10));
+    ASSERT_TRUE(busComes());
     Panel last(loop);
     spin(loop, 0.2);
     EXPECT_EQ(last.items.size(), 0U) << "it is hidden";
