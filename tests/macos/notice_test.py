@@ -8,7 +8,12 @@ SETTINGS = {"pref.work.time": 2, "pref.break.notice": 30, "pref.break.more": 3, 
 class Notice(MacTest):
     def told(self, program):
         """What was notified and taken away since it was last asked for."""
-        return program.notes("notification", "notification gone")
+        told = program.notes("notification", "notification gone")
+        for note in told:
+            if "actions" in note:
+                self.assertEqual(note["categoryIdentifier"], note["category"])
+                note["actions"] = [list(action) for action in zip(note["actions"], note["labels"])]
+        return told
 
     def test_it_comes_and_its_buttons_do_what_they_say(self):
         program = self.launch(SETTINGS)

@@ -379,7 +379,6 @@ enum : NSInteger { NSWindowToolbarStylePreference = 2 };
 - (void)setTitlebarSeparatorStyle:(NSTitlebarSeparatorStyle)style SINCE(11.0);
 - (void)setAnimationBehavior:(NSWindowAnimationBehavior)behavior SINCE(10.7);
 - (void)setToolbarStyle:(NSWindowToolbarStyle)style SINCE(11.0);
-- (NSViewController*)contentViewController SINCE(10.10);
 @end
 
 // --- AppKit: controls
@@ -540,6 +539,6 @@ SINCE(10.14) @interface UNUserNotificationCenter : NSObject
 - (instancetype)initWithStartingUpdater:(BOOL)startUpdater
                         updaterDelegate:(id)updaterDelegate
                      userDriverDelegate:(id)userDriverDelegate;
-- (SPUUpdater*)updater;
+@property(nonatomic, readonly) SPUUpdater* updater;
 @end
 #endif

@@ -25,6 +25,8 @@ Method class_getInstanceMethod(Class, SEL);
 IMP method_setImplementation(Method, IMP);
 BOOL class_addMethod(Class, SEL, IMP, const char* types);
 SEL sel_registerName(const char*);
+const char* sel_getName(SEL);
+const char* sel_getTypeEncoding(SEL);
 void* _Block_copy(const void*);
 void _Block_release(const void*);
 extern void* _NSConcreteGlobalBlock[];
@@ -66,6 +68,16 @@ void release(id self, SEL) {
     lock.unlock();
     [record release];
     [self dealloc];
+}
+
+NSMethodSignature* (*knownSignature)(id, SEL, SEL);
+
+/// How a message that sets something is sent says of which types it is.
+NSMethodSignature* signature(id self, SEL selector, SEL message) {
+    NSMethodSignature* known = knownSignature(self, selector, message);
+    if (known || std::strncmp(sel_getName(message), "set", 3) != 0)
+        return known;
+    return [NSMethodSignature signatureWithObjCTypes:sel_getTypeEncoding(message)];
 }
 
 Class classNamed(const char* name) {
@@ -179,6 +191,22 @@ void objc_copyWeak(id* to, id* from) {
 /// Here, because no class of a library may get a method any more once blocks have theirs.
 @implementation NSObject (Records)
 
+/// What can be set there and not here is kept, an object under its name; a number comes to nothing.
+- (void)forwardInvocation:(NSInvocation*)asked {
+    if (id target = [self forwardingTargetForSelector:[asked selector]])
+        return [asked invokeWithTarget:target];
+    NSString* name = NSStringFromSelector([asked selector]);
+    if (![name hasPrefix:@"set"])
+        return [self doesNotRecognizeSelector:[asked selector]];
+    if (*[[asked methodSignature] getArgumentTypeAtIndex:2] != '@')
+        return;
+    id value = nil;
+    [asked getArgument:&value atIndex:2];
+    NSString* first = [[name substringWithRange:NSMakeRange(3, 1)] lowercaseString];
+    NSString* rest = [name substringWithRange:NSMakeRange(4, [name length] - 5)];
+    [recordOf(self) setValue:value forKey:[first stringByAppendingString:rest]];
+}
+
 - (id)valueForUndefinedKey:(NSString*)key {
     return [recordOf(self) objectForKey:key];
 }
@@ -195,6 +223,7 @@ void objc_copyWeak(id* to, id* from) {
 /// stands in for them, because its table of methods is made then.
 + (void)load {
     replaceMethod("NSObject", @selector(release), reinterpret_cast<void*>(release));
+    replace("NSObject", @selector(methodSignatureForSelector:), signature, knownSignature);
     GSDebugAllocationActive(YES);
     for (const char* message : {"copy", "copyWithZone:", "retain"})
         class_addMethod(self, sel_registerName(message),

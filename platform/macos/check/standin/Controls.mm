@@ -24,25 +24,16 @@ const NSFontWeight NSFontWeightBold = 0.4;
 
 namespace {
 
-/// Keeps what is set under the name of the message that asks for it.
-void keep(id object, SEL message, id value) {
-    NSString* name = NSStringFromSelector(message); // setAccessibilityLabel:
-    NSString* first = [[name substringWithRange:NSMakeRange(3, 1)] lowercaseString];
-    NSString* rest = [name substringWithRange:NSMakeRange(4, [name length] - 5)];
-    [recordOf(object) setValue:value forKey:[first stringByAppendingString:rest]];
+id itself(id self, SEL) {
+    return self;
 }
 
-id kept(id object, SEL message) {
-    return recordOf(object)[NSStringFromSelector(message)];
+id kept(id self, SEL message) {
+    return recordOf(self)[NSStringFromSelector(message)];
 }
 
-/// Of a view's appearance, for which the view itself stands in.
-id appearance(id view, SEL) {
-    return view;
-}
-
-void perform(id, SEL, void (^block)(void)) {
-    block();
+id anyColor(id, SEL) {
+    return [NSColor grayColor];
 }
 
 } // namespace
@@ -50,43 +41,19 @@ void perform(id, SEL, void (^block)(void)) {
 @implementation NSView (StandIn)
 
 + (void)load {
-    addMethods("NSView",
-               "setAccessibilityLabel: setAccessibilityRole: setAccessibilityHelp: setAccessibilityValue: "
-               "setIdentifier:",
-               reinterpret_cast<void*>(keep));
-    addMethods("NSView",
-               "accessibilityLabel accessibilityRole accessibilityHelp accessibilityValue identifier",
-               reinterpret_cast<void*>(kept));
+    ignoreMessages("NSView", "layer wantsUpdateLayer updateLayer effectiveAppearance "
+                             "viewDidChangeEffectiveAppearance addTrackingArea:");
+    addMethods("NSView", "accessibilityLabel", reinterpret_cast<void*>(kept));
     replaceMethod("NSSwitch", @selector(accessibilityLabel), reinterpret_cast<void*>(kept));
-    addMethods("NSView", "effectiveAppearance", reinterpret_cast<void*>(appearance));
-    addMethods("NSView", "performAsCurrentDrawingAppearance:", reinterpret_cast<void*>(perform));
-    ignoreMessages("NSView", "setAccessibilityElement: layer setWantsLayer: wantsUpdateLayer updateLayer "
-                             "setShadow: viewDidChangeEffectiveAppearance addTrackingArea:");
-    ignoreMessages("NSButton", "setContentTintColor:");
-    ignoreMessages("NSTabViewItem", "setImage:");
-    ignoreMessages("NSImage", "setTemplate:");
+    addMethods("+NSColor", "controlAccentColor", reinterpret_cast<void*>(anyColor));
+    // Which the toolkit knows by name only.
+    for (const SEL color :
+         { @selector(systemGrayColor), @selector(systemGreenColor), @selector(systemTealColor) })
+        replaceMethod("+NSColor", color, reinterpret_cast<void*>(anyColor));
     ignoreMessages("NSColor", "CGColor");
-}
-
-@end
-
-@implementation NSColor (StandIn)
-
-+ (NSColor*)controlAccentColor {
-    return [NSColor selectedControlColor];
-}
-
-// Which the toolkit knows by name only.
-+ (NSColor*)systemGrayColor {
-    return [NSColor grayColor];
-}
-
-+ (NSColor*)systemGreenColor {
-    return [NSColor greenColor];
-}
-
-+ (NSColor*)systemTealColor {
-    return [NSColor cyanColor];
+    addMethods("+NSImageSymbolConfiguration",
+               "configurationWithPointSize:weight: configurationWithScale:", reinterpret_cast<void*>(itself));
+    addMethods("NSImage", "imageWithSymbolConfiguration:", reinterpret_cast<void*>(itself));
 }
 
 @end
@@ -104,15 +71,6 @@ void perform(id, SEL, void (^block)(void)) {
 @end
 
 @implementation NSImageSymbolConfiguration
-
-+ (instancetype)configurationWithPointSize:(CGFloat)size weight:(NSFontWeight)weight {
-    return [[self alloc] init];
-}
-
-+ (instancetype)configurationWithScale:(NSImageSymbolScale)scale {
-    return [[self alloc] init];
-}
-
 @end
 
 @implementation NSImage (StandIn)
@@ -120,16 +78,8 @@ void perform(id, SEL, void (^block)(void)) {
 + (instancetype)imageWithSystemSymbolName:(NSString*)name accessibilityDescription:(NSString*)description {
     NSImage* image = [[NSImage alloc] initWithSize:NSMakeSize(16, 16)];
     recordOf(image)[@"symbol"] = name;
-    [recordOf(image) setValue:description forKey:@"description"];
+    [recordOf(image) setValue:description forKey:@"accessibilityDescription"];
     return image;
-}
-
-- (NSImage*)imageWithSymbolConfiguration:(NSImageSymbolConfiguration*)configuration {
-    return recordOf(self)[@"symbol"] ? self : nil;
-}
-
-- (NSString*)accessibilityDescription {
-    return recordOf(self)[@"description"];
 }
 
 @end
@@ -195,12 +145,8 @@ void perform(id, SEL, void (^block)(void)) {
 @implementation NSSwitch (StandIn)
 
 /// Here one that is off would be grey.
-- (void)setEnabled:(BOOL)enabled {
-    recordOf(self)[@"grey"] = @(!enabled);
-}
-
 - (BOOL)isEnabled {
-    return ![recordOf(self)[@"grey"] boolValue];
+    return YES;
 }
 
 @end

@@ -48,10 +48,6 @@ void setFrame(NSView* view, SEL selector, NSRect frame) {
     [view setFrameSize:frame.size];
 }
 
-id itself(id self, SEL) {
-    return self;
-}
-
 } // namespace
 
 /// An edge or a length of a view, and any constraint of it.
@@ -60,7 +56,7 @@ id itself(id self, SEL) {
 
 @implementation AnchorStandIn
 
-static id anchorOf(NSView*, SEL) {
+static id anchorOf(id, SEL) {
     static AnchorStandIn* all = [[AnchorStandIn alloc] init];
     return all;
 }
@@ -76,11 +72,8 @@ static id anchorOf(NSView*, SEL) {
                "constraintGreaterThanOrEqualToAnchor: constraintGreaterThanOrEqualToAnchor:constant: "
                "constraintLessThanOrEqualToAnchor:constant: constraintEqualToConstant: "
                "constraintGreaterThanOrEqualToConstant:",
-               reinterpret_cast<void*>(itself));
-    ignoreMessages("AnchorStandIn", "setActive: setPriority:");
-    ignoreMessages("+NSLayoutConstraint", "activateConstraints:");
-    ignoreMessages("NSView", "setNeedsLayout: invalidateIntrinsicContentSize "
-                             "setContentCompressionResistancePriority:forOrientation:");
+               reinterpret_cast<void*>(anchorOf));
+    ignoreMessages("NSView", "invalidateIntrinsicContentSize");
 }
 
 @end
@@ -164,10 +157,6 @@ static id anchorOf(NSView*, SEL) {
 
 @implementation NSStackView
 
-+ (void)load {
-    ignoreMessages("NSStackView", "setCustomSpacing:afterView:");
-}
-
 + (instancetype)stackViewWithViews:(NSArray<NSView*>*)views {
     NSStackView* stack = [[self alloc] initWithFrame:NSZeroRect];
     for (NSView* view in views)
@@ -188,6 +177,11 @@ static id anchorOf(NSView*, SEL) {
     [self addArrangedSubview:view];
 }
 
+/// Of a grid, in which each cell is its row.
+- (id)row {
+    return self;
+}
+
 - (NSArray<NSView*>*)arrangedSubviews {
     return [[self subviews] copy];
 }
@@ -201,9 +195,7 @@ static id anchorOf(NSView*, SEL) {
 @implementation GridStandIn
 
 + (void)load {
-    ignoreMessages("GridStandIn", "setRowSpacing: setColumnSpacing: setRowAlignment: columnAtIndex:");
-    ignoreMessages("NSStackView", "setTopPadding: mergeCellsInRange: cellAtIndex:");
-    addMethods("NSStackView", "row", reinterpret_cast<void*>(itself));
+    ignoreMessages("NSStackView", "columnAtIndex: mergeCellsInRange: cellAtIndex:");
 }
 
 - (id)addRowWithViews:(NSArray<NSView*>*)views {

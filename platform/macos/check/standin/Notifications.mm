@@ -6,15 +6,25 @@
 
 #include <cstdlib>
 
+namespace {
+
+UNNotificationRequest* shown; ///< last, also when it has gone
+
+/// Also what nobody else may set.
+id make(Class kind, NSDictionary* properties) {
+    id made = [[kind alloc] init];
+    [made setValuesForKeysWithDictionary:properties];
+    return made;
+}
+
+} // namespace
+
 @implementation UNNotificationAction
 
 + (instancetype)actionWithIdentifier:(NSString*)identifier
                                title:(NSString*)title
                              options:(UNNotificationActionOptions)options {
-    UNNotificationAction* action = [[self alloc] init];
-    action->_identifier = identifier;
-    action->_title = title;
-    return action;
+    return make(self, @{@"identifier" : identifier, @"title" : title});
 }
 
 @end
@@ -25,10 +35,7 @@
                                actions:(NSArray*)actions
                      intentIdentifiers:(NSArray*)intents
                                options:(UNNotificationCategoryOptions)options {
-    UNNotificationCategory* category = [[self alloc] init];
-    category->_identifier = identifier;
-    category->_actions = actions;
-    return category;
+    return make(self, @{@"identifier" : identifier, @"actions" : actions});
 }
 
 @end
@@ -44,46 +51,22 @@
 + (instancetype)requestWithIdentifier:(NSString*)identifier
                               content:(UNNotificationContent*)content
                               trigger:(UNNotificationTrigger*)trigger {
-    UNNotificationRequest* request = [[self alloc] init];
-    request->_identifier = identifier;
-    request->_content = content;
-    return request;
+    return make(self, @{@"identifier" : identifier, @"content" : content});
 }
 
-@end
-
-@interface UNNotification ()
-@property(nonatomic, readwrite) UNNotificationRequest* request;
 @end
 
 @implementation UNNotification
 @end
 
-@interface UNNotificationResponse ()
-@property(nonatomic, readwrite) UNNotification* notification;
-@property(nonatomic, readwrite, copy) NSString* actionIdentifier;
-@end
-
 @implementation UNNotificationResponse
 @end
 
-namespace {
-
-UNNotificationRequest* shown; ///< last, also when it has gone
-
-} // namespace
-
-@implementation UNUserNotificationCenter {
-    UNNotificationCategory* _category;
-}
+@implementation UNUserNotificationCenter
 
 + (UNUserNotificationCenter*)currentNotificationCenter {
     static id center = [[self alloc] init];
     return center;
-}
-
-- (void)setNotificationCategories:(NSSet*)categories {
-    _category = [categories anyObject];
 }
 
 - (void)requestAuthorizationWithOptions:(UNAuthorizationOptions)options
@@ -93,13 +76,15 @@ UNNotificationRequest* shown; ///< last, also when it has gone
 
 - (void)addNotificationRequest:(UNNotificationRequest*)request
          withCompletionHandler:(void (^)(NSError* error))done {
-    const auto content = static_cast<UNMutableNotificationContent*>([request content]);
-    NSMutableArray* actions = [NSMutableArray array];
-    if ([[content categoryIdentifier] isEqual:[_category identifier]])
-        for (UNNotificationAction* action in [_category actions])
-            [actions addObject:@[ [action identifier], [action title] ]];
-    note(@"notification", @{@"title" : [content title], @"body" : [content body], @"actions" : actions});
     shown = request;
+    UNNotificationCategory* category = [recordOf(self)[@"notificationCategories"] anyObject];
+    NSDictionary* content =
+        [[request content] dictionaryWithValuesForKeys:@[ @"title", @"body", @"categoryIdentifier" ]];
+    NSMutableDictionary* told = [content mutableCopy];
+    told[@"category"] = [category identifier];
+    told[@"actions"] = [category valueForKeyPath:@"actions.identifier"];
+    told[@"labels"] = [category valueForKeyPath:@"actions.title"];
+    note(@"notification", told);
     done(nil);
 }
 
@@ -117,11 +102,9 @@ UNNotificationRequest* shown; ///< last, also when it has gone
 
 /// A press on the notification that was shown last, also when it has gone: some presses come late.
 + (id)pressAction:(NSDictionary*)asked {
-    UNNotification* notification = [[UNNotification alloc] init];
-    [notification setRequest:shown];
-    UNNotificationResponse* response = [[UNNotificationResponse alloc] init];
-    [response setNotification:notification];
-    [response setActionIdentifier:asked[@"action"]];
+    id notification = make([UNNotification class], @{@"request" : shown});
+    id response = make([UNNotificationResponse class],
+                       @{@"notification" : notification, @"actionIdentifier" : asked[@"action"]});
     UNUserNotificationCenter* center = [UNUserNotificationCenter currentNotificationCenter];
     [[center delegate] userNotificationCenter:center
                didReceiveNotificationResponse:response

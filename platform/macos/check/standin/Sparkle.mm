@@ -23,23 +23,15 @@
 
 @end
 
-@implementation SPUStandardUpdaterController {
-    SPUUpdater* _updater;
-}
+@implementation SPUStandardUpdaterController
 
 - (instancetype)initWithStartingUpdater:(BOOL)start
                         updaterDelegate:(id)delegate
                      userDriverDelegate:(id)driver {
-    (void)delegate;
-    (void)driver;
     self = [super init];
     _updater = [[SPUUpdater alloc] init];
     note(@"updater", @{@"started" : @(start)});
     return self;
-}
-
-- (SPUUpdater*)updater {
-    return _updater;
 }
 
 @end

@@ -22,9 +22,7 @@ using Ticket = std::pair<double, unsigned long>;
 /// Does the work once so many seconds have passed, on the main thread.
 Ticket schedule(double seconds, std::function<void()> work);
 void callOff(const Ticket& ticket);
-/// Lets seconds pass and does what falls due, in order; each time until nothing is left to do.
+/// Lets seconds pass and does what falls due, in order.
 void pass(double seconds);
-/// Does all that waits in queues.
-void settleQueues();
 
 } // namespace standin

@@ -9,10 +9,8 @@
 
 #include <cstdlib>
 #include <ctime>
-#include <deque>
 #include <map>
 #include <thread>
-#include <vector>
 
 // --- What is due
 
@@ -39,14 +37,11 @@ void callOff(const Ticket& ticket) {
 void pass(double seconds) {
     constexpr double rounding = 1e-6; // of intervals that were added up
     const double until = now_ + seconds;
-    settleQueues();
     while (!schedule_.empty() && schedule_.begin()->first.first <= until + rounding)
         @autoreleasepool {
             auto next = schedule_.extract(schedule_.begin());
             now_ = std::max(now_, next.key().first);
             next.mapped()();
-            next = {};
-            settleQueues();
         }
     now_ = until;
 }
@@ -75,22 +70,22 @@ int __wrap_clock_gettime(clockid_t clock, timespec* time) {
 
 } // extern "C"
 
-// --- Timers
+// --- Timers and sources
 
-/// What a timer that goes on waits for.
-@interface TimerStandIn : NSObject {
+/// What a timer or a source waits for.
+@interface SourceStandIn : NSObject <OS_dispatch_source> {
   @public
+    dispatch_queue_t queue;
+    dispatch_block_t handler;
+    double seconds;
     standin::Ticket ticket;
 }
-@end
-
-@implementation TimerStandIn
 @end
 
 namespace {
 
 void waitFor(NSTimer* timer) {
-    TimerStandIn* waiting = [[TimerStandIn alloc] init];
+    SourceStandIn* waiting = [[SourceStandIn alloc] init];
     waiting->ticket = standin::schedule([timer timeInterval], [timer] {
         waitFor(timer);
         [timer fire];
@@ -110,78 +105,20 @@ void addTimer(id loop, SEL selector, NSTimer* timer, NSString* mode) {
 }
 
 void invalidateTimer(NSTimer* timer, SEL selector) {
-    if (TimerStandIn* waiting = recordOf(timer)[@"waiting"])
+    if (SourceStandIn* waiting = recordOf(timer)[@"waiting"])
         standin::callOff(waiting->ticket);
     invalidate(timer, selector);
 }
 
 } // namespace
 
-// --- Queues: the main one's work is done when the driver asks for it, that of any other on a thread of its
-// own
-
-@interface QueueStandIn : NSObject <OS_dispatch_queue> {
-  @public
-    std::deque<dispatch_block_t> blocks;
-}
-@end
-
-@implementation QueueStandIn
+@implementation SourceStandIn
 
 + (void)load {
     replace("NSRunLoop", @selector(addTimer:forMode:), addTimer, addRealTimer);
     replace("NSTimer", @selector(invalidate), invalidateTimer, invalidate);
-    ignoreMessages("NSTimer", "setTolerance:");
 }
 
-- (void)doNext {
-    @autoreleasepool {
-        dispatch_block_t block = blocks.front();
-        blocks.pop_front();
-        block();
-    }
-}
-
-@end
-
-namespace {
-
-/// All of them live as long as the process; the first one is the main queue.
-std::vector<QueueStandIn*>& queues() {
-    static auto* all = new std::vector<QueueStandIn*>{[[QueueStandIn alloc] init]};
-    return *all;
-}
-
-bool doNextOf(QueueStandIn* queue) {
-    if (queue->blocks.empty())
-        return false;
-    if (queue == queues().front())
-        [queue doNext];
-    else
-        std::thread([queue] { [queue doNext]; }).join();
-    return true;
-}
-
-} // namespace
-
-void standin::settleQueues() {
-    for (bool any = true; any;) {
-        any = false;
-        for (std::size_t i = 0; i < queues().size(); ++i)
-            any = doNextOf(queues()[i]) || any;
-    }
-}
-
-@interface SourceStandIn : NSObject <OS_dispatch_source> {
-  @public
-    dispatch_queue_t queue;
-    dispatch_block_t handler;
-    double seconds;
-    standin::Ticket ticket;
-}
-@end
-
-@implementation SourceStandIn
 @end
 
 extern "C" {
@@ -189,7 +126,8 @@ extern "C" {
 const struct dispatch_source_type_s { int unused; } _dispatch_source_type_timer = {0};
 
 dispatch_queue_t dispatch_get_main_queue(void) {
-    return queues().front();
+    static id queue = [[NSObject alloc] init];
+    return queue;
 }
 
 dispatch_queue_t dispatch_get_global_queue(std::intptr_t, std::uintptr_t) {
@@ -197,11 +135,22 @@ dispatch_queue_t dispatch_get_global_queue(std::intptr_t, std::uintptr_t) {
 }
 
 dispatch_queue_t dispatch_queue_create_with_target(const char*, dispatch_queue_attr_t, dispatch_queue_t) {
-    return queues().emplace_back([[QueueStandIn alloc] init]);
+    id queue = [[NSObject alloc] init];
+    return queue;
 }
 
+/// Before all that waits for a time; on a thread of its own for any other queue than the main one.
 void dispatch_async(dispatch_queue_t queue, dispatch_block_t block) {
-    static_cast<QueueStandIn*>(queue)->blocks.push_back([block copy]);
+    constexpr double longAgo = -1e9;
+    standin::schedule(longAgo, [queue, block] {
+        if (queue == dispatch_get_main_queue())
+            return block();
+        std::thread([block] {
+            @autoreleasepool {
+                block();
+            }
+        }).join();
+    });
 }
 
 dispatch_time_t dispatch_time(dispatch_time_t, std::int64_t delta) {
@@ -258,21 +207,20 @@ void dispatch_source_cancel(dispatch_source_t source) {
 // --- Animations: frames are there at once, and a window's fading is over when its time has passed, unless
 // another one took its place
 
-namespace {
-
-NSWindow* fading;
-CGFloat opacity;
-NSTimeInterval duration;
-
-} // namespace
+static NSTimeInterval duration;
 
 @interface FadingStandIn : NSObject
+@property(nonatomic, weak) NSWindow* window;
 @end
 
 @implementation FadingStandIn
 
 - (void)setAlphaValue:(CGFloat)alpha {
-    opacity = alpha;
+    recordOf([self window])[@"fading"] = self;
+    standin::schedule(duration, [self, alpha] {
+        if (recordOf([self window])[@"fading"] == self)
+            [[self window] setAlphaValue:alpha];
+    });
 }
 
 @end
@@ -288,8 +236,9 @@ NSTimeInterval duration;
 @implementation NSWindow (TimeStandIn)
 
 - (id)animator {
-    fading = self;
-    return [[FadingStandIn alloc] init];
+    FadingStandIn* fading = [[FadingStandIn alloc] init];
+    [fading setWindow:self];
+    return fading;
 }
 
 @end
@@ -299,18 +248,8 @@ NSTimeInterval duration;
 + (void)runAnimationGroup:(void (^)(NSAnimationContext* context))group
         completionHandler:(dispatch_block_t)done {
     group([[NSAnimationContext alloc] init]);
-    NSWindow* window = fading;
-    const CGFloat alpha = opacity;
-    NSObject* turn = [[NSObject alloc] init];
-    if (window)
-        recordOf(window)[@"fading"] = turn;
-    fading = nil;
-    standin::schedule(duration, [=] {
-        if (window && recordOf(window)[@"fading"] == turn)
-            [window setAlphaValue:alpha];
-        if (done)
-            done();
-    });
+    if (done)
+        standin::schedule(duration, done);
 }
 
 - (void)setDuration:(NSTimeInterval)seconds {

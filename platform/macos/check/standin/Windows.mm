@@ -93,19 +93,13 @@ NSWindow* makeWindow(NSView* content, NSUInteger style) {
 
 + (void)load {
     replace("NSWindow", @selector(keyDown:), keyDown, keyDownOfWindow);
-    ignoreMessages("NSWindow", "setTitlebarAppearsTransparent: setTitlebarSeparatorStyle: "
-                               "setAnimationBehavior: setToolbarStyle:");
     ignoreMessages("NSApplication", "addWindowsItem:title:filename:");
 }
 
 + (instancetype)windowWithContentViewController:(NSViewController*)controller {
     NSWindow* window = makeWindow([controller view], NSTitledWindowMask | NSClosableWindowMask);
-    recordOf(window)[@"controller"] = controller;
+    recordOf(window)[@"contentViewController"] = controller;
     return window;
-}
-
-- (NSViewController*)contentViewController {
-    return recordOf(self)[@"controller"];
 }
 
 /// Covers screens that this machine does not have.
