@@ -8,33 +8,11 @@
 namespace kelpa {
 namespace {
 
-double secondsOf(const std::optional<Date>& date) {
-    return date ? date->secondsSince1970 : -1;
-}
-
 struct LinuxClockTest : testing::Test {
     EventLoop loop;
     LinuxClock clock{loop};
     LinuxClockTest() { setenv("TZ", "Europe/Berlin", 1); }
 };
-
-TEST_F(LinuxClockTest, aSkippedHourGivesTheFirstInstantAfterIt) {
-    // 2024-03-31 02:00 became 03:00, which was 01:00 UTC.
-    EXPECT_EQ(secondsOf(clock.date({2024, 3, 31, 1, 59, 59})), 1711846799);
-    EXPECT_EQ(secondsOf(clock.date({2024, 3, 31, 2, 0, 0})), 1711846800);
-    EXPECT_EQ(secondsOf(clock.date({2024, 3, 31, 2, 30, 0})), 1711846800);
-    EXPECT_EQ(secondsOf(clock.date({2024, 3, 31, 3, 0, 0})), 1711846800);
-    EXPECT_EQ(clock.civil({1711846800}), (CivilTime{2024, 3, 31, 3, 0, 0}));
-}
-
-TEST_F(LinuxClockTest, aDoubledHourGivesTheFirstOne) {
-    // 2024-10-27 03:00 became 02:00, which was 01:00 UTC.
-    EXPECT_EQ(secondsOf(clock.date({2024, 10, 27, 2, 30, 0})), 1729989000);
-    EXPECT_EQ(clock.utcOffset({1729989000}), 7200);
-    EXPECT_EQ(clock.civil({1729989000 + 3600}), (CivilTime{2024, 10, 27, 2, 30, 0}));
-    EXPECT_EQ(clock.utcOffset({1729989000 + 3600}), 3600);
-    EXPECT_EQ(secondsOf(clock.date({2024, 10, 27, 3, 0, 0})), 1729994400);
-}
 
 TEST_F(LinuxClockTest, partsOfASecondAreDroppedDownwards) {
     EXPECT_EQ(clock.civil({1711846799.999}), (CivilTime{2024, 3, 31, 1, 59, 59}));

@@ -90,11 +90,5 @@ TEST(Options, refuseWhatTheyDoNotKnowInOneLine) {
     }
 }
 
-TEST(Options, sayWhatTheProgramIs) {
-    EXPECT_NE(helpText().find("--speed N"), std::string::npos);
-    EXPECT_TRUE(versionText().starts_with("Kelpa "));
-    EXPECT_TRUE(versionText().ends_with("\n"));
-}
-
 } // namespace
 } // namespace kelpa
