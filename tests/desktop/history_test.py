@@ -157,6 +157,8 @@ class Window(HistoryTest):
         wait_until(lambda: question in self.names(), 5, "the question")
         self.screen.press("Escape")
         wait_until(lambda: question not in self.names(), 5, "the question to go")
+        forget = self.find("push button", "Forget Everything")
+        wait_until(lambda: "focused" in forget.states(), 5, "what asked to have the keyboard again")
         self.assertTrue(any(self.folder.iterdir()))
         self.click("push button", "Forget Everything")
         self.click("push button", "Delete")

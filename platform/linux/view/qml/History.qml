@@ -40,6 +40,8 @@ Rectangle {
     }
 
     color: Theme.windowBackground
+    // The button that had the keyboard is gone.
+    onAskingChanged: (asking ? keep : forget).forceActiveFocus(Qt.TabFocusReason)
     // The columns are others then, and not only higher.
     onCountChanged: {
         chosen = count - 1;
@@ -181,12 +183,10 @@ Rectangle {
             spacing: Theme.stackSpace
 
             PushButton {
+                id: forget
                 visible: !page.asking
                 text: page.texts.forget ?? ""
-                onClicked: {
-                    page.asking = true;
-                    keep.forceActiveFocus(Qt.TabFocusReason);
-                }
+                onClicked: page.asking = true
             }
             PushButton {
                 id: keep
