@@ -1,17 +1,13 @@
 #include "platform/linux/view/Stage.h"
 
-#include "platform/linux/view/WaylandStage.h"
-#include "platform/linux/view/X11Stage.h"
-
 #include <QGuiApplication>
 #include <QScreen>
 
 namespace kelpa::view {
 
 std::unique_ptr<Stage> makeStage() {
-    if (QGuiApplication::platformName() == QStringLiteral("wayland"))
-        return std::make_unique<WaylandStage>();
-    return std::make_unique<X11Stage>();
+    const bool wayland = QGuiApplication::platformName() == QStringLiteral("wayland");
+    return wayland ? makeWaylandStage() : makeX11Stage();
 }
 
 QScreen* screenOf(const QString& connector) {

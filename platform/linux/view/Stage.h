@@ -88,8 +88,10 @@ class Stage {
     [[nodiscard]] virtual bool inputIsOurs() const = 0;
 };
 
-/// The stage for the display server that Qt is connected to.
+/// The stage for the display server that Qt is connected to: one of the two below.
 [[nodiscard]] std::unique_ptr<Stage> makeStage();
+[[nodiscard]] std::unique_ptr<Stage> makeX11Stage();
+[[nodiscard]] std::unique_ptr<Stage> makeWaylandStage();
 
 /// The screen of a connector; null when there is none.
 [[nodiscard]] QScreen* screenOf(const QString& connector);

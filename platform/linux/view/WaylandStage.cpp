@@ -1,4 +1,4 @@
-#include "platform/linux/view/WaylandStage.h"
+#include "platform/linux/view/LayerHost.h"
 
 #include <QQuickItem>
 #include <QQuickWindow>
@@ -104,7 +104,22 @@ void ToplevelHost::beginDrag(const QMouseEvent&) {
     window_.startSystemMove();
 }
 
-} // namespace
+/// A Wayland compositor. It gives the keyboard to the surfaces that say they want it, and keeps layers in
+/// order.
+class WaylandStage final : public Stage {
+  public:
+    WaylandStage();
+    std::unique_ptr<WindowHost> makeHost(QQuickWindow& window, QQuickItem& content, WindowRole role) override;
+    void askToFloat(QQuickWindow& window) override;
+    void activate(QQuickWindow& window) override;
+    [[nodiscard]] int heightLeftByBars(int available) const override;
+    [[nodiscard]] bool windowsDrawFrames() const override;
+    [[nodiscard]] bool inputIsOurs() const override { return true; }
+
+  private:
+    std::unique_ptr<LayerShell> layers_;                ///< null where the compositor has no layers
+    std::unique_ptr<wayland::RelativePointer> pointer_; ///< null where it tells only where the pointer is
+};
 
 WaylandStage::WaylandStage() {
     if (qgetenv("KELPA_LAYER_SHELL") != "no")
@@ -152,6 +167,12 @@ int WaylandStage::heightLeftByBars(int available) const {
 bool WaylandStage::windowsDrawFrames() const {
     static const bool left = !wayland::offers("zxdg_decoration_manager_v1");
     return left;
+}
+
+} // namespace
+
+std::unique_ptr<Stage> makeWaylandStage() {
+    return std::make_unique<WaylandStage>();
 }
 
 } // namespace kelpa::view

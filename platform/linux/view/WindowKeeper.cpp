@@ -1,10 +1,9 @@
 #include "platform/linux/view/WindowKeeper.h"
 
 #include "platform/linux/helper/ViewProtocol.h"
-#include "platform/linux/view/BreakWindow.h"
 #include "platform/linux/view/Dialogs.h"
 #include "platform/linux/view/PreferencesWindow.h"
-#include "platform/linux/view/WaterWindow.h"
+#include "platform/linux/view/Reminders.h"
 
 #include <QGuiApplication>
 #include <QScreen>

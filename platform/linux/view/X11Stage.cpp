@@ -1,5 +1,6 @@
-#include "platform/linux/view/X11Stage.h"
-
+#include "platform/linux/view/Keyboard.h"
+#include "platform/linux/view/StackKeeper.h"
+#include "platform/linux/view/Stage.h"
 #include "platform/linux/view/X11.h"
 
 #include <QCoreApplication>
@@ -178,7 +179,26 @@ void X11Host::drag(const QMouseEvent& event) {
     window_.setPosition(window_.position() + distance);
 }
 
-} // namespace
+/// An X server, where focus and place in the stack are ours to take and to defend.
+class X11Stage final : public Stage {
+  public:
+    std::unique_ptr<WindowHost> makeHost(QQuickWindow& window, QQuickItem& content, WindowRole role) override;
+    void guardKeyboard(QQuickWindow* window) override;
+    void focusGuarded() override { keyboard_.takeFocus(); }
+    void keepOnTop(const std::vector<QQuickWindow*>& windows) override;
+    void fillBackground(QQuickWindow& window) override;
+    void askToFloat(QQuickWindow& window) override;
+    void showAgain(QQuickWindow& window) override;
+    void activate(QQuickWindow& window) override;
+    [[nodiscard]] int heightLeftByBars(int available) const override { return available; }
+    [[nodiscard]] bool windowsDrawFrames() const override { return false; }
+    /// The server tells the program itself.
+    [[nodiscard]] bool inputIsOurs() const override { return false; }
+
+  private:
+    KeyboardGuard keyboard_;
+    StackKeeper stack_;
+};
 
 std::unique_ptr<WindowHost> X11Stage::makeHost(QQuickWindow& window, QQuickItem& content, WindowRole role) {
     return std::make_unique<X11Host>(window, content, role);
@@ -212,6 +232,12 @@ void X11Stage::showAgain(QQuickWindow& window) {
 
 void X11Stage::activate(QQuickWindow& window) {
     x11::activate(idOf(window));
+}
+
+} // namespace
+
+std::unique_ptr<Stage> makeX11Stage() {
+    return std::make_unique<X11Stage>();
 }
 
 } // namespace kelpa::view
