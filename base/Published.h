@@ -117,32 +117,4 @@ class Published {
     Listeners<const T&> listeners_;
 };
 
-/// Delivers the latest pair of two published values: once at once, then whenever either is assigned. It goes
-/// by what it was told, never by what is stored, because a value is told before it is stored.
-template <class A, class B>
-Subscription combineLatest(Published<A>& a, Published<B>& b,
-                           std::function<void(const A&, const B&)> deliver) {
-    struct Pair {
-        A a;
-        B b;
-        std::function<void(const A&, const B&)> deliver;
-        void tell() const { deliver(a, b); }
-    };
-    auto pair = std::make_shared<Pair>(Pair{a.value(), b.value(), std::move(deliver)});
-    auto both = std::make_shared<std::pair<Subscription, Subscription>>();
-    both->first = a.subscribe([pair](const A& value) {
-        pair->a = value;
-        pair->tell();
-    });
-    both->second = b.subscribe([pair](const B& value) {
-        pair->b = value;
-        pair->tell();
-    });
-    pair->tell();
-    return Subscription([both] {
-        both->first.cancel();
-        both->second.cancel();
-    });
-}
-
 } // namespace kelpa

@@ -24,8 +24,10 @@ struct StatusItem {
     Services services;
     std::unique_ptr<Menu> menu = {};
     bool hasItem = false;
-    Subscription cancellable = {};
-    Subscription holdTold = {};
+    // Of the work period, as it was told last, which comes before it is stored.
+    bool timesUp = false;
+    std::string timeString = {};
+    Subscription timesUpTold = {}, timeTold = {}, holdTold = {};
 };
 
 Wired<StatusItem> bar("The status bar was");
@@ -37,33 +39,24 @@ std::string feedbackBody(const AboutApp& about) {
            about.osVersion + "\n";
 }
 
-/// What the lines of the status menu do.
-struct MenuAction {
-    static void didClickPause() { bar->app.setManualPause(!bar->app.manualPause()); }
-    static void didClickWater() { WindowController::toggleWaterView(); }
-    static void didClickSettings() { WindowController::showPrefView(); }
-    static void didClickUpdates() { WindowController::showUpdater(); }
-    static void didClickFeedback();
-    static void didClickAbout() { WindowController::showAbout(); }
-    static void didClickQuit() { bar->application.terminate(); }
-};
+void togglePause() {
+    bar->app.setManualPause(!bar->app.manualPause());
+}
 
-void MenuAction::didClickFeedback() {
-    if (!bar->services.mail)
-        return;
+void composeFeedback() {
     const AboutApp about = bar->app.about();
     const auto& log = logfilePath();
     bar->services.mail->compose({about.name + " " + localized("Feedback"), about.feedbackMailbox,
                                  feedbackBody(about), log ? log->string() : std::string()});
 }
 
-void countdownChanged(bool timesUp, const std::string& timeString) {
+void countdownChanged() {
     // The one place where the end of a work period becomes a break. It comes before the title is set, so that
     // the break is on its way however long the status bar takes.
-    if (timesUp)
+    if (bar->timesUp)
         bar->app.breakHold().breakIsDue();
     static const std::string none;
-    bar->face.setTitle(timesUp || !bar->app.prefState().showTime() ? none : timeString);
+    bar->face.setTitle(bar->timesUp || !bar->app.prefState().showTime() ? none : bar->timeString);
 }
 
 /// Why the title is empty while a break waits.
@@ -95,7 +88,7 @@ MenuItemSpec waterItem() {
             waterTitle(),
             "r",
             StatusBarController::water,
-            {"didClickWater", MenuAction::didClickWater}};
+            {"didClickWater", WindowController::toggleWaterView}};
 }
 
 std::string versionTitle(const AboutApp& about) {
@@ -112,19 +105,19 @@ void fill(Menu& menu) {
     const Services& services = bar->services;
     menu.add({"", versionTitle(bar->app.about()), "", 0, {}});
     menu.addSeparator();
-    menu.add({"", "", "p", StatusBarController::pause, {"didClickPause", MenuAction::didClickPause}});
+    menu.add({"", "", "p", StatusBarController::pause, {"didClickPause", togglePause}});
     if (bar->app.waterState().enable())
         menu.add(waterItem());
     menu.add({"gearshape.circle", localized("Settings") + "...", ",", 0,
-              actionIf(services.preferences, "didClickSettings", MenuAction::didClickSettings)});
+              actionIf(services.preferences, "didClickSettings", WindowController::showPrefView)});
     menu.addSeparator();
     menu.add({"arrow.counterclockwise.icloud", localized("Check for Updates") + "...", "", 0,
-              actionIf(services.updater, "didClickUpdates", MenuAction::didClickUpdates)});
+              actionIf(services.updater, "didClickUpdates", WindowController::showUpdater)});
     menu.add({"mail.stack", localized("Feedback") + "...", "", 0,
-              actionIf(services.mail, "didClickFeedback", MenuAction::didClickFeedback)});
+              actionIf(services.mail, "didClickFeedback", composeFeedback)});
     menu.add({"info.circle", localized("About") + "...", "", 0,
-              actionIf(services.about, "didClickAbout", MenuAction::didClickAbout)});
-    menu.add({"escape", localized("Quit"), "q", 0, {"didClickQuit", MenuAction::didClickQuit}});
+              actionIf(services.about, "didClickAbout", WindowController::showAbout)});
+    menu.add({"escape", localized("Quit"), "q", 0, {"didClickQuit", [] { bar->application.terminate(); }}});
 }
 
 } // namespace
@@ -140,7 +133,17 @@ void StatusBarController::item() {
     bar->hasItem = true;
     bar->face.createItem("kelpa", menu());
     TicktackState& work = bar->app.workState();
-    bar->cancellable = combineLatest<bool, std::string>(work.timesUp, work.timeString, countdownChanged);
+    bar->timesUp = work.timesUp.value();
+    bar->timeString = work.timeString.value();
+    bar->timesUpTold = work.timesUp.subscribe([](bool timesUp) {
+        bar->timesUp = timesUp;
+        countdownChanged();
+    });
+    bar->timeTold = work.timeString.subscribe([](const std::string& timeString) {
+        bar->timeString = timeString;
+        countdownChanged();
+    });
+    countdownChanged();
     bar->holdTold = bar->app.breakHold().observe([] { bar->face.setHint(hint()); });
 }
 

@@ -72,38 +72,5 @@ TEST(Published, SubscriptionEndsWithItsHandleAndMayOutliveTheValue) {
     EXPECT_EQ(heard, 11);
 }
 
-TEST(CombineLatest, ReplaysOnceAndThenGoesByWhatItWasTold) {
-    Published<bool> flag(false);
-    Published<std::string> text(std::string("a"));
-    Heard heard;
-    auto both = combineLatest<bool, std::string>(flag, text, [&](const bool& f, const std::string& t) {
-        heard.push_back((f ? "yes " : "no ") + t + ", stored " + (flag.value() ? "yes " : "no ") +
-                        text.value());
-    });
-    text.set("b");
-    flag.set(true);
-    both.cancel();
-    text.set("c");
-    EXPECT_EQ(heard, (Heard{"no a, stored no a", "no b, stored no a", "yes b, stored no b"}));
-}
-
-TEST(CombineLatest, SurvivesItsOwnEndAndAssignmentsInsideADelivery) {
-    Published<bool> flag(false);
-    Published<int> number(0);
-    Subscription both;
-    std::vector<int> heard;
-    both = combineLatest<bool, int>(flag, number, [&](const bool& f, const int& n) {
-        heard.push_back(n);
-        if (f && n == 1)
-            number.set(2);
-        if (n == 2)
-            both.cancel();
-    });
-    number.set(1);
-    flag.set(true);
-    number.set(3);
-    EXPECT_EQ(heard, (std::vector<int>{0, 1, 1, 2}));
-}
-
 } // namespace
 } // namespace kelpa
