@@ -35,7 +35,7 @@ BreakView::BreakView(NativeWindow& window, App& app)
     timeString_ = breakState.timeString.subscribe([this](const std::string& text) { face_->setCount(text); });
     timesUp_ = breakState.timesUp.subscribe([this](bool timesUp) {
         if (timesUp)
-            skipAction();
+            skipBreak(promptState_);
     });
 }
 
@@ -44,14 +44,10 @@ void skipBreak(PromptState& promptState) {
     promptState.closePrompt();
 }
 
-void BreakView::skipAction() {
-    skipBreak(promptState_);
-}
-
 void BreakView::skipPressed() {
     // A face may be a moment behind: what it no longer offers is not obeyed.
     if (window_.visible() && promptState_.showSkipButton.value())
-        skipAction();
+        skipBreak(promptState_);
 }
 
 void BreakView::noticeTapped() {
@@ -59,7 +55,7 @@ void BreakView::noticeTapped() {
         return;
     logger().info("Click new feature: Water Reminder", {"BreakView", "body"});
     app_.history().noticeTapped();
-    skipAction();
+    skipBreak(promptState_);
     WindowController::showPrefView();
 }
 

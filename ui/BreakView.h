@@ -18,9 +18,6 @@ class BreakView final : public WindowContent, private BreakScreenClient {
     /// What is shown follows prompt and count of the break from now on. All must outlive the view.
     BreakView(NativeWindow& window, App& app);
 
-    /// Ends the break from the screen's side.
-    void skipAction();
-
   private:
     void skipPressed() override;
     void noticeTapped() override;
