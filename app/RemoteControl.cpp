@@ -7,6 +7,7 @@
 #include "ui/BreakView.h"
 #include "ui/WindowController.h"
 
+#include <array>
 #include <memory>
 #include <utility>
 #include <vector>
@@ -62,31 +63,13 @@ Refusal refusalOf(BreakNotice::Objection objection) {
 } // namespace
 
 std::string_view nameOf(State state) {
-    switch (state) {
-    case State::Working:
-        return "working";
-    case State::Break:
-        return "break";
-    case State::Stopped:
-        return "stopped";
-    case State::Paused:
-        return "paused";
-    }
-    return {};
+    constexpr std::array<std::string_view, 4> names = {"working", "break", "stopped", "paused"};
+    return nameOf(names, state);
 }
 
 std::string_view nameOf(BreakKind kind) {
-    switch (kind) {
-    case BreakKind::None:
-        return "none";
-    case BreakKind::Short:
-        return "short";
-    case BreakKind::Long:
-        return "long";
-    case BreakKind::NewDay:
-        return "newday";
-    }
-    return {};
+    constexpr std::array<std::string_view, 4> names = {"none", "short", "long", "newday"};
+    return nameOf(names, kind);
 }
 
 RemoteStatus RemoteControl::status() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <charconv>
 #include <cstddef>
 #include <cstdint>
@@ -68,5 +69,20 @@ template <typename Number>
 /// Puts each argument where the text names its place: "%1$s" is the first, "%9$s" the last that there can be.
 /// A place without an argument stays as it is.
 [[nodiscard]] std::string withArguments(std::string_view text, const std::vector<std::string>& arguments);
+
+/// The name of an enumeration's case, of names that stand in the order of the cases.
+template <class E, std::size_t n>
+[[nodiscard]] constexpr std::string_view nameOf(const std::array<std::string_view, n>& names, E value) {
+    return names.at(static_cast<std::size_t>(value));
+}
+/// The case of a name; nothing where it is the name of none.
+template <class E, std::size_t n>
+[[nodiscard]] constexpr std::optional<E> caseOf(const std::array<std::string_view, n>& names,
+                                                std::string_view name) {
+    for (std::size_t i = 0; i < n; ++i)
+        if (names[i] == name)
+            return static_cast<E>(i);
+    return std::nullopt;
+}
 
 } // namespace kelpa

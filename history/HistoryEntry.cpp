@@ -2,52 +2,26 @@
 
 #include "base/Text.h"
 
-#include <algorithm>
 #include <array>
 #include <cstdio>
-#include <iterator>
 
 namespace kelpa {
 
 namespace {
 
-template <class Value>
-struct Word {
-    Value value;
-    std::string_view text;
-};
-
-constexpr Word<HistoryEvent> events[] = {
-    {HistoryEvent::Work, "work"}, {HistoryEvent::Break, "break"}, {HistoryEvent::Drink, "drink"}};
-
-constexpr Word<BreakKind> kinds[] = {{BreakKind::None, ""},
-                                     {BreakKind::Short, "short"},
-                                     {BreakKind::Long, "long"},
-                                     {BreakKind::NewDay, "newday"}};
-
-constexpr Word<HistoryEnd> ends[] = {
-    {HistoryEnd::Break, "break"},   {HistoryEnd::NewDay, "newday"},       {HistoryEnd::Paused, "paused"},
-    {HistoryEnd::Idle, "idle"},     {HistoryEnd::Restarted, "restarted"}, {HistoryEnd::Locked, "locked"},
-    {HistoryEnd::Quit, "quit"},     {HistoryEnd::Complete, "complete"},   {HistoryEnd::Skipped, "skipped"},
-    {HistoryEnd::Notice, "notice"}, {HistoryEnd::Replaced, "replaced"},   {HistoryEnd::Drunk, "drunk"}};
-
-constexpr Word<bool> beginnings[] = {{false, ""}, {false, "due"}, {true, "early"}};
+// In the order of the cases.
+constexpr std::array<std::string_view, 3> events = {"work", "break", "drink"};
+constexpr std::array<std::string_view, 4> kinds = {"", "short", "long", "newday"};
+constexpr std::array<std::string_view, 12> ends = {"break",     "newday", "paused",   "idle",
+                                                   "restarted", "locked", "quit",     "complete",
+                                                   "skipped",   "notice", "replaced", "drunk"};
+constexpr std::string_view early = "early", due = "due";
 
 template <class Value, std::size_t count>
-std::string_view textOf(const Word<Value> (&words)[count], Value value) {
-    return std::find_if(std::begin(words), std::end(words),
-                        [=](const auto& word) { return word.value == value; })
-        ->text;
-}
-
-template <class Value, std::size_t count>
-bool read(const Word<Value> (&words)[count], std::string_view text, Value& value) {
-    const auto* const found =
-        std::find_if(std::begin(words), std::end(words), [=](const auto& word) { return word.text == text; });
-    if (found == std::end(words))
-        return false;
-    value = found->value;
-    return true;
+bool read(const std::array<std::string_view, count>& names, std::string_view text, Value& value) {
+    const auto found = caseOf<Value>(names, text);
+    value = found.value_or(value);
+    return found.has_value();
 }
 
 enum Column {
@@ -109,6 +83,11 @@ bool readStart(const Fields& fields, CivilTime& start) {
            start.year < 10000;
 }
 
+bool readBegun(std::string_view text, bool& isEarly) {
+    isEarly = text == early;
+    return isEarly || text == due || text.empty();
+}
+
 /// A number that may be left out. What is beyond every figure of a real day could not be added up.
 bool readNumber(std::string_view text, std::int64_t& value) {
     constexpr std::int64_t most = 1'000'000'000;
@@ -129,12 +108,12 @@ std::string lineOf(const HistoryEntry& entry) {
     };
     const bool pause = entry.event == HistoryEvent::Break;
     const bool drink = entry.event == HistoryEvent::Drink;
-    const std::string_view begun = entry.early ? "early" : "due";
-    return moment + ("," + std::string(textOf(events, entry.event))) + "," +
-           std::string(textOf(kinds, entry.kind)) + number(pause, entry.length) +
+    const std::string_view begun = entry.early ? early : due;
+    return moment + ("," + std::string(nameOf(events, entry.event))) + "," +
+           std::string(nameOf(kinds, entry.kind)) + number(pause, entry.length) +
            number(!drink, entry.seconds) + number(pause, entry.postponed) + "," +
            std::string(pause ? begun : "") + number(drink, entry.millilitres) + number(drink, entry.target) +
-           "," + std::string(textOf(ends, entry.end));
+           "," + std::string(nameOf(ends, entry.end));
 }
 
 std::optional<HistoryEntry> entryOf(std::string_view line) {
@@ -143,12 +122,12 @@ std::optional<HistoryEntry> entryOf(std::string_view line) {
         return std::nullopt;
     const Fields& all = *fields;
     HistoryEntry entry;
-    const bool whole =
-        readStart(all, entry.start) && read(events, all[Event], entry.event) &&
-        read(kinds, all[Kind], entry.kind) && readNumber(all[Length], entry.length) &&
-        readNumber(all[Seconds], entry.seconds) && readNumber(all[Postponed], entry.postponed) &&
-        read(beginnings, all[Begun], entry.early) && readNumber(all[Amount], entry.millilitres) &&
-        readNumber(all[Target], entry.target) && read(ends, all[End], entry.end);
+    const bool whole = readStart(all, entry.start) && read(events, all[Event], entry.event) &&
+                       read(kinds, all[Kind], entry.kind) && readNumber(all[Length], entry.length) &&
+                       readNumber(all[Seconds], entry.seconds) &&
+                       readNumber(all[Postponed], entry.postponed) && readBegun(all[Begun], entry.early) &&
+                       readNumber(all[Amount], entry.millilitres) && readNumber(all[Target], entry.target) &&
+                       read(ends, all[End], entry.end);
     return whole ? std::optional(entry) : std::nullopt;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/Published.h"
+#include "base/Text.h"
 
 #include <functional>
 #include <optional>
@@ -20,19 +21,10 @@ enum class BusyReason {
 inline constexpr BusyReason allBusyReasons[] = {BusyReason::Sound, BusyReason::Camera, BusyReason::FullScreen,
                                                 BusyReason::Awake};
 
-/// As settings, scripts and the log name it.
+/// As settings, scripts and the log name them, in their order.
+inline constexpr std::array<std::string_view, 4> busyReasonNames = {"sound", "camera", "fullscreen", "awake"};
 [[nodiscard]] constexpr std::string_view nameOf(BusyReason reason) {
-    switch (reason) {
-    case BusyReason::Sound:
-        return "sound";
-    case BusyReason::Camera:
-        return "camera";
-    case BusyReason::FullScreen:
-        return "fullscreen";
-    case BusyReason::Awake:
-        return "awake";
-    }
-    return {};
+    return nameOf(busyReasonNames, reason);
 }
 
 /// Looks whether somebody is busy, and only when asked: between two questions it watches nothing and keeps

@@ -1,5 +1,6 @@
 // The preferences window and the about panel as the program sees them, with a stand-in for the view.
 
+#include "base/Text.h"
 #include "panes/Pane.h"
 #include "platform/linux/helper/ViewProtocol.h"
 #include "platform/linux/windows/Json.h"
@@ -29,7 +30,7 @@ class Told final : public PreferencesClient {
     void closed() override { lines.emplace_back("closed"); }
     void did(const std::string& id, PreferencesAct act, const PreferencesValue& value) override {
         shown->did(id, act, value);
-        const std::string name(wire::view::nameOf(wire::view::acts, act));
+        const std::string name(nameOf(wire::view::acts, act));
         lines.push_back(name + " " + id + " " + text(value));
     }
     void showAgain() override { shown->showAgain(); }

@@ -2,7 +2,6 @@
 
 #include <array>
 #include <cstddef>
-#include <optional>
 #include <string_view>
 
 /// What the program and `kelpa-view` say to each other. A window is known by a number that the program gives.
@@ -85,19 +84,5 @@ inline constexpr std::string_view numberType = "number"; ///< a whole one
 inline constexpr std::string_view textType = "text";
 inline constexpr std::string_view listType = "list"; ///< JSON: objects of value, text and removal
 inline constexpr std::string_view editType = "edit"; ///< the old text, and in the field after it the new one
-
-/// The name of a case.
-template <class E, std::size_t n>
-constexpr std::string_view nameOf(const std::array<std::string_view, n>& names, E value) {
-    return names.at(static_cast<std::size_t>(value));
-}
-/// The case of a name; nothing where it is the name of none.
-template <class E, std::size_t n>
-constexpr std::optional<E> caseOf(const std::array<std::string_view, n>& names, std::string_view name) {
-    for (std::size_t i = 0; i < n; ++i)
-        if (names[i] == name)
-            return static_cast<E>(i);
-    return std::nullopt;
-}
 
 } // namespace kelpa::wire::view

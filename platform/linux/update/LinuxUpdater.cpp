@@ -6,6 +6,7 @@
 #include "platform/linux/helper/UpdateProtocol.h"
 
 #include <algorithm>
+#include <array>
 #include <utility>
 
 namespace kelpa {
@@ -27,23 +28,13 @@ std::int64_t bytesIn(const wire::Message& message, std::size_t field) {
     return wholeNumber<std::int64_t>(message.field(field)).value_or(0);
 }
 
+/// The reasons stand in the order of the cases.
 UpdateFailure failureOf(const std::string& reason) {
-    constexpr std::pair<std::string_view, UpdateFailure> failures[] = {
-        {update::unreachable, UpdateFailure::Unreachable},
-        {update::insecure, UpdateFailure::Insecure},
-        {update::answer, UpdateFailure::Answer},
-        {update::slow, UpdateFailure::Slow},
-        {update::tooLarge, UpdateFailure::TooLarge},
-        {update::malformed, UpdateFailure::Malformed},
-        {update::length, UpdateFailure::Length},
-        {update::signature, UpdateFailure::Signature},
-        {update::older, UpdateFailure::Older},
-        {update::unversioned, UpdateFailure::Unversioned},
-        {update::disk, UpdateFailure::Disk}};
-    for (const auto& [word, failure] : failures)
-        if (word == reason)
-            return failure;
-    return UpdateFailure::Helper;
+    constexpr std::array<std::string_view, 11> reasons = {
+        update::unreachable, update::insecure,    update::answer, update::slow,
+        update::tooLarge,    update::malformed,   update::length, update::signature,
+        update::older,       update::unversioned, update::disk};
+    return caseOf<UpdateFailure>(reasons, reason).value_or(UpdateFailure::Helper);
 }
 
 } // namespace

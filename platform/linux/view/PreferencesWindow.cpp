@@ -1,5 +1,6 @@
 #include "platform/linux/view/PreferencesWindow.h"
 
+#include "base/Text.h"
 #include "platform/linux/helper/ViewProtocol.h"
 
 #include <QJsonArray>
@@ -48,7 +49,7 @@ void ControlState::setField(PreferencesField field, const QVariant& value) {
     if (field == PreferencesField::Entries)
         return takeEntries(value.toString().toUtf8());
     if (field != PreferencesField::Value) {
-        setProperty(word::nameOf(word::fields, field).data(), value);
+        setProperty(nameOf(word::fields, field).data(), value);
         return;
     }
     // Also what it is already: a person may have changed what the page shows.
@@ -69,11 +70,11 @@ void ControlState::takeEntries(const QByteArray& json) {
 
 void ControlState::edit(const QString& old, const QString& text) {
     emit acted(
-        {id_, wordFor(word::nameOf(word::acts, PreferencesAct::Edited)), wordFor(word::editType), old, text});
+        {id_, wordFor(nameOf(word::acts, PreferencesAct::Edited)), wordFor(word::editType), old, text});
 }
 
 void ControlState::report(PreferencesAct act, const QVariant& value) {
-    emit acted(QStringList{id_, wordFor(word::nameOf(word::acts, act))} + written(value));
+    emit acted(QStringList{id_, wordFor(nameOf(word::acts, act))} + written(value));
 }
 
 PreferencesWindow::PreferencesWindow(Stage& stage, QQmlEngine& engine)
@@ -89,7 +90,7 @@ void PreferencesWindow::setContentProperty(const QByteArray& name, const QString
 
 void PreferencesWindow::tellControl(const wire::Message& message) {
     ControlState* state = states_.value(QString::fromStdString(message.field(2)));
-    const auto field = word::caseOf<PreferencesField>(word::fields, message.field(3));
+    const auto field = caseOf<PreferencesField>(word::fields, message.field(3));
     if (state != nullptr && field)
         state->setField(*field, valueIn(message));
     else

@@ -1,5 +1,6 @@
 #include "platform/linux/windows/Json.h"
 
+#include "base/Text.h"
 #include "platform/linux/helper/ViewProtocol.h"
 
 #include <nlohmann/json.hpp>
@@ -33,7 +34,7 @@ std::string textOf(const json& value) {
 json rowJson(const PreferencesRow& row) {
     return {{"caption", row.caption},
             {"id", row.control.id},
-            {"kind", wire::view::nameOf(preferencesControlKinds, row.control.kind)},
+            {"kind", nameOf(preferencesControlKinds, row.control.kind)},
             {"label", row.control.label},
             {"unit", row.control.unit}};
 }

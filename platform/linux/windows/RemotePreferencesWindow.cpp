@@ -30,7 +30,7 @@ void RemotePreferencesWindow::show(const std::string& id, PreferencesField field
                                    const PreferencesValue& value) {
     if (!window_)
         return;
-    const std::string_view name = view::nameOf(view::fields, field);
+    const std::string_view name = nameOf(view::fields, field);
     if (const auto* on = std::get_if<bool>(&value))
         window_->tell(id, name, view::boolType, *on ? "1" : "0");
     else if (const auto* number = std::get_if<std::int64_t>(&value))
@@ -77,7 +77,7 @@ void RemotePreferencesWindow::didAct(const std::string& action, const std::strin
 
 /// The fields of the message are those of `did`.
 void RemotePreferencesWindow::didToControl(const wire::Message& message) {
-    const auto act = view::caseOf<PreferencesAct>(view::acts, message.field(3));
+    const auto act = caseOf<PreferencesAct>(view::acts, message.field(3));
     const auto value = valueIn(message);
     if (act && value)
         client_->did(message.field(2), *act, *value);
