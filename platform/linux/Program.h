@@ -25,7 +25,6 @@
 #include "platform/linux/tray/TrayNotice.h"
 #include "platform/linux/tray/TrayProcess.h"
 #include "platform/linux/update/LinuxUpdater.h"
-#include "platform/linux/update/RemoteUpdateWindow.h"
 #include "platform/linux/windows/RemoteDialogs.h"
 #include "platform/linux/windows/RemotePreferencesWindow.h"
 #include "platform/linux/windows/RemoteWindowSystem.h"

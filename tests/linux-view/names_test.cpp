@@ -1,7 +1,7 @@
 // What the program calls a property or an action, and what the pages of the view call it: each side has its
 // names in one place, and here they are compared.
 
-#include "platform/linux/update/RemoteUpdateWindow.h"
+#include "platform/linux/windows/RemoteDialogs.h"
 #include "tests/linux-view/RemoteWindows.h"
 
 #include <regex>

@@ -10,7 +10,7 @@
 #include "platform/linux/display/Display.h"
 #include "platform/linux/store/PlistStore.h"
 #include "platform/linux/update/LinuxUpdater.h"
-#include "platform/linux/update/RemoteUpdateWindow.h"
+#include "platform/linux/windows/RemoteDialogs.h"
 
 #include <iostream>
 #include <map>
