@@ -7,23 +7,7 @@
 namespace kelpa::desk {
 
 Desk::Desk(VirtualTime& virtualTime, Journal& theJournal, std::uint64_t seed)
-    : time(virtualTime), journal(theJournal), random_(seed), ports_{clock,
-                                                                    time,
-                                                                    time,
-                                                                    time,
-                                                                    store,
-                                                                    history,
-                                                                    statusBar,
-                                                                    windows,
-                                                                    system,
-                                                                    fonts_,
-                                                                    texts_,
-                                                                    random_,
-                                                                    fatalErrors_,
-                                                                    services,
-                                                                    events,
-                                                                    events,
-                                                                    services.services()} {
+    : time(virtualTime), journal(theJournal), random_(seed) {
     VirtualClock::setZone("UTC");
     start({2026, 1, 5, 9, 0, 0});
 }

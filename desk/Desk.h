@@ -61,7 +61,9 @@ class Desk {
     NoFonts fonts_;
     PlainTexts texts_;
     SeededRandom random_;
-    Ports ports_;
+    Ports ports_{
+        clock,  time,    time,         time,     store,  history, statusBar,          windows, system, fonts_,
+        texts_, random_, fatalErrors_, services, events, events,  services.services()};
     std::optional<CivilTime> startTime_; ///< until something happens
     std::unique_ptr<AppDelegate> delegate_;
     std::vector<Subscription> subscriptions_;

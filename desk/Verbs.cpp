@@ -7,9 +7,7 @@
 #include "ui/PreferencesPanes.h"
 #include "water/PrefWaterView.h"
 
-#include <algorithm>
 #include <cmath>
-#include <iterator>
 #include <map>
 
 namespace kelpa::desk {
@@ -27,9 +25,21 @@ void expectNothing(std::string_view rest) {
         throw Problem("unexpected " + in(rest));
 }
 
-void expectLaunched(const Desk& desk) {
-    if (!desk.launched())
-        throw Problem("the program has not been launched yet");
+/// What needs the running program.
+Run onceLaunched(Run run) {
+    return [run = std::move(run)](Desk& desk) {
+        if (!desk.launched())
+            throw Problem("the program has not been launched yet");
+        run(desk);
+    };
+}
+
+/// A press, which is noted where nothing of the kind can be pressed.
+Run pressing(std::string what, std::function<bool(Desk&)> press) {
+    return [what = std::move(what), press = std::move(press)](Desk& desk) {
+        if (!press(desk))
+            desk.journal.note("refused", what);
+    };
 }
 
 double seconds(std::string_view text) {
@@ -117,44 +127,31 @@ Run launch(std::string_view rest) {
 
 Run pref(std::string_view rest) {
     const std::string name = takeWord(rest);
-    return [run = assignment(name, rest)](Desk& desk) {
-        expectLaunched(desk);
-        run(desk);
-    };
+    return onceLaunched(assignment(name, rest));
 }
 
 Run menu(std::string_view rest) {
     const std::string line(rest);
     if (!RecordingStatusBar::knows(line))
         throw Problem("there is no menu line " + in(line));
-    return [line](Desk& desk) {
-        if (!desk.statusBar.click(line))
-            desk.journal.note("refused", "menu " + line);
-    };
+    return pressing("menu " + line, [line](Desk& desk) { return desk.statusBar.click(line); });
 }
 
 Run skip(std::string_view rest) {
-    return [screen = screenNumber(rest)](Desk& desk) {
-        if (!desk.windows.skip(screen))
-            desk.journal.note("refused", "skip");
-    };
+    return pressing("skip", [screen = screenNumber(rest)](Desk& desk) { return desk.windows.skip(screen); });
 }
 
 Run notice(std::string_view rest) {
-    return [screen = screenNumber(rest)](Desk& desk) {
-        if (!desk.windows.notice(screen))
-            desk.journal.note("refused", "notice");
-    };
+    return pressing("notice",
+                    [screen = screenNumber(rest)](Desk& desk) { return desk.windows.notice(screen); });
 }
 
 Run waterAmount(std::string_view rest) {
     const auto millilitres = wholeNumber<std::int64_t>(rest);
     if (!millilitres)
         throw Problem(in(rest) + " is no amount");
-    return [millilitres](Desk& desk) {
-        if (!desk.windows.waterAmount(*millilitres))
-            desk.journal.note("refused", "water amount");
-    };
+    return pressing("water amount",
+                    [amount = *millilitres](Desk& desk) { return desk.windows.waterAmount(amount); });
 }
 
 Run water(std::string_view rest) {
@@ -164,10 +161,9 @@ Run water(std::string_view rest) {
     expectNothing(rest);
     if (what != "done" && what != "skip")
         throw Problem("the water panel has no " + in(what));
-    return [what](Desk& desk) {
-        if (!(what == "done" ? desk.windows.waterDone() : desk.windows.waterSkip()))
-            desk.journal.note("refused", "water " + what);
-    };
+    return pressing("water " + what, [done = what == "done"](Desk& desk) {
+        return done ? desk.windows.waterDone() : desk.windows.waterSkip();
+    });
 }
 
 Run point(std::string_view rest) {
@@ -175,61 +171,49 @@ Run point(std::string_view rest) {
     const auto time = parseTimeOfDay(rest);
     if ((what != "add" && what != "remove") || !time)
         throw Problem("point needs add or remove and a time like 13:30");
-    return [adds = what == "add", time](Desk& desk) {
-        expectLaunched(desk);
+    return onceLaunched([adds = what == "add", time](const Desk& desk) {
         if (adds)
             PerfWaterTimePointView::addTimePoint(AppState::waterState(), desk.todayAt(*time));
         else
             PerfWaterTimePointView::removeTimePoint(AppState::waterState(), minutesOf(*time));
-    };
+    });
 }
 
-constexpr const char* prompts = PrefStyleView::promptsId;
-
-Run editing(PreferencesAct act, std::string_view text) {
-    return [act, text = std::string(text)](Desk& desk) { desk.preferences().did(prompts, act, text); };
+/// What a person does to a control of the Style pane.
+Run styling(const char* control, PreferencesAct act, const PreferencesValue& value) {
+    return onceLaunched(
+        [control, act, value](const Desk& desk) { desk.preferences().did(control, act, value); });
 }
 
-Run styleEdit(std::string_view rest) {
+PreferencesEdit styleEdit(std::string_view rest) {
     // An empty new text leaves nothing behind the arrow once the line is trimmed.
     const std::string line = std::string(rest) + (rest.ends_with(" =>") ? " " : "");
     const auto arrow = line.find(" => ");
     if (arrow == std::string::npos)
         throw Problem("style edit needs OLD => NEW");
-    return [old = line.substr(0, arrow), text = line.substr(arrow + 4)](Desk& desk) {
-        desk.preferences().did(prompts, PreferencesAct::Edited, PreferencesEdit{old, text});
-    };
+    return {line.substr(0, arrow), line.substr(arrow + 4)};
 }
 
-Run styleList(std::string_view rest) {
+std::int64_t styleList(std::string_view rest) {
     if (rest != "break" && rest != "newday")
         throw Problem("there is no prompt list " + in(rest));
-    const auto kind =
-        static_cast<std::int64_t>(rest == "break" ? PromptListKind::Break : PromptListKind::NewDay);
-    return
-        [kind](Desk& desk) { desk.preferences().did(PrefStyleView::listId, PreferencesAct::Entered, kind); };
-}
-
-Run styleCommand(std::string_view rest) {
-    const std::string what = takeWord(rest);
-    if (what == "add")
-        return editing(PreferencesAct::Added, rest);
-    if (what == "edit")
-        return styleEdit(rest);
-    if (what == "delete")
-        return editing(PreferencesAct::Removed, rest);
-    if (what == "reset")
-        return editing(PreferencesAct::Reset, rest);
-    if (what == "list")
-        return styleList(rest);
-    throw Problem("the Style pane has no " + in(what));
+    return static_cast<std::int64_t>(rest == "break" ? PromptListKind::Break : PromptListKind::NewDay);
 }
 
 Run style(std::string_view rest) {
-    return [run = styleCommand(rest)](Desk& desk) {
-        expectLaunched(desk);
-        run(desk);
-    };
+    constexpr const char* prompts = PrefStyleView::promptsId;
+    const std::string what = takeWord(rest);
+    if (what == "add")
+        return styling(prompts, PreferencesAct::Added, std::string(rest));
+    if (what == "edit")
+        return styling(prompts, PreferencesAct::Edited, styleEdit(rest));
+    if (what == "delete")
+        return styling(prompts, PreferencesAct::Removed, std::string(rest));
+    if (what == "reset")
+        return styling(prompts, PreferencesAct::Reset, std::string(rest));
+    if (what == "list")
+        return styling(PrefStyleView::listId, PreferencesAct::Entered, styleList(rest));
+    throw Problem("the Style pane has no " + in(what));
 }
 
 Run disk(std::string_view rest) {
@@ -241,11 +225,10 @@ Run disk(std::string_view rest) {
 /// The platform ends the program, as at the end of a session.
 Run end(std::string_view rest) {
     expectNothing(rest);
-    return [](Desk& desk) {
-        expectLaunched(desk);
+    return onceLaunched([](Desk& desk) {
         desk.end();
         desk.time.stop();
-    };
+    });
 }
 
 Run clockStep(std::string_view rest) {
@@ -259,9 +242,8 @@ Run suspend(std::string_view rest) {
 std::set<BusyReason> busyReasons(std::string_view names) {
     std::set<BusyReason> all;
     for (const std::string& word : words(names)) {
-        const auto* found = std::find_if(std::begin(allBusyReasons), std::end(allBusyReasons),
-                                         [&](BusyReason reason) { return nameOf(reason) == word; });
-        if (found == std::end(allBusyReasons))
+        const auto found = caseOf<BusyReason>(busyReasonNames, word);
+        if (!found)
             throw Problem("nobody is busy by " + in(word));
         all.insert(*found);
     }
@@ -279,10 +261,9 @@ Run busy(std::string_view rest) {
 }
 
 Run notification(std::string_view rest) {
-    return [action = std::string(rest)](Desk& desk) {
-        if (!desk.services.notifications().press(action))
-            desk.journal.note("refused", "notification " + action);
-    };
+    const std::string action(rest);
+    return pressing("notification " + action,
+                    [action](Desk& desk) { return desk.services.notifications().press(action); });
 }
 
 /// What the command line asks of the running program.
@@ -308,11 +289,10 @@ Run kelpa(std::string_view rest) {
         throw Problem("kelpa has no command " + in(word) + " here");
     if (!takesMore)
         expectNothing(rest);
-    return [command, word, more = std::string(rest)](Desk& desk) {
-        expectLaunched(desk);
+    return onceLaunched([command, word, more = std::string(rest)](Desk& desk) {
         if (const auto refusal = obey(desk.remote, word, more))
             desk.journal.note("refused", "kelpa " + command + ": " + std::string(*refusal));
-    };
+    });
 }
 
 /// Something that happens at the desk and needs no further word.
