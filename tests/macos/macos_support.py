@@ -35,8 +35,8 @@ MADE = {"NSButton", "NSDatePicker", "NSImage", "NSPopover", "NSStackView", "NSTe
         "SourceStandIn", "TimerStandIn"}
 # What is asked of the objects of each class.
 SEEN = {
-    "NSWindow": ("title", "frame", "level", "alphaValue", "isKeyWindow", "styleMask"),
-    "NSView": ("accessibilityRole", "accessibilityLabel", "accessibilityHelp", "accessibilityValue", "toolTip", "window.firstResponder"),
+    "NSWindow": ("title", "frame", "level", "alphaValue", "isKeyWindow", "styleMask", "firstResponder"),
+    "NSView": ("accessibilityRole", "accessibilityLabel", "accessibilityHelp", "accessibilityValue", "toolTip"),
     "NSControl": ("isEnabled", "intValue"),
     "NSTextField": ("isEditable", "stringValue", "currentEditor", "currentEditor.string"),
     "NSButton": ("title", "image.accessibilityDescription"),
@@ -60,6 +60,10 @@ SETTERS = {"list": "objectValue", "switch": "state", "segments": "selectedSegmen
 CLOSABLE = 2
 
 
+def rectangle(x, y, width, height):
+    return f"{{{{{x}, {y}}}, {{{width}, {height}}}}}"
+
+
 class Refused(Exception):
     """What a person could not do, and why."""
 
@@ -67,14 +71,14 @@ class Refused(Exception):
 class View:
     """A view in a window, as it was when the program was asked."""
 
-    def __init__(self, program, seen):
+    def __init__(self, program, seen, first):
         self.program, self.seen = program, seen
         self.number, self.frame, self.classes = seen["number"], seen["frame"], seen["classes"]
         self.help, self.tip, self.choices = seen["accessibilityHelp"], seen["toolTip"], seen.get("itemTitles")
         self.kind, self.name = self.kind_of_it(), self.name_of_it()
         self.value = self.value_of_it()
         self.enabled = seen.get("isEnabled") != 0
-        self.keyboard = seen["window.firstResponder"] in (self.number, seen.get("currentEditor") or self.number)
+        self.keyboard = first in (self.number, seen.get("currentEditor") or self.number)
 
     def __repr__(self):
         return f"<{self.kind} {self.name!r} {self.value!r}>"
@@ -155,7 +159,7 @@ class Window:
         self.program, self.number, self.closable = program, seen["number"], seen["styleMask"] & CLOSABLE
         self.title, self.frame, self.level = seen["title"], seen["frame"], seen["level"]
         self.alpha, self.key = seen["alphaValue"], bool(seen["isKeyWindow"])
-        self.views = [View(program, view) for view in seen["views"]]
+        self.views = [View(program, view, seen["firstResponder"]) for view in seen["views"]]
 
     def __repr__(self):
         return f"<window {self.title!r}: {self.views}>"
@@ -316,7 +320,8 @@ class Program:
         raise AssertionError(f"It never came: {self.windows()}")
 
     def screens(self, *screens):
-        self.ask("screens", screens=screens)
+        """Each is a number, x, y, width and height; the first one is the main screen."""
+        self.ask("screens", screens=[{"NSScreenNumber": number, "frame": rectangle(*frame)} for number, *frame in screens])
 
     def lock(self):
         self.ask("post", name="com.apple.screenIsLocked")

@@ -43,14 +43,12 @@ struct Class {
     InstanceVariables* variables;
     void* unused[4];
     ProtocolList* protocols;
-    void* collector;
-    long interface; ///< from here on the compiler's alone
-    int** offsets;  ///< where the code finds the offset of each instance variable
+    void* unneeded[2];
+    int** offsets; ///< where the code finds the offset of each instance variable
 };
 
 struct Category {
-    const char* names[2];
-    void* methods[2];
+    void* unused[4];
     ProtocolList* protocols;
 };
 
@@ -82,24 +80,16 @@ void __objc_exec_class(Module* module);
 
 namespace {
 
-Class* classAt(const Symbols& symbols, unsigned index) {
-    return static_cast<Class*>(symbols.definitions[index]);
+Class& classAt(const Symbols& symbols, unsigned index) {
+    return *static_cast<Class*>(symbols.definitions[index]);
 }
 
-Class* classNamed(const Symbols& symbols, const char* name) {
+/// Of the same module, in which it stands before, or of what the library knows by now.
+const Class* superclassOf(const Symbols& symbols, const Class& each) {
     for (unsigned i = 0; i < symbols.classCount; ++i)
-        if (std::strcmp(classAt(symbols, i)->name, name) == 0)
-            return classAt(symbols, i);
-    return nullptr;
-}
-
-bool superclassesAreThere(const Symbols& symbols) {
-    for (unsigned i = 0; i < symbols.classCount; ++i) {
-        const char* superclass = classAt(symbols, i)->superclass;
-        if (superclass && !classNamed(symbols, superclass) && !objc_lookUpClass(superclass))
-            return false;
-    }
-    return true;
+        if (std::strcmp(classAt(symbols, i).name, each.superclass) == 0)
+            return &classAt(symbols, i);
+    return objc_lookUpClass(each.superclass);
 }
 
 void fitProtocols(ProtocolList* list) {
@@ -114,17 +104,10 @@ void fitProtocols(ProtocolList* list) {
 
 /// The compiler counts the new instance variables from the end of the superclass, and their size below zero.
 void place(const Symbols& symbols, Class& each) {
-    if (!(each.info & ~librarysInfo))
-        return; // placed already, as another one's superclass
     each.info &= librarysInfo;
     each.metaclass->info &= librarysInfo;
     fitProtocols(each.protocols);
-    Class* superclass = classNamed(symbols, each.superclass);
-    if (superclass)
-        place(symbols, *superclass);
-    else
-        superclass = objc_lookUpClass(each.superclass);
-    const long start = (superclass->size + 7) & ~7L;
+    const long start = (superclassOf(symbols, each)->size + 7) & ~7L;
     for (int i = 0; each.variables && i < each.variables->count; ++i) {
         int& offset = each.variables->variables[i].offset;
         offset += static_cast<int>(start);
@@ -136,7 +119,7 @@ void place(const Symbols& symbols, Class& each) {
 void fit(Module& module) {
     const Symbols& symbols = *module.symbols;
     for (unsigned i = 0; i < symbols.classCount; ++i)
-        place(symbols, *classAt(symbols, i));
+        place(symbols, classAt(symbols, i));
     for (unsigned i = 0; i < symbols.categoryCount; ++i)
         fitProtocols(static_cast<Category*>(symbols.definitions[symbols.classCount + i])->protocols);
     module.version = librarysVersion;
@@ -148,17 +131,14 @@ void handOver(Module* module) {
     library(module);
 }
 
-/// Hands over one of those whose superclasses are there by now.
-bool handOverOneOf(std::vector<Module*>& waiting) {
-    for (auto each = waiting.begin(); each != waiting.end(); ++each)
-        if (superclassesAreThere(*(*each)->symbols)) {
-            Module* module = *each;
-            waiting.erase(each);
-            fit(*module);
-            handOver(module);
-            return true;
-        }
-    return false;
+/// Only when all superclasses are there.
+bool handedOver(Module* module) {
+    for (unsigned i = 0; i < module->symbols->classCount; ++i)
+        if (!superclassOf(*module->symbols, classAt(*module->symbols, i)))
+            return false;
+    fit(*module);
+    handOver(module);
+    return true;
 }
 
 } // namespace
@@ -170,6 +150,6 @@ void __objc_exec_class(Module* module) {
     if (module->version <= librarysVersion)
         return handOver(module);
     waiting->push_back(module);
-    while (handOverOneOf(*waiting)) {
+    while (std::erase_if(*waiting, handedOver) > 0) {
     }
 }

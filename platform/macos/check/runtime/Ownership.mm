@@ -157,11 +157,7 @@ void objc_autoreleasePoolPop(void* pool) {
 id objc_storeWeak(id* place, id object) {
     const std::lock_guard lock(known().guard);
     auto& references = known().weakReferences;
-    if (const auto found = references.find(*place); found != references.end()) {
-        found->second.erase(place);
-        if (found->second.empty())
-            references.erase(found);
-    }
+    references[*place].erase(place);
     if (object)
         references[object].insert(place);
     return *place = object;

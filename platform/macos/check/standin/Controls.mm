@@ -1,5 +1,4 @@
 // What controls, fonts and pictures have there and not here. What nothing comes of is kept or ignored.
-#import "platform/macos/check/driver/Commands.h"
 #import "platform/macos/check/standin/StandIns.h"
 
 #import <CoreFoundation/CoreFoundation.h>
@@ -43,7 +42,8 @@ id anyColor(id, SEL) {
 + (void)load {
     ignoreMessages("NSView", "layer wantsUpdateLayer updateLayer effectiveAppearance "
                              "viewDidChangeEffectiveAppearance addTrackingArea:");
-    addMethods("NSView", "accessibilityLabel", reinterpret_cast<void*>(kept));
+    addMethods("NSView", "accessibilityLabel accessibilityRole accessibilityHelp accessibilityValue",
+               reinterpret_cast<void*>(kept));
     replaceMethod("NSSwitch", @selector(accessibilityLabel), reinterpret_cast<void*>(kept));
     addMethods("+NSColor", "controlAccentColor", reinterpret_cast<void*>(anyColor));
     // Which the toolkit knows by name only.
@@ -161,30 +161,22 @@ id anyColor(id, SEL) {
 
 @implementation NSDatePicker (StandIn)
 
-/// A date that is set is another one to type in: the digit that was typed before is no longer waited for.
-- (void)setDateValue:(NSDate*)date {
-    recordOf(self)[@"date"] = date;
-    [recordOf(self) removeObjectForKey:@"digit"];
-}
-
-- (NSDate*)dateValue {
-    return recordOf(self)[@"date"];
-}
-
 - (BOOL)acceptsFirstResponder {
     return YES;
 }
 
-/// A digit into the hour, which has the keyboard first. The second one of two belongs to the first.
+/// A digit into the hour, which has the keyboard first. The second one of two belongs to the first, unless
+/// another date was set meanwhile.
 - (void)keyDown:(NSEvent*)event {
-    NSNumber* first = recordOf(self)[@"digit"];
+    NSMutableDictionary* typed = recordOf(self);
+    const BOOL second = typed[@"date"] && typed[@"date"] == [self dateValue];
     const NSInteger digit = [[event characters] integerValue];
     NSDateComponents* time = [[NSCalendar currentCalendar] components:NSCalendarUnitHour
                                                              fromDate:[self dateValue]];
-    const NSInteger hours = [first integerValue] * 10 + digit - [time hour];
+    const NSInteger hours = (second ? [typed[@"digit"] integerValue] * 10 : 0) + digit - [time hour];
     [self setDateValue:[[self dateValue] dateByAddingTimeInterval:static_cast<double>(hours) * 3600]];
-    if (!first)
-        recordOf(self)[@"digit"] = @(digit);
+    typed[@"digit"] = @(digit);
+    [typed setValue:second ? nil : [self dateValue] forKey:@"date"];
     [self sendAction:[self action] to:[self target]];
 }
 
@@ -207,7 +199,7 @@ id anyColor(id, SEL) {
 
 - (void)reloadData {
     NSArray* before = [[self subviews] copy];
-    recordOf(self)[@"spare"] = [before mutableCopy];
+    recordOf(self)[@"spare"] = [before objectEnumerator];
     for (NSView* view in before)
         [view removeFromSuperview];
     constexpr CGFloat height = 20;
@@ -226,11 +218,7 @@ id anyColor(id, SEL) {
 }
 
 - (NSView*)makeViewWithIdentifier:(NSString*)identifier owner:(id)owner {
-    NSMutableArray* spare = recordOf(self)[@"spare"];
-    NSView* view = [spare lastObject];
-    if (view)
-        [spare removeLastObject];
-    return view;
+    return [recordOf(self)[@"spare"] nextObject];
 }
 
 - (NSView*)viewAtColumn:(NSInteger)column row:(NSInteger)row makeIfNecessary:(BOOL)make {

@@ -155,7 +155,12 @@ static id anchorOf(id, SEL) {
 
 @end
 
+/// Also a grid, as a column of rows, and each of its rows, which stands for all cells in it.
 @implementation NSStackView
+
++ (void)load {
+    ignoreMessages("NSStackView", "columnAtIndex: mergeCellsInRange: cellAtIndex:");
+}
 
 + (instancetype)stackViewWithViews:(NSArray<NSView*>*)views {
     NSStackView* stack = [[self alloc] initWithFrame:NSZeroRect];
@@ -177,31 +182,13 @@ static id anchorOf(id, SEL) {
     [self addArrangedSubview:view];
 }
 
-/// Of a grid, in which each cell is its row.
-- (id)row {
-    return self;
-}
-
 - (NSArray<NSView*>*)arrangedSubviews {
     return [[self subviews] copy];
 }
 
-@end
-
-/// A column of rows. A row is its cells' own, too.
-@interface GridStandIn : NSStackView
-@end
-
-@implementation GridStandIn
-
-+ (void)load {
-    ignoreMessages("NSStackView", "columnAtIndex: mergeCellsInRange: cellAtIndex:");
-}
-
 - (id)addRowWithViews:(NSArray<NSView*>*)views {
-    NSStackView* row = [NSStackView stackViewWithViews:views];
-    [self addArrangedSubview:row];
-    return row;
+    [self addArrangedSubview:[NSStackView stackViewWithViews:views]];
+    return [[self subviews] lastObject];
 }
 
 - (NSInteger)indexOfRow:(id)row {
@@ -216,22 +203,18 @@ static id anchorOf(id, SEL) {
     return [view superview];
 }
 
-@end
-
-@implementation NSGridView (StandIn)
-
-+ (instancetype)gridViewWithNumberOfColumns:(NSInteger)columns rows:(NSInteger)rows {
-    GridStandIn* grid = [[GridStandIn alloc] initWithFrame:NSZeroRect];
-    [grid setOrientation:NSUserInterfaceLayoutOrientationVertical];
-    return static_cast<id>(grid);
+- (id)row {
+    return self;
 }
 
 @end
 
-@implementation NSGridCell (StandIn)
+@implementation NSGridView (StandIn)
 
-+ (NSView*)emptyContentView {
-    return [[NSView alloc] initWithFrame:NSZeroRect];
++ (id)gridViewWithNumberOfColumns:(NSInteger)columns rows:(NSInteger)rows {
+    NSStackView* grid = [[NSStackView alloc] initWithFrame:NSZeroRect];
+    [grid setOrientation:NSUserInterfaceLayoutOrientationVertical];
+    return static_cast<id>(grid);
 }
 
 @end

@@ -1,5 +1,4 @@
 // The notification centre. What is shown and taken away is noted; a test presses.
-#import "platform/macos/check/driver/Commands.h"
 #import "platform/macos/check/standin/StandIns.h"
 
 #import <UserNotifications/UserNotifications.h>

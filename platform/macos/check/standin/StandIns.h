@@ -1,6 +1,6 @@
 #pragma once
 
-#import <AppKit/AppKit.h>
+#import "platform/macos/check/driver/Commands.h"
 
 #include "platform/macos/check/runtime/Objects.h"
 

@@ -1,5 +1,4 @@
 // What the program asks of the rest of the system. It is noted, and goes no further.
-#import "platform/macos/check/driver/Commands.h"
 #import "platform/macos/check/standin/StandIns.h"
 
 #import <ServiceManagement/ServiceManagement.h>
@@ -178,11 +177,7 @@ id observeAtOnce(id center, SEL selector, NSString* name, id object, NSOperation
 
 @end
 
-/// Within the process alone: the real one starts a daemon that stays.
-@interface DistributedCenterStandIn : NSNotificationCenter
-@end
-
-@implementation DistributedCenterStandIn
+@implementation NSNotificationCenter (StandIn)
 
 /// GNUstep's own helpers, which it starts as tasks, would write into the user's home, and stay behind.
 + (void)load {
@@ -205,19 +200,17 @@ id observeAtOnce(id center, SEL selector, NSString* name, id object, NSOperation
 
 @implementation NSDistributedNotificationCenter (StandIn)
 
+/// Within the process alone: the real one starts a daemon that stays.
 + (id)defaultCenter {
-    static id center = [[DistributedCenterStandIn alloc] init];
+    static id center = [[NSNotificationCenter alloc] init];
     return center;
 }
 
 @end
 
-/// There is no server to keep what is copied.
-@interface NSPasteboard (StandIn)
-@end
-
 @implementation NSPasteboard (StandIn)
 
+/// There is no server to keep what is copied.
 + (id)_pbs {
     return nil;
 }

@@ -1,11 +1,8 @@
 // Time that only tests move on: clocks, timers, queues and the fading of windows. One thing happens at a
 // time, so that nothing here needs a lock.
-#import "platform/macos/check/driver/Commands.h"
 #import "platform/macos/check/standin/StandIns.h"
 
 #import <dispatch/dispatch.h>
-
-#include "platform/macos/check/runtime/Objects.h"
 
 #include <cstdlib>
 #include <ctime>

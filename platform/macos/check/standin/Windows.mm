@@ -1,5 +1,4 @@
 // Screens, windows, tabs, popovers and the menu bar.
-#import "platform/macos/check/driver/Commands.h"
 #import "platform/macos/check/standin/StandIns.h"
 
 NSString* const NSAboutPanelOptionCredits = @"Credits";
@@ -11,31 +10,26 @@ NSString* const NSImageNameApplicationIcon = @"Kelpa"; // a file of the bundle
 
 namespace {
 
-/// Each a list: number, x, y, width, height. The first one is the main screen.
+/// The first one is the main screen.
 NSArray* __strong& plugged() {
-    static NSArray* all = @[ @[ @1, @0, @0, @800, @600 ] ];
+    static NSArray* all = @[ @{@"NSScreenNumber" : @1, @"frame" : @"{{0, 0}, {800, 600}}"} ];
     return all;
 }
 
 } // namespace
 
 @interface ScreenStandIn : NSScreen
-@property(nonatomic) NSArray* numbers;
+@property(nonatomic) NSDictionary* deviceDescription;
 @end
 
 @implementation ScreenStandIn
 
 - (NSRect)frame {
-    NSArray* all = [self numbers];
-    return NSMakeRect([all[1] doubleValue], [all[2] doubleValue], [all[3] doubleValue], [all[4] doubleValue]);
+    return NSRectFromString([self deviceDescription][@"frame"]);
 }
 
 - (NSRect)visibleFrame {
     return [self frame];
-}
-
-- (NSDictionary*)deviceDescription {
-    return @{@"NSScreenNumber" : [self numbers][0]};
 }
 
 /// For the windows of this machine.
@@ -49,10 +43,9 @@ NSArray* __strong& plugged() {
 
 + (NSArray*)screens {
     NSMutableArray* all = [NSMutableArray array];
-    for (NSArray* numbers in plugged()) {
-        ScreenStandIn* screen = [ScreenStandIn alloc];
-        [screen setNumbers:numbers];
-        [all addObject:screen];
+    for (NSDictionary* description in plugged()) {
+        [all addObject:[ScreenStandIn alloc]];
+        [[all lastObject] setDeviceDescription:description];
     }
     return all;
 }
