@@ -39,15 +39,18 @@ class DesktopTest(unittest.TestCase):
         cls.session = Session(monitors=cls.ROOM, width=cls.WIDTH, height=cls.HEIGHT, activation=cls.ACTIVATION)
         cls.addClassCleanup(cls.session.stop)
         cls.session.start()
-        cls.monitors = cls.session.monitors
+        cls.screen, cls.monitors = cls.session.screen, cls.session.monitors
         for monitor in cls.monitors[cls.MONITORS:]:
             cls.session.remove_monitor(monitor)
-        cls.session.start_window_manager(cls.COMPOSITOR)
-        cls.screen = cls.session.screen
+        cls.start_window_manager()
         if cls.TRAY:
             cls.service = cls.session.start_tray()
         # Anything that hovers would change colours under the pointer.
         cls.screen.move(5, cls.HEIGHT - 10)
+
+    @classmethod
+    def start_window_manager(cls):
+        cls.session.start_window_manager(cls.COMPOSITOR)
 
     def launch(self, settings=None, *arguments, speed=SPEED, environment=None):
         """Starts the program with these settings; it is ended after the test, and shown when the test failed."""

@@ -2,7 +2,7 @@
 """The settings on a desktop that tiles its windows and has the X server composite them, as awesome does."""
 from pathlib import Path
 
-from support import Box, DesktopTest, Session, main, wait_until
+from support import Box, DesktopTest, main, wait_until
 
 SETTINGS = Path("/etc/xdg/awesome/rc.lua")
 OPENINGS = 6
@@ -10,13 +10,11 @@ OPENINGS = 6
 
 class Tiling(DesktopTest):
     MONITORS = ROOM = 1
+    WIDTH, HEIGHT = 1280, 900
+    TRAY = False
 
     @classmethod
-    def setUpClass(cls):
-        cls.session = Session(monitors=1, width=1280, height=900)
-        cls.addClassCleanup(cls.session.stop)
-        cls.session.start()
-        cls.screen = cls.session.screen
+    def start_window_manager(cls):
         own = cls.session.folder / "rc.lua"
         # Out of the box its first layout is the one that does not tile.
         own.write_text(SETTINGS.read_text().replace("awful.layout.suit.floating,", "", 1))

@@ -107,16 +107,12 @@ class Mutter(WaylandTest):
 
 class MutterOnX11(DesktopTest):
     """It draws shadows, and orders windows beyond a window manager's reach in a way of its own."""
+    TRAY = False
 
     @classmethod
-    def setUpClass(cls):
-        cls.session = Session(monitors=2, width=800, height=600)
-        cls.addClassCleanup(cls.session.stop)
-        cls.session.start()
+    def start_window_manager(cls):
         cls.session.spawn(["mutter", "--x11", "--sm-disable"], {"LIBGL_ALWAYS_SOFTWARE": "1"})
-        cls.screen, cls.monitors = cls.session.screen, cls.session.monitors
         wait_until(lambda: cls.screen.selection_owned("_NET_WM_CM_S0"), 20, "the compositor")
-        cls.screen.move(5, 590)
 
     def begin(self):
         self.launch(environment={"KELPA_APPEARANCE": "light"})
