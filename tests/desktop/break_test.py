@@ -93,14 +93,6 @@ class Break(DesktopTest):
         self.assertFalse(program.ended())
         wait_for_countdown(self.screen, self.monitors[0])
 
-    def test_ending_the_program_takes_its_windows_along(self):
-        program, _ = self.begin()
-        view = self.helpers(program, "kelpa-view")
-        program.process.send_signal(signal.SIGTERM)
-        self.assertEqual(program.process.wait(5), 0)
-        wait_for_uncover(self.session)
-        wait_until(lambda: not os.path.exists(f"/proc/{view[0]}"), 3, "the view to end")
-
     def test_the_view_is_given_back_some_time_after_a_break(self):
         # Slowly, so that no other break comes meanwhile: the first work period takes two seconds by being short.
         program = self.launch({"pref.work.time": 0}, speed=1)

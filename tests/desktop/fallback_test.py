@@ -5,7 +5,6 @@ import sys
 from pathlib import Path
 
 from support import PROGRAM, Box, DesktopTest, main, wait_until
-from virtual_desktop import wait_for_cover
 
 TRAY_THAT_GRANTS_LITTLE = Path(__file__).with_name("narrow_tray.py")
 
@@ -32,15 +31,6 @@ class OldTray(DesktopTest):
 
         return wait_until(settled, 10, "an embedded icon wide enough for the time")
 
-    def test_the_icon_is_docked_and_the_time_ticks_in_it(self):
-        self.start_old_tray()
-        program = self.launch(speed=1)
-        icon = self.settled_icon()
-        self.assertEqual(len(self.helpers(program, "kelpa-tray")), 1)
-        self.assertGreaterEqual(icon.height, 16)
-        wait_until(lambda: self.screen.picture(icon).glyphs() >= 6, 5, "the picture and the time in it")
-        self.assertTrue(self.shown_text_moves(icon))
-
     def test_its_menu_works_with_pointer_and_keys(self):
         self.start_old_tray()
         program = self.launch(speed=1)
@@ -62,27 +52,6 @@ class OldTray(DesktopTest):
         self.assertTrue(wait_until(program.item().registered, 5))
         wait_until(lambda: self.docked() is None, 5, "the embedded icon to go")
         wait_until(lambda: not self.helpers(program), 5, "its program to end")
-
-    def test_the_old_tray_may_come_later(self):
-        program = self.launch(speed=1)
-        program.wait_for("No panel on the session bus", 10)
-        self.assertIsNone(self.docked())
-        self.start_old_tray()
-        wait_until(self.docked, 10, "an embedded icon")
-        self.assertFalse(program.ended())
-
-    def test_breaks_come_without_any_tray(self):
-        program = self.launch()
-        wait_for_cover(self.session, self.monitors, 15)
-        self.assertFalse(program.ended())
-
-    def test_a_modern_tray_may_come_later(self):
-        program = self.launch(speed=1)
-        program.wait_for("No panel on the session bus", 10)
-        service = self.session.start_tray_service()
-        self.addCleanup(self.session.end, service)
-        item = wait_until(program.item, 5, "the item")
-        self.assertTrue(wait_until(item.registered, 5))
 
 
 class SlotTest(DesktopTest):

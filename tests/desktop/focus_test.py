@@ -72,7 +72,7 @@ class Focus(DesktopTest):
         self.make_this_break_the_last(program)
         self.screen.press("Escape")    # what Skip does
         program.wait_for("skip break view$", 5)
-        wait_until(lambda: self.screen.focus() == "terminal", 3, "the keyboard to come back to the terminal")
+        wait_until(lambda: self.screen.focus() == "terminal", 1.5, "the keyboard back before the fade has ended")
         wait_for_uncover(self.session, 4)
         self.screen.type("after")
         self.screen.press("Return")

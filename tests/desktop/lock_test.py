@@ -2,7 +2,6 @@
 """Locking and unlocking the screen: what becomes of work and of a break, whoever locks."""
 import os
 import plistlib
-import signal
 import time
 
 from Xlib import X, Xatom
@@ -131,14 +130,6 @@ class Lock(DesktopTest):
         wait_for_uncover(self.session, 5)
         self.session.run_tool("mate-screensaver-command", "--deactivate")
         program.wait_for(STARTED, 10, times=2)
-
-    def test_a_program_that_is_killed_leaves_no_window(self):
-        program = self.launch()
-        wait_for_cover(self.session, self.monitors, 15)
-        view = self.helpers(program, "kelpa-view")[0]
-        os.kill(program.process.pid, signal.SIGKILL)
-        wait_for_uncover(self.session, 3)
-        wait_until(lambda: not os.path.exists(f"/proc/{view}"), 3, "the view to end")
 
 
 class ServerGone(DesktopTest):

@@ -2,7 +2,6 @@
 """The preferences window of the real program: every control by clicks and keys, what it stores and what it sets in
 motion; how the window comes, goes and follows what others store."""
 import json
-import os
 import signal
 import subprocess
 import time
@@ -401,19 +400,6 @@ class Windows(PreferencesTest):
         self.screen.activate(self.on_screen().id)
         self.wait_shown(WORK, "20")
 
-    def test_a_crash_brings_it_back(self):
-        program = self.open(pane="Workflow")
-        view, = self.helpers(program, "kelpa-view")
-        self.enter("text", "Length of a short break in seconds", "77")
-        self.wait_stored(program, "pref.break.time", 77)
-        os.kill(view, signal.SIGKILL)
-        program.wait_for("kelpa-view was ended by signal 9", 5)
-        wait_until(lambda: self.helpers(program, "kelpa-view") not in ([], [view]), 5, "another view")
-        self.window = wait_until(lambda: [one for one in self.accessibility.windows()
-                                          if one.name() == "Settings" and one.states()], 5, "the window again")[0]
-        self.turn_to("Workflow")
-        self.wait_shown("Length of a short break in seconds", "77")
-
     def test_it_takes_no_memory_when_it_is_closed(self):
         program = self.launch({"pref.work.time": 60}, speed=1)
         item = program.item()
@@ -445,21 +431,6 @@ class Windows(PreferencesTest):
             self.wait_closed()
         self.assertFalse(program.ended())
 
-    def test_the_notice_of_a_break_ends_it_and_opens_the_preferences(self):
-        program = self.launch({"pref.work.time": 1, "pref.short.break.times": 1, "force_long_break": True,
-                               "pref.long.break.time": 200}, speed=20)
-        program.wait_for("ticktack timer timesup for 60", 20)
-        wait_until(lambda: self.screen.focus() == "1", 5, "the break to have the keyboard")
-        self.wait_for_blue(self.monitors[0], 1)
-        self.tap_notice()
-        program.wait_for("skip break view", 3)
-        program.wait_for("ticktack timer start 60$", 3, times=2)
-        self.meet()
-
-    def tap_notice(self):
-        notice = self.blue_rows(self.monitors[0])[0]
-        self.screen.click(notice.x + 5, notice.y + notice.height // 2)
-
     def test_a_break_comes_over_it_and_goes(self):
         program = self.open({"pref.work.time": 1}, pane="Style", speed=20)
         self.click_into("text", "Add")
@@ -468,7 +439,8 @@ class Windows(PreferencesTest):
         self.assertEqual(max(self.screen.windows(), key=lambda window: window.level).title, "1")
         self.screen.type("meant for nobody")
         self.settle(2.5)
-        self.tap_notice()
+        notice = self.blue_rows(self.monitors[0])[0]
+        self.screen.click(notice.x + 5, notice.y + notice.height // 2)
         program.wait_for("Click new feature: Water Reminder", 3)
         wait_until(lambda: self.screen.focus() == "Settings", 5, "the preferences to have the keyboard again")
         self.assertEqual(self.find("text", "Add").text(), "")

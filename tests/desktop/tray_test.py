@@ -1,13 +1,11 @@
 #!/usr/bin/python3
 """The status item on a desktop whose tray shows StatusNotifier items with their labels."""
 import re
-import signal
 
 from gi.repository import GLib
 
-from support import WORK, Box, DesktopTest, Session, main, wait_until
+from support import WORK, Box, DesktopTest, main, wait_until
 
-WATCHER = "org.kde.StatusNotifierWatcher"
 TIME = re.compile(r"\d\d:\d\d")
 
 
@@ -23,16 +21,6 @@ class Tray(DesktopTest):
         self.assertTrue(wait_until(lambda: item.label() != label, seconds), f"the label stays at {label}")
         self.assertRegex(item.label(), TIME)
 
-    def test_the_item_says_what_it_is(self):
-        item = self.item_of(self.launch(speed=1))
-        self.assertEqual(item.get("Category"), "ApplicationStatus")
-        self.assertEqual(item.get("Status"), "Active")
-        self.assertTrue(item.get("Id"))
-        self.assertIn("Kelpa", item.get("Title"))
-        self.assertTrue(item.get("IconName") or item.get("IconPixmap"))
-        self.assertIn("Kelpa", " ".join(map(str, item.get("ToolTip"))))
-        self.assertEqual(item.label()[:3], "00:" if item.label() != "01:00" else "01:")
-
     def test_the_panel_shows_the_time_as_text_that_moves_on(self):
         item = self.item_of(self.launch(speed=1))
         self.assert_label_moves(item)
@@ -45,25 +33,6 @@ class Tray(DesktopTest):
         right = panel.x + changed.x + changed.width
         shapes = self.screen.picture(Box(right - 38, panel.y, 38, panel.height)).glyphs()
         self.assertTrue(3 <= shapes <= 6, f"{shapes} shapes in the panel are no time")
-
-    def test_a_host_that_shows_only_titles_tells_the_time(self):
-        item = self.item_of(self.launch(speed=1))
-
-        def told():
-            _, _, title, text = item.get("ToolTip")
-            self.assertEqual(text, "")
-            return title
-
-        before = told()
-        self.assertRegex(before, r"^Kelpa 0\d:\d\d$")
-        wait_until(lambda: told() != before, 5, "another time in the title of the tooltip")
-
-    def test_the_title_can_be_switched_off(self):
-        program = self.launch({"show_time_in_status_bar": False}, speed=20)
-        item = self.item_of(program)
-        self.settle(0.2)    # four ticks
-        self.assertEqual(item.label(), "")
-        self.assertEqual(item.get("ToolTip")[2], "Kelpa")
 
     def test_the_menu_holds_its_lines(self):
         item = self.item_of(self.launch({"pref.water.enable": True}, speed=1))
@@ -101,34 +70,11 @@ class Tray(DesktopTest):
         program.wait_for(f"ticktack timer start {WORK}$", 3, times=2)
         self.assert_label_moves(item)
 
-    def test_the_item_comes_back_with_its_host(self):
-        program = self.launch(speed=1)
-        self.item_of(program)
-        Session.end(type(self).service)
-        wait_until(lambda: not self.session.has_owner(WATCHER), 5, "the tray to be gone")
-        self.assertFalse(program.ended())
-        type(self).service = self.session.start_tray_service()
-        item = self.item_of(program)
-        self.assert_label_moves(item)
-
     def test_it_speaks_chinese(self):
         item = self.item_of(self.launch(speed=1, environment={"LANGUAGE": "zh_CN"}))
         told = [line.properties.get("label") for line in item.menu()]
         for text in ("- 停止 -", "设置...", "检查更新...", "反馈...", "关于...", "退出"):
             self.assertIn(text, told)
-
-    def test_quit_ends_it_well(self):
-        program = self.launch(speed=1)
-        item = self.item_of(program)
-        item.click_line(item.line("Quit").id)
-        self.assertEqual(program.process.wait(5), 0)
-
-    def test_signals_end_it_well(self):
-        for number in (signal.SIGTERM, signal.SIGINT):
-            program = self.launch(speed=1)
-            self.item_of(program)
-            program.process.send_signal(number)
-            self.assertEqual(program.process.wait(5), 0)
 
     def test_the_idle_program_is_small(self):
         program = self.launch({"pref.work.time": 25}, speed=1)
@@ -204,18 +150,6 @@ class Clicks(DesktopTest):
         self.assertEqual(self.menus(), [])
         self.screen.hold_pointer(False)
         wait_until(self.menus, 5, "the menu")
-
-    def test_a_host_that_opens_the_menu_itself_and_tells_of_the_click_as_well_is_left_alone(self):
-        def move(what):
-            self.item.menu_call("Event", GLib.Variant("(isvu)", (0, what, GLib.Variant("i", 0), 0)))
-
-        for acts in ([lambda: move("opened"), self.click], [self.click, lambda: move("opened")]):
-            for act in acts:
-                act()
-            self.settle(1)
-            self.assertEqual(self.helpers(self.program), [])
-            move("closed")
-            self.settle(0.6)    # over the time in which a click counts as the one that closed it
 
 
 if __name__ == "__main__":

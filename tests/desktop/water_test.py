@@ -103,12 +103,6 @@ class Water(WaterTest):
         self.assertEqual(self.stored(program)["pref.water.finished"], 1000)
         self.assertAlmostEqual(self.stored(program)["pref.water.lastShowDate"], time.time(), delta=10)
 
-    def test_another_day_begins_at_nothing(self):
-        program = self.start(-2 * 86400)
-        self.wait_stored(program, "pref.water.finished", 0, 10)
-        self.settle(0.5)
-        self.assertEqual(self.panels(), [])     # the interval begins anew
-
     def test_it_can_be_dragged_by_its_background_and_not_by_what_is_pressed(self):
         self.start(1)
         panel = self.panel()

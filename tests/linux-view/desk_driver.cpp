@@ -53,31 +53,10 @@ class Driver final : public WindowSystemClient {
         input_ = loop_.watch(STDIN_FILENO, [this] { read(); });
     }
 
-    void screensChanged() override {
-        say("screens " + std::to_string(windows_.screens().size()));
-        if (!shown_)
-            return;
-        std::erase_if(breaks_, [this](const auto& each) { return !present(each.first); });
-        for (const Screen& screen : windows_.screens()) {
-            find(screen).window->setFrame(screen.frame, screen.number);
-            if (!find(screen).window->visible())
-                appear(screen);
-        }
-    }
-
-    void panelDragged(const Rect& frame) override {
-        say("dragged " + std::to_string(static_cast<int>(frame.x)) + " " +
-            std::to_string(static_cast<int>(frame.y)));
-    }
+    void screensChanged() override {}
+    void panelDragged(const Rect& /*frame*/) override {}
 
   private:
-    bool present(std::uint32_t number) const {
-        for (const Screen& screen : windows_.screens())
-            if (screen.number == number)
-                return true;
-        return false;
-    }
-
     void read() {
         char buffer[4096];
         const ssize_t count = ::read(STDIN_FILENO, buffer, sizeof buffer);
@@ -110,8 +89,6 @@ class Driver final : public WindowSystemClient {
             setTitle(rest);
         else if (verb == "pause")
             pause(rest);
-        else if (verb == "view")
-            say("view " + std::to_string(windows_.viewPid()));
         else
             set(verb, rest);
     }
@@ -148,12 +125,8 @@ class Driver final : public WindowSystemClient {
             found.window = windows_.makeWindow({std::to_string(screen.number), screen.frame, 25,
                                                 WindowStyle::FullSizeContent, screen.number});
             found.face = found.window->hostBreakScreen(client_);
-            const bool chinese = std::getenv("DRIVER_CHINESE") != nullptr;
-            found.face->setTexts(chinese ? BreakScreenTexts{"新功能：", "喝水提醒", "可以在设置中开启。",
-                                                            "跳过", "chevron.forward"}
-                                         : BreakScreenTexts{"New Feature:", "Water Reminder",
-                                                            "You can enable it in the preference panel.",
-                                                            "Skip", "chevron.forward"});
+            found.face->setTexts({"New Feature:", "Water Reminder",
+                                  "You can enable it in the preference panel.", "Skip", "chevron.forward"});
             tell(*found.face);
         }
         return found;
@@ -168,14 +141,12 @@ class Driver final : public WindowSystemClient {
     }
 
     void show() {
-        shown_ = true;
         for (const Screen& screen : windows_.screens())
             appear(screen);
         windows_.activate();
     }
 
     void close() {
-        shown_ = false;
         for (auto& [number, each] : breaks_) {
             each.closing = true;
             each.window->fadeTo(0, fadeSeconds, [&each = each, number = number] {
@@ -205,7 +176,6 @@ class Driver final : public WindowSystemClient {
     std::string prompt_ = "Look at something far away.";
     std::string skip_ = "1";
     std::string pending_;
-    bool shown_ = false;
     Subscription input_;
 };
 

@@ -58,10 +58,6 @@ class Driver:
         self.said.remove(found)
         return found
 
-    def view(self):
-        self.tell("view")
-        return int(self.hears("view ").split()[1])
-
 
 class SettingsProgram:
     """What publishes a desktop's settings: here nothing but the name of a theme."""

@@ -1,8 +1,6 @@
 #!/usr/bin/python3
 """Break windows on a virtual desktop, driven by a stand-in for the core: what they cover, who gets the keys, and
 what they look like."""
-import os
-import signal
 import sys
 import time
 from pathlib import Path
@@ -11,7 +9,7 @@ from support import FADE, Session, ViewTest, main, start_talking, wait_for_cover
     wait_until
 
 from Xlib import X
-from virtual_desktop import Box, Monitor, break_windows
+from virtual_desktop import Box, break_windows
 
 LIGHT, DARK = (0xf1, 0xf2, 0xf4), (0x1e, 0x1f, 0x22)
 DEAF = 2.0     # seconds in which a break window listens to no key
@@ -122,25 +120,6 @@ class BreakWindows(ViewTest):
         self.shown(driver)
         self.assertEqual(self.paper(self.monitors[1]), DARK)
 
-    def test_a_crash_is_made_good(self):
-        driver = self.drive()
-        self.shown(driver, count="12:34")
-        page = self.screen.picture(self.monitors[0])
-        os.kill(driver.view(), signal.SIGKILL)
-        self.assertEqual(driver.hears("warning", 5), "warning kelpa-view was ended by signal 9")
-        wait_for_cover(self.session, self.monitors, 5)
-        self.assertTrue(wait_until(lambda: page.differs(self.screen.picture(self.monitors[0])) is None, 3))
-
-    def test_the_view_goes_with_the_program(self):
-        driver = self.drive()
-        self.shown(driver)
-        view = driver.view()
-        driver.process.kill()
-        driver.process.wait()
-        wait_for_uncover(self.session, 2)
-        self.assertTrue(wait_until(lambda: not Path(f"/proc/{view}").exists() or
-                                   "Z" in Path(f"/proc/{view}/stat").read_text().split()[2], 2))
-
     def pop_up(self):
         """A window beyond the window manager's reach, on top of everything."""
         popup = self.screen.root.create_window(100, 100, 200, 100, 0, X.CopyFromParent, override_redirect=True,
@@ -172,57 +151,14 @@ class BreakWindows(ViewTest):
             self.pop_up()
             self.wait_on_top()
 
-    def test_monitors_that_come_and_go(self):
-        driver = self.drive()
-        self.shown(driver)
-        self.session.remove_monitor(self.monitors[1])
-        wait_for_cover(self.session, self.monitors[:1], 3)
-        self.session.add_monitor(self.monitors[1])
-        windows = wait_for_cover(self.session, self.monitors, 3)
-        self.assertEqual(windows[1].title, "2")
-        third = Monitor("V3", self.monitors[1].x + 300, 0, self.WIDTH - 300, 400)
-        self.session.remove_monitor(self.monitors[1])
-        self.session.add_monitor(third)
-        try:
-            windows = wait_for_cover(self.session, [self.monitors[0], third], 3)
-            self.assertEqual(windows[1].title, "3")
-        finally:
-            self.session.remove_monitor(third)
-            self.session.add_monitor(self.monitors[1])
-
 
 class Keys(ViewTest):
     COMPOSITOR = True
 
     def setUp(self):
-        typed = Path(self.session.folder) / f"typed-{time.monotonic()}"
-        terminal = self.session.spawn(["xterm", "-T", "terminal", "-e", f"cat >{typed}"])
+        terminal = self.session.spawn(["xterm", "-T", "terminal"])
         self.addCleanup(Session.end, terminal)
-        self.terminal, self.typed = terminal, typed
-        wait_until(lambda: self.screen.focus() == "terminal" and typed.exists(), 10, "the terminal to have the keyboard")
-
-    def type_line(self, text):
-        self.screen.type(text)
-        self.screen.press("Return")
-
-    def wrote(self):
-        return self.typed.read_text()
-
-    def test_no_key_reaches_what_lies_beneath(self):
-        driver = self.drive()
-        self.type_line("before")
-        wait_until(lambda: self.wrote() == "before\n", 3, "the first line")
-        driver.tell("prepare", "show")
-        wait_for_cover(self.session, self.monitors, 5)
-        for _ in range(20):
-            self.type_line("during")
-            time.sleep(0.1)
-        self.assertEqual(self.screen.focus(), "1")
-        driver.tell("close")
-        wait_until(lambda: self.screen.focus() == "terminal", 1, "the keyboard to come back")
-        self.type_line("after")
-        wait_until(lambda: self.wrote().endswith("after\n"), 3, "the last line")
-        self.assertEqual(self.wrote(), "before\nafter\n")
+        wait_until(lambda: self.screen.focus() == "terminal", 10, "the terminal to have the keyboard")
 
     def test_the_keyboard_is_taken_as_soon_as_another_lets_it_go(self):
         window = self.screen.root
