@@ -46,7 +46,8 @@ void keepHeapSmall() {
     mallopt(M_TOP_PAD, spareBytes);
 }
 
-void releaseCode() {
+void releaseMemory() {
+    malloc_trim(0);
     dl_iterate_phdr(releaseFirst, nullptr);
 }
 

@@ -130,7 +130,7 @@ int Program::run(StartWish wish) {
     instance_.serve(*this);
     if (wish == StartWish::History)
         remote_.showHistory();
-    const Subscription started = loop_.afterReal(secondsOfStart, releaseCode);
+    const Subscription started = loop_.afterReal(secondsOfStart, releaseMemory);
     const int code = loop_.run();
     delegate_.applicationWillTerminate();
     return code;

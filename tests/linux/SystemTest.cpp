@@ -3,14 +3,18 @@
 #include "platform/linux/GettextTranslations.h"
 #include "platform/linux/LinuxFonts.h"
 #include "platform/linux/LinuxSystemInfo.h"
+#include "platform/linux/Memory.h"
 #include "platform/posix/AbortOnFatalErrors.h"
 #include "platform/posix/SystemRandom.h"
 
 #include <array>
 #include <clocale>
+#include <fstream>
 #include <gtest/gtest.h>
 #include <libintl.h>
+#include <malloc.h>
 #include <map>
+#include <memory>
 #include <set>
 #include <sys/utsname.h>
 
@@ -25,6 +29,29 @@ std::string numbers(std::string_view text) {
         return "none";
     return std::to_string(version->major) + "." + std::to_string(version->minor) + "." +
            std::to_string(version->patch);
+}
+
+long residentPages() {
+    long all = 0, resident = 0;
+    std::ifstream("/proc/self/statm") >> all >> resident;
+    return resident;
+}
+
+/// As a window leaves it: much that was needed for a moment, and here and there something that stays.
+TEST(Memory, goesBackToTheSystemFromBetweenWhatIsStillUsed) {
+    if (mallinfo2().arena == 0)
+        GTEST_SKIP() << "the heap is not the C library's";
+    constexpr int blocks = 8192, blockBytes = 1024, oneStaysOf = 64;
+    std::vector<std::unique_ptr<std::string>> all;
+    for (int i = 0; i < blocks; ++i)
+        all.push_back(std::make_unique<std::string>(blockBytes, 'x'));
+    for (int i = 0; i < blocks; ++i)
+        if (i % oneStaysOf != 0)
+            all[i].reset();
+    const long before = residentPages();
+    releaseMemory();
+    const long freedPages = long{blocks} * blockBytes / getpagesize();
+    EXPECT_LT(residentPages(), before - freedPages / 2);
 }
 
 TEST(LinuxSystemInfo, readsVersionsOfEveryShape) {

@@ -126,7 +126,7 @@ void RemoteWindowSystem::endView() {
     idle_.cancel();
     view_.end();
     reserved_.clear();
-    releaseCode();
+    releaseMemory();
 }
 
 void RemoteWindowSystem::reportFailure(const std::string& text) {
