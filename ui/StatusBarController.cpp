@@ -10,6 +10,8 @@
 #include "ui/WindowController.h"
 #include "water/PrefWaterState.h"
 
+#include <array>
+
 namespace kelpa {
 
 namespace {
@@ -62,19 +64,11 @@ void countdownChanged() {
 /// Why the title is empty while a break waits.
 std::string hint() {
     const auto heldBy = bar->app.breakHold().heldBy();
-    if (!heldBy)
-        return {};
-    switch (*heldBy) {
-    case BusyReason::Sound:
-        return localized("A break waits while sound is recorded.");
-    case BusyReason::Camera:
-        return localized("A break waits while a camera is in use.");
-    case BusyReason::FullScreen:
-        return localized("A break waits while a window covers the screen.");
-    case BusyReason::Awake:
-        return localized("A break waits while a program keeps the session awake.");
-    }
-    return {};
+    constexpr std::array texts = {translatable("A break waits while sound is recorded."),
+                                  translatable("A break waits while a camera is in use."),
+                                  translatable("A break waits while a window covers the screen."),
+                                  translatable("A break waits while a program keeps the session awake.")};
+    return heldBy ? localized(texts.at(static_cast<std::size_t>(*heldBy))) : std::string();
 }
 
 std::string waterTitle() {

@@ -2,6 +2,7 @@
 
 #include "base/Text.h"
 
+#include <array>
 #include <utility>
 #include <vector>
 
@@ -24,33 +25,20 @@ UpdatePage message(const std::string& headline, const std::string& text) {
 }
 
 std::string inWords(UpdateFailure failure) {
-    switch (failure) {
-    case UpdateFailure::Unreachable:
-        return localized("The update server cannot be reached. Is this computer connected to the internet?");
-    case UpdateFailure::Insecure:
-        return localized("There is no secure connection to the update server. Nothing was downloaded.");
-    case UpdateFailure::Answer:
-        return localized("The update server did not answer as expected. Please try again later.");
-    case UpdateFailure::Slow:
-        return localized("The update server took too long to answer. Please try again later.");
-    case UpdateFailure::TooLarge:
-        return localized("The list of updates is too large, so it is not used.");
-    case UpdateFailure::Malformed:
-        return localized("The list of updates is damaged, so it is not used.");
-    case UpdateFailure::Length:
-        return localized("The download does not have the announced size, so it was thrown away.");
-    case UpdateFailure::Signature:
-        return localized("The update is not signed by the makers of Kelpa, so it is not used.");
-    case UpdateFailure::Older:
-        return localized("The download is an older version than yours, so it was thrown away.");
-    case UpdateFailure::Unversioned:
-        return localized("Nothing here can tell which version the download is, so it was thrown away.");
-    case UpdateFailure::Disk:
-        return localized("The download cannot be stored. Is the disk full?");
-    case UpdateFailure::Helper:
-        break;
-    }
-    return localized("Something went wrong inside Kelpa. The log tells more.");
+    constexpr std::array texts = {
+        translatable("The update server cannot be reached. Is this computer connected to the internet?"),
+        translatable("There is no secure connection to the update server. Nothing was downloaded."),
+        translatable("The update server did not answer as expected. Please try again later."),
+        translatable("The update server took too long to answer. Please try again later."),
+        translatable("The list of updates is too large, so it is not used."),
+        translatable("The list of updates is damaged, so it is not used."),
+        translatable("The download does not have the announced size, so it was thrown away."),
+        translatable("The update is not signed by the makers of Kelpa, so it is not used."),
+        translatable("The download is an older version than yours, so it was thrown away."),
+        translatable("Nothing here can tell which version the download is, so it was thrown away."),
+        translatable("The download cannot be stored. Is the disk full?"),
+        translatable("Something went wrong inside Kelpa. The log tells more.")};
+    return localized(texts.at(static_cast<std::size_t>(failure)));
 }
 
 } // namespace
