@@ -62,18 +62,12 @@ void PreferencesView::closed() {
         pane->closed();
 }
 
-PaneControl* PreferencesView::touched(const std::string& id) const {
-    const auto found = controls_.find(id);
-    if (found != controls_.end())
-        return found->second;
-    logger().warning("the preferences window has no control '" + id + "'", {"PreferencesView", "touched()"});
-    return nullptr;
-}
-
 void PreferencesView::did(const std::string& id, PreferencesAct act, const PreferencesValue& value) {
-    PaneControl* control = touched(id);
-    if (control == nullptr)
-        return;
+    const auto found = controls_.find(id);
+    if (found == controls_.end())
+        return logger().warning("the preferences window has no control '" + id + "'",
+                                {"PreferencesView", "did()"});
+    PaneControl* control = found->second;
     shown_.did(id, act, value);
     control->did(act, value);
     // Also where nothing was taken. Only typing is not answered: that would be in its way.

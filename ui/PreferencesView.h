@@ -27,8 +27,6 @@ class PreferencesView final : public PreferencesClient {
 
   private:
     [[nodiscard]] PreferencesLayout layout() const;
-    /// Null, with a line in the log, for a control that there is not.
-    [[nodiscard]] PaneControl* touched(const std::string& id) const;
 
     PreferencesWindow& window_;
     ShownPreferences shown_;
