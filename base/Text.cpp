@@ -22,11 +22,11 @@ std::optional<std::int64_t> countOf(std::string_view digits) {
     return digits.empty() ? 0 : wholeNumber<std::uint64_t>(digits);
 }
 
-std::string formatted(double value, int precision) {
+std::string formatted(double value, int precision, bool fixed = false) {
     std::ostringstream out;
     out.imbue(std::locale::classic());
     out.precision(precision);
-    out << value;
+    (fixed ? out << std::fixed : out) << value;
     return out.str();
 }
 
@@ -73,14 +73,8 @@ std::string decimalText(double value) {
         if (parseDecimal(text) == value)
             break;
     }
-    const auto exponent = text.find('e');
-    if (exponent != std::string::npos && std::fabs(value) >= 1 && std::fabs(value) < 1e16) {
-        std::ostringstream out;
-        out.imbue(std::locale::classic());
-        out.precision(0);
-        out << std::fixed << value;
-        text = out.str();
-    }
+    if (text.find('e') != std::string::npos && std::fabs(value) >= 1 && std::fabs(value) < 1e16)
+        text = formatted(value, 0, true);
     if (text.find_first_of(".e") == std::string::npos)
         text += ".0";
     return text;

@@ -4,6 +4,7 @@
 #include "base/Text.h"
 #include "desk/Values.h"
 
+#include <array>
 #include <map>
 
 namespace kelpa::desk {
@@ -34,19 +35,18 @@ std::optional<std::string> parse(std::string_view text) {
 }
 template <>
 std::optional<BreakStyle> parse(std::string_view text) {
+    constexpr std::array<std::string_view, 3> names = {"default", "relaxation", "struggle"};
+    if (const auto named = caseOf<BreakStyle>(names, text))
+        return named;
     BreakStyle style{};
-    for (const auto* names : {"default", "relaxation", "struggle"}) {
-        if (text == names)
-            return style;
-        style = static_cast<BreakStyle>(static_cast<std::int64_t>(style) + 1);
-    }
     const auto raw = wholeNumber<std::int64_t>(text);
     return raw && fromRawValue(*raw, style) ? std::optional(style) : std::nullopt;
 }
 template <>
 std::optional<WaterMode> parse(std::string_view text) {
-    if (text == "interval" || text == "timing")
-        return text == "timing" ? WaterMode::timing : WaterMode::interval;
+    constexpr std::array<std::string_view, 2> names = {"interval", "timing"};
+    if (const auto named = caseOf<WaterMode>(names, text))
+        return named;
     WaterMode mode{};
     const auto raw = wholeNumber<std::int64_t>(text);
     return raw && fromRawValue(*raw, mode) ? std::optional(mode) : std::nullopt;
