@@ -5,6 +5,7 @@ import time
 
 from support import DesktopTest, Session, main, wait_until
 from virtual_desktop import Screen, wait_for_cover
+from water_test import noon_zone
 
 # Five minutes of the program are three seconds here.
 FAST = 100
@@ -114,9 +115,8 @@ class Activity(DesktopTest):
         mover.join()
 
     def test_a_mouse_over_the_water_panel_is_not_at_work(self):
-        noon = f"NOON{(time.gmtime().tm_hour - 12):+d}"
         program = self.start({"pref.water.enable": True, "pref.water.lastShowDate": time.time()},
-                             environment={"TZ": noon})
+                             environment={"TZ": noon_zone()})
         item = program.item()
         item.click_line(item.line("Water").id)
         panel = wait_until(lambda: (self.screen.titled(lambda title: title == "Water Reminder") or [None])[0], 10,

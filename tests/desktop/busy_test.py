@@ -5,7 +5,7 @@ import subprocess
 import sys
 from pathlib import Path
 
-from support import PROGRAM, DesktopTest, Session, main, wait_until
+from support import DesktopTest, Session, main, wait_until
 from virtual_desktop import break_windows, wait_for_cover
 
 # Answers that take longer than two seconds of the program's time count as none.
@@ -16,9 +16,8 @@ STREAM = Path(__file__).with_name("sound_stream.py")
 
 def held(test):
     """By what a break is held, as scripts are told; nothing while there is no program to tell it."""
-    done = subprocess.run([PROGRAM, "status", "--json"], env=test.session.environment, capture_output=True, text=True,
-                          check=False, timeout=10)
-    return json.loads(done.stdout)["held"] if done.returncode == 0 else None
+    code, told, _ = test.ask("status", "--json")
+    return json.loads(told)["held"] if code == 0 else None
 
 
 class SoundTest(DesktopTest):

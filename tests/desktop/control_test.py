@@ -24,12 +24,6 @@ FORCED = {"pref.short.break.times": 1, "pref.long.break.time": 60, "force_long_b
 class ControlTest(DesktopTest):
     MONITORS = ROOM = 1
 
-    def ask(self, *arguments, seconds=10, **environment):
-        """Runs the command line to its end: status, standard output, standard error."""
-        done = subprocess.run([PROGRAM, *arguments], env={**self.session.environment, **environment},
-                              capture_output=True, text=True, stdin=subprocess.DEVNULL, timeout=seconds)
-        return done.returncode, done.stdout, done.stderr
-
     def status(self):
         code, output, message = self.ask("status", "--json")
         self.assertEqual((code, message), (0, ""))
@@ -379,8 +373,7 @@ class NoTray(ControlTest):
         self.assertFalse(program.ended())
 
     def test_an_old_tray_is_one_and_no_server_is_no_matter(self):
-        tray = self.session.spawn(["trayer", "--edge", "top", "--widthtype", "request", "--height", "24"])
-        self.addCleanup(self.session.end, tray)
+        tray = self.start_old_tray()
         program = self.launch(speed=1)
         wait_until(self.screen.embedded, 10, "an embedded icon")
         self.settle(16)     # longer than a tray is waited for

@@ -1,10 +1,9 @@
 #!/usr/bin/python3
 """Desktops with less: only an old tray for embedded icons, or no tray at all."""
-import subprocess
 import sys
 from pathlib import Path
 
-from support import PROGRAM, Box, DesktopTest, main, wait_until
+from support import Box, DesktopTest, main, wait_until
 
 TRAY_THAT_GRANTS_LITTLE = Path(__file__).with_name("narrow_tray.py")
 
@@ -12,11 +11,6 @@ TRAY_THAT_GRANTS_LITTLE = Path(__file__).with_name("narrow_tray.py")
 class OldTray(DesktopTest):
     TRAY = False
     MONITORS = ROOM = 1
-
-    def start_old_tray(self):
-        tray = self.session.spawn(["trayer", "--edge", "top", "--widthtype", "request", "--height", "24"])
-        self.addCleanup(self.session.end, tray)
-        wait_until(lambda: self.screen.selection_owned("_NET_SYSTEM_TRAY_S0"), 10, "the old tray")
 
     def docked(self):
         found = self.screen.embedded()
@@ -140,29 +134,24 @@ class CommandLine(DesktopTest):
     TRAY = False
     MONITORS = ROOM = 1
 
-    def call(self, *arguments, **environment):
-        done = subprocess.run([PROGRAM, *arguments], env={**self.session.environment, **environment}, timeout=10,
-                              capture_output=True, text=True, stdin=subprocess.DEVNULL)
-        return done.returncode, done.stdout, done.stderr
-
     def test_help_and_version(self):
-        status, output, message = self.call("--help")
+        status, output, message = self.ask("--help")
         self.assertEqual((status, message), (0, ""))
         self.assertIn("--speed", output)
-        status, output, _ = self.call("--version")
+        status, output, _ = self.ask("--version")
         self.assertEqual(status, 0)
         self.assertRegex(output, r"^\S* ?.*\d+\.\d+\.\d+")
 
     def test_what_it_does_not_understand_takes_one_line_and_status_2(self):
         for arguments in (["--sped", "3"], ["--speed"], ["--speed", "fast"], ["--speed", "0"], ["--speed", "-1"],
                           ["--speed", "nan"], ["--speed", "inf"], ["word"]):
-            status, output, message = self.call(*arguments)
+            status, output, message = self.ask(*arguments)
             self.assertEqual((status, output), (2, ""), arguments)
             self.assertEqual(len(message.splitlines()), 1, arguments)
 
     def test_without_a_display_it_says_so_in_one_line(self):
         for display in ("", ":4711"):
-            status, _, message = self.call(DISPLAY=display)
+            status, _, message = self.ask(DISPLAY=display)
             self.assertEqual(status, 1)
             self.assertEqual(len(message.splitlines()), 1, message)
             self.assertIn("display", message.lower())

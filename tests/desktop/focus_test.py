@@ -45,11 +45,7 @@ class Focus(DesktopTest):
 
     def test_a_terminal_gets_what_is_typed_before_and_after_and_nothing_in_between(self):
         typed = Path(self.session.folder) / "typed"
-        terminal = self.session.spawn(["xterm", "-T", "terminal", "-e", f"cat >{typed}"])
-        self.addCleanup(self.session.end, terminal)
-        wait_until(lambda: self.screen.titled(lambda title: title == "terminal"), 10, "the terminal")
-        wait_until(lambda: self.screen.focus() == "terminal", 5, "the terminal to have the keyboard")
-        wait_until(typed.exists, 5, "the terminal's program")
+        self.start_terminal(typed=typed)
 
         program = self.launch()
         self.screen.type("before")

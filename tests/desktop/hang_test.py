@@ -7,7 +7,7 @@ from pathlib import Path
 
 from preferences_support import WORK, PreferencesTest
 from support import PROGRAM, DesktopTest, main, wait_until
-from virtual_desktop import Accessibility, Session, wait_for_cover, wait_for_uncover
+from virtual_desktop import Accessibility, wait_for_cover, wait_for_uncover
 
 # A view that owes an answer for so long is replaced; another one is there within a second.
 OWED, START = 2, 10
@@ -50,9 +50,7 @@ class Leftovers(DesktopTest):
         wait_for_cover(self.session, self.monitors, 15)
 
     def test_no_tray_icon_outlives_it(self):
-        tray = self.session.spawn(["trayer", "--edge", "top", "--widthtype", "request", "--height", "24"])
-        self.addCleanup(Session.end, tray)
-        wait_until(lambda: self.screen.selection_owned("_NET_SYSTEM_TRAY_S0"), 10, "the old tray")
+        self.start_old_tray()
         for end in self.ends():
             program = self.launch(speed=1)
             wait_until(self.screen.embedded, 10, "an embedded icon")

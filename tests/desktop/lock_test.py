@@ -1,7 +1,6 @@
 #!/usr/bin/python3
 """Locking and unlocking the screen: what becomes of work and of a break, whoever locks."""
 import os
-import plistlib
 import time
 
 from Xlib import X, Xatom
@@ -71,7 +70,7 @@ class Lock(DesktopTest):
         self.settle(0.5)
         self.hint(logind, "true")
         program.wait_for(STOPPED, 3, times=2)
-        stored = plistlib.loads(program.settings_file().read_bytes())
+        stored = self.stored(program)
         self.assertAlmostEqual(stored["last_weakup_timestamp"], time.time(), delta=30)
         program.write_settings({**stored, "last_weakup_timestamp": time.time() - 86400})
         self.settle(0.3)

@@ -1,6 +1,4 @@
 """What the tests of the preferences window share: how it is opened, found on the screen and operated."""
-import plistlib
-
 from support import DesktopTest, wait_until
 from virtual_desktop import Accessibility
 
@@ -78,13 +76,6 @@ class PreferencesTest(DesktopTest):
         return [one.name() for one in self.window.walk()]
 
     # Settings
-
-    @staticmethod
-    def stored(program):
-        return plistlib.loads(program.settings_file().read_bytes())
-
-    def wait_stored(self, program, key, value, seconds=5):
-        wait_until(lambda: self.stored(program).get(key) == value, seconds, f"{key} to be {value!r}")
 
     def wait_shown(self, name, text, seconds=5):
         wait_until(lambda: self.window.find("text", name).text() == text, seconds, f"{name!r} to show {text!r}")

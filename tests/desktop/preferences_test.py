@@ -3,12 +3,11 @@
 motion; how the window comes, goes and follows what others store."""
 import json
 import signal
-import subprocess
 import time
 from pathlib import Path
 
 from preferences_support import PANES, WORK, PreferencesTest
-from support import PROGRAM, main, wait_until
+from support import main, wait_until
 from virtual_desktop import Box
 
 MINIMUM = (480, 400)
@@ -377,9 +376,7 @@ class Windows(PreferencesTest):
     def test_what_another_program_changed_shows_when_it_comes_to_the_front(self):
         program = self.open({"pref.work.time": 33}, pane="Workflow")
         self.wait_shown(WORK, "33")
-        terminal = self.session.spawn(["xterm", "-T", "terminal", "-geometry", "80x24+0+0"])
-        self.addCleanup(self.session.end, terminal)
-        wait_until(lambda: self.screen.focus() == "terminal", 10, "the terminal to have the keyboard")
+        self.start_terminal("-geometry", "80x24+0+0")
         program.write_settings({**self.stored(program), "pref.work.time": 700, "force_long_break": True})
         self.settle(0.3)
         self.assertEqual(self.find("text", WORK).text(), "33")
@@ -425,7 +422,7 @@ class Windows(PreferencesTest):
         program = self.launch({"pref.work.time": 60}, speed=1)
         program.item()
         for _ in range(2):
-            subprocess.run([PROGRAM], env=self.session.environment, check=True, timeout=10, capture_output=True)
+            self.assertEqual(self.ask()[0], 0)
             self.meet()
             self.screen.press("Control_L", "w")
             self.wait_closed()

@@ -27,13 +27,9 @@ class StartTest(DesktopTest):
         self.addCleanup(self.session.end, process)
         return process
 
-    def status(self, **environment):
-        return subprocess.run([PROGRAM, "status"], env={**self.session.environment, **environment},
-                              capture_output=True, text=True, stdin=subprocess.DEVNULL, timeout=20)
-
     def answering(self, *arguments, **options):
         process = self.begin(*arguments, **options)
-        wait_until(lambda: self.status().returncode == 0, 10, "an answer on the bus")
+        wait_until(lambda: self.ask("status")[0] == 0, 10, "an answer on the bus")
         return process
 
     def assert_ends(self, process, number=signal.SIGTERM):
@@ -68,7 +64,7 @@ class Signals(StartTest):
         process = self.answering("trap '' HUP;")
         process.send_signal(signal.SIGHUP)
         self.settle(0.3)
-        self.assertEqual(self.status().returncode, 0)
+        self.assertEqual(self.ask("status")[0], 0)
         self.assertEqual(self.assert_ends(process), 0)
 
 
@@ -80,7 +76,7 @@ class Limits(StartTest):
     def test_files_that_may_not_grow_are_survived(self):
         process = self.answering("ulimit -f 0;")
         self.settle(1.5)
-        self.assertEqual(self.status().returncode, 0)
+        self.assertEqual(self.ask("status")[0], 0)
         self.assertEqual(self.assert_ends(process), 0)
 
     def test_too_few_descriptors_are_refused_in_a_sentence(self):
@@ -178,9 +174,9 @@ class StandsStill(StartTest):
         process = self.session.spawn([str(PROGRAM)], stdout=writing, stderr=writing)
         self.addCleanup(self.session.end, process)
         os.close(writing)
-        wait_until(lambda: self.status().returncode == 0, 10, "an answer on the bus")
-        subprocess.run([PROGRAM, "toggle"], env=self.session.environment, timeout=10, check=True)
-        self.assertEqual(self.status().stdout.split()[0], "paused")
+        wait_until(lambda: self.ask("status")[0] == 0, 10, "an answer on the bus")
+        self.assertEqual(self.ask("toggle")[0], 0)
+        self.assertEqual(self.ask("status")[1].split()[0], "paused")
         self.assertEqual(self.assert_ends(process), 0)
 
 
@@ -192,12 +188,12 @@ class XServerStandsStill(StartTest):
         for speed, moment in ((1, "sandbox home path"), (20, "ticktack timer timesup")):
             program = self.launch(speed=speed)
             program.wait_for("sandbox home path", 10)
-            wait_until(lambda: self.status().returncode == 0, 10, "an answer on the bus")
+            wait_until(lambda: self.ask("status")[0] == 0, 10, "an answer on the bus")
             self.server().send_signal(signal.SIGSTOP)
             try:
                 program.wait_for(moment, 10)
                 self.settle(0.5)
-                self.assertEqual(self.status().returncode, 0, "it goes on")
+                self.assertEqual(self.ask("status")[0], 0, "it goes on")
                 self.assertEqual(self.assert_ends(program.process), 0)
             finally:
                 self.server().send_signal(signal.SIGCONT)
@@ -207,7 +203,7 @@ class XServerStandsStill(StartTest):
         wait_for_cover(self.session, self.monitors, 15)
         self.server().send_signal(signal.SIGSTOP)
         try:
-            self.assertEqual(subprocess.run([PROGRAM, "skip"], env=self.session.environment, timeout=10).returncode, 0)
+            self.assertEqual(self.ask("skip")[0], 0)
             program.wait_for("skip break view", 5)
             program.wait_for("ticktack timer timesup", 10, times=2)
         finally:

@@ -3,6 +3,7 @@ import os
 import plistlib
 import re
 import signal
+import subprocess
 import sys
 import time
 import unittest
@@ -64,8 +65,7 @@ class DesktopTest(unittest.TestCase):
     @staticmethod
     def make_this_break_the_last(program):
         """The work after it takes hours. A slow machine could take the next break for this one otherwise."""
-        settings = plistlib.loads(program.settings_file().read_bytes())
-        program.write_settings({**settings, "pref.work.time": 600})
+        program.write_settings({**DesktopTest.stored(program), "pref.work.time": 600})
 
     def finish(self, program):
         if any(test is self for test, _ in self._outcome.result.failures + self._outcome.result.errors):
@@ -116,7 +116,35 @@ class DesktopTest(unittest.TestCase):
         wait_until(answers, 10, f"the double of {name}")
         return call
 
+    # Settings
+
+    @staticmethod
+    def stored(program):
+        return plistlib.loads(program.settings_file().read_bytes())
+
+    def wait_stored(self, program, key, value, seconds=8):
+        wait_until(lambda: self.stored(program).get(key) == value, seconds, f"{key} to be {value!r}")
+
     # Processes
+
+    def ask(self, *arguments, seconds=10, **environment):
+        """Runs the command line to its end: status, standard output, standard error."""
+        done = subprocess.run([PROGRAM, *arguments], env={**self.session.environment, **environment},
+                              capture_output=True, text=True, stdin=subprocess.DEVNULL, timeout=seconds)
+        return done.returncode, done.stdout, done.stderr
+
+    def start_terminal(self, *options, typed=None):
+        """A terminal with the keyboard; what is typed into it goes into a file, line by line, where one is named."""
+        terminal = self.session.spawn(["xterm", "-T", "terminal", *options, *(["-e", f"cat >{typed}"] if typed else [])])
+        self.addCleanup(self.session.end, terminal)
+        wait_until(lambda: self.screen.focus() == "terminal", 10, "the terminal to have the keyboard")
+        wait_until(lambda: not typed or typed.exists(), 5, "the terminal's program")
+
+    def start_old_tray(self):
+        tray = self.session.spawn(["trayer", "--edge", "top", "--widthtype", "request", "--height", "24"])
+        self.addCleanup(self.session.end, tray)
+        wait_until(lambda: self.screen.selection_owned("_NET_SYSTEM_TRAY_S0"), 10, "the old tray")
+        return tray
 
     @staticmethod
     def helpers(program, name="kelpa-"):

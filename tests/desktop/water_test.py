@@ -1,7 +1,6 @@
 #!/usr/bin/python3
 """The water panel of the real program: when it comes, where it stands, what its buttons store, and whom it leaves alone."""
 import os
-import plistlib
 import signal
 import time
 from pathlib import Path
@@ -45,13 +44,6 @@ class WaterTest(DesktopTest):
 
     def gone(self, seconds=8):
         wait_until(lambda: not self.panels(), seconds, "the panel to close")
-
-    @staticmethod
-    def stored(program):
-        return plistlib.loads(program.settings_file().read_bytes())
-
-    def wait_stored(self, program, key, value, seconds=8):
-        wait_until(lambda: self.stored(program).get(key) == value, seconds, f"{key} to be {value}")
 
 
 class Water(WaterTest):
@@ -131,10 +123,7 @@ class Water(WaterTest):
 
     def test_it_leaves_the_keys_to_whoever_is_typing(self):
         typed = Path(self.session.folder) / "typed-at-water"
-        terminal = self.session.spawn(["xterm", "-T", "terminal", "-e", f"cat >{typed}"])
-        self.addCleanup(self.session.end, terminal)
-        wait_until(lambda: self.screen.focus() == "terminal", 10, "the terminal to have the keyboard")
-        wait_until(typed.exists, 5, "the terminal's program")
+        self.start_terminal(typed=typed)
         program = self.start(2)
         text = ""
         until = time.monotonic() + 6
@@ -199,9 +188,7 @@ class Place(WaterTest):
 
     def work_on(self, monitor):
         """Something on that monitor has the keyboard."""
-        terminal = self.session.spawn(["xterm", "-T", "terminal", "-geometry", f"20x5+{monitor.x + 100}+{monitor.y + 200}"])
-        self.addCleanup(self.session.end, terminal)
-        wait_until(lambda: self.screen.focus() == "terminal", 10, "the terminal to have the keyboard")
+        self.start_terminal("-geometry", f"20x5+{monitor.x + 100}+{monitor.y + 200}")
 
     def stands_at(self, x, y, what):
         wait_until(lambda: [(panel.x, panel.y) for panel in self.panels()] == [(x, y)], 10, what)

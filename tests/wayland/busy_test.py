@@ -1,9 +1,8 @@
 #!/usr/bin/python3
 """Breaks that wait while the active window covers its screen, as a Wayland compositor's list of windows tells."""
 import json
-import subprocess
 
-from wayland_support import PROGRAM, Session, WaylandTest, main, wait_until
+from wayland_support import Session, WaylandTest, main, wait_until
 
 # Answers that take longer than two seconds of the program's time count as none.
 SLOW = 5
@@ -13,9 +12,8 @@ class Busy(WaylandTest):
     MONITORS = 1
 
     def held(self):
-        done = subprocess.run([PROGRAM, "status", "--json"], env=self.session.environment, capture_output=True, text=True,
-                              check=False, timeout=10)
-        return json.loads(done.stdout)["held"] if done.returncode == 0 else None
+        code, told, _ = self.ask("status", "--json")
+        return json.loads(told)["held"] if code == 0 else None
 
     def test_a_break_waits_for_a_window_in_full_screen_and_for_no_other(self):
         ordinary = self.session.spawn(["foot", "sleep", "600"])

@@ -1,21 +1,12 @@
 #!/usr/bin/python3
 """The other windows and the status item under a Wayland compositor: where they stand, and whom they leave alone."""
 import os
-import plistlib
 import signal
 import time
 
 from wayland_support import LIGHTS, Box, NestedWaylandSession, WaylandSession, WaylandTest, main, wait_until
 
-PANEL = (280, 330)
-# Where things stand in the water panel, in its own coordinates.
-CLOSE, AMOUNT_250, DONE, BACKGROUND = (16, 17), (140, 226), (230, 303), (140, 24)
-INTERVAL = 15 * 60
-
-
-def noon_zone():
-    """A time zone in which it is about noon now, so that no test runs into another day."""
-    return f"NOON{(time.gmtime().tm_hour - 12):+d}"
+from water_test import AMOUNT_250, BACKGROUND, CLOSE, DONE, INTERVAL, PANEL, noon_zone
 
 
 class WindowsTest(WaylandTest):
@@ -25,13 +16,6 @@ class WindowsTest(WaylandTest):
                     "pref.water.lastShowDate": time.time() - INTERVAL + due}
         environment = {"TZ": noon_zone(), **options.pop("environment", {})}
         return self.launch(settings, speed=1, environment=environment, **options)
-
-    @staticmethod
-    def stored(program, key):
-        return plistlib.loads(program.settings_file().read_bytes()).get(key)
-
-    def wait_stored(self, program, key, value):
-        wait_until(lambda: self.stored(program, key) == value, 5, f"{key} to be {value}")
 
     def tell(self, program, command):
         program.item()      # once it is on the bus it listens
@@ -211,11 +195,11 @@ class Managed(WindowsTest):
         window = self.window("Settings")
         self.assertTrue(window.focused)
         self.assertGreaterEqual((window.width, window.height), (480, 400))
-        self.assertEqual(self.stored(program, "show_time_in_status_bar"), None)
+        self.assertNotIn("show_time_in_status_bar", self.stored(program))
         for key in ("Tab", "Tab", "space"):
             self.session.input.press(key)
-        wait_until(lambda: any(self.stored(program, key) is not None
-                               for key in ("launch_at_login", "show_time_in_status_bar")), 3, "a switch to be stored")
+        wait_until(lambda: {"launch_at_login", "show_time_in_status_bar"} & self.stored(program).keys(), 3,
+                   "a switch to be stored")
         self.session.command('[title="Settings"] kill')
         wait_until(lambda: not self.session.views(), 3, "the window to close")
         self.tell(program, "settings")
