@@ -19,9 +19,7 @@ constexpr CGFloat pickerWidth = 100;
 - (NSArray<NSView*>*)makeViews:(const kelpa::PreferencesControl&)control
                         layout:(const kelpa::PreferencesLayout&)layout {
     _switch = [[NSSwitch alloc] initWithFrame:NSZeroRect];
-    [_switch setTarget:self];
-    [_switch setAction:@selector(switched:)];
-    [_switch setAccessibilityLabel:kelpa::toNSString(control.label)];
+    [self wire:_switch action:@selector(switched:) as:control];
     return @[ _switch, kelpa::makeLabel(control.label, [NSFont systemFontOfSize:0], [NSColor labelColor]) ];
 }
 
@@ -57,9 +55,7 @@ constexpr CGFloat pickerWidth = 100;
 - (NSArray<NSView*>*)makeViews:(const kelpa::PreferencesControl&)control
                         layout:(const kelpa::PreferencesLayout&)layout {
     _picker = [[NSPopUpButton alloc] initWithFrame:NSZeroRect pullsDown:NO];
-    [_picker setTarget:self];
-    [_picker setAction:@selector(picked:)];
-    [_picker setAccessibilityLabel:kelpa::toNSString(control.label)];
+    [self wire:_picker action:@selector(picked:) as:control];
     [[[_picker widthAnchor] constraintGreaterThanOrEqualToConstant:pickerWidth] setActive:YES];
     return @[ _picker ];
 }
@@ -96,9 +92,7 @@ constexpr CGFloat pickerWidth = 100;
 - (NSArray<NSView*>*)makeViews:(const kelpa::PreferencesControl&)control
                         layout:(const kelpa::PreferencesLayout&)layout {
     _segments = [[NSSegmentedControl alloc] initWithFrame:NSZeroRect];
-    [_segments setTarget:self];
-    [_segments setAction:@selector(picked:)];
-    [_segments setAccessibilityLabel:kelpa::toNSString(control.label)];
+    [self wire:_segments action:@selector(picked:) as:control];
     return @[ _segments ];
 }
 

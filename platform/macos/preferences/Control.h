@@ -26,6 +26,8 @@
 - (void)showValue:(const kelpa::PreferencesValue&)value;
 - (void)showEntries:(const std::vector<kelpa::PreferencesEntry>&)entries;
 - (void)setEnabled:(BOOL)enabled;
+/// Makes a view act on the control, and gives it the control's name for who does not see it.
+- (void)wire:(NSControl*)view action:(SEL)action as:(const kelpa::PreferencesControl&)control;
 /// A button of the control's own that shows a symbol.
 - (NSButton*)makeButton:(const kelpa::SymbolButton&)button action:(SEL)action;
 /// Tells the core what a person did.

@@ -118,6 +118,12 @@ void explain(NSTextField* label, const kelpa::PreferencesValue& value) {
 - (void)showEntries:(const std::vector<kelpa::PreferencesEntry>&)entries {
 }
 
+- (void)wire:(NSControl*)view action:(SEL)action as:(const kelpa::PreferencesControl&)control {
+    [view setTarget:self];
+    [view setAction:action];
+    [view setAccessibilityLabel:kelpa::toNSString(control.label)];
+}
+
 - (NSButton*)makeButton:(const kelpa::SymbolButton&)button action:(SEL)action {
     NSImage* image = [NSImage imageWithSystemSymbolName:kelpa::toNSString(button.symbol)
                                accessibilityDescription:kelpa::toNSString(button.name)];

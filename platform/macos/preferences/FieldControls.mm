@@ -87,9 +87,7 @@ constexpr CGFloat numberWidth = 64;
     [_stepper setMaxValue:1];
     [_stepper setIncrement:1];
     [_stepper setValueWraps:NO];
-    [_stepper setTarget:self];
-    [_stepper setAction:@selector(stepperClicked:)];
-    [_stepper setAccessibilityLabel:kelpa::toNSString(control.label)];
+    [self wire:_stepper action:@selector(stepperClicked:) as:control];
     return @[ field, _stepper ];
 }
 

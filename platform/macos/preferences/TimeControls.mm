@@ -141,9 +141,7 @@ NSView* makePlusTile(NSButton* plus) {
 - (NSArray<NSView*>*)makeViews:(const kelpa::PreferencesControl&)control
                         layout:(const kelpa::PreferencesLayout&)layout {
     _picker = makePicker();
-    [_picker setTarget:self];
-    [_picker setAction:@selector(entered:)];
-    [_picker setAccessibilityLabel:kelpa::toNSString(control.label)];
+    [self wire:_picker action:@selector(entered:) as:control];
     return @[ _picker ];
 }
 
