@@ -1,9 +1,11 @@
 #pragma once
 
 #import <AppKit/AppKit.h>
+#import <CoreFoundation/CoreFoundation.h>
 
 #include "base/FatalError.h"
 
+#include <cstdint>
 #include <exception>
 #include <string>
 #include <string_view>
@@ -25,6 +27,17 @@ namespace kelpa {
 [[nodiscard]] inline std::string toString(NSString* text) {
     const char* characters = [text UTF8String];
     return characters ? std::string(characters) : std::string();
+}
+
+/// A number as the core knows it, one of whose kinds `Value` takes. Foundation keeps truth values as numbers,
+/// too.
+template <class Value>
+[[nodiscard]] Value fromNumber(NSNumber* number) {
+    if (CFGetTypeID((__bridge CFTypeRef)number) == CFBooleanGetTypeID())
+        return static_cast<bool>([number boolValue]);
+    if (CFNumberIsFloatType((__bridge CFNumberRef)number))
+        return [number doubleValue];
+    return static_cast<std::int64_t>([number longLongValue]);
 }
 
 /// Every way from the system's frameworks into the core leads through here: those frameworks are not made for

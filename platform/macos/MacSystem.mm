@@ -1,7 +1,6 @@
 #import "platform/macos/MacSystem.h"
 
 #import <AppKit/AppKit.h>
-#import <CoreFoundation/CoreFoundation.h>
 #import <CoreGraphics/CoreGraphics.h>
 #import <CoreText/CoreText.h>
 
@@ -71,11 +70,7 @@ std::optional<InfoValue> infoValue(id value) {
         return InfoValue(toString(value));
     if (![value isKindOfClass:[NSNumber class]])
         return std::nullopt;
-    if (CFGetTypeID((__bridge CFTypeRef)value) == CFBooleanGetTypeID())
-        return InfoValue(static_cast<bool>([value boolValue]));
-    if (CFNumberIsFloatType((__bridge CFNumberRef)value))
-        return InfoValue([value doubleValue]);
-    return InfoValue(std::int64_t{[value longLongValue]});
+    return fromNumber<InfoValue>(value);
 }
 
 class BundleTranslations final : public Translations {

@@ -2,20 +2,9 @@
 
 #import "platform/macos/Bridge.h"
 
-#import <CoreFoundation/CoreFoundation.h>
-
 namespace kelpa {
 
 namespace {
-
-/// Foundation keeps truth values as numbers too.
-StoreValue numberIn(NSNumber* number) {
-    if (CFGetTypeID((__bridge CFTypeRef)number) == CFBooleanGetTypeID())
-        return static_cast<bool>([number boolValue]);
-    if (CFNumberIsFloatType((__bridge CFNumberRef)number))
-        return [number doubleValue];
-    return static_cast<std::int64_t>([number longLongValue]);
-}
 
 std::optional<StoreValue> textsIn(NSArray* array) {
     std::vector<std::string> all;
@@ -55,7 +44,7 @@ NSString* UserDefaultsStore::name(std::string_view key) const {
 std::optional<StoreValue> UserDefaultsStore::value(std::string_view key) const {
     id object = [defaults_ objectForKey:name(key)];
     if ([object isKindOfClass:[NSNumber class]])
-        return numberIn(object);
+        return fromNumber<StoreValue>(object);
     if ([object isKindOfClass:[NSString class]])
         return toString(object);
     return [object isKindOfClass:[NSArray class]] ? textsIn(object) : std::nullopt;
