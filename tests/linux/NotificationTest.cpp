@@ -158,6 +158,22 @@ TEST_F(DesktopNotificationsTest, areForgottenOnceAPersonHasClosedThem) {
     EXPECT_EQ(service.closed, std::vector<unsigned>());
 }
 
+TEST_F(DesktopNotificationsTest, ofAServiceThatIsGoneAreNotAskedOfTheNextOne) {
+    std::optional<Service> service(loop);
+    show("A");
+    ASSERT_TRUE(comes([&] { return service->shown.size() == 1; }));
+    settle();
+    service.reset();
+    Service next(loop); // which gives the same number to another program's
+    notifications.withdraw();
+    show("B");
+    ASSERT_TRUE(comes([&] { return next.shown.size() == 1; }));
+    settle();
+    EXPECT_EQ(next.closed, std::vector<unsigned>());
+    next.press(41, "start");
+    ASSERT_TRUE(comes([&] { return pressed == std::vector<std::string>{"B start"}; }));
+}
+
 TEST_F(DesktopNotificationsTest, nobodyShowsAreALineInTheLog) {
     show("A");
     ASSERT_TRUE(comes([&] { return failures.size() == 1; })) << "no service";

@@ -37,11 +37,12 @@ class DesktopNotifications::Shown {
         clicks_.reset();
         closing_.reset();
     }
-    /// Takes it away where it has a number.
+    /// Takes it away where it has a number, which means nothing to anybody but who gave it.
     void close() const {
         if (number_ == 0)
             return;
-        const BusMessage message = owner_.bus_.newCall(service, "CloseNotification", "u", number_);
+        const BusMessage message = owner_.bus_.newCall({service_.c_str(), service.path, service.interface},
+                                                       "CloseNotification", "u", number_);
         if (message)
             sd_bus_send(owner_.bus_.handle(), message.get(), nullptr);
     }
