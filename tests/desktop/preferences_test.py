@@ -373,6 +373,19 @@ class Windows(PreferencesTest):
         self.assertEqual((again.width, again.height), (720, 500))
         self.assertLess(abs(again.x - self.WIDTH / 2 + 360) + abs(again.y - window.y), 60)
 
+    def test_captions_of_several_lines_are_nothing_to_complain_of(self):
+        program = self.launch({"pref.work.time": 60}, speed=1, environment={"LANGUAGE": "de"})
+        item = program.item()
+        item.click_line(item.line("Einstellungen").id)
+        self.window = self.accessibility.window("Einstellungen")
+        shown = wait_until(lambda: self.screen.titled(lambda title: title == "Einstellungen"), 3, "the window on the screen")
+        self.screen.resize(shown[0].id, *MINIMUM)
+        wait_until(lambda: self.window.box().width == MINIMUM[0], 3, "the least size")
+        self.turn_to("Rhythmus")
+        self.screen.press("Control_L", "w")
+        wait_until(lambda: not self.screen.titled(lambda title: title == "Einstellungen"), 3, "the window to close")
+        self.assertEqual(program.count("kelpa-view"), 0, program.lines())
+
     def test_what_another_program_changed_shows_when_it_comes_to_the_front(self):
         program = self.open({"pref.work.time": 33}, pane="Workflow")
         self.wait_shown(WORK, "33")

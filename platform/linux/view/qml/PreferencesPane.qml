@@ -11,8 +11,7 @@ Flickable {
     required property var controls
 
     readonly property var captions: [].concat(...layout.sections.map(section => section.rows.map(row => row.caption)))
-    /// Hinted letters can be a little wider than their measure.
-    readonly property real captionWidth: Math.ceil(metrics.widest(captions.length, i => captions[i]) * 1.03) + 2
+    readonly property real captionWidth: metrics.roomFor(metrics.widest(captions.length, i => captions[i]))
 
     /// Scrolls as little as is needed to show an item.
     function reveal(item: Item) {

@@ -39,7 +39,8 @@ Item {
         id: caption
         width: row.guide
         visible: text !== ""
-        readonly property bool oneLine: lineCount <= 1
+        // How many lines there are would be known only when the height is.
+        readonly property bool oneLine: metrics.roomFor(metrics.widthOf(text)) <= width
         // Centred like the words of the controls, so that both stand on one line at every scale.
         height: oneLine ? row.firstLine : implicitHeight
         topPadding: oneLine ? 0 : Math.max(0, (row.firstLine - metrics.height) / 2)
@@ -49,9 +50,8 @@ Item {
         text: row.layout.caption
         color: Theme.secondary
     }
-    FontMetrics {
+    TextMeasure {
         id: metrics
-        font: caption.font
     }
     Loader {
         id: loader
