@@ -198,6 +198,21 @@ class XServerStandsStill(StartTest):
             finally:
                 self.server().send_signal(signal.SIGCONT)
 
+    def test_it_is_waited_for_once_and_not_with_every_question(self):
+        program = self.launch(speed=1)
+        program.wait_for("sandbox home path", 10)
+        wait_until(lambda: self.ask("status")[0] == 0, 10, "an answer on the bus")
+        self.server().send_signal(signal.SIGSTOP)
+        try:
+            self.assertEqual(self.ask("settings")[0], 0)
+            self.settle(1)      # over the time that it is given
+            began = time.monotonic()
+            for _ in range(6):  # each of which asks it where the window belongs
+                self.assertEqual(self.ask("settings")[0], 0)
+            self.assertLess(time.monotonic() - began, 3)
+        finally:
+            self.server().send_signal(signal.SIGCONT)
+
     def test_a_break_that_came_meanwhile_is_shown_when_it_goes_on(self):
         program = self.launch(speed=20)
         wait_for_cover(self.session, self.monitors, 15)

@@ -10,6 +10,8 @@ namespace {
 
 /// A server that has not answered by then is not kept waiting for; the end of the program must not be.
 constexpr std::uint64_t patienceMicroseconds = 800'000;
+/// So long nothing is waited for then, unless the server says something before.
+constexpr std::uint64_t pauseMicroseconds = 10'000'000;
 
 const xcb_screen_t* screenOf(xcb_connection_t* connection, int number) {
     auto screens = xcb_setup_roots_iterator(xcb_get_setup(connection));
@@ -35,7 +37,10 @@ X11Connection::X11Connection(EventLoop& loop, xcb_connection_t* connection, int 
                              std::function<void()> lost)
     : loop_(loop), connection_(connection), screenNumber_(screenNumber),
       screen_(screenOf(connection, screenNumber)), lost_(std::move(lost)),
-      readable_(loop.watch(xcb_get_file_descriptor(connection), [this] { drain(); })) {}
+      readable_(loop.watch(xcb_get_file_descriptor(connection), [this] {
+          standsStill_ = false;
+          drain();
+      })) {}
 
 X11Connection::~X11Connection() {
     readable_.cancel();
@@ -55,31 +60,32 @@ const xcb_query_extension_reply_t* X11Connection::extension(xcb_extension_t& ext
 }
 
 void* X11Connection::await(unsigned sequence) {
-    drainSoon();
-    if (loop_.started())
-        return awaitForAMoment(sequence);
     void* answer = nullptr;
-    loop_.interruptibly([&] { answer = xcb_wait_for_reply(connection_, sequence, nullptr); });
+    if (loop_.started())
+        answer = awaitForAMoment(sequence);
+    else
+        loop_.interruptibly([&] { answer = xcb_wait_for_reply(connection_, sequence, nullptr); });
+    drainSoon();
     return answer;
 }
 
 void* X11Connection::awaitForAMoment(unsigned sequence) {
-    const std::uint64_t end = monotonicMicroseconds() + patienceMicroseconds;
+    std::uint64_t now = monotonicMicroseconds();
+    const std::uint64_t end = now + patienceMicroseconds;
+    standsStill_ = standsStill_ && now < waitAgainAt_;
     void* answer = nullptr;
     xcb_generic_error_t* error = nullptr;
     if (!standsStill_)
         xcb_flush(connection_);
-    while (xcb_poll_for_reply(connection_, sequence, &answer, &error) == 0) {
-        const std::uint64_t now = monotonicMicroseconds();
-        standsStill_ = standsStill_ || now >= end;
-        if (standsStill_) {
-            xcb_discard_reply(connection_, sequence);
-            return nullptr;
-        }
+    while (!standsStill_ && xcb_poll_for_reply(connection_, sequence, &answer, &error) == 0) {
         pollfd server{xcb_get_file_descriptor(connection_), POLLIN, 0};
         poll(&server, 1, static_cast<int>((end - now) / 1000 + 1));
+        now = monotonicMicroseconds();
+        standsStill_ = now >= end;
+        waitAgainAt_ = now + pauseMicroseconds;
     }
-    standsStill_ = false;
+    if (standsStill_)
+        xcb_discard_reply(connection_, sequence);
     std::free(error);
     return answer;
 }
@@ -97,7 +103,7 @@ void X11Connection::selectRoot(std::uint32_t mask) {
 
 /// Events that come with an answer would otherwise lie there until the next one comes.
 void X11Connection::drainSoon() {
-    if (!draining_.active())
+    if (!standsStill_ && !draining_.active())
         draining_ = loop_.afterReal(0, [this] {
             draining_.cancel();
             drain();
@@ -105,7 +111,6 @@ void X11Connection::drainSoon() {
 }
 
 void X11Connection::drain() {
-    standsStill_ = false;
     while (const X11Reply<xcb_generic_event_t> event{xcb_poll_for_event(connection_)})
         for (const Handler& handler : handlers_)
             handler(*event);

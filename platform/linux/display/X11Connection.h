@@ -59,6 +59,7 @@ class X11Connection {
     const xcb_screen_t* screen_ = nullptr;
     std::uint32_t rootMask_ = 0;
     bool standsStill_ = false;
+    std::uint64_t waitAgainAt_ = 0; ///< for a server that stands still; microseconds of the monotonic clock
     std::function<void()> lost_;
     std::list<Handler> handlers_;
     Subscription readable_;
