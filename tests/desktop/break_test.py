@@ -93,23 +93,6 @@ class Break(DesktopTest):
         self.assertFalse(program.ended())
         wait_for_countdown(self.screen, self.monitors[0])
 
-    def test_the_view_is_given_back_some_time_after_a_break(self):
-        # Slowly, so that no other break comes meanwhile: the first work period takes two seconds by being short.
-        program = self.launch({"pref.work.time": 0}, speed=1)
-        self.cover()
-        program.write_settings({**self.quiet(), "pref.work.time": 25})
-        self.click_middle(self.wait_for_blue(self.monitors[0], 2)[-1])
-        program.wait_for("ticktack timer start 1500$", 5)
-        wait_for_uncover(self.session)
-        self.assertEqual(len(self.helpers(program, "kelpa-view")), 1)
-        wait_until(lambda: not self.helpers(program), 35, "the view to end")
-        with open(f"/proc/{program.process.pid}/maps", encoding="utf-8") as maps:
-            self.assertNotIn("Qt", maps.read())
-
-    @staticmethod
-    def quiet():
-        return {"pref.break.time": LONG_ENOUGH}
-
 
 if __name__ == "__main__":
     main()

@@ -1,7 +1,6 @@
 #!/usr/bin/python3
 """Locking and unlocking the screen: what becomes of work and of a break, whoever locks."""
 import os
-import time
 
 from Xlib import X, Xatom
 
@@ -12,8 +11,6 @@ STOPPED = "ticktack timer stoped"
 STARTED = f"ticktack timer start {WORK}$"
 SESSION_PATH, SESSION = "/org/freedesktop/login1/session/c1", "org.freedesktop.login1.Session"
 DOUBLE = "org.freedesktop.DBus.Mock"
-# Slow enough that no break comes by itself.
-SLOW = 1
 
 
 class Lock(DesktopTest):
@@ -28,28 +25,6 @@ class Lock(DesktopTest):
     def hint(logind, locked):
         logind("SetLockedHint", locked, at=SESSION_PATH, interface=SESSION)
 
-    @staticmethod
-    def request(logind, what):
-        logind("EmitSignal", SESSION, what, "", "[]", at=SESSION_PATH, interface=DOUBLE)
-
-    def test_several_that_tell_of_one_lock_count_once(self):
-        logind, saver = self.logind(), self.mock("gnome_screensaver")
-        program = self.launch(speed=SLOW, environment=self.own_session)
-        program.wait_for(STARTED, 10)
-        self.settle(0.5)
-        self.request(logind, "Lock")
-        self.settle(0.3)
-        self.assertEqual(program.count(STOPPED), 1, "a request that nobody obeyed stopped the cycle")
-        saver("SetActive", "true")
-        program.wait_for(STOPPED, 3, times=2)
-        self.hint(logind, "true")
-        self.request(logind, "Unlock")
-        program.wait_for(STARTED, 3, times=2)
-        saver("SetActive", "false")
-        self.hint(logind, "false")
-        self.settle(0.3)
-        self.assertEqual((program.count(STOPPED), program.count(STARTED)), (3, 2))
-
     def test_a_break_is_taken_off_every_monitor_and_does_not_come_back(self):
         logind = self.logind()
         program = self.launch(environment=self.own_session)
@@ -62,23 +37,6 @@ class Lock(DesktopTest):
         self.hint(logind, "false")
         program.wait_for(STARTED, 3, times=2)
         self.assertEqual(program.count("skip break view"), 0)
-
-    def test_the_first_unlock_of_a_day_is_greeted(self):
-        logind = self.logind()
-        program = self.launch({"show_new_day_tip": True}, speed=2, environment=self.own_session)
-        program.wait_for(STARTED, 10)
-        self.settle(0.5)
-        self.hint(logind, "true")
-        program.wait_for(STOPPED, 3, times=2)
-        stored = self.stored(program)
-        self.assertAlmostEqual(stored["last_weakup_timestamp"], time.time(), delta=30)
-        program.write_settings({**stored, "last_weakup_timestamp": time.time() - 86400})
-        self.settle(0.3)
-        self.hint(logind, "false")
-        program.wait_for("ticktack timer start 10$", 3)
-        wait_for_cover(self.session, self.monitors, 5)
-        program.wait_for(STARTED, 10, times=2)
-        wait_for_uncover(self.session, 5)
 
     def test_a_screen_saver_that_tells_the_x_server_alone(self):
         """Stands in for xscreensaver, which does not lock for root: the property, and a window that bears its version."""

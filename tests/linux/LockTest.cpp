@@ -47,6 +47,9 @@ TEST(LockEdgesTest, ARequestToLockCountsOnlyByTheWordOfWhoeverLocks) {
     of.edges.says("gnome", true);
     of.edges.lockRequested();
     EXPECT_EQ(of.heard, "L");
+    of.edges.says("gnome", false);
+    of.edges.lockRequested();
+    EXPECT_EQ(of.heard, "LU") << "its word counts no more";
 }
 
 TEST(LockEdgesTest, ARequestToUnlockCountsAtOnceAndALockerThatDidNotObeyIsBelievedAgain) {

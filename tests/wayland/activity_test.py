@@ -84,16 +84,6 @@ class Activity(ActivityTest):
         Session.end(program.process)
         self.session.move(5, 590)
 
-    def test_nothing_counts_while_the_screen_is_locked(self):
-        saver = self.mock("gnome_screensaver")
-        program = self.start()
-        saver("SetActive", "true")
-        self.wait_stopped(program, 2)
-        self.keep_moving(1).join()
-        self.assertEqual(program.count(STARTED), 1)
-        saver("SetActive", "false")
-        program.wait_for(STARTED, 3, times=2)
-
     def test_it_sleeps_between_its_seconds(self):
         program = self.start(speed=1)
         self.settle(2)
