@@ -1,5 +1,6 @@
 #include "platform/linux/helper/HelperProcess.h"
 
+#include "platform/linux/Descriptors.h"
 #include "platform/linux/helper/HelperChild.h"
 
 #include <algorithm>
@@ -10,7 +11,6 @@
 #include <sys/socket.h>
 #include <sys/wait.h>
 #include <system_error>
-#include <unistd.h>
 #include <utility>
 
 namespace kelpa {
@@ -41,18 +41,14 @@ std::string helperPath(const std::string& name) {
 
 struct HelperProcess::Child {
     explicit Child(int descriptor) : fd(descriptor), reader(descriptor), writer(descriptor) {}
-    ~Child() { close(); }
-    Child(const Child&) = delete;
-    Child& operator=(const Child&) = delete;
 
     void close() {
         onReadable.cancel();
         onRetry.cancel();
-        if (fd >= 0)
-            ::close(std::exchange(fd, -1));
+        fd.close();
     }
 
-    int fd;
+    Descriptor fd; ///< goes after those who watch it
     int pid = 0;
     wire::LineReader reader;
     wire::LineWriter writer;
@@ -98,17 +94,16 @@ std::string HelperProcess::start() {
     if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends.data()) != 0)
         return std::generic_category().message(errno);
     const auto child = std::make_shared<Child>(ends[0]);
+    const Descriptor theirs(ends[1]);
     try {
-        child->pid = startHelper(path_, ends[1]);
+        child->pid = startHelper(path_, theirs.get());
         watch(child);
         child_ = child;
     } catch (const std::system_error& error) {
-        ::close(ends[1]);
         if (child->pid != 0)
             endHelper(child->pid);
         return error.what();
     }
-    ::close(ends[1]);
     if (answers_)
         answers_->begin();
     return {};
@@ -121,7 +116,7 @@ void HelperProcess::watch(const std::shared_ptr<Child>& child) {
         if (const auto held = weak.lock())
             ended(*held, status);
     });
-    child->onReadable = loop_.watch(child->fd, [this, weak] {
+    child->onReadable = loop_.watch(child->fd.get(), [this, weak] {
         if (const auto held = weak.lock())
             readable(*held);
     });
@@ -132,7 +127,7 @@ void HelperProcess::readable(Child& child) {
     std::vector<wire::Message> messages;
     const auto state = child.reader.read([&messages](const auto& message) { messages.push_back(message); });
     for (const auto& message : messages)
-        if (child.fd >= 0)
+        if (child.fd)
             hear(message);
     if (state == wire::LineReader::State::Closed)
         disconnect(child);
@@ -146,7 +141,7 @@ void HelperProcess::hear(const wire::Message& message) {
 }
 
 void HelperProcess::send(std::initializer_list<std::string_view> fields) {
-    if (!child_ || child_->fd < 0)
+    if (!child_ || !child_->fd)
         return;
     const auto state = child_->writer.send(fields);
     if (state == wire::LineWriter::State::Pending)
@@ -171,7 +166,7 @@ void HelperProcess::retryLater(Child& child) {
 }
 
 void HelperProcess::disconnect(Child& child) {
-    if (child.fd < 0)
+    if (!child.fd)
         return;
     child.close();
     child.onImpatience = loop_.afterReal(patience, [pid = child.pid] { ::kill(pid, SIGKILL); });
@@ -187,7 +182,7 @@ void HelperProcess::end() {
 }
 
 void HelperProcess::readAnswers() {
-    if (const auto held = child_; held && held->fd >= 0)
+    if (const auto held = child_; held && held->fd)
         readable(*held);
 }
 
