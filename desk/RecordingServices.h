@@ -83,7 +83,7 @@ class RecordingServices final : public LoginItem,
         lastMail_ = mail;
         journal_.note("mail", inQuotes(mail.subject));
     }
-    void show(const AboutText& text) override {
+    void show(const AboutContent& text) override {
         lastAbout_ = text;
         journal_.note("about");
     }
@@ -92,7 +92,7 @@ class RecordingServices final : public LoginItem,
         time_.stop();
     }
     [[nodiscard]] const Mail& lastMail() const { return lastMail_; }
-    [[nodiscard]] const AboutText& lastAbout() const { return lastAbout_; }
+    [[nodiscard]] const AboutContent& lastAbout() const { return lastAbout_; }
     [[nodiscard]] RecordingPreferences& preferences() { return preferences_; }
     [[nodiscard]] RecordingHistoryWindow& history() { return history_; }
     [[nodiscard]] RecordingNotifications& notifications() { return notifications_; }
@@ -106,7 +106,7 @@ class RecordingServices final : public LoginItem,
     RecordingNotifications notifications_{journal_};
     ScriptedBusyness busyness_{journal_, time_};
     Mail lastMail_;
-    AboutText lastAbout_;
+    AboutContent lastAbout_;
 };
 
 /// A status bar that notes titles and the lines that change, and that a script clicks.

@@ -146,28 +146,27 @@ PrefStyleView::PrefStyleView(PrefState& state, ShownPreferences& window)
 
 PrefAboutView::PrefAboutView(App& app, ShownPreferences& window)
     : Pane(localized("About"), "info.circle"), app_(app), window_(window) {
-    const AboutApp about = app.about();
-    AboutContent content;
-    if (about.icon) {
-        content.icon = *about.icon;
-    } else {
-        content.glyph = IconFont::kelpa.rawValue();
-        content.glyphFont = IconFont::name();
+    AboutContent about = content(app.about());
+    if (about.icon.empty()) {
+        about.glyph = IconFont::kelpa.rawValue();
+        about.glyphFont = IconFont::name();
     }
-    content.name = about.name;
-    content.version = versionLine(about);
-    content.copyright = about.copyright;
-    content.link = localized("Release Notes");
-    content.linkAddress = about.releaseNotesLink;
-    setAbout(std::move(content));
+    setAbout(std::move(about));
 }
 
 void PrefAboutView::show() {
     window_.show(copyrightLine, PreferencesField::Value, app_.about().copyright);
 }
 
-std::string PrefAboutView::versionLine(const AboutApp& about) {
-    return withArguments(localized("v%1$s(%2$s)"), {about.version, about.build});
+AboutContent PrefAboutView::content(const AboutApp& about) {
+    return {about.icon.value_or(""),
+            {},
+            {},
+            about.name,
+            withArguments(localized("v%1$s(%2$s)"), {about.version, about.build}),
+            about.copyright,
+            localized("Release Notes"),
+            about.releaseNotesLink};
 }
 
 } // namespace kelpa

@@ -79,8 +79,8 @@ class PrefAboutView final : public Pane {
     /// Tells the copyright line again: a year may have ended since it was told.
     void show() override;
 
-    /// Version and build as people read them, as in "v1.2.0(34)".
-    [[nodiscard]] static std::string versionLine(const AboutApp& about);
+    /// What is said anywhere, without the glyph. Version and build are written as in "v1.2.0(34)".
+    [[nodiscard]] static AboutContent content(const AboutApp& about);
 
   private:
     App& app_;

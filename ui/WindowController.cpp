@@ -254,9 +254,7 @@ void WindowController::settlePreferences() {
 void WindowController::showAbout() {
     if (!windows->services.about)
         return;
-    const AboutApp about = windows->app.about();
-    windows->services.about->show({about.icon.value_or(""), about.name, PrefAboutView::versionLine(about),
-                                   about.copyright, localized("Release Notes"), about.releaseNotesLink});
+    windows->services.about->show(PrefAboutView::content(windows->app.about()));
     windows->system.activate();
 }
 

@@ -47,18 +47,18 @@ class SharingMail final : public MailComposer {
     }
 };
 
-NSAttributedString* credits(const AboutText& text) {
+NSAttributedString* credits(const AboutContent& text) {
     NSFont* font = [NSFont boldSystemFontOfSize:[NSFont smallSystemFontSize]];
     NSMutableDictionary* attributes = [NSMutableDictionary dictionaryWithObject:font
                                                                          forKey:NSFontAttributeName];
     // An address that is none leaves a text without a link.
-    if (NSURL* address = [NSURL URLWithString:toNSString(text.creditsLink)])
+    if (NSURL* address = [NSURL URLWithString:toNSString(text.linkAddress)])
         [attributes setObject:address forKey:NSLinkAttributeName];
-    return [[NSAttributedString alloc] initWithString:toNSString(text.credits) attributes:attributes];
+    return [[NSAttributedString alloc] initWithString:toNSString(text.link) attributes:attributes];
 }
 
 /// Only symbols take a configuration; a drawn picture stays as it is.
-NSImage* icon(const AboutText& text) {
+NSImage* icon(const AboutContent& text) {
     NSImage* plain = [NSImage imageNamed:toNSString(text.icon)];
     NSImageSymbolConfiguration* medium =
         [NSImageSymbolConfiguration configurationWithScale:NSImageSymbolScaleMedium];
@@ -68,7 +68,7 @@ NSImage* icon(const AboutText& text) {
 
 class StandardAboutPanel final : public AboutPanel {
   public:
-    void show(const AboutText& text) override {
+    void show(const AboutContent& text) override {
         NSMutableDictionary* options = [NSMutableDictionary dictionaryWithDictionary:@{
             NSAboutPanelOptionCredits : credits(text),
             NSAboutPanelOptionApplicationName : toNSString(text.name),

@@ -63,10 +63,10 @@ struct PreferencesSection {
     std::vector<PreferencesRow> rows;
 };
 
-/// What the About pane says; its copyright is told anew whenever it is shown.
+/// What the about panel says, and the About pane, whose copyright is told anew whenever it is shown.
 struct AboutContent {
     std::string icon;      ///< name of the application's picture; empty when there is none
-    std::string glyph;     ///< shown instead, in the icon font
+    std::string glyph;     ///< shown by the pane instead, in the icon font
     std::string glyphFont; ///< the icon font's name
     std::string name;
     std::string version;

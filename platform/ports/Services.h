@@ -43,19 +43,10 @@ class MailComposer {
     virtual void compose(const Mail& mail) = 0;
 };
 
-struct AboutText {
-    std::string icon; ///< name of the application's picture
-    std::string name;
-    std::string version;
-    std::string copyright;
-    std::string credits;     ///< text of the link
-    std::string creditsLink; ///< its address
-};
-
 class AboutPanel {
   public:
     virtual ~AboutPanel() = default;
-    virtual void show(const AboutText& text) = 0;
+    virtual void show(const AboutContent& about) = 0;
 };
 
 /// The run of the program itself.

@@ -87,11 +87,10 @@ TEST(Menu, ServicesAreCalled) {
               "/home/desk/app.orvane.Kelpa/Library/Caches/Logs/app.orvane.Kelpa.20260105.log");
     EXPECT_EQ(mail.recipient, AppInfo::feedbackMailbox());
     EXPECT_NE(mail.recipient.find('@'), std::string::npos);
-    const AboutText& about = play.desk.services.lastAbout();
-    EXPECT_EQ(about.icon + "|" + about.name + "|" + about.version + "|" + about.copyright + "|" +
-                  about.credits,
+    const AboutContent& about = play.desk.services.lastAbout();
+    EXPECT_EQ(about.icon + "|" + about.name + "|" + about.version + "|" + about.copyright + "|" + about.link,
               "app.orvane.Kelpa|Kelpa|v1.0.0(1)|Copyright © 2026 The Kelpa Authors.|Release Notes");
-    EXPECT_EQ(about.creditsLink, AppInfo::releaseNotesLink());
+    EXPECT_EQ(about.linkAddress, AppInfo::releaseNotesLink());
     EXPECT_EQ(play("menu water\nmenu quit\n+100\n"), (Lines{"0.000 refused menu water", "0.000 app quit"}));
 }
 

@@ -241,13 +241,14 @@ TEST_F(Preferences, LeaveTheKeyboardToTheWindowManager) {
 TEST_F(Preferences, AboutPanelSaysWhatItIsGivenAndCloses) {
     open();
     RemoteAboutPanel panel(*windows_);
-    panel.show({"icon", "Kelpa", "v1(2)", "Copyright", "Notes", "https://kelpa.example"});
+    const AboutContent about = {"icon",  "",          "",      "Kelpa",
+                                "v1(2)", "Copyright", "Notes", "https://kelpa.example"};
+    panel.show(about);
     ASSERT_TRUE(receives("show 1"));
     const auto told = receivedSince("started");
     EXPECT_EQ(told[0], "open 1 about Kelpa 0 0 0 0 A");
-    EXPECT_EQ(told[1], "set 1 about " + aboutJson({"icon", "", "", "Kelpa", "v1(2)", "Copyright", "Notes",
-                                                   "https://kelpa.example"}));
-    panel.show({"icon", "do closed|1|2|3|4", "v1(2)", "Copyright", "Notes", ""});
+    EXPECT_EQ(told[1], "set 1 about " + aboutJson(about));
+    panel.show({"icon", "", "", "do closed|1|2|3|4", "v1(2)", "Copyright", "Notes", ""});
     EXPECT_TRUE(receives("drop 1"));
 }
 

@@ -38,7 +38,7 @@ std::string progressText(const UpdatePage& page) {
 
 } // namespace
 
-void RemoteAboutPanel::show(const AboutText& text) {
+void RemoteAboutPanel::show(const AboutContent& about) {
     if (!window_) {
         window_ = windows_.makeManaged(word::aboutKind, "");
         window_->setActionHandler([this](const std::string& action, const std::string& /*value*/) {
@@ -46,9 +46,8 @@ void RemoteAboutPanel::show(const AboutText& text) {
                 window_->close();
         });
     }
-    window_->setTitle(text.name);
-    window_->setProperty("about", aboutJson({text.icon, "", "", text.name, text.version, text.copyright,
-                                             text.credits, text.creditsLink}));
+    window_->setTitle(about.name);
+    window_->setProperty("about", aboutJson(about));
     window_->orderFrontRegardless();
 }
 

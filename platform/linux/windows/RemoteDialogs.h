@@ -15,7 +15,7 @@ class RemoteAboutPanel final : public AboutPanel {
   public:
     /// The window system outlives the panel.
     explicit RemoteAboutPanel(RemoteWindowSystem& windows) : windows_(windows) {}
-    void show(const AboutText& text) override;
+    void show(const AboutContent& about) override;
 
   private:
     RemoteWindowSystem& windows_;
