@@ -28,10 +28,6 @@ NSArray* __strong& plugged() {
     return NSRectFromString([self deviceDescription][@"frame"]);
 }
 
-- (NSRect)visibleFrame {
-    return [self frame];
-}
-
 /// For the windows of this machine.
 - (int)screenNumber {
     return 0;
@@ -41,6 +37,10 @@ NSArray* __strong& plugged() {
 
 @implementation NSScreen (StandIn)
 
++ (NSScreen*)mainScreen {
+    return [[self screens] firstObject];
+}
+
 + (NSArray*)screens {
     NSMutableArray* all = [NSMutableArray array];
     for (NSDictionary* description in plugged()) {
@@ -48,10 +48,6 @@ NSArray* __strong& plugged() {
         [[all lastObject] setDeviceDescription:description];
     }
     return all;
-}
-
-+ (NSScreen*)mainScreen {
-    return [[self screens] firstObject];
 }
 
 @end
