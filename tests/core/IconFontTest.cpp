@@ -1,5 +1,7 @@
 #include "ui/IconFont.h"
 
+#include "tests/core/Play.h"
+
 #include <gtest/gtest.h>
 
 namespace kelpa {
@@ -36,6 +38,20 @@ TEST(IconFont, RegistersOnceAndShowsItsGlyphs) {
     EXPECT_EQ(IconFont::kelpa.loadIcon(16)->width, 16);
     EXPECT_EQ(fonts.drawn, "\xEE\x99\x8B iconfont");
     EXPECT_EQ(fonts.registrations, 1);
+}
+
+TEST(AboutPane, ShowsItsGlyphWhereThereIsNoPicture) {
+    test::Play play;
+    play.desk.system.icon = std::nullopt;
+    play("launch\n");
+    FakeFonts fonts;
+    IconFont::wire(fonts);
+    play("menu settings\n");
+    const auto about = play.desk.services.preferences().layout().panes[4].about;
+    ASSERT_TRUE(about);
+    EXPECT_EQ(about->icon, "");
+    EXPECT_EQ(about->glyph, "\uE64B");
+    EXPECT_EQ(about->glyphFont, "iconfont");
 }
 
 TEST(IconFontDeathTest, WithoutItsFontTheProgramIsWrong) {

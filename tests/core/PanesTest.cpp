@@ -1,6 +1,5 @@
 #include "app/AppState.h"
 #include "tests/core/Settings.h"
-#include "ui/IconFont.h"
 
 #include <gtest/gtest.h>
 
@@ -402,20 +401,6 @@ TEST(StylePaneWindow, FollowsAnotherStyleObject) {
     EXPECT_EQ(AppState::prefState().styleState().breakStyle(), BreakStyle::relaxation);
 }
 
-class NamedFont final : public Fonts {
-  public:
-    [[nodiscard]] std::optional<std::vector<unsigned char>> fontAsset(const std::string&) const override {
-        return std::vector<unsigned char>{1};
-    }
-    [[nodiscard]] std::optional<std::string> registerFont(const std::vector<unsigned char>&) override {
-        return std::nullopt;
-    }
-    [[nodiscard]] std::optional<GlyphImage> drawGlyph(const std::string&, const std::string&,
-                                                      double) override {
-        return std::nullopt;
-    }
-};
-
 TEST(AboutPane, TellsOfTheProgramUnderItsPicture) {
     test::Play play;
     play.desk.system.infos = {{"CFBundleDisplayName", std::string("Alga")},
@@ -441,20 +426,6 @@ TEST(AboutPane, TellsTheYearInWhichItIsLookedAt) {
     EXPECT_EQ(copyright(), "Copyright © 2026");
     play("menu settings\n");
     EXPECT_EQ(copyright(), "Copyright © 2027");
-}
-
-TEST(AboutPane, ShowsItsGlyphWhereThereIsNoPicture) {
-    test::Play play;
-    play.desk.system.icon = std::nullopt;
-    play("launch\n");
-    NamedFont fonts;
-    IconFont::wire(fonts);
-    play("menu settings\n");
-    const auto about = play.desk.services.preferences().layout().panes[4].about;
-    ASSERT_TRUE(about);
-    EXPECT_EQ(about->icon, "");
-    EXPECT_EQ(about->glyph, "\uE64B");
-    EXPECT_EQ(about->glyphFont, "iconfont");
 }
 
 } // namespace

@@ -2,16 +2,15 @@
 
 #include "platform/linux/display/Display.h"
 #include "platform/linux/windows/RemoteWindowSystem.h"
+#include "tests/linux/Support.h"
 
 #include <algorithm>
-#include <chrono>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <memory>
 #include <string>
-#include <systemd/sd-event.h>
 #include <unistd.h>
 #include <vector>
 
@@ -67,12 +66,7 @@ class RemoteWindows : public testing::Test {
         return {last.base(), lines.end()};
     }
     /// Runs the loop until `condition` holds; false when it does not within some seconds.
-    bool runUntil(const std::function<bool()>& condition) {
-        const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(5);
-        while (!condition() && std::chrono::steady_clock::now() < end)
-            sd_event_run(loop_.handle(), 20000);
-        return condition();
-    }
+    bool runUntil(const std::function<bool()>& condition) { return spinUntil(loop_, condition); }
     [[nodiscard]] std::vector<std::string> received() const {
         std::vector<std::string> lines;
         std::ifstream file(log_);

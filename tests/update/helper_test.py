@@ -7,24 +7,20 @@ import time
 import unittest
 from pathlib import Path
 
-from support import ENDING, SPARKLE, Authority, Helper, Maker, Server, debian_package, feed, item, redirect
+from support import ENDING, Authority, Helper, Maker, ServedTest, Server, debian_package, feed, item, redirect
 
 PACKAGE = debian_package("0.2.0", 300_000)
 MOST_MEMORY = 64
 
 
-class UpdateTest(unittest.TestCase):
+class UpdateTest(ServedTest):
     @classmethod
     def setUpClass(cls):
-        folder = tempfile.TemporaryDirectory()
-        cls.addClassCleanup(folder.cleanup)
-        cls.folder = Path(folder.name)
-        cls.authority, cls.maker = Authority(cls.folder), Maker(cls.folder)
+        super().setUpClass()
         cls.signature = cls.maker.sign(PACKAGE)
 
     def setUp(self):
-        self.server = Server(self.authority)
-        self.addCleanup(self.server.stop)
+        super().setUp()
         self.cache = Path(tempfile.mkdtemp(dir=self.folder)) / "update"
         self.package_url = self.server.base + "/kelpa" + ENDING
         self.server.paths["/kelpa" + ENDING] = PACKAGE

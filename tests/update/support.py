@@ -8,6 +8,7 @@ import ssl
 import subprocess
 import tempfile
 import threading
+import unittest
 from pathlib import Path
 
 ROOT = Path(__file__).resolve().parents[2]
@@ -103,6 +104,22 @@ class Server:
         self.ending.set()
         self.http.shutdown()
         self.http.server_close()
+
+
+class ServedTest(unittest.TestCase):
+    """A folder and a maker of releases for each class, and for each test a server that its authority vouches for."""
+
+    @classmethod
+    def setUpClass(cls):
+        super().setUpClass()
+        folder = tempfile.TemporaryDirectory()
+        cls.addClassCleanup(folder.cleanup)
+        cls.folder = Path(folder.name)
+        cls.authority, cls.maker = Authority(cls.folder), Maker(cls.folder)
+
+    def setUp(self):
+        self.server = Server(self.authority)
+        self.addCleanup(self.server.stop)
 
 
 def debian_package(version, size=0):

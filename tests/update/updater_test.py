@@ -11,7 +11,7 @@ import time
 import unittest
 from pathlib import Path
 
-from support import ENDING, HELPER, ROOT, Authority, Maker, Server, debian_package, feed, item
+from support import ENDING, HELPER, ROOT, Maker, ServedTest, debian_package, feed, item
 
 DRIVER = os.environ.get("KELPA_UPDATE_DRIVER", str(ROOT / "build/dev/kelpa-update-driver"))
 PACKAGE = debian_package("0.6.0", 900_000)
@@ -79,17 +79,9 @@ def reached(state, seconds=15):
     return state()
 
 
-class Updater(unittest.TestCase):
-    @classmethod
-    def setUpClass(cls):
-        folder = tempfile.TemporaryDirectory()
-        cls.addClassCleanup(folder.cleanup)
-        cls.folder = Path(folder.name)
-        cls.authority, cls.maker = Authority(cls.folder), Maker(cls.folder)
-
+class Updater(ServedTest):
     def setUp(self):
-        self.server = Server(self.authority)
-        self.addCleanup(self.server.stop)
+        super().setUp()
         own = Path(tempfile.mkdtemp(dir=self.folder))
         self.cache, self.store, self.handed = own / "cache", own / "settings.plist", own / "handed"
         self.programs = own / "programs"

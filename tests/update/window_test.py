@@ -8,7 +8,7 @@ import tempfile
 import unittest
 from pathlib import Path
 
-from support import ENDING, HELPER, ROOT, Authority, Maker, Server, debian_package, feed, item
+from support import ENDING, HELPER, ROOT, ServedTest, debian_package, feed, item
 
 sys.path.insert(0, str(ROOT / "scripts"))
 from virtual_desktop import Program, Session, wait_until  # noqa: E402
@@ -25,9 +25,7 @@ NOTES = "<sparkle:releaseNotesLink>https://kelpa.example/notes</sparkle:releaseN
 class Desktop(unittest.TestCase):
     @classmethod
     def setUpClass(cls):
-        folder = tempfile.TemporaryDirectory()
-        cls.addClassCleanup(folder.cleanup)
-        cls.folder = Path(folder.name)
+        super().setUpClass()
         cls.session = Session(monitors=1, width=900, height=640)
         cls.addClassCleanup(cls.session.stop)
         cls.session.start()
@@ -70,15 +68,9 @@ class Desktop(unittest.TestCase):
         wait_until(attempt, 15, f"something to come of '{name}'")
 
 
-class Window(Desktop):
-    @classmethod
-    def setUpClass(cls):
-        super().setUpClass()
-        cls.authority, cls.maker = Authority(cls.folder), Maker(cls.folder)
-
+class Window(ServedTest, Desktop):
     def setUp(self):
-        self.server = Server(self.authority)
-        self.addCleanup(self.server.stop)
+        super().setUp()
         own = Path(tempfile.mkdtemp(dir=self.folder))
         self.handed, self.programs = own / "handed", own / "programs"
         self.programs.mkdir()
