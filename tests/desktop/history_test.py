@@ -137,7 +137,7 @@ class Window(HistoryTest):
 
     def test_it_turns_to_weeks_and_back_and_closes(self):
         self.days(14)
-        self.launch(KEPT)
+        program = self.launch(KEPT)
         self.show_history()
         self.click("radio button", "Weeks")
         wait_until(lambda: len(self.columns()) == 12, 5, "the weeks")
@@ -147,6 +147,7 @@ class Window(HistoryTest):
         wait_until(lambda: not self.windows(), 5, "the window to close")
         self.show_history()
         self.assertEqual(len(self.columns()), 14)
+        self.assertEqual(program.count("kelpa-view"), 0, program.lines())
 
     def test_it_forgets_everything_only_when_the_question_is_answered(self):
         self.days(2)

@@ -35,8 +35,10 @@ Rectangle {
         return period.first === period.last ? written(period.first, Locale.LongFormat)
             : written(period.first, Locale.ShortFormat) + " – " + written(period.last, Locale.ShortFormat);
     }
+    /// Without those of a chart that has no such column yet.
     function figuresOf(column: int): string {
-        return charts.map(chart => chart.name + ": " + chart.bars[column].texts.join(", ")).join("; ");
+        return charts.filter(chart => chart.bars[column])
+            .map(chart => chart.name + ": " + chart.bars[column].texts.join(", ")).join("; ");
     }
 
     color: Theme.windowBackground
