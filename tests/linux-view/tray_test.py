@@ -22,15 +22,16 @@ def start_tray(test):
     return tray
 
 
-class TrayIcon(ViewTest):
+def docked(test, seconds=5):
+    """The icon's window once its size and its place have settled."""
+    def settled():
+        first = test.screen.embedded()
+        time.sleep(0.2)
+        return first[0] if first and first == test.screen.embedded() else None
+    return wait_until(settled, seconds, "the icon")
 
-    def docked(self, seconds=5):
-        """The icon's window once its size has settled."""
-        def settled():
-            first = self.screen.embedded()
-            time.sleep(0.2)
-            return first[0] if first and first == self.screen.embedded() else None
-        return wait_until(settled, seconds, "the icon")
+
+class TrayIcon(ViewTest):
 
     def gone(self, seconds=3):
         return wait_until(lambda: not self.screen.embedded(), seconds)
@@ -52,7 +53,7 @@ class TrayIcon(ViewTest):
         start_tray(self)
         driver = self.drive()
         driver.tell("tray")
-        icon = self.docked()
+        icon = docked(self)
         self.assertEqual(icon.title, "Kelpa")
         self.assertGreater(icon.width, 2 * icon.height)
         before = self.screen.picture(icon)
@@ -61,7 +62,7 @@ class TrayIcon(ViewTest):
         changed = wait_until(lambda: before.differs(self.screen.picture(icon)), 2)
         self.assertGreater(changed.x, icon.height, "the picture changed with the time")
         driver.tell("title ")
-        self.assertTrue(wait_until(lambda: self.docked().width < 2 * icon.height, 3), "it keeps the room of the time")
+        self.assertTrue(wait_until(lambda: docked(self).width < 2 * icon.height, 3), "it keeps the room of the time")
         driver.tell("untray")
         self.assertTrue(self.gone())
         self.assertTrue(wait_until(lambda: not self.helper(driver), 3))
@@ -70,7 +71,7 @@ class TrayIcon(ViewTest):
         start_tray(self)
         driver = self.drive()
         driver.tell("tray")
-        icon = self.docked()
+        icon = docked(self)
         menu = self.open_menu(icon)
         driver.tell("pause - Wrok -")
         self.assertTrue(wait_until(lambda: menu.differs(self.screen.picture()), 2), "the open menu does not follow")
@@ -102,7 +103,7 @@ class TrayIcon(ViewTest):
                                pass_fds=[its.fileno()])
         manager = self.screen.selection_owner("_NET_SYSTEM_TRAY_S0").id
         ours.sendall(f"data\t{beside}/share/kelpa\nimage\tkelpa\nmanager\t{manager}\n".encode())
-        icon = self.docked()
+        icon = docked(self)
         ours.settimeout(0.5)
         with self.assertRaises(TimeoutError):
             self.fail(ours.recv(1000))
@@ -114,25 +115,25 @@ class TrayIcon(ViewTest):
         time.sleep(0.3)
         self.assertFalse(self.helper(driver), "it runs without a tray")
         tray = start_tray(self)
-        self.docked()
+        docked(self)
         first = self.helper(driver)
         tray.kill()
         self.assertTrue(self.gone())
         self.assertFalse(self.screen.titled(lambda title: title == "Kelpa"), "the icon is left on the desktop")
         start_tray(self)
-        self.docked()
+        docked(self)
         self.assertEqual(self.helper(driver), first)
 
     def test_a_crash_is_made_good(self):
         start_tray(self)
         driver = self.drive()
         driver.tell("tray", "title 11:11")
-        self.docked()
+        docked(self)
         first = self.helper(driver)
         os.kill(first, signal.SIGKILL)
         self.assertEqual(driver.hears("warning"), "warning kelpa-tray was ended by signal 9")
         self.assertTrue(wait_until(lambda: self.helper(driver) not in (None, first), 3))
-        self.assertGreater(self.screen.picture(self.docked()).glyphs(), 4)
+        self.assertGreater(self.screen.picture(docked(self)).glyphs(), 4)
         driver.process.kill()
         driver.process.wait()
         self.assertTrue(self.gone())
@@ -148,7 +149,7 @@ class MenuColours(ViewTest):
         """A picture of the opened menu, without its frame."""
         driver = self.drive(**{"KELPA_APPEARANCE": "", **environment})
         driver.tell("tray")
-        icon = wait_until(self.screen.embedded, 5, "the icon")[0]
+        icon = docked(self)
         self.screen.click(icon.x + 5, icon.y + 5)
         window = wait_until(lambda: self.screen.titled_all("Kelpa", height=60), 5, "the menu")[0]
         picture = wait_for_still(self.screen, Box(window.x + 3, window.y + 3, window.width - 6, window.height - 6))
