@@ -165,10 +165,13 @@ class Screen:
 
     def ask_to_close(self, window):
         """What a window manager does when the cross in the title bar is clicked."""
-        data = [self.display.intern_atom("WM_DELETE_WINDOW"), X.CurrentTime, 0, 0, 0]
+        self.tell(window, "WM_PROTOCOLS", self.display.intern_atom("WM_DELETE_WINDOW"))
+
+    def tell(self, window, kind, *values):
+        """Sends a window what a window manager says to it."""
         target = self.display.create_resource_object("window", window.id)
-        target.send_event(event.ClientMessage(window=target, data=(32, data),
-                                              client_type=self.display.intern_atom("WM_PROTOCOLS")))
+        target.send_event(event.ClientMessage(window=target, data=(32, [*values, *[0] * (5 - len(values))]),
+                                              client_type=self.display.intern_atom(kind)))
         self.display.sync()
 
     def property(self, window_id, name):
