@@ -90,16 +90,6 @@ class OneInstance(ControlTest):
         self.assertEqual((program.settings_file().read_bytes(), program.settings_file().stat().st_mtime_ns), settings)
         self.assertEqual(self.owner(), program.process.pid)
 
-    def test_a_killed_one_never_stands_in_the_way(self):
-        for _ in range(3):
-            program = self.running()
-            program.process.send_signal(signal.SIGKILL)
-            program.process.wait(5)
-        started = time.monotonic()
-        program = self.running()
-        self.assertLess(time.monotonic() - started, 5)
-        self.assertEqual(self.owner(), program.process.pid)
-
     def test_one_that_hangs_is_replaced_and_gives_way(self):
         stale = self.running()
         stale.process.send_signal(signal.SIGSTOP)

@@ -12,39 +12,14 @@ class OldTray(DesktopTest):
     TRAY = False
     MONITORS = ROOM = 1
 
-    def docked(self):
-        found = self.screen.embedded()
-        return found[0] if found else None
-
-    def settled_icon(self):
-        """The docked icon once the host has granted it the width for the time and moves it about no more."""
-        def settled():
-            icon = self.docked()
-            self.settle(0.3)
-            return icon if icon and icon.width > 2 * icon.height and self.docked() == icon else None
-
-        return wait_until(settled, 10, "an embedded icon wide enough for the time")
-
-    def test_its_menu_works_with_pointer_and_keys(self):
-        self.start_old_tray()
-        program = self.launch(speed=1)
-        self.click_middle(self.settled_icon())
-        menu = wait_until(lambda: self.screen.titled_all("Kelpa", height=100), 5, "the menu")[0]
-        within_its_frame = Box(menu.x + 3, menu.y + 3, menu.width - 6, menu.height - 6)
-        wait_until(lambda: self.screen.picture(within_its_frame).lines() >= 7, 3, "seven lines in the menu")
-        for key in ("Down", "Return"):      # the first line that can be chosen stops the work period
-            self.screen.press(key)
-        program.wait_for("ticktack timer stoped 1.0$", 3, times=2)
-        self.assertEqual(self.screen.titled_all("Kelpa", height=100), [])
-
     def test_it_makes_room_for_a_modern_tray(self):
         self.start_old_tray()
         program = self.launch(speed=1)
-        wait_until(self.docked, 10, "an embedded icon")
+        wait_until(self.screen.embedded, 10, "an embedded icon")
         service = self.session.start_tray_service()
         self.addCleanup(self.session.end, service)
         self.assertTrue(wait_until(program.item().registered, 5))
-        wait_until(lambda: self.docked() is None, 5, "the embedded icon to go")
+        wait_until(lambda: not self.screen.embedded(), 5, "the embedded icon to go")
         wait_until(lambda: not self.helpers(program), 5, "its program to end")
 
 

@@ -95,14 +95,5 @@ class Xfce(NoticeTest):
         wait_for_cover(self.session, self.monitors)
 
 
-class Nobody(NoticeTest):
-    ACTIVATION = False
-
-    def test_without_a_service_the_break_comes_all_the_same(self):
-        program = self.begin()
-        program.wait_for("The notification is not shown", 20)
-        wait_for_cover(self.session, self.monitors, 20)
-
-
 if __name__ == "__main__":
     main()

@@ -5,9 +5,7 @@
 #include <cerrno>
 #include <cmath>
 #include <csignal>
-#include <cstdio>
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 #include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
@@ -178,21 +176,6 @@ TEST_F(EventLoopTest, aVanishedReaderIsAnErrorCode) {
     close(ends[0]);
     EXPECT_EQ(write(ends[1], "x", 1), -1);
     EXPECT_EQ(errno, EPIPE);
-}
-
-TEST_F(EventLoopTest, aFileThatMayNotGrowIsAnErrorCode) {
-    rlimit limit{};
-    ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &limit), 0);
-    rlimit none = limit;
-    none.rlim_cur = 0;
-    std::FILE* file = std::tmpfile();
-    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &none), 0);
-    const auto written = write(fileno(file), "x", 1);
-    const int error = errno;
-    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &limit), 0);
-    std::fclose(file);
-    EXPECT_EQ(written, -1);
-    EXPECT_EQ(error, EFBIG);
 }
 
 TEST_F(EventLoopTest, aDescriptorIsWatchedUntilItsHandleEnds) {
