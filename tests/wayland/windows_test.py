@@ -154,8 +154,8 @@ class UnderBars(WaterTest):
         wait_until(self.shows_nothing_but_the_break, 3, "the next break above it")
 
     def shows_nothing_but_the_break(self):
-        """Where the panel stands, as far down as the break's figures, which the two outputs paint each in its own time."""
-        place = Box(self.monitors[0].width - PANEL[0], 0, PANEL[0], 300)
+        """Where the panel stands, down to the break's figures (at 299), which each output paints in its own time."""
+        place = Box(self.monitors[0].width - PANEL[0], 0, PANEL[0], 290)
         first, second = (self.screen.picture(monitor).crop(place).data for monitor in self.monitors)
         # A level or two can be left of what a fade ends above.
         return all(abs(a - b) <= 4 for a, b in zip(first, second))
