@@ -4,6 +4,7 @@ import collections
 from gi.repository import GLib
 
 ITEM = "org.kde.StatusNotifierItem"
+WATCHER = "org.kde.StatusNotifierWatcher"
 MENU = "com.canonical.dbusmenu"
 PROPERTIES = "org.freedesktop.DBus.Properties"
 
@@ -24,12 +25,15 @@ class StatusItem:
         return None
 
     def registered(self):
-        """Whether the tray's service lists the item."""
-        items = self._get("org.kde.StatusNotifierWatcher", "/StatusNotifierWatcher", "org.kde.StatusNotifierWatcher",
-                          "RegisteredStatusNotifierItems")
-        owner = self.session.call("org.freedesktop.DBus", "/", "org.freedesktop.DBus", "GetNameOwner",
-                                  GLib.Variant("(s)", (self.name,)))[0]
-        return any(item.startswith((self.name, owner)) for item in items)
+        """Whether the tray's service lists the item, which it does not before it is there itself."""
+        if not self._ask_bus("NameHasOwner", WATCHER):
+            return False
+        items = self._get(WATCHER, "/StatusNotifierWatcher", WATCHER, "RegisteredStatusNotifierItems")
+        return any(item.startswith((self.name, self._ask_bus("GetNameOwner", self.name))) for item in items)
+
+    def _ask_bus(self, method, name):
+        return self.session.call("org.freedesktop.DBus", "/", "org.freedesktop.DBus", method,
+                                 GLib.Variant("(s)", (name,)))[0]
 
     def _get(self, name, path, interface, key):
         return self.session.call(name, path, PROPERTIES, "Get", GLib.Variant("(ss)", (interface, key)))[0]
