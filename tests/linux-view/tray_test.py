@@ -145,13 +145,14 @@ class MenuColours(ViewTest):
     def setUp(self):
         start_tray(self)
 
-    def menu_of(self, **environment):
-        """A picture of the opened menu, without its frame."""
+    def menu_of(self, keys=(), **environment):
+        """A picture of the opened menu, without its frame, once keys were pressed in it."""
         driver = self.drive(**{"KELPA_APPEARANCE": "", **environment})
         driver.tell("tray")
         icon = docked(self)
         self.screen.click(icon.x + 5, icon.y + 5)
         window = wait_until(lambda: self.screen.titled_all("Kelpa", height=60), 5, "the menu")[0]
+        self.screen.press(*keys)
         picture = wait_for_still(self.screen, Box(window.x + 3, window.y + 3, window.width - 6, window.height - 6))
         self.finish(driver)
         return picture
@@ -173,9 +174,13 @@ class MenuColours(ViewTest):
     def test_they_are_those_that_were_chosen_for_lxqt(self):
         folder = Path(self.session.environment["HOME"], ".config/lxqt")
         folder.mkdir(parents=True)
-        (folder / "lxqt.conf").write_text("[General]\n[Palette]\nwindow_color=#20282c\nwindow_text_color=#e8e0d8\n")
+        (folder / "lxqt.conf").write_text("[General]\n[Palette]\nwindow_color=#20282c\nwindow_text_color=#e8e0d8\n"
+                                          "highlight_color=#339b7e\nhighlighted_text_color=#c0ffc0\n")
         self.settings("Adwaita")
-        self.assert_drawn(self.menu_of(XDG_CURRENT_DESKTOP="LXQt"), (0x20, 0x28, 0x2c), (0xe8, 0xe0, 0xd8))
+        menu = self.menu_of(["Down"], XDG_CURRENT_DESKTOP="LXQt")
+        self.assert_drawn(menu, (0x20, 0x28, 0x2c), (0xe8, 0xe0, 0xd8))
+        pictures = menu.crop(Box(0, 0, 20, menu.height))
+        self.assertIn((0xc0, 0xff, 0xc0), pictures.colours(), "the chosen line's picture cannot be seen on its ground")
         self.assertGreater(sum(self.menu_of().background()), 600, "another desktop")
 
     def test_they_are_dark_where_the_portal_says_so_from_its_first_picture_on(self):

@@ -4,6 +4,7 @@
 
 #include <QCursor>
 #include <QGuiApplication>
+#include <QPainter>
 #include <QPalette>
 #include <QScreen>
 #include <chrono>
@@ -66,6 +67,15 @@ QPalette paletteOf(const view::Appearance& appearance) {
     return palette;
 }
 
+QPixmap inOneColor(QPixmap picture, const QColor& color) {
+    if (picture.isNull())
+        return picture;
+    QPainter painter(&picture);
+    painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
+    painter.fillRect(picture.rect(), color);
+    return picture;
+}
+
 } // namespace
 
 TrayMenu::TrayMenu() {
@@ -81,11 +91,18 @@ void TrayMenu::fill(QAction& action, const wire::Message& message, std::size_t f
     action.setSeparator(message.field(first + 1) == "1");
     action.setEnabled(message.field(first + 2) == "1");
     action.setText(QString(title).replace(QLatin1Char('&'), QLatin1String("&&")));
-    action.setIcon(image.isEmpty() ? QIcon()
-                                   : QIcon(symbols_ + QLatin1Char('/') + image + QLatin1String(".png")));
+    action.setData(image.isEmpty() ? QString() : symbols_ + QLatin1Char('/') + image + QLatin1String(".png"));
+    draw(action);
     action.setIconVisibleInMenu(true);
     action.setShortcut(key.isEmpty() ? QKeySequence() : QKeySequence(QLatin1String("Ctrl+") + key.toUpper()));
     action.setShortcutVisibleInContextMenu(true);
+}
+
+void TrayMenu::draw(QAction& action) const {
+    const QPixmap picture(action.data().toString());
+    QIcon icon(picture);
+    icon.addPixmap(inOneColor(picture, menu_.palette().color(QPalette::HighlightedText)), QIcon::Active);
+    action.setIcon(picture.isNull() ? QIcon() : icon);
 }
 
 void TrayMenu::insert(const wire::Message& message) {
@@ -134,6 +151,8 @@ void TrayMenu::openInTime() {
     again_.stop();
     tries_ = 0;
     menu_.setPalette(paletteOf(*appearance_));
+    for (const auto& [id, action] : lines_)
+        draw(*action);
     menu_.popup(place());
 }
 

@@ -39,6 +39,8 @@ class TrayMenu : public QObject {
     [[nodiscard]] QPoint place() const;
     /// The fields of a line stand in a message from `first` on: ID SEPARATOR ENABLED TITLE IMAGE KEY.
     void fill(QAction& action, const wire::Message& message, std::size_t first);
+    /// Gives it its picture, which has the colour of the words while the line is chosen.
+    void draw(QAction& action) const;
 
     QString symbols_;
     QMenu menu_;
