@@ -1,17 +1,48 @@
 #include "platform/linux/Program.h"
 
+#include "app/AppDelegate.h"
+#include "app/RemoteControl.h"
 #include "base/Text.h"
 #include "logging/SharedLogger.h"
 #include "platform/linux/BuildConfig.h"
+#include "platform/linux/Folders.h"
+#include "platform/linux/GettextTranslations.h"
+#include "platform/linux/LinuxClock.h"
+#include "platform/linux/LinuxFonts.h"
+#include "platform/linux/LinuxSystemInfo.h"
 #include "platform/linux/Memory.h"
 #include "platform/linux/busy/CameraUse.h"
+#include "platform/linux/busy/DesktopBusyness.h"
 #include "platform/linux/busy/FullScreenWindow.h"
 #include "platform/linux/busy/KeptAwake.h"
 #include "platform/linux/busy/SoundRecording.h"
+#include "platform/linux/control/ControlObject.h"
 #include "platform/linux/events/BusActivity.h"
+#include "platform/linux/events/DesktopActivity.h"
+#include "platform/linux/events/DesktopLock.h"
 #include "platform/linux/events/WaylandActivity.h"
 #include "platform/linux/events/X11Activity.h"
+#include "platform/linux/notify/DesktopNotifications.h"
+#include "platform/linux/services/Launcher.h"
+#include "platform/linux/services/LinuxLoginItem.h"
+#include "platform/linux/store/PlistStore.h"
+#include "platform/linux/tray/ItemActivation.h"
+#include "platform/linux/tray/LinuxStatusBar.h"
+#include "platform/linux/tray/PopUpMenu.h"
+#include "platform/linux/tray/StatusNotifierItem.h"
+#include "platform/linux/tray/TrayNotice.h"
+#include "platform/linux/tray/TrayProcess.h"
+#include "platform/linux/update/LinuxUpdater.h"
+#include "platform/linux/windows/RemoteDialogs.h"
+#include "platform/linux/windows/RemotePreferencesWindow.h"
+#include "platform/linux/windows/RemoteWindowSystem.h"
+#include "platform/posix/AbortOnFatalErrors.h"
+#include "platform/posix/HistoryFolder.h"
+#include "platform/posix/SystemRandom.h"
 
+#include <memory>
+#include <optional>
+#include <string>
 #include <utility>
 
 namespace kelpa {
@@ -48,6 +79,7 @@ std::vector<std::unique_ptr<ActivitySource>> activitySources(EventLoop& loop, Ac
     } else {
         sources.push_back(std::make_unique<X11Activity>(loop, std::move(gate), windows));
     }
+
     sources.push_back(std::make_unique<LogindActivity>(loop, system, windows));
     return sources;
 }
@@ -65,170 +97,212 @@ std::map<BusyReason, std::unique_ptr<BusySource>> busySources(EventLoop& loop, D
     return sources;
 }
 
+/// The whole program on a Linux desktop: everything that the core asks for, and the core on top of it.
+class Program final : private StoreReport, private WindowReport, private InstanceClient, private BusClient {
+  public:
+    /// All outlive the program.
+    Program(EventLoop& loop, Display& display, double speed, Bus& session, Instance& instance)
+        : loop_(loop), session_(session), systemBus_(loop, Bus::Kind::System), folders_(dataFolders()),
+          clock_(loop, speed), store_(settingsFile(), *this, loop),
+          windows_({loop, display.screens(), display.focus(), *this}, helperPath("kelpa-view")),
+          about_(windows_), preferences_(windows_), historyWindow_(windows_), fonts_(folders_.data),
+          translations_(folders_.locale), fatalErrors_(logCritical),
+          lock_(loop, session, systemBus_, display.x11()),
+          activity_(activityCounts(), *this,
+                    activitySources(loop, activityCounts(), windows_, session, systemBus_, speed)),
+          loginItem_(
+              {AutostartFolders::ofEnvironment(), {build::identifier, build::displayName, programPath()}},
+              [this] { return portal(); }),
+          mail_(loop, [this] { return portal(); }),
+          busyness_(loop, busySources(loop, display, session, systemBus_)), updateWindow_(windows_),
+          updater_({loop, clock_, store_, updateWindow_, *this},
+                   UpdateSetup::ofThisCopy(system_, translations_.language())),
+          breakNotice_(session, notificationSender(), [this](const std::string& why) { warning(why); }),
+          trayNotice_(session, notificationSender(), [this](const std::string& why) { warning(why); }),
+          ports_{clock_,       loop,     loop,    loop,      store_,        history_,
+                 statusBar_,   windows_, system_, fonts_,    translations_, random_,
+                 fatalErrors_, loop,     lock_,   activity_, services()},
+          logFiles_(clock_), delegate_(ports_, logFiles_), remote_(loop, loop), instance_(instance),
+          notice_(loop, session, trayNotice_, noticeDesktop()), activation_(loop, activationWays()) {
+        if (X11Connection* connection = display.x11()) {
+            WindowReport& report = *this;
+            const std::string helper = helperPath("kelpa-tray");
+            tray_.emplace(loop, *connection, report, helper, folders_.data);
+            fallback_.emplace(loop, statusBar_, *tray_);
+            popUp_.emplace(loop, statusBar_, report, helper, folders_.data,
+                           [this] { activation_.menuClosed(); });
+        }
+        if (inSandbox())
+            portal_.emplace(session_);
+    }
+
+    Program(const Program&) = delete;
+    Program& operator=(const Program&) = delete;
+
+    /// Starts everything, shows the history if that is wished for, runs until the end and gives the exit
+    /// code.
+    int run(StartWish wish) {
+        systemBus_.start();
+        delegate_.applicationDidFinishLaunching();
+        if (!translations_.usable())
+            warning("The texts are shown in English: no locale for their translation is generated on this "
+                    "machine.");
+        useBus();
+        instance_.serve(*this);
+        if (wish == StartWish::History)
+            remote_.showHistory();
+        const Subscription started = loop_.afterReal(secondsOfStart, releaseMemory);
+        const int code = loop_.run();
+        delegate_.applicationWillTerminate();
+        return code;
+    }
+
+  private:
+    // What comes from outside (a helper, the bus, the name of a file) forges no further line.
+    void warning(const std::string& message) override { logger().warning(printable(message)); }
+    void error(const std::string& message) override { logger().error(printable(message)); }
+    void info(const std::string& message) override { logger().info(printable(message)); }
+    void show(StartWish what) override {
+        const bool history = what == StartWish::History;
+        info(history ? "Another start of the program asks for the history."
+                     : "Another start of the program asks for the preferences.");
+        if (history)
+            remote_.showHistory();
+        else
+            remote_.showSettings();
+    }
+
+    void replaced() override {
+        warning("Another start of the program did not find this one answering and takes its place.");
+        loop_.terminate();
+    }
+
+    void doubted(const std::string& why) override { warning(why + "."); }
+    void busOpened() override {
+        if (std::exchange(busMissed_, false))
+            info("The session bus is there.");
+    }
+
+    void busLost() override {
+        warning("The session bus is gone: " + session_.failure());
+        busMissed_ = true;
+    }
+
+    void useBus() {
+        if (!instance_.doubt().empty())
+            doubted(instance_.doubt());
+        if (!session_.open()) {
+            const std::string& why = session_.failure();
+            warning("No session bus for the status item: " + (why.empty() ? "it does not answer" : why));
+            busMissed_ = true;
+            setHostPresent(false);
+        }
+        joined_ = session_.join(*this);
+        control_.emplace(loop_, session_, remote_);
+        item_.emplace(loop_, session_, ItemIdentity{build::identifier, build::displayName, folders_.data},
+                      activation_, [this](bool present) { hostChanged(present); });
+        statusBar_.addSink(*item_);
+    }
+
+    [[nodiscard]] Portal* portal() { return portal_ ? &*portal_ : nullptr; }
+    void hostChanged(bool present) {
+        if (present)
+            info("The status item is taken on the session bus, for panels to show.");
+        else
+            warning("No panel on the session bus shows the status item.");
+        setHostPresent(present);
+    }
+
+    void setHostPresent(bool present) {
+        if (fallback_)
+            fallback_->setHostPresent(present);
+        notice_.setHostPresent(present);
+    }
+
+    NotificationSender notificationSender() const {
+        return {build::displayName, build::identifier, iconFile(folders_.data)};
+    }
+
+    TrayNotice::Desktop noticeDesktop() {
+        return {[this] { return tray_ && tray_->managerPresent(); }, [this] { return lock_.locked(); },
+                [this] { warning("No tray of this desktop shows the item."); },
+                [this] {
+                    info("The notification was clicked, which asks for the preferences.");
+                    remote_.showSettings();
+                }};
+    }
+
+    /// Under Wayland no program can open a menu at the pointer out of nothing.
+    ItemActivation::Ways activationWays() {
+        return {[this] { return popUp_ && popUp_->open(); },
+                [this] {
+                    if (popUp_)
+                        popUp_->close();
+                },
+                [this] {
+                    info("A click on the status item asks for the preferences.");
+                    remote_.showSettings();
+                }};
+    }
+
+    Services services() {
+        return {&loginItem_,   &updater_,     &mail_,     &about_,
+                &preferences_, &breakNotice_, &busyness_, &historyWindow_};
+    }
+
+    ActivityGate activityCounts() {
+        return [this] { return !lock_.locked() && !windows_.coverEveryScreen(); };
+    }
+
+    EventLoop& loop_;
+    Bus& session_;
+    Bus systemBus_;
+    DataFolders folders_;
+    LinuxClock clock_;
+    PlistStore store_;
+    HistoryFolder history_{historyFolder()};
+    LinuxStatusBar statusBar_;
+    RemoteWindowSystem windows_;
+    RemoteAboutPanel about_;
+    RemotePreferencesWindow preferences_;
+    RemoteHistoryWindow historyWindow_;
+    std::optional<TrayProcess> tray_;      ///< where the display server may have an older tray
+    std::optional<TrayFallback> fallback_; ///< there with the tray
+    std::optional<PopUpMenu> popUp_;       ///< there with the tray
+    LinuxSystemInfo system_;
+    LinuxFonts fonts_;
+    GettextTranslations translations_;
+    SystemRandom random_;
+    AbortOnFatalErrors fatalErrors_;
+    DesktopLock lock_;
+    DesktopActivity activity_;
+    LinuxLoginItem loginItem_;
+    LinuxMail mail_;
+    DesktopBusyness busyness_;
+    RemoteUpdateWindow updateWindow_;
+    LinuxUpdater updater_;
+    DesktopNotifications breakNotice_;
+    DesktopNotifications trayNotice_;
+    Ports ports_;
+    DailyLogFiles logFiles_;
+    AppDelegate delegate_;
+    RemoteControl remote_;
+    Instance& instance_;
+    TrayNotice notice_;
+    ItemActivation activation_;
+    std::optional<Portal> portal_; ///< in a sandbox
+    // There once the application runs.
+    std::optional<StatusNotifierItem> item_;
+    std::optional<ControlObject> control_;
+    bool busMissed_ = false; ///< the log has told that there is no session bus
+    Subscription joined_;
+};
+
 } // namespace
 
-Program::Program(EventLoop& loop, Display& display, double speed, Bus& session, Instance& instance)
-    : loop_(loop), session_(session), systemBus_(loop, Bus::Kind::System), folders_(dataFolders()),
-      clock_(loop, speed), store_(settingsFile(), *this, loop),
-      windows_({loop, display.screens(), display.focus(), *this}, helperPath("kelpa-view")), about_(windows_),
-      preferences_(windows_), historyWindow_(windows_), fonts_(folders_.data), translations_(folders_.locale),
-      fatalErrors_(logCritical), lock_(loop, session, systemBus_, display.x11()),
-      activity_(activityCounts(), *this,
-                activitySources(loop, activityCounts(), windows_, session, systemBus_, speed)),
-      loginItem_({AutostartFolders::ofEnvironment(), {build::identifier, build::displayName, programPath()}},
-                 [this] { return portal(); }),
-      mail_(loop, [this] { return portal(); }),
-      busyness_(loop, busySources(loop, display, session, systemBus_)), updateWindow_(windows_),
-      updater_({loop, clock_, store_, updateWindow_, *this},
-               UpdateSetup::ofThisCopy(system_, translations_.language())),
-      breakNotice_(session, notificationSender(), [this](const std::string& why) { warning(why); }),
-      trayNotice_(session, notificationSender(), [this](const std::string& why) { warning(why); }),
-      ports_{clock_,
-             loop,
-             loop,
-             loop,
-             store_,
-             history_,
-             statusBar_,
-             windows_,
-             system_,
-             fonts_,
-             translations_,
-             random_,
-             fatalErrors_,
-             loop,
-             lock_,
-             activity_,
-             Services{&loginItem_, &updater_, &mail_, &about_, &preferences_, &breakNotice_, &busyness_,
-                      &historyWindow_}},
-      logFiles_(clock_), delegate_(ports_, logFiles_), remote_(loop, loop), instance_(instance),
-      notice_(loop, session, trayNotice_, noticeDesktop()), activation_(loop, activationWays()) {
-    if (X11Connection* connection = display.x11()) {
-        WindowReport& report = *this;
-        const std::string helper = helperPath("kelpa-tray");
-        tray_.emplace(loop, *connection, report, helper, folders_.data);
-        fallback_.emplace(loop, statusBar_, *tray_);
-        popUp_.emplace(loop, statusBar_, report, helper, folders_.data, [this] { activation_.menuClosed(); });
-    }
-    if (inSandbox())
-        portal_.emplace(session_);
-}
-
-Program::~Program() = default;
-
-ActivityGate Program::activityCounts() {
-    return [this] { return !lock_.locked() && !windows_.coverEveryScreen(); };
-}
-
-int Program::run(StartWish wish) {
-    systemBus_.start();
-    delegate_.applicationDidFinishLaunching();
-    if (!translations_.usable())
-        warning(
-            "The texts are shown in English: no locale for their translation is generated on this machine.");
-    useBus();
-    instance_.serve(*this);
-    if (wish == StartWish::History)
-        remote_.showHistory();
-    const Subscription started = loop_.afterReal(secondsOfStart, releaseMemory);
-    const int code = loop_.run();
-    delegate_.applicationWillTerminate();
-    return code;
-}
-
-void Program::useBus() {
-    if (!instance_.doubt().empty())
-        doubted(instance_.doubt());
-    if (!session_.open()) {
-        const std::string& why = session_.failure();
-        warning("No session bus for the status item: " + (why.empty() ? "it does not answer" : why));
-        busMissed_ = true;
-        setHostPresent(false);
-    }
-    joined_ = session_.join(*this);
-    control_.emplace(loop_, session_, remote_);
-    item_.emplace(loop_, session_, ItemIdentity{build::identifier, build::displayName, folders_.data},
-                  activation_, [this](bool present) { hostChanged(present); });
-    statusBar_.addSink(*item_);
-}
-
-void Program::busOpened() {
-    if (std::exchange(busMissed_, false))
-        info("The session bus is there.");
-}
-
-void Program::busLost() {
-    warning("The session bus is gone: " + session_.failure());
-    busMissed_ = true;
-}
-
-void Program::hostChanged(bool present) {
-    if (present)
-        info("The status item is taken on the session bus, for panels to show.");
-    else
-        warning("No panel on the session bus shows the status item.");
-    setHostPresent(present);
-}
-
-NotificationSender Program::notificationSender() const {
-    return {build::displayName, build::identifier, iconFile(folders_.data)};
-}
-
-TrayNotice::Desktop Program::noticeDesktop() {
-    return {[this] { return tray_ && tray_->managerPresent(); }, [this] { return lock_.locked(); },
-            [this] { warning("No tray of this desktop shows the item."); },
-            [this] {
-                info("The notification was clicked, which asks for the preferences.");
-                remote_.showSettings();
-            }};
-}
-
-/// Under Wayland no program can open a menu at the pointer out of nothing.
-ItemActivation::Ways Program::activationWays() {
-    return {[this] { return popUp_ && popUp_->open(); },
-            [this] {
-                if (popUp_)
-                    popUp_->close();
-            },
-            [this] {
-                info("A click on the status item asks for the preferences.");
-                remote_.showSettings();
-            }};
-}
-
-void Program::setHostPresent(bool present) {
-    if (fallback_)
-        fallback_->setHostPresent(present);
-    notice_.setHostPresent(present);
-}
-
-void Program::show(StartWish what) {
-    const bool history = what == StartWish::History;
-    info(history ? "Another start of the program asks for the history."
-                 : "Another start of the program asks for the preferences.");
-    if (history)
-        remote_.showHistory();
-    else
-        remote_.showSettings();
-}
-
-void Program::replaced() {
-    warning("Another start of the program did not find this one answering and takes its place.");
-    loop_.terminate();
-}
-
-// What comes from outside (a helper, the bus, the name of a file) forges no further line.
-
-void Program::warning(const std::string& message) {
-    logger().warning(printable(message));
-}
-
-void Program::error(const std::string& message) {
-    logger().error(printable(message));
-}
-
-void Program::info(const std::string& message) {
-    logger().info(printable(message));
+int runProgram(EventLoop& loop, Display& display, double speed, Bus& session, Instance& instance,
+               StartWish wish) {
+    return Program(loop, display, speed, session, instance).run(wish);
 }
 
 } // namespace kelpa

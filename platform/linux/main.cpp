@@ -42,7 +42,7 @@ int run(const kelpa::Options& options) {
         std::cerr << "kelpa: no display: " << error << '\n';
         return failed;
     }
-    return kelpa::Program(loop, *display, options.speed, session, instance).run(options.wish);
+    return kelpa::runProgram(loop, *display, options.speed, session, instance, options.wish);
 }
 
 } // namespace
