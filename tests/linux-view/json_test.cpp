@@ -13,7 +13,7 @@ TEST(Json, NamesTheKindOfEachRow) {
     const PreferencesRow row{"Every", {"work", PreferencesControlKind::Number, "Work", "mins"}};
     layout.panes = {{"Workflow", "tray.circle", {{"Short", {row}}}, {}}};
     EXPECT_EQ(
-        json::parse(layoutJson(layout)).at("/panes/0/sections/0/rows/0"_json_pointer),
+        json::parse(partsJson(layout)).at("/panes/0/sections/0/rows/0"_json_pointer),
         json(
             {{"caption", "Every"}, {"id", "work"}, {"kind", "number"}, {"label", "Work"}, {"unit", "mins"}}));
 }

@@ -247,7 +247,7 @@ TEST_F(Preferences, AboutPanelSaysWhatItIsGivenAndCloses) {
     ASSERT_TRUE(receives("show 1"));
     const auto told = receivedSince("started");
     EXPECT_EQ(told[0], "open 1 about Kelpa 0 0 0 0 A");
-    EXPECT_EQ(told[1], "set 1 about " + aboutJson(about));
+    EXPECT_EQ(told[1], "set 1 about " + partsJson(about));
     panel.show({"icon", "", "", "do closed|1|2|3|4", "v1(2)", "Copyright", "Notes", ""});
     EXPECT_TRUE(receives("drop 1"));
 }

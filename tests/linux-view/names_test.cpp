@@ -4,6 +4,7 @@
 #include "platform/linux/windows/RemoteDialogs.h"
 #include "tests/linux-view/RemoteWindows.h"
 
+#include <nlohmann/json.hpp>
 #include <regex>
 #include <set>
 
@@ -60,6 +61,18 @@ class Pages : public test::RemoteWindows {
                 names.insert(found[1]);
         return names;
     }
+    /// The names in the JSON that a property of the first window was told to be.
+    Names parts(const std::string& property) {
+        const std::string beginning = "set 1 " + property + " ";
+        Names names;
+        for (const std::string& line : received())
+            if (line.starts_with(beginning)) {
+                const auto told = nlohmann::json::parse(line.substr(beginning.size()));
+                for (const auto& [name, value] : told.items())
+                    names.insert(name);
+            }
+        return names;
+    }
 };
 
 TEST_F(Pages, OfABreakAreToldWhatTheyDeclareAndHeard) {
@@ -71,6 +84,7 @@ TEST_F(Pages, OfABreakAreToldWhatTheyDeclareAndHeard) {
     face_->setSkipOffered(true);
     appear();
     EXPECT_EQ(told(), declared("BreakScreen.qml"));
+    EXPECT_EQ(parts("texts"), inPage("BreakScreen.qml", R"(\.texts\.(\w+))"));
     EXPECT_EQ(actions("BreakScreen.qml"), (Names{"notice", "skip"}));
     for (const std::string& action : actions("BreakScreen.qml")) {
         const int before = client_.skips + client_.notices;
@@ -92,6 +106,8 @@ TEST_F(Pages, OfTheWaterPanelAreToldWhatTheyDeclareAndHeard) {
     panel->offerAnswers();
     appear();
     EXPECT_EQ(told(), declared("WaterPanel.qml"));
+    EXPECT_EQ(parts("texts"), inPage("WaterPanel.qml", R"(\.texts\.(\w+))"));
+    EXPECT_EQ(parts("progress"), inPage("WaterPanel.qml", R"(\.progress\.(\w+))"));
     EXPECT_TRUE(
         receives(R"(set 1 amounts [{"text":"200 ml","value":"200"},{"text":"300 ml","value":"300"}])"));
     EXPECT_EQ(actions("WaterPanel.qml").size(), 4U);

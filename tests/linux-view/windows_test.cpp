@@ -120,11 +120,8 @@ TEST_F(RemoteWindows, TellTheViewEverythingOnce) {
     const auto lines = received();
     const std::vector<std::string> first{"started",
                                          "open 1 break 2 800 0 640 480 B",
-                                         "set 1 newFeatureText new",
-                                         "set 1 waterReminderText water",
-                                         "set 1 hintText hint",
-                                         "set 1 skipText skip it",
-                                         "set 1 linkSymbol forward",
+                                         R"(set 1 texts {"hint":"hint","linkSymbol":"forward",)"
+                                         R"("newFeature":"new","skip":"skip it","waterReminder":"water"})",
                                          "set 1 prompt two\\nlines",
                                          "set 1 count 05:00",
                                          "set 1 skipOffered 1"};

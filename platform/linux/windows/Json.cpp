@@ -10,7 +10,12 @@ namespace kelpa {
 using nlohmann::json;
 
 /// The names in JSON are those of the members.
+NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(BreakScreenTexts, newFeature, waterReminder, hint, skip, linkSymbol)
+NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(WaterPanelTexts, finished, percent, remain, wellDone, skip, done, close,
+                                   cup)
+NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(WaterProgress, finished, percent, remain, fraction)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(SymbolButton, symbol, name)
+NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(PromptListButtons, add, edit, cancel, remove, reset)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(AboutContent, icon, glyph, glyphFont, name, version, copyright, link,
                                    linkAddress)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(PreferencesEntry, value, text, removal)
@@ -18,6 +23,43 @@ NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(HistoryTexts, title, days, weeks, forget, que
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(HistoryBar, parts, goal, texts)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(HistoryChart, name, scale, bars)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(HistoryPeriod, first, last)
+
+static void to_json(json& out, const PreferencesRow& row) {
+    out = {{"caption", row.caption},
+           {"id", row.control.id},
+           {"kind", nameOf(preferencesControlKinds, row.control.kind)},
+           {"label", row.control.label},
+           {"unit", row.control.unit}};
+}
+
+static void to_json(json& out, const PreferencesSection& section) {
+    out = {{"title", section.title}, {"rows", section.rows}};
+}
+
+static void to_json(json& out, const PreferencesPane& pane) {
+    out = {{"label", pane.label}, {"symbol", pane.symbol}, {"sections", pane.sections}};
+    if (pane.about)
+        out["about"] = *pane.about;
+}
+
+static void to_json(json& out, const PreferencesLayout& layout) {
+    out = {{"minimumWidth", layout.minimumWidth},
+           {"minimumHeight", layout.minimumHeight},
+           {"panes", layout.panes},
+           {"buttons",
+            {{"prompts", layout.prompts},
+             {"addTimePoint", layout.addTimePoint},
+             {"removalSymbol", layout.removalSymbol},
+             {"decrease", layout.decrease},
+             {"increase", layout.increase}}}};
+}
+
+static void to_json(json& out, const HistoryPicture& picture) {
+    out = {{"weeks", picture.range == HistoryRange::Weeks},
+           {"periods", picture.periods},
+           {"charts", picture.charts},
+           {"note", picture.note}};
+}
 
 namespace {
 
@@ -31,69 +73,20 @@ std::string textOf(const json& value) {
     return value.dump(-1, ' ', false, json::error_handler_t::replace);
 }
 
-json rowJson(const PreferencesRow& row) {
-    return {{"caption", row.caption},
-            {"id", row.control.id},
-            {"kind", nameOf(preferencesControlKinds, row.control.kind)},
-            {"label", row.control.label},
-            {"unit", row.control.unit}};
-}
-
-json sectionJson(const PreferencesSection& section) {
-    json rows = json::array();
-    for (const PreferencesRow& row : section.rows)
-        rows.push_back(rowJson(row));
-    return {{"title", section.title}, {"rows", std::move(rows)}};
-}
-
-json paneJson(const PreferencesPane& pane) {
-    json sections = json::array();
-    for (const PreferencesSection& section : pane.sections)
-        sections.push_back(sectionJson(section));
-    json all = {{"label", pane.label}, {"symbol", pane.symbol}, {"sections", std::move(sections)}};
-    if (pane.about)
-        all["about"] = *pane.about;
-    return all;
-}
-
-json buttonsJson(const PreferencesLayout& layout) {
-    return {{"addPrompt", layout.prompts.add},
-            {"editPrompt", layout.prompts.edit},
-            {"cancelPrompt", layout.prompts.cancel},
-            {"removePrompt", layout.prompts.remove},
-            {"resetPrompts", layout.prompts.reset},
-            {"addTimePoint", layout.addTimePoint},
-            {"removalSymbol", layout.removalSymbol},
-            {"decrease", layout.decrease},
-            {"increase", layout.increase}};
-}
-
 } // namespace
 
-std::string layoutJson(const PreferencesLayout& layout) {
-    json panes = json::array();
-    for (const PreferencesPane& pane : layout.panes)
-        panes.push_back(paneJson(pane));
-    return textOf({{"minimumWidth", layout.minimumWidth},
-                   {"minimumHeight", layout.minimumHeight},
-                   {"buttons", buttonsJson(layout)},
-                   {"panes", std::move(panes)}});
+template <class Parts>
+std::string partsJson(const Parts& parts) {
+    return textOf(parts);
 }
 
-std::string aboutJson(const AboutContent& about) {
-    return textOf(about);
-}
-
-std::string historyJson(const HistoryTexts& texts) {
-    return textOf(texts);
-}
-
-std::string historyJson(const HistoryPicture& picture) {
-    return textOf({{"weeks", picture.range == HistoryRange::Weeks},
-                   {"periods", picture.periods},
-                   {"charts", picture.charts},
-                   {"note", picture.note}});
-}
+template std::string partsJson(const AboutContent&);
+template std::string partsJson(const BreakScreenTexts&);
+template std::string partsJson(const HistoryPicture&);
+template std::string partsJson(const HistoryTexts&);
+template std::string partsJson(const PreferencesLayout&);
+template std::string partsJson(const WaterPanelTexts&);
+template std::string partsJson(const WaterProgress&);
 
 std::string choicesJson(const std::vector<std::pair<std::string, std::string>>& choices) {
     json all = json::array();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/ports/Services.h"
+#include "platform/ports/WindowFaces.h"
 
 #include <string>
 #include <utility>
@@ -8,14 +9,12 @@
 
 namespace kelpa {
 
-/// What has parts, as one line of JSON, which the view reads. Bytes that are no UTF-8 become U+FFFD.
+// What has parts, as one line of JSON, which the view reads. Bytes that are no UTF-8 become U+FFFD.
 
-/// What the preferences window and the about panel consist of.
-[[nodiscard]] std::string layoutJson(const PreferencesLayout& layout);
-[[nodiscard]] std::string aboutJson(const AboutContent& about);
-/// The texts and the figures of the history's window.
-[[nodiscard]] std::string historyJson(const HistoryTexts& texts);
-[[nodiscard]] std::string historyJson(const HistoryPicture& picture);
+/// What a window consists of or shows: `PreferencesLayout`, `AboutContent`, the texts of a break, of the
+/// water panel and of the history, `WaterProgress`, `HistoryPicture`. The names are those of the members.
+template <class Parts>
+[[nodiscard]] std::string partsJson(const Parts& parts);
 /// What can be chosen: a value, and the text that offers it.
 [[nodiscard]] std::string choicesJson(const std::vector<std::pair<std::string, std::string>>& choices);
 /// As many of the entries from the top, each text of at most `wire::view::longestText`, as one message can

@@ -47,7 +47,7 @@ void RemoteAboutPanel::show(const AboutContent& about) {
         });
     }
     window_->setTitle(about.name);
-    window_->setProperty("about", aboutJson(about));
+    window_->setProperty("about", partsJson(about));
     window_->orderFrontRegardless();
 }
 
@@ -59,7 +59,7 @@ void RemoteHistoryWindow::setTexts(const HistoryTexts& texts, HistoryWindowClien
 RemoteWindow& RemoteHistoryWindow::window() {
     if (!window_) {
         window_ = windows_.makeManaged(word::historyKind, texts_.title);
-        window_->setProperty("texts", historyJson(texts_));
+        window_->setProperty("texts", partsJson(texts_));
         window_->setActionHandler(
             [this](const std::string& action, const std::string& value) { didAct(action, value); });
     }
@@ -67,7 +67,7 @@ RemoteWindow& RemoteHistoryWindow::window() {
 }
 
 void RemoteHistoryWindow::setPicture(const HistoryPicture& picture) {
-    window().setProperty("picture", historyJson(picture));
+    window().setProperty("picture", partsJson(picture));
 }
 
 void RemoteHistoryWindow::show() {

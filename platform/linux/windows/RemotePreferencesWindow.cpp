@@ -14,7 +14,7 @@ namespace view = wire::view;
 void RemotePreferencesWindow::setLayout(const PreferencesLayout& layout, PreferencesClient& client) {
     client_ = &client;
     window_ = windows_.makeManaged(view::preferencesKind, layout.title);
-    window_->setProperty(view::layout, layoutJson(layout));
+    window_->setProperty(view::layout, partsJson(layout));
     window_->setActionHandler(
         [this](const std::string& action, const std::string& value) { didAct(action, value); });
     window_->setControlHandler([this](const wire::Message& message) { didToControl(message); });

@@ -28,13 +28,7 @@ class RemoteBreakScreen final : public BreakScreenFace {
     RemoteBreakScreen(const RemoteBreakScreen&) = delete;
     RemoteBreakScreen& operator=(const RemoteBreakScreen&) = delete;
 
-    void setTexts(const BreakScreenTexts& texts) override {
-        window_.setProperty("newFeatureText", texts.newFeature);
-        window_.setProperty("waterReminderText", texts.waterReminder);
-        window_.setProperty("hintText", texts.hint);
-        window_.setProperty("skipText", texts.skip);
-        window_.setProperty("linkSymbol", texts.linkSymbol);
-    }
+    void setTexts(const BreakScreenTexts& texts) override { window_.setProperty("texts", partsJson(texts)); }
     void setPrompt(const std::string& prompt) override {
         window_.setProperty("prompt", shortened(prompt, word::longestText));
     }
@@ -73,24 +67,14 @@ class RemoteWaterPanel final : public WaterPanelFace {
     RemoteWaterPanel& operator=(const RemoteWaterPanel&) = delete;
 
     void setTexts(const WaterPanelTexts& texts, const std::vector<WaterAmount>& amounts) override {
-        window_.setProperty("finishedText", texts.finished);
-        window_.setProperty("percentText", texts.percent);
-        window_.setProperty("remainText", texts.remain);
-        window_.setProperty("wellDoneText", texts.wellDone);
-        window_.setProperty("skipText", texts.skip);
-        window_.setProperty("doneText", texts.done);
-        window_.setProperty("closeText", texts.close);
-        window_.setProperty("cup", texts.cup);
+        window_.setProperty("texts", partsJson(texts));
         std::vector<std::pair<std::string, std::string>> entries;
         for (const auto& [millilitres, text] : amounts)
             entries.emplace_back(std::to_string(millilitres), text);
         window_.setProperty("amounts", choicesJson(entries));
     }
     void setProgress(const WaterProgress& progress) override {
-        window_.setProperty("finished", progress.finished);
-        window_.setProperty("percent", progress.percent);
-        window_.setProperty("remain", progress.remain);
-        window_.setProperty("fraction", wire::realText(progress.fraction));
+        window_.setProperty("progress", partsJson(progress));
     }
     void setCounting(const WaterCounting& counting) override {
         window_.setProperty("tip", counting.tip);

@@ -5,11 +5,7 @@ import Kelpa
 Rectangle {
     id: screen
 
-    property string newFeatureText
-    property string waterReminderText
-    property string linkSymbol
-    property string hintText
-    property string skipText
+    property var texts: ({})
     property string prompt
     property string count
     property bool skipOffered: false
@@ -86,19 +82,19 @@ Rectangle {
             bottomPadding: Theme.stackSpace
 
             SpokenWords {
-                text: screen.newFeatureText
+                text: screen.texts.newFeature ?? ""
             }
             Column {
                 spacing: Theme.hairSpace
 
                 LinkButton {
-                    text: screen.waterReminderText
-                    symbol: screen.linkSymbol
-                    Accessible.description: screen.hintText
+                    text: screen.texts.waterReminder ?? ""
+                    symbol: screen.texts.linkSymbol ?? ""
+                    Accessible.description: screen.texts.hint ?? ""
                     onActivated: screen.action("notice", "")
                 }
                 Words {
-                    text: screen.hintText
+                    text: screen.texts.hint ?? ""
                     color: Theme.secondary
                     font.pixelSize: Theme.footnoteSize
                 }
@@ -108,7 +104,7 @@ Rectangle {
             id: skip
             anchors.horizontalCenter: parent.horizontalCenter
             visible: screen.skipOffered
-            text: screen.skipText
+            text: screen.texts.skip ?? ""
             onActivated: screen.action("skip", "")
         }
     }

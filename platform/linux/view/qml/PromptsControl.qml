@@ -8,7 +8,7 @@ Item {
 
     required property PreferencesRow row
     readonly property ControlState told: row.told
-    readonly property var buttons: row.buttons
+    readonly property var buttons: row.buttons.prompts
 
     function add() {
         told.add(adder.text);
@@ -31,9 +31,9 @@ Item {
         id: addButton
         anchors.right: parent.right
         raised: true
-        symbol: control.buttons.addPrompt.symbol
+        symbol: control.buttons.add.symbol
         symbolSize: 15
-        text: control.buttons.addPrompt.name
+        text: control.buttons.add.name
         onClicked: control.add()
     }
     RoundedBox {
@@ -84,8 +84,8 @@ Item {
         id: resetButton
         anchors.bottom: parent.bottom
         mostWidth: parent.width
-        symbol: control.buttons.resetPrompts.symbol
-        text: control.buttons.resetPrompts.name
+        symbol: control.buttons.reset.symbol
+        text: control.buttons.reset.name
         onClicked: control.told.reset()
     }
 
@@ -173,7 +173,7 @@ Item {
             anchors.rightMargin: 8
             anchors.verticalCenter: parent.verticalCenter
             visible: line.editing
-            label: control.buttons.editPrompt.name
+            label: control.buttons.edit.name
             Keys.onReturnPressed: line.save()
             Keys.onEscapePressed: line.leave()
             onActiveFocusChanged: {
@@ -194,21 +194,21 @@ Item {
                 focusPolicy: Qt.NoFocus
                 symbol: "checkmark"
                 symbolSize: 16
-                text: control.buttons.editPrompt.name
+                text: control.buttons.edit.name
                 onClicked: line.save()
             }
             PushButton {
                 visible: line.editing
                 focusPolicy: Qt.NoFocus
-                text: control.buttons.cancelPrompt
+                text: control.buttons.cancel
                 onClicked: line.leave()
             }
             Tool {
-                look: control.buttons.editPrompt
+                look: control.buttons.edit
                 onClicked: line.edit()
             }
             Tool {
-                look: control.buttons.removePrompt
+                look: control.buttons.remove
                 tint: hovered ? Theme.warning : Theme.secondary
                 onClicked: control.told.remove(line.text)
             }

@@ -5,19 +5,9 @@ import Kelpa
 Rectangle {
     id: panel
 
-    property string finishedText
-    property string percentText
-    property string remainText
-    property string wellDoneText
-    property string skipText
-    property string doneText
-    property string closeText
-    property string cup
+    property var texts: ({})
     property var amounts: []
-    property string finished
-    property string percent
-    property string remain
-    property string fraction
+    property var progress: ({})
     property string tip
     property string remaining
     property string selectedAmount
@@ -46,12 +36,12 @@ Rectangle {
 
         CloseButton {
             id: close
-            name: panel.closeText
+            name: panel.texts.close ?? ""
             onActivated: panel.action("close", "")
         }
         // The day's millilitres in figures and as a bar.
         Column {
-            id: progress
+            id: day
             anchors.top: close.bottom
             width: parent.width
             spacing: Theme.stackSpace
@@ -61,26 +51,26 @@ Rectangle {
                 width: parent.width
 
                 Figure {
-                    caption: panel.finishedText
-                    text: panel.finished
+                    caption: panel.texts.finished ?? ""
+                    text: panel.progress.finished ?? ""
                     color: Theme.link
                 }
                 Figure {
-                    caption: panel.percentText
-                    text: panel.percent
+                    caption: panel.texts.percent ?? ""
+                    text: panel.progress.percent ?? ""
                     pixelSize: 32
                 }
                 Figure {
                     visible: text !== ""
-                    caption: panel.remainText
-                    text: panel.remain
+                    caption: panel.texts.remain ?? ""
+                    text: panel.progress.remain ?? ""
                     color: Theme.warning
                 }
                 Words {
                     width: figures.width / 3
                     height: figures.height
-                    visible: panel.remain === ""
-                    text: panel.wellDoneText
+                    visible: panel.progress.remain === ""
+                    text: panel.texts.wellDone ?? ""
                     color: Theme.success
                     font.pixelSize: 18
                     font.bold: true
@@ -93,13 +83,13 @@ Rectangle {
             Bar {
                 x: Theme.hairSpace
                 width: parent.width - 2 * Theme.hairSpace
-                fraction: Number(panel.fraction)
+                fraction: panel.progress.fraction ?? 0
             }
         }
         // When the next drink is due. What is due now stands out.
         Item {
             id: counting
-            anchors.top: progress.bottom
+            anchors.top: day.bottom
             anchors.bottom: selection.top
             width: parent.width
             readonly property bool counts: panel.remaining !== ""
@@ -157,7 +147,7 @@ Rectangle {
                 height: done.height
                 plain: true
                 slim: true
-                text: panel.skipText
+                text: panel.texts.skip ?? ""
                 ink: Theme.warning
                 onActivated: panel.answer("skip")
             }
@@ -170,7 +160,7 @@ Rectangle {
             CapsuleButton {
                 id: done
                 slim: true
-                text: panel.doneText
+                text: panel.texts.done ?? ""
                 onActivated: panel.answer("done")
             }
         }
@@ -253,7 +243,7 @@ Rectangle {
                 // Drawings have room around them, letters have none.
                 width: Math.round(Measures.cupSize * 6 / 5)
                 height: width
-                name: panel.cup
+                name: panel.texts.cup ?? ""
                 color: Theme.link
             }
         }
