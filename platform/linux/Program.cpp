@@ -17,11 +17,8 @@
 #include "platform/linux/busy/KeptAwake.h"
 #include "platform/linux/busy/SoundRecording.h"
 #include "platform/linux/control/ControlObject.h"
-#include "platform/linux/events/BusActivity.h"
 #include "platform/linux/events/DesktopActivity.h"
 #include "platform/linux/events/DesktopLock.h"
-#include "platform/linux/events/WaylandActivity.h"
-#include "platform/linux/events/X11Activity.h"
 #include "platform/linux/notify/DesktopNotifications.h"
 #include "platform/linux/services/Launcher.h"
 #include "platform/linux/services/LinuxLoginItem.h"
@@ -74,13 +71,13 @@ std::vector<std::unique_ptr<ActivitySource>> activitySources(EventLoop& loop, Ac
                                                              Bus& system, double speed) {
     std::vector<std::unique_ptr<ActivitySource>> sources;
     if (inWaylandSession(loop)) {
-        sources.push_back(std::make_unique<WaylandActivity>(loop, windows, speed));
-        sources.push_back(std::make_unique<MutterActivity>(loop, session, windows, speed));
+        sources.push_back(makeWaylandActivity(loop, windows, speed));
+        sources.push_back(makeMutterActivity(loop, session, windows, speed));
     } else {
-        sources.push_back(std::make_unique<X11Activity>(loop, std::move(gate), windows));
+        sources.push_back(makeX11Activity(loop, std::move(gate), windows));
     }
 
-    sources.push_back(std::make_unique<LogindActivity>(loop, system, windows));
+    sources.push_back(makeLogindActivity(loop, system, windows));
     return sources;
 }
 
@@ -108,8 +105,9 @@ class Program final : private StoreReport, private WindowReport, private Instanc
           about_(windows_), preferences_(windows_), historyWindow_(windows_), fonts_(folders_.data),
           translations_(folders_.locale), fatalErrors_(logCritical),
           lock_(loop, session, systemBus_, display.x11()),
-          activity_(activityCounts(), *this,
-                    activitySources(loop, activityCounts(), windows_, session, systemBus_, speed)),
+          activity_(makeDesktopActivity(
+              activityCounts(), *this,
+              activitySources(loop, activityCounts(), windows_, session, systemBus_, speed))),
           loginItem_(
               {AutostartFolders::ofEnvironment(), {build::identifier, build::displayName, programPath()}},
               [this] { return portal(); }),
@@ -119,9 +117,9 @@ class Program final : private StoreReport, private WindowReport, private Instanc
                    UpdateSetup::ofThisCopy(system_, translations_.language())),
           breakNotice_(session, notificationSender(), [this](const std::string& why) { warning(why); }),
           trayNotice_(session, notificationSender(), [this](const std::string& why) { warning(why); }),
-          ports_{clock_,       loop,     loop,    loop,      store_,        history_,
-                 statusBar_,   windows_, system_, fonts_,    translations_, random_,
-                 fatalErrors_, loop,     lock_,   activity_, services()},
+          ports_{clock_,       loop,     loop,    loop,       store_,        history_,
+                 statusBar_,   windows_, system_, fonts_,     translations_, random_,
+                 fatalErrors_, loop,     lock_,   *activity_, services()},
           logFiles_(clock_), delegate_(ports_, logFiles_), remote_(loop, loop), instance_(instance),
           notice_(loop, session, trayNotice_, noticeDesktop()), activation_(loop, activationWays()) {
         if (X11Connection* connection = display.x11()) {
@@ -275,7 +273,7 @@ class Program final : private StoreReport, private WindowReport, private Instanc
     SystemRandom random_;
     AbortOnFatalErrors fatalErrors_;
     DesktopLock lock_;
-    DesktopActivity activity_;
+    std::unique_ptr<ActivityMonitor> activity_;
     LinuxLoginItem loginItem_;
     LinuxMail mail_;
     DesktopBusyness busyness_;

@@ -1,9 +1,8 @@
 #include "FakeCompositor.h"
 #include "FakeLogind.h"
 #include "Support.h"
-#include "platform/linux/events/BusActivity.h"
+#include "platform/linux/bus/Bus.h"
 #include "platform/linux/events/DesktopActivity.h"
-#include "platform/linux/events/WaylandActivity.h"
 
 #include <gtest/gtest.h>
 
@@ -119,10 +118,10 @@ TEST_F(ActivityTest, ACompositorIsAskedInTheBestWayItKnows) {
     for (const auto speaks : {FakeCompositor::Speaks::Both, FakeCompositor::Speaks::Kde}) {
         FakeCompositor compositor(speaks);
         const int seat = compositor.addSeat();
-        WaylandActivity source(loop, windows, speed);
-        ASSERT_EQ(source.start(sink), Start::Watching);
+        const auto source = makeWaylandActivity(loop, windows, speed);
+        ASSERT_EQ(source->start(sink), Start::Watching);
         const bool both = speaks == FakeCompositor::Speaks::Both;
-        EXPECT_EQ(source.name(),
+        EXPECT_EQ(source->name(),
                   both ? "the compositor (ext_idle_notifier_v1)" : "the compositor (org_kde_kwin_idle)");
         EXPECT_EQ(compositor.question(seat).protocol, both ? "ext" : "kde");
         EXPECT_EQ(compositor.question(seat).milliseconds, 40);
@@ -139,19 +138,19 @@ TEST_F(ActivityTest, ACompositorIsAskedInTheBestWayItKnows) {
 TEST_F(ActivityTest, ACompositorThatTellsOfNothingOrIsNotThereIsNoSource) {
     {
         const FakeCompositor compositor(FakeCompositor::Speaks::Nothing);
-        WaylandActivity source(loop, windows, speed);
-        EXPECT_EQ(source.start(sink), Start::Absent);
+        const auto source = makeWaylandActivity(loop, windows, speed);
+        EXPECT_EQ(source->start(sink), Start::Absent);
     }
     setenv("WAYLAND_DISPLAY", "/nonexistent/wayland", 1);
-    WaylandActivity source(loop, windows, speed);
-    EXPECT_EQ(source.start(sink), Start::Absent);
+    const auto source = makeWaylandActivity(loop, windows, speed);
+    EXPECT_EQ(source->start(sink), Start::Absent);
     EXPECT_EQ(wordsIn(5), 0);
 }
 
 TEST_F(ActivityTest, EverySeatCountsAlsoOneThatComesLater) {
     FakeCompositor compositor(FakeCompositor::Speaks::Both);
-    WaylandActivity source(loop, windows, speed);
-    ASSERT_EQ(source.start(sink), Start::Watching);
+    const auto source = makeWaylandActivity(loop, windows, speed);
+    ASSERT_EQ(source->start(sink), Start::Watching);
     const int first = compositor.addSeat();
     const int second = compositor.addSeat();
     ASSERT_TRUE(spinUntil(loop, [&] { return !compositor.question(second).protocol.empty(); }));
@@ -169,8 +168,8 @@ TEST_F(ActivityTest, EverySeatCountsAlsoOneThatComesLater) {
 TEST_F(ActivityTest, ACompositorThatGoesSaysNothingMore) {
     std::optional<FakeCompositor> compositor(FakeCompositor::Speaks::Both);
     compositor->addSeat();
-    WaylandActivity source(loop, windows, speed);
-    ASSERT_EQ(source.start(sink), Start::Watching);
+    const auto source = makeWaylandActivity(loop, windows, speed);
+    ASSERT_EQ(source->start(sink), Start::Watching);
     compositor.reset();
     EXPECT_TRUE(spinUntil(loop, [&] { return sink.heard == "F"; }));
     EXPECT_EQ(wordsIn(10), 0);
@@ -218,8 +217,8 @@ TEST_F(ActivityTest, GnomeTellsOverTheBus) {
     const PrivateBus daemon;
     OpenBus bus(loop);
     std::optional<Mutter> gnome(std::in_place, loop);
-    MutterActivity source(loop, bus, windows, speed);
-    ASSERT_EQ(source.start(sink), Start::Asking);
+    const auto source = makeMutterActivity(loop, bus, windows, speed);
+    ASSERT_EQ(source->start(sink), Start::Asking);
     ASSERT_TRUE(spinUntil(loop, [&] { return sink.heard == "W"; }));
     EXPECT_EQ(gnome->interval, 40);
     expectSteadyWords();
@@ -239,14 +238,14 @@ TEST_F(ActivityTest, WithoutGnomeThereIsNoSuchSource) {
     PrivateBus daemon;
     OpenBus bus(loop);
     {
-        MutterActivity source(loop, bus, windows, speed);
-        EXPECT_EQ(source.start(sink), Start::Asking);
+        const auto source = makeMutterActivity(loop, bus, windows, speed);
+        EXPECT_EQ(source->start(sink), Start::Asking);
         EXPECT_TRUE(spinUntil(loop, [&] { return sink.heard == "A"; }));
     }
     daemon.end();
     ASSERT_TRUE(spinUntil(loop, [&] { return !bus.open(); }));
-    MutterActivity source(loop, bus, windows, speed);
-    EXPECT_EQ(source.start(sink), Start::Absent) << "the bus is gone as well";
+    const auto source = makeMutterActivity(loop, bus, windows, speed);
+    EXPECT_EQ(source->start(sink), Start::Absent) << "the bus is gone as well";
 }
 
 TEST_F(ActivityTest, LogindTellsWhatADesktopToldIt) {
@@ -254,8 +253,8 @@ TEST_F(ActivityTest, LogindTellsWhatADesktopToldIt) {
     std::optional<PrivateBus> daemon(std::in_place, "DBUS_SYSTEM_BUS_ADDRESS");
     OpenBus bus(loop, Bus::Kind::System);
     FakeLogind logind(loop);
-    LogindActivity source(loop, bus, windows);
-    ASSERT_EQ(source.start(sink), Start::Asking);
+    const auto source = makeLogindActivity(loop, bus, windows);
+    ASSERT_EQ(source->start(sink), Start::Asking);
     ASSERT_TRUE(spinUntil(loop, [&] { return sink.heard == "W"; }));
     expectSteadyWords();
     logind.setIdle(true);
@@ -298,10 +297,10 @@ TEST_F(ActivityTest, OneSourceAfterTheOtherIsTriedAndTheLogSaysWhichOneItIs) {
     sources.push_back(std::make_unique<Written>("one", Start::Absent, absent));
     sources.push_back(std::make_unique<Written>("two", Start::Asking, asked));
     sources.push_back(std::make_unique<Written>("three", Start::Watching, last));
-    DesktopActivity activity([] { return true; }, report, std::move(sources));
+    const auto activity = makeDesktopActivity([] { return true; }, report, std::move(sources));
     int words = 0;
     bool lost = false;
-    EXPECT_EQ(activity.watch([&] { ++words; }, [&] { lost = true; }), ActivityMonitor::Watch::None);
+    EXPECT_EQ(activity->watch([&] { ++words; }, [&] { lost = true; }), ActivityMonitor::Watch::None);
     EXPECT_EQ(last, nullptr) << "the second has not answered";
     asked->sourceAbsent();
     ASSERT_NE(last, nullptr);

@@ -12,7 +12,7 @@ class FakeLogind : public Peer {
         sd_bus_add_object_vtable(bus(), nullptr, "/org/freedesktop/login1", "org.freedesktop.login1.Manager",
                                  manager, this);
         for (const char* path : {other, own})
-            sd_bus_add_object_vtable(bus(), nullptr, path, LogindSession::interface, session, this);
+            sd_bus_add_object_vtable(bus(), nullptr, path, logindSession, session, this);
         sd_bus_request_name(bus(), "org.freedesktop.login1", 0);
     }
     static constexpr const char* other = "/org/freedesktop/login1/session/c1";
@@ -20,14 +20,14 @@ class FakeLogind : public Peer {
 
     void setHint(bool value, const char* path = own) {
         (path == own ? ownHint : otherHint) = value;
-        sd_bus_emit_properties_changed(bus(), path, LogindSession::interface, "LockedHint", nullptr);
+        sd_bus_emit_properties_changed(bus(), path, logindSession, "LockedHint", nullptr);
     }
     void setIdle(bool value) {
         idleHint = value;
-        sd_bus_emit_properties_changed(bus(), own, LogindSession::interface, "IdleHint", nullptr);
+        sd_bus_emit_properties_changed(bus(), own, logindSession, "IdleHint", nullptr);
     }
     void request(const char* what, const char* path = own) {
-        sd_bus_emit_signal(bus(), path, LogindSession::interface, what, nullptr);
+        sd_bus_emit_signal(bus(), path, logindSession, what, nullptr);
     }
     bool ownHint = false;
     bool otherHint = false;

@@ -14,6 +14,74 @@ constexpr double viewSeconds = 0.25;
 /// What the desktop heard before we say it is at most this old when the view has been waited for.
 constexpr double ownSeconds = viewSeconds + pulseSeconds;
 
+class DesktopActivity final : public ActivityMonitor, private ActivitySink {
+  public:
+    DesktopActivity(ActivityGate gate, WindowReport& report,
+                    std::vector<std::unique_ptr<ActivitySource>> sources)
+        : gate_(std::move(gate)), report_(report), sources_(std::move(sources)) {}
+
+    Watch watch(std::function<void()> activity, std::function<void()> lost) override {
+        activity_ = std::move(activity);
+        lost_ = std::move(lost);
+        return start() == ActivitySource::Start::Watching ? Watch::Working : Watch::None;
+    }
+
+  private:
+    void deskUsed() override {
+        if (gate_())
+            activity_();
+    }
+
+    void sourceWatches() override {
+        use();
+        // From now on a desk that nobody uses is noticed, which nothing has waited for so far.
+        deskUsed();
+    }
+
+    void sourceAbsent() override {
+        ++current_;
+        if (start() == ActivitySource::Start::Watching)
+            deskUsed();
+    }
+
+    void sourceFailed(const std::string& why) override {
+        report_.warning("Activity cannot be heard of from " + sources_[current_]->name() + ": " + why);
+        sourceAbsent();
+    }
+
+    void use() {
+        watched_ = true;
+        report_.info("Activity is heard of from " + sources_[current_]->name() + ".");
+    }
+
+    /// Goes on with the first source from `current_` on that is not absent.
+    ActivitySource::Start start() {
+        for (; current_ < sources_.size(); ++current_) {
+            const auto started = sources_[current_]->start(*this);
+            if (started == ActivitySource::Start::Watching)
+                use();
+            if (started != ActivitySource::Start::Absent)
+                return started;
+        }
+        report_.warning(
+            "Nothing on this desktop tells of mouse activity: work goes on when nobody is there.");
+        if (std::exchange(watched_, false)) {
+            // Whoever was away when the last source went can never be heard coming back.
+            deskUsed();
+            lost_();
+        }
+        return ActivitySource::Start::Absent;
+    }
+
+    ActivityGate gate_;
+    WindowReport& report_;
+    std::vector<std::unique_ptr<ActivitySource>> sources_;
+    std::size_t current_ = 0; ///< the one in use, or being asked
+    bool watched_ = false;    ///< a source worked, so that there is something to lose
+    std::function<void()> activity_;
+    std::function<void()> lost_;
+};
+
 } // namespace
 
 ActivitySpell::ActivitySpell(EventLoop& loop, const OwnWindows& windows) : loop_(loop), windows_(windows) {}
@@ -73,58 +141,9 @@ void ActivitySpell::tell() {
     });
 }
 
-DesktopActivity::DesktopActivity(ActivityGate gate, WindowReport& report,
-                                 std::vector<std::unique_ptr<ActivitySource>> sources)
-    : gate_(std::move(gate)), report_(report), sources_(std::move(sources)) {}
-
-ActivityMonitor::Watch DesktopActivity::watch(std::function<void()> activity, std::function<void()> lost) {
-    activity_ = std::move(activity);
-    lost_ = std::move(lost);
-    return start() == ActivitySource::Start::Watching ? Watch::Working : Watch::None;
-}
-
-ActivitySource::Start DesktopActivity::start() {
-    for (; current_ < sources_.size(); ++current_) {
-        const auto started = sources_[current_]->start(*this);
-        if (started == ActivitySource::Start::Watching)
-            use();
-        if (started != ActivitySource::Start::Absent)
-            return started;
-    }
-    report_.warning("Nothing on this desktop tells of mouse activity: work goes on when nobody is there.");
-    if (std::exchange(watched_, false)) {
-        // Whoever was away when the last source went can never be heard coming back.
-        deskUsed();
-        lost_();
-    }
-    return ActivitySource::Start::Absent;
-}
-
-void DesktopActivity::use() {
-    watched_ = true;
-    report_.info("Activity is heard of from " + sources_[current_]->name() + ".");
-}
-
-void DesktopActivity::deskUsed() {
-    if (gate_())
-        activity_();
-}
-
-void DesktopActivity::sourceWatches() {
-    use();
-    // From now on a desk that nobody uses is noticed, which nothing has waited for so far.
-    deskUsed();
-}
-
-void DesktopActivity::sourceFailed(const std::string& why) {
-    report_.warning("Activity cannot be heard of from " + sources_[current_]->name() + ": " + why);
-    sourceAbsent();
-}
-
-void DesktopActivity::sourceAbsent() {
-    ++current_;
-    if (start() == ActivitySource::Start::Watching)
-        deskUsed();
+std::unique_ptr<ActivityMonitor> makeDesktopActivity(ActivityGate gate, WindowReport& report,
+                                                     std::vector<std::unique_ptr<ActivitySource>> sources) {
+    return std::make_unique<DesktopActivity>(std::move(gate), report, std::move(sources));
 }
 
 } // namespace kelpa

@@ -12,6 +12,8 @@
 
 namespace kelpa {
 
+class Bus;
+
 /// Whether input counts as activity at all at this moment: not while the screen is locked, and not while
 /// break windows cover every screen, because then all of it goes to the program itself.
 using ActivityGate = std::function<bool()>;
@@ -87,31 +89,24 @@ class ActivitySpell {
     Subscription telling_;
 };
 
-/// The activity of a person at this desktop, from the first of several sources that works here.
-class DesktopActivity final : public ActivityMonitor, private ActivitySink {
-  public:
-    /// The best source first. The report outlives the monitor.
-    DesktopActivity(ActivityGate gate, WindowReport& report,
+/// Whoever uses the mouse or the modifier keys of an X server. Loop and windows outlive the source, as they
+/// do with each of these.
+[[nodiscard]] std::unique_ptr<ActivitySource> makeX11Activity(EventLoop& loop, ActivityGate gate,
+                                                              const OwnWindows& windows);
+/// Whoever uses a seat of a Wayland compositor.
+[[nodiscard]] std::unique_ptr<ActivitySource> makeWaylandActivity(EventLoop& loop, const OwnWindows& windows,
+                                                                  double speed);
+/// Whoever uses the desk under GNOME. The bus outlives the source.
+[[nodiscard]] std::unique_ptr<ActivitySource> makeMutterActivity(EventLoop& loop, Bus& session,
+                                                                 const OwnWindows& windows, double speed);
+/// Whoever uses the user's session, as the desktop tells logind. The bus outlives the source.
+[[nodiscard]] std::unique_ptr<ActivitySource> makeLogindActivity(EventLoop& loop, Bus& system,
+                                                                 const OwnWindows& windows);
+
+/// The activity of a person at this desktop, from the first of several sources that works here; the best
+/// source comes first. The report outlives the monitor.
+[[nodiscard]] std::unique_ptr<ActivityMonitor>
+makeDesktopActivity(ActivityGate gate, WindowReport& report,
                     std::vector<std::unique_ptr<ActivitySource>> sources);
-
-    Watch watch(std::function<void()> activity, std::function<void()> lost) override;
-
-  private:
-    void deskUsed() override;
-    void sourceWatches() override;
-    void sourceAbsent() override;
-    void sourceFailed(const std::string& why) override;
-    void use();
-    /// Goes on with the first source from `current_` on that is not absent.
-    ActivitySource::Start start();
-
-    ActivityGate gate_;
-    WindowReport& report_;
-    std::vector<std::unique_ptr<ActivitySource>> sources_;
-    std::size_t current_ = 0; ///< the one in use, or being asked
-    bool watched_ = false;    ///< a source worked, so that there is something to lose
-    std::function<void()> activity_;
-    std::function<void()> lost_;
-};
 
 } // namespace kelpa

@@ -41,12 +41,8 @@ void LockEdges::gone(const std::string& source) {
 }
 
 DesktopLock::DesktopLock(EventLoop& loop, Bus& session, Bus& system, X11Connection* x11)
-    : edges_([this] { locked_(); }, [this] { unlocked_(); }), bus_(session),
-      logind_(loop, system, "LockedHint", *this) {
-    if (x11 != nullptr)
-        x11_.emplace(
-            *x11, [this](bool locked) { edges_.says(x11Name, locked); }, [this] { edges_.gone(x11Name); });
-}
+    : edges_([this] { locked_(); }, [this] { unlocked_(); }), loop_(loop), bus_(session), system_(system),
+      x11_(x11) {}
 
 /// The screen may have been locked before we could hear of it, so each is asked. No screen saver is started
 /// for the question.
@@ -109,9 +105,9 @@ void DesktopLock::propertyLost() {
 }
 
 void DesktopLock::signalled(sd_bus_message* signal) {
-    if (sd_bus_message_is_signal(signal, LogindSession::interface, "Lock") > 0)
+    if (sd_bus_message_is_signal(signal, logindSession, "Lock") > 0)
         edges_.lockRequested();
-    else if (sd_bus_message_is_signal(signal, LogindSession::interface, "Unlock") > 0)
+    else if (sd_bus_message_is_signal(signal, logindSession, "Unlock") > 0)
         edges_.unlockRequested();
 }
 
@@ -119,9 +115,11 @@ void DesktopLock::observe(std::function<void()> locked, std::function<void()> un
     locked_ = std::move(locked);
     unlocked_ = std::move(unlocked);
     joined_ = bus_.join(*this);
-    logind_.start();
-    if (x11_)
-        x11_->observe();
+    logind_ = followLogindSession(loop_, system_, "LockedHint", *this);
+    if (x11_ != nullptr)
+        x11Lock_ = watchX11Lock(
+            *x11_, [this](bool isLocked) { edges_.says(x11Name, isLocked); },
+            [this] { edges_.gone(x11Name); });
 }
 
 } // namespace kelpa

@@ -2,18 +2,18 @@
 
 #include "platform/linux/bus/Bus.h"
 #include "platform/linux/events/LogindSession.h"
-#include "platform/linux/events/X11Lock.h"
 #include "platform/ports/System.h"
 #include "platform/posix/ScreenLock.h"
 
 #include <functional>
 #include <map>
-#include <optional>
 #include <set>
 #include <string>
 #include <vector>
 
 namespace kelpa {
+
+class X11Connection;
 
 /// The screen's lock by what several sources say of it: the first source that says something new counts, and
 /// later ones that say the same do not.
@@ -39,6 +39,13 @@ class LockEdges {
     ScreenLock screen_;
     std::set<std::string> sayLocked_;
 };
+
+/// Watches the lock of a screen saver that tells of itself on no bus, but by a property of the X server's
+/// root window: xscreensaver. Calls `says` when that changes, from the main loop, and at once if the screen
+/// is locked already; `gone` when the screen saver ended without having unlocked the screen, so that its word
+/// counts no longer. The connection outlives the handle.
+[[nodiscard]] Subscription watchX11Lock(X11Connection& connection, std::function<void(bool locked)> says,
+                                        std::function<void()> gone);
 
 /// Lock and unlock of the screen, from everything on a Linux desktop that may tell of them: the screen savers
 /// of the session bus, which are whoever emits `ActiveChanged` of one of their interfaces, under whatever
@@ -68,14 +75,16 @@ class DesktopLock final : public LockNotifications, private BusClient, private L
     std::function<void()> locked_;
     std::function<void()> unlocked_;
     LockEdges edges_;
+    EventLoop& loop_;
     Bus& bus_;
+    Bus& system_;
     std::vector<BusSlot> slots_; ///< for each kind of screen saver, what listens to it and what asks it
     /// The bus names of the screen savers that say that the screen is locked, each watched for its end.
     std::map<std::string, NameOwner> lockedSavers_;
-    LogindSession logind_;
     bool hint_ = false; ///< logind's, when it was read last
-    std::optional<X11Lock> x11_;
-    Subscription joined_;
+    X11Connection* x11_;
+    // Once it observes.
+    Subscription joined_, logind_, x11Lock_;
 };
 
 } // namespace kelpa

@@ -1,31 +1,25 @@
-#include "platform/linux/events/WaylandActivity.h"
+#include "platform/linux/display/WaylandConnection.h"
+#include "platform/linux/events/DesktopActivity.h"
 
 #include <algorithm>
 #include <ext-idle-notify.h>
 #include <kde-idle.h>
-#include <utility>
+#include <list>
 
 namespace kelpa {
 
-using Seat = WaylandActivity::Seat;
+namespace {
 
-/// One of the protocols by which Wayland compositors tell that nobody has used a seat for a while.
-struct IdleProtocol {
-    const wl_interface& offer; ///< what a compositor offers when it speaks the protocol
-    /// Calls `setIdle` of the seat each time when nobody has used it for so long, and at the next use after
-    /// that, until the handle ends. `manager` is what was bound to the offer.
-    Subscription (*watch)(void* manager, wl_seat* seat, std::uint32_t milliseconds, Seat& watched);
-    void (*endManager)(void* manager);
-};
+/// From this version on a seat is given back by a request of its own.
+constexpr std::uint32_t seatVersion = WL_SEAT_RELEASE_SINCE_VERSION;
 
 /// One seat, and whether somebody uses it.
-class WaylandActivity::Seat {
+class Seat {
   public:
-    Seat(WaylandActivity& home, wl_seat* seat, std::uint32_t number)
-        : home_(home), seat_(seat), number_(number),
-          notice_(home.protocol_->watch(home.manager_, seat, home.restMilliseconds_, *this)) {}
+    Seat(wl_seat* seat, std::uint32_t number, std::function<void()> changed)
+        : seat_(seat), number_(number), changed_(std::move(changed)) {}
     ~Seat() {
-        notice_.cancel();
+        notice.cancel();
         if (wl_seat_get_version(seat_) >= WL_SEAT_RELEASE_SINCE_VERSION)
             wl_seat_release(seat_);
         else
@@ -38,21 +32,25 @@ class WaylandActivity::Seat {
     [[nodiscard]] bool active() const { return active_; }
     void setIdle(bool idle) {
         active_ = !idle;
-        home_.seatChanged();
+        changed_();
     }
+    Subscription notice; ///< of what `setIdle` is called for; belongs to whoever asked for it
 
   private:
-    WaylandActivity& home_;
     wl_seat* seat_;
     std::uint32_t number_;
+    std::function<void()> changed_;
     bool active_ = true; ///< until the compositor says otherwise
-    Subscription notice_;
 };
 
-namespace {
-
-/// From this version on a seat is given back by a request of its own.
-constexpr std::uint32_t seatVersion = WL_SEAT_RELEASE_SINCE_VERSION;
+/// One of the protocols by which Wayland compositors tell that nobody has used a seat for a while.
+struct IdleProtocol {
+    const wl_interface& offer; ///< what a compositor offers when it speaks the protocol
+    /// Calls `setIdle` of the seat each time when nobody has used it for so long, and at the next use after
+    /// that, until the handle ends. `manager` is what was bound to the offer.
+    Subscription (*watch)(void* manager, wl_seat* seat, std::uint32_t milliseconds, Seat& watched);
+    void (*endManager)(void* manager);
+};
 
 /// `ext-idle-notify-v1`, which all compositors agreed on.
 struct ExtIdle {
@@ -100,79 +98,87 @@ IdleProtocol protocolOf() {
 /// All that the program speaks, the best first.
 const IdleProtocol protocols[] = {protocolOf<ExtIdle>(), protocolOf<KdeIdle>()};
 
+/// Whoever uses mouse, keyboard or anything else of a Wayland compositor's seats, by the compositor's idle
+/// notifications. They do not tell one device from another, so that every key counts as well; and they hold
+/// that somebody is there while a program keeps the screen awake, as players do.
+class WaylandActivity final : public ActivitySource, private WaylandGlobals {
+  public:
+    WaylandActivity(EventLoop& loop, const OwnWindows& windows, double speed)
+        : loop_(loop), restMilliseconds_(ActivitySpell::restMilliseconds(speed)), spell_(loop, windows) {}
+
+    [[nodiscard]] std::string name() const override {
+        return std::string("the compositor") +
+               (protocol_ == nullptr ? "" : " (" + std::string(protocol_->offer.name) + ")");
+    }
+
+    Start start(ActivitySink& sink) override {
+        sink_ = &sink;
+        connection_ = WaylandConnection::open(loop_, [this] { lost(); });
+        if (connection_ && !chooseProtocol())
+            connection_.reset();
+        if (!connection_)
+            return Start::Absent;
+        globals_ = connection_->listen(*this);
+        connection_->flush();
+        spell_.start(sink);
+        return Start::Watching;
+    }
+
+  private:
+    void came(const WaylandGlobal& global) override {
+        if (global.interface != wl_seat_interface.name)
+            return;
+        auto* const wl = connection_->bind<wl_seat>(global, wl_seat_interface, seatVersion);
+        Seat& seat = seats_.emplace_back(wl, global.number, [this] { seatChanged(); });
+        seat.notice = protocol_->watch(manager_, wl, restMilliseconds_, seat);
+    }
+
+    void went(std::uint32_t number) override {
+        if (seats_.remove_if([number](const Seat& seat) { return seat.number() == number; }) > 0)
+            seatChanged();
+    }
+
+    [[nodiscard]] bool chooseProtocol() {
+        for (const IdleProtocol& protocol : protocols) {
+            const WaylandGlobal* offer = connection_->offer(protocol.offer.name);
+            if (offer == nullptr)
+                continue;
+            protocol_ = &protocol;
+            manager_ = connection_->bind<void>(*offer, protocol.offer, 1);
+            managerEnd_ = Subscription([this] { protocol_->endManager(manager_); });
+            return true;
+        }
+        return false;
+    }
+
+    void seatChanged() {
+        const bool used =
+            std::any_of(seats_.begin(), seats_.end(), [](const Seat& seat) { return seat.active(); });
+        used ? spell_.active() : spell_.rest();
+    }
+
+    void lost() {
+        spell_.stop();
+        sink_->sourceFailed("the compositor is gone");
+    }
+
+    EventLoop& loop_;
+    std::uint32_t restMilliseconds_; ///< real ones
+    ActivitySpell spell_;
+    ActivitySink* sink_ = nullptr;
+    std::unique_ptr<WaylandConnection> connection_;
+    const IdleProtocol* protocol_ = nullptr; ///< the best that the compositor speaks; null before the start
+    void* manager_ = nullptr;                ///< the compositor's end of it
+    Subscription managerEnd_;
+    std::list<Seat> seats_;
+    Subscription globals_;
+};
+
 } // namespace
 
-WaylandActivity::WaylandActivity(EventLoop& loop, const OwnWindows& windows, double speed)
-    : loop_(loop), restMilliseconds_(ActivitySpell::restMilliseconds(speed)), spell_(loop, windows) {}
-
-WaylandActivity::~WaylandActivity() = default;
-
-std::string WaylandActivity::name() const {
-    return std::string("the compositor") +
-           (protocol_ == nullptr ? "" : " (" + std::string(protocol_->offer.name) + ")");
-}
-
-ActivitySource::Start WaylandActivity::start(ActivitySink& sink) {
-    sink_ = &sink;
-    connection_ = WaylandConnection::open(loop_, [this] { lost(); });
-    if (!connection_)
-        return Start::Absent;
-    globals_ = connection_->listen(*this);
-    if (!chooseProtocol()) {
-        globals_.cancel();
-        connection_.reset();
-        return Start::Absent;
-    }
-    for (const WaylandGlobal& offer : std::exchange(offers_, {}))
-        watch(offer);
-    connection_->flush();
-    spell_.start(sink);
-    return Start::Watching;
-}
-
-bool WaylandActivity::chooseProtocol() {
-    for (const IdleProtocol& protocol : protocols) {
-        const auto offer = std::find_if(offers_.begin(), offers_.end(), [&protocol](const auto& each) {
-            return each.interface == protocol.offer.name;
-        });
-        if (offer == offers_.end())
-            continue;
-        protocol_ = &protocol;
-        manager_ = connection_->bind<void>(*offer, protocol.offer, 1);
-        managerEnd_ = Subscription([this] { protocol_->endManager(manager_); });
-        return true;
-    }
-    return false;
-}
-
-void WaylandActivity::came(const WaylandGlobal& global) {
-    if (protocol_ != nullptr)
-        watch(global);
-    else
-        offers_.push_back(global);
-}
-
-void WaylandActivity::watch(const WaylandGlobal& global) {
-    if (global.interface != wl_seat_interface.name)
-        return;
-    auto* seat = connection_->bind<wl_seat>(global, wl_seat_interface, seatVersion);
-    seats_.emplace_back(*this, seat, global.number);
-}
-
-void WaylandActivity::went(std::uint32_t number) {
-    if (seats_.remove_if([number](const Seat& seat) { return seat.number() == number; }) > 0)
-        seatChanged();
-}
-
-void WaylandActivity::seatChanged() {
-    const bool used =
-        std::any_of(seats_.begin(), seats_.end(), [](const Seat& seat) { return seat.active(); });
-    used ? spell_.active() : spell_.rest();
-}
-
-void WaylandActivity::lost() {
-    spell_.stop();
-    sink_->sourceFailed("the compositor is gone");
+std::unique_ptr<ActivitySource> makeWaylandActivity(EventLoop& loop, const OwnWindows& windows,
+                                                    double speed) {
+    return std::make_unique<WaylandActivity>(loop, windows, speed);
 }
 
 } // namespace kelpa
