@@ -11,11 +11,7 @@
 #include "platform/linux/LinuxFonts.h"
 #include "platform/linux/LinuxSystemInfo.h"
 #include "platform/linux/Memory.h"
-#include "platform/linux/busy/CameraUse.h"
 #include "platform/linux/busy/DesktopBusyness.h"
-#include "platform/linux/busy/FullScreenWindow.h"
-#include "platform/linux/busy/KeptAwake.h"
-#include "platform/linux/busy/SoundRecording.h"
 #include "platform/linux/control/ControlObject.h"
 #include "platform/linux/events/DesktopActivity.h"
 #include "platform/linux/events/DesktopLock.h"
@@ -81,16 +77,14 @@ std::vector<std::unique_ptr<ActivitySource>> activitySources(EventLoop& loop, Ac
     return sources;
 }
 
-std::map<BusyReason, std::unique_ptr<BusySource>> busySources(EventLoop& loop, Display& display, Bus& session,
-                                                              Bus& system) {
-    std::map<BusyReason, std::unique_ptr<BusySource>> sources;
-    sources.emplace(BusyReason::Sound, std::make_unique<SoundRecording>(loop));
-    sources.emplace(BusyReason::Camera, std::make_unique<CameraUse>(loop));
+std::map<BusyReason, BusySource> busySources(EventLoop& loop, Display& display, Bus& session, Bus& system) {
+    std::map<BusyReason, BusySource> sources = {{BusyReason::Sound, soundRecording(loop)},
+                                                {BusyReason::Camera, cameraUse(loop)},
+                                                {BusyReason::Awake, keptAwake(session, system)}};
     if (X11Connection* x11 = display.x11())
-        sources.emplace(BusyReason::FullScreen, std::make_unique<X11FullScreen>(*x11));
+        sources.emplace(BusyReason::FullScreen, fullScreenWindow(*x11));
     if (WaylandConnection* wayland = display.wayland())
-        sources.emplace(BusyReason::FullScreen, std::make_unique<WaylandFullScreen>(*wayland));
-    sources.emplace(BusyReason::Awake, std::make_unique<KeptAwake>(session, system));
+        sources.emplace(BusyReason::FullScreen, fullScreenWindow(*wayland));
     return sources;
 }
 
@@ -112,9 +106,9 @@ class Program final : private StoreReport, private WindowReport, private Instanc
               {AutostartFolders::ofEnvironment(), {build::identifier, build::displayName, programPath()}},
               [this] { return portal(); }),
           mail_(loop, [this] { return portal(); }),
-          busyness_(loop, busySources(loop, display, session, systemBus_)), updateWindow_(windows_),
-          updater_({loop, clock_, store_, updateWindow_, *this},
-                   UpdateSetup::ofThisCopy(system_, translations_.language())),
+          busyness_(makeDesktopBusyness(loop, busySources(loop, display, session, systemBus_))),
+          updateWindow_(windows_), updater_({loop, clock_, store_, updateWindow_, *this},
+                                            UpdateSetup::ofThisCopy(system_, translations_.language())),
           breakNotice_(session, notificationSender(), [this](const std::string& why) { warning(why); }),
           trayNotice_(session, notificationSender(), [this](const std::string& why) { warning(why); }),
           ports_{clock_,       loop,     loop,    loop,       store_,        history_,
@@ -244,8 +238,8 @@ class Program final : private StoreReport, private WindowReport, private Instanc
     }
 
     Services services() {
-        return {&loginItem_,   &updater_,     &mail_,     &about_,
-                &preferences_, &breakNotice_, &busyness_, &historyWindow_};
+        return {&loginItem_,   &updater_,     &mail_,          &about_,
+                &preferences_, &breakNotice_, busyness_.get(), &historyWindow_};
     }
 
     ActivityGate activityCounts() {
@@ -276,7 +270,7 @@ class Program final : private StoreReport, private WindowReport, private Instanc
     std::unique_ptr<ActivityMonitor> activity_;
     LinuxLoginItem loginItem_;
     LinuxMail mail_;
-    DesktopBusyness busyness_;
+    std::unique_ptr<BusyProbe> busyness_;
     RemoteUpdateWindow updateWindow_;
     LinuxUpdater updater_;
     DesktopNotifications breakNotice_;

@@ -1,7 +1,8 @@
 #include "PrivateBus.h"
 #include "Support.h"
-#include "platform/linux/busy/CameraUse.h"
-#include "platform/linux/busy/KeptAwake.h"
+#include "platform/linux/bus/Bus.h"
+#include "platform/linux/busy/CommandOutput.h"
+#include "platform/linux/busy/DesktopBusyness.h"
 #include "platform/linux/busy/SoundRecording.h"
 
 #include <gtest/gtest.h>
@@ -42,7 +43,7 @@ TEST(SoundStreams, aProgramThatRecordsCountsAndNeitherStillOnesNorModulesNorMete
 
 /// Asks one source, and keeps what it answers.
 struct Asked {
-    Asked(EventLoop& loop, BusySource& source)
+    Asked(EventLoop& loop, const BusySource& source)
         : loop_(loop), question_(source.ask([this](bool holds) { answers.push_back(holds); })) {}
     std::vector<bool> within(double seconds) {
         spinUntil(
@@ -64,7 +65,7 @@ using Answers = std::vector<bool>;
 struct CommandTest : testing::Test {
     EventLoop loop;
     TempFolder folder;
-    SoundRecording sound{loop};
+    BusySource sound = soundRecording(loop);
     const std::string path = std::getenv("PATH");
 
     CommandTest() { setenv("PATH", folder.path().c_str(), 1); }
@@ -121,7 +122,7 @@ TEST_F(CommandTest, oneThatHangsIsKilledWithTheQuestionAndLeavesNothingBehind) {
 struct CameraTest : testing::Test {
     EventLoop loop;
     TempFolder root;
-    CameraUse camera{loop, root.path()};
+    BusySource camera = cameraUse(loop, root.path());
 
     void add(const std::string& file) {
         std::filesystem::create_directories(std::filesystem::path(root.file(file)).parent_path());
@@ -204,7 +205,7 @@ struct AwakeTest : testing::Test {
     PrivateBus systemDaemon{"DBUS_SYSTEM_BUS_ADDRESS", folder + "-system"};
     EventLoop loop;
     OpenBus session{loop}, system{loop, Bus::Kind::System};
-    KeptAwake awake{session, system};
+    BusySource awake = keptAwake(session, system);
 };
 
 TEST_F(AwakeTest, anyoneWhoKeepsItFromFallingIdleCounts) {
@@ -228,15 +229,15 @@ TEST_F(AwakeTest, anyoneWhoKeepsItFromFallingIdleCounts) {
 
 TEST_F(AwakeTest, withoutABusNobodyCanBeAsked) {
     Bus noSession(loop, Bus::Kind::Session), noSystem(loop, Bus::Kind::System);
-    KeptAwake alone(noSession, noSystem);
+    BusySource alone = keptAwake(noSession, noSystem);
     EXPECT_EQ(Asked(loop, alone).within(1), Answers{false});
     EXPECT_NE(alone.unavailable(), std::nullopt);
 }
 
 /// Answers when the test says so.
-struct ScriptedSource : BusySource {
+struct ScriptedSource {
     ScriptedSource(std::string& keptLog, char itsName) : log(keptLog), name(itsName) {}
-    Subscription ask(Answer asked) override {
+    Subscription ask(BusySource::Answer asked) {
         log += name;
         answer = std::move(asked);
         if (atOnce)
@@ -247,32 +248,24 @@ struct ScriptedSource : BusySource {
             answer = nullptr;
         });
     }
-    std::optional<std::string> unavailable() override { return std::string(1, name); }
+    BusySource source() {
+        return {[this](BusySource::Answer asked) { return ask(std::move(asked)); },
+                [this] { return std::string(1, name); }};
+    }
     std::string& log;
     char name;
-    Answer answer;
+    BusySource::Answer answer;
     std::optional<bool> atOnce;
 };
 
 struct BusyTest : testing::Test {
     EventLoop loop;
     std::string log;
-    ScriptedSource *sound = nullptr, *awake = nullptr;
-    std::optional<DesktopBusyness> busy;
+    ScriptedSource sound{log, 's'}, awake{log, 'a'};
+    std::unique_ptr<BusyProbe> busy =
+        makeDesktopBusyness(loop, {{BusyReason::Sound, sound.source()}, {BusyReason::Awake, awake.source()}});
     std::vector<std::optional<BusyReason>> answers;
 
-    BusyTest() {
-        std::map<BusyReason, std::unique_ptr<BusySource>> sources;
-        const auto add = [&](BusyReason reason, char name) {
-            auto made = std::make_unique<ScriptedSource>(log, name);
-            auto* source = made.get();
-            sources.emplace(reason, std::move(made));
-            return source;
-        };
-        sound = add(BusyReason::Sound, 's');
-        awake = add(BusyReason::Awake, 'a');
-        busy.emplace(loop, std::move(sources));
-    }
     Subscription ask(const std::set<BusyReason>& reasons) {
         return busy->ask(reasons, [this](std::optional<BusyReason> reason) { answers.push_back(reason); });
     }
@@ -285,17 +278,17 @@ struct BusyTest : testing::Test {
 TEST_F(BusyTest, theFirstThatHoldsIsTheAnswerAndTheOthersAreLetGo) {
     using Reasons = std::vector<std::optional<BusyReason>>;
     auto question = ask({BusyReason::Sound, BusyReason::Awake, BusyReason::Camera});
-    sound->answer(false);
+    sound.answer(false);
     EXPECT_EQ(told(), Reasons{});
-    awake->answer(true);
+    awake.answer(true);
     EXPECT_TRUE(answers.empty()) << "never inside of what was heard";
     EXPECT_EQ(told(), Reasons{BusyReason::Awake});
     EXPECT_EQ(log, "sa-s-a");
-    sound->atOnce = awake->atOnce = false;
+    sound.atOnce = awake.atOnce = false;
     question = ask({BusyReason::Sound, BusyReason::Awake});
     EXPECT_TRUE(answers.empty());
     EXPECT_EQ(told(), Reasons{std::nullopt});
-    awake->atOnce = true;
+    awake.atOnce = true;
     question = ask({BusyReason::Awake});
     question.cancel();
     EXPECT_EQ(told(), Reasons{}) << "nobody wants to know any more";

@@ -1,6 +1,5 @@
-#include "platform/linux/busy/CameraUse.h"
-
 #include "base/Text.h"
+#include "platform/linux/busy/DesktopBusyness.h"
 #include "platform/linux/services/Portal.h"
 
 #include <array>
@@ -95,19 +94,19 @@ bool hasVideoDevice(const std::string& root) {
 
 } // namespace
 
-Subscription CameraUse::ask(Answer answer) {
-    if (!hasVideoDevice(root_)) {
+BusySource cameraUse(EventLoop& loop, const std::string& root) {
+    const auto ask = [&loop, root](BusySource::Answer answer) {
+        if (hasVideoDevice(root))
+            return keeping(std::make_shared<Search>(loop, root, std::move(answer)));
         answer(false);
-        return {};
-    }
-    auto search = std::make_shared<Search>(loop_, root_, std::move(answer));
-    return Subscription([search]() mutable { search = nullptr; });
-}
-
-std::optional<std::string> CameraUse::unavailable() {
-    if (!inSandbox())
-        return std::nullopt;
-    return localized("From inside a sandbox the other programs cannot be seen.");
+        return Subscription();
+    };
+    const auto unavailable = []() -> std::optional<std::string> {
+        if (!inSandbox())
+            return std::nullopt;
+        return localized("From inside a sandbox the other programs cannot be seen.");
+    };
+    return {ask, unavailable};
 }
 
 } // namespace kelpa

@@ -12,7 +12,7 @@ class Inquiry {
   public:
     Inquiry(EventLoop& loop, BusyProbe::Answer answer) : loop_(loop), answer_(std::move(answer)) {}
 
-    void ask(BusyReason reason, BusySource& source) {
+    void ask(BusyReason reason, const BusySource& source) {
         ++open_;
         asked_.push_back(source.ask([this, reason](bool holds) { told(reason, holds); }));
     }
@@ -39,20 +39,34 @@ class Inquiry {
     Subscription telling_; ///< active once the answer is known
 };
 
+class DesktopBusyness final : public BusyProbe {
+  public:
+    DesktopBusyness(EventLoop& loop, std::map<BusyReason, BusySource> sources)
+        : loop_(loop), sources_(std::move(sources)) {}
+
+    Subscription ask(const std::set<BusyReason>& reasons, Answer answer) override {
+        auto inquiry = std::make_shared<Inquiry>(loop_, std::move(answer));
+        for (const BusyReason reason : reasons)
+            if (const auto source = sources_.find(reason); source != sources_.end())
+                inquiry->ask(reason, source->second);
+        inquiry->askedAll();
+        return keeping(std::move(inquiry));
+    }
+
+    [[nodiscard]] std::optional<std::string> unavailable(BusyReason reason) override {
+        const auto source = sources_.find(reason);
+        return source == sources_.end() ? std::nullopt : source->second.unavailable();
+    }
+
+  private:
+    EventLoop& loop_;
+    std::map<BusyReason, BusySource> sources_;
+};
+
 } // namespace
 
-Subscription DesktopBusyness::ask(const std::set<BusyReason>& reasons, Answer answer) {
-    auto inquiry = std::make_shared<Inquiry>(loop_, std::move(answer));
-    for (const BusyReason reason : reasons)
-        if (const auto source = sources_.find(reason); source != sources_.end())
-            inquiry->ask(reason, *source->second);
-    inquiry->askedAll();
-    return Subscription([inquiry]() mutable { inquiry = nullptr; });
-}
-
-std::optional<std::string> DesktopBusyness::unavailable(BusyReason reason) {
-    const auto source = sources_.find(reason);
-    return source == sources_.end() ? std::nullopt : source->second->unavailable();
+std::unique_ptr<BusyProbe> makeDesktopBusyness(EventLoop& loop, std::map<BusyReason, BusySource> sources) {
+    return std::make_unique<DesktopBusyness>(loop, std::move(sources));
 }
 
 } // namespace kelpa

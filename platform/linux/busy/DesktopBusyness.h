@@ -3,38 +3,56 @@
 #include "platform/linux/EventLoop.h"
 #include "platform/ports/Busy.h"
 
+#include <functional>
 #include <map>
 #include <memory>
+#include <optional>
+#include <set>
+#include <string>
+#include <utility>
 
 namespace kelpa {
 
-/// Finds out whether one reason holds. Between two questions it watches nothing and keeps nothing.
-class BusySource {
-  public:
-    using Answer = std::function<void(bool holds)>;
+class Bus;
+class WaylandConnection;
+class X11Connection;
 
-    virtual ~BusySource() = default;
+/// Finds out whether one reason holds. Between two questions it watches nothing and keeps nothing.
+struct BusySource {
+    using Answer = std::function<void(bool holds)>;
     /// Blocks for nothing. `answer` is called at most once, from the main loop or inside the call. The handle
     /// ends the question, from anywhere but inside of `answer`.
-    virtual Subscription ask(Answer answer) = 0;
+    std::function<Subscription(Answer answer)> ask;
     /// Why nobody can be asked here, as a sentence in the user's language; nothing where somebody can.
-    [[nodiscard]] virtual std::optional<std::string> unavailable() = 0;
+    std::function<std::optional<std::string>()> unavailable;
 };
 
-/// Whether somebody is busy at this desktop.
-class DesktopBusyness final : public BusyProbe {
-  public:
-    /// One source for each reason; a reason without one is never a person's to choose here. The loop outlives
-    /// the object.
-    DesktopBusyness(EventLoop& loop, std::map<BusyReason, std::unique_ptr<BusySource>> sources)
-        : loop_(loop), sources_(std::move(sources)) {}
+/// The handle of a question: it goes with the handle, and its object with it.
+template <typename Question>
+[[nodiscard]] Subscription keeping(std::shared_ptr<Question> question) {
+    return Subscription([question = std::move(question)]() mutable { question = nullptr; });
+}
 
-    Subscription ask(const std::set<BusyReason>& reasons, Answer answer) override;
-    [[nodiscard]] std::optional<std::string> unavailable(BusyReason reason) override;
+// What these are given, other than texts, outlives the source.
 
-  private:
-    EventLoop& loop_;
-    std::map<BusyReason, std::unique_ptr<BusySource>> sources_;
-};
+/// Whether a program records sound from what is no monitor of the loudspeakers, as PulseAudio tells of it, or
+/// PipeWire in its place.
+[[nodiscard]] BusySource soundRecording(EventLoop& loop);
+/// Whether a process of this user holds a video device, as whoever takes pictures does, the service that
+/// shares a camera among programs included. `root` stands for the root folder, of which /proc is read.
+[[nodiscard]] BusySource cameraUse(EventLoop& loop, const std::string& root = "");
+/// Whether the active window covers a whole screen, by what an X server's window manager says of it.
+[[nodiscard]] BusySource fullScreenWindow(X11Connection& connection);
+/// The same by the list of windows of a Wayland compositor, which is asked for with the question and given
+/// back with the answer. Many compositors have none for everybody.
+[[nodiscard]] BusySource fullScreenWindow(WaylandConnection& connection);
+/// Whether a program keeps the session from falling asleep when nobody touches it, as players and talks do:
+/// by what logind, GNOME and KDE tell of it.
+[[nodiscard]] BusySource keptAwake(Bus& session, Bus& system);
+
+/// Whether somebody is busy at this desktop. A reason without a source is never a person's to choose here.
+/// The loop outlives the object.
+[[nodiscard]] std::unique_ptr<BusyProbe> makeDesktopBusyness(EventLoop& loop,
+                                                             std::map<BusyReason, BusySource> sources);
 
 } // namespace kelpa

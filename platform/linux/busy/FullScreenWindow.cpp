@@ -1,6 +1,7 @@
-#include "platform/linux/busy/FullScreenWindow.h"
-
 #include "base/Text.h"
+#include "platform/linux/busy/DesktopBusyness.h"
+#include "platform/linux/display/WaylandConnection.h"
+#include "platform/linux/display/X11Connection.h"
 
 #include <algorithm>
 #include <foreign-toplevel.h>
@@ -17,7 +18,9 @@ namespace {
 constexpr std::uint32_t listVersion = 2;
 constexpr std::uint32_t mostStates = 64;
 
-std::string windowsAreHidden() {
+std::optional<std::string> unlessShown(bool activeWindow) {
+    if (activeWindow)
+        return std::nullopt;
     return localized("This desktop does not tell which window is active.");
 }
 
@@ -103,49 +106,44 @@ class ToplevelList {
     Subscription told_;
 };
 
+X11Reply<xcb_get_property_reply_t> property(X11Connection& connection, xcb_window_t window, const char* name,
+                                            xcb_atom_t type) {
+    const auto cookie =
+        xcb_get_property(connection.get(), 0, window, connection.atom(name), type, 0, mostStates);
+    return connection.reply<xcb_get_property_reply_t>(cookie);
+}
+
+bool covers(X11Connection& connection, xcb_window_t window) {
+    const auto states = property(connection, window, "_NET_WM_STATE", XCB_ATOM_ATOM);
+    const auto all = valuesOf<xcb_atom_t>(states);
+    return std::find(all.begin(), all.end(), connection.atom("_NET_WM_STATE_FULLSCREEN")) != all.end();
+}
+
 } // namespace
 
-X11Reply<xcb_get_property_reply_t> X11FullScreen::property(xcb_window_t window, const char* name,
-                                                           xcb_atom_t type) {
-    const auto cookie =
-        xcb_get_property(connection_.get(), 0, window, connection_.atom(name), type, 0, mostStates);
-    return connection_.reply<xcb_get_property_reply_t>(cookie);
+BusySource fullScreenWindow(X11Connection& connection) {
+    const auto ask = [&connection](const BusySource::Answer& answer) {
+        const auto active = property(connection, connection.root(), "_NET_ACTIVE_WINDOW", XCB_ATOM_WINDOW);
+        const auto window = valuesOf<xcb_window_t>(active);
+        answer(!window.empty() && window[0] != XCB_WINDOW_NONE && covers(connection, window[0]));
+        return Subscription();
+    };
+    const auto unavailable = [&connection] {
+        const auto manager =
+            property(connection, connection.root(), "_NET_SUPPORTING_WM_CHECK", XCB_ATOM_WINDOW);
+        return unlessShown(!valuesOf<xcb_window_t>(manager).empty());
+    };
+    return {ask, unavailable};
 }
 
-bool X11FullScreen::covers(xcb_window_t window) {
-    const auto states = property(window, "_NET_WM_STATE", XCB_ATOM_ATOM);
-    const auto all = valuesOf<xcb_atom_t>(states);
-    return std::find(all.begin(), all.end(), connection_.atom("_NET_WM_STATE_FULLSCREEN")) != all.end();
-}
-
-Subscription X11FullScreen::ask(Answer answer) {
-    const auto active = property(connection_.root(), "_NET_ACTIVE_WINDOW", XCB_ATOM_WINDOW);
-    const auto window = valuesOf<xcb_window_t>(active);
-    answer(!window.empty() && window[0] != XCB_WINDOW_NONE && covers(window[0]));
-    return {};
-}
-
-std::optional<std::string> X11FullScreen::unavailable() {
-    if (!valuesOf<xcb_window_t>(property(connection_.root(), "_NET_SUPPORTING_WM_CHECK", XCB_ATOM_WINDOW))
-             .empty())
-        return std::nullopt;
-    return windowsAreHidden();
-}
-
-Subscription WaylandFullScreen::ask(Answer answer) {
-    const WaylandGlobal* offer = listOffer(connection_);
-    if (offer == nullptr) {
+BusySource fullScreenWindow(WaylandConnection& connection) {
+    const auto ask = [&connection](BusySource::Answer answer) {
+        if (const WaylandGlobal* offer = listOffer(connection))
+            return keeping(std::make_shared<ToplevelList>(connection, *offer, std::move(answer)));
         answer(false);
-        return {};
-    }
-    auto list = std::make_shared<ToplevelList>(connection_, *offer, std::move(answer));
-    return Subscription([list]() mutable { list = nullptr; });
-}
-
-std::optional<std::string> WaylandFullScreen::unavailable() {
-    if (listOffer(connection_) != nullptr)
-        return std::nullopt;
-    return windowsAreHidden();
+        return Subscription();
+    };
+    return {ask, [&connection] { return unlessShown(listOffer(connection) != nullptr); }};
 }
 
 } // namespace kelpa

@@ -1,9 +1,8 @@
-#include "platform/linux/busy/KeptAwake.h"
-
 #include "base/Text.h"
+#include "platform/linux/bus/Bus.h"
+#include "platform/linux/busy/DesktopBusyness.h"
 
 #include <memory>
-#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -24,22 +23,14 @@ constexpr std::uint32_t gnomeIdle = 8;
 constexpr std::uint32_t kdeScreen = 4;
 
 /// Whether "idle" is one of what logind lists, as in "sleep:idle:handle-lid-switch".
-bool listsIdle(std::string_view list) {
-    while (!list.empty()) {
-        const auto end = list.find(':');
-        if (list.substr(0, end) == "idle")
-            return true;
-        list.remove_prefix(end == std::string_view::npos ? list.size() : end + 1);
-    }
-    return false;
+bool listsIdle(const std::string& list) {
+    return (":" + list + ":").find(":idle:") != std::string::npos;
 }
 
 /// All are asked at once; the first that says yes settles it.
 class Inquiry {
   public:
-    explicit Inquiry(BusySource::Answer answer) : answer_(std::move(answer)) {}
-
-    void start(const Bus& session, const Bus& system) {
+    Inquiry(const Bus& session, const Bus& system, BusySource::Answer answer) : answer_(std::move(answer)) {
         keep(system.call<&Inquiry::logindTold>(system.newQuestion(logind, "BlockInhibited"), *this));
         keep(session.call<&Inquiry::desktopTold>(session.newCall(gnome, "IsInhibited", "u", gnomeIdle),
                                                  *this));
@@ -78,16 +69,16 @@ class Inquiry {
 
 } // namespace
 
-Subscription KeptAwake::ask(Answer answer) {
-    auto inquiry = std::make_shared<Inquiry>(std::move(answer));
-    inquiry->start(session_, system_);
-    return Subscription([inquiry]() mutable { inquiry = nullptr; });
-}
-
-std::optional<std::string> KeptAwake::unavailable() {
-    if (session_.open() || system_.open())
-        return std::nullopt;
-    return localized("No message bus answers that could tell of it.");
+BusySource keptAwake(Bus& session, Bus& system) {
+    const auto ask = [&session, &system](BusySource::Answer answer) {
+        return keeping(std::make_shared<Inquiry>(session, system, std::move(answer)));
+    };
+    const auto unavailable = [&session, &system]() -> std::optional<std::string> {
+        if (session.open() || system.open())
+            return std::nullopt;
+        return localized("No message bus answers that could tell of it.");
+    };
+    return {ask, unavailable};
 }
 
 } // namespace kelpa

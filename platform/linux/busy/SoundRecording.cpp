@@ -2,9 +2,13 @@
 
 #include "base/Text.h"
 #include "platform/linux/Folders.h"
+#include "platform/linux/busy/CommandOutput.h"
+#include "platform/linux/busy/DesktopBusyness.h"
 
 #include <algorithm>
 #include <memory>
+#include <sstream>
+#include <string_view>
 #include <utility>
 
 namespace kelpa {
@@ -12,13 +16,6 @@ namespace kelpa {
 namespace {
 
 constexpr const char* tool = "pactl";
-
-std::string_view takeLine(std::string_view& text) {
-    const auto end = text.find('\n');
-    const auto line = text.substr(0, end);
-    text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
-    return line;
-}
 
 std::string_view trimmed(std::string_view line) {
     const auto first = line.find_first_not_of(" \t");
@@ -56,71 +53,76 @@ struct Stream {
 };
 
 /// What is asked for in two steps, of which the second is seldom needed.
-struct Question {
-    CommandOutput& commands;
-    BusySource::Answer answer;
-    std::set<std::string> recorded = {};
-    Subscription running = {};
+class Question {
+  public:
+    Question(CommandOutput& commands, BusySource::Answer answer)
+        : commands_(commands), answer_(std::move(answer)) {
+        running_ = commands_.read({tool, "list", "source-outputs"}, [this](const std::string& text) {
+            recorded_ = recordedSources(text);
+            recorded_.empty() ? answer_(false) : askSources();
+        });
+    }
 
-    void askStreams() {
-        running = commands.read({tool, "list", "source-outputs"}, [this](const std::string& text) {
-            recorded = recordedSources(text);
-            recorded.empty() ? answer(false) : askSources();
-        });
-    }
+  private:
     void askSources() {
-        running = commands.read({tool, "list", "sources"}, [this](const std::string& text) {
+        running_ = commands_.read({tool, "list", "sources"}, [this](const std::string& text) {
             const auto real = realSources(text);
-            answer(std::any_of(recorded.begin(), recorded.end(),
-                               [&real](const std::string& source) { return real.count(source) > 0; }));
+            answer_(std::any_of(recorded_.begin(), recorded_.end(),
+                                [&real](const std::string& source) { return real.count(source) > 0; }));
         });
     }
+
+    CommandOutput& commands_;
+    BusySource::Answer answer_;
+    std::set<std::string> recorded_;
+    Subscription running_;
 };
 
 } // namespace
 
-std::set<std::string> recordedSources(std::string_view streams) {
+std::set<std::string> recordedSources(const std::string& streams) {
     std::set<std::string> found;
     Stream stream;
-    while (!streams.empty()) {
-        const auto line = takeLine(streams);
+    const auto finish = [&] {
+        if (stream.records())
+            found.insert(stream.source);
+    };
+    std::istringstream lines(streams);
+    for (std::string line; std::getline(lines, line);)
         if (line.starts_with("Source Output #")) {
+            finish();
             stream = {};
             stream.listed = true;
         } else {
             stream.read(line);
         }
-        if (streams.empty() || streams.starts_with("Source Output #"))
-            if (stream.records())
-                found.insert(stream.source);
-    }
+    finish();
     return found;
 }
 
-std::set<std::string> realSources(std::string_view sources) {
+std::set<std::string> realSources(const std::string& sources) {
     constexpr std::string_view heading = "Source #";
     std::set<std::string> found;
     std::string number;
-    while (!sources.empty()) {
-        const auto line = takeLine(sources);
+    std::istringstream lines(sources);
+    for (std::string line; std::getline(lines, line);)
         if (line.starts_with(heading))
             number = line.substr(heading.size());
         else if (valueOf(line, "Monitor of Sink:") == "n/a")
             found.insert(number);
-    }
     return found;
 }
 
-Subscription SoundRecording::ask(Answer answer) {
-    auto question = std::make_shared<Question>(Question{commands_, std::move(answer)});
-    question->askStreams();
-    return Subscription([question]() mutable { question = nullptr; });
-}
-
-std::optional<std::string> SoundRecording::unavailable() {
-    if (!programOnPath(tool).empty())
-        return std::nullopt;
-    return localized("This needs the program pactl, which is not installed.");
+BusySource soundRecording(EventLoop& loop) {
+    const auto ask = [commands = std::make_shared<CommandOutput>(loop)](BusySource::Answer answer) {
+        return keeping(std::make_shared<Question>(*commands, std::move(answer)));
+    };
+    const auto unavailable = []() -> std::optional<std::string> {
+        if (!programOnPath(tool).empty())
+            return std::nullopt;
+        return localized("This needs the program pactl, which is not installed.");
+    };
+    return {ask, unavailable};
 }
 
 } // namespace kelpa
