@@ -109,13 +109,13 @@ class Program final : private StoreReport, private WindowReport, private Instanc
           busyness_(makeDesktopBusyness(loop, busySources(loop, display, session, systemBus_))),
           updateWindow_(windows_), updater_({loop, clock_, store_, updateWindow_, *this},
                                             UpdateSetup::ofThisCopy(system_, translations_.language())),
-          breakNotice_(session, notificationSender(), [this](const std::string& why) { warning(why); }),
-          trayNotice_(session, notificationSender(), [this](const std::string& why) { warning(why); }),
-          ports_{clock_,       loop,     loop,    loop,       store_,        history_,
-                 statusBar_,   windows_, system_, fonts_,     translations_, random_,
-                 fatalErrors_, loop,     lock_,   *activity_, services()},
+          breakNotice_(makeNotifications()),
+          trayNotice_(makeNotifications()), ports_{clock_,        loop,       loop,         loop,    store_,
+                                                   history_,      statusBar_, windows_,     system_, fonts_,
+                                                   translations_, random_,    fatalErrors_, loop,    lock_,
+                                                   *activity_,    services()},
           logFiles_(clock_), delegate_(ports_, logFiles_), remote_(loop, loop), instance_(instance),
-          notice_(loop, session, trayNotice_, noticeDesktop()), activation_(loop, activationWays()) {
+          notice_(loop, session, *trayNotice_, noticeDesktop()), activation_(loop, activationWays()) {
         if (X11Connection* connection = display.x11()) {
             WindowReport& report = *this;
             const std::string helper = helperPath("kelpa-tray");
@@ -191,8 +191,9 @@ class Program final : private StoreReport, private WindowReport, private Instanc
         }
         joined_ = session_.join(*this);
         control_.emplace(loop_, session_, remote_);
-        item_.emplace(loop_, session_, ItemIdentity{build::identifier, build::displayName, folders_.data},
-                      activation_, [this](bool present) { hostChanged(present); });
+        item_ =
+            makeStatusNotifierItem(loop_, session_, {build::identifier, build::displayName, folders_.data},
+                                   activation_, [this](bool present) { hostChanged(present); });
         statusBar_.addSink(*item_);
     }
 
@@ -211,8 +212,10 @@ class Program final : private StoreReport, private WindowReport, private Instanc
         notice_.setHostPresent(present);
     }
 
-    NotificationSender notificationSender() const {
-        return {build::displayName, build::identifier, iconFile(folders_.data)};
+    std::unique_ptr<Notifications> makeNotifications() {
+        return makeDesktopNotifications(session_,
+                                        {build::displayName, build::identifier, iconFile(folders_.data)},
+                                        [this](const std::string& why) { warning(why); });
     }
 
     TrayNotice::Desktop noticeDesktop() {
@@ -238,8 +241,8 @@ class Program final : private StoreReport, private WindowReport, private Instanc
     }
 
     Services services() {
-        return {&loginItem_,   &updater_,     &mail_,          &about_,
-                &preferences_, &breakNotice_, busyness_.get(), &historyWindow_};
+        return {&loginItem_,   &updater_,          &mail_,          &about_,
+                &preferences_, breakNotice_.get(), busyness_.get(), &historyWindow_};
     }
 
     ActivityGate activityCounts() {
@@ -273,8 +276,8 @@ class Program final : private StoreReport, private WindowReport, private Instanc
     std::unique_ptr<BusyProbe> busyness_;
     RemoteUpdateWindow updateWindow_;
     LinuxUpdater updater_;
-    DesktopNotifications breakNotice_;
-    DesktopNotifications trayNotice_;
+    std::unique_ptr<Notifications> breakNotice_;
+    std::unique_ptr<Notifications> trayNotice_;
     Ports ports_;
     DailyLogFiles logFiles_;
     AppDelegate delegate_;
@@ -284,7 +287,7 @@ class Program final : private StoreReport, private WindowReport, private Instanc
     ItemActivation activation_;
     std::optional<Portal> portal_; ///< in a sandbox
     // There once the application runs.
-    std::optional<StatusNotifierItem> item_;
+    std::unique_ptr<StatusItemSink> item_;
     std::optional<ControlObject> control_;
     bool busMissed_ = false; ///< the log has told that there is no session bus
     Subscription joined_;

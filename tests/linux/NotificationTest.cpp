@@ -76,13 +76,13 @@ class Service : public Peer {
 
 struct DesktopNotificationsTest : OnABus {
     std::vector<std::string> failures, pressed;
-    DesktopNotifications notifications{bus,
-                                       {"Kelpa", "app.orvane.Kelpa", "/icon.svg"},
-                                       [this](const std::string& why) { failures.push_back(why); }};
+    std::unique_ptr<Notifications> notifications =
+        makeDesktopNotifications(bus, {"Kelpa", "app.orvane.Kelpa", "/icon.svg"},
+                                 [this](const std::string& why) { failures.push_back(why); });
 
     void show(const std::string& title) {
-        notifications.show({title, "soon", {{"start", "Start now"}, {"more", "5 more minutes"}}, 30},
-                           [this, title](const std::string& id) { pressed.push_back(title + " " + id); });
+        notifications->show({title, "soon", {{"start", "Start now"}, {"more", "5 more minutes"}}, 30},
+                            [this, title](const std::string& id) { pressed.push_back(title + " " + id); });
     }
     bool comes(const auto& condition) { return spinUntil(loop, condition); }
     /// Everything that was sent has been taken in.
@@ -104,8 +104,8 @@ TEST_F(DesktopNotificationsTest, tellOfThePressesOnOursAlone) {
     EXPECT_EQ(pressed, std::vector<std::string>());
     service.press(41, "more");
     ASSERT_TRUE(comes([&] { return pressed == std::vector<std::string>{"A more"}; }));
-    notifications.withdraw();
-    notifications.withdraw();
+    notifications->withdraw();
+    notifications->withdraw();
     ASSERT_TRUE(comes([&] { return !service.closed.empty(); }));
     service.press(41, "start");
     settle();
@@ -115,7 +115,7 @@ TEST_F(DesktopNotificationsTest, tellOfThePressesOnOursAlone) {
 
 TEST_F(DesktopNotificationsTest, mayBeWithdrawnAndReplacedInsideAPress) {
     Service service(loop);
-    notifications.show({"A", "", {{"start", "Start"}}, 0}, [this](const std::string&) { show("B"); });
+    notifications->show({"A", "", {{"start", "Start"}}, 0}, [this](const std::string&) { show("B"); });
     ASSERT_TRUE(comes([&] { return service.shown.size() == 1; }));
     settle();
     service.press(41, "start");
@@ -132,7 +132,7 @@ TEST_F(DesktopNotificationsTest, thatComeLateAreTakenAwayWhenTheyCome) {
     service.slow = true;
     show("A");
     ASSERT_TRUE(comes([&] { return service.shown.size() == 1; }));
-    notifications.withdraw();
+    notifications->withdraw();
     show("B");
     ASSERT_TRUE(comes([&] { return service.shown.size() == 2; }));
     EXPECT_EQ(service.closed, std::vector<unsigned>()) << "nobody knows a number yet";
@@ -153,7 +153,7 @@ TEST_F(DesktopNotificationsTest, areForgottenOnceAPersonHasClosedThem) {
     service.press(41, "start");
     settle();
     EXPECT_EQ(pressed, std::vector<std::string>()) << "the number may be another's now";
-    notifications.withdraw();
+    notifications->withdraw();
     settle();
     EXPECT_EQ(service.closed, std::vector<unsigned>());
 }
@@ -165,7 +165,7 @@ TEST_F(DesktopNotificationsTest, ofAServiceThatIsGoneAreNotAskedOfTheNextOne) {
     settle();
     service.reset();
     Service next(loop); // which gives the same number to another program's
-    notifications.withdraw();
+    notifications->withdraw();
     show("B");
     ASSERT_TRUE(comes([&] { return next.shown.size() == 1; }));
     settle();
@@ -187,7 +187,7 @@ TEST_F(DesktopNotificationsTest, nobodyShowsAreALineInTheLog) {
     ASSERT_TRUE(busGoes());
     show("C");
     EXPECT_EQ(failures.back(), "The notification is not shown: no session bus takes it");
-    notifications.withdraw();
+    notifications->withdraw();
     ASSERT_TRUE(busComes());
     Service service(loop);
     show("D");
@@ -199,13 +199,13 @@ struct TrayNoticeTest : OnABus {
     bool oldTray = false, locked = false;
     int logged = 0, opened = 0;
     std::vector<std::string> failures;
-    DesktopNotifications shows{bus,
-                               {"Kelpa", "app.orvane.Kelpa", "/icon.svg"},
-                               [this](const std::string& why) { failures.push_back(why); }};
+    std::unique_ptr<Notifications> shows =
+        makeDesktopNotifications(bus, {"Kelpa", "app.orvane.Kelpa", "/icon.svg"},
+                                 [this](const std::string& why) { failures.push_back(why); });
     TrayNotice notice{
         loop,
         bus,
-        shows,
+        *shows,
         {[this] { return oldTray; }, [this] { return locked; }, [this] { ++logged; }, [this] { ++opened; }},
         0.3};
 };

@@ -121,7 +121,7 @@ struct StatusItemTest : OnABus {
                                },
                                [this] { shown.push_back("no menu"); },
                                [this] { shown.push_back("settings"); }}};
-    std::optional<StatusNotifierItem> item;
+    std::unique_ptr<StatusItemSink> item;
     std::vector<bool> hosts;
     std::string service = "org.kde.StatusNotifierItem-" + std::to_string(getpid()) + "-1";
 
@@ -140,8 +140,8 @@ struct StatusItemTest : OnABus {
         bar.lineChanged(version);
         bar.createItem("kelpa", clicks);
         bar.setTitle("25:00");
-        item.emplace(loop, bus, ItemIdentity{"app.orvane.Kelpa", "Kelpa", data.path()}, activation,
-                     [this](bool present) { hosts.push_back(present); });
+        item = makeStatusNotifierItem(loop, bus, ItemIdentity{"app.orvane.Kelpa", "Kelpa", data.path()},
+                                      activation, [this](bool present) { hosts.push_back(present); });
         bar.addSink(*item);
     }
     void TearDown() override {
@@ -370,10 +370,10 @@ TEST_F(StatusItemTest, plasmaIsToldOfTheIconAgainOnceItHasOtherColours) {
     for (int i = 0; i < 3; ++i)
         sd_bus_emit_signal(panel.bus(), "/KGlobalSettings", "org.kde.KGlobalSettings", "notifyChange", "ii",
                            i, 0);
-    spin(loop, StatusNotifierItem::secondsOfRecolouring / 2);
+    spin(loop, secondsOfRecolouring / 2);
     EXPECT_EQ(panel.count("NewIcon"), 0) << "its panel has the old ones still";
     ASSERT_TRUE(spinUntil(loop, [&] { return panel.count("NewIcon") == 1; }));
-    spin(loop, StatusNotifierItem::secondsOfRecolouring + 0.3);
+    spin(loop, secondsOfRecolouring + 0.3);
     EXPECT_EQ(panel.count("NewIcon"), 1);
 }
 

@@ -170,6 +170,11 @@ BusMessage Bus::ask(const BusMessage& message, double seconds) const {
     return std::move(answer.message);
 }
 
+void Bus::send(const BusMessage& message) const {
+    if (open() && message)
+        sd_bus_send(handle(), message.get(), nullptr);
+}
+
 BusSlot Bus::serve(const char* path, const char* interface, const sd_bus_vtable* vtable, void* object) const {
     return ownedBy<BusSlot>([&](auto** slot) {
         if (open())

@@ -103,6 +103,8 @@ class Bus {
     /// Sends a call before the loop runs for good and waits for its answer, which may be an error. Null when
     /// none comes within `seconds`, however long bus and receiver hang, and when the loop is told to end.
     [[nodiscard]] BusMessage ask(const BusMessage& message, double seconds) const;
+    /// Sends a signal, or a call whose answer nobody waits for.
+    void send(const BusMessage& message) const;
     /// Puts an object with one interface on the bus. `object` is what the functions of `vtable` are given.
     [[nodiscard]] BusSlot serve(const char* path, const char* interface, const sd_bus_vtable* vtable,
                                 void* object) const;

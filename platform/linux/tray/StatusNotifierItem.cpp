@@ -1,8 +1,12 @@
 #include "platform/linux/tray/StatusNotifierItem.h"
 
+#include "platform/linux/tray/DBusMenu.h"
+
 #include <cstddef>
 #include <ctime>
+#include <optional>
 #include <unistd.h>
+#include <utility>
 
 namespace kelpa {
 
@@ -22,8 +26,25 @@ std::int64_t coarseSeconds() {
     return now.tv_sec;
 }
 
-using Item = StatusNotifierItem;
-using Shown = Item::Shown;
+/// What hosts read. The bus library takes what stands here as it is.
+struct Shown {
+    const ItemPictures* pictures;
+    ItemActivation* activation;
+    const char* id;
+    const char* name;
+    const char* title = nullptr;
+    const char* guide = nullptr;
+    const char* hint = nullptr;
+    const char* category = "ApplicationStatus";
+    const char* status = "Active";
+    /// A name and not the file's path, although hosts take both: only named symbolic icons get the
+    /// panel's colour.
+    const char* icon = "app.orvane.Kelpa-symbolic";
+    const char* menu = DBusMenu::path;
+    const char* nothing = "";
+    int yes = 1;
+    int zero = 0;
+};
 
 template <void (*write)(BusWriter&, const Shown&)>
 int property(sd_bus*, const char*, const char*, const char*, sd_bus_message* reply, void* shown,
@@ -100,148 +121,175 @@ const sd_bus_vtable vtable[] = {
     SD_BUS_VTABLE_END,
 };
 
+class StatusNotifierItem final : public StatusItemSink, private BusClient {
+  public:
+    StatusNotifierItem(EventLoop& loop, Bus& bus, ItemIdentity identity, ItemActivation& activation,
+                       std::function<void(bool present)> hostChanged)
+        : loop_(loop), bus_(bus), identity_(std::move(identity)),
+          pictures_(identity_.data), shown_{&pictures_, &activation, identity_.id.c_str(),
+                                            identity_.name.c_str()},
+          hostChanged_(std::move(hostChanged)),
+          service_("org.kde.StatusNotifierItem-" + std::to_string(getpid()) + "-1"),
+          joined_(bus.join(*this)) {}
+    ~StatusNotifierItem() override { hide(); }
+
+    void show(const StatusItemModel& model, MenuClicks& clicks) override {
+        model_ = &model;
+        clicks_ = &clicks;
+        showTitle();
+        showHint();
+        toolTipHasTitle_ = !model.title.empty();
+        toolTipTime_ = coarseSeconds();
+        if (bus_.open())
+            appear();
+    }
+
+    void hide() override {
+        if (model_ == nullptr)
+            return;
+        if (bus_.open())
+            sd_bus_release_name_async(bus_.handle(), nullptr, service_.c_str(), nullptr, nullptr);
+        disappear();
+        model_ = nullptr;
+        clicks_ = nullptr;
+    }
+
+    void lineInserted(std::size_t /*index*/, const MenuLine& /*line*/) override { layoutChanged(); }
+    void lineRemoved(int /*lineId*/) override { layoutChanged(); }
+
+    void lineChanged(const MenuLine& line) override {
+        if (menu_)
+            menu_->lineChanged(line);
+    }
+
+    void titleChanged(const std::string& title) override {
+        showTitle();
+        if (!bus_.keepsUp())
+            return;
+        announceTitle();
+        announceToolTip(!title.empty());
+    }
+
+    void hintChanged(const std::string& /*hint*/) override {
+        showHint();
+        if (bus_.keepsUp())
+            announce("NewToolTip");
+    }
+
+  private:
+    void busOpened() override {
+        if (model_ != nullptr)
+            appear();
+    }
+
+    void busLost() override {
+        disappear();
+        setHostPresent(false);
+    }
+
+    void busCaughtUp() override {
+        if (!menu_)
+            return;
+        announceTitle();
+        announce("NewToolTip");
+        menu_->layoutChanged();
+    }
+
+    void layoutChanged() {
+        if (menu_)
+            menu_->layoutChanged();
+    }
+
+    void appear() {
+        menu_.emplace(loop_, bus_, pictures_, *model_, *clicks_, *shown_.activation);
+        object_ = bus_.serve(path, interface, vtable, &shown_);
+        colours_ = bus_.match<&StatusNotifierItem::coloursChanged>(signalRule(plasmaSettings, "notifyChange"),
+                                                                   *this);
+        nameCall_ = bus_.call<&StatusNotifierItem::nameAnswered>(
+            bus_.newNameRequest(service_, Bus::doNotQueue), *this);
+    }
+
+    void disappear() {
+        recolouring_.cancel();
+        watcher_.cancel();
+        for (BusSlot* slot : {&object_, &nameCall_, &colours_})
+            slot->reset();
+        menu_.reset();
+    }
+
+    /// The name is for whoever looks for items by their names, and may be refused, as a sandbox does. The
+    /// panel is told the connection's own name: of any other it watches the owner, and GNOME's extension
+    /// drops an item whose properties arrive before that owner is known.
+    void nameAnswered(sd_bus_message* /*reply*/) {
+        watcher_ = registerItem(bus_, [this](bool present) { setHostPresent(present); });
+    }
+
+    void setHostPresent(bool present) {
+        if (std::exchange(hostPresent_, present) != present)
+            hostChanged_(present);
+    }
+
+    /// The panel is told of the icon once for changes that come together.
+    void coloursChanged(sd_bus_message* /*signal*/) {
+        recolouring_ = loop_.afterReal(secondsOfRecolouring, [this] {
+            recolouring_.cancel();
+            announce("NewIcon");
+        });
+    }
+
+    /// The model's text lies elsewhere after it changed.
+    void showTitle() {
+        guide_.assign(model_->title);
+        for (char& c : guide_)
+            if (c >= '0' && c <= '9')
+                c = '0';
+        shown_.title = model_->title.c_str();
+        shown_.guide = guide_.c_str();
+    }
+
+    void showHint() { shown_.hint = model_->hint.c_str(); }
+    void announceTitle() {
+        sd_bus_emit_signal(bus_.handle(), path, interface, "XAyatanaNewLabel", "ss", shown_.title,
+                           shown_.guide);
+    }
+
+    void announce(const char* signal) { sd_bus_emit_signal(bus_.handle(), path, interface, signal, nullptr); }
+    void announceToolTip(bool hasTitle) {
+        const auto now = coarseSeconds();
+        if (hasTitle == toolTipHasTitle_ && now - toolTipTime_ < secondsBetweenToolTips)
+            return;
+        toolTipHasTitle_ = hasTitle;
+        toolTipTime_ = now;
+        announce("NewToolTip");
+    }
+
+    EventLoop& loop_;
+    Bus& bus_;
+    ItemIdentity identity_;
+    ItemPictures pictures_;
+    Shown shown_;
+    std::function<void(bool)> hostChanged_;
+    std::optional<bool> hostPresent_; ///< empty until the first answer
+    Subscription watcher_;
+    std::string service_;
+    const StatusItemModel* model_ = nullptr; ///< null while hidden
+    MenuClicks* clicks_ = nullptr;           ///< null while hidden
+    std::optional<DBusMenu> menu_;           ///< empty while hidden or without a bus
+    std::string guide_;                      ///< as wide as the title, so that hosts need not move others
+    bool toolTipHasTitle_ = false;
+    std::int64_t toolTipTime_ = 0; ///< seconds on the coarse monotonic clock
+    BusSlot object_, nameCall_, colours_;
+    Subscription recolouring_;
+    Subscription joined_;
+};
+
 } // namespace
 
-StatusNotifierItem::StatusNotifierItem(EventLoop& loop, Bus& bus, ItemIdentity identity,
-                                       ItemActivation& activation,
-                                       std::function<void(bool present)> hostChanged)
-    : loop_(loop), bus_(bus), identity_(std::move(identity)),
-      pictures_(identity_.data), shown_{&pictures_, &activation, identity_.id.c_str(),
-                                        identity_.name.c_str()},
-      watcher_(bus, std::move(hostChanged)),
-      service_("org.kde.StatusNotifierItem-" + std::to_string(getpid()) + "-1"), joined_(bus.join(*this)) {}
-
-StatusNotifierItem::~StatusNotifierItem() {
-    hide();
-}
-
-void StatusNotifierItem::show(const StatusItemModel& model, MenuClicks& clicks) {
-    model_ = &model;
-    clicks_ = &clicks;
-    showTitle();
-    showHint();
-    toolTipHasTitle_ = !model.title.empty();
-    toolTipTime_ = coarseSeconds();
-    if (bus_.open())
-        appear();
-}
-
-void StatusNotifierItem::hide() {
-    if (model_ == nullptr)
-        return;
-    watcher_.stop();
-    if (bus_.open())
-        sd_bus_release_name_async(bus_.handle(), nullptr, service_.c_str(), nullptr, nullptr);
-    disappear();
-    model_ = nullptr;
-    clicks_ = nullptr;
-}
-
-void StatusNotifierItem::busOpened() {
-    if (model_ != nullptr)
-        appear();
-}
-
-void StatusNotifierItem::busLost() {
-    disappear();
-    watcher_.lose();
-}
-
-void StatusNotifierItem::appear() {
-    menu_.emplace(loop_, bus_, pictures_, *model_, *clicks_, *shown_.activation);
-    object_ = bus_.serve(path, interface, vtable, &shown_);
-    colours_ = bus_.match<&Item::coloursChanged>(signalRule(plasmaSettings, "notifyChange"), *this);
-    nameCall_ = bus_.call<&Item::nameAnswered>(bus_.newNameRequest(service_, Bus::doNotQueue), *this);
-}
-
-void StatusNotifierItem::disappear() {
-    recolouring_.cancel();
-    for (BusSlot* slot : {&object_, &nameCall_, &colours_})
-        slot->reset();
-    menu_.reset();
-}
-
-/// The name is for whoever looks for items by their names, and may be refused, as a sandbox does. The panel
-/// is told the connection's own name: of any other it watches the owner, and GNOME's extension drops an item
-/// whose properties arrive before that owner is known.
-void StatusNotifierItem::nameAnswered(sd_bus_message*) {
-    watcher_.start(bus_.name());
-}
-
-/// The panel is told of the icon once for changes that come together.
-void StatusNotifierItem::coloursChanged(sd_bus_message*) {
-    recolouring_ = loop_.afterReal(secondsOfRecolouring, [this] {
-        recolouring_.cancel();
-        announce("NewIcon");
-    });
-}
-
-void StatusNotifierItem::lineInserted(std::size_t, const MenuLine&) {
-    if (menu_)
-        menu_->layoutChanged();
-}
-
-void StatusNotifierItem::lineRemoved(int) {
-    if (menu_)
-        menu_->layoutChanged();
-}
-
-void StatusNotifierItem::lineChanged(const MenuLine& line) {
-    if (menu_)
-        menu_->lineChanged(line);
-}
-
-void StatusNotifierItem::titleChanged(const std::string& title) {
-    showTitle();
-    if (!bus_.keepsUp())
-        return;
-    announceTitle();
-    announceToolTip(!title.empty());
-}
-
-void StatusNotifierItem::hintChanged(const std::string& /*hint*/) {
-    showHint();
-    if (bus_.keepsUp())
-        announce("NewToolTip");
-}
-
-void StatusNotifierItem::busCaughtUp() {
-    if (!menu_)
-        return;
-    announceTitle();
-    announce("NewToolTip");
-    menu_->layoutChanged();
-}
-
-void StatusNotifierItem::announceTitle() {
-    sd_bus_emit_signal(bus_.handle(), path, interface, "XAyatanaNewLabel", "ss", shown_.title, shown_.guide);
-}
-
-/// The model's text lies elsewhere after it changed.
-void StatusNotifierItem::showTitle() {
-    guide_.assign(model_->title);
-    for (char& c : guide_)
-        if (c >= '0' && c <= '9')
-            c = '0';
-    shown_.title = model_->title.c_str();
-    shown_.guide = guide_.c_str();
-}
-
-void StatusNotifierItem::showHint() {
-    shown_.hint = model_->hint.c_str();
-}
-
-void StatusNotifierItem::announce(const char* signal) {
-    sd_bus_emit_signal(bus_.handle(), path, interface, signal, nullptr);
-}
-
-void StatusNotifierItem::announceToolTip(bool hasTitle) {
-    const auto now = coarseSeconds();
-    if (hasTitle == toolTipHasTitle_ && now - toolTipTime_ < secondsBetweenToolTips)
-        return;
-    toolTipHasTitle_ = hasTitle;
-    toolTipTime_ = now;
-    announce("NewToolTip");
+std::unique_ptr<StatusItemSink> makeStatusNotifierItem(EventLoop& loop, Bus& bus, ItemIdentity identity,
+                                                       ItemActivation& activation,
+                                                       std::function<void(bool present)> hostChanged) {
+    return std::make_unique<StatusNotifierItem>(loop, bus, std::move(identity), activation,
+                                                std::move(hostChanged));
 }
 
 } // namespace kelpa

@@ -37,9 +37,9 @@ void TrayNotice::decide() {
     shown_ = true;
     desktop_.nothingShows();
     const NoTrayText text;
-    notifications_.show({text.summary, text.body, {{DesktopNotifications::clickAction, text.action}}, 0},
+    notifications_.show({text.summary, text.body, {{notificationClick, text.action}}, 0},
                         [this](const std::string& action) {
-                            if (action == DesktopNotifications::clickAction)
+                            if (action == notificationClick)
                                 desktop_.openPreferences();
                         });
 }
