@@ -21,10 +21,9 @@
 #include "platform/linux/store/PlistStore.h"
 #include "platform/linux/tray/ItemActivation.h"
 #include "platform/linux/tray/LinuxStatusBar.h"
-#include "platform/linux/tray/PopUpMenu.h"
 #include "platform/linux/tray/StatusNotifierItem.h"
+#include "platform/linux/tray/TrayHelper.h"
 #include "platform/linux/tray/TrayNotice.h"
-#include "platform/linux/tray/TrayProcess.h"
 #include "platform/linux/update/LinuxUpdater.h"
 #include "platform/linux/windows/RemoteDialogs.h"
 #include "platform/linux/windows/RemotePreferencesWindow.h"
@@ -72,7 +71,6 @@ std::vector<std::unique_ptr<ActivitySource>> activitySources(EventLoop& loop, Ac
     } else {
         sources.push_back(makeX11Activity(loop, std::move(gate), windows));
     }
-
     sources.push_back(makeLogindActivity(loop, system, windows));
     return sources;
 }
@@ -190,7 +188,7 @@ class Program final : private StoreReport, private WindowReport, private Instanc
             setHostPresent(false);
         }
         joined_ = session_.join(*this);
-        control_.emplace(loop_, session_, remote_);
+        control_ = serveControl(loop_, session_, remote_);
         item_ =
             makeStatusNotifierItem(loop_, session_, {build::identifier, build::displayName, folders_.data},
                                    activation_, [this](bool present) { hostChanged(present); });
@@ -288,7 +286,7 @@ class Program final : private StoreReport, private WindowReport, private Instanc
     std::optional<Portal> portal_; ///< in a sandbox
     // There once the application runs.
     std::unique_ptr<StatusItemSink> item_;
-    std::optional<ControlObject> control_;
+    Subscription control_;
     bool busMissed_ = false; ///< the log has told that there is no session bus
     Subscription joined_;
 };

@@ -3,7 +3,7 @@
 
 #include "platform/linux/Folders.h"
 #include "platform/linux/display/Display.h"
-#include "platform/linux/tray/TrayProcess.h"
+#include "platform/linux/tray/TrayHelper.h"
 #include "platform/linux/windows/RemoteWindowSystem.h"
 
 #include <iostream>

@@ -61,13 +61,13 @@ class Script : public Peer {
 struct ControlTest : OnABus {
     Play play;
     RemoteControl remote{play.desk.services, play.time};
-    std::unique_ptr<ControlObject> object;
+    Subscription object;
 
     ControlTest() {
         play(test::mouseMayRest + "store pref.work.time int 62\nstore force_long_break bool true\n"
                                   "store pref.short.break.times int 1\nlaunch\n");
         sd_bus_request_name(bus.handle(), control::service, 0);
-        object = std::make_unique<ControlObject>(loop, bus, remote);
+        object = serveControl(loop, bus, remote);
     }
     /// Ticks until the script has heard so many changes.
     bool hears(const Script& script, std::size_t changes, double seconds = 10) {

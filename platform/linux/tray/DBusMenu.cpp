@@ -133,24 +133,24 @@ std::vector<const char*> missingFrom(const MenuProperties& properties) {
     return missing;
 }
 
-std::vector<std::string> readTexts(sd_bus_message* message) {
-    std::vector<std::string> texts;
-    const char* text = nullptr;
-    sd_bus_message_enter_container(message, 'a', "s");
-    while (sd_bus_message_read_basic(message, 's', &text) > 0)
-        texts.emplace_back(text);
+/// The array that comes next, of elements of a basic type, which the library reads as `Read`.
+template <typename Element, typename Read = Element>
+std::vector<Element> readArray(sd_bus_message* message, const char* type) {
+    std::vector<Element> elements;
+    Read element{};
+    sd_bus_message_enter_container(message, 'a', type);
+    while (sd_bus_message_read_basic(message, *type, &element) > 0)
+        elements.emplace_back(element);
     sd_bus_message_exit_container(message);
-    return texts;
+    return elements;
+}
+
+std::vector<std::string> readTexts(sd_bus_message* message) {
+    return readArray<std::string, const char*>(message, "s");
 }
 
 std::vector<int> readIds(sd_bus_message* message) {
-    std::vector<int> ids;
-    int id = 0;
-    sd_bus_message_enter_container(message, 'a', "i");
-    while (sd_bus_message_read_basic(message, 'i', &id) > 0)
-        ids.push_back(id);
-    sd_bus_message_exit_container(message);
-    return ids;
+    return readArray<int>(message, "i");
 }
 
 void writeIds(BusWriter& writer, const std::vector<int>& ids) {
@@ -199,7 +199,7 @@ void DBusMenu::lineChanged(const MenuLine& line) {
         writer.text(name);
     writer.close().close().close();
     if (writer.result() >= 0)
-        sd_bus_send(bus_.handle(), signal.get(), nullptr);
+        bus_.send(signal);
 }
 
 // The library has compared the types of a call with those of the method.

@@ -3,6 +3,7 @@
 #include "platform/linux/EventLoop.h"
 
 #include <functional>
+#include <utility>
 
 namespace kelpa {
 
@@ -27,14 +28,30 @@ class ItemActivation {
     ItemActivation(EventLoop& loop, Ways ways) : loop_(loop), ways_(std::move(ways)) {}
 
     /// A host tells of a click.
-    void activate();
+    void activate() {
+        const bool menusClick = monotonicSeconds() - menuMoved_ < clickLasts;
+        if (!menusClick && !waiting_.active())
+            waiting_ = loop_.afterReal(patience, [this] { show(); });
+    }
+
     /// A host has opened or closed its own menu.
-    void hostsMenuMoved(bool open);
-    /// The menu that was shown here has closed.
-    void menuClosed();
+    void hostsMenuMoved(bool open) {
+        menuMoved_ = monotonicSeconds();
+        if (!open)
+            return;
+        waiting_.cancel();
+        ways_.closeMenu();
+    }
+
+    /// The menu that was shown here has closed, as by a click on the item, which is then told of.
+    void menuClosed() { menuMoved_ = monotonicSeconds(); }
 
   private:
-    void show();
+    void show() {
+        waiting_.cancel();
+        if (!ways_.showMenu())
+            ways_.showSettings();
+    }
 
     EventLoop& loop_;
     Ways ways_;

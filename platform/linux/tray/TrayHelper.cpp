@@ -1,7 +1,5 @@
 #include "platform/linux/tray/TrayHelper.h"
 
-#include "platform/linux/helper/TrayProtocol.h"
-
 #include <utility>
 
 namespace kelpa {
@@ -13,6 +11,9 @@ namespace {
 const char* flag(bool value) {
     return value ? "1" : "0";
 }
+
+/// A panel that starts anew is soon back.
+constexpr double patience = 5;
 
 } // namespace
 
@@ -40,8 +41,8 @@ bool TrayHelper::start() {
     }
     process_.send({tray::data, data_});
     process_.send({tray::image, model_->image});
-    process_.send({tray::title, model_->title});
-    process_.send({tray::hint, model_->hint});
+    titleChanged(model_->title);
+    hintChanged(model_->hint);
     for (std::size_t i = 0; i < model_->lines.size(); ++i)
         lineInserted(i, model_->lines[i]);
     return true;
@@ -52,21 +53,9 @@ void TrayHelper::lineInserted(std::size_t index, const MenuLine& line) {
                    flag(line.enabled), line.title, line.image, line.keyEquivalent});
 }
 
-void TrayHelper::lineRemoved(int lineId) {
-    process_.send({tray::remove, std::to_string(lineId)});
-}
-
 void TrayHelper::lineChanged(const MenuLine& line) {
     process_.send({tray::change, std::to_string(line.id), flag(line.separator), flag(line.enabled),
                    line.title, line.image, line.keyEquivalent});
-}
-
-void TrayHelper::titleChanged(const std::string& title) {
-    process_.send({tray::title, title});
-}
-
-void TrayHelper::hintChanged(const std::string& hint) {
-    process_.send({tray::hint, hint});
 }
 
 void TrayHelper::helperSaid(const wire::Message& message) {
@@ -75,6 +64,111 @@ void TrayHelper::helperSaid(const wire::Message& message) {
     const auto id = message.number(1);
     if (message.verb() == tray::click && id && clicks_ != nullptr)
         clicks_->didClick(*id);
+}
+
+TrayProcess::TrayProcess(EventLoop& loop, X11Connection& connection, WindowReport& report,
+                         std::string program, std::string data)
+    : TrayHelper(loop, report, std::move(program), std::move(data)), loop_(loop), connection_(connection),
+      selection_(connection.atom("_NET_SYSTEM_TRAY_S" + std::to_string(connection.screenNumber()))),
+      managerMessage_(connection.atom("MANAGER")) {}
+
+void TrayProcess::show(const StatusItemModel& model, MenuClicks& clicks) {
+    TrayHelper::show(model, clicks);
+    connection_.selectRoot(XCB_EVENT_MASK_STRUCTURE_NOTIFY);
+    events_ = connection_.listen([this](const xcb_generic_event_t& event) { handle(event); });
+    lookForManager();
+}
+
+void TrayProcess::hide() {
+    events_.cancel();
+    leaving_.cancel();
+    manager_ = XCB_WINDOW_NONE;
+    TrayHelper::hide();
+}
+
+void TrayProcess::handle(const xcb_generic_event_t& event) {
+    const std::uint8_t type = typeOf(event);
+    if (type == XCB_CLIENT_MESSAGE) {
+        const auto& message = reinterpret_cast<const xcb_client_message_event_t&>(event);
+        if (message.type == managerMessage_ && message.data.data32[1] == selection_)
+            lookForManager();
+    } else if (type == XCB_DESTROY_NOTIFY) {
+        const auto& gone = reinterpret_cast<const xcb_destroy_notify_event_t&>(event);
+        if (manager_ != XCB_WINDOW_NONE && gone.window == manager_)
+            lookForManager();
+    }
+}
+
+void TrayProcess::lookForManager() {
+    const auto cookie = xcb_get_selection_owner(connection_.get(), selection_);
+    const auto owner = connection_.reply<xcb_get_selection_owner_reply_t>(cookie);
+    if (connection_.standsStill())
+        return;
+    setManager(owner ? owner->owner : static_cast<xcb_window_t>(XCB_WINDOW_NONE));
+}
+
+void TrayProcess::setManager(xcb_window_t manager) {
+    manager_ = manager;
+    if (manager != XCB_WINDOW_NONE) {
+        const std::uint32_t mask = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
+        xcb_change_window_attributes(connection_.get(), manager, XCB_CW_EVENT_MASK, &mask);
+        xcb_flush(connection_.get());
+    }
+    update();
+}
+
+void TrayProcess::update() {
+    if (manager_ != XCB_WINDOW_NONE) {
+        leaving_.cancel();
+        if (shown())
+            start();
+        sendManager();
+    } else if (process().running()) {
+        sendManager();
+        leaving_ = loop_.afterReal(patience, [this] {
+            leaving_.cancel();
+            process().end();
+        });
+    }
+}
+
+void TrayProcess::helperFailed(const std::string& how) {
+    if (restarts_.spend(monotonicSeconds())) {
+        report().warning("kelpa-tray " + how);
+        update();
+    } else {
+        report().warning("kelpa-tray " + how + " again and is left alone until another tray comes");
+    }
+}
+
+PopUpMenu::PopUpMenu(EventLoop& loop, LinuxStatusBar& statusBar, WindowReport& report, std::string program,
+                     std::string data, std::function<void()> closed)
+    : TrayHelper(loop, report, std::move(program), std::move(data)), statusBar_(statusBar),
+      closed_(std::move(closed)) {}
+
+bool PopUpMenu::open() {
+    if (shown())
+        return true;
+    statusBar_.addSink(*this);
+    if (!shown() || !start()) {
+        close();
+        return false;
+    }
+    process().send({tray::popup});
+    return true;
+}
+
+void PopUpMenu::helperSaid(const wire::Message& message) {
+    TrayHelper::helperSaid(message);
+    if (message.verb() != tray::closed)
+        return;
+    close();
+    closed_();
+}
+
+void PopUpMenu::helperFailed(const std::string& how) {
+    report().warning("kelpa-tray " + how);
+    close();
 }
 
 } // namespace kelpa
