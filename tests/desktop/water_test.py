@@ -175,16 +175,19 @@ class Place(WaterTest):
         self.now = list(self.monitors)
 
     def plug(self, *monitors):
-        """From now on there are these; the first one owns the output."""
+        """From now on there are these; the first one owns the output. The program, which may look in between where this
+        takes long, finds them changed at one blow, as they are where a cable is pulled."""
+        self.program.process.send_signal(signal.SIGSTOP)
         for monitor in self.now:
             self.session.remove_monitor(monitor)
         self.now = list(monitors)
         self.session.set_monitors(monitors)
+        self.program.process.send_signal(signal.SIGCONT)
 
     def launched(self):
-        program = self.start(3600)
-        program.wait_for("sandbox home path", 10)
-        return program
+        self.program = self.start(3600)
+        self.program.wait_for("sandbox home path", 10)
+        return self.program
 
     def work_on(self, monitor):
         """Something on that monitor has the keyboard."""
