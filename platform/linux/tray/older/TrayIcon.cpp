@@ -27,15 +27,11 @@ QString widest(QString text) {
 
 } // namespace
 
-TrayIcon::TrayIcon(bool translucent)
-    : QWidget(nullptr, Qt::Window | Qt::FramelessWindowHint | Qt::BypassWindowManagerHint),
-      translucent_(translucent) {
-    setAttribute(Qt::WA_TranslucentBackground, translucent);
+TrayIcon::TrayIcon() : QWidget(nullptr, Qt::Window | Qt::FramelessWindowHint | Qt::BypassWindowManagerHint) {
     setAttribute(Qt::WA_NoSystemBackground);
     setAttribute(Qt::WA_AlwaysShowToolTips);
     setWindowTitle(QStringLiteral("Kelpa"));
     setAccessibleName(QStringLiteral("Kelpa"));
-    resize(usualHeight, usualHeight);
 }
 
 void TrayIcon::setPicture(const QImage& mask) {
@@ -88,11 +84,21 @@ QRect TrayIcon::titleBox() const {
     return {height() + gap, 0, width() - height() - gap, height()};
 }
 
-xcb_window_t TrayIcon::window() {
+xcb_window_t TrayIcon::makeWindow(bool translucent) {
+    translucent_ = translucent;
+    setAttribute(Qt::WA_TranslucentBackground, translucent);
+    resize(usualHeight, usualHeight);
     resize(wantedWidth(), height());
     const auto window = static_cast<xcb_window_t>(winId());
     adapt();
     return window;
+}
+
+void TrayIcon::dropWindow() {
+    docked_ = false;
+    behind_ = {};
+    hide();
+    destroy();
 }
 
 /// Asks the tray for as much room as picture and text need; what it grants comes as a change of the size.
@@ -104,6 +110,8 @@ void TrayIcon::adapt() {
 }
 
 void TrayIcon::embedded() {
+    if (internalWinId() == 0)
+        return; // the tray went meanwhile
     docked_ = true;
     show();
     adapt(); // the toolkit has written its own wish

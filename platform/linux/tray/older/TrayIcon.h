@@ -12,8 +12,7 @@ class TrayIcon : public QWidget {
     Q_OBJECT
 
   public:
-    /// `translucent` where the tray offers windows that can be seen through.
-    explicit TrayIcon(bool translucent);
+    TrayIcon();
 
     /// `mask` says by its opacity where the picture is; its colour is not used.
     void setPicture(const QImage& mask);
@@ -22,8 +21,11 @@ class TrayIcon : public QWidget {
     void setHint(const QString& hint);
     /// In which colour icons are seen on a tray that shines through; no colour where it does not tell.
     void setInk(const QColor& ink);
-    /// Makes the window that the tray is asked to take in, as large as it is best.
-    xcb_window_t window();
+    /// Makes the window that the tray is asked to take in, as large as it is best; `translucent` where the
+    /// tray offers windows that can be seen through. There is none yet, or it was dropped.
+    xcb_window_t makeWindow(bool translucent);
+    /// The tray is gone, or another one.
+    void dropWindow();
     /// The tray has taken the window in.
     void embedded();
     /// Looks anew at what the tray shows where the window is.
@@ -47,7 +49,7 @@ class TrayIcon : public QWidget {
     void adapt();
     void describe();
 
-    bool translucent_;
+    bool translucent_ = false;
     bool docked_ = false; ///< the tray decides on the size from then on
     QImage picture_;
     QString title_;

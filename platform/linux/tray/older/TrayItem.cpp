@@ -1,6 +1,9 @@
 #include "platform/linux/tray/older/TrayItem.h"
 
 #include "platform/linux/helper/TrayProtocol.h"
+#include "platform/linux/tray/older/SystemTray.h"
+#include "platform/linux/tray/older/TrayIcon.h"
+#include "platform/linux/tray/older/TrayMenu.h"
 
 #include <QFile>
 #include <QtEndian>
@@ -25,89 +28,78 @@ QImage load(const QString& data, const QString& name) {
     return image;
 }
 
+class TrayItem final : public QObject {
+  public:
+    explicit TrayItem(Channel& channel) : channel_(channel) {
+        connect(&channel_, &Channel::received, this, &TrayItem::obey);
+        connect(&menu_, &TrayMenu::clicked, this, [this](int id) {
+            channel_.send({tray::click, std::to_string(id)});
+        });
+        connect(&menu_, &TrayMenu::closed, this, [this] { channel_.send({tray::closed}); });
+        connect(&tray_, &SystemTray::docked, &icon_, &TrayIcon::embedded);
+        connect(&tray_, &SystemTray::inkChanged, this, [this] { icon_.setInk(tray_.ink()); });
+        connect(&tray_, &SystemTray::exposed, &icon_, &TrayIcon::lookBehind);
+        connect(&icon_, &TrayIcon::pressed, &menu_, &TrayMenu::popup);
+    }
+
+  private:
+    void obey(const wire::Message& message) {
+        const QString text = QString::fromStdString(message.field(1));
+        if (message.verb() == tray::data)
+            setData(text);
+        else if (message.verb() == tray::manager)
+            enter(static_cast<xcb_window_t>(message.number(1).value_or(XCB_WINDOW_NONE)));
+        else if (message.verb() == tray::title)
+            icon_.setTitle(text);
+        else if (message.verb() == tray::hint)
+            icon_.setHint(text);
+        else if (message.verb() == tray::popup)
+            menu_.popupAtPointer();
+        else if (message.verb() == tray::image)
+            setImage(text);
+        else if (message.verb() == tray::insert)
+            menu_.insert(message);
+        else if (message.verb() == tray::change)
+            menu_.change(message);
+        else if (message.verb() == tray::remove)
+            menu_.remove(message);
+        else
+            channel_.send({tray::warning, "nothing is known of \"" + message.verb() + "\""});
+    }
+
+    void setData(const QString& folder) {
+        data_ = folder;
+        menu_.setSymbols(folder + QLatin1String("/symbols"));
+    }
+
+    void setImage(const QString& name) {
+        const QImage picture = load(data_, name);
+        if (picture.isNull())
+            channel_.send({tray::warning, "there is no picture \"" + name.toStdString() + "\""});
+        icon_.setPicture(picture);
+    }
+
+    /// Makes a window that fits the tray and asks it to take that in; a window of an earlier tray goes.
+    void enter(xcb_window_t manager) {
+        icon_.dropWindow();
+        tray_.setManager(manager);
+        if (!tray_.present())
+            return;
+        icon_.setInk(tray_.ink());
+        tray_.dock(icon_.makeWindow(tray_.translucent()));
+    }
+
+    Channel& channel_;
+    QString data_; ///< the folder of the program's data
+    TrayMenu menu_;
+    SystemTray tray_;
+    TrayIcon icon_;
+};
+
 } // namespace
 
-TrayItem::TrayItem(Channel& channel) : channel_(channel) {
-    connect(&channel_, &Channel::received, this, &TrayItem::obey);
-    connect(&menu_, &TrayMenu::clicked, this, [this](int id) {
-        channel_.send({tray::click, std::to_string(id)});
-    });
-    connect(&menu_, &TrayMenu::closed, this, [this] { channel_.send({tray::closed}); });
-    connect(&tray_, &SystemTray::docked, this, [this] {
-        if (icon_)
-            icon_->embedded();
-    });
-    connect(&tray_, &SystemTray::inkChanged, this, [this] {
-        if (icon_)
-            icon_->setInk(tray_.ink());
-    });
-    connect(&tray_, &SystemTray::exposed, this, [this] {
-        if (icon_)
-            icon_->lookBehind();
-    });
-}
-
-void TrayItem::obey(const wire::Message& message) {
-    if (message.verb() == tray::data)
-        setData(QString::fromStdString(message.field(1)));
-    else if (message.verb() == tray::manager)
-        enter(static_cast<xcb_window_t>(message.number(1).value_or(XCB_WINDOW_NONE)));
-    else if (message.verb() == tray::title)
-        setTitle(QString::fromStdString(message.field(1)));
-    else if (message.verb() == tray::hint)
-        setHint(QString::fromStdString(message.field(1)));
-    else if (message.verb() == tray::popup)
-        menu_.popupAtPointer();
-    else if (message.verb() == tray::image)
-        setImage(QString::fromStdString(message.field(1)));
-    else if (message.verb() == tray::insert)
-        menu_.insert(message);
-    else if (message.verb() == tray::change)
-        menu_.change(message);
-    else if (message.verb() == tray::remove)
-        menu_.remove(message);
-    else
-        channel_.send({tray::warning, "nothing is known of \"" + message.verb() + "\""});
-}
-
-void TrayItem::setData(const QString& folder) {
-    data_ = folder;
-    menu_.setSymbols(folder + QLatin1String("/symbols"));
-}
-
-void TrayItem::setImage(const QString& name) {
-    picture_ = load(data_, name);
-    if (picture_.isNull())
-        channel_.send({tray::warning, "there is no picture \"" + name.toStdString() + "\""});
-    if (icon_)
-        icon_->setPicture(picture_);
-}
-
-void TrayItem::setTitle(const QString& title) {
-    title_ = title;
-    if (icon_)
-        icon_->setTitle(title);
-}
-
-void TrayItem::setHint(const QString& hint) {
-    hint_ = hint;
-    if (icon_)
-        icon_->setHint(hint);
-}
-
-/// Makes a window that fits the tray and asks it to take that in; a window of an earlier tray goes.
-void TrayItem::enter(xcb_window_t manager) {
-    icon_.reset();
-    tray_.setManager(manager);
-    if (!tray_.present())
-        return;
-    icon_ = std::make_unique<TrayIcon>(tray_.translucent());
-    connect(icon_.get(), &TrayIcon::pressed, &menu_, &TrayMenu::popup);
-    icon_->setPicture(picture_);
-    icon_->setInk(tray_.ink());
-    icon_->setTitle(title_);
-    icon_->setHint(hint_);
-    tray_.dock(icon_->window());
+std::unique_ptr<QObject> makeTrayItem(Channel& channel) {
+    return std::make_unique<TrayItem>(channel);
 }
 
 } // namespace kelpa

@@ -34,6 +34,6 @@ int main(int argc, char** argv) {
     QGuiApplication::setDesktopFileName(QStringLiteral("app.orvane.Kelpa"));
     QApplication::setQuitOnLastWindowClosed(false);
     kelpa::Channel channel;
-    const kelpa::TrayItem item(channel);
+    const auto item = kelpa::makeTrayItem(channel);
     return QApplication::exec();
 }
