@@ -36,13 +36,9 @@ bool tableFits(const Bytes& font, std::size_t index) {
     return offset + length <= font.size();
 }
 
-bool isTable(const Bytes& font, std::size_t index, const char* tag) {
-    return std::memcmp(&font[headerSize + index * recordSize], tag, 4) == 0;
-}
-
 bool hasTable(const Bytes& font, std::size_t count, const char* tag) {
     for (std::size_t i = 0; i < count; ++i)
-        if (isTable(font, i, tag))
+        if (std::memcmp(&font[headerSize + i * recordSize], tag, 4) == 0)
             return true;
     return false;
 }
@@ -61,22 +57,36 @@ std::optional<std::string> defectOf(const Bytes& font) {
     return std::nullopt;
 }
 
+class LinuxFonts final : public Fonts {
+  public:
+    explicit LinuxFonts(std::string folder) : folder_(std::move(folder)) {}
+
+    [[nodiscard]] std::optional<Bytes> fontAsset(const std::string& name) const override {
+        std::ifstream file(folder_ + "/" + name + ".ttf", std::ios::binary);
+        if (!file)
+            return std::nullopt;
+        Bytes font{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+        return defectOf(font) ? std::nullopt : std::optional(std::move(font));
+    }
+
+    [[nodiscard]] std::optional<std::string> registerFont(const Bytes& font) override {
+        return defectOf(font);
+    }
+
+    /// Nothing: there is no rasterizer in this process.
+    [[nodiscard]] std::optional<GlyphImage>
+    drawGlyph(const std::string& /*text*/, const std::string& /*fontName*/, double /*size*/) override {
+        return std::nullopt;
+    }
+
+  private:
+    std::string folder_;
+};
+
 } // namespace
 
-std::optional<Bytes> LinuxFonts::fontAsset(const std::string& name) const {
-    std::ifstream file(folder_ + "/" + name + ".ttf", std::ios::binary);
-    if (!file)
-        return std::nullopt;
-    Bytes font{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-    return defectOf(font) ? std::nullopt : std::optional(std::move(font));
-}
-
-std::optional<std::string> LinuxFonts::registerFont(const Bytes& font) {
-    return defectOf(font);
-}
-
-std::optional<GlyphImage> LinuxFonts::drawGlyph(const std::string&, const std::string&, double) {
-    return std::nullopt;
+std::unique_ptr<Fonts> makeLinuxFonts(std::string folder) {
+    return std::make_unique<LinuxFonts>(std::move(folder));
 }
 
 } // namespace kelpa

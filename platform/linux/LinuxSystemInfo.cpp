@@ -5,25 +5,16 @@
 
 #include <charconv>
 #include <fstream>
-#include <iterator>
 #include <sys/utsname.h>
 
 namespace kelpa {
 
 namespace {
 
-std::optional<std::string> contentOf(const char* path) {
-    std::ifstream file(path, std::ios::binary);
-    if (!file)
-        return std::nullopt;
-    return std::string(std::istreambuf_iterator<char>(file), {});
-}
-
 std::optional<SystemInfo::Version> distributionVersion() {
     for (const char* path : {"/etc/os-release", "/usr/lib/os-release"})
-        if (const auto text = contentOf(path))
-            if (const auto id = versionId(*text))
-                return leadingVersion(*id);
+        if (const auto id = versionId(std::ifstream(path)))
+            return leadingVersion(*id);
     return std::nullopt;
 }
 
@@ -38,7 +29,36 @@ std::string_view unquoted(std::string_view value) {
     return quoted && value.back() == value.front() ? value.substr(1, value.size() - 2) : value;
 }
 
+class LinuxSystemInfo final : public SystemInfo {
+  public:
+    [[nodiscard]] std::map<std::string, InfoValue> bundleInfo() const override {
+        return {{"CFBundleDisplayName", build::displayName},
+                {"CFBundleIdentifier", build::identifier},
+                {"CFBundleShortVersionString", build::version},
+                {"CFBundleVersion", build::number}};
+    }
+
+    [[nodiscard]] std::optional<std::string> bundleIdentifier() const override { return build::identifier; }
+    [[nodiscard]] std::string machine() const override { return system().machine; }
+    [[nodiscard]] Version osVersion() const override {
+        if (const auto version = distributionVersion())
+            return *version;
+        return leadingVersion(system().release).value_or(Version{});
+    }
+
+    [[nodiscard]] std::optional<std::string> homeDirectory() const override {
+        const auto state = stateHome();
+        return state ? std::optional(*state + "/" + build::identifier) : std::nullopt;
+    }
+
+    [[nodiscard]] std::optional<std::string> applicationIcon() const override { return build::identifier; }
+};
+
 } // namespace
+
+std::unique_ptr<SystemInfo> makeLinuxSystemInfo() {
+    return std::make_unique<LinuxSystemInfo>();
+}
 
 std::optional<SystemInfo::Version> leadingVersion(std::string_view text) {
     SystemInfo::Version version;
@@ -57,45 +77,12 @@ std::optional<SystemInfo::Version> leadingVersion(std::string_view text) {
     return version;
 }
 
-std::optional<std::string> versionId(std::string_view osRelease) {
+std::optional<std::string> versionId(std::istream&& osRelease) {
     constexpr std::string_view name = "VERSION_ID=";
-    while (!osRelease.empty()) {
-        const auto line = osRelease.substr(0, osRelease.find('\n'));
+    for (std::string line; std::getline(osRelease, line);)
         if (line.starts_with(name))
-            return std::string(unquoted(line.substr(name.size())));
-        osRelease.remove_prefix(std::min(osRelease.size(), line.size() + 1));
-    }
+            return std::string(unquoted(std::string_view(line).substr(name.size())));
     return std::nullopt;
-}
-
-std::map<std::string, InfoValue> LinuxSystemInfo::bundleInfo() const {
-    return {{"CFBundleDisplayName", build::displayName},
-            {"CFBundleIdentifier", build::identifier},
-            {"CFBundleShortVersionString", build::version},
-            {"CFBundleVersion", build::number}};
-}
-
-std::optional<std::string> LinuxSystemInfo::bundleIdentifier() const {
-    return build::identifier;
-}
-
-std::string LinuxSystemInfo::machine() const {
-    return system().machine;
-}
-
-SystemInfo::Version LinuxSystemInfo::osVersion() const {
-    if (const auto version = distributionVersion())
-        return *version;
-    return leadingVersion(system().release).value_or(Version{});
-}
-
-std::optional<std::string> LinuxSystemInfo::homeDirectory() const {
-    const auto state = stateHome();
-    return state ? std::optional(*state + "/" + build::identifier) : std::nullopt;
-}
-
-std::optional<std::string> LinuxSystemInfo::applicationIcon() const {
-    return build::identifier;
 }
 
 } // namespace kelpa

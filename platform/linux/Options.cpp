@@ -36,8 +36,6 @@ bool asksForHelp(const std::string& argument) {
 }
 
 ParsedOptions parseCommand(const std::vector<std::string>& arguments) {
-    if (std::any_of(arguments.begin(), arguments.end(), asksForHelp))
-        return asked(Options::Action::ShowHelp);
     auto [command, error] = parseControl(arguments);
     if (!error.empty())
         return refused(error);
@@ -47,8 +45,6 @@ ParsedOptions parseCommand(const std::vector<std::string>& arguments) {
 }
 
 ParsedOptions parseHistoryCommand(const std::vector<std::string>& arguments) {
-    if (std::any_of(arguments.begin(), arguments.end(), asksForHelp))
-        return asked(Options::Action::ShowHelp);
     const auto [command, error] = parseHistory(arguments);
     if (!error.empty())
         return refused(error);
@@ -67,10 +63,11 @@ ParsedOptions unknown(const std::string& argument) {
 } // namespace
 
 ParsedOptions parseOptions(const std::vector<std::string>& arguments) {
-    if (!arguments.empty() && arguments.front() == historyWord)
-        return parseHistoryCommand(arguments);
-    if (!arguments.empty() && isControlWord(arguments.front()))
-        return parseCommand(arguments);
+    const bool command = !arguments.empty() && isControlWord(arguments.front());
+    if (command && std::any_of(arguments.begin(), arguments.end(), asksForHelp))
+        return asked(Options::Action::ShowHelp);
+    if (command)
+        return arguments.front() == historyWord ? parseHistoryCommand(arguments) : parseCommand(arguments);
     constexpr std::string_view withValue = "--speed=";
     Options options;
     for (std::size_t i = 0; i < arguments.size(); ++i) {

@@ -94,8 +94,8 @@ class Program final : private StoreReport, private WindowReport, private Instanc
         : loop_(loop), session_(session), systemBus_(loop, Bus::Kind::System), folders_(dataFolders()),
           clock_(loop, speed), store_(settingsFile(), *this, loop),
           windows_({loop, display.screens(), display.focus(), *this}, helperPath("kelpa-view")),
-          about_(windows_), preferences_(windows_), historyWindow_(windows_), fonts_(folders_.data),
-          translations_(folders_.locale), fatalErrors_(logCritical),
+          about_(windows_), preferences_(windows_), historyWindow_(windows_),
+          fonts_(makeLinuxFonts(folders_.data)), translations_(folders_.locale), fatalErrors_(logCritical),
           lock_(loop, session, systemBus_, display.x11()),
           activity_(makeDesktopActivity(
               activityCounts(), *this,
@@ -106,11 +106,11 @@ class Program final : private StoreReport, private WindowReport, private Instanc
           mail_(loop, [this] { return portal(); }),
           busyness_(makeDesktopBusyness(loop, busySources(loop, display, session, systemBus_))),
           updateWindow_(windows_), updater_({loop, clock_, store_, updateWindow_, *this},
-                                            UpdateSetup::ofThisCopy(system_, translations_.language())),
+                                            UpdateSetup::ofThisCopy(*system_, translations_.language())),
           breakNotice_(makeNotifications()),
-          trayNotice_(makeNotifications()), ports_{clock_,        loop,       loop,         loop,    store_,
-                                                   history_,      statusBar_, windows_,     system_, fonts_,
-                                                   translations_, random_,    fatalErrors_, loop,    lock_,
+          trayNotice_(makeNotifications()), ports_{clock_,        loop,       loop,         loop,     store_,
+                                                   history_,      statusBar_, windows_,     *system_, *fonts_,
+                                                   translations_, random_,    fatalErrors_, loop,     lock_,
                                                    *activity_,    services()},
           logFiles_(clock_), delegate_(ports_, logFiles_), remote_(loop, loop), instance_(instance),
           notice_(loop, session, *trayNotice_, noticeDesktop()), activation_(loop, activationWays()) {
@@ -262,8 +262,8 @@ class Program final : private StoreReport, private WindowReport, private Instanc
     std::optional<TrayProcess> tray_;      ///< where the display server may have an older tray
     std::optional<TrayFallback> fallback_; ///< there with the tray
     std::optional<PopUpMenu> popUp_;       ///< there with the tray
-    LinuxSystemInfo system_;
-    LinuxFonts fonts_;
+    std::unique_ptr<SystemInfo> system_ = makeLinuxSystemInfo();
+    std::unique_ptr<Fonts> fonts_;
     GettextTranslations translations_;
     SystemRandom random_;
     AbortOnFatalErrors fatalErrors_;

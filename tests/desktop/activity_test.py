@@ -93,7 +93,8 @@ class Activity(DesktopTest):
         mover = self.keep_moving(900 / FAST - 1)
         program.wait_for("ticktack timer timesup for 900$", 900 / FAST + 5)
         mover.join()
-        # The stops: at the start, at the break's beginning and at its end.
+        # The stops: at the start, at the break's beginning and at its end, which the log tells of a moment later.
+        self.wait_stopped(program, 3, seconds=3)
         self.assertEqual(self.stops(program), 3)
 
     def test_the_greeting_of_a_new_day_runs_to_its_end_under_a_moving_mouse(self):

@@ -26,7 +26,7 @@ class Desktop {
         model_.lines[1].separator = true;
         model_.lines[2].id = 3;
         model_.lines[2].enabled = false;
-        menu_.emplace(loop_, bus_, pictures_, model_, clicks_, activation_);
+        menu_.emplace(loop_, bus_, data_, model_, clicks_, activation_);
     }
     BusMessage call(const char* member) {
         const char* program = nullptr;
@@ -57,7 +57,7 @@ class Desktop {
     EventLoop loop_;
     test::OpenBus bus_{loop_};
     test::Peer panel_{loop_};
-    ItemPictures pictures_{"/nonexistent"};
+    const std::string data_ = "/nonexistent";
     StatusItemModel model_;
     Clicks clicks_;
     // Nobody clicks on the item itself.

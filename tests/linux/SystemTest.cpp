@@ -67,23 +67,23 @@ TEST(LinuxSystemInfo, readsVersionsOfEveryShape) {
 }
 
 TEST(LinuxSystemInfo, findsTheVersionAmongTheLines) {
-    EXPECT_EQ(versionId("NAME=x\nVERSION_ID=\"12\"\nID=debian\n"), "12");
-    EXPECT_EQ(versionId("VERSION_ID='39'"), "39");
-    EXPECT_EQ(versionId("VERSION_ID=3.18.4\n"), "3.18.4");
-    EXPECT_EQ(versionId("NAME=x\nOLD_VERSION_ID=1\n"), std::nullopt);
-    EXPECT_EQ(versionId(""), std::nullopt);
+    EXPECT_EQ(versionId(std::istringstream("NAME=x\nVERSION_ID=\"12\"\nID=debian\n")), "12");
+    EXPECT_EQ(versionId(std::istringstream("VERSION_ID='39'")), "39");
+    EXPECT_EQ(versionId(std::istringstream("VERSION_ID=3.18.4\n")), "3.18.4");
+    EXPECT_EQ(versionId(std::istringstream("NAME=x\nOLD_VERSION_ID=1\n")), std::nullopt);
+    EXPECT_EQ(versionId(std::istringstream("")), std::nullopt);
 }
 
 TEST(LinuxSystemInfo, saysWhatProgramAndMachineAre) {
     utsname names{};
     ASSERT_EQ(uname(&names), 0);
-    const LinuxSystemInfo info;
-    EXPECT_EQ(info.machine(), names.machine);
-    EXPECT_GT(info.osVersion().major, 0);
-    EXPECT_EQ(info.bundleIdentifier(), "app.orvane.Kelpa");
-    EXPECT_EQ(std::get<std::string>(info.bundleInfo().at("CFBundleDisplayName")), "Kelpa");
+    const auto info = makeLinuxSystemInfo();
+    EXPECT_EQ(info->machine(), names.machine);
+    EXPECT_GT(info->osVersion().major, 0);
+    EXPECT_EQ(info->bundleIdentifier(), "app.orvane.Kelpa");
+    EXPECT_EQ(std::get<std::string>(info->bundleInfo().at("CFBundleDisplayName")), "Kelpa");
     for (const char* key : {"CFBundleShortVersionString", "CFBundleVersion"})
-        EXPECT_FALSE(std::get<std::string>(info.bundleInfo().at(key)).empty());
+        EXPECT_FALSE(std::get<std::string>(info->bundleInfo().at(key)).empty());
 }
 
 TEST(Folders, passOverRelativePaths) {
@@ -92,13 +92,13 @@ TEST(Folders, passOverRelativePaths) {
     setenv("XDG_STATE_HOME", "not/absolute", 1);
     EXPECT_EQ(configHome(), "/elsewhere");
     EXPECT_EQ(stateHome(), "/home/me/.local/state");
-    EXPECT_EQ(LinuxSystemInfo().homeDirectory(), "/home/me/.local/state/app.orvane.Kelpa");
+    EXPECT_EQ(makeLinuxSystemInfo()->homeDirectory(), "/home/me/.local/state/app.orvane.Kelpa");
     setenv("XDG_CONFIG_HOME", "", 1);
     EXPECT_EQ(configHome(), "/home/me/.config");
     setenv("HOME", "", 1);
     EXPECT_EQ(configHome(), std::nullopt);
     unsetenv("HOME");
-    EXPECT_EQ(LinuxSystemInfo().homeDirectory(), std::nullopt);
+    EXPECT_EQ(makeLinuxSystemInfo()->homeDirectory(), std::nullopt);
 }
 
 TEST(Folders, findTheDataOfABuildTreeAndOfAnInstallation) {
@@ -235,20 +235,20 @@ TEST_F(TranslationsTest, areUsableWithoutATable) {
 }
 
 TEST(LinuxFonts, takeTheProgramsFontAndRefuseDamagedOnes) {
-    LinuxFonts fonts(KELPA_BINARY_DIR "/share/kelpa");
-    const auto font = fonts.fontAsset("iconfont");
+    const auto fonts = makeLinuxFonts(KELPA_BINARY_DIR "/share/kelpa");
+    const auto font = fonts->fontAsset("iconfont");
     ASSERT_TRUE(font);
-    EXPECT_EQ(fonts.registerFont(*font), std::nullopt);
-    EXPECT_EQ(fonts.fontAsset("missing"), std::nullopt);
+    EXPECT_EQ(fonts->registerFont(*font), std::nullopt);
+    EXPECT_EQ(fonts->fontAsset("missing"), std::nullopt);
     constexpr std::size_t padding = 3; // the last table is filled up to a multiple of four
     for (std::size_t length = 0; length + padding < font->size(); ++length) {
         const std::vector<unsigned char> cut(font->begin(),
                                              font->begin() + static_cast<std::ptrdiff_t>(length));
-        EXPECT_NE(fonts.registerFont(cut), std::nullopt) << length;
+        EXPECT_NE(fonts->registerFont(cut), std::nullopt) << length;
     }
     const TempFolder folder;
     test::writeFile(folder.file("iconfont.ttf"), "no font");
-    EXPECT_EQ(LinuxFonts(folder.path()).fontAsset("iconfont"), std::nullopt);
+    EXPECT_EQ(makeLinuxFonts(folder.path())->fontAsset("iconfont"), std::nullopt);
 }
 
 TEST(SystemRandom, reachesEveryNumberBelow) {

@@ -17,7 +17,6 @@ constexpr double proven = 60;
 constexpr double patience = 10;
 /// So many messages lie unsent only where the bus takes none.
 constexpr std::uint64_t mostUnsent = 16;
-constexpr std::uint64_t forEver = UINT64_MAX;
 
 } // namespace
 
@@ -119,7 +118,7 @@ bool Bus::keepsUp() {
     if (!open() || catchingUp_ || sd_bus_get_n_queued_write(handle(), &unsent) < 0)
         return false;
     if (unsent > mostUnsent)
-        catchingUp_ = callWith(newCall(theBus, "GetId"), BusHandler<&Bus::caughtUp>::call, this, forEver);
+        catchingUp_ = call<&Bus::caughtUp>(newCall(theBus, "GetId"), *this, forEver);
     return unsent <= mostUnsent;
 }
 

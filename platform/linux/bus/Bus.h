@@ -88,18 +88,13 @@ class Bus {
         return matchWith(rule, BusHandler<Handler>::call, &object);
     }
     /// Sends a call and hands its answer, which may be an error, to `Handler` of `object`. Null when the call
-    /// cannot be sent.
+    /// cannot be sent. `microseconds` is how long the answer is of use; as long as usual unless it is told.
     template <auto Handler>
-    [[nodiscard]] BusSlot call(const BusMessage& message,
-                               typename BusHandler<Handler>::Object& object) const {
-        return callWith(message, BusHandler<Handler>::call, &object);
+    [[nodiscard]] BusSlot call(const BusMessage& message, typename BusHandler<Handler>::Object& object,
+                               std::uint64_t microseconds = 0) const {
+        return callWith(message, BusHandler<Handler>::call, &object, microseconds);
     }
-    /// The same for an answer that is of use however late it comes.
-    template <auto Handler>
-    [[nodiscard]] BusSlot callWithoutHurry(const BusMessage& message,
-                                           typename BusHandler<Handler>::Object& object) const {
-        return callWith(message, BusHandler<Handler>::call, &object, UINT64_MAX);
-    }
+    static constexpr std::uint64_t forEver = UINT64_MAX;
     /// Sends a call before the loop runs for good and waits for its answer, which may be an error. Null when
     /// none comes within `seconds`, however long bus and receiver hang, and when the loop is told to end.
     [[nodiscard]] BusMessage ask(const BusMessage& message, double seconds) const;
@@ -112,7 +107,10 @@ class Bus {
     template <typename... Values>
     [[nodiscard]] BusMessage newCall(const BusAddress& to, const char* member, const char* types = "",
                                      Values... values) const {
-        return withValues(emptyCall(to, member), types, values...);
+        BusMessage call = emptyCall(to, member);
+        if (call && *types != '\0' && sd_bus_message_append(call.get(), types, values...) < 0)
+            call.reset();
+        return call;
     }
     /// A question for a property of an object's interface.
     [[nodiscard]] BusMessage newQuestion(const BusAddress& of, const char* property) const {
@@ -142,7 +140,7 @@ class Bus {
     [[nodiscard]] BusSlot matchWith(const std::string& rule, sd_bus_message_handler_t handler,
                                     void* object) const;
     [[nodiscard]] BusSlot callWith(const BusMessage& message, sd_bus_message_handler_t handler, void* object,
-                                   std::uint64_t microseconds = 0) const;
+                                   std::uint64_t microseconds) const;
     [[nodiscard]] BusMessage emptyCall(const BusAddress& to, const char* member) const;
 
     EventLoop& loop_;

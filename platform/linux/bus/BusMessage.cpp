@@ -1,5 +1,7 @@
 #include "platform/linux/bus/BusMessage.h"
 
+#include <string_view>
+
 namespace kelpa {
 
 namespace {
@@ -10,39 +12,23 @@ const char* typeOf(const BusValue& value) {
     return std::holds_alternative<bool>(value) ? "b" : "x";
 }
 
-/// Reads the content of the variant that was entered; false for a type that the interface does not have.
-bool readContent(sd_bus_message* message, char type, BusValue& value) {
-    const char* text = nullptr;
+/// A value of a type that the interface does not have is passed over.
+void readEntry(sd_bus_message* message, BusValues& values) {
+    const char *name = nullptr, *contents = nullptr, *text = nullptr;
     std::int64_t number = 0;
     int truth = 0;
-    if (type == SD_BUS_TYPE_STRING && sd_bus_message_read_basic(message, type, &text) >= 0)
-        value = std::string(text);
-    else if (type == SD_BUS_TYPE_INT64 && sd_bus_message_read_basic(message, type, &number) >= 0)
-        value = number;
-    else if (type == SD_BUS_TYPE_BOOLEAN && sd_bus_message_read_basic(message, type, &truth) >= 0)
-        value = truth != 0;
-    else
-        return false;
-    return true;
-}
-
-void readEntry(sd_bus_message* message, BusValues& values) {
-    const char *name = nullptr, *contents = nullptr;
-    char type = 0;
     if (sd_bus_message_read_basic(message, SD_BUS_TYPE_STRING, &name) < 0 ||
-        sd_bus_message_peek_type(message, &type, &contents) < 0 || contents == nullptr)
+        sd_bus_message_peek_type(message, nullptr, &contents) < 0 || contents == nullptr)
         return;
-    BusValue value;
-    const bool simple = contents[0] != '\0' && contents[1] == '\0';
-    if (simple && sd_bus_message_enter_container(message, SD_BUS_TYPE_VARIANT, contents) > 0) {
-        if (readContent(message, contents[0], value))
-            values.insert_or_assign(name, std::move(value));
-        else
-            sd_bus_message_skip(message, nullptr);
-        sd_bus_message_exit_container(message);
-    } else {
+    const std::string_view type = contents;
+    if (type == "s" && sd_bus_message_read(message, "v", "s", &text) >= 0)
+        values.insert_or_assign(name, std::string(text));
+    else if (type == "x" && sd_bus_message_read(message, "v", "x", &number) >= 0)
+        values.insert_or_assign(name, number);
+    else if (type == "b" && sd_bus_message_read(message, "v", "b", &truth) >= 0)
+        values.insert_or_assign(name, truth != 0);
+    else
         sd_bus_message_skip(message, "v");
-    }
 }
 
 } // namespace

@@ -43,13 +43,6 @@ inline constexpr const char* propertiesInterface = "org.freedesktop.DBus.Propert
 /// The same for signals whose first value is a certain text.
 [[nodiscard]] std::string signalRule(const BusAddress& from, const char* member, const std::string& first);
 
-/// The message with these values; null when it is null or does not take them.
-template <typename... Values>
-[[nodiscard]] BusMessage withValues(BusMessage message, const char* types, Values... values) {
-    if (message && *types != '\0' && sd_bus_message_append(message.get(), types, values...) < 0)
-        message.reset();
-    return message;
-}
 /// Whether there is a message, and no error.
 [[nodiscard]] inline bool isGood(sd_bus_message* message) {
     return message != nullptr && sd_bus_message_is_method_error(message, nullptr) == 0;

@@ -29,7 +29,7 @@ struct Reading {
         if (count < 0)
             return errno == EINTR || errno == EAGAIN;
         text.append(part.data(), static_cast<std::size_t>(count));
-        if (text.size() <= CommandOutput::mostBytes)
+        if (text.size() <= mostOutput)
             return count > 0;
         text.clear();
         return false;
@@ -43,17 +43,17 @@ struct Reading {
 
 } // namespace
 
-Subscription CommandOutput::read(std::vector<std::string> command,
-                                 std::function<void(const std::string& text)> ended) {
+Subscription readOutput(EventLoop& loop, Launcher& launcher, std::vector<std::string> command,
+                        std::function<void(const std::string& text)> ended) {
     std::array<int, 2> ends{-1, -1};
     if (::pipe2(ends.data(), O_CLOEXEC) != 0)
-        return loop_.afterReal(0, [ended = std::move(ended)] { ended({}); });
+        return loop.afterReal(0, [ended = std::move(ended)] { ended({}); });
     const Descriptor writing(ends[1]);
     ::fcntl(ends[0], F_SETFL, O_NONBLOCK);
     auto reading = std::make_shared<Reading>(Reading{Descriptor(ends[0]), std::move(ended)});
     *reading->pid =
-        launcher_.start(std::move(command), writing.get(), [pid = reading->pid](bool) { *pid = 0; });
-    reading->readable = loop_.watch(reading->end.get(), [raw = reading.get()] {
+        launcher.start(std::move(command), writing.get(), [pid = reading->pid](bool) { *pid = 0; });
+    reading->readable = loop.watch(reading->end.get(), [raw = reading.get()] {
         if (raw->take())
             return;
         raw->stop();

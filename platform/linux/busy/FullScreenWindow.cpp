@@ -24,14 +24,6 @@ std::optional<std::string> unlessShown(bool activeWindow) {
     return localized("This desktop does not tell which window is active.");
 }
 
-template <typename Value>
-std::span<const Value> valuesOf(const X11Reply<xcb_get_property_reply_t>& property) {
-    if (!property)
-        return {};
-    return {static_cast<const Value*>(xcb_get_property_value(property.get())),
-            static_cast<std::size_t>(xcb_get_property_value_length(property.get())) / sizeof(Value)};
-}
-
 /// Null where the compositor has no list, or one that says too little.
 const WaylandGlobal* listOffer(const WaylandConnection& connection) {
     const WaylandGlobal* offer = connection.offer(zwlr_foreign_toplevel_manager_v1_interface.name);
@@ -106,34 +98,30 @@ class ToplevelList {
     Subscription told_;
 };
 
-X11Reply<xcb_get_property_reply_t> property(X11Connection& connection, xcb_window_t window, const char* name,
-                                            xcb_atom_t type) {
-    const auto cookie =
-        xcb_get_property(connection.get(), 0, window, connection.atom(name), type, 0, mostStates);
-    return connection.reply<xcb_get_property_reply_t>(cookie);
+bool covers(X11Connection& connection, xcb_window_t window) {
+    const auto states =
+        connection.numbers(window, connection.atom("_NET_WM_STATE"), XCB_ATOM_ATOM, mostStates);
+    const xcb_atom_t fullScreen = connection.atom("_NET_WM_STATE_FULLSCREEN");
+    return std::find(states.begin(), states.end(), fullScreen) != states.end();
 }
 
-bool covers(X11Connection& connection, xcb_window_t window) {
-    const auto states = property(connection, window, "_NET_WM_STATE", XCB_ATOM_ATOM);
-    const auto all = valuesOf<xcb_atom_t>(states);
-    return std::find(all.begin(), all.end(), connection.atom("_NET_WM_STATE_FULLSCREEN")) != all.end();
+/// The window that a property of the root window names.
+xcb_window_t windowIn(X11Connection& connection, const char* property) {
+    const auto window = connection.numbers(connection.root(), connection.atom(property), XCB_ATOM_WINDOW);
+    return window.empty() ? static_cast<xcb_window_t>(XCB_WINDOW_NONE) : window[0];
 }
 
 } // namespace
 
 BusySource fullScreenWindow(X11Connection& connection) {
     const auto ask = [&connection](const BusySource::Answer& answer) {
-        const auto active = property(connection, connection.root(), "_NET_ACTIVE_WINDOW", XCB_ATOM_WINDOW);
-        const auto window = valuesOf<xcb_window_t>(active);
-        answer(!window.empty() && window[0] != XCB_WINDOW_NONE && covers(connection, window[0]));
+        const xcb_window_t active = windowIn(connection, "_NET_ACTIVE_WINDOW");
+        answer(active != XCB_WINDOW_NONE && covers(connection, active));
         return Subscription();
     };
-    const auto unavailable = [&connection] {
-        const auto manager =
-            property(connection, connection.root(), "_NET_SUPPORTING_WM_CHECK", XCB_ATOM_WINDOW);
-        return unlessShown(!valuesOf<xcb_window_t>(manager).empty());
-    };
-    return {ask, unavailable};
+    return {ask, [&connection] {
+                return unlessShown(windowIn(connection, "_NET_SUPPORTING_WM_CHECK") != XCB_WINDOW_NONE);
+            }};
 }
 
 BusySource fullScreenWindow(WaylandConnection& connection) {

@@ -55,24 +55,26 @@ struct Stream {
 /// What is asked for in two steps, of which the second is seldom needed.
 class Question {
   public:
-    Question(CommandOutput& commands, BusySource::Answer answer)
-        : commands_(commands), answer_(std::move(answer)) {
-        running_ = commands_.read({tool, "list", "source-outputs"}, [this](const std::string& text) {
-            recorded_ = recordedSources(text);
-            recorded_.empty() ? answer_(false) : askSources();
-        });
+    Question(EventLoop& loop, Launcher& launcher, BusySource::Answer answer)
+        : loop_(loop), launcher_(launcher), answer_(std::move(answer)) {
+        running_ =
+            readOutput(loop_, launcher_, {tool, "list", "source-outputs"}, [this](const std::string& text) {
+                recorded_ = recordedSources(text);
+                recorded_.empty() ? answer_(false) : askSources();
+            });
     }
 
   private:
     void askSources() {
-        running_ = commands_.read({tool, "list", "sources"}, [this](const std::string& text) {
+        running_ = readOutput(loop_, launcher_, {tool, "list", "sources"}, [this](const std::string& text) {
             const auto real = realSources(text);
             answer_(std::any_of(recorded_.begin(), recorded_.end(),
                                 [&real](const std::string& source) { return real.count(source) > 0; }));
         });
     }
 
-    CommandOutput& commands_;
+    EventLoop& loop_;
+    Launcher& launcher_;
     BusySource::Answer answer_;
     std::set<std::string> recorded_;
     Subscription running_;
@@ -114,8 +116,8 @@ std::set<std::string> realSources(const std::string& sources) {
 }
 
 BusySource soundRecording(EventLoop& loop) {
-    const auto ask = [commands = std::make_shared<CommandOutput>(loop)](BusySource::Answer answer) {
-        return keeping(std::make_shared<Question>(*commands, std::move(answer)));
+    const auto ask = [&loop, launcher = std::make_shared<Launcher>(loop)](BusySource::Answer answer) {
+        return keeping(std::make_shared<Question>(loop, *launcher, std::move(answer)));
     };
     const auto unavailable = []() -> std::optional<std::string> {
         if (!programOnPath(tool).empty())

@@ -108,14 +108,10 @@ bool showsBlocks() {
 }
 
 std::string printed(const HistoryCommand& command, HistoryDate first, const std::vector<HistorySum>& days) {
-    switch (command.form) {
-    case Form::Json:
+    if (command.form == Form::Json)
         return historyJson(first, days);
-    case Form::Csv:
+    if (command.form == Form::Csv)
         return historyCsv(first, days);
-    case Form::Table:
-        break;
-    }
     return historyTable(first, days, showsBlocks());
 }
 

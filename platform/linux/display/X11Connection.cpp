@@ -95,6 +95,17 @@ Subscription X11Connection::listen(Handler handler) {
     return Subscription([this, place] { handlers_.erase(place); });
 }
 
+std::vector<std::uint32_t> X11Connection::numbers(xcb_window_t window, xcb_atom_t property, xcb_atom_t type,
+                                                  std::uint32_t most) {
+    const auto cookie = xcb_get_property(connection_, 0, window, property, type, 0, most);
+    const auto answer = reply<xcb_get_property_reply_t>(cookie);
+    if (!answer)
+        return {};
+    const auto* first = static_cast<const std::uint32_t*>(xcb_get_property_value(answer.get()));
+    return {first,
+            first + static_cast<std::size_t>(xcb_get_property_value_length(answer.get())) / sizeof *first};
+}
+
 void X11Connection::selectRoot(std::uint32_t mask) {
     rootMask_ |= mask;
     xcb_change_window_attributes(connection_, root(), XCB_CW_EVENT_MASK, &rootMask_);

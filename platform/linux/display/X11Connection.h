@@ -7,6 +7,7 @@
 #include <list>
 #include <memory>
 #include <string>
+#include <vector>
 #include <xcb/xcb.h>
 
 namespace kelpa {
@@ -37,6 +38,10 @@ class X11Connection {
     [[nodiscard]] X11Reply<Reply> reply(Cookie cookie) {
         return X11Reply<Reply>(static_cast<Reply*>(await(cookie.sequence)));
     }
+    /// The numbers of 32 bits, `most` of them, that a window's property begins with; none where it is of
+    /// another type, or is not there.
+    [[nodiscard]] std::vector<std::uint32_t> numbers(xcb_window_t window, xcb_atom_t property,
+                                                     xcb_atom_t type, std::uint32_t most = 1);
     /// Whether the server owes an answer that is not waited for any more.
     [[nodiscard]] bool standsStill() const { return standsStill_; }
     /// Hands every event that comes to `handler` until the handle ends, which must be neither from inside a

@@ -213,12 +213,9 @@ class X11Activity final : public ActivitySource {
     }
 
     [[nodiscard]] bool own(xcb_window_t window) {
-        const auto cookie = xcb_get_property(connection_->get(), 0, window, pid_, XCB_ATOM_CARDINAL, 0, 1);
-        const auto reply = connection_->reply<xcb_get_property_reply_t>(cookie);
-        if (!reply || xcb_get_property_value_length(reply.get()) != sizeof(std::uint32_t))
-            return false;
-        const auto pid = *static_cast<const std::uint32_t*>(xcb_get_property_value(reply.get()));
-        return windows_.viewPid() != 0 && pid == static_cast<std::uint32_t>(windows_.viewPid());
+        const auto pid = connection_->numbers(window, pid_, XCB_ATOM_CARDINAL);
+        const auto view = static_cast<std::uint32_t>(windows_.viewPid());
+        return view != 0 && !pid.empty() && pid[0] == view;
     }
 
     EventLoop& loop_;

@@ -49,11 +49,8 @@ class X11Lock {
 
     /// Its first number is the atom "LOCK", "BLANK" while the screen is dark but not locked, and else 0.
     [[nodiscard]] bool propertySaysLocked() {
-        const auto cookie =
-            xcb_get_property(connection_.get(), 0, connection_.root(), status_, XCB_ATOM_INTEGER, 0, 1);
-        const auto status = connection_.reply<xcb_get_property_reply_t>(cookie);
-        return status && xcb_get_property_value_length(status.get()) == sizeof(xcb_atom_t) &&
-               *static_cast<const xcb_atom_t*>(xcb_get_property_value(status.get())) == lock_;
+        const auto status = connection_.numbers(connection_.root(), status_, XCB_ATOM_INTEGER);
+        return !status.empty() && status[0] == lock_;
     }
 
     /// It has a window that is never shown and bears its version. We hear from now on of that window's end.

@@ -51,7 +51,7 @@ class DesktopNotifications final : public Notifications, private BusClient {
 
         /// However late the answer is: without the number in it nothing can be taken away.
         void send(const BusMessage& message) {
-            call_ = owner_.bus_.callWithoutHurry<&Shown::answered>(message, *this);
+            call_ = owner_.bus_.call<&Shown::answered>(message, *this, Bus::forEver);
         }
 
         [[nodiscard]] bool unanswered() const { return call_ != nullptr; }

@@ -1,5 +1,7 @@
 #include "platform/linux/tray/DBusMenu.h"
 
+#include "platform/linux/tray/ItemPictures.h"
+
 #include <algorithm>
 #include <optional>
 #include <string_view>
@@ -100,14 +102,14 @@ Keys keysOf(int depth) {
 }
 
 /// Everything that hosts can know of a line. The line with the id 0 is the menu itself.
-MenuProperties propertiesOf(const MenuLine& line, const ItemPictures& pictures, Keys keys = Keys::Named) {
+MenuProperties propertiesOf(const MenuLine& line, const std::string& data, Keys keys = Keys::Named) {
     if (line.id == 0)
         return {text("children-display", "submenu")};
     if (line.separator)
         return {text("type", "separator")};
     MenuProperties properties = {text("label", escaped(line.title)), truth("enabled", line.enabled),
                                  truth("visible", true), text("disposition", "normal")};
-    if (auto picture = pictures.symbol(line.image))
+    if (auto picture = symbolPicture(data, line.image))
         properties.push_back(
             {"icon-data", "ay", [bytes = std::move(*picture)](BusWriter& out) { out.bytes(bytes); }});
     if (!line.keyEquivalent.empty())
@@ -166,9 +168,9 @@ int unknownLine(sd_bus_error* error, int id) {
 
 } // namespace
 
-DBusMenu::DBusMenu(EventLoop& loop, Bus& bus, const ItemPictures& pictures, const StatusItemModel& model,
+DBusMenu::DBusMenu(EventLoop& loop, Bus& bus, const std::string& data, const StatusItemModel& model,
                    MenuClicks& clicks, ItemActivation& activation)
-    : loop_(loop), bus_(bus), pictures_(pictures), model_(model), clicks_(clicks), activation_(activation),
+    : loop_(loop), bus_(bus), data_(data), model_(model), clicks_(clicks), activation_(activation),
       object_(bus.serve(path, interface, vtable, this)) {}
 
 const MenuLine* DBusMenu::find(int id) const {
@@ -190,7 +192,7 @@ void DBusMenu::lineChanged(const MenuLine& line) {
         bus_.keepsUp() ? bus_.newSignal(path, interface, "ItemsPropertiesUpdated") : nullptr;
     if (!signal)
         return;
-    const auto properties = propertiesOf(line, pictures_);
+    const auto properties = propertiesOf(line, data_);
     BusWriter writer(signal.get());
     writer.open('a', "(ia{sv})").open('r', "ia{sv}").integer(line.id);
     writeProperties(writer, properties);
@@ -228,7 +230,7 @@ void DBusMenu::writeLayout(BusWriter& writer, const MenuLine& parent, int depth,
                            const std::vector<std::string>& names) const {
     const auto open = [&](const MenuLine& line) {
         writer.open('r', "ia{sv}av").integer(line.id);
-        writeProperties(writer, selected(propertiesOf(line, pictures_, keysOf(depth)), names));
+        writeProperties(writer, selected(propertiesOf(line, data_, keysOf(depth)), names));
         writer.open('a', "v");
     };
     writer.natural(revision_);
@@ -256,7 +258,7 @@ int DBusMenu::getGroupProperties(sd_bus_message* call, sd_bus_error*) {
             if (line == nullptr)
                 continue;
             out.open('r', "ia{sv}").integer(id);
-            writeProperties(out, selected(propertiesOf(*line, pictures_), names));
+            writeProperties(out, selected(propertiesOf(*line, data_), names));
             out.close();
         }
         out.close();
@@ -269,7 +271,7 @@ int DBusMenu::getProperty(sd_bus_message* call, sd_bus_error* error) {
         return 0;
     const char* name = nullptr;
     sd_bus_message_read_basic(call, 's', &name);
-    const auto properties = selected(propertiesOf(*line, pictures_), {name});
+    const auto properties = selected(propertiesOf(*line, data_), {name});
     if (properties.empty())
         return sd_bus_error_setf(error, SD_BUS_ERROR_INVALID_ARGS, "Line %d has no property %s", line->id,
                                  name);

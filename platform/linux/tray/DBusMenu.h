@@ -3,7 +3,6 @@
 #include "platform/linux/EventLoop.h"
 #include "platform/linux/bus/Bus.h"
 #include "platform/linux/tray/ItemActivation.h"
-#include "platform/linux/tray/ItemPictures.h"
 #include "platform/linux/tray/LinuxStatusBar.h"
 
 #include <string>
@@ -17,8 +16,9 @@ class DBusMenu {
   public:
     static constexpr const char* path = "/MenuBar";
 
-    /// All arguments outlive the menu, and the bus is open for as long.
-    DBusMenu(EventLoop& loop, Bus& bus, const ItemPictures& pictures, const StatusItemModel& model,
+    /// All arguments, of which `data` is the program's data folder, outlive the menu, and the bus is open for
+    /// as long.
+    DBusMenu(EventLoop& loop, Bus& bus, const std::string& data, const StatusItemModel& model,
              MenuClicks& clicks, ItemActivation& activation);
 
     /// Tells hosts that lines came or went.
@@ -43,7 +43,7 @@ class DBusMenu {
 
     EventLoop& loop_;
     Bus& bus_;
-    const ItemPictures& pictures_;
+    const std::string& data_;
     const StatusItemModel& model_;
     MenuClicks& clicks_;
     ItemActivation& activation_;

@@ -23,21 +23,21 @@ std::size_t bytesOf(int size) {
 
 } // namespace
 
-std::vector<Pixmap> ItemPictures::pixmaps() const {
+std::vector<Pixmap> itemPixmaps(const std::string& data) {
     std::vector<Pixmap> found;
     for (const int size : sizes) {
-        auto pixels = contentOf(folder_ + "/pixmaps/kelpa-" + std::to_string(size) + ".argb");
+        auto pixels = contentOf(data + "/pixmaps/kelpa-" + std::to_string(size) + ".argb");
         if (pixels && pixels->size() == bytesOf(size))
             found.push_back({size, std::move(*pixels)});
     }
     return found;
 }
 
-std::optional<std::string> ItemPictures::symbol(const std::string& name) const {
+std::optional<std::string> symbolPicture(const std::string& data, const std::string& name) {
     // A name is never a path that leads elsewhere.
     if (name.empty() || name.find('/') != std::string::npos)
         return std::nullopt;
-    return contentOf(folder_ + "/symbols/" + name + ".png");
+    return contentOf(data + "/symbols/" + name + ".png");
 }
 
 } // namespace kelpa

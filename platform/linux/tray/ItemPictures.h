@@ -12,21 +12,12 @@ struct Pixmap {
     std::string pixels;
 };
 
-/// The pictures that come with the program. They are read when a host asks, which is seldom, and not kept.
-class ItemPictures {
-  public:
-    /// `folder` is the program's data folder.
-    explicit ItemPictures(std::string folder) : folder_(std::move(folder)) {}
+// The pictures that come with the program, in its data folder `data`. They are read when a host asks, which
+// is seldom, and not kept.
 
-    /// Where hosts find the symbolic icon by its name.
-    [[nodiscard]] std::string themeFolder() const { return folder_ + "/icons"; }
-    /// The item's picture in the sizes that there are; those that are missing or damaged are left out.
-    [[nodiscard]] std::vector<Pixmap> pixmaps() const;
-    /// The drawing of a menu symbol as a PNG file's bytes; nothing where there is none.
-    [[nodiscard]] std::optional<std::string> symbol(const std::string& name) const;
-
-  private:
-    std::string folder_;
-};
+/// The item's picture in the sizes that there are; those that are missing or damaged are left out.
+[[nodiscard]] std::vector<Pixmap> itemPixmaps(const std::string& data);
+/// The drawing of a menu symbol as a PNG file's bytes; nothing where there is none.
+[[nodiscard]] std::optional<std::string> symbolPicture(const std::string& data, const std::string& name);
 
 } // namespace kelpa

@@ -1,6 +1,7 @@
 #include "platform/linux/tray/StatusNotifierItem.h"
 
 #include "platform/linux/tray/DBusMenu.h"
+#include "platform/linux/tray/ItemPictures.h"
 
 #include <cstddef>
 #include <ctime>
@@ -28,7 +29,7 @@ std::int64_t coarseSeconds() {
 
 /// What hosts read. The bus library takes what stands here as it is.
 struct Shown {
-    const ItemPictures* pictures;
+    const std::string* data;
     ItemActivation* activation;
     const char* id;
     const char* name;
@@ -55,14 +56,14 @@ int property(sd_bus*, const char*, const char*, const char*, sd_bus_message* rep
 }
 
 void themeFolder(BusWriter& writer, const Shown& shown) {
-    writer.text(shown.pictures->themeFolder());
+    writer.text(*shown.data + "/icons");
 }
 void noPixmaps(BusWriter& writer, const Shown&) {
     writer.open('a', "(iiay)").close();
 }
 void pixmaps(BusWriter& writer, const Shown& shown) {
     writer.open('a', "(iiay)");
-    for (const Pixmap& pixmap : shown.pictures->pixmaps())
+    for (const Pixmap& pixmap : itemPixmaps(*shown.data))
         writer.open('r', "iiay").integer(pixmap.size).integer(pixmap.size).bytes(pixmap.pixels).close();
     writer.close();
 }
@@ -125,9 +126,9 @@ class StatusNotifierItem final : public StatusItemSink, private BusClient {
   public:
     StatusNotifierItem(EventLoop& loop, Bus& bus, ItemIdentity identity, ItemActivation& activation,
                        std::function<void(bool present)> hostChanged)
-        : loop_(loop), bus_(bus), identity_(std::move(identity)),
-          pictures_(identity_.data), shown_{&pictures_, &activation, identity_.id.c_str(),
-                                            identity_.name.c_str()},
+        : loop_(loop), bus_(bus),
+          identity_(std::move(identity)), shown_{&identity_.data, &activation, identity_.id.c_str(),
+                                                 identity_.name.c_str()},
           hostChanged_(std::move(hostChanged)),
           service_("org.kde.StatusNotifierItem-" + std::to_string(getpid()) + "-1"),
           joined_(bus.join(*this)) {}
@@ -201,7 +202,7 @@ class StatusNotifierItem final : public StatusItemSink, private BusClient {
     }
 
     void appear() {
-        menu_.emplace(loop_, bus_, pictures_, *model_, *clicks_, *shown_.activation);
+        menu_.emplace(loop_, bus_, identity_.data, *model_, *clicks_, *shown_.activation);
         object_ = bus_.serve(path, interface, vtable, &shown_);
         colours_ = bus_.match<&StatusNotifierItem::coloursChanged>(signalRule(plasmaSettings, "notifyChange"),
                                                                    *this);
@@ -266,7 +267,6 @@ class StatusNotifierItem final : public StatusItemSink, private BusClient {
     EventLoop& loop_;
     Bus& bus_;
     ItemIdentity identity_;
-    ItemPictures pictures_;
     Shown shown_;
     std::function<void(bool)> hostChanged_;
     std::optional<bool> hostPresent_; ///< empty until the first answer

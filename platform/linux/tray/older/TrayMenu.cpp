@@ -107,27 +107,22 @@ void TrayMenu::draw(QAction& action) const {
 
 void TrayMenu::insert(const wire::Message& message) {
     const auto id = message.number(2);
-    if (!id || lines_.count(*id) != 0)
+    if (!id || lines_.contains(*id))
         return;
     auto* action = new QAction(&menu_);
     fill(*action, message, 2);
     connect(action, &QAction::triggered, this, [this, line = *id] { emit clicked(line); });
     menu_.insertAction(menu_.actions().value(message.number(1).value_or(-1)), action);
-    lines_.emplace(*id, action);
+    lines_.insert(*id, action);
 }
 
 void TrayMenu::change(const wire::Message& message) {
-    const auto line = lines_.find(message.number(1).value_or(0));
-    if (line != lines_.end())
-        fill(*line->second, message, 1);
+    if (QAction* const line = lines_.value(message.number(1).value_or(0)))
+        fill(*line, message, 1);
 }
 
 void TrayMenu::remove(const wire::Message& message) {
-    const auto line = lines_.find(message.number(1).value_or(0));
-    if (line == lines_.end())
-        return;
-    delete line->second;
-    lines_.erase(line);
+    delete lines_.take(message.number(1).value_or(0));
 }
 
 void TrayMenu::popup(const QRect& icon) {
@@ -151,8 +146,8 @@ void TrayMenu::openInTime() {
     again_.stop();
     tries_ = 0;
     menu_.setPalette(paletteOf(*appearance_));
-    for (const auto& [id, action] : lines_)
-        draw(*action);
+    for (QAction* const line : std::as_const(lines_))
+        draw(*line);
     menu_.popup(place());
 }
 

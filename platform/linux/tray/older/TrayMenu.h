@@ -3,9 +3,9 @@
 #include "platform/linux/helper/Lines.h"
 #include "platform/linux/view/Appearance.h"
 
+#include <QMap>
 #include <QMenu>
 #include <QTimer>
-#include <map>
 #include <optional>
 
 namespace kelpa {
@@ -44,7 +44,7 @@ class TrayMenu : public QObject {
 
     QString symbols_;
     QMenu menu_;
-    std::map<int, QAction*> lines_;
+    QMap<int, QAction*> lines_;
     std::optional<QRect> icon_;                  ///< where the menu is opened at; nothing for the pointer
     std::optional<view::Appearance> appearance_; ///< asked for with the first opening
     QTimer again_;                               ///< until the menu can be opened
