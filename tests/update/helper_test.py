@@ -123,7 +123,8 @@ class Feed(UpdateTest):
         bomb += b"]><rss><channel><title>&w;</title></channel></rss>"
         item_deep = b"<rss><channel><item>" + b"<b>" * 40 + b"</b>" * 40 + b"</item></channel></rss>"
         for bytes_ in (b"", b"<html></html>", b"not XML", feed(self.release())[:-8], deep, bomb, item_deep,
-                       b"<rss><channel/></rss><rss/>", b"<rss version='2.0'></rss>", b"\xff\xfe\x00",
+                       b"<rss><channel/></rss><rss/>", b"<rss><channel><!DOCTYPE rss></channel></rss>",
+                       b"<rss><channel/></rss><!DOCTYPE rss>", b"<rss version='2.0'></rss>", b"\xff\xfe\x00",
                        b'<?xml version="1.0" encoding="utf-8"?><rss><channel>\xff</channel></rss>'):
             self.server.paths["/feed.xml"] = bytes_
             self.refused("malformed", self.check())

@@ -8,80 +8,52 @@ namespace kelpa {
 
 namespace {
 
-bool isDigit(char c) {
-    return c >= '0' && c <= '9';
-}
+using namespace Qt::StringLiterals;
 
-bool isLetter(char c) {
-    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
-}
+constexpr std::string_view digitsAndLetters = "0123456789abcdefghijklmnopqrstuvwxyz";
+constexpr std::string_view digits = digitsAndLetters.substr(0, 10);
+constexpr std::string_view letters = digitsAndLetters.substr(10);
 
-char lower(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
-/// A run of digits, a run of letters, or the end.
+/// A number or a word, in the order in which they make a version later. The end is a number as well: a zero.
 struct Part {
-    enum class Kind { Word, End, Number }; ///< in the order in which they make a version later
-    Kind kind = Kind::End;
+    bool isNumber = true;
+    std::size_t length = 0; ///< of a number, without the zeros in front
     std::string_view text;
+    auto operator<=>(const Part&) const = default;
 };
 
+/// Takes a version apart.
 class Parts {
   public:
-    explicit Parts(std::string_view version) : rest_(version.substr(0, version.find('+'))) {}
+    explicit Parts(const QString& version)
+        : version_(version.section(u'+', 0, 0).toUtf8().toLower().toStdString()) {}
 
+    [[nodiscard]] bool atEnd() const { return rest_.empty(); }
     Part next() {
-        while (!rest_.empty() && !isDigit(rest_.front()) && !isLetter(rest_.front()))
-            rest_.remove_prefix(1);
-        if (rest_.empty())
-            return {};
-        const bool number = isDigit(rest_.front());
-        const auto end = std::find_if_not(rest_.begin(), rest_.end(), number ? isDigit : isLetter);
-        const auto length = static_cast<std::size_t>(end - rest_.begin());
-        const Part part{number ? Part::Kind::Number : Part::Kind::Word, rest_.substr(0, length)};
-        rest_.remove_prefix(length);
-        return part;
+        rest_.remove_prefix(std::min(rest_.find_first_of(digitsAndLetters), rest_.size()));
+        if (const auto word = take(letters); !word.empty())
+            return {false, 0, word};
+        take("0");
+        const auto number = take(digits);
+        return {true, number.size(), number};
     }
 
   private:
-    std::string_view rest_;
+    std::string_view take(std::string_view kind) {
+        const auto taken = rest_.substr(0, rest_.find_first_not_of(kind));
+        rest_.remove_prefix(taken.size());
+        return taken;
+    }
+
+    std::string version_;
+    std::string_view rest_ = version_;
 };
-
-std::string_view withoutZeros(std::string_view digits) {
-    return digits.substr(std::min(digits.find_first_not_of('0'), digits.size()));
-}
-
-std::weak_ordering numberOrder(std::string_view left, std::string_view right) {
-    left = withoutZeros(left);
-    right = withoutZeros(right);
-    if (left.size() != right.size())
-        return left.size() <=> right.size();
-    return left <=> right;
-}
-
-std::weak_ordering wordOrder(std::string_view left, std::string_view right) {
-    return std::lexicographical_compare_three_way(
-        left.begin(), left.end(), right.begin(), right.end(),
-        [](char a, char b) -> std::weak_ordering { return lower(a) <=> lower(b); });
-}
-
-/// The end counts as a zero beside a number: 1 and 1.0 are the same.
-std::weak_ordering partOrder(const Part& left, const Part& right) {
-    if (left.kind == Part::Kind::Word || right.kind == Part::Kind::Word)
-        return left.kind == right.kind ? wordOrder(left.text, right.text) : left.kind <=> right.kind;
-    return numberOrder(left.text, right.text);
-}
 
 /// Elements in an element of an item; the text of a release may bring some markup of its own.
 constexpr int deepest = 32;
 /// The parser compares every attribute of an element with every other one.
 constexpr int mostAttributes = 400;
-const QLatin1String sparkle("http://www.andymatuschak.org/xml-namespaces/sparkle");
-
-std::weak_ordering order(const QString& left, const QString& right) {
-    return versionOrder(left.toStdString(), right.toStdString());
-}
+constexpr auto sparkle = "http://www.andymatuschak.org/xml-namespaces/sparkle"_L1;
 
 /// Whether an element has far too many attributes. A tag ends before the next one begins, and no equals sign
 /// is missing between an attribute's name and its value.
@@ -99,18 +71,18 @@ class Parser {
     Parser(const QString& text, const QUrl& base) : xml_(text), base_(base) {}
 
     std::optional<std::vector<AppcastItem>> run() {
-        if (!enter(QLatin1String("rss")) || !enter(QLatin1String("channel")))
+        if (!enter("rss"_L1) || !enter("channel"_L1))
             return std::nullopt;
         while (nextChild()) {
-            if (xml_.name() == QLatin1String("item"))
+            if (xml_.name() == "item"_L1)
                 item();
             else
                 skip();
         }
         // What stands behind the channel has to be well-formed as well.
-        while (!refused_ && !xml_.atEnd())
+        while (!xml_.atEnd())
             next();
-        if (refused_ || xml_.hasError())
+        if (xml_.hasError())
             return std::nullopt;
         return std::move(items_);
     }
@@ -118,19 +90,16 @@ class Parser {
   private:
     QXmlStreamReader::TokenType next() {
         const auto token = xml_.readNext();
-        refused_ = refused_ || token == QXmlStreamReader::DTD;
+        if (token == QXmlStreamReader::DTD)
+            xml_.raiseError();
         return token;
     }
 
     /// Goes on to the next element in the current one; false at its end.
     bool nextChild() {
-        while (!refused_ && !xml_.atEnd()) {
-            const auto token = next();
-            if (token == QXmlStreamReader::StartElement)
+        while (!xml_.atEnd() && next() != QXmlStreamReader::EndElement)
+            if (xml_.isStartElement())
                 return true;
-            if (token == QXmlStreamReader::EndElement)
-                return false;
-        }
         return false;
     }
 
@@ -146,14 +115,14 @@ class Parser {
     /// To the end of the current element; gives the text in it, without that of further elements.
     QString skip() {
         QString text;
-        for (int depth = 1; depth > 0 && !refused_ && !xml_.atEnd();) {
+        for (int depth = 1; depth > 0 && !xml_.atEnd();) {
             const auto token = next();
-            if (token == QXmlStreamReader::StartElement)
-                refused_ = ++depth > deepest;
-            else if (token == QXmlStreamReader::EndElement)
+            if (token == QXmlStreamReader::EndElement)
                 --depth;
             else if (token == QXmlStreamReader::Characters && depth == 1)
                 text += xml_.text();
+            else if (token == QXmlStreamReader::StartElement && ++depth > deepest)
+                xml_.raiseError();
         }
         return text.trimmed();
     }
@@ -164,7 +133,7 @@ class Parser {
         while (nextChild()) {
             if (xml_.namespaceUri() == sparkle)
                 sparkleElement(item, everySystem);
-            else if (xml_.namespaceUri().isEmpty() && xml_.name() == QLatin1String("enclosure"))
+            else if (xml_.namespaceUri().isEmpty() && xml_.name() == "enclosure"_L1)
                 enclosure(item);
             else
                 skip();
@@ -177,19 +146,17 @@ class Parser {
     }
 
     void sparkleElement(AppcastItem& item, QString& everySystem) {
+        const std::pair<QLatin1String, QString&> texts[] = {{"version"_L1, item.version},
+                                                            {"shortVersionString"_L1, item.name},
+                                                            {"minimumSystemVersion"_L1, item.minimumSystem},
+                                                            {"channel"_L1, item.channel},
+                                                            {"os"_L1, everySystem}};
         const QString name = xml_.name().toString();
         const QString text = skip();
-        if (name == QLatin1String("version"))
-            item.version = text;
-        else if (name == QLatin1String("shortVersionString"))
-            item.name = text;
-        else if (name == QLatin1String("minimumSystemVersion"))
-            item.minimumSystem = text;
-        else if (name == QLatin1String("channel"))
-            item.channel = text;
-        else if (name == QLatin1String("os"))
-            everySystem = text;
-        else if (name == QLatin1String("releaseNotesLink"))
+        for (const auto& [element, kept] : texts)
+            if (name == element)
+                kept = text;
+        if (name == "releaseNotesLink"_L1)
             item.notes = base_.resolved(QUrl(text));
     }
 
@@ -198,9 +165,8 @@ class Parser {
         const auto own = [&attributes](const char* name) {
             return attributes.value(sparkle, QLatin1String(name)).trimmed().toString();
         };
-        item.packages.push_back({base_.resolved(QUrl(attributes.value(QLatin1String("url")).toString())),
-                                 own("os"), own("edSignature"),
-                                 attributes.value(QLatin1String("length")).toLongLong()});
+        item.packages.push_back({base_.resolved(QUrl(attributes.value("url"_L1).toString())), own("os"),
+                                 own("edSignature"), attributes.value("length"_L1).toLongLong()});
         // Older feeds tell the version here.
         if (item.version.isEmpty())
             item.version = own("version");
@@ -212,13 +178,12 @@ class Parser {
     QXmlStreamReader xml_;
     QUrl base_;
     std::vector<AppcastItem> items_;
-    bool refused_ = false;
 };
 
 const AppcastPackage* packageFor(const AppcastReader& reader, const AppcastItem& item) {
     for (const AppcastPackage& package : item.packages) {
-        const bool ours = package.system.isEmpty() ||
-                          package.system.compare(QLatin1String("linux"), Qt::CaseInsensitive) == 0;
+        const bool ours =
+            package.system.isEmpty() || package.system.compare("linux"_L1, Qt::CaseInsensitive) == 0;
         if (ours && package.address.path().endsWith(reader.packageEnding))
             return &package;
     }
@@ -227,17 +192,13 @@ const AppcastPackage* packageFor(const AppcastReader& reader, const AppcastItem&
 
 } // namespace
 
-std::weak_ordering versionOrder(std::string_view left, std::string_view right) {
+std::weak_ordering versionOrder(const QString& left, const QString& right) {
     Parts lefts(left);
     Parts rights(right);
-    for (;;) {
-        const Part a = lefts.next();
-        const Part b = rights.next();
-        if (a.kind == Part::Kind::End && b.kind == Part::Kind::End)
-            return std::weak_ordering::equivalent;
-        if (const auto order = partOrder(a, b); order != 0)
-            return order;
-    }
+    std::weak_ordering order = std::weak_ordering::equivalent;
+    while (order == 0 && !(lefts.atEnd() && rights.atEnd()))
+        order = lefts.next() <=> rights.next();
+    return order;
 }
 
 std::optional<std::vector<AppcastItem>> parseAppcast(const QByteArray& bytes, const QUrl& base) {
@@ -256,9 +217,9 @@ std::variant<AppcastNews, AppcastOffer> newestFor(const AppcastReader& reader,
         const AppcastPackage* package = packageFor(reader, item);
         const QString& known = best ? best->item.version : reader.runningVersion;
         if (package == nullptr || !item.channel.isEmpty() || item.version.isEmpty() ||
-            order(item.version, known) <= 0)
+            versionOrder(item.version, known) <= 0)
             continue;
-        if (order(item.minimumSystem, reader.systemVersion) > 0)
+        if (versionOrder(item.minimumSystem, reader.systemVersion) > 0)
             news = AppcastNews::SystemTooOld;
         else
             best = {item, *package};

@@ -50,8 +50,8 @@ Fetch::Fetch(QNetworkAccessManager& network, const QNetworkRequest& request, con
     reply_->setReadBufferSize(bufferBytes);
     connect(reply_.get(), &QNetworkReply::readyRead, this, &Fetch::readArrived);
     connect(reply_.get(), &QNetworkReply::finished, this, &Fetch::finish);
-    end_.callOnTimeout(this, [this] { fail(update::slow, "it took too long"); });
-    stall_.callOnTimeout(this, [this] { fail(update::slow, "nothing came any more"); });
+    end_.callOnTimeout(this, [this] { conclude({update::slow, "it took too long"}); });
+    stall_.callOnTimeout(this, [this] { conclude({update::slow, "nothing came any more"}); });
     end_.start(std::chrono::seconds(bounds_.seconds));
     stall_.start(std::chrono::seconds(bounds_.stallSeconds));
 }
@@ -69,34 +69,27 @@ void Fetch::readArrived() {
         stall_.start();
         received_ += count;
         if (received_ > bounds_.bytes)
-            return fail(update::tooLarge, "more than " + std::to_string(bounds_.bytes) + " bytes");
+            return conclude({update::tooLarge, "more than " + std::to_string(bounds_.bytes) + " bytes"});
         if (wanted && !sink_(QByteArrayView(part.data(), count)))
-            return fail(update::disk, "it could not be stored");
+            return conclude({update::disk, "it could not be stored"});
     }
 }
 
 void Fetch::finish() {
     if (reply_->error() == QNetworkReply::NoError)
         readArrived();
-    if (!reply_)
-        return;
-    const int status = reply_->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
-    if (reply_->error() != QNetworkReply::NoError) {
-        const FetchFailure failure = networkFailure();
-        fail(failure.reason, failure.detail);
-    } else if (status != statusOk) {
-        fail(update::answer, "HTTP status " + std::to_string(status));
-    } else {
-        reply_.reset();
-        end_.stop();
-        stall_.stop();
-        emit succeeded();
-    }
+    if (reply_)
+        conclude(outcome());
 }
 
-FetchFailure Fetch::networkFailure() const {
+FetchFailure Fetch::outcome() const {
+    const QVariant status = reply_->attribute(QNetworkRequest::HttpStatusCodeAttribute);
     const std::string detail = reply_->errorString().toStdString();
     switch (reply_->error()) {
+    case QNetworkReply::NoError:
+        if (status.toInt() == statusOk)
+            return {};
+        return {update::answer, "HTTP status " + std::to_string(status.toInt())};
     case QNetworkReply::SslHandshakeFailedError:
     case QNetworkReply::InsecureRedirectError:
     case QNetworkReply::ProtocolUnknownError:
@@ -104,19 +97,15 @@ FetchFailure Fetch::networkFailure() const {
     case QNetworkReply::TooManyRedirectsError:
         return {update::answer, detail};
     default:
-        break;
+        return {status.isValid() ? update::answer : update::unreachable, detail};
     }
-    const bool answered = reply_->attribute(QNetworkRequest::HttpStatusCodeAttribute).isValid();
-    return {answered ? update::answer : update::unreachable, detail};
 }
 
-void Fetch::fail(std::string_view reason, const std::string& detail) {
+void Fetch::conclude(const FetchFailure& how) {
     if (!reply_)
         return;
     reply_.reset();
-    end_.stop();
-    stall_.stop();
-    emit failed({reason, detail});
+    emit ended(how);
 }
 
 } // namespace kelpa

@@ -42,14 +42,14 @@ class Fetch : public QObject {
     [[nodiscard]] static std::string refusal(const QUrl& url);
 
   signals:
-    void succeeded();
-    void failed(const kelpa::FetchFailure& failure);
+    /// Once. Without a reason all of the file has come.
+    void ended(const kelpa::FetchFailure& failure);
 
   private:
     void readArrived();
     void finish();
-    void fail(std::string_view reason, const std::string& detail);
-    [[nodiscard]] FetchFailure networkFailure() const;
+    [[nodiscard]] FetchFailure outcome() const;
+    void conclude(const FetchFailure& how);
 
     FetchBounds bounds_;
     Sink sink_;

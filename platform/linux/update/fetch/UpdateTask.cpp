@@ -79,10 +79,12 @@ void UpdateTask::start(const QUrl& url, const FetchBounds& bounds, Fetch::Sink s
     request.setHeader(QNetworkRequest::UserAgentHeader, QStringLiteral("Kelpa/") + runningName_);
     fetch_ = std::make_unique<Fetch>(network_, request, bounds, std::move(sink));
     // Queued, because what follows does away with the fetch that tells it.
-    connect(fetch_.get(), &Fetch::succeeded, this, next, Qt::QueuedConnection);
     connect(
-        fetch_.get(), &Fetch::failed, this,
-        [this](const FetchFailure& failure) { fail(failure.reason, failure.detail); }, Qt::QueuedConnection);
+        fetch_.get(), &Fetch::ended, this,
+        [this, next](const FetchFailure& failure) {
+            failure.reason.empty() ? (this->*next)() : fail(failure.reason, failure.detail);
+        },
+        Qt::QueuedConnection);
 }
 
 void UpdateTask::check() {
@@ -160,11 +162,11 @@ void UpdateTask::verify() {
     if (!file_->isSigned(package.signature.toStdString(), key_))
         return fail(update::signature, "the package is not what its maker signed");
     // The signature does not tell which version was signed: a feed could pass an old one off as new.
-    const std::string inside = versionInside(file_->path()).toStdString();
-    if (inside.empty())
+    const QString inside = versionInside(file_->path());
+    if (inside.isEmpty())
         return fail(update::unversioned, "dpkg-deb does not tell the package's version");
-    if (versionOrder(inside, runningName_.toStdString()) < 0)
-        return fail(update::older, "the package is version " + inside);
+    if (versionOrder(inside, runningName_) < 0)
+        return fail(update::older, "the package is version " + inside.toStdString());
     const QString path = file_->keepAs(item.version);
     if (path.isEmpty())
         return fail(update::disk, file_->error());
