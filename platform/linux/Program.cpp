@@ -79,9 +79,9 @@ std::map<BusyReason, BusySource> busySources(EventLoop& loop, Display& display, 
     std::map<BusyReason, BusySource> sources = {{BusyReason::Sound, soundRecording(loop)},
                                                 {BusyReason::Camera, cameraUse(loop)},
                                                 {BusyReason::Awake, keptAwake(session, system)}};
-    if (X11Connection* x11 = display.x11())
+    if (X11Connection* x11 = display.x11.get())
         sources.emplace(BusyReason::FullScreen, fullScreenWindow(*x11));
-    if (WaylandConnection* wayland = display.wayland())
+    if (WaylandConnection* wayland = display.wayland.get())
         sources.emplace(BusyReason::FullScreen, fullScreenWindow(*wayland));
     return sources;
 }
@@ -93,10 +93,10 @@ class Program final : private StoreReport, private WindowReport, private Instanc
     Program(EventLoop& loop, Display& display, double speed, Bus& session, Instance& instance)
         : loop_(loop), session_(session), systemBus_(loop, Bus::Kind::System), folders_(dataFolders()),
           clock_(loop, speed), store_(settingsFile(), *this, loop),
-          windows_({loop, display.screens(), display.focus(), *this}, helperPath("kelpa-view")),
+          windows_({loop, *display.screens, *display.focus, *this}, helperPath("kelpa-view")),
           about_(windows_), preferences_(windows_), historyWindow_(windows_),
           fonts_(makeLinuxFonts(folders_.data)), translations_(folders_.locale), fatalErrors_(logCritical),
-          lock_(loop, session, systemBus_, display.x11()),
+          lock_(loop, session, systemBus_, display.x11.get()),
           activity_(makeDesktopActivity(
               activityCounts(), *this,
               activitySources(loop, activityCounts(), windows_, session, systemBus_, speed))),
@@ -114,7 +114,7 @@ class Program final : private StoreReport, private WindowReport, private Instanc
                                                    *activity_,    services()},
           logFiles_(clock_), delegate_(ports_, logFiles_), remote_(loop, loop), instance_(instance),
           notice_(loop, session, *trayNotice_, noticeDesktop()), activation_(loop, activationWays()) {
-        if (X11Connection* connection = display.x11()) {
+        if (X11Connection* connection = display.x11.get()) {
             WindowReport& report = *this;
             const std::string helper = helperPath("kelpa-tray");
             tray_.emplace(loop, *connection, report, helper, folders_.data);

@@ -191,13 +191,13 @@ int run(const std::string& view) {
         say("display lost");
         loop.terminate();
     });
-    if (!display || display->x11() == nullptr) {
+    if (!display || !display->x11) {
         say("no display: " + error);
         return 1;
     }
     SpokenReport report;
-    RemoteWindowSystem windows({loop, display->screens(), display->focus(), report, idleSeconds()}, view);
-    TrayProcess tray(loop, *display->x11(), report, helperPath("kelpa-tray"), dataFolders().data);
+    RemoteWindowSystem windows({loop, *display->screens, *display->focus, report, idleSeconds()}, view);
+    TrayProcess tray(loop, *display->x11, report, helperPath("kelpa-tray"), dataFolders().data);
     Driver driver(loop, windows, tray);
     say("screens " + std::to_string(windows.screens().size()));
     return loop.run();

@@ -38,8 +38,7 @@ struct SpokenReport final : WindowReport, StoreReport {
 struct RealWindow {
     RealWindow(EventLoop& loop, const std::string& view, WindowReport& report)
         : opened(openDisplay(loop, [&loop] { loop.terminate(); })),
-          windows({loop, opened.display->screens(), opened.display->focus(), report}, view), window(windows) {
-    }
+          windows({loop, *opened.display->screens, *opened.display->focus, report}, view), window(windows) {}
     OpenedDisplay opened;
     RemoteWindowSystem windows;
     RemoteUpdateWindow window;

@@ -1,8 +1,5 @@
 #include "platform/linux/display/Display.h"
 
-#include "platform/linux/display/WaylandDisplay.h"
-#include "platform/linux/display/X11Display.h"
-
 #include <cstdlib>
 
 namespace kelpa {
@@ -50,11 +47,11 @@ OpenedDisplay openDisplay(EventLoop& loop, const std::function<void()>& lost) {
     if (!wanted.empty() && wanted != "wayland" && wanted != "x11")
         return {nullptr, std::string(choice) + " is '" + wanted + "' and can be wayland or x11"};
     if (wanted != "x11" && inWaylandSession(loop))
-        if (auto display = WaylandDisplay::open(loop, lost))
+        if (auto display = openWaylandDisplay(loop, lost))
             return opened(std::move(display), "wayland");
     if (wanted == "wayland")
         return {nullptr, whyNone()};
-    return opened(X11Display::open(loop, lost), "x11");
+    return opened(openX11Display(loop, lost), "x11");
 }
 
 } // namespace kelpa

@@ -2,15 +2,14 @@
 
 #include "platform/linux/EventLoop.h"
 #include "platform/linux/display/Screens.h"
+#include "platform/linux/display/WaylandConnection.h"
+#include "platform/linux/display/X11Connection.h"
 
 #include <functional>
 #include <memory>
 #include <string>
 
 namespace kelpa {
-
-class WaylandConnection;
-class X11Connection;
 
 /// Where what draws reports what a person who reads the log should know.
 class WindowReport {
@@ -46,16 +45,19 @@ class FocusMemory {
 
 /// The display server of the session, as far as the program itself deals with it. Windows are drawn by
 /// `kelpa-view`, on a connection of its own.
-class Display {
-  public:
-    virtual ~Display() = default;
-    [[nodiscard]] virtual Screens& screens() = 0;
-    [[nodiscard]] virtual FocusMemory& focus() = 0;
+struct Display {
     /// The connection to an X server, whose trays embed icons; null where there is no such server.
-    [[nodiscard]] virtual X11Connection* x11() = 0;
+    std::unique_ptr<X11Connection> x11;
     /// The connection to a Wayland compositor; null where that is not what windows are shown by.
-    [[nodiscard]] virtual WaylandConnection* wayland() = 0;
+    std::unique_ptr<WaylandConnection> wayland;
+    std::unique_ptr<Screens> screens;
+    std::unique_ptr<FocusMemory> focus;
 };
+
+/// The display of the server at $DISPLAY or $WAYLAND_DISPLAY; null when none answers there. `lost` runs once
+/// from the main loop when it goes away.
+[[nodiscard]] std::unique_ptr<Display> openX11Display(EventLoop& loop, std::function<void()> lost);
+[[nodiscard]] std::unique_ptr<Display> openWaylandDisplay(EventLoop& loop, std::function<void()> lost);
 
 struct OpenedDisplay {
     std::unique_ptr<Display> display; ///< null where there is none

@@ -1,4 +1,4 @@
-#include "platform/linux/display/WaylandDisplay.h"
+#include "platform/linux/display/Display.h"
 
 #include <algorithm>
 #include <utility>
@@ -15,29 +15,26 @@ constexpr std::uint32_t outputVersion = 4;
 /// From here on the name comes this way as well, for compositors that are older.
 constexpr std::uint32_t namedVersion = 2;
 
-} // namespace
-
-void WaylandScreens::Destroy::operator()(wl_output* output) const {
-    if (wl_output_get_version(output) >= WL_OUTPUT_RELEASE_SINCE_VERSION)
-        wl_output_release(output);
-    else
-        wl_output_destroy(output);
-}
-
-void WaylandScreens::Destroy::operator()(zxdg_output_v1* output) const {
-    zxdg_output_v1_destroy(output);
-}
-
-void WaylandScreens::Destroy::operator()(zxdg_output_manager_v1* manager) const {
-    zxdg_output_manager_v1_destroy(manager);
-}
+struct Destroy {
+    void operator()(wl_output* output) const {
+        if (wl_output_get_version(output) >= WL_OUTPUT_RELEASE_SINCE_VERSION)
+            wl_output_release(output);
+        else
+            wl_output_destroy(output);
+    }
+    void operator()(zxdg_output_v1* output) const { zxdg_output_v1_destroy(output); }
+    void operator()(zxdg_output_manager_v1* manager) const { zxdg_output_manager_v1_destroy(manager); }
+};
+template <typename Object>
+using Owned = std::unique_ptr<Object, Destroy>;
 
 /// One output, and what the compositor has told of it so far.
-class WaylandScreens::Output {
+class Output {
   public:
-    Output(WaylandScreens& home, wl_output* output, std::uint32_t number)
-        : home_(home), output_(output), number_(number) {
-        static constexpr wl_output_listener listener{onGeometry, onMode, onDone, onScale, onName, onText};
+    /// `changed` runs with everything that is told of where it lies.
+    Output(wl_output* output, std::uint32_t number, std::function<void()> changed)
+        : output_(output), number_(number), changed_(std::move(changed)) {
+        static constexpr wl_output_listener listener{onGeometry, onMode, ignored, onScale, onName, ignored};
         wl_output_add_listener(output, &listener, this);
     }
 
@@ -45,8 +42,8 @@ class WaylandScreens::Output {
 
     /// From the manager comes where the output lies with every scale and rotation reckoned in.
     void askManager(zxdg_output_manager_v1* manager) {
-        static constexpr zxdg_output_v1_listener listener{onPosition, onSize, onLogicalDone, onLogicalName,
-                                                          onLogicalText};
+        static constexpr zxdg_output_v1_listener listener{onPosition, onSize, ignored, onLogicalName,
+                                                          ignored};
         logical_.reset(zxdg_output_manager_v1_get_xdg_output(manager, output_.get()));
         zxdg_output_v1_add_listener(logical_.get(), &listener, this);
     }
@@ -66,46 +63,47 @@ class WaylandScreens::Output {
     }
 
     static Output& of(void* data) { return *static_cast<Output*>(data); }
+    /// The output that lies elsewhere from now on; those who are told of that ask later.
+    static Output& moved(void* data) {
+        of(data).changed_();
+        return of(data);
+    }
+    static constexpr auto ignored = [](auto...) {};
     static void onGeometry(void* data, wl_output*, std::int32_t x, std::int32_t y, std::int32_t, std::int32_t,
                            std::int32_t, const char*, const char*, std::int32_t transform) {
-        of(data).mode_.x = x;
-        of(data).mode_.y = y;
-        of(data).transform_ = transform;
-        of(data).home_.changedSoon();
+        Output& output = moved(data);
+        output.mode_.x = x;
+        output.mode_.y = y;
+        output.transform_ = transform;
     }
     static void onMode(void* data, wl_output*, std::uint32_t flags, std::int32_t width, std::int32_t height,
                        std::int32_t) {
         if ((flags & WL_OUTPUT_MODE_CURRENT) == 0)
             return;
-        of(data).mode_.width = width;
-        of(data).mode_.height = height;
-        of(data).home_.changedSoon();
+        PixelRect& mode = moved(data).mode_;
+        mode.width = width;
+        mode.height = height;
     }
-    static void onDone(void*, wl_output*) {}
     static void onScale(void* data, wl_output*, std::int32_t scale) {
-        of(data).scale_ = std::max(1, scale);
-        of(data).home_.changedSoon();
+        moved(data).scale_ = std::max(1, scale);
     }
     static void onName(void* data, wl_output*, const char* name) { of(data).name_ = name; }
-    static void onText(void*, wl_output*, const char*) {}
     static void onPosition(void* data, zxdg_output_v1*, std::int32_t x, std::int32_t y) {
-        of(data).place_.x = x;
-        of(data).place_.y = y;
-        of(data).home_.changedSoon();
+        PixelRect& place = moved(data).place_;
+        place.x = x;
+        place.y = y;
     }
     static void onSize(void* data, zxdg_output_v1*, std::int32_t width, std::int32_t height) {
-        of(data).place_.width = width;
-        of(data).place_.height = height;
-        of(data).home_.changedSoon();
+        PixelRect& place = moved(data).place_;
+        place.width = width;
+        place.height = height;
     }
-    static void onLogicalDone(void*, zxdg_output_v1*) {}
     static void onLogicalName(void* data, zxdg_output_v1*, const char* name) { of(data).name_ = name; }
-    static void onLogicalText(void*, zxdg_output_v1*, const char*) {}
 
-    WaylandScreens& home_;
     Owned<wl_output> output_;
     Owned<zxdg_output_v1> logical_;
     std::uint32_t number_;
+    std::function<void()> changed_;
     std::string name_;
     PixelRect mode_;
     PixelRect place_;
@@ -113,59 +111,78 @@ class WaylandScreens::Output {
     int transform_ = WL_OUTPUT_TRANSFORM_NORMAL;
 };
 
-WaylandScreens::WaylandScreens(EventLoop& loop, WaylandConnection& connection)
-    : Screens(Mirrors::EachItsOwn), loop_(loop), connection_(connection), globals_(connection.listen(*this)) {
-    connection_.roundTrip();
-    askAgain();
-}
-
-WaylandScreens::~WaylandScreens() {
-    globals_.cancel();
-}
-
-void WaylandScreens::came(const WaylandGlobal& global) {
-    if (global.interface == wl_output_interface.name) {
-        auto* output = connection_.bind<wl_output>(global, wl_output_interface, outputVersion);
-        outputs_.push_back(std::make_unique<Output>(*this, output, global.number));
-        if (manager_)
-            outputs_.back()->askManager(manager_.get());
-    } else if (global.interface == zxdg_output_manager_v1_interface.name && !manager_) {
-        manager_.reset(
-            connection_.bind<zxdg_output_manager_v1>(global, zxdg_output_manager_v1_interface, namedVersion));
-        for (const auto& output : outputs_)
-            output->askManager(manager_.get());
+/// The outputs that a Wayland compositor tells of, in the order in which it does: which one a person thinks
+/// of as the first, and which has the keyboard, it keeps to itself.
+class WaylandScreens final : public Screens, private WaylandGlobals {
+  public:
+    /// Loop and connection outlive the screens.
+    WaylandScreens(EventLoop& loop, WaylandConnection& connection)
+        : Screens(Mirrors::EachItsOwn), loop_(loop), connection_(connection),
+          globals_(connection.listen(*this)) {
+        connection_.roundTrip();
+        askAgain();
     }
-}
+    ~WaylandScreens() override { globals_.cancel(); }
+    WaylandScreens(const WaylandScreens&) = delete;
+    WaylandScreens& operator=(const WaylandScreens&) = delete;
 
-void WaylandScreens::went(std::uint32_t number) {
-    if (std::erase_if(outputs_, [number](const auto& output) { return output->number() == number; }) > 0)
-        changedSoon();
-}
+  private:
+    void came(const WaylandGlobal& global) override {
+        if (global.interface == wl_output_interface.name) {
+            auto* output = connection_.bind<wl_output>(global, wl_output_interface, outputVersion);
+            outputs_.push_back(std::make_unique<Output>(output, global.number, [this] { changedSoon(); }));
+            if (manager_)
+                outputs_.back()->askManager(manager_.get());
+        } else if (global.interface == zxdg_output_manager_v1_interface.name && !manager_) {
+            manager_.reset(connection_.bind<zxdg_output_manager_v1>(global, zxdg_output_manager_v1_interface,
+                                                                    namedVersion));
+            for (const auto& output : outputs_)
+                output->askManager(manager_.get());
+        }
+    }
 
-std::vector<Monitor> WaylandScreens::monitors() const {
-    std::vector<Monitor> result;
-    for (const auto& output : outputs_)
-        result.push_back(output->monitor());
-    return result;
-}
+    void went(std::uint32_t number) override {
+        if (std::erase_if(outputs_, [number](const auto& output) { return output->number() == number; }) > 0)
+            changedSoon();
+    }
 
-void WaylandScreens::changedSoon() {
-    burst_ = loop_.afterReal(burstSeconds, [this] { askAgain(); });
-}
+    void changedSoon() {
+        burst_ = loop_.afterReal(burstSeconds, [this] { askAgain(); });
+    }
 
-void WaylandScreens::askAgain() {
-    burst_.cancel();
-    update(monitors());
-}
+    void askAgain() {
+        burst_.cancel();
+        std::vector<Monitor> monitors;
+        for (const auto& output : outputs_)
+            monitors.push_back(output->monitor());
+        update(std::move(monitors));
+    }
 
-std::unique_ptr<WaylandDisplay> WaylandDisplay::open(EventLoop& loop, std::function<void()> lost) {
-    auto connection = WaylandConnection::open(loop, std::move(lost));
-    if (!connection)
+    EventLoop& loop_;
+    WaylandConnection& connection_;
+    Owned<zxdg_output_manager_v1> manager_; ///< null where the compositor has none
+    std::vector<std::unique_ptr<Output>> outputs_;
+    Subscription burst_;
+    Subscription globals_;
+};
+
+/// The compositor gives the keyboard back by itself when a window that had it goes.
+class CompositorKeepsFocus final : public FocusMemory {
+  public:
+    void remember() override {}
+    void giveBack() override {}
+};
+
+} // namespace
+
+std::unique_ptr<Display> openWaylandDisplay(EventLoop& loop, std::function<void()> lost) {
+    auto display = std::make_unique<Display>();
+    display->wayland = WaylandConnection::open(loop, std::move(lost));
+    if (!display->wayland)
         return nullptr;
-    return std::unique_ptr<WaylandDisplay>(new WaylandDisplay(loop, std::move(connection)));
+    display->screens = std::make_unique<WaylandScreens>(loop, *display->wayland);
+    display->focus = std::make_unique<CompositorKeepsFocus>();
+    return display;
 }
-
-WaylandDisplay::WaylandDisplay(EventLoop& loop, std::unique_ptr<WaylandConnection> connection)
-    : connection_(std::move(connection)), screens_(loop, *connection_) {}
 
 } // namespace kelpa

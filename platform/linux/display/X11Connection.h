@@ -7,6 +7,7 @@
 #include <list>
 #include <memory>
 #include <string>
+#include <type_traits>
 #include <vector>
 #include <xcb/xcb.h>
 
@@ -42,6 +43,12 @@ class X11Connection {
     /// another type, or is not there.
     [[nodiscard]] std::vector<std::uint32_t> numbers(xcb_window_t window, xcb_atom_t property,
                                                      xcb_atom_t type, std::uint32_t most = 1);
+    /// Sends a request with what it asks for behind the connection, and gives the answer like `reply`.
+    template <typename Reply, typename Cookie, typename... Parameters>
+    [[nodiscard]] X11Reply<Reply> ask(Cookie (*request)(xcb_connection_t*, Parameters...),
+                                      std::type_identity_t<Parameters>... arguments) {
+        return reply<Reply>(request(connection_, arguments...));
+    }
     /// Whether the server owes an answer that is not waited for any more.
     [[nodiscard]] bool standsStill() const { return standsStill_; }
     /// Hands every event that comes to `handler` until the handle ends, which must be neither from inside a
