@@ -92,6 +92,11 @@ std::optional<double> parseDecimal(std::string_view text) {
     return value;
 }
 
+std::string_view trimmed(std::string_view text, std::string_view blanks) {
+    text.remove_prefix(std::min(text.find_first_not_of(blanks), text.size()));
+    return text.substr(0, text.find_last_not_of(blanks) + 1);
+}
+
 std::string replacingAll(std::string text, std::string_view from, std::string_view to) {
     for (auto at = text.find(from); at != std::string::npos; at = text.find(from, at + to.size()))
         text.replace(at, from.size(), to);

@@ -55,6 +55,9 @@ template <typename Number>
 /// Reads a whole text as a decimal number, whatever the process locale; nothing if anything else is in it.
 [[nodiscard]] std::optional<double> parseDecimal(std::string_view text);
 
+/// The text without those of the characters in `blanks` that stand at its ends.
+[[nodiscard]] std::string_view trimmed(std::string_view text, std::string_view blanks);
+
 /// Replaces every occurrence of `from`, which must not be empty.
 [[nodiscard]] std::string replacingAll(std::string text, std::string_view from, std::string_view to);
 

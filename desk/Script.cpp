@@ -31,21 +31,13 @@ std::string_view withoutComment(std::string_view line) {
     return line;
 }
 
-std::string_view trimmed(std::string_view line) {
-    line = withoutComment(line);
-    const auto first = line.find_first_not_of(blanks);
-    if (first == std::string_view::npos)
-        return {};
-    return line.substr(first, line.find_last_not_of(blanks) - first + 1);
-}
-
 } // namespace
 
 std::vector<Command> readScript(std::istream& input) {
     std::vector<Command> script;
     std::string text;
     for (int number = 1; std::getline(input, text); ++number) {
-        const std::string_view line = trimmed(text);
+        const std::string_view line = trimmed(withoutComment(text), blanks);
         if (line.empty())
             continue;
         try {

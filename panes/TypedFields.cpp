@@ -27,11 +27,6 @@ std::string narrow(std::string text) {
     return text;
 }
 
-std::string withoutBlanksAround(const std::string& text) {
-    const auto first = text.find_first_not_of(' ');
-    return first == std::string::npos ? "" : text.substr(first, text.find_last_not_of(' ') - first + 1);
-}
-
 std::int64_t next(std::int64_t value, bool up, const NumberRange& range) {
     if (up)
         return value >= range.highest ? range.highest : std::max(value + 1, range.lowest);
@@ -147,7 +142,7 @@ NumberTextField::NumberTextField(PreferencesControl description, ShownPreference
       told_(number.observe([this](std::int64_t) { show(); })) {}
 
 std::optional<std::int64_t> NumberTextField::parse(const std::string& text) {
-    return wholeNumber<std::int64_t>(withoutBlanksAround(narrow(text)));
+    return wholeNumber<std::int64_t>(trimmed(narrow(text), " "));
 }
 
 std::string NumberTextField::storedText() const {
@@ -164,7 +159,7 @@ std::string NumberTextField::problemOf(const std::string& text) const {
 
 bool NumberTextField::isHalfTyped(const std::string& text) const {
     const auto value = parse(text);
-    return value ? *value >= 0 && *value < range_.lowest : withoutBlanksAround(narrow(text)).empty();
+    return value ? *value >= 0 && *value < range_.lowest : trimmed(narrow(text), " ").empty();
 }
 
 void NumberTextField::store(const std::string& text) {

@@ -9,14 +9,8 @@ namespace kelpa {
 
 namespace {
 
-constexpr double referenceDate = 978307200; ///< 2001-01-01 00:00 UTC in seconds since 1970
-
-/// The text without what JSON counts as blank at its ends.
-std::string_view trimmed(std::string_view text) {
-    constexpr std::string_view blanks = " \t\r\n";
-    text.remove_prefix(std::min(text.find_first_not_of(blanks), text.size()));
-    return text.substr(0, text.find_last_not_of(blanks) + 1);
-}
+constexpr double referenceDate = 978307200;    ///< 2001-01-01 00:00 UTC in seconds since 1970
+constexpr std::string_view blanks = " \t\r\n"; ///< that JSON counts as such
 
 /// Whether JSON's grammar takes the whole text for a number: no leading zeros, no plus sign, digits on both
 /// sides of the point.
@@ -70,14 +64,14 @@ std::string timePointsText(const std::set<Date>& points) {
 }
 
 std::optional<std::set<Date>> timePointsFromText(std::string_view text) {
-    text = trimmed(text);
+    text = trimmed(text, blanks);
     if (text.size() < 2 || text.front() != '[' || text.back() != ']')
         return std::nullopt;
-    text = trimmed(text.substr(1, text.size() - 2));
+    text = trimmed(text.substr(1, text.size() - 2), blanks);
     std::set<Date> points;
     for (bool more = !text.empty(); more;) {
         const auto comma = text.find(',');
-        const auto number = trimmed(text.substr(0, comma));
+        const auto number = trimmed(text.substr(0, comma), blanks);
         const auto seconds = isJsonNumber(number) ? parseDecimal(number) : std::nullopt;
         if (!seconds || !std::isfinite(*seconds))
             return std::nullopt;

@@ -83,6 +83,11 @@ class BusWriter {
         write(*this);
         return close().close();
     }
+    /// The same of simple values, which the library's own function takes.
+    template <typename... Values>
+    BusWriter& option(const char* name, const char* types, Values... values) {
+        return then(sd_bus_message_append(message_, "{sv}", name, types, values...));
+    }
     /// 0, or the first failure as the library numbers them.
     [[nodiscard]] int result() const { return result_; }
 

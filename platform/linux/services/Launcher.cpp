@@ -12,46 +12,34 @@ namespace kelpa {
 
 namespace {
 
-/// A child process starts with the signals of a fresh program, whatever ours are set to.
-class SpawnAttributes {
-  public:
-    SpawnAttributes() {
-        posix_spawnattr_init(&attributes_);
+/// How a child process starts: with the signals of a fresh program, whatever ours are set to. One whose
+/// output is read has nothing to read itself, and nobody to complain to.
+struct SpawnSettings {
+    explicit SpawnSettings(int output) {
         sigset_t none;
         sigset_t all;
         sigemptyset(&none);
         sigfillset(&all);
-        posix_spawnattr_setsigmask(&attributes_, &none);
-        posix_spawnattr_setsigdefault(&attributes_, &all);
-        posix_spawnattr_setflags(&attributes_, POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
-    }
-    ~SpawnAttributes() { posix_spawnattr_destroy(&attributes_); }
-    SpawnAttributes(const SpawnAttributes&) = delete;
-    SpawnAttributes& operator=(const SpawnAttributes&) = delete;
-    [[nodiscard]] const posix_spawnattr_t* get() const { return &attributes_; }
-
-  private:
-    posix_spawnattr_t attributes_{};
-};
-
-/// The standard streams of a child whose output is read.
-class SpawnFiles {
-  public:
-    explicit SpawnFiles(int output) {
-        posix_spawn_file_actions_init(&actions_);
+        posix_spawnattr_init(&attributes);
+        posix_spawnattr_setsigmask(&attributes, &none);
+        posix_spawnattr_setsigdefault(&attributes, &all);
+        posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
+        posix_spawn_file_actions_init(&files);
         if (output < 0)
             return;
-        posix_spawn_file_actions_addopen(&actions_, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
-        posix_spawn_file_actions_adddup2(&actions_, output, STDOUT_FILENO);
-        posix_spawn_file_actions_addopen(&actions_, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
+        posix_spawn_file_actions_addopen(&files, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
+        posix_spawn_file_actions_adddup2(&files, output, STDOUT_FILENO);
+        posix_spawn_file_actions_addopen(&files, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
     }
-    ~SpawnFiles() { posix_spawn_file_actions_destroy(&actions_); }
-    SpawnFiles(const SpawnFiles&) = delete;
-    SpawnFiles& operator=(const SpawnFiles&) = delete;
-    [[nodiscard]] const posix_spawn_file_actions_t* get() const { return &actions_; }
+    ~SpawnSettings() {
+        posix_spawn_file_actions_destroy(&files);
+        posix_spawnattr_destroy(&attributes);
+    }
+    SpawnSettings(const SpawnSettings&) = delete;
+    SpawnSettings& operator=(const SpawnSettings&) = delete;
 
-  private:
-    posix_spawn_file_actions_t actions_{};
+    posix_spawnattr_t attributes{};
+    posix_spawn_file_actions_t files{};
 };
 
 /// Our environment, with or without the user's languages.
@@ -73,9 +61,10 @@ int spawn(std::vector<std::string>& command, int output) {
     for (auto& argument : command)
         pointers.push_back(argument.data());
     pointers.push_back(nullptr);
+    const SpawnSettings settings(output);
     int pid = 0;
-    const int error = posix_spawnp(&pid, pointers[0], SpawnFiles(output).get(), SpawnAttributes().get(),
-                                   pointers.data(), environmentFor(output >= 0).data());
+    const int error = posix_spawnp(&pid, pointers[0], &settings.files, &settings.attributes, pointers.data(),
+                                   environmentFor(output >= 0).data());
     return error == 0 ? pid : 0;
 }
 

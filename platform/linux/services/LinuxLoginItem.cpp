@@ -18,15 +18,9 @@ namespace fs = std::filesystem;
 constexpr std::string_view groupLine = "[Desktop Entry]";
 /// Marks what this program wrote, so that it never changes an entry of somebody else's.
 constexpr std::string_view ownEntryKey = "X-Kelpa-Managed";
+constexpr std::string_view blanks = " \t\r";
 constexpr std::string_view reserved = " \t\n\"'\\><~|&;$*?#()`";
 constexpr std::string_view escapedInQuotes = "\"`$\\";
-
-std::string_view trimmed(std::string_view text) {
-    const auto first = text.find_first_not_of(" \t\r");
-    if (first == std::string_view::npos)
-        return {};
-    return text.substr(first, text.find_last_not_of(" \t\r") - first + 1);
-}
 
 /// Undoes `entryValue`.
 std::string plainValue(std::string_view value) {
@@ -93,24 +87,17 @@ void replaceText(const fs::path& path, const std::string& text) {
     replaceFile(linkTarget(path.string()), text);
 }
 
-/// Takes the desktop's word for "do not start" out of an entry.
-void unhide(const fs::path& path) {
-    std::string text;
+/// Puts the desktop's word for "do not start" into an entry, or takes it out.
+void setHidden(const fs::path& path, bool hidden) {
     const auto content = readFile(path.string());
     std::istringstream lines(content ? content->bytes : "");
-    for (std::string line; std::getline(lines, line);)
+    std::string text;
+    for (std::string line; std::getline(lines, line);) {
         if (!line.starts_with("Hidden="))
             text += line + "\n";
-    replaceText(path, text);
-}
-
-void hide(const fs::path& path) {
-    unhide(path);
-    auto text = readFile(path.string()).value_or(FileContent{}).bytes;
-    const auto group = text.find(groupLine);
-    if (group == std::string::npos)
-        throw std::runtime_error(path.string() + " is no desktop entry");
-    text.insert(group + groupLine.size(), "\nHidden=true");
+        if (hidden && trimmed(line, blanks) == groupLine)
+            text += "Hidden=true\n";
+    }
     replaceText(path, text);
 }
 
@@ -145,7 +132,7 @@ std::optional<DesktopEntry> readDesktopEntry(std::string_view text) {
     bool inGroup = false;
     while (!text.empty()) {
         const auto end = text.find('\n');
-        const auto line = trimmed(text.substr(0, end));
+        const auto line = trimmed(text.substr(0, end), blanks);
         text = end == std::string_view::npos ? std::string_view() : text.substr(end + 1);
         if (line.starts_with('[')) {
             inGroup = line == groupLine;
@@ -155,7 +142,8 @@ std::optional<DesktopEntry> readDesktopEntry(std::string_view text) {
         }
         const auto equals = line.find('=');
         if (inGroup && !line.starts_with('#') && equals != std::string_view::npos)
-            readKey(*entry, trimmed(line.substr(0, equals)), trimmed(line.substr(equals + 1)));
+            readKey(*entry, trimmed(line.substr(0, equals), blanks),
+                    trimmed(line.substr(equals + 1), blanks));
     }
     return entry;
 }
@@ -226,7 +214,7 @@ void Autostart::enable() const {
             continue;
         }
         if (found.entry.hidden)
-            unhide(found.path);
+            setHidden(found.path, false);
         started = true;
     }
     if (started)
@@ -240,7 +228,7 @@ void Autostart::disable() const {
     removeOwn(ownPath());
     for (const auto& found : userEntries())
         if (!found.entry.hidden)
-            hide(found.path);
+            setHidden(found.path, true);
     for (const auto& found : systemEntries()) {
         const auto overriding = folders_.user / found.path.filename();
         if (!fs::exists(overriding))
@@ -259,7 +247,7 @@ void LinuxLoginItem::failed() const {
 
 void LinuxLoginItem::setEnabled(bool enabled) {
     if (Portal* portal = portal_()) {
-        portal->requestBackground(enabled, {autostart_.program().path},
+        portal->requestBackground(enabled, autostart_.program().path,
                                   [this](const std::string&) { failed(); });
         return;
     }

@@ -16,30 +16,12 @@ constexpr const char* service = "org.freedesktop.portal.Desktop";
 constexpr const char* object = "/org/freedesktop/portal/desktop";
 constexpr const char* requestInterface = "org.freedesktop.portal.Request";
 
-void textOption(BusWriter& out, const char* name, const std::string& value) {
-    out.open('e', "sv").text(name).open('v', "s").text(value).close().close();
-}
-
-void textsOption(BusWriter& out, const char* name, const std::vector<std::string>& values) {
-    out.open('e', "sv").text(name).open('v', "as").open('a', "s");
-    for (const auto& value : values)
-        out.text(value);
-    out.close().close().close();
-}
-
 /// The mail program gets the open file, because it cannot see into the sandbox. A log that cannot be opened
 /// is left out.
-void attachmentOption(BusWriter& out, const std::string& path) {
+void attach(BusWriter& out, const std::string& path) {
     const Descriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC));
     if (file)
-        out.open('e', "sv")
-            .text("attachment_fds")
-            .open('v', "ah")
-            .open('a', "h")
-            .file(file.get())
-            .close()
-            .close()
-            .close();
+        out.option("attachment_fds", "ah", 1, file.get());
 }
 
 /// Where the portal will tell how a request of `sender` ended.
@@ -71,12 +53,12 @@ void Portal::busLost() {
         finish(*requests_.front(), "the session bus is gone");
 }
 
-void Portal::requestBackground(bool autostart, const std::vector<std::string>& command, Refused refused) {
+void Portal::requestBackground(bool autostart, const std::string& program, Refused refused) {
     call(
         "org.freedesktop.portal.Background", "RequestBackground",
         [&](BusWriter& out) {
-            out.open('e', "sv").text("autostart").open('v', "b").boolean(autostart).close().close();
-            textsOption(out, "commandline", command);
+            out.option("autostart", "b", static_cast<int>(autostart));
+            out.option("commandline", "as", 1, program.c_str());
         },
         std::move(refused));
 }
@@ -85,11 +67,11 @@ void Portal::composeEmail(const Mail& mail, Refused refused) {
     call(
         "org.freedesktop.portal.Email", "ComposeEmail",
         [&](BusWriter& out) {
-            textOption(out, "address", mail.recipient);
-            textOption(out, "subject", mail.subject);
-            textOption(out, "body", mail.body);
+            out.option("address", "s", mail.recipient.c_str());
+            out.option("subject", "s", mail.subject.c_str());
+            out.option("body", "s", mail.body.c_str());
             if (!mail.attachment.empty())
-                attachmentOption(out, mail.attachment);
+                attach(out, mail.attachment);
         },
         std::move(refused));
 }
@@ -104,7 +86,7 @@ void Portal::call(const char* interface, const char* member, const Options& opti
         sd_bus_message_set_auto_start(message.get(), 1);
         BusWriter out(message.get());
         out.text("").open('a', "{sv}");
-        textOption(out, "handle_token", token);
+        out.option("handle_token", "s", token.c_str());
         options(out);
         if (out.close().result() >= 0)
             request->answer = bus_.call<&Request::answered>(message, *request.get());
@@ -117,10 +99,9 @@ void Portal::call(const char* interface, const char* member, const Options& opti
 void Portal::awaitResponse(Request& request, const std::string& token) {
     if (!bus_.open())
         return;
+    const std::string path = requestPath(bus_.name(), token);
     request.response = bus_.match<&Request::responded>(
-        std::string("type='signal',sender='") + service + "',path='" + requestPath(bus_.name(), token) +
-            "',interface='" + requestInterface + "',member='Response'",
-        request);
+        signalRule({service, path.c_str(), requestInterface}, "Response"), request);
 }
 
 void Portal::answered(Request& request, sd_bus_message* message) {

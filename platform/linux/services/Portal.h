@@ -24,8 +24,8 @@ class Portal final : private BusClient {
 
     using Refused = std::function<void(const std::string& why)>;
 
-    /// Asks to be started with `command` at log-in, or not to be any more.
-    void requestBackground(bool autostart, const std::vector<std::string>& command, Refused refused);
+    /// Asks to have `program` started at log-in, or not to be any more.
+    void requestBackground(bool autostart, const std::string& program, Refused refused);
     /// Opens a new message in the user's mail program.
     void composeEmail(const Mail& mail, Refused refused);
 

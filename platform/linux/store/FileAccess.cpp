@@ -15,6 +15,8 @@ namespace kelpa {
 
 namespace {
 
+namespace fs = std::filesystem;
+
 constexpr std::int64_t largest = 16 << 20;
 constexpr int mostLinks = 40;
 constexpr int lockTries = 500;
@@ -30,10 +32,8 @@ void check(bool succeeded, const std::string& path) {
 }
 
 std::string folderOf(const std::string& path) {
-    const auto slash = path.rfind('/');
-    if (slash == std::string::npos)
-        return ".";
-    return slash == 0 ? "/" : path.substr(0, slash);
+    const auto folder = fs::path(path).parent_path();
+    return folder.empty() ? "." : folder.string();
 }
 
 Descriptor openFile(const std::string& path, int flags) {
@@ -159,10 +159,10 @@ std::string setAside(const std::string& path) {
 std::string linkTarget(std::string path) {
     for (int links = 0; links < mostLinks; ++links) {
         std::error_code none;
-        const auto target = std::filesystem::read_symlink(path, none);
+        const auto target = fs::read_symlink(path, none);
         if (none)
             return path;
-        path = target.is_absolute() ? target.string() : folderOf(path) + "/" + target.string();
+        path = fs::path(path).parent_path() / target;
     }
     fail(ELOOP, path);
 }

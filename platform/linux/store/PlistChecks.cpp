@@ -1,5 +1,7 @@
 #include "platform/linux/store/PlistChecks.h"
 
+#include "base/Text.h"
+
 #include <algorithm>
 #include <cctype>
 #include <charconv>
@@ -190,13 +192,6 @@ class Nesting {
 
 constexpr std::string_view blanks = " \t\r\n";
 
-std::string_view trimmed(std::string_view text) {
-    const auto first = text.find_first_not_of(blanks);
-    if (first == std::string_view::npos)
-        return {};
-    return text.substr(first, text.find_last_not_of(blanks) - first + 1);
-}
-
 bool allOf(std::string_view text, int (*kind)(int)) {
     return !text.empty() && std::all_of(text.begin(), text.end(),
                                         [kind](char c) { return kind(static_cast<unsigned char>(c)) != 0; });
@@ -253,7 +248,7 @@ class NumberMender {
         if (end == std::string_view::npos)
             return false;
         const auto content = rest_.substr(open.size(), end - open.size());
-        if (!valid(trimmed(content)))
+        if (!valid(trimmed(content, blanks)))
             return replace(end + close.size(), content);
         copy(end + close.size());
         return true;

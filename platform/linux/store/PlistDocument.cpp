@@ -145,18 +145,9 @@ struct MakeNode {
 
 } // namespace
 
-PlistDocument::PlistDocument() : root_(plist_new_dict()) {}
+PlistDocument::PlistDocument() : PlistDocument(plist_new_dict()) {}
 
-PlistDocument::~PlistDocument() {
-    plist_free(root_);
-}
-
-PlistDocument::PlistDocument(PlistDocument&& other) noexcept : root_(std::exchange(other.root_, nullptr)) {}
-
-PlistDocument& PlistDocument::operator=(PlistDocument&& other) noexcept {
-    std::swap(root_, other.root_);
-    return *this;
-}
+PlistDocument::PlistDocument(void* root) : root_(root, plist_free) {}
 
 std::optional<PlistDocument> PlistDocument::parse(const std::string& bytes) {
     const plist_t root = bytes.starts_with("bplist") ? parsedBinary(bytes) : parsedXml(bytes);
@@ -171,12 +162,12 @@ std::optional<PlistDocument> PlistDocument::parse(const std::string& bytes) {
 StoreValues PlistDocument::values() const {
     StoreValues values;
     plist_dict_iter position = nullptr;
-    plist_dict_new_iter(root_, &position);
+    plist_dict_new_iter(root_.get(), &position);
     const std::unique_ptr<void, Free> owned(position);
     for (;;) {
         char* key = nullptr;
         plist_t node = nullptr;
-        plist_dict_next_item(root_, position, &key, &node);
+        plist_dict_next_item(root_.get(), position, &key, &node);
         const std::unique_ptr<char, Free> ownedKey(key);
         if (node == nullptr)
             return values;
@@ -186,11 +177,11 @@ StoreValues PlistDocument::values() const {
 }
 
 void PlistDocument::set(const std::string& key, const StoreValue& value) {
-    plist_dict_set_item(root_, key.c_str(), std::visit(MakeNode(), value));
+    plist_dict_set_item(root_.get(), key.c_str(), std::visit(MakeNode(), value));
 }
 
 std::string PlistDocument::xml() const {
-    return xmlOf(root_);
+    return xmlOf(root_.get());
 }
 
 } // namespace kelpa

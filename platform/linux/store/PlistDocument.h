@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <map>
+#include <memory>
 
 namespace kelpa {
 
@@ -16,9 +17,6 @@ class PlistDocument {
   public:
     /// An empty dictionary.
     PlistDocument();
-    ~PlistDocument();
-    PlistDocument(PlistDocument&& other) noexcept;
-    PlistDocument& operator=(PlistDocument&& other) noexcept;
 
     /// Reads a property list in XML, as UTF-8 or UTF-16, or a binary one; nothing when it is damaged, nested
     /// beyond reason, or its root is no dictionary.
@@ -30,8 +28,9 @@ class PlistDocument {
     [[nodiscard]] std::string xml() const;
 
   private:
-    explicit PlistDocument(void* root) : root_(root) {}
-    void* root_;
+    /// Takes the library's node over.
+    explicit PlistDocument(void* root);
+    std::unique_ptr<void, void (*)(void*)> root_;
 };
 
 } // namespace kelpa
