@@ -1,4 +1,4 @@
-#import "platform/macos/MacBusyness.h"
+#import "platform/macos/MacPorts.h"
 
 #import <AppKit/AppKit.h>
 #import <CoreAudio/CoreAudio.h>
@@ -6,7 +6,6 @@
 #import <IOKit/pwr_mgt/IOPMLib.h>
 
 #include <algorithm>
-#include <memory>
 #include <utility>
 #include <vector>
 
@@ -87,21 +86,36 @@ std::optional<BusyReason> firstElsewhere(const std::set<BusyReason>& reasons) {
     return std::nullopt;
 }
 
+class MacBusyness final : public BusyProbe {
+  public:
+    MacBusyness(Queue& services, Queue& main) : services_(services), main_(main) {}
+
+    Subscription ask(const std::set<BusyReason>& reasons, Answer answer) override {
+        // Of the application itself only the main thread may be asked.
+        const bool covered = reasons.count(BusyReason::FullScreen) > 0 && screenIsCovered();
+        const auto told = std::make_shared<Answer>(std::move(answer));
+        services_.async([&main = main_, told, reasons, covered] {
+            const auto found = covered ? BusyReason::FullScreen : firstElsewhere(reasons);
+            main.async([told, found] {
+                // Taken out first: the answer may end the question.
+                if (const Answer answered = std::exchange(*told, nullptr))
+                    answered(found);
+            });
+        });
+        return Subscription([told] { *told = nullptr; });
+    }
+    /// All of it can be had.
+    [[nodiscard]] std::optional<std::string> unavailable(BusyReason) override { return std::nullopt; }
+
+  private:
+    Queue& services_;
+    Queue& main_;
+};
+
 } // namespace
 
-Subscription MacBusyness::ask(const std::set<BusyReason>& reasons, Answer answer) {
-    // Of the application itself only the main thread may be asked.
-    const bool covered = reasons.count(BusyReason::FullScreen) > 0 && screenIsCovered();
-    const auto told = std::make_shared<Answer>(std::move(answer));
-    services_.async([&main = main_, told, reasons, covered] {
-        const auto found = covered ? BusyReason::FullScreen : firstElsewhere(reasons);
-        main.async([told, found] {
-            // Taken out first: the answer may end the question.
-            if (const Answer answered = std::exchange(*told, nullptr))
-                answered(found);
-        });
-    });
-    return Subscription([told] { *told = nullptr; });
+std::unique_ptr<BusyProbe> makeMacBusyness(Queue& services, Queue& main) {
+    return std::make_unique<MacBusyness>(services, main);
 }
 
 } // namespace kelpa

@@ -1,4 +1,4 @@
-#import "platform/macos/MacEvents.h"
+#import "platform/macos/MacPorts.h"
 
 #import <AppKit/AppKit.h>
 
@@ -56,27 +56,36 @@ constexpr NSEventMask watched = NSEventMaskLeftMouseDown | NSEventMaskLeftMouseU
                                 NSEventMaskLeftMouseDragged | NSEventMaskRightMouseDragged |
                                 NSEventMaskFlagsChanged;
 
+class DistributedLock final : public LockNotifications {
+  public:
+    void observe(std::function<void()> locked, std::function<void()> unlocked) override {
+        screen.emplace(std::move(locked), std::move(unlocked));
+        add(@selector(didLockScreenShow:), @"com.apple.screenIsLocked");
+        add(@selector(didLockScreenDismiss:), @"com.apple.screenIsUnlocked");
+    }
+};
+
+class GlobalActivity final : public ActivityMonitor {
+  public:
+    Watch watch(std::function<void()> activity, std::function<void()> /*lost*/) override {
+        // The monitor watches to the end of the process, so that nobody keeps its handle.
+        const id monitor = [NSEvent addGlobalMonitorForEventsMatchingMask:watched
+                                                                  handler:^(NSEvent*) {
+                                                                    if (!screen || !screen->locked())
+                                                                        callCore(activity);
+                                                                  }];
+        return monitor != nil ? Watch::Working : Watch::None;
+    }
+};
+
 } // namespace
 
-void DistributedLock::observe(std::function<void()> locked, std::function<void()> unlocked) {
-    screen.emplace(std::move(locked), std::move(unlocked));
-    add(@selector(didLockScreenShow:), @"com.apple.screenIsLocked");
-    add(@selector(didLockScreenDismiss:), @"com.apple.screenIsUnlocked");
+std::unique_ptr<LockNotifications> makeDistributedLock() {
+    return std::make_unique<DistributedLock>();
 }
 
-bool DistributedLock::locked() const {
-    return screen && screen->locked();
-}
-
-ActivityMonitor::Watch GlobalActivity::watch(std::function<void()> activity, std::function<void()> /*lost*/) {
-    const DistributedLock* lock = &lock_;
-    // The monitor watches to the end of the process, so that nobody keeps its handle.
-    const id monitor = [NSEvent addGlobalMonitorForEventsMatchingMask:watched
-                                                              handler:^(NSEvent*) {
-                                                                if (!lock->locked())
-                                                                    callCore(activity);
-                                                              }];
-    return monitor != nil ? Watch::Working : Watch::None;
+std::unique_ptr<ActivityMonitor> makeGlobalActivity() {
+    return std::make_unique<GlobalActivity>();
 }
 
 } // namespace kelpa

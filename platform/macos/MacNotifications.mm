@@ -1,4 +1,4 @@
-#import "platform/macos/MacNotifications.h"
+#import "platform/macos/MacPorts.h"
 
 #import <Foundation/Foundation.h>
 #import <UserNotifications/UserNotifications.h>

@@ -1,4 +1,4 @@
-#import "platform/macos/MacSystem.h"
+#import "platform/macos/MacPorts.h"
 
 #import <AppKit/AppKit.h>
 #import <CoreGraphics/CoreGraphics.h>

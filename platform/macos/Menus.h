@@ -2,10 +2,6 @@
 
 #import <AppKit/AppKit.h>
 
-#include "platform/ports/StatusBar.h"
-
-#include <map>
-
 /// The target of the status menu's lines. There are no instances of it: the class itself is the target. What
 /// a line does is the core's business, which knows it by the line's number in the sender's represented
 /// object.
@@ -27,22 +23,5 @@ namespace kelpa {
 /// have no titles; it is there for the key equivalents of text fields and windows, and because the list of
 /// windows needs a menu to be kept in.
 void installMainMenu();
-
-/// The status item and its menu.
-class MacStatusBar final : public StatusBar {
-  public:
-    void lineInserted(std::size_t index, const MenuLine& line) override;
-    void lineRemoved(int lineId) override;
-    void lineChanged(const MenuLine& line) override;
-    void createItem(const std::string& image, MenuClicks& clicks) override;
-    void setTitle(const std::string& title) override;
-    void setHint(const std::string& hint) override;
-
-  private:
-    NSMenu* menu_ = nil; ///< made with its first line
-    std::map<int, NSMenuItem*> lines_;
-    NSStatusItem* item_ = nil;
-    std::string title_;
-};
 
 } // namespace kelpa

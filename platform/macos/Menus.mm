@@ -1,6 +1,9 @@
 #import "platform/macos/Menus.h"
 
 #import "platform/macos/Bridge.h"
+#import "platform/macos/MacPorts.h"
+
+#include <map>
 
 /// What the windows of text fields answer without saying so in a header.
 @protocol KelpaEditActions
@@ -113,6 +116,62 @@ void addKey(NSMenu* menu, SEL action, NSString* key) {
     [menu addItem:[[NSMenuItem alloc] initWithTitle:@"" action:action keyEquivalent:key]];
 }
 
+class MacStatusBar final : public StatusBar {
+  public:
+    void lineInserted(std::size_t index, const MenuLine& line) override {
+        if (!menu_) {
+            menu_ = [[NSMenu alloc] initWithTitle:@""];
+            // Which lines can be chosen is the core's decision.
+            [menu_ setAutoenablesItems:NO];
+        }
+        NSMenuItem* item = newItem(line);
+        lines_[line.id] = item;
+        [menu_ insertItem:item atIndex:static_cast<NSInteger>(index)];
+    }
+
+    void lineRemoved(int lineId) override {
+        const auto found = lines_.find(lineId);
+        if (found == lines_.end())
+            return;
+        [menu_ removeItem:found->second];
+        lines_.erase(found);
+    }
+
+    void lineChanged(const MenuLine& line) override {
+        if (const auto found = lines_.find(line.id); found != lines_.end())
+            show(found->second, line);
+    }
+
+    void createItem(const std::string& image, MenuClicks& clicks) override {
+        theClicks = &clicks;
+        item_ = [[NSStatusBar systemStatusBar] statusItemWithLength:NSVariableStatusItemLength];
+        NSImage* icon = [NSImage imageNamed:toNSString(image)];
+        // A template takes the menu bar's colour, light or dark.
+        [icon setTemplate:YES];
+        [[item_ button] setImage:icon];
+        [[item_ button] setImagePosition:NSImageLeading];
+        [[item_ button] setFont:titleFont()];
+        [item_ setMenu:menu_];
+    }
+
+    void setTitle(const std::string& title) override {
+        if (title == title_)
+            return;
+        title_ = title;
+        [[item_ button] setTitle:toNSString(title)];
+    }
+
+    void setHint(const std::string& hint) override {
+        [[item_ button] setToolTip:hint.empty() ? nil : toNSString(hint)];
+    }
+
+  private:
+    NSMenu* menu_ = nil; ///< made with its first line
+    std::map<int, NSMenuItem*> lines_;
+    NSStatusItem* item_ = nil;
+    std::string title_;
+};
+
 } // namespace
 
 void installMainMenu() {
@@ -131,51 +190,8 @@ void installMainMenu() {
     [NSApp setWindowsMenu:windows];
 }
 
-void MacStatusBar::lineInserted(std::size_t index, const MenuLine& line) {
-    if (!menu_) {
-        menu_ = [[NSMenu alloc] initWithTitle:@""];
-        // Which lines can be chosen is the core's decision.
-        [menu_ setAutoenablesItems:NO];
-    }
-    NSMenuItem* item = newItem(line);
-    lines_[line.id] = item;
-    [menu_ insertItem:item atIndex:static_cast<NSInteger>(index)];
-}
-
-void MacStatusBar::lineRemoved(int lineId) {
-    const auto found = lines_.find(lineId);
-    if (found == lines_.end())
-        return;
-    [menu_ removeItem:found->second];
-    lines_.erase(found);
-}
-
-void MacStatusBar::lineChanged(const MenuLine& line) {
-    if (const auto found = lines_.find(line.id); found != lines_.end())
-        show(found->second, line);
-}
-
-void MacStatusBar::createItem(const std::string& image, MenuClicks& clicks) {
-    theClicks = &clicks;
-    item_ = [[NSStatusBar systemStatusBar] statusItemWithLength:NSVariableStatusItemLength];
-    NSImage* icon = [NSImage imageNamed:toNSString(image)];
-    // A template takes the menu bar's colour, light or dark.
-    [icon setTemplate:YES];
-    [[item_ button] setImage:icon];
-    [[item_ button] setImagePosition:NSImageLeading];
-    [[item_ button] setFont:titleFont()];
-    [item_ setMenu:menu_];
-}
-
-void MacStatusBar::setTitle(const std::string& title) {
-    if (title == title_)
-        return;
-    title_ = title;
-    [[item_ button] setTitle:toNSString(title)];
-}
-
-void MacStatusBar::setHint(const std::string& hint) {
-    [[item_ button] setToolTip:hint.empty() ? nil : toNSString(hint)];
+std::unique_ptr<StatusBar> makeMacStatusBar() {
+    return std::make_unique<MacStatusBar>();
 }
 
 } // namespace kelpa

@@ -1,4 +1,4 @@
-#import "platform/macos/MacServices.h"
+#import "platform/macos/MacPorts.h"
 
 #import <AppKit/AppKit.h>
 

@@ -1,6 +1,9 @@
-#import "platform/macos/UserDefaultsStore.h"
+#import "platform/macos/MacPorts.h"
 
 #import "platform/macos/Bridge.h"
+
+#include <functional>
+#include <map>
 
 namespace kelpa {
 
@@ -32,26 +35,39 @@ struct Write {
     }
 };
 
+class UserDefaultsStore final : public DefaultsStore {
+  public:
+    [[nodiscard]] std::optional<StoreValue> value(std::string_view key) const override {
+        id object = [defaults_ objectForKey:name(key)];
+        if ([object isKindOfClass:[NSNumber class]])
+            return fromNumber<StoreValue>(object);
+        if ([object isKindOfClass:[NSString class]])
+            return toString(object);
+        return [object isKindOfClass:[NSArray class]] ? textsIn(object) : std::nullopt;
+    }
+
+    void set(std::string_view key, const StoreValue& value) override {
+        std::visit(Write{defaults_, name(key)}, value);
+    }
+
+  private:
+    NSString* name(std::string_view key) const {
+        auto found = names_.find(key);
+        if (found == names_.end())
+            found = names_.emplace(key, toNSString(key)).first;
+        return found->second;
+    }
+
+    NSUserDefaults* defaults_ = [NSUserDefaults standardUserDefaults];
+    /// The keys as the system wants them: a setting is read once a second, and a new text each time is a
+    /// waste.
+    mutable std::map<std::string, NSString*, std::less<>> names_;
+};
+
 } // namespace
 
-NSString* UserDefaultsStore::name(std::string_view key) const {
-    auto found = names_.find(key);
-    if (found == names_.end())
-        found = names_.emplace(key, toNSString(key)).first;
-    return found->second;
-}
-
-std::optional<StoreValue> UserDefaultsStore::value(std::string_view key) const {
-    id object = [defaults_ objectForKey:name(key)];
-    if ([object isKindOfClass:[NSNumber class]])
-        return fromNumber<StoreValue>(object);
-    if ([object isKindOfClass:[NSString class]])
-        return toString(object);
-    return [object isKindOfClass:[NSArray class]] ? textsIn(object) : std::nullopt;
-}
-
-void UserDefaultsStore::set(std::string_view key, const StoreValue& value) {
-    std::visit(Write{defaults_, name(key)}, value);
+std::unique_ptr<DefaultsStore> makeUserDefaultsStore() {
+    return std::make_unique<UserDefaultsStore>();
 }
 
 } // namespace kelpa

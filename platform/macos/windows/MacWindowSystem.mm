@@ -1,4 +1,4 @@
-#import "platform/macos/windows/MacWindowSystem.h"
+#import "platform/macos/MacPorts.h"
 
 #import "platform/macos/Bridge.h"
 #import "platform/macos/views/Faces.h"
@@ -47,7 +47,18 @@ class MacWindow final : public NativeWindow {
         return makeWaterPanel(window_, client);
     }
     void setAlpha(double alpha) override { [window_ setAlphaValue:alpha]; }
-    void fadeTo(double alpha, double seconds, std::function<void()> done) override;
+    void fadeTo(double alpha, double seconds, std::function<void()> done) override {
+        KelpaWindow* window = window_;
+        [NSAnimationContext
+            runAnimationGroup:^(NSAnimationContext* context) {
+              [context setDuration:seconds];
+              [[window animator] setAlphaValue:alpha];
+            }
+            completionHandler:^{
+              if (done)
+                  callCore(done);
+            }];
+    }
     void orderFrontRegardless() override { [window_ present]; }
     void close() override { [window_ close]; }
     /// Its place alone says which screen a window is on.
@@ -60,64 +71,63 @@ class MacWindow final : public NativeWindow {
     KelpaWindow* window_;
 };
 
-void MacWindow::fadeTo(double alpha, double seconds, std::function<void()> done) {
-    KelpaWindow* window = window_;
-    [NSAnimationContext
-        runAnimationGroup:^(NSAnimationContext* context) {
-          [context setDuration:seconds];
-          [[window animator] setAlphaValue:alpha];
-        }
-        completionHandler:^{
-          if (done)
-              callCore(done);
-        }];
-}
+class MacWindowSystem final : public WindowSystem {
+  public:
+    void setClient(WindowSystemClient& client) override {
+        client_ = &client;
+        WindowSystemClient* told = &client;
+        // To the end of the process, so that nobody keeps what would end it.
+        [[NSNotificationCenter defaultCenter]
+            addObserverForName:NSApplicationDidChangeScreenParametersNotification
+                        object:nil
+                         queue:[NSOperationQueue mainQueue]
+                    usingBlock:^(NSNotification*) {
+                      callCore([told] { told->screensChanged(); });
+                      [KelpaWindow restorePlaces];
+                    }];
+    }
+
+    [[nodiscard]] std::vector<Screen> screens() const override {
+        std::vector<Screen> all;
+        for (NSScreen* screen in [NSScreen screens])
+            all.push_back(screenOf(screen));
+        if (all.empty())
+            all.push_back(pretendedScreen());
+        return all;
+    }
+
+    [[nodiscard]] const Screen* mainScreen() const override {
+        NSScreen* screen = [NSScreen mainScreen];
+        if (!screen)
+            screen = [[NSScreen screens] firstObject];
+        main_ = screen ? screenOf(screen) : pretendedScreen();
+        return &main_;
+    }
+
+    std::unique_ptr<NativeWindow> makeWindow(const WindowSpec& spec) override {
+        return std::make_unique<MacWindow>(spec, client_);
+    }
+
+    /// Nothing takes long to load here.
+    void prepare() override {}
+
+    void activate() override {
+        [runningApplication() activateIgnoringOtherApps:YES];
+        // The keyboard goes to what was just shown, also when another window of ours had it.
+        [[KelpaWindow takePresented] makeKeyWindow];
+    }
+
+    void deactivate() override { [runningApplication() deactivate]; }
+
+  private:
+    WindowSystemClient* client_ = nullptr;
+    mutable Screen main_; ///< what `mainScreen` answered last
+};
 
 } // namespace
 
-void MacWindowSystem::setClient(WindowSystemClient& client) {
-    client_ = &client;
-    WindowSystemClient* told = &client;
-    // To the end of the process, so that nobody keeps what would end it.
-    [[NSNotificationCenter defaultCenter]
-        addObserverForName:NSApplicationDidChangeScreenParametersNotification
-                    object:nil
-                     queue:[NSOperationQueue mainQueue]
-                usingBlock:^(NSNotification*) {
-                  callCore([told] { told->screensChanged(); });
-                  [KelpaWindow restorePlaces];
-                }];
-}
-
-std::vector<Screen> MacWindowSystem::screens() const {
-    std::vector<Screen> all;
-    for (NSScreen* screen in [NSScreen screens])
-        all.push_back(screenOf(screen));
-    if (all.empty())
-        all.push_back(pretendedScreen());
-    return all;
-}
-
-const Screen* MacWindowSystem::mainScreen() const {
-    NSScreen* screen = [NSScreen mainScreen];
-    if (!screen)
-        screen = [[NSScreen screens] firstObject];
-    main_ = screen ? screenOf(screen) : pretendedScreen();
-    return &main_;
-}
-
-std::unique_ptr<NativeWindow> MacWindowSystem::makeWindow(const WindowSpec& spec) {
-    return std::make_unique<MacWindow>(spec, client_);
-}
-
-void MacWindowSystem::activate() {
-    [runningApplication() activateIgnoringOtherApps:YES];
-    // The keyboard goes to what was just shown, also when another window of ours had it.
-    [[KelpaWindow takePresented] makeKeyWindow];
-}
-
-void MacWindowSystem::deactivate() {
-    [runningApplication() deactivate];
+std::unique_ptr<WindowSystem> makeMacWindowSystem() {
+    return std::make_unique<MacWindowSystem>();
 }
 
 } // namespace kelpa
