@@ -91,29 +91,14 @@ class Program final : private StoreReport, private WindowReport, private Instanc
   public:
     /// All outlive the program.
     Program(EventLoop& loop, Display& display, double speed, Bus& session, Instance& instance)
-        : loop_(loop), session_(session), systemBus_(loop, Bus::Kind::System), folders_(dataFolders()),
-          clock_(loop, speed), store_(settingsFile(), *this, loop),
+        : loop_(loop), session_(session), clock_(loop, speed),
           windows_({loop, *display.screens, *display.focus, *this}, helperPath("kelpa-view")),
-          about_(windows_), preferences_(windows_), historyWindow_(windows_),
-          fonts_(makeLinuxFonts(folders_.data)), translations_(folders_.locale), fatalErrors_(logCritical),
           lock_(loop, session, systemBus_, display.x11.get()),
           activity_(makeDesktopActivity(
               activityCounts(), *this,
               activitySources(loop, activityCounts(), windows_, session, systemBus_, speed))),
-          loginItem_(
-              {AutostartFolders::ofEnvironment(), {build::identifier, build::displayName, programPath()}},
-              [this] { return portal(); }),
-          mail_(loop, [this] { return portal(); }),
           busyness_(makeDesktopBusyness(loop, busySources(loop, display, session, systemBus_))),
-          updateWindow_(windows_), updater_({loop, clock_, store_, updateWindow_, *this},
-                                            UpdateSetup::ofThisCopy(*system_, translations_.language())),
-          breakNotice_(makeNotifications()),
-          trayNotice_(makeNotifications()), ports_{clock_,        loop,       loop,         loop,     store_,
-                                                   history_,      statusBar_, windows_,     *system_, *fonts_,
-                                                   translations_, random_,    fatalErrors_, loop,     lock_,
-                                                   *activity_,    services()},
-          logFiles_(clock_), delegate_(ports_, logFiles_), remote_(loop, loop), instance_(instance),
-          notice_(loop, session, *trayNotice_, noticeDesktop()), activation_(loop, activationWays()) {
+          instance_(instance) {
         if (X11Connection* connection = display.x11.get()) {
             WindowReport& report = *this;
             const std::string helper = helperPath("kelpa-tray");
@@ -125,9 +110,6 @@ class Program final : private StoreReport, private WindowReport, private Instanc
         if (inSandbox())
             portal_.emplace(session_);
     }
-
-    Program(const Program&) = delete;
-    Program& operator=(const Program&) = delete;
 
     /// Starts everything, shows the history if that is wished for, runs until the end and gives the exit
     /// code.
@@ -249,40 +231,45 @@ class Program final : private StoreReport, private WindowReport, private Instanc
 
     EventLoop& loop_;
     Bus& session_;
-    Bus systemBus_;
-    DataFolders folders_;
+    Bus systemBus_{loop_, Bus::Kind::System};
+    DataFolders folders_ = dataFolders();
     LinuxClock clock_;
-    PlistStore store_;
+    PlistStore store_{settingsFile(), *this, loop_};
     HistoryFolder history_{historyFolder()};
     LinuxStatusBar statusBar_;
     RemoteWindowSystem windows_;
-    RemoteAboutPanel about_;
-    RemotePreferencesWindow preferences_;
-    RemoteHistoryWindow historyWindow_;
+    RemoteAboutPanel about_{windows_};
+    RemotePreferencesWindow preferences_{windows_};
+    RemoteHistoryWindow historyWindow_{windows_};
     std::optional<TrayProcess> tray_;      ///< where the display server may have an older tray
     std::optional<TrayFallback> fallback_; ///< there with the tray
     std::optional<PopUpMenu> popUp_;       ///< there with the tray
     std::unique_ptr<SystemInfo> system_ = makeLinuxSystemInfo();
-    std::unique_ptr<Fonts> fonts_;
-    GettextTranslations translations_;
+    std::unique_ptr<Fonts> fonts_ = makeLinuxFonts(folders_.data);
+    GettextTranslations translations_{folders_.locale};
     SystemRandom random_;
-    AbortOnFatalErrors fatalErrors_;
+    AbortOnFatalErrors fatalErrors_{logCritical};
     DesktopLock lock_;
     std::unique_ptr<ActivityMonitor> activity_;
-    LinuxLoginItem loginItem_;
-    LinuxMail mail_;
+    LinuxLoginItem loginItem_{
+        {AutostartFolders::ofEnvironment(), {build::identifier, build::displayName, programPath()}},
+        [this] { return portal(); }};
+    LinuxMail mail_{loop_, [this] { return portal(); }};
     std::unique_ptr<BusyProbe> busyness_;
-    RemoteUpdateWindow updateWindow_;
-    LinuxUpdater updater_;
-    std::unique_ptr<Notifications> breakNotice_;
-    std::unique_ptr<Notifications> trayNotice_;
-    Ports ports_;
-    DailyLogFiles logFiles_;
-    AppDelegate delegate_;
-    RemoteControl remote_;
+    RemoteUpdateWindow updateWindow_{windows_};
+    LinuxUpdater updater_{{loop_, clock_, store_, updateWindow_, *this},
+                          UpdateSetup::ofThisCopy(*system_, translations_.language())};
+    std::unique_ptr<Notifications> breakNotice_ = makeNotifications();
+    std::unique_ptr<Notifications> trayNotice_ = makeNotifications();
+    Ports ports_{clock_,       loop_,    loop_,    loop_,      store_,        history_,
+                 statusBar_,   windows_, *system_, *fonts_,    translations_, random_,
+                 fatalErrors_, loop_,    lock_,    *activity_, services()};
+    DailyLogFiles logFiles_{clock_};
+    AppDelegate delegate_{ports_, logFiles_};
+    RemoteControl remote_{loop_, loop_};
     Instance& instance_;
-    TrayNotice notice_;
-    ItemActivation activation_;
+    TrayNotice notice_{loop_, session_, *trayNotice_, noticeDesktop()};
+    ItemActivation activation_{loop_, activationWays()};
     std::optional<Portal> portal_; ///< in a sandbox
     // There once the application runs.
     std::unique_ptr<StatusItemSink> item_;

@@ -6,12 +6,6 @@ namespace kelpa {
 
 namespace {
 
-const char* typeOf(const BusValue& value) {
-    if (std::holds_alternative<std::string>(value))
-        return "s";
-    return std::holds_alternative<bool>(value) ? "b" : "x";
-}
-
 /// A value of a type that the interface does not have is passed over.
 void readEntry(sd_bus_message* message, BusValues& values) {
     const char *name = nullptr, *contents = nullptr, *text = nullptr;
@@ -52,6 +46,12 @@ std::string signalRule(const BusAddress& from, const char* member, const std::st
 
 BusMessage newAnswer(sd_bus_message* call) {
     return ownedBy<BusMessage>([call](auto** made) { sd_bus_message_new_method_return(call, made); });
+}
+
+const char* typeOf(const BusValue& value) {
+    if (std::holds_alternative<std::string>(value))
+        return "s";
+    return std::holds_alternative<bool>(value) ? "b" : "x";
 }
 
 void writeValue(BusWriter& writer, const BusValue& value) {

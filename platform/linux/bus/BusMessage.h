@@ -120,6 +120,8 @@ int answer(sd_bus_message* call, const Write& write) {
 using BusValue = std::variant<std::string, std::int64_t, bool>;
 using BusValues = std::map<std::string, BusValue, std::less<>>;
 
+/// As the bus library names it.
+[[nodiscard]] const char* typeOf(const BusValue& value);
 void writeValue(BusWriter& writer, const BusValue& value);
 /// Writes name and value as an entry of an `a{sv}` that is open.
 void writeEntry(BusWriter& writer, const char* name, const BusValue& value);

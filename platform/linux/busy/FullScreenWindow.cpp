@@ -87,8 +87,6 @@ class ToplevelList {
         toplevels_.clear();
         connection_.flush();
     }
-    ToplevelList(const ToplevelList&) = delete;
-    ToplevelList& operator=(const ToplevelList&) = delete;
 
   private:
     zwlr_foreign_toplevel_manager_v1* manager_;

@@ -18,22 +18,20 @@ constexpr double secondsBetweenSignals = 1; ///< real ones
 
 struct Property {
     const char* name;
-    const char* type;
     BusValue (*of)(const RemoteStatus& status);
 };
 
 const Property properties[] = {
-    {control::state, "s", [](const RemoteStatus& s) -> BusValue { return std::string(nameOf(s.state)); }},
-    {control::time, "s", [](const RemoteStatus& s) -> BusValue { return s.time; }},
-    {control::seconds, "x", [](const RemoteStatus& s) -> BusValue { return secondsOf(s.time); }},
-    {control::breakKind, "s",
-     [](const RemoteStatus& s) -> BusValue { return std::string(nameOf(s.breakKind)); }},
-    {control::heldBy, "s",
+    {control::state, [](const RemoteStatus& s) -> BusValue { return std::string(nameOf(s.state)); }},
+    {control::time, [](const RemoteStatus& s) -> BusValue { return s.time; }},
+    {control::seconds, [](const RemoteStatus& s) -> BusValue { return secondsOf(s.time); }},
+    {control::breakKind, [](const RemoteStatus& s) -> BusValue { return std::string(nameOf(s.breakKind)); }},
+    {control::heldBy,
      [](const RemoteStatus& s) -> BusValue { return std::string(s.heldBy ? nameOf(*s.heldBy) : "none"); }},
-    {control::paused, "b", [](const RemoteStatus& s) -> BusValue { return s.paused; }},
-    {control::waterEnabled, "b", [](const RemoteStatus& s) -> BusValue { return s.waterEnabled; }},
-    {control::waterFinished, "x", [](const RemoteStatus& s) -> BusValue { return s.waterFinished; }},
-    {control::waterTarget, "x", [](const RemoteStatus& s) -> BusValue { return s.waterTarget; }},
+    {control::paused, [](const RemoteStatus& s) -> BusValue { return s.paused; }},
+    {control::waterEnabled, [](const RemoteStatus& s) -> BusValue { return s.waterEnabled; }},
+    {control::waterFinished, [](const RemoteStatus& s) -> BusValue { return s.waterFinished; }},
+    {control::waterTarget, [](const RemoteStatus& s) -> BusValue { return s.waterTarget; }},
 };
 
 int get(sd_bus*, const char*, const char*, const char* name, sd_bus_message* reply, void*,
@@ -73,8 +71,6 @@ class ControlObject final : private BusClient {
   public:
     ControlObject(EventLoop& loop, Bus& bus, RemoteControl& remote)
         : loop_(loop), bus_(bus), remote_(remote), joined_(bus.join(*this)) {}
-    ControlObject(const ControlObject&) = delete;
-    ControlObject& operator=(const ControlObject&) = delete;
 
   private:
     static int obey(sd_bus_message* call, void* object, sd_bus_error* error) noexcept {
@@ -92,7 +88,7 @@ class ControlObject final : private BusClient {
     static std::vector<sd_bus_vtable> makeTable() {
         std::vector<sd_bus_vtable> table = {SD_BUS_VTABLE_START(0)};
         for (const Property& property : properties)
-            table.push_back(SD_BUS_PROPERTY(property.name, property.type, get, 0, 0));
+            table.push_back(SD_BUS_PROPERTY(property.name, typeOf(property.of({})), get, 0, 0));
         for (const ControlVerb& verb : controlVerbs())
             table.push_back(SD_BUS_METHOD(verb.method, verb.obey.takesText() ? "s" : "", "", obey, 0));
         table.push_back(SD_BUS_METHOD(control::watch, "", "", BusHandler<&ControlObject::watch>::call, 0));

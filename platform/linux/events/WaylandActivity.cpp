@@ -14,33 +14,29 @@ namespace {
 constexpr std::uint32_t seatVersion = WL_SEAT_RELEASE_SINCE_VERSION;
 
 /// One seat, and whether somebody uses it.
-class Seat {
-  public:
-    Seat(wl_seat* seat, std::uint32_t number, std::function<void()> changed)
-        : seat_(seat), number_(number), changed_(std::move(changed)) {}
+struct Seat {
+    wl_seat* seat;
+    std::uint32_t number;
+    std::function<void()> changed;
+    bool active = true;       ///< until the compositor says otherwise
+    Subscription notice = {}; ///< of what `setIdle` is called for; belongs to whoever asked for it
+
+    Seat(wl_seat* bound, std::uint32_t itsNumber, std::function<void()> tell)
+        : seat(bound), number(itsNumber), changed(std::move(tell)) {}
     ~Seat() {
         notice.cancel();
-        if (wl_seat_get_version(seat_) >= WL_SEAT_RELEASE_SINCE_VERSION)
-            wl_seat_release(seat_);
+        if (wl_seat_get_version(seat) >= WL_SEAT_RELEASE_SINCE_VERSION)
+            wl_seat_release(seat);
         else
-            wl_seat_destroy(seat_);
+            wl_seat_destroy(seat);
     }
     Seat(const Seat&) = delete;
     Seat& operator=(const Seat&) = delete;
 
-    [[nodiscard]] std::uint32_t number() const { return number_; }
-    [[nodiscard]] bool active() const { return active_; }
     void setIdle(bool idle) {
-        active_ = !idle;
-        changed_();
+        active = !idle;
+        changed();
     }
-    Subscription notice; ///< of what `setIdle` is called for; belongs to whoever asked for it
-
-  private:
-    wl_seat* seat_;
-    std::uint32_t number_;
-    std::function<void()> changed_;
-    bool active_ = true; ///< until the compositor says otherwise
 };
 
 /// One of the protocols by which Wayland compositors tell that nobody has used a seat for a while.
@@ -134,7 +130,7 @@ class WaylandActivity final : public ActivitySource, private WaylandGlobals {
     }
 
     void went(std::uint32_t number) override {
-        if (seats_.remove_if([number](const Seat& seat) { return seat.number() == number; }) > 0)
+        if (seats_.remove_if([number](const Seat& seat) { return seat.number == number; }) > 0)
             seatChanged();
     }
 
@@ -153,7 +149,7 @@ class WaylandActivity final : public ActivitySource, private WaylandGlobals {
 
     void seatChanged() {
         const bool used =
-            std::any_of(seats_.begin(), seats_.end(), [](const Seat& seat) { return seat.active(); });
+            std::any_of(seats_.begin(), seats_.end(), [](const Seat& seat) { return seat.active; });
         used ? spell_.active() : spell_.rest();
     }
 

@@ -18,8 +18,6 @@ class DesktopNotifications final : public Notifications, private BusClient {
   public:
     DesktopNotifications(Bus& bus, NotificationSender sender, std::function<void(const std::string&)> failed)
         : bus_(bus), sender_(std::move(sender)), failed_(std::move(failed)), joined_(bus.join(*this)) {}
-    DesktopNotifications(const DesktopNotifications&) = delete;
-    DesktopNotifications& operator=(const DesktopNotifications&) = delete;
 
     void show(const Notification& notification, std::function<void(const std::string&)> pressed) override {
         withdraw();
