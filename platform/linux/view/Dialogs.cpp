@@ -1,65 +1,100 @@
-#include "platform/linux/view/Dialogs.h"
-
 #include "platform/linux/helper/ViewProtocol.h"
+#include "platform/linux/view/ManagedWindow.h"
 
 #include <QQuickItem>
 #include <QtMath>
 
 namespace kelpa::view {
 
-Dialog::Dialog(Stage& stage, QQmlEngine& engine, const QString& file) : ManagedWindow(stage, engine, file) {
-    setFlags(Qt::Dialog);
-    closeBy(QStringLiteral("Esc"));
-}
+namespace {
 
-QSize Dialog::firstSize() const {
-    return {qCeil(content().implicitWidth()), qCeil(content().implicitHeight())};
-}
-
-void Dialog::fixSize() {
-    const QSize size = around(firstSize());
-    setMinimumSize(size);
-    setMaximumSize(size);
-}
-
-void AboutWindow::appear() {
-    // Only what was drawn once knows its size.
-    if (!isVisible()) {
-        resize(around(firstSize()));
-        grabWindow();
+/// As large as what it says, and no larger.
+class Dialog : public ManagedWindow {
+  public:
+    Dialog(Stage& stage, QQmlEngine& engine, const QString& file) : ManagedWindow(stage, engine, file) {
+        setFlags(Qt::Dialog);
+        closeBy(QStringLiteral("Esc"));
     }
-    fixSize();
-    ManagedWindow::appear();
-}
 
-HistoryWindow::HistoryWindow(Stage& stage, QQmlEngine& engine)
-    : ManagedWindow(stage, engine, QStringLiteral("History.qml")) {
-    setFlags(Qt::Window);
-    setMinimumSize(around({520, 380}));
-}
+  protected:
+    [[nodiscard]] QSize firstSize() const override {
+        return {qCeil(content().implicitWidth()), qCeil(content().implicitHeight())};
+    }
+    /// Leaves a person no other size than that.
+    void fixSize() {
+        const QSize size = around(firstSize());
+        setMinimumSize(size);
+        setMaximumSize(size);
+    }
+};
 
-bool HistoryWindow::event(QEvent* event) {
-    if (event->type() == QEvent::FocusIn)
-        emit action(QString::fromUtf8(wire::view::cameToFrontAction.data()), {});
-    return ManagedWindow::event(event);
-}
+class AboutWindow final : public Dialog {
+  public:
+    AboutWindow(Stage& stage, QQmlEngine& engine) : Dialog(stage, engine, QStringLiteral("About.qml")) {}
 
-UpdateWindow::UpdateWindow(Stage& stage, QQmlEngine& engine)
-    : Dialog(stage, engine, QStringLiteral("Update.qml")) {
-    // The toolkit tells the window manager so.
-    setProperty("_q_showWithoutActivating", true);
-    connect(&content(), &QQuickItem::implicitHeightChanged, this, &UpdateWindow::fit);
-}
-
-void UpdateWindow::fit() {
-    fixSize();
-    resize(around(firstSize()));
-}
-
-void UpdateWindow::appear() {
-    fit();
-    if (!isVisible())
+    void appear() override {
+        // Only what was drawn once knows its size.
+        if (!isVisible()) {
+            resize(around(firstSize()));
+            grabWindow();
+        }
+        fixSize();
         ManagedWindow::appear();
+    }
+};
+
+class HistoryWindow final : public ManagedWindow {
+  public:
+    HistoryWindow(Stage& stage, QQmlEngine& engine)
+        : ManagedWindow(stage, engine, QStringLiteral("History.qml")) {
+        setFlags(Qt::Window);
+        setMinimumSize(around({520, 380}));
+    }
+
+  protected:
+    [[nodiscard]] QSize firstSize() const override { return {760, 620}; }
+    bool event(QEvent* event) override {
+        if (event->type() == QEvent::FocusIn)
+            emit action(QString::fromUtf8(wire::view::cameToFrontAction.data()), {});
+        return ManagedWindow::event(event);
+    }
+};
+
+/// The window of updates. Nobody may have asked for it, so it leaves the keyboard where it is unless the
+/// program says otherwise.
+class UpdateWindow final : public Dialog {
+  public:
+    UpdateWindow(Stage& stage, QQmlEngine& engine) : Dialog(stage, engine, QStringLiteral("Update.qml")) {
+        // The toolkit tells the window manager so.
+        setProperty("_q_showWithoutActivating", true);
+        connect(&content(), &QQuickItem::implicitHeightChanged, this, &UpdateWindow::fit);
+    }
+
+    void appear() override {
+        fit();
+        if (!isVisible())
+            ManagedWindow::appear();
+    }
+
+  private:
+    void fit() {
+        fixSize();
+        resize(around(firstSize()));
+    }
+};
+
+} // namespace
+
+std::unique_ptr<ViewWindow> makeAboutWindow(Stage& stage, QQmlEngine& engine) {
+    return std::make_unique<AboutWindow>(stage, engine);
+}
+
+std::unique_ptr<ViewWindow> makeHistoryWindow(Stage& stage, QQmlEngine& engine) {
+    return std::make_unique<HistoryWindow>(stage, engine);
+}
+
+std::unique_ptr<ViewWindow> makeUpdateWindow(Stage& stage, QQmlEngine& engine) {
+    return std::make_unique<UpdateWindow>(stage, engine);
 }
 
 } // namespace kelpa::view

@@ -1,4 +1,5 @@
-#include "platform/linux/view/LayerHost.h"
+#include "platform/linux/view/Stage.h"
+#include "platform/linux/view/WaylandNative.h"
 
 #include <QMouseEvent>
 #include <QPlatformSurfaceEvent>
@@ -7,6 +8,7 @@
 #include <QScreen>
 #include <algorithm>
 #include <layer-shell.h>
+#include <optional>
 #include <utility>
 #include <wayland-client.h>
 
@@ -24,45 +26,170 @@ constexpr std::uint32_t topRight = ZWLR_LAYER_SURFACE_V1_ANCHOR_TOP | ZWLR_LAYER
 /// Makes the surface neither push panels aside nor make room for them.
 constexpr std::int32_t overPanels = -1;
 
-} // namespace
+/// What a compositor offers for panels, screen covers and the like: surfaces above all windows that stand
+/// where they are told to.
+class LayerShell : public QObject {
+    Q_OBJECT
 
-std::unique_ptr<LayerShell> LayerShell::find() {
-    auto* shell =
-        static_cast<zwlr_layer_shell_v1*>(wayland::bind(zwlr_layer_shell_v1_interface, knownVersion));
-    return shell == nullptr ? nullptr : std::unique_ptr<LayerShell>(new LayerShell(shell));
-}
+  public:
+    explicit LayerShell(zwlr_layer_shell_v1* shell) : shell_(shell) {}
+    ~LayerShell() override {
+        if (zwlr_layer_shell_v1_get_version(shell_) >= ZWLR_LAYER_SHELL_V1_DESTROY_SINCE_VERSION)
+            zwlr_layer_shell_v1_destroy(shell_);
+        else
+            wl_proxy_destroy(reinterpret_cast<wl_proxy*>(shell_));
+    }
 
-LayerShell::~LayerShell() {
-    if (zwlr_layer_shell_v1_get_version(shell_) >= ZWLR_LAYER_SHELL_V1_DESTROY_SINCE_VERSION)
-        zwlr_layer_shell_v1_destroy(shell_);
-    else
-        wl_proxy_destroy(reinterpret_cast<wl_proxy*>(shell_));
-}
+    /// Gives the surface, which has no role yet and nothing on it, its place in a layer. The caller destroys
+    /// what it gets, before the surface.
+    [[nodiscard]] zwlr_layer_surface_v1* makeSurface(wl_surface* surface, wl_output* output,
+                                                     std::uint32_t layer) {
+        return zwlr_layer_shell_v1_get_layer_surface(shell_, surface, output, layer, purpose);
+    }
+    /// In which layer a surface belongs now. A panel's is above bars, which are anywhere below the highest
+    /// layer. Of two surfaces in one layer each compositor has another one above, so that it leaves that
+    /// layer to a cover.
+    [[nodiscard]] std::uint32_t layerFor(WindowRole role) const {
+        const bool highest = role == WindowRole::Cover || (movesSurfaces() && covers_ == 0);
+        return highest ? ZWLR_LAYER_SHELL_V1_LAYER_OVERLAY : ZWLR_LAYER_SHELL_V1_LAYER_TOP;
+    }
+    /// So many covers have come, or gone where it is below 0.
+    void countCovers(int come) {
+        covers_ += come;
+        emit arranged();
+    }
+    /// Null where the compositor tells only where the pointer is.
+    [[nodiscard]] wayland::RelativePointer* pointer() { return pointer_.get(); }
 
-zwlr_layer_surface_v1* LayerShell::makeSurface(wl_surface* surface, wl_output* output, std::uint32_t layer) {
-    return zwlr_layer_shell_v1_get_layer_surface(shell_, surface, output, layer, purpose);
-}
+  signals:
+    void arranged();
 
-bool LayerShell::movesSurfaces() const {
-    return zwlr_layer_shell_v1_get_version(shell_) >= ZWLR_LAYER_SURFACE_V1_SET_LAYER_SINCE_VERSION;
-}
+  private:
+    [[nodiscard]] bool movesSurfaces() const {
+        return zwlr_layer_shell_v1_get_version(shell_) >= ZWLR_LAYER_SURFACE_V1_SET_LAYER_SINCE_VERSION;
+    }
 
-/// A panel belongs above bars, which are anywhere below the highest layer. Of two surfaces in one layer each
-/// compositor has another one above, so that it leaves that layer to a cover.
-std::uint32_t LayerShell::layerFor(WindowRole role) const {
-    const bool covered =
-        std::any_of(hosts_.begin(), hosts_.end(), [](const LayerHost* host) { return host->covers(); });
-    const bool highest = role == WindowRole::Cover || (movesSurfaces() && !covered);
-    return highest ? ZWLR_LAYER_SHELL_V1_LAYER_OVERLAY : ZWLR_LAYER_SHELL_V1_LAYER_TOP;
-}
+    zwlr_layer_shell_v1* shell_;
+    std::unique_ptr<wayland::RelativePointer> pointer_ = wayland::RelativePointer::find();
+    int covers_ = 0;
+};
 
-void LayerShell::arrange() {
-    for (LayerHost* host : hosts_)
-        host->changeLayer();
-}
+/// A window as a surface in a layer of the compositor: above everything, exactly where it belongs, and with
+/// the keyboard to itself where that is its role. Qt paints it and hears its input; its place is told from
+/// here.
+class LayerHost final : public QObject, public WindowHost {
+  public:
+    LayerHost(std::shared_ptr<LayerShell> shell, QQuickWindow& window, QQuickItem& content, WindowRole role);
+    ~LayerHost() override { withdraw(); }
 
-LayerHost::LayerHost(LayerTools tools, QQuickWindow& window, QQuickItem& content, WindowRole role)
-    : tools_(tools), window_(window), content_(content), role_(role) {
+    void setPlace(const QRect& place, const QString& connector) override {
+        place_ = place;
+        connector_ = connector;
+        screensChanged();
+    }
+    void prepare() override {
+        if (QScreen* screen = screenOf(connector_))
+            window_.setScreen(screen);
+        window_.resize(place_.size());
+        window_.create();
+    }
+    void show() override {
+        wanted_ = true;
+        screensChanged();
+    }
+    void hide() override {
+        wanted_ = false;
+        withdraw();
+    }
+    void setOpacity(double value) override { content_.setOpacity(value); }
+    void setLeaving(bool leaving) override {
+        if (leaving == std::exchange(leaving_, leaving) || surface_ == nullptr)
+            return;
+        zwlr_layer_surface_v1_set_keyboard_interactivity(surface_, keyboard());
+        letInputThrough(leaving);
+        commit();
+    }
+    /// The compositor gives it when the surface is clicked.
+    void takeKeyboard() override { hover_ = Hover::Clicked; }
+    void beginDrag(const QMouseEvent& event) override;
+    /// Of a pointer that is put somewhere instead of being moved, as in a window of another desktop, Plasma
+    /// tells only where it is. So the surface stays until the end of the drag, and goes there at once.
+    void drag(const QMouseEvent& event) override {
+        if (held_)
+            carried_ = event.position();
+    }
+    void endDrag() override;
+    [[nodiscard]] QRect place() const override { return place_; }
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+  private:
+    /// What the pointer does with a panel.
+    enum class Hover { No, Moves, Clicked };
+
+    void screensChanged();
+    void makeSurface(QScreen& screen);
+    void destroySurface() {
+        if (surface_ == nullptr)
+            return;
+        zwlr_layer_surface_v1_destroy(std::exchange(surface_, nullptr));
+        if (role_ == WindowRole::Cover)
+            shell_->countCovers(-1);
+    }
+    /// To the layer where it belongs now, if it is in another one.
+    void changeLayer() {
+        const std::uint32_t layer = shell_->layerFor(role_);
+        if (surface_ == nullptr || layer == std::exchange(layer_, layer))
+            return;
+        zwlr_layer_surface_v1_set_layer(surface_, layer);
+        commit();
+    }
+    void withdraw();
+    void configured(std::uint32_t serial, QSize size);
+    /// Tells the compositor what the surface is to be.
+    void describe();
+    [[nodiscard]] std::uint32_t keyboard() const;
+    void hear(const QEvent& event);
+    void setHover(Hover hover) {
+        hover_ = hover;
+        if (surface_ == nullptr)
+            return;
+        zwlr_layer_surface_v1_set_keyboard_interactivity(surface_, keyboard());
+        commit();
+    }
+    void letInputThrough(bool through) {
+        wl_region* nowhere = through ? wl_compositor_create_region(wayland::compositor()) : nullptr;
+        wl_surface_set_input_region(wayland::surface(window_), nowhere);
+        if (nowhere != nullptr)
+            wl_region_destroy(nowhere);
+    }
+    void commit() {
+        wl_surface_commit(wayland::surface(window_));
+        wl_display_flush(wayland::display());
+    }
+    void moveTo(QPointF corner);
+
+    std::shared_ptr<LayerShell> shell_;
+    QQuickWindow& window_;
+    QQuickItem& content_;
+    WindowRole role_;
+    QRect place_;
+    QString connector_;
+    QString shownOn_;
+    zwlr_layer_surface_v1* surface_ = nullptr; ///< null while the window is not on its way to the screen
+    std::uint32_t layer_ = 0;
+    Hover hover_ = Hover::No;
+    std::optional<QPointF> pointer_; ///< where it was over the panel
+    std::optional<QPointF> held_;    ///< where a drag took hold of the window, while no distance was told
+    std::optional<QPointF> carried_; ///< where that is now
+    QPointF corner_;                 ///< where a drag takes the window, were there no edges of the screen
+    bool wanted_ = false;            ///< shown, or to be shown as soon as its screen is there
+    bool leaving_ = false;
+};
+
+LayerHost::LayerHost(std::shared_ptr<LayerShell> shell, QQuickWindow& window, QQuickItem& content,
+                     WindowRole role)
+    : shell_(std::move(shell)), window_(window), content_(content), role_(role) {
     // The hint keeps Qt from making a window of the surface.
     window_.setFlags(Qt::Window | Qt::FramelessWindowHint | Qt::BypassWindowManagerHint);
     // What is painted with alpha lets the desktop shine through.
@@ -71,26 +198,10 @@ LayerHost::LayerHost(LayerTools tools, QQuickWindow& window, QQuickItem& content
     window_.setFormat(format);
     window_.setColor(Qt::transparent);
     window_.installEventFilter(this);
-    tools_.shell.add(*this);
+    connect(shell_.get(), &LayerShell::arranged, this, &LayerHost::changeLayer);
     // Which may be told after the place that belongs to it, and the margins are counted from the screen's
     // edges.
     watchScreens(*this, [this] { screensChanged(); });
-}
-
-LayerHost::~LayerHost() {
-    withdraw();
-    tools_.shell.remove(*this);
-}
-
-void LayerHost::setPlace(const QRect& place, const QString& connector) {
-    place_ = place;
-    connector_ = connector;
-    if (!wanted_)
-        return;
-    if (surface_ == nullptr || connector_ != shownOn_)
-        return screensChanged();
-    describe();
-    commit();
 }
 
 /// The window is where it should be, or goes there; without its screen it waits for that.
@@ -98,38 +209,14 @@ void LayerHost::screensChanged() {
     QScreen* screen = wanted_ ? screenOf(connector_) : nullptr;
     if (surface_ != nullptr && (screen == nullptr || shownOn_ != connector_))
         withdraw();
-    if (surface_ == nullptr && screen != nullptr)
-        return showNow(*screen);
-    if (surface_ == nullptr)
-        return;
+    if (surface_ == nullptr && screen != nullptr) {
+        prepare();
+        makeSurface(*screen);
+    }
     // When a surface that had the keyboard goes with its screen, one that says again that it wants it gets
     // it.
-    describe();
-    commit();
-}
-
-void LayerHost::prepare() {
-    if (QScreen* screen = screenOf(connector_))
-        window_.setScreen(screen);
-    window_.resize(place_.size());
-    window_.create();
-}
-
-void LayerHost::show() {
-    wanted_ = true;
-    screensChanged();
-}
-
-void LayerHost::hide() {
-    wanted_ = false;
-    withdraw();
-}
-
-void LayerHost::showNow(QScreen& screen) {
-    prepare();
-    makeSurface(screen);
-    describe();
-    commit();
+    if (surface_ != nullptr)
+        describe();
 }
 
 void LayerHost::makeSurface(QScreen& screen) {
@@ -141,27 +228,11 @@ void LayerHost::makeSurface(QScreen& screen) {
         },
         [](void* data, zwlr_layer_surface_v1*) { static_cast<LayerHost*>(data)->withdraw(); }};
     shownOn_ = connector_;
-    layer_ = tools_.shell.layerFor(role_);
-    surface_ = tools_.shell.makeSurface(wayland::surface(window_), wayland::output(screen), layer_);
+    layer_ = shell_->layerFor(role_);
+    surface_ = shell_->makeSurface(wayland::surface(window_), wayland::output(screen), layer_);
     zwlr_layer_surface_v1_add_listener(surface_, &listener, this);
-    if (covers())
-        tools_.shell.arrange();
-}
-
-void LayerHost::changeLayer() {
-    const std::uint32_t layer = tools_.shell.layerFor(role_);
-    if (surface_ == nullptr || layer == std::exchange(layer_, layer))
-        return;
-    zwlr_layer_surface_v1_set_layer(surface_, layer);
-    commit();
-}
-
-void LayerHost::destroySurface() {
-    if (surface_ == nullptr)
-        return;
-    zwlr_layer_surface_v1_destroy(std::exchange(surface_, nullptr));
     if (role_ == WindowRole::Cover)
-        tools_.shell.arrange();
+        shell_->countCovers(1);
 }
 
 /// The surface loses its role before Qt destroys it; the next one is made from scratch.
@@ -201,14 +272,6 @@ void LayerHost::hear(const QEvent& event) {
     }
 }
 
-void LayerHost::setHover(Hover hover) {
-    hover_ = hover;
-    if (surface_ == nullptr)
-        return;
-    zwlr_layer_surface_v1_set_keyboard_interactivity(surface_, keyboard());
-    commit();
-}
-
 void LayerHost::configured(std::uint32_t serial, QSize size) {
     zwlr_layer_surface_v1_ack_configure(surface_, serial);
     // A side that the compositor leaves to us is 0.
@@ -232,6 +295,7 @@ void LayerHost::describe() {
         zwlr_layer_surface_v1_set_margin(surface_, place_.top() - screen.top(),
                                          screen.right() - place_.right(), 0, 0);
     zwlr_layer_surface_v1_set_keyboard_interactivity(surface_, keyboard());
+    commit();
 }
 
 std::uint32_t LayerHost::keyboard() const {
@@ -247,56 +311,24 @@ std::uint32_t LayerHost::keyboard() const {
                : ZWLR_LAYER_SURFACE_V1_KEYBOARD_INTERACTIVITY_NONE;
 }
 
-void LayerHost::letInputThrough(bool through) {
-    wl_region* nowhere = through ? wl_compositor_create_region(wayland::compositor()) : nullptr;
-    wl_surface_set_input_region(wayland::surface(window_), nowhere);
-    if (nowhere != nullptr)
-        wl_region_destroy(nowhere);
-}
-
-void LayerHost::commit() {
-    wl_surface_commit(wayland::surface(window_));
-    wl_display_flush(wayland::display());
-}
-
-void LayerHost::setOpacity(double value) {
-    content_.setOpacity(value);
-}
-
-void LayerHost::setLeaving(bool leaving) {
-    if (leaving == std::exchange(leaving_, leaving) || surface_ == nullptr)
-        return;
-    zwlr_layer_surface_v1_set_keyboard_interactivity(surface_, keyboard());
-    letInputThrough(leaving);
-    commit();
-}
-
 /// Where the pointer is in a surface that moves under it, compositors tell each in a way of its own; how far
 /// it went they tell alike, if they do.
 void LayerHost::beginDrag(const QMouseEvent& event) {
     held_ = event.position();
     carried_.reset();
     corner_ = place_.topLeft();
-    if (tools_.pointer == nullptr)
-        return;
-    tools_.pointer->follow([this](QPointF distance) {
-        held_.reset();
-        moveTo(corner_ + distance);
-    });
-}
-
-/// Of a pointer that is put somewhere instead of being moved, as in a window of another desktop, Plasma tells
-/// only where it is. So the surface stays until the end of the drag, and goes there at once.
-void LayerHost::drag(const QMouseEvent& event) {
-    if (held_)
-        carried_ = event.position();
+    if (auto* pointer = shell_->pointer())
+        pointer->follow([this](QPointF distance) {
+            held_.reset();
+            moveTo(corner_ + distance);
+        });
 }
 
 void LayerHost::endDrag() {
     if (role_ != WindowRole::Panel)
         return;
-    if (tools_.pointer != nullptr)
-        tools_.pointer->rest();
+    if (auto* pointer = shell_->pointer())
+        pointer->rest();
     if (held_ && carried_)
         moveTo(corner_ + *carried_ - *held_);
     held_.reset();
@@ -313,7 +345,21 @@ void LayerHost::moveTo(QPointF corner) {
         return;
     place_.moveTopLeft(reached);
     describe();
-    commit();
+}
+
+} // namespace
+
+HostMaker findLayers() {
+    auto* shell =
+        static_cast<zwlr_layer_shell_v1*>(wayland::bind(zwlr_layer_shell_v1_interface, knownVersion));
+    if (shell == nullptr)
+        return {};
+    return [owned = std::make_shared<LayerShell>(shell)](QQuickWindow& window, QQuickItem& content,
+                                                         WindowRole role) {
+        return std::make_unique<LayerHost>(owned, window, content, role);
+    };
 }
 
 } // namespace kelpa::view
+
+#include "LayerHost.moc"

@@ -2,13 +2,10 @@
 
 #include <QGuiApplication>
 #include <QIcon>
-#include <QQmlComponent>
-#include <QQmlEngine>
 #include <QQuickItem>
 #include <QScreen>
 #include <QShortcut>
 #include <chrono>
-#include <utility>
 
 namespace kelpa::view {
 
@@ -38,39 +35,12 @@ bool reachable(const QRect& bounds) {
 
 } // namespace
 
-std::unique_ptr<WindowFrame> WindowFrame::make(QQuickWindow& window, QQmlEngine& engine) {
-    QQmlComponent component(&engine, QUrl(QStringLiteral("qrc:/Kelpa/WindowFrame.qml")));
-    std::unique_ptr<QQuickItem> item(qobject_cast<QQuickItem*>(component.create()));
-    if (item == nullptr) {
-        qWarning("There is no title bar: %s", qPrintable(component.errorString()));
-        return nullptr;
-    }
-    item->setParentItem(window.contentItem());
-    return std::unique_ptr<WindowFrame>(new WindowFrame(std::move(item)));
-}
-
-WindowFrame::WindowFrame(std::unique_ptr<QQuickItem> item)
-    : titleHeight_(item->property("titleHeight").toInt()), item_(std::move(item)) {}
-
-WindowFrame::~WindowFrame() = default;
-
-QSize WindowFrame::around(const QSize& content) const {
-    return {content.width(), content.height() + titleHeight_};
-}
-
-QSize WindowFrame::within(const QSize& window) const {
-    return {window.width(), window.height() - titleHeight_};
-}
-
-void WindowFrame::layOut(QQuickItem& content, const QSize& window) const {
-    content.setY(titleHeight_);
-    content.setSize(within(window));
-}
-
 ManagedWindow::ManagedWindow(Stage& stage, QQmlEngine& engine, const QString& file)
     : ViewWindow(engine, file), stage_(stage) {
-    if (stage.windowsDrawFrames())
-        frame_ = WindowFrame::make(*this, engine);
+    if (stage.windowsDrawFrames()) {
+        frame_ = makeItem(engine, QStringLiteral("WindowFrame.qml"));
+        titleHeight_ = frame_->property("titleHeight").toInt();
+    }
     setIcon(applicationIcon());
     closeBy(QStringLiteral("Ctrl+W"));
     framed_.setSingleShot(true);
@@ -135,13 +105,13 @@ void ManagedWindow::followBackground() {
 }
 
 QSize ManagedWindow::around(const QSize& content) const {
-    return frame_ ? frame_->around(content) : content;
+    return content + QSize(0, titleHeight_);
 }
 
 void ManagedWindow::resizeEvent(QResizeEvent* event) {
     ViewWindow::resizeEvent(event);
-    if (frame_)
-        frame_->layOut(content(), event->size());
+    content().setY(titleHeight_);
+    content().setHeight(event->size().height() - titleHeight_);
 }
 
 /// Where the X server itself composites, as awesome has it do, it can lose what is painted while the window
@@ -164,7 +134,7 @@ void ManagedWindow::moveEvent(QMoveEvent* event) {
 void ManagedWindow::closeEvent(QCloseEvent* event) {
     // What is being typed counts as entered.
     contentItem()->forceActiveFocus();
-    const QRect bounds(framePosition(), frame_ ? frame_->within(size()) : size());
+    const QRect bounds(framePosition(), size() - QSize(0, titleHeight_));
     ViewWindow::closeEvent(event);
     emit closed(bounds);
 }

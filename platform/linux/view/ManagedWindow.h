@@ -8,42 +8,15 @@
 
 namespace kelpa::view {
 
-/// A window's own title bar and edges. Sizes are in the toolkit's units.
-class WindowFrame {
-  public:
-    /// Null when it cannot be made.
-    static std::unique_ptr<WindowFrame> make(QQuickWindow& window, QQmlEngine& engine);
-    ~WindowFrame();
-    WindowFrame(const WindowFrame&) = delete;
-    WindowFrame& operator=(const WindowFrame&) = delete;
-
-    /// How large a window around content of some size is, and the other way round.
-    [[nodiscard]] QSize around(const QSize& content) const;
-    [[nodiscard]] QSize within(const QSize& window) const;
-    /// Puts the content where it belongs in a window of that size.
-    void layOut(QQuickItem& content, const QSize& window) const;
-
-  private:
-    explicit WindowFrame(std::unique_ptr<QQuickItem> item);
-
-    int titleHeight_;
-    std::unique_ptr<QQuickItem> item_; ///< goes before the window does, as the content
-};
-
 /// An ordinary window, which the window manager moves and stacks, and decorates unless it leaves that to
 /// windows. A person asked for it, so it takes the keyboard at once. It begins in the middle of its screen,
 /// later where it was closed.
 class ManagedWindow : public ViewWindow {
-    Q_OBJECT
-
   public:
     /// The stage outlives the window.
     ManagedWindow(Stage& stage, QQmlEngine& engine, const QString& file);
 
     void setPlace(const QRect& bounds, const QString& connector) override;
-    /// It does not fade.
-    void setAlpha(double /*alpha*/) override {}
-    void fadeTo(double /*alpha*/, double /*seconds*/) override {}
     void appear() override;
     void disappear() override { hide(); }
     void takeKeyboard() override;
@@ -68,7 +41,8 @@ class ManagedWindow : public ViewWindow {
     [[nodiscard]] QSize firstSizeIn(QSize room) const;
 
     Stage& stage_;
-    std::unique_ptr<WindowFrame> frame_; ///< null where the window manager draws it
+    std::unique_ptr<QQuickItem> frame_; ///< title bar and edges; null where the window manager draws them
+    int titleHeight_ = 0;               ///< of that frame, in the toolkit's units
     QString connector_;
     QTimer framed_;      ///< since it was last moved or uncovered while it is fresh
     bool fresh_ = false; ///< until it has come to rest in its frame

@@ -93,6 +93,11 @@ class Stage {
 [[nodiscard]] std::unique_ptr<Stage> makeX11Stage();
 [[nodiscard]] std::unique_ptr<Stage> makeWaylandStage();
 
+/// Makes windows surfaces in the compositor's layers: above everything, and exactly where they belong.
+using HostMaker = std::function<std::unique_ptr<WindowHost>(QQuickWindow&, QQuickItem&, WindowRole)>;
+/// Nothing where the compositor has no layers. Waits for its answer.
+[[nodiscard]] HostMaker findLayers();
+
 /// The screen of a connector; null when there is none.
 [[nodiscard]] QScreen* screenOf(const QString& connector);
 /// The same, but any screen rather than none; null only where there is none at all.

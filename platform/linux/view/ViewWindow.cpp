@@ -10,8 +10,7 @@
 
 namespace kelpa::view {
 
-ViewWindow::ViewWindow(QQmlEngine& engine, const QString& file) {
-    makeContent(engine, file);
+ViewWindow::ViewWindow(QQmlEngine& engine, const QString& file) : content_(makeItem(engine, file)) {
     ViewWindow::followBackground();
     connect(content_.get(), SIGNAL(action(QString, QString)), this, SIGNAL(action(QString, QString)));
     connect(content_.get(), SIGNAL(colorChanged()), this, SLOT(followBackground()));
@@ -22,12 +21,13 @@ ViewWindow::~ViewWindow() {
     hide();
 }
 
-void ViewWindow::makeContent(QQmlEngine& engine, const QString& file) {
+std::unique_ptr<QQuickItem> ViewWindow::makeItem(QQmlEngine& engine, const QString& file) {
     QQmlComponent component(&engine, QUrl(QStringLiteral("qrc:/Kelpa/") + file));
-    content_.reset(qobject_cast<QQuickItem*>(component.create()));
-    if (content_ == nullptr)
+    std::unique_ptr<QQuickItem> item(qobject_cast<QQuickItem*>(component.create()));
+    if (item == nullptr)
         throw std::runtime_error(component.errorString().toStdString());
-    content_->setParentItem(contentItem());
+    item->setParentItem(contentItem());
+    return item;
 }
 
 void ViewWindow::followBackground() {

@@ -12,6 +12,8 @@ class QQuickItem;
 
 namespace kelpa::view {
 
+class Stage;
+
 /// A window of any kind: its content is one QML file, whose root item has the properties that the program
 /// sets and a signal `action(name, value)` for what it wants to know.
 class ViewWindow : public QQuickWindow {
@@ -28,8 +30,9 @@ class ViewWindow : public QQuickWindow {
     virtual void setContentProperty(const QByteArray& name, const QString& value);
     /// Shows what a `tell` of the program says of a control, in a window that has controls.
     virtual void tellControl(const wire::Message& /*message*/) {}
-    virtual void setAlpha(double alpha) = 0;
-    virtual void fadeTo(double alpha, double seconds) = 0;
+    /// What does not fade does nothing.
+    virtual void setAlpha(double /*alpha*/) {}
+    virtual void fadeTo(double /*alpha*/, double /*seconds*/) {}
     /// Shows the window in front of all others of its kind.
     virtual void appear() = 0;
     virtual void disappear() = 0;
@@ -56,6 +59,8 @@ class ViewWindow : public QQuickWindow {
 
   protected:
     [[nodiscard]] QQuickItem& content() const { return *content_; }
+    /// What that file draws, in this window. Throws std::runtime_error when it cannot be made.
+    std::unique_ptr<QQuickItem> makeItem(QQmlEngine& engine, const QString& file);
     void resizeEvent(QResizeEvent* event) override;
     /// Enter of the number pad is Return to all pages.
     bool event(QEvent* event) override;
@@ -65,9 +70,14 @@ class ViewWindow : public QQuickWindow {
     virtual void followBackground();
 
   private:
-    void makeContent(QQmlEngine& engine, const QString& file);
-
     std::unique_ptr<QQuickItem> content_; ///< goes before the window does
 };
+
+/// The kinds of windows. The stage outlives them.
+[[nodiscard]] std::unique_ptr<ViewWindow> makeBreakWindow(Stage& stage, QQmlEngine& engine);
+[[nodiscard]] std::unique_ptr<ViewWindow> makeWaterWindow(Stage& stage, QQmlEngine& engine);
+[[nodiscard]] std::unique_ptr<ViewWindow> makeAboutWindow(Stage& stage, QQmlEngine& engine);
+[[nodiscard]] std::unique_ptr<ViewWindow> makeHistoryWindow(Stage& stage, QQmlEngine& engine);
+[[nodiscard]] std::unique_ptr<ViewWindow> makeUpdateWindow(Stage& stage, QQmlEngine& engine);
 
 } // namespace kelpa::view

@@ -1,4 +1,5 @@
-#include "platform/linux/view/LayerHost.h"
+#include "platform/linux/view/Stage.h"
+#include "platform/linux/view/WaylandNative.h"
 
 #include <QQuickItem>
 #include <QQuickWindow>
@@ -14,17 +15,34 @@ class ToplevelHost final : public QObject, public WindowHost {
   public:
     ToplevelHost(QQuickWindow& window, QQuickItem& content, WindowRole role);
 
-    void setPlace(const QRect& place, const QString& connector) override;
+    void setPlace(const QRect& place, const QString& connector) override {
+        const bool moved = connector != connector_;
+        place_ = place;
+        connector_ = connector;
+        if (moved)
+            screensChanged();
+    }
     void prepare() override;
-    void show() override;
-    void hide() override;
-    void followBackground() override;
-    void setOpacity(double value) override;
-    void beginDrag(const QMouseEvent& event) override;
+    void show() override {
+        wanted_ = true;
+        screensChanged();
+    }
+    void hide() override {
+        wanted_ = false;
+        window_.hide();
+    }
+    void followBackground() override { window_.setColor(content_.property("color").value<QColor>()); }
+    /// Behind a full-screen window the compositor shows nothing, and a window's opacity cannot be changed:
+    /// the content comes out of the background.
+    void setOpacity(double value) override { content_.setProperty("reveal", value); }
+    void beginDrag(const QMouseEvent& /*event*/) override { window_.startSystemMove(); }
     [[nodiscard]] QRect place() const override { return place_; }
 
   private:
-    [[nodiscard]] QScreen* targetScreen() const;
+    /// A panel shows on any screen rather than not at all.
+    [[nodiscard]] QScreen* targetScreen() const {
+        return role_ == WindowRole::Panel ? screenNear(connector_) : screenOf(connector_);
+    }
     void screensChanged();
 
     QQuickWindow& window_;
@@ -39,19 +57,6 @@ ToplevelHost::ToplevelHost(QQuickWindow& window, QQuickItem& content, WindowRole
     : window_(window), content_(content), role_(role) {
     window_.setFlags(Qt::Window | Qt::FramelessWindowHint);
     watchScreens(*this, [this] { screensChanged(); });
-}
-
-/// A panel shows on any screen rather than not at all.
-QScreen* ToplevelHost::targetScreen() const {
-    return role_ == WindowRole::Panel ? screenNear(connector_) : screenOf(connector_);
-}
-
-void ToplevelHost::setPlace(const QRect& place, const QString& connector) {
-    const bool moved = connector != connector_;
-    place_ = place;
-    connector_ = connector;
-    if (moved)
-        screensChanged();
 }
 
 void ToplevelHost::screensChanged() {
@@ -80,60 +85,35 @@ void ToplevelHost::prepare() {
     followBackground();
 }
 
-void ToplevelHost::show() {
-    wanted_ = true;
-    screensChanged();
-}
-
-void ToplevelHost::hide() {
-    wanted_ = false;
-    window_.hide();
-}
-
-void ToplevelHost::followBackground() {
-    window_.setColor(content_.property("color").value<QColor>());
-}
-
-/// Behind a full-screen window the compositor shows nothing, and a window's opacity cannot be changed: the
-/// content comes out of the background.
-void ToplevelHost::setOpacity(double value) {
-    content_.setProperty("reveal", value);
-}
-
-void ToplevelHost::beginDrag(const QMouseEvent&) {
-    window_.startSystemMove();
-}
-
 /// A Wayland compositor. It gives the keyboard to the surfaces that say they want it, and keeps layers in
 /// order.
 class WaylandStage final : public Stage {
   public:
-    WaylandStage();
-    std::unique_ptr<WindowHost> makeHost(QQuickWindow& window, QQuickItem& content, WindowRole role) override;
+    std::unique_ptr<WindowHost> makeHost(QQuickWindow& window, QQuickItem& content,
+                                         WindowRole role) override {
+        if (layers_)
+            return layers_(window, content, role);
+        return std::make_unique<ToplevelHost>(window, content, role);
+    }
     void askToFloat(QQuickWindow& window) override;
-    void activate(QQuickWindow& window) override;
-    [[nodiscard]] int heightLeftByBars(int available) const override;
-    [[nodiscard]] bool windowsDrawFrames() const override;
+    void activate(QQuickWindow& window) override { window.requestActivate(); }
+    /// A compositor tells nobody how much its own bars take.
+    [[nodiscard]] int heightLeftByBars(int available) const override {
+        constexpr int desktopsBar = 48;
+        return available - desktopsBar;
+    }
+    /// GNOME's compositor is one that wants every window to draw its own. The toolkit would draw some, but
+    /// only together with OpenGL, which takes more memory than everything else in this process.
+    [[nodiscard]] bool windowsDrawFrames() const override {
+        static const bool left = !wayland::offers("zxdg_decoration_manager_v1");
+        return left;
+    }
     [[nodiscard]] bool inputIsOurs() const override { return true; }
 
   private:
-    std::unique_ptr<LayerShell> layers_;                ///< null where the compositor has no layers
-    std::unique_ptr<wayland::RelativePointer> pointer_; ///< null where it tells only where the pointer is
+    /// Nothing where the compositor has no layers.
+    HostMaker layers_ = qgetenv("KELPA_LAYER_SHELL") != "no" ? findLayers() : HostMaker();
 };
-
-WaylandStage::WaylandStage() {
-    if (qgetenv("KELPA_LAYER_SHELL") != "no")
-        layers_ = LayerShell::find();
-    if (layers_)
-        pointer_ = wayland::RelativePointer::find();
-}
-
-std::unique_ptr<WindowHost> WaylandStage::makeHost(QQuickWindow& window, QQuickItem& content,
-                                                   WindowRole role) {
-    if (layers_)
-        return std::make_unique<LayerHost>(LayerTools{*layers_, pointer_.get()}, window, content, role);
-    return std::make_unique<ToplevelHost>(window, content, role);
-}
 
 /// Compositors that tile let windows of one possible size float, and look for that when a window comes. Those
 /// that have layers are such, but for Plasma's.
@@ -150,23 +130,6 @@ void WaylandStage::askToFloat(QQuickWindow& window) {
     };
     QObject::connect(&window, &QQuickWindow::frameSwapped, &window, allow,
                      static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection));
-}
-
-void WaylandStage::activate(QQuickWindow& window) {
-    window.requestActivate();
-}
-
-/// A compositor tells nobody how much its own bars take.
-int WaylandStage::heightLeftByBars(int available) const {
-    constexpr int desktopsBar = 48;
-    return available - desktopsBar;
-}
-
-/// GNOME's compositor is one that wants every window to draw its own. The toolkit would draw some, but only
-/// together with OpenGL, which takes more memory than everything else in this process.
-bool WaylandStage::windowsDrawFrames() const {
-    static const bool left = !wayland::offers("zxdg_decoration_manager_v1");
-    return left;
 }
 
 } // namespace

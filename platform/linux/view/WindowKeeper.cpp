@@ -1,9 +1,7 @@
 #include "platform/linux/view/WindowKeeper.h"
 
 #include "platform/linux/helper/ViewProtocol.h"
-#include "platform/linux/view/Dialogs.h"
 #include "platform/linux/view/PreferencesWindow.h"
-#include "platform/linux/view/Reminders.h"
 
 #include <QGuiApplication>
 #include <QScreen>
@@ -20,17 +18,17 @@ namespace {
 /// The kinds of windows that there are.
 std::unique_ptr<ViewWindow> makeKind(Stage& stage, QQmlEngine& engine, const std::string& kind) {
     if (kind == word::breakKind)
-        return std::make_unique<BreakWindow>(stage, engine);
+        return makeBreakWindow(stage, engine);
     if (kind == word::waterKind)
-        return std::make_unique<WaterWindow>(stage, engine);
+        return makeWaterWindow(stage, engine);
     if (kind == word::preferencesKind)
         return std::make_unique<PreferencesWindow>(stage, engine);
     if (kind == word::aboutKind)
-        return std::make_unique<AboutWindow>(stage, engine);
+        return makeAboutWindow(stage, engine);
     if (kind == word::historyKind)
-        return std::make_unique<HistoryWindow>(stage, engine);
+        return makeHistoryWindow(stage, engine);
     if (kind == word::updateKind)
-        return std::make_unique<UpdateWindow>(stage, engine);
+        return makeUpdateWindow(stage, engine);
     throw std::runtime_error("there is no window of the kind \"" + kind + "\"");
 }
 

@@ -22,22 +22,83 @@ class X11Host final : public QObject, public WindowHost {
   public:
     X11Host(QQuickWindow& window, QQuickItem& content, WindowRole role);
 
-    void setPlace(const QRect& place, const QString& connector) override;
-    void prepare() override;
-    void show() override;
-    void hide() override;
-    void followBackground() override;
+    /// The server counts in pixels however large the desktop draws, so that a panel's size does not say yet
+    /// how many it has there. It keeps its corner.
+    void setPlace(const QRect& place, const QString& connector) override {
+        const QScreen* screen = screenNear(connector);
+        const bool drawn = role_ == WindowRole::Panel && screen != nullptr;
+        size_ = place.size();
+        pixels_.setSize((QSizeF(size_) * (drawn ? screen->devicePixelRatio() : 1)).toSize());
+        pixels_.moveTopRight(place.topRight());
+        connector_ = connector;
+        assertPlace();
+    }
+    void prepare() override {
+        window_.create();
+        // It would fall on the next screen.
+        if (role_ == WindowRole::Cover)
+            x11::forbidShadow(idOf(window_));
+        assertPlace();
+        followBackground();
+    }
+    void show() override {
+        if (!window_.isVisible()) {
+            prepare();
+            window_.show();
+        }
+        x11::raise(idOf(window_));
+    }
+    void hide() override {
+        keysAtRest_.cancel();
+        window_.hide();
+    }
+    void followBackground() override {
+        window_.setColor(content_.property("color").value<QColor>());
+        if (window_.handle() != nullptr)
+            x11::setBackground(idOf(window_), window_.color());
+    }
     void beginFade() override { composited_ = x11::composited(); }
-    void setOpacity(double value) override;
-    void setLeaving(bool leaving) override;
-    void takeKeyboard() override;
-    void takeKeyboardInQuiet() override;
-    void beginDrag(const QMouseEvent& event) override;
-    void drag(const QMouseEvent& event) override;
-    [[nodiscard]] QRect place() const override;
+    /// Without a compositor the window itself cannot be seen through: then its content comes out of the
+    /// background.
+    void setOpacity(double value) override {
+        window_.setOpacity(composited_ ? value : 1.0);
+        content_.setProperty("reveal", composited_ ? 1.0 : value);
+    }
+    /// Where one sees through it one can also click through it.
+    void setLeaving(bool leaving) override {
+        window_.setFlag(Qt::WindowTransparentForInput, leaving && composited_);
+    }
+    void takeKeyboard() override {
+        keysAtRest_.cancel();
+        if (window_.isVisible())
+            x11::focus(idOf(window_));
+    }
+    void takeKeyboardInQuiet() override {
+        keysAtRest_.whenReached([this] { takeKeyboard(); });
+    }
+    void beginDrag(const QMouseEvent& event) override {
+        grip_ = event.globalPosition().toPoint() - window_.position();
+    }
+    void drag(const QMouseEvent& event) override {
+        const QPoint distance = event.globalPosition().toPoint() - grip_ - window_.position();
+        const double factor = window_.screen()->devicePixelRatio();
+        pixels_.translate((QPointF(distance) * factor).toPoint());
+        window_.setPosition(window_.position() + distance);
+    }
+    [[nodiscard]] QRect place() const override {
+        QRect place(QPoint(), size_);
+        place.moveTopRight(pixels_.topRight());
+        return place;
+    }
 
   private:
-    void allowAlpha();
+    /// Around what could be seen through no compositor draws a shadow, which would fall on the next screen.
+    /// Nothing of it is.
+    void allowAlpha() {
+        QSurfaceFormat format = window_.requestedFormat();
+        format.setAlphaBufferSize(8);
+        window_.setFormat(format);
+    }
     /// Asserts the place, because something else may have changed it.
     void assertPlace();
     void fillEdges();
@@ -61,32 +122,6 @@ X11Host::X11Host(QQuickWindow& window, QQuickItem& content, WindowRole role)
     connect(&window_, &QQuickWindow::frameSwapped, this, &X11Host::fillEdges);
     // A screen that comes, goes or changes can move windows that have nothing to do with it.
     watchScreens(*this, [this] { assertPlace(); });
-}
-
-/// Around what could be seen through no compositor draws a shadow, which would fall on the next screen.
-/// Nothing of it is.
-void X11Host::allowAlpha() {
-    QSurfaceFormat format = window_.requestedFormat();
-    format.setAlphaBufferSize(8);
-    window_.setFormat(format);
-}
-
-/// The server counts in pixels however large the desktop draws, so that a panel's size does not say yet how
-/// many it has there. It keeps its corner.
-void X11Host::setPlace(const QRect& place, const QString& connector) {
-    const QScreen* screen = screenNear(connector);
-    const bool drawn = role_ == WindowRole::Panel && screen != nullptr;
-    size_ = place.size();
-    pixels_.setSize((QSizeF(size_) * (drawn ? screen->devicePixelRatio() : 1)).toSize());
-    pixels_.moveTopRight(place.topRight());
-    connector_ = connector;
-    assertPlace();
-}
-
-QRect X11Host::place() const {
-    QRect place(QPoint(), size_);
-    place.moveTopRight(pixels_.topRight());
-    return place;
 }
 
 void X11Host::assertPlace() {
@@ -118,78 +153,34 @@ void X11Host::fillEdges() {
         x11::clear(idOf(window_), QRect(0, bottom, pixels_.width(), pixels_.height() - bottom));
 }
 
-void X11Host::prepare() {
-    window_.create();
-    // It would fall on the next screen.
-    if (role_ == WindowRole::Cover)
-        x11::forbidShadow(idOf(window_));
-    assertPlace();
-    followBackground();
-}
-
-void X11Host::show() {
-    if (!window_.isVisible()) {
-        prepare();
-        window_.show();
-    }
-    x11::raise(idOf(window_));
-}
-
-void X11Host::hide() {
-    keysAtRest_.cancel();
-    window_.hide();
-}
-
-void X11Host::followBackground() {
-    window_.setColor(content_.property("color").value<QColor>());
-    if (window_.handle() != nullptr)
-        x11::setBackground(idOf(window_), window_.color());
-}
-
-/// Without a compositor the window itself cannot be seen through: then its content comes out of the
-/// background.
-void X11Host::setOpacity(double value) {
-    window_.setOpacity(composited_ ? value : 1.0);
-    content_.setProperty("reveal", composited_ ? 1.0 : value);
-}
-
-/// Where one sees through it one can also click through it.
-void X11Host::setLeaving(bool leaving) {
-    window_.setFlag(Qt::WindowTransparentForInput, leaving && composited_);
-}
-
-void X11Host::takeKeyboard() {
-    keysAtRest_.cancel();
-    if (window_.isVisible())
-        x11::focus(idOf(window_));
-}
-
-void X11Host::takeKeyboardInQuiet() {
-    keysAtRest_.whenReached([this] { takeKeyboard(); });
-}
-
-void X11Host::beginDrag(const QMouseEvent& event) {
-    grip_ = event.globalPosition().toPoint() - window_.position();
-}
-
-void X11Host::drag(const QMouseEvent& event) {
-    const QPoint distance = event.globalPosition().toPoint() - grip_ - window_.position();
-    const double factor = window_.screen()->devicePixelRatio();
-    pixels_.translate((QPointF(distance) * factor).toPoint());
-    window_.setPosition(window_.position() + distance);
-}
-
 /// An X server, where focus and place in the stack are ours to take and to defend.
 class X11Stage final : public Stage {
   public:
-    std::unique_ptr<WindowHost> makeHost(QQuickWindow& window, QQuickItem& content, WindowRole role) override;
-    void guardKeyboard(QQuickWindow* window) override;
+    std::unique_ptr<WindowHost> makeHost(QQuickWindow& window, QQuickItem& content,
+                                         WindowRole role) override {
+        return std::make_unique<X11Host>(window, content, role);
+    }
+    void guardKeyboard(QQuickWindow* window) override { keyboard_.guard(window); }
     void focusGuarded() override { keyboard_.takeFocus(); }
-    void keepOnTop(const std::vector<QQuickWindow*>& windows) override;
-    void fillBackground(QQuickWindow& window) override;
-    void askToFloat(QQuickWindow& window) override;
-    void showAgain(QQuickWindow& window) override;
-    void activate(QQuickWindow& window) override;
+    void keepOnTop(const std::vector<QQuickWindow*>& windows) override {
+        std::vector<xcb_window_t> ids;
+        for (const QQuickWindow* window : windows)
+            ids.push_back(idOf(*window));
+        stack_.keep(std::move(ids));
+    }
+    void fillBackground(QQuickWindow& window) override {
+        if (window.handle() != nullptr)
+            x11::setBackground(idOf(window), window.color());
+    }
+    void askToFloat(QQuickWindow& window) override {
+        if (window.type() != Qt::Dialog)
+            x11::addType(idOf(window), "_NET_WM_WINDOW_TYPE_DIALOG");
+    }
+    void showAgain(QQuickWindow& window) override {
+        QExposeEvent all(QRect(QPoint(), window.size()));
+        QCoreApplication::sendEvent(&window, &all);
+    }
+    void activate(QQuickWindow& window) override { x11::activate(idOf(window)); }
     [[nodiscard]] int heightLeftByBars(int available) const override { return available; }
     [[nodiscard]] bool windowsDrawFrames() const override { return false; }
     /// The server tells the program itself.
@@ -199,40 +190,6 @@ class X11Stage final : public Stage {
     KeyboardGuard keyboard_;
     StackKeeper stack_;
 };
-
-std::unique_ptr<WindowHost> X11Stage::makeHost(QQuickWindow& window, QQuickItem& content, WindowRole role) {
-    return std::make_unique<X11Host>(window, content, role);
-}
-
-void X11Stage::guardKeyboard(QQuickWindow* window) {
-    keyboard_.guard(window);
-}
-
-void X11Stage::keepOnTop(const std::vector<QQuickWindow*>& windows) {
-    std::vector<xcb_window_t> ids;
-    for (const QQuickWindow* window : windows)
-        ids.push_back(idOf(*window));
-    stack_.keep(std::move(ids));
-}
-
-void X11Stage::fillBackground(QQuickWindow& window) {
-    if (window.handle() != nullptr)
-        x11::setBackground(idOf(window), window.color());
-}
-
-void X11Stage::askToFloat(QQuickWindow& window) {
-    if (window.type() != Qt::Dialog)
-        x11::addType(idOf(window), "_NET_WM_WINDOW_TYPE_DIALOG");
-}
-
-void X11Stage::showAgain(QQuickWindow& window) {
-    QExposeEvent all(QRect(QPoint(), window.size()));
-    QCoreApplication::sendEvent(&window, &all);
-}
-
-void X11Stage::activate(QQuickWindow& window) {
-    x11::activate(idOf(window));
-}
 
 } // namespace
 
