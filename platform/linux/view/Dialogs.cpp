@@ -1,7 +1,6 @@
 #include "platform/linux/helper/ViewProtocol.h"
 #include "platform/linux/view/ManagedWindow.h"
 
-#include <QQuickItem>
 #include <QtMath>
 
 namespace kelpa::view {

@@ -2,7 +2,6 @@
 
 #include <QGuiApplication>
 #include <QIcon>
-#include <QQuickItem>
 #include <QScreen>
 #include <QShortcut>
 #include <chrono>

@@ -3,6 +3,7 @@
 #include "platform/linux/view/Stage.h"
 #include "platform/linux/view/ViewWindow.h"
 
+#include <QQuickItem>
 #include <QTimer>
 #include <memory>
 

@@ -13,8 +13,6 @@ namespace kelpa::view {
 
 namespace {
 
-constexpr qreal usualSize = 24;
-
 /// Draws with the very painter that the window's other parts are drawn with, so that shapes are smooth at
 /// every scale factor.
 class PainterNode final : public QSGRenderNode {
@@ -22,7 +20,11 @@ class PainterNode final : public QSGRenderNode {
     explicit PainterNode(QQuickWindow& window) : window_(window) {}
 
     /// `draw` is called with the item's own coordinates and keeps inside `box`.
-    void setDrawing(const QRectF& box, std::function<void(QPainter&)> draw);
+    void setDrawing(const QRectF& box, std::function<void(QPainter&)> draw) {
+        box_ = box;
+        draw_ = std::move(draw);
+        markDirty(QSGNode::DirtyMaterial);
+    }
 
     void render(const RenderState* state) override;
     [[nodiscard]] RenderingFlags flags() const override { return BoundedRectRendering; }
@@ -33,12 +35,6 @@ class PainterNode final : public QSGRenderNode {
     QRectF box_;
     std::function<void(QPainter&)> draw_;
 };
-
-void PainterNode::setDrawing(const QRectF& box, std::function<void(QPainter&)> draw) {
-    box_ = box;
-    draw_ = std::move(draw);
-    markDirty(QSGNode::DirtyMaterial);
-}
 
 void PainterNode::render(const RenderState* state) {
     auto* painter = static_cast<QPainter*>(
@@ -55,22 +51,6 @@ void PainterNode::render(const RenderState* state) {
     draw_(*painter);
 }
 
-struct Look {
-    QRectF box;
-    QColor color;
-    QPen border = Qt::NoPen;
-    qreal radius = 0;
-};
-
-void draw(QPainter& painter, const Look& look) {
-    const qreal inset = look.border.style() == Qt::NoPen ? 0 : look.border.widthF() / 2;
-    const QRectF box = look.box.adjusted(inset, inset, -inset, -inset);
-    const qreal radius = std::max(0.0, std::min({look.radius - inset, box.width() / 2, box.height() / 2}));
-    painter.setPen(look.border);
-    painter.setBrush(look.color);
-    painter.drawRoundedRect(box, radius, radius);
-}
-
 } // namespace
 
 RoundedBox::RoundedBox(QQuickItem* parent) : QQuickItem(parent) {
@@ -80,35 +60,24 @@ RoundedBox::RoundedBox(QQuickItem* parent) : QQuickItem(parent) {
 
 QSGNode* RoundedBox::updatePaintNode(QSGNode* node, UpdatePaintNodeData* /*data*/) {
     auto* box = node != nullptr ? static_cast<PainterNode*>(node) : new PainterNode(*window());
-    Look look{boundingRect(), color_, Qt::NoPen, radius_};
-    if (borderWidth_ > 0)
-        look.border = QPen(borderColor_, borderWidth_);
-    box->setDrawing(boundingRect(), [look](QPainter& painter) { draw(painter, look); });
+    const qreal inset = borderWidth_ / 2;
+    const QRectF line = boundingRect().adjusted(inset, inset, -inset, -inset);
+    const qreal radius = std::max(0.0, std::min({radius_ - inset, line.width() / 2, line.height() / 2}));
+    const QPen border = borderWidth_ > 0 ? QPen(borderColor_, borderWidth_) : QPen(Qt::NoPen);
+    box->setDrawing(boundingRect(), [line, radius, border, color = color_](QPainter& painter) {
+        painter.setPen(border);
+        painter.setBrush(color);
+        painter.drawRoundedRect(line, radius, radius);
+    });
     return box;
 }
 
 Symbol::Symbol(QQuickItem* parent) : QQuickItem(parent) {
     setFlag(ItemHasContents);
-    setImplicitSize(usualSize, usualSize);
-    connect(this, &Symbol::changed, this, &QQuickItem::update);
-}
-
-Symbol::~Symbol() = default;
-
-void Symbol::setName(const QString& name) {
-    if (name == name_)
-        return;
-    name_ = name;
-    drawing_ = nullptr;
-    emit changed();
-}
-
-void Symbol::setColor(const QColor& color) {
-    if (color == color_)
-        return;
-    color_ = color;
-    drawing_ = nullptr;
-    emit changed();
+    connect(this, &Symbol::changed, this, [this] {
+        drawing_ = nullptr;
+        update();
+    });
 }
 
 void Symbol::load() {

@@ -40,18 +40,12 @@ class RoundedBox : public QQuickItem {
 class Symbol : public QQuickItem {
     Q_OBJECT
     /// As the drawing is called; empty for none.
-    Q_PROPERTY(QString name READ name WRITE setName NOTIFY changed FINAL)
-    Q_PROPERTY(QColor color READ color WRITE setColor NOTIFY changed FINAL)
+    Q_PROPERTY(QString name MEMBER name_ NOTIFY changed FINAL)
+    Q_PROPERTY(QColor color MEMBER color_ NOTIFY changed FINAL)
     QML_ELEMENT
 
   public:
     explicit Symbol(QQuickItem* parent = nullptr);
-    ~Symbol() override;
-
-    [[nodiscard]] const QString& name() const { return name_; }
-    void setName(const QString& name);
-    [[nodiscard]] const QColor& color() const { return color_; }
-    void setColor(const QColor& color);
 
   signals:
     void changed();

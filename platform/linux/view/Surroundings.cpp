@@ -1,5 +1,6 @@
 #include "platform/linux/view/Surroundings.h"
 
+#include <QLocale>
 #include <QProcess>
 #include <QRegularExpression>
 #include <QUrl>
@@ -25,7 +26,8 @@ bool isWebAddress(const QString& address) {
 
 } // namespace
 
-ClockFormat::ClockFormat(const QLocale& locale, QObject* parent) : QObject(parent) {
+ClockFormat::ClockFormat(QObject* parent) : QObject(parent) {
+    const QLocale locale = QLocale::system();
     const QString format = locale.timeFormat(QLocale::ShortFormat);
     const qsizetype half = format.indexOf(QLatin1Char('a'), 0, Qt::CaseInsensitive);
     twelveHours_ = half >= 0;

@@ -2,7 +2,6 @@
 
 #include "platform/linux/view/Appearance.h"
 
-#include <QLocale>
 #include <QObject>
 #include <QProcessEnvironment>
 #include <QtQml/qqml.h>
@@ -31,8 +30,7 @@ class ClockFormat : public QObject {
     QML_SINGLETON
 
   public:
-    explicit ClockFormat(QObject* parent = nullptr) : ClockFormat(QLocale::system(), parent) {}
-    explicit ClockFormat(const QLocale& locale, QObject* parent = nullptr);
+    explicit ClockFormat(QObject* parent = nullptr);
 
   private:
     bool twelveHours_;

@@ -16,28 +16,6 @@ QPlatformNativeInterface& native() {
     return *QGuiApplication::platformNativeInterface();
 }
 
-/// Where the answers to one question arrive, apart from everything that Qt handles.
-class AnswerQueue {
-  public:
-    explicit AnswerQueue(wl_display* display) : display_(display), queue_(wl_display_create_queue(display)) {}
-    ~AnswerQueue() { wl_event_queue_destroy(queue_); }
-    AnswerQueue(const AnswerQueue&) = delete;
-    AnswerQueue& operator=(const AnswerQueue&) = delete;
-
-    wl_registry* registry() {
-        auto* wrapped = static_cast<wl_display*>(wl_proxy_create_wrapper(display_));
-        wl_proxy_set_queue(reinterpret_cast<wl_proxy*>(wrapped), queue_);
-        wl_registry* registry = wl_display_get_registry(wrapped);
-        wl_proxy_wrapper_destroy(wrapped);
-        return registry;
-    }
-    void wait() { wl_display_roundtrip_queue(display_, queue_); }
-
-  private:
-    wl_display* display_;
-    wl_event_queue* queue_;
-};
-
 /// Something that the compositor may offer; version 0 where it does not.
 struct Offer {
     std::string_view name;
@@ -54,11 +32,19 @@ void onGlobal(void* data, wl_registry* /*registry*/, std::uint32_t number, const
     }
 }
 
-/// All that the compositor offers, apart from what Qt knows of it.
+/// All that the compositor offers, asked for apart from everything that Qt handles.
 class Registry {
   public:
-    Registry() : queue_(display()), registry_(queue_.registry()) {}
-    ~Registry() { wl_registry_destroy(registry_); }
+    Registry() : queue_(wl_display_create_queue(display())) {
+        auto* wrapped = static_cast<wl_display*>(wl_proxy_create_wrapper(display()));
+        wl_proxy_set_queue(reinterpret_cast<wl_proxy*>(wrapped), queue_);
+        registry_ = wl_display_get_registry(wrapped);
+        wl_proxy_wrapper_destroy(wrapped);
+    }
+    ~Registry() {
+        wl_registry_destroy(registry_);
+        wl_event_queue_destroy(queue_);
+    }
     Registry(const Registry&) = delete;
     Registry& operator=(const Registry&) = delete;
 
@@ -67,7 +53,7 @@ class Registry {
         static constexpr wl_registry_listener listener{onGlobal, [](void*, wl_registry*, std::uint32_t) {}};
         Offer offer{name};
         wl_registry_add_listener(registry_, &listener, &offer);
-        queue_.wait();
+        wl_display_roundtrip_queue(display(), queue_);
         return offer;
     }
     void* bind(const Offer& offer, const wl_interface& interface, std::uint32_t version) {
@@ -75,7 +61,7 @@ class Registry {
     }
 
   private:
-    AnswerQueue queue_;
+    wl_event_queue* queue_;
     wl_registry* registry_;
 };
 
@@ -95,10 +81,6 @@ wl_output* output(QScreen& screen) {
 
 wl_surface* surface(QQuickWindow& window) {
     return static_cast<wl_surface*>(native().nativeResourceForWindow("surface", &window));
-}
-
-wl_pointer* pointer() {
-    return static_cast<wl_pointer*>(native().nativeResourceForIntegration("wl_pointer"));
 }
 
 bool offers(std::string_view interface) {
@@ -135,7 +117,7 @@ void RelativePointer::follow(std::function<void(QPointF distance)> moved) {
                 QPointF(wl_fixed_to_double(right), wl_fixed_to_double(down)));
         }};
     rest();
-    wl_pointer* device = pointer();
+    auto* device = static_cast<wl_pointer*>(native().nativeResourceForIntegration("wl_pointer"));
     if (device == nullptr)
         return;
     moved_ = std::move(moved);

@@ -12,7 +12,6 @@ struct wl_compositor;
 struct wl_display;
 struct wl_interface;
 struct wl_output;
-struct wl_pointer;
 struct wl_surface;
 struct zwp_relative_pointer_manager_v1;
 struct zwp_relative_pointer_v1;
@@ -24,7 +23,6 @@ namespace kelpa::view::wayland {
 [[nodiscard]] wl_display* display();
 [[nodiscard]] wl_compositor* compositor();
 [[nodiscard]] wl_output* output(QScreen& screen);
-[[nodiscard]] wl_pointer* pointer();
 [[nodiscard]] wl_surface* surface(QQuickWindow& window);
 
 /// Whether the compositor offers something under the interface's name. Waits for one answer of it.

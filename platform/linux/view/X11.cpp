@@ -1,9 +1,9 @@
 #include "platform/linux/view/X11.h"
 
 #include <QColor>
+#include <QDataStream>
 #include <QGuiApplication>
 #include <QWindow>
-#include <QtEndian>
 #include <array>
 #include <cstring>
 #include <utility>
@@ -32,13 +32,18 @@ const xcb_screen_t& screen() {
     return *screens.data;
 }
 
+/// What the server says to a question; null where it refuses.
+template <typename Reply, typename Cookie>
+X11Reply<Reply> answer(Reply* (*take)(xcb_connection_t*, Cookie, xcb_generic_error_t**), Cookie cookie) {
+    return X11Reply<Reply>(take(connection(), cookie, nullptr));
+}
+
 /// Of a top-level window.
 QRect placeIfUnmanaged(xcb_window_t window) {
     const auto attributes = xcb_get_window_attributes(connection(), window);
     const auto geometry = xcb_get_geometry(connection(), window);
-    const X11Reply<xcb_get_window_attributes_reply_t> kind(
-        xcb_get_window_attributes_reply(connection(), attributes, nullptr));
-    const X11Reply<xcb_get_geometry_reply_t> place(xcb_get_geometry_reply(connection(), geometry, nullptr));
+    const auto kind = answer(xcb_get_window_attributes_reply, attributes);
+    const auto place = answer(xcb_get_geometry_reply, geometry);
     if (!kind || !place || kind->override_redirect == 0)
         return {};
     return {place->x, place->y, place->width, place->height};
@@ -56,42 +61,6 @@ void restack(xcb_window_t window, std::uint32_t mode) {
 }
 
 enum class Kind : quint8 { Integer = 0, Text = 1, Color = 2 };
-
-/// Reads the numbers and texts of the published settings one after another. Beyond the end everything is zero
-/// and empty, and `good()` says so.
-class Cursor {
-  public:
-    explicit Cursor(const QByteArray& bytes) : bytes_(bytes), bigEndian_(bytes.startsWith('\1')) {}
-
-    template <typename Number>
-    Number number() {
-        const QByteArray raw = take(sizeof(Number));
-        if (raw.isEmpty())
-            return 0;
-        return bigEndian_ ? qFromBigEndian<Number>(raw.constData())
-                          : qFromLittleEndian<Number>(raw.constData());
-    }
-    /// A text and the bytes that fill it up to a multiple of four.
-    QByteArray text(qsizetype length) {
-        const QByteArray result = take(length);
-        take((4 - length % 4) % 4);
-        return result;
-    }
-    QByteArray take(qsizetype count) {
-        good_ = good_ && count >= 0 && count <= bytes_.size() - at_;
-        if (!good_)
-            return {};
-        at_ += count;
-        return bytes_.mid(at_ - count, count);
-    }
-    [[nodiscard]] bool good() const { return good_; }
-
-  private:
-    const QByteArray& bytes_;
-    qsizetype at_ = 0;
-    bool bigEndian_;
-    bool good_ = true;
-};
 
 } // namespace
 
@@ -116,23 +85,22 @@ xcb_window_t idOf(const QWindow& window) {
 xcb_atom_t atom(const QByteArray& name) {
     const auto cookie =
         xcb_intern_atom(connection(), 0, static_cast<std::uint16_t>(name.size()), name.constData());
-    const X11Reply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(connection(), cookie, nullptr));
+    const auto reply = answer(xcb_intern_atom_reply, cookie);
     return reply ? reply->atom : static_cast<xcb_atom_t>(XCB_ATOM_NONE);
 }
 
 xcb_window_t selectionOwner(const QByteArray& selection) {
     if (connection() == nullptr)
         return XCB_WINDOW_NONE;
-    const auto cookie = xcb_get_selection_owner(connection(), atom(selection));
-    const X11Reply<xcb_get_selection_owner_reply_t> reply(
-        xcb_get_selection_owner_reply(connection(), cookie, nullptr));
+    const auto reply =
+        answer(xcb_get_selection_owner_reply, xcb_get_selection_owner(connection(), atom(selection)));
     return reply ? reply->owner : static_cast<xcb_window_t>(XCB_WINDOW_NONE);
 }
 
 QByteArray property(xcb_window_t window, const QByteArray& name) {
     const auto cookie =
         xcb_get_property(connection(), 0, window, atom(name), XCB_ATOM_ANY, 0, longestProperty);
-    const X11Reply<xcb_get_property_reply_t> reply(xcb_get_property_reply(connection(), cookie, nullptr));
+    const auto reply = answer(xcb_get_property_reply, cookie);
     if (!reply)
         return {};
     return {static_cast<const char*>(xcb_get_property_value(reply.get())),
@@ -159,7 +127,7 @@ QImage picture(xcb_window_t window, const QSize& pixels) {
     const auto cookie = xcb_get_image(connection(), XCB_IMAGE_FORMAT_Z_PIXMAP, window, 0, 0,
                                       static_cast<std::uint16_t>(pixels.width()),
                                       static_cast<std::uint16_t>(pixels.height()), ~0U);
-    const X11Reply<xcb_get_image_reply_t> reply(xcb_get_image_reply(connection(), cookie, nullptr));
+    const auto reply = answer(xcb_get_image_reply, cookie);
     QImage image(pixels, QImage::Format_RGB32);
     if (!reply || xcb_get_image_data_length(reply.get()) != image.sizeInBytes())
         return {};
@@ -192,8 +160,7 @@ void focus(xcb_window_t window) {
 }
 
 xcb_window_t focused() {
-    const X11Reply<xcb_get_input_focus_reply_t> reply(
-        xcb_get_input_focus_reply(connection(), xcb_get_input_focus(connection()), nullptr));
+    const auto reply = answer(xcb_get_input_focus_reply, xcb_get_input_focus(connection()));
     return reply && reply->focus > XCB_INPUT_FOCUS_POINTER_ROOT ? reply->focus
                                                                 : static_cast<xcb_window_t>(XCB_WINDOW_NONE);
 }
@@ -202,8 +169,7 @@ xcb_window_t focused() {
 /// has a state.
 QRect unmanagedPlace(xcb_window_t window) {
     while (window != XCB_WINDOW_NONE && property(window, QByteArrayLiteral("WM_STATE")).isEmpty()) {
-        const X11Reply<xcb_query_tree_reply_t> tree(
-            xcb_query_tree_reply(connection(), xcb_query_tree(connection(), window), nullptr));
+        const auto tree = answer(xcb_query_tree_reply, xcb_query_tree(connection(), window));
         if (!tree)
             return {};
         if (tree->parent == tree->root)
@@ -273,9 +239,8 @@ void clear(xcb_window_t window, const QRect& pixels) {
 }
 
 void watchRoot(std::uint32_t mask, bool watched) {
-    const auto cookie = xcb_get_window_attributes(connection(), root());
-    const X11Reply<xcb_get_window_attributes_reply_t> reply(
-        xcb_get_window_attributes_reply(connection(), cookie, nullptr));
+    const auto reply =
+        answer(xcb_get_window_attributes_reply, xcb_get_window_attributes(connection(), root()));
     if (!reply)
         return;
     const std::uint32_t events = watched ? reply->your_event_mask | mask : reply->your_event_mask & ~mask;
@@ -284,20 +249,28 @@ void watchRoot(std::uint32_t mask, bool watched) {
 }
 
 QByteArray findSetting(const QByteArray& published, const QByteArray& name) {
-    Cursor cursor(published);
-    cursor.take(8); // byte order and serial number
-    const auto count = cursor.number<quint32>();
-    for (quint32 i = 0; i < count && cursor.good(); ++i) {
-        const auto kind = static_cast<Kind>(cursor.number<quint8>());
-        cursor.take(1);
-        const QByteArray key = cursor.text(cursor.number<quint16>());
-        cursor.take(4); // serial number of the last change
+    const auto filling = [](qsizetype length) { return static_cast<int>((4 - length % 4) % 4); };
+    QDataStream in(published);
+    in.setByteOrder(published.startsWith('\1') ? QDataStream::BigEndian : QDataStream::LittleEndian);
+    in.skipRawData(8); // byte order and serial number
+    quint32 count = 0;
+    in >> count;
+    for (quint32 i = 0; i < count && in.status() == QDataStream::Ok; ++i) {
+        quint8 kind = 0;
+        quint8 unused = 0;
+        quint16 length = 0;
+        in >> kind >> unused >> length;
+        QByteArray key(length, '\0');
+        in.readRawData(key.data(), length);
+        in.skipRawData(filling(length) + 4); // and the serial number of the last change
         QByteArray value;
-        if (kind == Kind::Text)
-            value = cursor.text(static_cast<qsizetype>(cursor.number<quint32>()));
-        else
-            cursor.take(kind == Kind::Integer ? 4 : 8);
-        if (key == name && cursor.good())
+        if (kind == static_cast<quint8>(Kind::Text)) {
+            in >> value;
+            in.skipRawData(filling(value.size()));
+        } else {
+            in.skipRawData(kind == static_cast<quint8>(Kind::Integer) ? 4 : 8);
+        }
+        if (key == name && in.status() == QDataStream::Ok)
             return value;
     }
     return {};
