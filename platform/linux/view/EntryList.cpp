@@ -25,7 +25,7 @@ int commonEnd(const Entries& a, const Entries& b, int start) {
 void EntryList::setEntries(const QList<Entry>& entries) {
     const int start = commonStart(entries_, entries);
     const int end = commonEnd(entries_, entries, start);
-    const int before = count() - start - end;
+    const int before = static_cast<int>(entries_.size()) - start - end;
     const int after = static_cast<int>(entries.size()) - start - end;
     const int changed = std::min(before, after);
     std::copy_n(entries.begin() + start, changed, entries_.begin() + start);
@@ -33,6 +33,7 @@ void EntryList::setEntries(const QList<Entry>& entries) {
         emit dataChanged(index(start), index(start + changed - 1));
     remove(start + changed, before - changed);
     insert(start + changed, entries.mid(start + changed, after - changed));
+    emit textsChanged();
 }
 
 void EntryList::remove(int first, int count) {
@@ -41,7 +42,6 @@ void EntryList::remove(int first, int count) {
     beginRemoveRows({}, first, first + count - 1);
     entries_.remove(first, count);
     endRemoveRows();
-    emit countChanged();
 }
 
 void EntryList::insert(int first, const QList<Entry>& entries) {
@@ -50,7 +50,6 @@ void EntryList::insert(int first, const QList<Entry>& entries) {
     beginInsertRows({}, first, first + static_cast<int>(entries.size()) - 1);
     entries_ = entries_.first(first) + entries + entries_.sliced(first);
     endInsertRows();
-    emit countChanged();
 }
 
 int EntryList::indexOf(const QVariant& value) const {
@@ -60,20 +59,20 @@ int EntryList::indexOf(const QVariant& value) const {
     return found == entries_.end() ? -1 : static_cast<int>(found - entries_.begin());
 }
 
-int EntryList::rowCount(const QModelIndex& parent) const {
-    return parent.isValid() ? 0 : count();
+QStringList EntryList::texts() const {
+    QStringList texts;
+    for (const Entry& entry : entries_)
+        texts.append(entry.text);
+    return texts;
 }
 
 QVariant EntryList::data(const QModelIndex& index, int role) const {
+    const Entry entry = entries_.value(index.row());
     if (role == ValueRole)
-        return valueAt(index.row());
+        return entry.value;
     if (role == RemovalRole)
-        return entries_.value(index.row()).removal;
-    return role == TextRole || role == Qt::DisplayRole ? textAt(index.row()) : QVariant();
-}
-
-QHash<int, QByteArray> EntryList::roleNames() const {
-    return {{ValueRole, "value"}, {TextRole, "text"}, {RemovalRole, "removal"}};
+        return entry.removal;
+    return role == TextRole || role == Qt::DisplayRole ? entry.text : QVariant();
 }
 
 } // namespace kelpa::view

@@ -2,7 +2,7 @@
 
 #include <QAbstractListModel>
 #include <QList>
-#include <QString>
+#include <QStringList>
 #include <QtQml/qqmlregistration.h>
 
 namespace kelpa::view {
@@ -11,7 +11,7 @@ namespace kelpa::view {
 /// keeps its place and the line that is being edited.
 class EntryList : public QAbstractListModel {
     Q_OBJECT
-    Q_PROPERTY(int count READ count NOTIFY countChanged FINAL)
+    Q_PROPERTY(QStringList texts READ texts NOTIFY textsChanged FINAL)
     QML_ELEMENT
     QML_UNCREATABLE("a control has one")
 
@@ -27,19 +27,22 @@ class EntryList : public QAbstractListModel {
     using QAbstractListModel::QAbstractListModel;
     void setEntries(const QList<Entry>& entries);
 
-    [[nodiscard]] int count() const { return static_cast<int>(entries_.size()); }
-    /// 0, or empty, where there is no such line.
+    [[nodiscard]] QStringList texts() const;
+    /// 0 where there is no such line.
     Q_INVOKABLE [[nodiscard]] qint64 valueAt(int row) const { return entries_.value(row).value; }
-    Q_INVOKABLE [[nodiscard]] QString textAt(int row) const { return entries_.value(row).text; }
     /// -1 when none has it.
     Q_INVOKABLE [[nodiscard]] int indexOf(const QVariant& value) const;
 
-    [[nodiscard]] int rowCount(const QModelIndex& parent) const override;
+    [[nodiscard]] int rowCount(const QModelIndex& parent) const override {
+        return parent.isValid() ? 0 : static_cast<int>(entries_.size());
+    }
     [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
-    [[nodiscard]] QHash<int, QByteArray> roleNames() const override;
+    [[nodiscard]] QHash<int, QByteArray> roleNames() const override {
+        return {{ValueRole, "value"}, {TextRole, "text"}, {RemovalRole, "removal"}};
+    }
 
   signals:
-    void countChanged();
+    void textsChanged();
 
   private:
     void remove(int first, int count);

@@ -3,6 +3,7 @@
 #include <QColor>
 #include <QQuickItem>
 #include <QtQml/qqmlregistration.h>
+#include <limits>
 #include <memory>
 
 class QSvgRenderer;
@@ -16,7 +17,7 @@ class RoundedBox : public QQuickItem {
     Q_PROPERTY(QColor color MEMBER color_ NOTIFY changed FINAL)
     Q_PROPERTY(QColor borderColor MEMBER borderColor_ NOTIFY changed FINAL)
     Q_PROPERTY(qreal borderWidth MEMBER borderWidth_ NOTIFY changed FINAL)
-    /// Cut down to half the shorter side.
+    /// Cut down to half the shorter side, which is what it is where nobody sets it.
     Q_PROPERTY(qreal radius MEMBER radius_ NOTIFY changed FINAL)
     QML_ELEMENT
 
@@ -33,7 +34,7 @@ class RoundedBox : public QQuickItem {
     QColor color_ = Qt::transparent;
     QColor borderColor_ = Qt::transparent;
     qreal borderWidth_ = 0;
-    qreal radius_ = 0;
+    qreal radius_ = std::numeric_limits<qreal>::infinity();
 };
 
 /// One of the program's symbols in one colour, sharp at every size and scale factor.
@@ -42,10 +43,13 @@ class Symbol : public QQuickItem {
     /// As the drawing is called; empty for none.
     Q_PROPERTY(QString name MEMBER name_ NOTIFY changed FINAL)
     Q_PROPERTY(QColor color MEMBER color_ NOTIFY changed FINAL)
+    /// Of both its sides.
+    Q_PROPERTY(qreal side READ implicitWidth WRITE setSide FINAL)
     QML_ELEMENT
 
   public:
     explicit Symbol(QQuickItem* parent = nullptr);
+    void setSide(qreal side) { setImplicitSize(side, side); }
 
   signals:
     void changed();

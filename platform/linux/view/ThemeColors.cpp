@@ -132,11 +132,9 @@ ThemeColors colorsOfPalette(const QString& file) {
 }
 
 QStringList themeFolders() {
-    QStringList folders{QDir::home().filePath(QStringLiteral(".themes"))};
-    const QStringList data = QStandardPaths::standardLocations(QStandardPaths::GenericDataLocation);
-    for (const QString& place : data)
-        folders.append(place + QStringLiteral("/themes"));
-    return folders;
+    return QStringList(QDir::home().filePath(QStringLiteral(".themes"))) +
+           QStandardPaths::locateAll(QStandardPaths::GenericDataLocation, QStringLiteral("themes"),
+                                     QStandardPaths::LocateDirectory);
 }
 
 ThemeColors colorsOfTheme(const QString& name, const QStringList& folders) {

@@ -44,7 +44,7 @@ Rectangle {
         // figure changes, whatever the font, and only the cell that changed is painted again.
         Item {
             id: countdown
-            readonly property real figureWidth: Math.ceil(metrics.widest(10, figure => String(figure)))
+            readonly property real figureWidth: Math.ceil(metrics.widest([..."0123456789"]))
 
             anchors.horizontalCenter: parent.horizontalCenter
             implicitWidth: cells.implicitWidth + 2 * Measures.padding

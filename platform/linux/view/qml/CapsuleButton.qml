@@ -18,7 +18,6 @@ Pressable {
 
     RoundedBox {
         anchors.fill: parent
-        radius: height / 2
         color: button.plain ? Theme.surfaceOf(button, Theme.surfaceRaised) : Theme.accentOf(button)
         Behavior on color {
             ColorAnimation { duration: Theme.quick }

@@ -54,7 +54,5 @@ T.RadioButton {
         anchors.centerIn: parent
         text: button.text
     }
-    HoverHandler {
-        cursorShape: Qt.PointingHandCursor
-    }
+    ControlButton.Hand {}
 }

@@ -15,7 +15,6 @@ Pressable {
 
     RoundedBox {
         anchors.fill: parent
-        radius: height / 2
         color: Theme.surfaceOf(button, "transparent")
     }
     Repeater {

@@ -24,7 +24,10 @@ T.AbstractButton {
         shown: button.visualFocus
         corner: button.radius
     }
-    HoverHandler {
+    Hand {}
+
+    /// What can be clicked shows it.
+    component Hand: HoverHandler {
         cursorShape: Qt.PointingHandCursor
     }
 }

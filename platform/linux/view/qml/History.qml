@@ -99,7 +99,7 @@ Rectangle {
         width: page.width - 2 * x
         height: footer.y - y - Theme.stackSpace
 
-        readonly property real gutter: small.widest(page.charts.length, i => page.charts[i].scale) + Theme.stackSpace
+        readonly property real gutter: small.widest(page.charts.map(chart => chart.scale)) + Theme.stackSpace
         readonly property real columnWidth: page.count > 0 ? stage.width / page.count : 0
 
         Column {

@@ -117,10 +117,7 @@ Item {
             return Math.min(1, modelData.parts[part]) * room;
         }
         function below(part: int): real {
-            let sum = 0;
-            for (let i = 0; i < part; ++i)
-                sum += heightOf(i);
-            return sum;
+            return modelData.parts.slice(0, part).reduce((sum, share, i) => sum + heightOf(i), 0);
         }
 
         x: Math.round((index + 0.5) * chart.columnWidth - thickness / 2)

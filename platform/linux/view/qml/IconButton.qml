@@ -13,14 +13,13 @@ ControlButton {
 
     implicitWidth: Theme.controlHeight
     implicitHeight: Theme.controlHeight
-    radius: height / 2
+    radius: Infinity
     ground: Theme.controlOf(button, raised ? Theme.control : "transparent")
     ring.inset: -2
 
     Symbol {
         anchors.centerIn: parent
-        width: button.symbolSize
-        height: width
+        side: button.symbolSize
         name: button.symbol
         color: button.tint
     }

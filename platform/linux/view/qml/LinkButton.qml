@@ -31,8 +31,7 @@ Pressable {
         anchors.left: label.right
         anchors.leftMargin: Theme.tightSpace - margin
         anchors.verticalCenter: label.verticalCenter
-        width: Theme.bodySize + Theme.tightSpace
-        height: width
+        side: Theme.bodySize + Theme.tightSpace
         color: link.tint
     }
 }

@@ -14,7 +14,7 @@ T.ComboBox {
         currentIndex = told.entries.indexOf(told.value);
     }
 
-    readonly property real textWidth: Math.ceil(metrics.widest(told.entries.count, i => told.entries.textAt(i))) + 1
+    readonly property real textWidth: Math.ceil(Theme.bodyMeasure.widest(told.entries.texts)) + 1
 
     implicitWidth: Math.max(116, textWidth + leftPadding + rightPadding)
     implicitHeight: Theme.controlHeight
@@ -38,9 +38,6 @@ T.ComboBox {
         popup.open();
     }
 
-    TextMeasure {
-        id: metrics
-    }
     contentItem: Words {
         text: control.displayText
         elide: Text.ElideRight
@@ -49,8 +46,7 @@ T.ComboBox {
     indicator: Symbol {
         x: control.width - width - 10
         y: (control.height - height) / 2
-        width: 14
-        height: 14
+        side: 14
         name: "chevron.up.chevron.down"
         color: Theme.secondary
     }
@@ -79,8 +75,7 @@ T.ComboBox {
             x: 6
             anchors.verticalCenter: parent.verticalCenter
             visible: control.currentIndex === line.index
-            width: 13
-            height: 13
+            side: 13
             name: "checkmark"
             color: line.highlighted ? Theme.accentText : Theme.primary
         }
@@ -116,7 +111,5 @@ T.ComboBox {
             floating: true
         }
     }
-    HoverHandler {
-        cursorShape: Qt.PointingHandCursor
-    }
+    ControlButton.Hand {}
 }

@@ -131,8 +131,7 @@ Rectangle {
         Symbol {
             anchors.horizontalCenter: parent.horizontalCenter
             y: 6
-            width: 26
-            height: 26
+            side: 26
             name: tab.modelData.symbol
             color: tab.ink
         }

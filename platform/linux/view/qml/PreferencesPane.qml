@@ -1,4 +1,5 @@
 import QtQuick
+import QtQuick.Templates as T
 import Kelpa
 
 /// What stands under one tab: sections of settings, or what the program says of itself. It scrolls when the window is too
@@ -11,7 +12,7 @@ Flickable {
     required property var controls
 
     readonly property var captions: [].concat(...layout.sections.map(section => section.rows.map(row => row.caption)))
-    readonly property real captionWidth: metrics.roomFor(metrics.widest(captions.length, i => captions[i]))
+    readonly property real captionWidth: Theme.bodyMeasure.roomFor(Theme.bodyMeasure.widest(captions))
 
     /// Scrolls as little as is needed to show an item.
     function reveal(item: Item) {
@@ -33,12 +34,10 @@ Flickable {
     contentHeight: Math.max(height, column.height + 2 * column.y, about.height + 2 * Measures.padding)
     boundsBehavior: Flickable.StopAtBounds
     clip: true
+    T.ScrollBar.vertical: ScrollIndicator {}
     Accessible.role: Accessible.Pane
     Accessible.name: layout.label
 
-    TextMeasure {
-        id: metrics
-    }
     Ground {}
     Column {
         id: column
@@ -66,9 +65,6 @@ Flickable {
             copyright: pane.controls.copyright.value ?? ""
             availableWidth: pane.width - 2 * Measures.padding
         }
-    }
-    ScrollIndicator {
-        flickable: pane
     }
     Connections {
         target: pane.Window.window

@@ -40,6 +40,7 @@ Item {
         width: row.guide
         visible: text !== ""
         // How many lines there are would be known only when the height is.
+        readonly property TextMeasure metrics: Theme.bodyMeasure
         readonly property bool oneLine: metrics.roomFor(metrics.widthOf(text)) <= width
         // Centred like the words of the controls, so that both stand on one line at every scale.
         height: oneLine ? row.firstLine : implicitHeight
@@ -49,9 +50,6 @@ Item {
         wrapMode: Text.Wrap
         text: row.layout.caption
         color: Theme.secondary
-    }
-    TextMeasure {
-        id: metrics
     }
     Loader {
         id: loader

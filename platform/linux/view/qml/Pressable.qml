@@ -22,7 +22,7 @@ Item {
         id: ring
         shown: pressable.activeFocus
         inset: -5
-        corner: pressable.height / 2
+        corner: Infinity
     }
     MouseArea {
         id: area

@@ -62,6 +62,7 @@ Item {
         currentIndex: 0
         boundsBehavior: Flickable.StopAtBounds
         highlightMoveDuration: Theme.quick
+        T.ScrollBar.vertical: ScrollIndicator {}
         Accessible.role: Accessible.List
         Accessible.name: control.row.label
         onActiveFocusChanged: {
@@ -76,9 +77,6 @@ Item {
         }
 
         delegate: Line {}
-        ScrollIndicator {
-            flickable: list
-        }
     }
     PushButton {
         id: resetButton

@@ -23,8 +23,7 @@ ControlButton {
         Symbol {
             anchors.verticalCenter: parent.verticalCenter
             visible: button.symbol !== ""
-            width: 16
-            height: 16
+            side: 16
             name: button.symbol
             color: button.ink
         }

@@ -6,22 +6,11 @@ import Kelpa
 T.ScrollBar {
     id: bar
 
-    required property Flickable flickable
-
-    parent: flickable
-    anchors.right: parent.right
     width: 10
-    height: parent.height
     hoverEnabled: true
     visible: size < 1
-    size: flickable.visibleArea.heightRatio
-    position: flickable.visibleArea.yPosition
     minimumSize: 0.08
     Accessible.ignored: true
-    onPositionChanged: {
-        if (pressed)
-            flickable.contentY = position * flickable.contentHeight;
-    }
 
     contentItem: Item {
         RoundedBox {
@@ -29,7 +18,6 @@ T.ScrollBar {
             anchors.rightMargin: 1
             width: bar.hovered || bar.pressed ? 7 : 5
             height: parent.height
-            radius: width / 2
             color: bar.pressed ? Theme.outlineHovered : Theme.outline
             opacity: bar.hovered || bar.pressed ? 0.9 : 0.55
         }

@@ -41,8 +41,7 @@ Column {
             }
             Symbol {
                 anchors.centerIn: parent
-                width: 11
-                height: 11
+                side: 11
                 name: half.up ? "chevron.up" : "chevron.down"
                 color: Theme.secondary
             }

@@ -31,7 +31,6 @@ T.Switch {
         y: (Theme.controlHeight - height) / 2
         width: 42
         height: 24
-        radius: height / 2
         color: control.checked ? (control.hovered ? Theme.accentHovered : Theme.accent)
             : (control.hovered ? Theme.outlineHovered : Theme.outline)
         Behavior on color {
@@ -45,7 +44,6 @@ T.Switch {
             y: rest
             width: track.height - 2 * rest
             height: width
-            radius: width / 2
             color: Theme.accentText
             Behavior on x {
                 NumberAnimation { duration: Theme.quick; easing.type: Easing.OutCubic }
@@ -54,7 +52,7 @@ T.Switch {
         FocusRing {
             shown: control.visualFocus
             inset: -5
-            corner: track.height / 2
+            corner: track.radius
         }
     }
     contentItem: Words {
@@ -63,7 +61,5 @@ T.Switch {
         wrapMode: Text.Wrap
         verticalAlignment: Text.AlignVCenter
     }
-    HoverHandler {
-        cursorShape: Qt.PointingHandCursor
-    }
+    ControlButton.Hand {}
 }

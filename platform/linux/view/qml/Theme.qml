@@ -5,6 +5,8 @@ import Kelpa
 /// Sizes and colours of everything that is drawn, in one place. Lengths are device-independent pixels. Each text
 /// colour has a contrast of 4.5 to 1 or better to the surface it stands on, in light and in dark.
 QtObject {
+    id: theme
+
     readonly property bool dark: Appearance.dark
 
     // Type
@@ -13,6 +15,9 @@ QtObject {
     readonly property int bodySize: 14
     readonly property int footnoteSize: 12
     readonly property int smallestSize: 11
+    readonly property TextMeasure bodyMeasure: TextMeasure {
+        font.pixelSize: theme.bodySize
+    }
 
     // Space
     readonly property int hairSpace: 4

@@ -7,8 +7,7 @@ Grid {
 
     required property PreferencesRow row
     readonly property EntryList entries: row.told.entries
-    readonly property real tileWidth: Math.max(88,
-        Math.ceil(metrics.widest(entries.count, i => entries.textAt(i))) + 2 * Measures.padding)
+    readonly property real tileWidth: Math.max(88, Math.ceil(metrics.widest(entries.texts)) + 2 * Measures.padding)
 
     columns: Math.max(1, Math.min(Measures.tileColumns, Math.floor((row.space + spacing) / (tileWidth + spacing))))
     spacing: 10
@@ -17,6 +16,7 @@ Grid {
 
     TextMeasure {
         id: metrics
+        font.pixelSize: Theme.bodySize
         font.bold: true
     }
     Repeater {
@@ -33,11 +33,10 @@ Grid {
             height: Theme.capsuleHeight
             words.color: chosen ? Theme.accentText : Theme.primary
             ring.inset: -5
-            ring.corner: height / 2
+            ring.corner: Infinity
             onPicked: control.row.told.enter(model.value)
 
             background: RoundedBox {
-                radius: height / 2
                 color: tile.chosen ? Theme.accentOf(tile) : Theme.controlOf(tile, Theme.control)
                 Behavior on color {
                     ColorAnimation { duration: Theme.quick }

@@ -117,9 +117,6 @@ Item {
     HoverHandler {
         id: hover
     }
-    TextMeasure {
-        id: metrics
-    }
 
     Row {
         id: places
@@ -141,7 +138,7 @@ Item {
                     text: ClockFormat.separator
                 }
                 Item {
-                    width: Math.ceil(metrics.widest(cell.widest.length, i => cell.widest[i])) + 6
+                    width: Math.ceil(Theme.bodyMeasure.widest(cell.widest)) + 6
                     height: entry.height
 
                     RoundedBox {

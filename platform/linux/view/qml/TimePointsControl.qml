@@ -8,7 +8,7 @@ Flow {
 
     required property PreferencesRow row
     readonly property ControlState told: row.told
-    readonly property real tileWidth: Math.ceil(metrics.widthOf("00:00")) + 3 * Measures.padding
+    readonly property real tileWidth: Math.ceil(Theme.bodyMeasure.widthOf("00:00")) + 3 * Measures.padding
     property bool focusDue: false
 
     /// The keyboard stays where it was: at the tile that moved up, or at the last one.
@@ -23,9 +23,6 @@ Flow {
     Accessible.role: Accessible.List
     Accessible.name: row.label
 
-    TextMeasure {
-        id: metrics
-    }
     Repeater {
         id: points
         model: control.told.entries
@@ -44,7 +41,6 @@ Flow {
 
             width: control.tileWidth
             height: Theme.capsuleHeight
-            radius: height / 2
             color: Theme.control
             Accessible.role: Accessible.ListItem
             Accessible.name: text

@@ -124,7 +124,6 @@ Rectangle {
             anchors.verticalCenter: parent.verticalCenter
             width: parent.width
             height: 6
-            radius: height / 2
             color: Theme.track
         }
         RoundedBox {
@@ -132,7 +131,6 @@ Rectangle {
             anchors.verticalCenter: parent.verticalCenter
             width: bar.busy ? bar.width / 4 : Math.max(height, bar.width * bar.fraction)
             height: track.height
-            radius: height / 2
             color: Theme.accent
 
             SequentialAnimation on x {

@@ -212,16 +212,14 @@ Rectangle {
             anchors.verticalCenter: parent.verticalCenter
             width: parent.width
             height: Measures.trackHeight
-            radius: height / 2
             color: Theme.track
         }
         RoundedBox {
             id: fill
             anchors.verticalCenter: parent.verticalCenter
-            width: Math.max(track.radius * 2, track.width * bar.fraction)
+            width: Math.max(height, track.width * bar.fraction)
             visible: bar.fraction > 0
             height: track.height
-            radius: track.radius
             color: Theme.accent
             Behavior on width {
                 NumberAnimation { duration: Measures.barTime; easing.type: Easing.InOutQuad }
@@ -232,7 +230,6 @@ Rectangle {
             anchors.verticalCenter: parent.verticalCenter
             width: Measures.barHeight
             height: width
-            radius: width / 2
             color: Theme.surfaceRaised
 
             SoftShadow {

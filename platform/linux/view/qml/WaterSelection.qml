@@ -41,7 +41,6 @@ Item {
         anchors.centerIn: parent
         width: parent.width - 2 * Theme.hairSpace
         height: parent.height - 2 * Measures.tileInset
-        radius: height / 2
     }
     component Slide: NumberAnimation {
         duration: Measures.slideTime
