@@ -4,27 +4,14 @@
 
 namespace kelpa::view {
 
-namespace {
-
-using Entries = QList<EntryList::Entry>;
-
-int commonStart(const Entries& a, const Entries& b) {
-    const auto ends = std::mismatch(a.begin(), a.end(), b.begin(), b.end());
-    return static_cast<int>(ends.first - a.begin());
-}
-
-/// Of what lies behind the common start.
-int commonEnd(const Entries& a, const Entries& b, int start) {
-    const auto ends = std::mismatch(a.rbegin(), a.rend() - start, b.rbegin(), b.rend() - start);
-    return static_cast<int>(ends.first - a.rbegin());
-}
-
-} // namespace
-
 /// A person changes one line at a time, so what differs lies between a common start and a common end.
 void EntryList::setEntries(const QList<Entry>& entries) {
-    const int start = commonStart(entries_, entries);
-    const int end = commonEnd(entries_, entries, start);
+    const auto differing =
+        std::mismatch(entries_.cbegin(), entries_.cend(), entries.cbegin(), entries.cend());
+    const int start = static_cast<int>(differing.second - entries.cbegin());
+    const auto alike = std::mismatch(entries_.crbegin(), entries_.crend() - start, entries.crbegin(),
+                                     entries.crend() - start);
+    const int end = static_cast<int>(alike.second - entries.crbegin());
     const int before = static_cast<int>(entries_.size()) - start - end;
     const int after = static_cast<int>(entries.size()) - start - end;
     const int changed = std::min(before, after);

@@ -16,9 +16,6 @@ namespace {
 
 using x11::idOf;
 
-constexpr auto retryInterval = 100ms;
-/// Screen lockers try for some four seconds to get the keyboard.
-constexpr auto guardedQuiet = 2s;
 /// Against another program that wants the focus as much.
 constexpr auto focusInterval = 200ms;
 
@@ -45,8 +42,6 @@ bool isLocker(xcb_window_t window) {
                        [&place](const QScreen* screen) { return place.contains(pixelsOf(*screen)); });
 }
 
-constexpr auto restingTime = 1s;
-
 std::uint8_t inputExtension() {
     const auto* extension = xcb_get_extension_data(x11::connection(), &xcb_input_id);
     return extension != nullptr && extension->present != 0 ? extension->major_opcode : std::uint8_t{0};
@@ -66,15 +61,6 @@ void selectRawKeys(bool selected) {
 }
 
 } // namespace
-
-KeyboardGuard::KeyboardGuard() {
-    retry_.setInterval(retryInterval);
-    retry_.setSingleShot(true);
-    retry_.callOnTimeout([this] { takeFocus(); });
-    quiet_.setInterval(guardedQuiet);
-    quiet_.setSingleShot(true);
-    quiet_.callOnTimeout([this] { restIfQuiet(); });
-}
 
 void KeyboardGuard::guard(QWindow* window) {
     if (window == window_)
@@ -146,16 +132,6 @@ void KeyboardGuard::hear(int type, const xcb_generic_event_t& event) {
         if (left.mode == XCB_NOTIFY_MODE_NORMAL || left.mode == XCB_NOTIFY_MODE_WHILE_GRABBED)
             takeFocus();
     }
-}
-
-KeysAtRest::KeysAtRest() {
-    quiet_.setSingleShot(true);
-    quiet_.setInterval(restingTime);
-    quiet_.callOnTimeout([this] { finish(); });
-}
-
-KeysAtRest::~KeysAtRest() {
-    cancel();
 }
 
 void KeysAtRest::whenReached(std::function<void()> reached) {

@@ -1,10 +1,10 @@
 #pragma once
 
+#include "platform/linux/view/Delay.h"
 #include "platform/linux/view/X11.h"
 
 #include <QDeadlineTimer>
 #include <QPointer>
-#include <QTimer>
 #include <QWindow>
 #include <functional>
 
@@ -17,7 +17,6 @@ namespace kelpa::view {
 /// that goes elsewhere, as to a window that opens, is taken back, unless a screen locker has it.
 class KeyboardGuard : private x11::EventFilter {
   public:
-    KeyboardGuard();
     /// Guards this window from now on; null ends it. The same one again changes nothing.
     void guard(QWindow* window);
     /// Gives the guarded window the input focus, unless it belongs to a screen locker; without a guarded
@@ -32,8 +31,9 @@ class KeyboardGuard : private x11::EventFilter {
     void restIfQuiet();
 
     QPointer<QWindow> window_;
-    QTimer retry_;
-    QTimer quiet_;
+    Delay retry_{std::chrono::milliseconds(100), [this] { takeFocus(); }};
+    /// Screen lockers try for some four seconds to get the keyboard.
+    Delay quiet_{std::chrono::seconds(2), [this] { restIfQuiet(); }};
     QDeadlineTimer focusAgain_; ///< when the focus may be taken again
     bool grabbed_ = false;
 };
@@ -41,8 +41,8 @@ class KeyboardGuard : private x11::EventFilter {
 /// Waits for a moment in which no key is pressed anywhere, so that whoever is typing is not interrupted.
 class KeysAtRest : private x11::EventFilter {
   public:
-    KeysAtRest();
-    ~KeysAtRest() override;
+    KeysAtRest() = default;
+    ~KeysAtRest() override { cancel(); }
     KeysAtRest(const KeysAtRest&) = delete;
     KeysAtRest& operator=(const KeysAtRest&) = delete;
     /// Runs `reached` once, after the first second without a key press. A wait under way is replaced.
@@ -54,7 +54,7 @@ class KeysAtRest : private x11::EventFilter {
     void listenForKeys(bool wanted);
     void finish();
 
-    QTimer quiet_;
+    Delay quiet_{std::chrono::seconds(1), [this] { finish(); }};
     std::function<void()> reached_;
     std::uint8_t extension_ = 0; ///< of the input extension's events; 0 where there is none
 };

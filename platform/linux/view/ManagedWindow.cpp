@@ -4,11 +4,8 @@
 #include <QIcon>
 #include <QScreen>
 #include <QShortcut>
-#include <chrono>
 
 namespace kelpa::view {
-
-using namespace std::chrono_literals;
 
 namespace {
 
@@ -20,8 +17,6 @@ QIcon applicationIcon() {
         icon.addPixmap(picture.scaled(size, size, Qt::KeepAspectRatio, Qt::SmoothTransformation));
     return icon;
 }
-
-constexpr auto framingTime = 200ms;
 
 /// Enough of the window's upper edge to take hold of it.
 bool reachable(const QRect& bounds) {
@@ -42,12 +37,6 @@ ManagedWindow::ManagedWindow(Stage& stage, QQmlEngine& engine, const QString& fi
     }
     setIcon(applicationIcon());
     closeBy(QStringLiteral("Ctrl+W"));
-    framed_.setSingleShot(true);
-    framed_.setInterval(framingTime);
-    framed_.callOnTimeout([this] {
-        fresh_ = false;
-        stage_.showAgain(*this);
-    });
 }
 
 /// A page's own would not be heard while something that popped up is open.
@@ -94,17 +83,9 @@ void ManagedWindow::appear() {
     show();
 }
 
-void ManagedWindow::takeKeyboard() {
-    stage_.activate(*this);
-}
-
 void ManagedWindow::followBackground() {
     ViewWindow::followBackground();
     stage_.fillBackground(*this);
-}
-
-QSize ManagedWindow::around(const QSize& content) const {
-    return content + QSize(0, titleHeight_);
 }
 
 void ManagedWindow::resizeEvent(QResizeEvent* event) {

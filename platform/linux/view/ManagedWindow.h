@@ -1,10 +1,9 @@
 #pragma once
 
+#include "platform/linux/view/Delay.h"
 #include "platform/linux/view/Stage.h"
 #include "platform/linux/view/ViewWindow.h"
 
-#include <QQuickItem>
-#include <QTimer>
 #include <memory>
 
 namespace kelpa::view {
@@ -20,7 +19,7 @@ class ManagedWindow : public ViewWindow {
     void setPlace(const QRect& bounds, const QString& connector) override;
     void appear() override;
     void disappear() override { hide(); }
-    void takeKeyboard() override;
+    void takeKeyboard() override { stage_.activate(*this); }
 
   protected:
     /// How large its content is at first, in the toolkit's units.
@@ -28,7 +27,7 @@ class ManagedWindow : public ViewWindow {
     /// Gives a person a key, as QKeySequence writes it, that closes the window.
     void closeBy(const QString& keys);
     /// The window's size around content of that size.
-    [[nodiscard]] QSize around(const QSize& content) const;
+    [[nodiscard]] QSize around(const QSize& content) const { return content + QSize(0, titleHeight_); }
     void closeEvent(QCloseEvent* event) override;
     void exposeEvent(QExposeEvent* event) override;
     void moveEvent(QMoveEvent* event) override;
@@ -45,9 +44,13 @@ class ManagedWindow : public ViewWindow {
     std::unique_ptr<QQuickItem> frame_; ///< title bar and edges; null where the window manager draws them
     int titleHeight_ = 0;               ///< of that frame, in the toolkit's units
     QString connector_;
-    QTimer framed_;      ///< since it was last moved or uncovered while it is fresh
     bool fresh_ = false; ///< until it has come to rest in its frame
-    QRect bounds_;       ///< where it was, and how large its content; null the first time
+    /// Since it was last moved or uncovered while it is fresh.
+    Delay framed_{std::chrono::milliseconds(200), [this] {
+                      fresh_ = false;
+                      stage_.showAgain(*this);
+                  }};
+    QRect bounds_; ///< where it was, and how large its content; null the first time
 };
 
 } // namespace kelpa::view

@@ -5,7 +5,6 @@
 #include <QElapsedTimer>
 #include <QKeyEvent>
 #include <QMouseEvent>
-#include <QQuickItem>
 #include <QTimeLine>
 #include <algorithm>
 #include <cmath>

@@ -1,7 +1,9 @@
 #include "platform/linux/view/SessionBus.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <chrono>
+#include <cstdint>
 #include <cstdlib>
 #include <memory>
 #include <systemd/sd-bus.h>
@@ -40,18 +42,15 @@ int ask(sd_bus* bus, bool& answered) {
     return result;
 }
 
-std::uint64_t microsecondsTo(Clock::time_point end) {
-    const auto left = std::chrono::duration_cast<std::chrono::microseconds>(end - Clock::now()).count();
-    return left > 0 ? static_cast<std::uint64_t>(left) : 0;
-}
-
 /// False when the time is over. An end of the connection is an answer, too.
 bool answeredBefore(Clock::time_point end, sd_bus* bus, const bool& answered) {
     while (!answered && Clock::now() < end) {
         const int processed = sd_bus_process(bus, nullptr);
         if (processed < 0)
             return true;
-        if (processed == 0 && sd_bus_wait(bus, microsecondsTo(end)) < 0)
+        const auto left = std::chrono::duration_cast<std::chrono::microseconds>(end - Clock::now()).count();
+        if (processed == 0 &&
+            sd_bus_wait(bus, static_cast<std::uint64_t>(std::max<std::int64_t>(left, 0))) < 0)
             return true;
     }
     return answered;

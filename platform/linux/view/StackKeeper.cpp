@@ -10,7 +10,6 @@ using namespace std::chrono_literals;
 
 namespace {
 
-constexpr auto burst = 100ms;
 constexpr int mostAnswers = 20;
 constexpr auto answersForgotten = 1min;
 
@@ -29,16 +28,6 @@ xcb_window_t climber(int type, const xcb_generic_event_t& event) {
 }
 
 } // namespace
-
-StackKeeper::StackKeeper() {
-    soon_.setInterval(burst);
-    soon_.setSingleShot(true);
-    soon_.callOnTimeout([this] { raiseAll(); });
-}
-
-StackKeeper::~StackKeeper() {
-    keepBottom(false);
-}
 
 void StackKeeper::keep(std::vector<xcb_window_t> windows) {
     if (windows == windows_)

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "platform/linux/view/Delay.h"
 #include "platform/linux/view/X11.h"
 
 #include <QDeadlineTimer>
-#include <QTimer>
 #include <map>
 #include <vector>
 
@@ -13,8 +13,8 @@ namespace kelpa::view {
 /// again and again, as a screen locker's does, for the rest of a minute or until it is told of windows anew.
 class StackKeeper : private x11::EventFilter {
   public:
-    StackKeeper();
-    ~StackKeeper();
+    StackKeeper() = default;
+    ~StackKeeper() override { keepBottom(false); }
     StackKeeper(const StackKeeper&) = delete;
     StackKeeper& operator=(const StackKeeper&) = delete;
     /// Keeps these on top from now on, and no others; the first is the lowest of them.
@@ -35,7 +35,7 @@ class StackKeeper : private x11::EventFilter {
 
     std::vector<xcb_window_t> windows_;
     xcb_window_t bottom_ = XCB_WINDOW_NONE; ///< while windows are kept and something composites them
-    QTimer soon_;
+    Delay soon_{std::chrono::milliseconds(100), [this] { raiseAll(); }};
     std::map<xcb_window_t, Answers> answers_;
 };
 

@@ -2,6 +2,7 @@
 
 #include <QLocale>
 #include <QProcess>
+#include <QProcessEnvironment>
 #include <QRegularExpression>
 #include <QUrl>
 
@@ -17,7 +18,8 @@ QString separatorIn(const QString& format) {
     return found.isEmpty() ? QStringLiteral(":") : found;
 }
 
-QProcessEnvironment original;
+/// What this program was started with. What it sets for itself would reach the browser.
+const QProcessEnvironment original = QProcessEnvironment::systemEnvironment();
 
 bool isWebAddress(const QString& address) {
     const QUrl url(address, QUrl::StrictMode);
@@ -36,10 +38,6 @@ ClockFormat::ClockFormat(QObject* parent) : QObject(parent) {
     separator_ = separatorIn(format);
     am_ = locale.amText();
     pm_ = locale.pmText();
-}
-
-void Browser::setEnvironment(const QProcessEnvironment& environment) {
-    original = environment;
 }
 
 void Browser::open(const QString& address) {

@@ -3,7 +3,6 @@
 #include "platform/linux/view/Appearance.h"
 
 #include <QObject>
-#include <QProcessEnvironment>
 #include <QtQml/qqml.h>
 
 namespace kelpa::view {
@@ -50,8 +49,6 @@ class Browser : public QObject {
   public:
     explicit Browser(QObject* parent = nullptr) : QObject(parent) {}
 
-    /// What this program was started with. What it sets for itself would reach the browser.
-    static void setEnvironment(const QProcessEnvironment& environment);
     /// Does nothing for what is no web address.
     Q_INVOKABLE void open(const QString& address);
 };

@@ -5,7 +5,6 @@
 #include <QMetaProperty>
 #include <QQmlComponent>
 #include <QQmlEngine>
-#include <QQuickItem>
 #include <stdexcept>
 
 namespace kelpa::view {
@@ -14,11 +13,6 @@ ViewWindow::ViewWindow(QQmlEngine& engine, const QString& file) : content_(makeI
     ViewWindow::followBackground();
     connect(content_.get(), SIGNAL(action(QString, QString)), this, SIGNAL(action(QString, QString)));
     connect(content_.get(), SIGNAL(colorChanged()), this, SLOT(followBackground()));
-}
-
-/// What shows only in a window that is seen goes while everything it belongs to is still there.
-ViewWindow::~ViewWindow() {
-    hide();
 }
 
 std::unique_ptr<QQuickItem> ViewWindow::makeItem(QQmlEngine& engine, const QString& file) {

@@ -2,13 +2,13 @@
 
 #include "platform/linux/helper/Lines.h"
 
+#include <QQuickItem>
 #include <QQuickWindow>
 #include <QRect>
 #include <QStringList>
 #include <memory>
 
 class QQmlEngine;
-class QQuickItem;
 
 namespace kelpa::view {
 
@@ -22,7 +22,8 @@ class ViewWindow : public QQuickWindow {
   public:
     /// Throws std::runtime_error when the content cannot be made.
     ViewWindow(QQmlEngine& engine, const QString& file);
-    ~ViewWindow() override;
+    /// What shows only in a window that is seen goes while everything it belongs to is still there.
+    ~ViewWindow() override { hide(); }
 
     /// Where the window stands: in the desktop's units, on the screen of that connector; a window of the
     /// window manager's where `closed` said that it stood, if it did.

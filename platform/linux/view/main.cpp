@@ -1,7 +1,6 @@
 #include "platform/linux/helper/ViewProtocol.h"
 #include "platform/linux/view/Channel.h"
 #include "platform/linux/view/SessionBus.h"
-#include "platform/linux/view/Surroundings.h"
 #include "platform/linux/view/WindowKeeper.h"
 
 #include <QGuiApplication>
@@ -66,7 +65,6 @@ int main(int argc, char** argv) {
         std::fputs("kelpa-view draws the windows of kelpa, which starts it when it is needed.\n", stderr);
         return 2;
     }
-    kelpa::view::Browser::setEnvironment(QProcessEnvironment::systemEnvironment());
     chooseDisplay();
     keepToolkitSmall();
     giveLargeBlocksBack();

@@ -44,7 +44,7 @@ Rectangle {
         // figure changes, whatever the font, and only the cell that changed is painted again.
         Item {
             id: countdown
-            readonly property real figureWidth: Math.ceil(metrics.widest([..."0123456789"]))
+            readonly property real figureWidth: Math.ceil(Theme.widest(metrics, [..."0123456789"]))
 
             anchors.horizontalCenter: parent.horizontalCenter
             implicitWidth: cells.implicitWidth + 2 * Measures.padding
@@ -52,7 +52,7 @@ Rectangle {
             Accessible.role: Accessible.StaticText
             Accessible.name: screen.count
 
-            TextMeasure {
+            FontMetrics {
                 id: metrics
                 font.pixelSize: Measures.countSize
                 font.bold: true

@@ -59,7 +59,7 @@ Rectangle {
                 page.Window.window.close();
         }
     }
-    TextMeasure {
+    FontMetrics {
         id: small
         font.pixelSize: Theme.smallestSize
     }
@@ -99,7 +99,7 @@ Rectangle {
         width: page.width - 2 * x
         height: footer.y - y - Theme.stackSpace
 
-        readonly property real gutter: small.widest(page.charts.map(chart => chart.scale)) + Theme.stackSpace
+        readonly property real gutter: Theme.widest(small, page.charts.map(chart => chart.scale)) + Theme.stackSpace
         readonly property real columnWidth: page.count > 0 ? stage.width / page.count : 0
 
         Column {

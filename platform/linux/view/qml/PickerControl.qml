@@ -14,7 +14,7 @@ T.ComboBox {
         currentIndex = told.entries.indexOf(told.value);
     }
 
-    readonly property real textWidth: Math.ceil(Theme.bodyMeasure.widest(told.entries.texts)) + 1
+    readonly property real textWidth: Math.ceil(Theme.widest(Theme.bodyMetrics, told.entries.texts)) + 1
 
     implicitWidth: Math.max(116, textWidth + leftPadding + rightPadding)
     implicitHeight: Theme.controlHeight

@@ -12,7 +12,7 @@ Flickable {
     required property var controls
 
     readonly property var captions: [].concat(...layout.sections.map(section => section.rows.map(row => row.caption)))
-    readonly property real captionWidth: Theme.bodyMeasure.roomFor(Theme.bodyMeasure.widest(captions))
+    readonly property real captionWidth: Theme.roomFor(Theme.widest(Theme.bodyMetrics, captions))
 
     /// Scrolls as little as is needed to show an item.
     function reveal(item: Item) {

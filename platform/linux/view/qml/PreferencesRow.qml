@@ -40,11 +40,10 @@ Item {
         width: row.guide
         visible: text !== ""
         // How many lines there are would be known only when the height is.
-        readonly property TextMeasure metrics: Theme.bodyMeasure
-        readonly property bool oneLine: metrics.roomFor(metrics.widthOf(text)) <= width
+        readonly property bool oneLine: Theme.roomFor(Theme.widthOf(Theme.bodyMetrics, text)) <= width
         // Centred like the words of the controls, so that both stand on one line at every scale.
         height: oneLine ? row.firstLine : implicitHeight
-        topPadding: oneLine ? 0 : Math.max(0, (row.firstLine - metrics.height) / 2)
+        topPadding: oneLine ? 0 : Math.max(0, (row.firstLine - Theme.bodyMetrics.height) / 2)
         verticalAlignment: oneLine ? Text.AlignVCenter : Text.AlignTop
         horizontalAlignment: Text.AlignRight
         wrapMode: Text.Wrap

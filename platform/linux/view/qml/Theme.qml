@@ -15,8 +15,21 @@ QtObject {
     readonly property int bodySize: 14
     readonly property int footnoteSize: 12
     readonly property int smallestSize: 11
-    readonly property TextMeasure bodyMeasure: TextMeasure {
+    readonly property FontMetrics bodyMetrics: FontMetrics {
         font.pixelSize: theme.bodySize
+    }
+
+    /// What is bound to the width of words follows the font as well, which may be set later.
+    function widthOf(metrics: FontMetrics, words: string): real {
+        return metrics.font.pixelSize > 0 ? metrics.advanceWidth(words) : 0;
+    }
+    /// That of the widest of several.
+    function widest(metrics: FontMetrics, words: var): real {
+        return Math.max(0, ...words.map(each => widthOf(metrics, each)));
+    }
+    /// What a line of that width needs: hinted letters can be a little wider.
+    function roomFor(width: real): int {
+        return Math.ceil(width * 1.03) + 2;
     }
 
     // Space

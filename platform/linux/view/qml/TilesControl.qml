@@ -7,14 +7,14 @@ Grid {
 
     required property PreferencesRow row
     readonly property EntryList entries: row.told.entries
-    readonly property real tileWidth: Math.max(88, Math.ceil(metrics.widest(entries.texts)) + 2 * Measures.padding)
+    readonly property real tileWidth: Math.max(88, Math.ceil(Theme.widest(metrics, entries.texts)) + 2 * Measures.padding)
 
     columns: Math.max(1, Math.min(Measures.tileColumns, Math.floor((row.space + spacing) / (tileWidth + spacing))))
     spacing: 10
     Accessible.role: Accessible.Grouping
     Accessible.name: row.label
 
-    TextMeasure {
+    FontMetrics {
         id: metrics
         font.pixelSize: Theme.bodySize
         font.bold: true

@@ -138,7 +138,7 @@ Item {
                     text: ClockFormat.separator
                 }
                 Item {
-                    width: Math.ceil(Theme.bodyMeasure.widest(cell.widest)) + 6
+                    width: Math.ceil(Theme.widest(Theme.bodyMetrics, cell.widest)) + 6
                     height: entry.height
 
                     RoundedBox {

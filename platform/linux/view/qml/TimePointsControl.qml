@@ -8,7 +8,7 @@ Flow {
 
     required property PreferencesRow row
     readonly property ControlState told: row.told
-    readonly property real tileWidth: Math.ceil(Theme.bodyMeasure.widthOf("00:00")) + 3 * Measures.padding
+    readonly property real tileWidth: Math.ceil(Theme.widthOf(Theme.bodyMetrics, "00:00")) + 3 * Measures.padding
     property bool focusDue: false
 
     /// The keyboard stays where it was: at the tile that moved up, or at the last one.
