@@ -2,6 +2,7 @@
 
 #import "platform/macos/Bridge.h"
 #import "platform/macos/views/Labels.h"
+#import "platform/macos/views/Layout.h"
 
 #include "platform/ports/Measures.h"
 
@@ -15,15 +16,14 @@ NSView* makePicture(const std::string& name) {
     [view setImage:[NSImage imageNamed:kelpa::toNSString(name)]];
     [view setImageScaling:NSImageScaleProportionallyUpOrDown];
     [view setAccessibilityElement:NO];
-    [[[view widthAnchor] constraintEqualToConstant:pictureSize] setActive:YES];
-    [[[view heightAnchor] constraintEqualToConstant:pictureSize] setActive:YES];
+    kelpa::fixSize(view, {pictureSize, pictureSize});
     return view;
 }
 
 /// The glyph of the icon font that stands in for a missing picture.
 NSView* makeGlyph(const kelpa::AboutContent& content) {
     NSFont* font = [NSFont fontWithName:kelpa::toNSString(content.glyphFont) size:pictureSize];
-    NSTextField* glyph = kelpa::makeLabel(content.glyph, font, [NSColor labelColor]);
+    NSTextField* glyph = kelpa::makeLabel(content.glyph, font);
     [glyph setAccessibilityElement:NO];
     NSStackView* padded = [NSStackView stackViewWithViews:@[ glyph ]];
     [padded setEdgeInsets:NSEdgeInsetsMake(0, 0, kelpa::measures::belowGlyph, 0)];
@@ -43,16 +43,11 @@ NSView* makeLink(const kelpa::AboutContent& content) {
 }
 
 NSStackView* makeWords(const kelpa::AboutContent& content, NSTextField* copyright) {
-    NSFont* plain = [NSFont systemFontOfSize:0];
-    NSColor* color = [NSColor labelColor];
     NSStackView* words = [NSStackView stackViewWithViews:@[
-        kelpa::makeLabel(content.name, kelpa::boldFont(NSFontTextStyleLargeTitle), color),
-        kelpa::makeLabel(content.version, plain, color), copyright, makeLink(content)
+        kelpa::makeLabel(content.name, kelpa::boldFont(NSFontTextStyleLargeTitle)),
+        kelpa::makeLabel(content.version), copyright, makeLink(content)
     ]];
-    [words setOrientation:NSUserInterfaceLayoutOrientationVertical];
-    [words setAlignment:NSLayoutAttributeLeading];
-    [words setSpacing:spacing];
-    return words;
+    return kelpa::asColumn(words, NSLayoutAttributeLeading, spacing);
 }
 
 } // namespace
@@ -66,15 +61,10 @@ NSStackView* makeWords(const kelpa::AboutContent& content, NSTextField* copyrigh
     if (!self)
         return nil;
     NSView* picture = content.icon.empty() ? makeGlyph(content) : makePicture(content.icon);
-    _copyright = kelpa::makeLabel(content.copyright, [NSFont systemFontOfSize:0], [NSColor labelColor]);
+    _copyright = kelpa::makeLabel(content.copyright);
     NSStackView* row = [NSStackView stackViewWithViews:@[ picture, makeWords(content, _copyright) ]];
     [row setSpacing:kelpa::measures::padding];
-    [row setTranslatesAutoresizingMaskIntoConstraints:NO];
-    [self addSubview:row];
-    [NSLayoutConstraint activateConstraints:@[
-        [[row centerXAnchor] constraintEqualToAnchor:[self centerXAnchor]],
-        [[row centerYAnchor] constraintEqualToAnchor:[self centerYAnchor]],
-    ]];
+    kelpa::addCentred(row, self);
     return self;
 }
 

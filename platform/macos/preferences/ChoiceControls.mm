@@ -16,11 +16,10 @@ constexpr CGFloat pickerWidth = 100;
     NSSwitch* _switch;
 }
 
-- (NSArray<NSView*>*)makeViews:(const kelpa::PreferencesControl&)control
-                        layout:(const kelpa::PreferencesLayout&)layout {
+- (NSArray<NSView*>*)makeViews:(const kelpa::PreferencesControl&)control in:(const kelpa::FormContext&)form {
     _switch = [[NSSwitch alloc] initWithFrame:NSZeroRect];
     [self wire:_switch action:@selector(switched:) as:control];
-    return @[ _switch, kelpa::makeLabel(control.label, [NSFont systemFontOfSize:0], [NSColor labelColor]) ];
+    return @[ _switch, kelpa::makeLabel(control.label) ];
 }
 
 - (void)switched:(id)sender {
@@ -35,8 +34,7 @@ constexpr CGFloat pickerWidth = 100;
 
 @implementation KelpaButtonControl
 
-- (NSArray<NSView*>*)makeViews:(const kelpa::PreferencesControl&)control
-                        layout:(const kelpa::PreferencesLayout&)layout {
+- (NSArray<NSView*>*)makeViews:(const kelpa::PreferencesControl&)control in:(const kelpa::FormContext&)form {
     return @[ [NSButton buttonWithTitle:kelpa::toNSString(control.label)
                                  target:self
                                  action:@selector(pressed:)] ];
@@ -52,8 +50,7 @@ constexpr CGFloat pickerWidth = 100;
     NSPopUpButton* _picker;
 }
 
-- (NSArray<NSView*>*)makeViews:(const kelpa::PreferencesControl&)control
-                        layout:(const kelpa::PreferencesLayout&)layout {
+- (NSArray<NSView*>*)makeViews:(const kelpa::PreferencesControl&)control in:(const kelpa::FormContext&)form {
     _picker = [[NSPopUpButton alloc] initWithFrame:NSZeroRect pullsDown:NO];
     [self wire:_picker action:@selector(picked:) as:control];
     [[[_picker widthAnchor] constraintGreaterThanOrEqualToConstant:pickerWidth] setActive:YES];
@@ -89,8 +86,7 @@ constexpr CGFloat pickerWidth = 100;
     NSSegmentedControl* _segments;
 }
 
-- (NSArray<NSView*>*)makeViews:(const kelpa::PreferencesControl&)control
-                        layout:(const kelpa::PreferencesLayout&)layout {
+- (NSArray<NSView*>*)makeViews:(const kelpa::PreferencesControl&)control in:(const kelpa::FormContext&)form {
     _segments = [[NSSegmentedControl alloc] initWithFrame:NSZeroRect];
     [self wire:_segments action:@selector(picked:) as:control];
     return @[ _segments ];
@@ -125,8 +121,7 @@ constexpr CGFloat pickerWidth = 100;
     KelpaTileGrid* _grid;
 }
 
-- (NSArray<NSView*>*)makeViews:(const kelpa::PreferencesControl&)control
-                        layout:(const kelpa::PreferencesLayout&)layout {
+- (NSArray<NSView*>*)makeViews:(const kelpa::PreferencesControl&)control in:(const kelpa::FormContext&)form {
     __weak KelpaTilesControl* weakSelf = self;
     _grid = [[KelpaTileGrid alloc] initWithColumns:kelpa::measures::tileColumns
                                             chosen:^(std::int64_t value) {

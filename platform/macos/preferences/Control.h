@@ -4,13 +4,21 @@
 
 #include "platform/ports/PreferencesWindow.h"
 
+namespace kelpa {
+
+/// What all controls of a window have in common. The layout is looked at while views are made; the client
+/// must outlive the controls.
+struct FormContext {
+    const PreferencesLayout& layout;
+    PreferencesClient& client;
+};
+
+} // namespace kelpa
+
 /// One control of the preferences window: what its cell shows, and what a person does in it. Each kind of
 /// control is a class of its own that makes its views and shows what it can in them.
 @interface KelpaControl : NSObject
-/// `client` must outlive the control.
-- (instancetype)initWithControl:(const kelpa::PreferencesControl&)control
-                         layout:(const kelpa::PreferencesLayout&)layout
-                         client:(kelpa::PreferencesClient&)client;
+- (instancetype)initWithControl:(const kelpa::PreferencesControl&)control in:(const kelpa::FormContext&)form;
 
 /// What goes into the cell: the control and its unit on one line, hint and problem below.
 @property(nonatomic, readonly) NSView* cell;
@@ -20,8 +28,7 @@
 - (void)show:(kelpa::PreferencesField)field value:(const kelpa::PreferencesValue&)value;
 
 /// For the kinds: the views that make up the control, in their order from left to right.
-- (NSArray<NSView*>*)makeViews:(const kelpa::PreferencesControl&)control
-                        layout:(const kelpa::PreferencesLayout&)layout;
+- (NSArray<NSView*>*)makeViews:(const kelpa::PreferencesControl&)control in:(const kelpa::FormContext&)form;
 
 - (void)showValue:(const kelpa::PreferencesValue&)value;
 - (void)showEntries:(const std::vector<kelpa::PreferencesEntry>&)entries;
@@ -86,7 +93,6 @@
 namespace kelpa {
 
 /// A control of the right kind.
-[[nodiscard]] KelpaControl* makeControl(const PreferencesControl& control, const PreferencesLayout& layout,
-                                        PreferencesClient& client);
+[[nodiscard]] KelpaControl* makeControl(const PreferencesControl& control, const FormContext& form);
 
 } // namespace kelpa

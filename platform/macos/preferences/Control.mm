@@ -2,6 +2,7 @@
 
 #import "platform/macos/Bridge.h"
 #import "platform/macos/views/Labels.h"
+#import "platform/macos/views/Layout.h"
 
 namespace {
 
@@ -55,16 +56,14 @@ void explain(NSTextField* label, const kelpa::PreferencesValue& value) {
     NSStackView* _cell;
 }
 
-- (instancetype)initWithControl:(const kelpa::PreferencesControl&)control
-                         layout:(const kelpa::PreferencesLayout&)layout
-                         client:(kelpa::PreferencesClient&)client {
+- (instancetype)initWithControl:(const kelpa::PreferencesControl&)control in:(const kelpa::FormContext&)form {
     self = [super init];
     if (self) {
         _name = control.id;
-        _client = &client;
+        _client = &form.client;
         _hint = smallText([NSColor secondaryLabelColor]);
         _problem = smallText([NSColor systemRedColor]);
-        _views = [self makeViews:control layout:layout];
+        _views = [self makeViews:control in:form];
         [self fillCell:control];
     }
     return self;
@@ -74,16 +73,12 @@ void explain(NSTextField* label, const kelpa::PreferencesValue& value) {
     NSStackView* line = [NSStackView stackViewWithViews:_views];
     [line setSpacing:spacing];
     if (!control.unit.empty())
-        [line addArrangedSubview:kelpa::makeLabel(control.unit, [NSFont systemFontOfSize:0],
-                                                  [NSColor labelColor])];
+        [line addArrangedSubview:kelpa::makeLabel(control.unit)];
     _cell = [KelpaControlCell stackViewWithViews:@[ line, _hint, _problem ]];
-    [_cell setOrientation:NSUserInterfaceLayoutOrientationVertical];
-    [_cell setAlignment:NSLayoutAttributeLeading];
-    [_cell setSpacing:spacing];
+    kelpa::asColumn(_cell, NSLayoutAttributeLeading, spacing);
 }
 
-- (NSArray<NSView*>*)makeViews:(const kelpa::PreferencesControl&)control
-                        layout:(const kelpa::PreferencesLayout&)layout {
+- (NSArray<NSView*>*)makeViews:(const kelpa::PreferencesControl&)control in:(const kelpa::FormContext&)form {
     return @[];
 }
 
@@ -176,9 +171,8 @@ Class classOf(PreferencesControlKind kind) {
 
 } // namespace
 
-KelpaControl* makeControl(const PreferencesControl& control, const PreferencesLayout& layout,
-                          PreferencesClient& client) {
-    return [[classOf(control.kind) alloc] initWithControl:control layout:layout client:client];
+KelpaControl* makeControl(const PreferencesControl& control, const FormContext& form) {
+    return [[classOf(control.kind) alloc] initWithControl:control in:form];
 }
 
 } // namespace kelpa

@@ -16,8 +16,7 @@ constexpr CGFloat numberWidth = 64;
     BOOL _leaving;
 }
 
-- (NSArray<NSView*>*)makeViews:(const kelpa::PreferencesControl&)control
-                        layout:(const kelpa::PreferencesLayout&)layout {
+- (NSArray<NSView*>*)makeViews:(const kelpa::PreferencesControl&)control in:(const kelpa::FormContext&)form {
     return @[ [self makeField:control width:textWidth] ];
 }
 
@@ -77,8 +76,7 @@ constexpr CGFloat numberWidth = 64;
     NSStepper* _stepper;
 }
 
-- (NSArray<NSView*>*)makeViews:(const kelpa::PreferencesControl&)control
-                        layout:(const kelpa::PreferencesLayout&)layout {
+- (NSArray<NSView*>*)makeViews:(const kelpa::PreferencesControl&)control in:(const kelpa::FormContext&)form {
     NSTextField* field = [self makeField:control width:numberWidth];
     [field setAlignment:NSTextAlignmentRight];
     // The core knows the number and its limits: this stepper only tells up from down.
@@ -102,13 +100,12 @@ constexpr CGFloat numberWidth = 64;
 
 @implementation KelpaAccumulatorControl
 
-- (NSArray<NSView*>*)makeViews:(const kelpa::PreferencesControl&)control
-                        layout:(const kelpa::PreferencesLayout&)layout {
+- (NSArray<NSView*>*)makeViews:(const kelpa::PreferencesControl&)control in:(const kelpa::FormContext&)form {
     NSTextField* field = [self makeField:control width:numberWidth];
     [field setAlignment:NSTextAlignmentCenter];
     return @[
-        [self makeButton:layout.decrease action:@selector(minusClicked:)], field,
-        [self makeButton:layout.increase action:@selector(plusClicked:)]
+        [self makeButton:form.layout.decrease action:@selector(minusClicked:)], field,
+        [self makeButton:form.layout.increase action:@selector(plusClicked:)]
     ];
 }
 

@@ -28,15 +28,13 @@ struct Section {
     std::vector<Section> _sections;
 }
 
-- (instancetype)initWithPane:(const kelpa::PreferencesPane&)pane
-                      layout:(const kelpa::PreferencesLayout&)layout
-                      client:(kelpa::PreferencesClient&)client {
+- (instancetype)initWithPane:(const kelpa::PreferencesPane&)pane in:(const kelpa::FormContext&)form {
     self = [super initWithFrame:NSZeroRect];
     if (self) {
         _controls = [NSMutableArray array];
         [self makeGrid];
         for (const kelpa::PreferencesSection& section : pane.sections)
-            [self addSection:section layout:layout client:client];
+            [self addSection:section in:form];
         [[_grid columnAtIndex:0] setXPlacement:NSGridCellPlacementTrailing];
     }
     return self;
@@ -67,14 +65,12 @@ struct Section {
     ]];
 }
 
-- (void)addSection:(const kelpa::PreferencesSection&)section
-            layout:(const kelpa::PreferencesLayout&)layout
-            client:(kelpa::PreferencesClient&)client {
+- (void)addSection:(const kelpa::PreferencesSection&)section in:(const kelpa::FormContext&)form {
     Section place;
     if (!section.title.empty())
         place.title = [self addTitle:section.title];
     for (const kelpa::PreferencesRow& row : section.rows) {
-        KelpaControl* control = kelpa::makeControl(row.control, layout, client);
+        KelpaControl* control = kelpa::makeControl(row.control, form);
         [_controls addObject:control];
         place.rows.push_back([self addCaption:row.caption cell:[control cell]]);
     }
@@ -83,7 +79,7 @@ struct Section {
 
 - (NSInteger)addTitle:(const std::string&)title {
     NSFont* font = [NSFont boldSystemFontOfSize:kelpa::measures::sectionTitleSize];
-    NSTextField* label = kelpa::makeLabel(title, font, [NSColor labelColor]);
+    NSTextField* label = kelpa::makeLabel(title, font);
     NSGridRow* row = [_grid addRowWithViews:@[ label, [NSGridCell emptyContentView] ]];
     [row setTopPadding:sectionGap];
     [row mergeCellsInRange:NSMakeRange(0, 2)];
@@ -92,9 +88,7 @@ struct Section {
 }
 
 - (NSInteger)addCaption:(const std::string&)caption cell:(NSView*)cell {
-    NSView* label = caption.empty()
-                        ? [NSGridCell emptyContentView]
-                        : kelpa::makeLabel(caption, [NSFont systemFontOfSize:0], [NSColor labelColor]);
+    NSView* label = caption.empty() ? [NSGridCell emptyContentView] : kelpa::makeLabel(caption);
     return [_grid indexOfRow:[_grid addRowWithViews:@[ label, cell ]]];
 }
 

@@ -8,7 +8,7 @@
 #include <string>
 
 @class KelpaAboutView;
-@class KelpaPreferencesWatch;
+@class KelpaWindowWatch;
 
 /// The actions by which the system asks for the settings window: the first from macOS 13 on, the second
 /// before.
@@ -37,8 +37,7 @@ class MacPreferencesWindow final : public PreferencesWindow {
         KelpaControl* control = nil;
         KelpaFormView* form = nil;
     };
-    NSViewController* makePane(const PreferencesPane& pane, const PreferencesLayout& layout,
-                               PreferencesClient& client);
+    NSViewController* makePane(const PreferencesPane& pane, const FormContext& context);
     void makeWindow(NSTabViewController* tabs, const PreferencesLayout& layout, PreferencesClient& client);
     /// Makes the window as wide as the widest pane.
     void widen();
@@ -46,8 +45,8 @@ class MacPreferencesWindow final : public PreferencesWindow {
     NSWindow* window_ = nil;
     KelpaAboutView* about_ = nil;
     NSMutableArray<KelpaFormView*>* forms_ = [NSMutableArray array];
-    bool presented_ = false;             ///< since `show` asked for it
-    KelpaPreferencesWatch* watch_ = nil; ///< the window's delegate, which it does not own
+    bool presented_ = false;        ///< since `show` asked for it
+    KelpaWindowWatch* watch_ = nil; ///< the window's delegate, which it does not own
     std::map<std::string, Place, std::less<>> places_;
 };
 

@@ -1,36 +1,9 @@
 #import "platform/macos/preferences/MacPreferencesWindow.h"
 
 #import "platform/macos/Bridge.h"
+#import "platform/macos/windows/WindowWatch.h"
 
 #include <algorithm>
-
-/// Tells the core when the window comes and goes.
-@interface KelpaPreferencesWatch : NSObject <NSWindowDelegate>
-- (instancetype)initWithClient:(kelpa::PreferencesClient&)client;
-@end
-
-@implementation KelpaPreferencesWatch {
-    kelpa::PreferencesClient* _client;
-}
-
-- (instancetype)initWithClient:(kelpa::PreferencesClient&)client {
-    self = [super init];
-    if (self)
-        _client = &client;
-    return self;
-}
-
-- (void)windowDidBecomeKey:(NSNotification*)notification {
-    kelpa::callCore([&] { _client->cameToFront(); });
-}
-
-- (void)windowWillClose:(NSNotification*)notification {
-    // What is being typed counts as entered.
-    [static_cast<NSWindow*>([notification object]) makeFirstResponder:nil];
-    kelpa::callCore([&] { _client->closed(); });
-}
-
-@end
 
 namespace kelpa {
 
@@ -74,22 +47,21 @@ void MacPreferencesWindow::setLayout(const PreferencesLayout& layout, Preference
     // The window keeps its own title, whichever pane is chosen.
     [tabs setCanPropagateSelectedChildViewControllerTitle:NO];
     for (const PreferencesPane& pane : layout.panes) {
-        NSViewController* content = makePane(pane, layout, client);
+        NSViewController* content = makePane(pane, {layout, client});
         [[content view] setFrameSize:NSMakeSize(layout.minimumWidth, layout.minimumHeight)];
         [tabs addTabViewItem:makeTab(content, pane)];
     }
     makeWindow(tabs, layout, client);
 }
 
-NSViewController* MacPreferencesWindow::makePane(const PreferencesPane& pane, const PreferencesLayout& layout,
-                                                 PreferencesClient& client) {
+NSViewController* MacPreferencesWindow::makePane(const PreferencesPane& pane, const FormContext& context) {
     NSViewController* controller = [[NSViewController alloc] init];
     if (pane.about) {
         about_ = [[KelpaAboutView alloc] initWithContent:*pane.about];
         [controller setView:about_];
         return controller;
     }
-    KelpaFormView* form = [[KelpaFormView alloc] initWithPane:pane layout:layout client:client];
+    KelpaFormView* form = [[KelpaFormView alloc] initWithPane:pane in:context];
     for (KelpaControl* control in [form controls])
         places_[[control name]] = {control, form};
     [forms_ addObject:form];
@@ -108,7 +80,12 @@ void MacPreferencesWindow::makeWindow(NSTabViewController* tabs, const Preferenc
     [window_ setReleasedWhenClosed:NO];
     [window_ setContentMinSize:least];
     [window_ setContentSize:least];
-    watch_ = [[KelpaPreferencesWatch alloc] initWithClient:client];
+    watch_ = [[KelpaWindowWatch alloc] initWithFront:[&client] { client.cameToFront(); }
+        closing:[this, &client] {
+            // What is being typed counts as entered.
+            [window_ makeFirstResponder:nil];
+            client.closed();
+        }];
     [window_ setDelegate:watch_];
     [window_ center];
 }

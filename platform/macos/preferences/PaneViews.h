@@ -5,9 +5,7 @@
 /// One pane of the preferences window: sections of rows in one grid, so that the captions of all sections
 /// form one right-aligned column and the controls a left-aligned one.
 @interface KelpaFormView : NSView
-- (instancetype)initWithPane:(const kelpa::PreferencesPane&)pane
-                      layout:(const kelpa::PreferencesLayout&)layout
-                      client:(kelpa::PreferencesClient&)client;
+- (instancetype)initWithPane:(const kelpa::PreferencesPane&)pane in:(const kelpa::FormContext&)form;
 /// The pane's controls, in order.
 @property(nonatomic, readonly) NSArray<KelpaControl*>* controls;
 /// Shows or hides a row; a section whose rows are all hidden is hidden with its title.

@@ -3,6 +3,7 @@
 #import <objc/runtime.h>
 
 #import "platform/macos/Bridge.h"
+#import "platform/macos/views/Layout.h"
 
 namespace {
 
@@ -25,9 +26,8 @@ NSString* const columnName = @"prompt";
     BOOL _cancelled;
 }
 
-- (NSArray<NSView*>*)makeViews:(const kelpa::PreferencesControl&)control
-                        layout:(const kelpa::PreferencesLayout&)layout {
-    const kelpa::PromptListButtons& buttons = layout.prompts;
+- (NSArray<NSView*>*)makeViews:(const kelpa::PreferencesControl&)control in:(const kelpa::FormContext&)form {
+    const kelpa::PromptListButtons& buttons = form.layout.prompts;
     _prompts = @[];
     _editedRow = -1;
     _editName = kelpa::toNSString(buttons.edit.name);
@@ -36,10 +36,7 @@ NSString* const columnName = @"prompt";
         [self makeAddRow:buttons.add], [self makeList:kelpa::toNSString(control.label)],
         [self makeButtons:buttons]
     ]];
-    [column setOrientation:NSUserInterfaceLayoutOrientationVertical];
-    [column setAlignment:NSLayoutAttributeLeading];
-    [column setSpacing:spacing];
-    return @[ column ];
+    return @[ kelpa::asColumn(column, NSLayoutAttributeLeading, spacing) ];
 }
 
 - (NSScrollView*)makeList:(NSString*)label {
@@ -57,8 +54,7 @@ NSString* const columnName = @"prompt";
     [scroll setDocumentView:_table];
     [scroll setHasVerticalScroller:YES];
     [scroll setBorderType:NSBezelBorder];
-    [[[scroll widthAnchor] constraintEqualToConstant:listWidth] setActive:YES];
-    [[[scroll heightAnchor] constraintEqualToConstant:listHeight] setActive:YES];
+    kelpa::fixSize(scroll, {listWidth, listHeight});
     return scroll;
 }
 

@@ -3,6 +3,7 @@
 #import "platform/macos/Bridge.h"
 #import "platform/macos/views/Capsule.h"
 #import "platform/macos/views/Labels.h"
+#import "platform/macos/views/Layout.h"
 
 #include "platform/ports/Measures.h"
 
@@ -52,94 +53,44 @@ KelpaCapsule* makeCapsule() {
     return capsule;
 }
 
-/// Makes the capsule as large as what stands on it, and some room.
-void surround(NSView* content, NSView* capsule, CGFloat beside, CGFloat above) {
-    [NSLayoutConstraint activateConstraints:@[
-        [[content leadingAnchor] constraintEqualToAnchor:[capsule leadingAnchor] constant:beside],
-        [[content trailingAnchor] constraintEqualToAnchor:[capsule trailingAnchor] constant:-beside],
-        [[content topAnchor] constraintEqualToAnchor:[capsule topAnchor] constant:above],
-        [[content bottomAnchor] constraintEqualToAnchor:[capsule bottomAnchor] constant:-above],
-    ]];
-}
-
-/// The views in `parent`, the last one on top, to be placed by their anchors.
-void add(NSArray<NSView*>* views, NSView* parent) {
-    for (NSView* view in views) {
-        [view setTranslatesAutoresizingMaskIntoConstraints:NO];
-        [parent addSubview:view];
-    }
-}
-
 /// A capsule around the button that adds a time.
 NSView* makePlusTile(NSButton* plus) {
     NSView* tile = [[NSView alloc] initWithFrame:NSZeroRect];
     KelpaCapsule* capsule = makeCapsule();
-    add(@[ capsule, plus ], tile);
-    surround(plus, capsule, tilePadding, tilePadding);
-    surround(capsule, tile, 0, 0);
+    kelpa::add(@[ capsule, plus ], tile);
+    kelpa::surround(plus, capsule, {tilePadding, tilePadding, tilePadding, tilePadding});
+    kelpa::surround(capsule, tile);
+    return tile;
+}
+
+/// A time on a capsule, with the button that removes it over the capsule's corner. `symbol` is the button's;
+/// `removed` runs on a click and must not own the tile.
+NSView* makeTimeTile(const kelpa::PreferencesEntry& point, NSString* symbol, void (^removed)(void)) {
+    NSString* name = kelpa::toNSString(point.removal);
+    NSImage* cross = [NSImage imageWithSystemSymbolName:symbol accessibilityDescription:name];
+    KelpaActionButton* button = [KelpaActionButton buttonWithImage:cross target:nil action:nullptr];
+    [button onClick:removed];
+    [button setBordered:NO];
+    [button setAccessibilityLabel:name];
+    NSTextField* label = kelpa::makeLabel(point.text);
+    KelpaCapsule* capsule = makeCapsule();
+    NSView* tile = [[NSView alloc] initWithFrame:NSZeroRect];
+    kelpa::add(@[ capsule, label, button ], tile);
+    kelpa::surround(label, capsule, {tilePadding, 2 * tilePadding, tilePadding, 2 * tilePadding});
+    // A view hears of clicks only within its parent, so that the tile is as large as both together.
+    kelpa::surround(capsule, tile, {overhang, 0, 0, overhang});
+    [[[button topAnchor] constraintEqualToAnchor:[tile topAnchor]] setActive:YES];
+    [[[button trailingAnchor] constraintEqualToAnchor:[tile trailingAnchor]] setActive:YES];
     return tile;
 }
 
 } // namespace
 
-/// A time on a capsule, with the button that removes it over the capsule's corner.
-@interface KelpaTimeTile : NSView
-/// `symbol` is the button's; `removed` runs on a click and must not own the tile.
-- (instancetype)initWithPoint:(const kelpa::PreferencesEntry&)point
-                       symbol:(NSString*)symbol
-                      removed:(void (^)(void))removed;
-@end
-
-@implementation KelpaTimeTile {
-    void (^_removed)(void);
-}
-
-- (instancetype)initWithPoint:(const kelpa::PreferencesEntry&)point
-                       symbol:(NSString*)symbol
-                      removed:(void (^)(void))removed {
-    self = [super initWithFrame:NSZeroRect];
-    if (self) {
-        _removed = [removed copy];
-        NSString* name = kelpa::toNSString(point.removal);
-        NSImage* cross = [NSImage imageWithSystemSymbolName:symbol accessibilityDescription:name];
-        NSButton* button = [NSButton buttonWithImage:cross target:self action:@selector(clicked:)];
-        [button setBordered:NO];
-        [button setAccessibilityLabel:name];
-        [self layOut:kelpa::makeLabel(point.text, [NSFont systemFontOfSize:0], [NSColor labelColor])
-              button:button];
-    }
-    return self;
-}
-
-/// A view hears of clicks only within its parent, so that the tile is as large as both together.
-- (void)layOut:(NSTextField*)label button:(NSButton*)button {
-    KelpaCapsule* capsule = makeCapsule();
-    add(@[ capsule, label, button ], self);
-    surround(label, capsule, 2 * tilePadding, tilePadding);
-    [NSLayoutConstraint activateConstraints:@[
-        [[capsule leadingAnchor] constraintEqualToAnchor:[self leadingAnchor]],
-        [[capsule bottomAnchor] constraintEqualToAnchor:[self bottomAnchor]],
-        [[capsule topAnchor] constraintEqualToAnchor:[self topAnchor] constant:overhang],
-        [[capsule trailingAnchor] constraintEqualToAnchor:[self trailingAnchor] constant:-overhang],
-        [[button topAnchor] constraintEqualToAnchor:[self topAnchor]],
-        [[button trailingAnchor] constraintEqualToAnchor:[self trailingAnchor]],
-    ]];
-}
-
-- (void)clicked:(id)sender {
-    // The tile goes with its time, and the block with it.
-    void (^const removed)(void) = _removed;
-    removed();
-}
-
-@end
-
 @implementation KelpaTimeControl {
     NSDatePicker* _picker;
 }
 
-- (NSArray<NSView*>*)makeViews:(const kelpa::PreferencesControl&)control
-                        layout:(const kelpa::PreferencesLayout&)layout {
+- (NSArray<NSView*>*)makeViews:(const kelpa::PreferencesControl&)control in:(const kelpa::FormContext&)form {
     _picker = makePicker();
     [self wire:_picker action:@selector(entered:) as:control];
     return @[ _picker ];
@@ -169,17 +120,14 @@ NSView* makePlusTile(NSButton* plus) {
     std::int64_t _proposed; // minutes since midnight
 }
 
-- (NSArray<NSView*>*)makeViews:(const kelpa::PreferencesControl&)control
-                        layout:(const kelpa::PreferencesLayout&)layout {
-    _removalSymbol = kelpa::toNSString(layout.removalSymbol);
-    _plus = [self makeButton:layout.addTimePoint action:@selector(plusClicked:)];
+- (NSArray<NSView*>*)makeViews:(const kelpa::PreferencesControl&)control in:(const kelpa::FormContext&)form {
+    _removalSymbol = kelpa::toNSString(form.layout.removalSymbol);
+    _plus = [self makeButton:form.layout.addTimePoint action:@selector(plusClicked:)];
     [_plus setBordered:NO];
-    [_plus setAccessibilityLabel:kelpa::toNSString(layout.addTimePoint.name)];
+    [_plus setAccessibilityLabel:kelpa::toNSString(form.layout.addTimePoint.name)];
     _plusTile = makePlusTile(_plus);
     _rows = [[NSStackView alloc] initWithFrame:NSZeroRect];
-    [_rows setOrientation:NSUserInterfaceLayoutOrientationVertical];
-    [_rows setAlignment:NSLayoutAttributeLeading];
-    [_rows setSpacing:spacing];
+    kelpa::asColumn(_rows, NSLayoutAttributeLeading, spacing);
     [_rows setAccessibilityLabel:kelpa::toNSString(control.label)];
     [self showTiles:@[ _plusTile ]];
     return @[ _rows ];
@@ -193,14 +141,12 @@ NSView* makePlusTile(NSButton* plus) {
     [self showTiles:tiles];
 }
 
-- (KelpaTimeTile*)tileOf:(const kelpa::PreferencesEntry&)point {
+- (NSView*)tileOf:(const kelpa::PreferencesEntry&)point {
     __weak KelpaTimePointsControl* weakSelf = self;
     const std::int64_t minutes = point.value;
-    return [[KelpaTimeTile alloc] initWithPoint:point
-                                         symbol:_removalSymbol
-                                        removed:^{
-                                          [weakSelf removeTime:minutes];
-                                        }];
+    return makeTimeTile(point, _removalSymbol, ^{
+      [weakSelf did:kelpa::PreferencesAct::Removed value:minutes];
+    });
 }
 
 - (void)showTiles:(NSArray<NSView*>*)tiles {
@@ -213,10 +159,6 @@ NSView* makePlusTile(NSButton* plus) {
         [row setAlignment:NSLayoutAttributeBottom];
         [_rows addArrangedSubview:row];
     }
-}
-
-- (void)removeTime:(std::int64_t)minutes {
-    [self did:kelpa::PreferencesAct::Removed value:minutes];
 }
 
 - (void)showValue:(const kelpa::PreferencesValue&)value {

@@ -3,6 +3,7 @@
 #import "platform/macos/Bridge.h"
 #import "platform/macos/views/Capsule.h"
 #import "platform/macos/views/Labels.h"
+#import "platform/macos/views/Layout.h"
 
 #include "platform/ports/Measures.h"
 
@@ -13,25 +14,12 @@ namespace measures = kelpa::measures;
 constexpr CGFloat defaultSpacing = 8;
 constexpr NSSize skipPadding = {measures::padding, measures::capsulePadding};
 
-NSStackView* stackOf(NSArray* views, NSUserInterfaceLayoutOrientation orientation,
-                     NSLayoutAttribute alignment) {
-    NSStackView* stack = [NSStackView stackViewWithViews:views];
-    [stack setOrientation:orientation];
-    [stack setAlignment:alignment];
-    [stack setSpacing:defaultSpacing];
-    return stack;
-}
-
 } // namespace
 
 /// The break screen as it is drawn: what to do, how long, and the way out of it.
 @interface KelpaBreakView : NSView <KelpaContent>
 /// `client` must outlive the view's last click.
 - (instancetype)initWithClient:(kelpa::BreakScreenClient&)client;
-- (void)setTexts:(const kelpa::BreakScreenTexts&)texts;
-- (void)setPrompt:(NSString*)prompt;
-- (void)setCount:(NSString*)count;
-- (void)setSkipOffered:(BOOL)offered;
 @end
 
 @implementation KelpaBreakView {
@@ -62,12 +50,12 @@ NSStackView* stackOf(NSArray* views, NSUserInterfaceLayoutOrientation orientatio
     _prompt = kelpa::makeCenteredText("", [NSFont boldSystemFontOfSize:measures::promptSize], secondary);
     // Figures of one width: nothing moves when one of them changes.
     NSFont* figures = [NSFont monospacedDigitSystemFontOfSize:measures::countSize weight:NSFontWeightBold];
-    _count = kelpa::makeLabel("", figures, [NSColor labelColor]);
+    _count = kelpa::makeLabel("", figures);
     // Never cut off or broken: the layout around it makes room.
     for (const auto orientation :
          {NSLayoutConstraintOrientationHorizontal, NSLayoutConstraintOrientationVertical})
         [_count setContentCompressionResistancePriority:NSLayoutPriorityRequired forOrientation:orientation];
-    _newFeature = kelpa::makeLabel("", body, [NSColor labelColor]);
+    _newFeature = kelpa::makeLabel("", body);
     _hint = kelpa::makeLabel("", kelpa::textFont(NSFontTextStyleFootnote), secondary);
 }
 
@@ -89,22 +77,17 @@ NSStackView* stackOf(NSArray* views, NSUserInterfaceLayoutOrientation orientatio
 
 - (void)layOut {
     NSView* spacer = [[NSView alloc] initWithFrame:NSZeroRect];
-    NSStackView* column =
-        stackOf(@[ _link, _hint ], NSUserInterfaceLayoutOrientationVertical, NSLayoutAttributeLeading);
-    NSStackView* notice =
-        stackOf(@[ _newFeature, column ], NSUserInterfaceLayoutOrientationHorizontal, NSLayoutAttributeTop);
-    _stack = stackOf(@[ _prompt, spacer, _count, notice, _skip ], NSUserInterfaceLayoutOrientationVertical,
-                     NSLayoutAttributeCenterX);
-    [_stack setCustomSpacing:defaultSpacing + measures::padding afterView:_prompt];
-    [_stack setCustomSpacing:defaultSpacing + measures::padding afterView:spacer];
-    [_stack setCustomSpacing:defaultSpacing + measures::padding afterView:_count];
-    [_stack setTranslatesAutoresizingMaskIntoConstraints:NO];
-    [self addSubview:_stack];
-    [NSLayoutConstraint activateConstraints:@[
-        [[spacer heightAnchor] constraintEqualToConstant:measures::belowPrompt],
-        [[_stack centerXAnchor] constraintEqualToAnchor:[self centerXAnchor]],
-        [[_stack centerYAnchor] constraintEqualToAnchor:[self centerYAnchor]],
-    ]];
+    NSStackView* column = kelpa::asColumn([NSStackView stackViewWithViews:@[ _link, _hint ]],
+                                          NSLayoutAttributeLeading, defaultSpacing);
+    NSStackView* notice = [NSStackView stackViewWithViews:@[ _newFeature, column ]];
+    [notice setAlignment:NSLayoutAttributeTop];
+    [notice setSpacing:defaultSpacing];
+    _stack = kelpa::asColumn([NSStackView stackViewWithViews:@[ _prompt, spacer, _count, notice, _skip ]],
+                             NSLayoutAttributeCenterX, defaultSpacing);
+    for (NSView* above in @[ _prompt, spacer, _count ])
+        [_stack setCustomSpacing:defaultSpacing + measures::padding afterView:above];
+    [[[spacer heightAnchor] constraintEqualToConstant:measures::belowPrompt] setActive:YES];
+    kelpa::addCentred(_stack, self);
 }
 
 /// A prompt that is too long for one line goes on to the next.
@@ -148,8 +131,7 @@ NSStackView* stackOf(NSArray* views, NSUserInterfaceLayoutOrientation orientatio
 
 /// The way out of a break is Skip, where it is offered; the window as such cannot be closed.
 - (void)windowWantsToClose {
-    kelpa::BreakScreenClient* client = _client;
-    kelpa::callCore([client] { client->skipPressed(); });
+    kelpa::callCore([&] { _client->skipPressed(); });
 }
 
 - (void)drawRect:(NSRect)dirtyRect {

@@ -2,6 +2,9 @@
 
 #import <QuartzCore/QuartzCore.h>
 
+#import "platform/macos/views/Labels.h"
+#import "platform/macos/views/Layout.h"
+
 #include "platform/ports/Measures.h"
 
 #include <cmath>
@@ -74,7 +77,7 @@ NSDictionary* attributes(NSFont* font, NSColor* color) {
 @end
 
 /// A button without a bezel that keeps some room around its words.
-@interface KelpaPaddedButton : NSButton
+@interface KelpaPaddedButton : KelpaActionButton
 @property(nonatomic) NSSize padding;
 @end
 
@@ -91,7 +94,6 @@ NSDictionary* attributes(NSFont* font, NSColor* color) {
 @implementation KelpaCapsuleButton {
     KelpaPaddedButton* _button;
     NSDictionary* _attributes;
-    void (^_action)(void);
 }
 
 - (instancetype)initWithColor:(NSColor*)color
@@ -102,27 +104,15 @@ NSDictionary* attributes(NSFont* font, NSColor* color) {
     self = [super initWithColor:color];
     if (self) {
         _attributes = attributes(font, textColor);
-        _action = [action copy];
         _button = [[KelpaPaddedButton alloc] initWithFrame:NSZeroRect];
         [_button setPadding:padding];
         [_button setButtonType:NSButtonTypeMomentaryPushIn];
         [_button setBordered:NO];
-        [_button setTarget:self];
-        [_button setAction:@selector(clicked:)];
-        [self fillWith:_button];
+        [_button onClick:action];
+        kelpa::add(@[ _button ], self);
+        kelpa::surround(_button, self);
     }
     return self;
-}
-
-- (void)fillWith:(NSView*)view {
-    [view setTranslatesAutoresizingMaskIntoConstraints:NO];
-    [self addSubview:view];
-    [NSLayoutConstraint activateConstraints:@[
-        [[view leadingAnchor] constraintEqualToAnchor:[self leadingAnchor]],
-        [[view trailingAnchor] constraintEqualToAnchor:[self trailingAnchor]],
-        [[view topAnchor] constraintEqualToAnchor:[self topAnchor]],
-        [[view bottomAnchor] constraintEqualToAnchor:[self bottomAnchor]],
-    ]];
 }
 
 - (void)setText:(NSString*)text {
@@ -133,12 +123,6 @@ NSDictionary* attributes(NSFont* font, NSColor* color) {
 
 - (void)setEnabled:(BOOL)enabled {
     [_button setEnabled:enabled];
-}
-
-- (void)clicked:(id)sender {
-    // What it does may take the button, and with it the block, away.
-    void (^const action)(void) = _action;
-    action();
 }
 
 @end

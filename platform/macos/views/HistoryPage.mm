@@ -88,7 +88,7 @@ NSTextField* smallLabel() {
 }
 
 - (void)makeHead {
-    _heading = kelpa::makeLabel("", kelpa::boldFont(NSFontTextStyleTitle3), [NSColor labelColor]);
+    _heading = kelpa::makeLabel("", kelpa::boldFont(NSFontTextStyleTitle3));
     _ranges = [[NSSegmentedControl alloc] initWithFrame:NSZeroRect];
     [_ranges setSegmentCount:2];
     [_ranges setLabel:kelpa::toNSString(_texts.days) forSegment:0];
@@ -103,15 +103,12 @@ NSTextField* smallLabel() {
 - (void)makeFoot {
     _note = [NSTextField wrappingLabelWithString:@""];
     [_note setSelectable:NO];
-    _forget = [NSButton buttonWithTitle:kelpa::toNSString(_texts.forget)
-                                 target:self
-                                 action:@selector(forgetPressed:)];
-    _cancel = [NSButton buttonWithTitle:kelpa::toNSString(_texts.cancel)
-                                 target:self
-                                 action:@selector(cancelPressed:)];
-    _confirm = [NSButton buttonWithTitle:kelpa::toNSString(_texts.confirm)
-                                  target:self
-                                  action:@selector(confirmPressed:)];
+    const auto button = [self](const std::string& text, SEL action) {
+        return [NSButton buttonWithTitle:kelpa::toNSString(text) target:self action:action];
+    };
+    _forget = button(_texts.forget, @selector(forgetPressed:));
+    _cancel = button(_texts.cancel, @selector(cancelPressed:));
+    _confirm = button(_texts.confirm, @selector(confirmPressed:));
     for (NSView* part in @[ _note, _forget, _cancel, _confirm ])
         [self addSubview:part];
     [self ask:NO];
@@ -155,7 +152,7 @@ NSTextField* smallLabel() {
 - (void)makeCharts {
     while ([_names count] < _picture.charts.size()) {
         [_names addObject:smallLabel()];
-        [_figures addObject:kelpa::makeLabel("", [NSFont boldSystemFontOfSize:0], [NSColor labelColor])];
+        [_figures addObject:kelpa::makeLabel("", [NSFont boldSystemFontOfSize:0])];
         [_scales addObject:smallLabel()];
         for (NSMutableArray<NSTextField*>* labels in @[ _names, _figures, _scales ])
             [self addSubview:[labels lastObject]];

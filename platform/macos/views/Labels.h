@@ -4,8 +4,14 @@
 
 #include <string>
 
+/// A button that runs what it was given.
+@interface KelpaActionButton : NSButton
+/// `action` runs at a click for as long as the button lives; it must not own the button.
+- (void)onClick:(void (^)(void))action;
+@end
+
 /// Underlined words in the colour of links that lead elsewhere.
-@interface KelpaLinkButton : NSButton
+@interface KelpaLinkButton : KelpaActionButton
 /// `action` must not own the button.
 - (instancetype)initWithFont:(NSFont*)font action:(void (^)(void))action;
 - (void)setText:(NSString*)text;
@@ -16,7 +22,8 @@
 namespace kelpa {
 
 /// A text that is only read, on one line, in a colour that follows light and dark.
-[[nodiscard]] NSTextField* makeLabel(const std::string& text, NSFont* font, NSColor* color);
+[[nodiscard]] NSTextField* makeLabel(const std::string& text, NSFont* font = [NSFont systemFontOfSize:0],
+                                     NSColor* color = [NSColor labelColor]);
 /// The same on as many lines as it needs, centred.
 [[nodiscard]] NSTextField* makeCenteredText(const std::string& text, NSFont* font, NSColor* color);
 /// The system's font for a kind of text, made bold.

@@ -2,20 +2,34 @@
 
 #import "platform/macos/Bridge.h"
 
-@implementation KelpaLinkButton {
-    void (^_linkAction)(void);
+@implementation KelpaActionButton {
+    void (^_clicked)(void);
 }
+
+- (void)onClick:(void (^)(void))action {
+    _clicked = [action copy];
+    [self setTarget:self];
+    [self setAction:@selector(clicked:)];
+}
+
+- (void)clicked:(id)sender {
+    // What it does may take the button, and with it the block, away.
+    void (^const clicked)(void) = _clicked;
+    clicked();
+}
+
+@end
+
+@implementation KelpaLinkButton
 
 - (instancetype)initWithFont:(NSFont*)font action:(void (^)(void))action {
     self = [super initWithFrame:NSZeroRect];
     if (self) {
-        _linkAction = [action copy];
+        [self onClick:action];
         [self setButtonType:NSButtonTypeMomentaryPushIn];
         [self setBordered:NO];
         [self setFont:font];
         [self setContentTintColor:[NSColor systemBlueColor]];
-        [self setTarget:self];
-        [self setAction:@selector(followed:)];
         [self setAccessibilityRole:NSAccessibilityLinkRole];
     }
     return self;
@@ -35,12 +49,6 @@
 - (void)setSymbol:(NSString*)name {
     [self setImage:[NSImage imageWithSystemSymbolName:name accessibilityDescription:nil]];
     [self setImagePosition:NSImageTrailing];
-}
-
-- (void)followed:(id)sender {
-    // What it does may take the button, and with it the block, away.
-    void (^const action)(void) = _linkAction;
-    action();
 }
 
 @end

@@ -3,6 +3,7 @@
 #import "platform/macos/Bridge.h"
 #import "platform/macos/views/Capsule.h"
 #import "platform/macos/views/Labels.h"
+#import "platform/macos/views/Layout.h"
 #import "platform/macos/views/TileGrid.h"
 #import "platform/macos/views/WaterParts.h"
 
@@ -24,8 +25,7 @@ NSStackView* rowOf(NSArray* views) {
 NSBox* makeDivider() {
     NSBox* divider = [[NSBox alloc] initWithFrame:NSZeroRect];
     [divider setBoxType:NSBoxSeparator];
-    [[[divider widthAnchor] constraintEqualToConstant:1] setActive:YES];
-    [[[divider heightAnchor] constraintEqualToConstant:measures::dividerHeight] setActive:YES];
+    kelpa::fixSize(divider, {1, measures::dividerHeight});
     return divider;
 }
 
@@ -36,11 +36,6 @@ NSBox* makeDivider() {
 @interface KelpaWaterView : NSVisualEffectView <KelpaContent>
 /// `client` must outlive the view's last click.
 - (instancetype)initWithClient:(kelpa::WaterPanelClient&)client;
-- (void)setTexts:(const kelpa::WaterPanelTexts&)texts amounts:(const std::vector<kelpa::WaterAmount>&)amounts;
-- (void)setProgress:(const kelpa::WaterProgress&)progress;
-- (void)setCounting:(const kelpa::WaterCounting&)counting;
-- (void)setSelectedAmount:(std::int64_t)millilitres;
-- (void)enableAnswers:(BOOL)enabled;
 @end
 
 @implementation KelpaWaterView {
@@ -131,8 +126,7 @@ NSBox* makeDivider() {
     [stack setOrientation:NSUserInterfaceLayoutOrientationVertical];
     [stack setAlignment:NSLayoutAttributeCenterX];
     [stack setDistribution:NSStackViewDistributionEqualSpacing];
-    [stack setTranslatesAutoresizingMaskIntoConstraints:NO];
-    [self addSubview:stack];
+    kelpa::add(@[ stack ], self);
     [self pin:stack];
     for (NSView* wide in @[ figures, _bar, _amounts, answers ])
         [[[wide widthAnchor] constraintEqualToAnchor:[stack widthAnchor]] setActive:YES];
@@ -201,8 +195,7 @@ NSBox* makeDivider() {
 }
 
 - (void)windowWantsToClose {
-    kelpa::WaterPanelClient* client = _client;
-    kelpa::callCore([client] { client->closePressed(); });
+    kelpa::callCore([&] { _client->closePressed(); });
 }
 
 @end

@@ -3,6 +3,7 @@
 #import "platform/macos/Bridge.h"
 #import "platform/macos/views/Capsule.h"
 #import "platform/macos/views/Labels.h"
+#import "platform/macos/views/Layout.h"
 
 #include "platform/ports/Measures.h"
 
@@ -27,12 +28,9 @@ constexpr CGFloat cupOffset = 15;
     self = [super initWithFrame:NSZeroRect];
     if (self) {
         _font = kelpa::boldFont(style);
-        _caption = kelpa::makeLabel("", [NSFont systemFontOfSize:kelpa::measures::captionSize],
-                                    [NSColor labelColor]);
+        _caption = kelpa::makeLabel("", [NSFont systemFontOfSize:kelpa::measures::captionSize]);
         _figure = kelpa::makeLabel("", _font, color);
-        [self setOrientation:NSUserInterfaceLayoutOrientationVertical];
-        [self setAlignment:NSLayoutAttributeCenterX];
-        [self setSpacing:0];
+        kelpa::asColumn(self, NSLayoutAttributeCenterX, 0);
         [self addArrangedSubview:_caption];
         [self addArrangedSubview:_figure];
     }

@@ -5,7 +5,7 @@
 #include "platform/ports/HistoryWindow.h"
 
 @class KelpaHistoryPage;
-@class KelpaHistoryWatch;
+@class KelpaWindowWatch;
 
 namespace kelpa {
 
@@ -19,17 +19,15 @@ class MacHistoryWindow final : public HistoryWindow {
     /// window's.
     void retire();
 
-    /// The window was closed.
-    void closed();
-
   private:
     void makeWindow();
+    void closed();
 
     HistoryTexts texts_;
     HistoryWindowClient* client_ = nullptr;
     NSWindow* window_ = nil; ///< while somebody looks at it
     KelpaHistoryPage* page_ = nil;
-    KelpaHistoryWatch* watch_ = nil; ///< the window's delegate, which it does not own
+    KelpaWindowWatch* watch_ = nil; ///< the window's delegate, which it does not own
 };
 
 } // namespace kelpa

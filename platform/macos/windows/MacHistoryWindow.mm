@@ -2,6 +2,7 @@
 
 #import "platform/macos/Bridge.h"
 #import "platform/macos/views/HistoryPage.h"
+#import "platform/macos/windows/WindowWatch.h"
 
 namespace {
 
@@ -9,36 +10,6 @@ constexpr NSSize firstSize = {760, 620};
 constexpr NSSize leastSize = {520, 440};
 
 } // namespace
-
-/// Tells when the window comes to the front and goes.
-@interface KelpaHistoryWatch : NSObject <NSWindowDelegate>
-- (instancetype)initWithWindow:(kelpa::MacHistoryWindow&)window client:(kelpa::HistoryWindowClient&)client;
-@end
-
-@implementation KelpaHistoryWatch {
-    kelpa::MacHistoryWindow* _window;
-    kelpa::HistoryWindowClient* _client;
-}
-
-- (instancetype)initWithWindow:(kelpa::MacHistoryWindow&)window client:(kelpa::HistoryWindowClient&)client {
-    self = [super init];
-    if (self) {
-        _window = &window;
-        _client = &client;
-    }
-    return self;
-}
-
-- (void)windowDidBecomeKey:(NSNotification*)notification {
-    kelpa::callCore([&] { _client->cameToFront(); });
-}
-
-- (void)windowWillClose:(NSNotification*)notification {
-    kelpa::callCore([&] { _client->closed(); });
-    _window->closed();
-}
-
-@end
 
 namespace kelpa {
 
@@ -61,7 +32,11 @@ void MacHistoryWindow::makeWindow() {
     [window_ setAutorecalculatesKeyViewLoop:YES];
     [window_ setContentMinSize:leastSize];
     [window_ setContentView:page_];
-    watch_ = [[KelpaHistoryWatch alloc] initWithWindow:*this client:*client_];
+    watch_ = [[KelpaWindowWatch alloc] initWithFront:[this] { client_->cameToFront(); }
+        closing:[this] {
+            client_->closed();
+            closed();
+        }];
     [window_ setDelegate:watch_];
     [window_ center];
 }
@@ -79,7 +54,7 @@ void MacHistoryWindow::show() {
 void MacHistoryWindow::closed() {
     // What is in the middle of its end is let go of a moment later.
     NSWindow* closing = window_;
-    KelpaHistoryWatch* watch = watch_;
+    KelpaWindowWatch* watch = watch_;
     window_ = nil;
     page_ = nil;
     watch_ = nil;
