@@ -221,8 +221,8 @@ class Program final : private StoreReport, private WindowReport, private Instanc
     }
 
     Services services() {
-        return {&loginItem_,   &updater_,          &mail_,          &about_,
-                &preferences_, breakNotice_.get(), busyness_.get(), &historyWindow_};
+        return {loginItem_.get(), updater_.get(),     &mail_,          &about_,
+                &preferences_,    breakNotice_.get(), busyness_.get(), &historyWindow_};
     }
 
     ActivityGate activityCounts() {
@@ -234,7 +234,7 @@ class Program final : private StoreReport, private WindowReport, private Instanc
     Bus systemBus_{loop_, Bus::Kind::System};
     DataFolders folders_ = dataFolders();
     LinuxClock clock_;
-    PlistStore store_{settingsFile(), *this, loop_};
+    std::unique_ptr<DefaultsStore> store_ = makePlistStore(settingsFile(), *this, loop_);
     HistoryFolder history_{historyFolder()};
     LinuxStatusBar statusBar_;
     RemoteWindowSystem windows_;
@@ -251,17 +251,18 @@ class Program final : private StoreReport, private WindowReport, private Instanc
     AbortOnFatalErrors fatalErrors_{logCritical};
     DesktopLock lock_;
     std::unique_ptr<ActivityMonitor> activity_;
-    LinuxLoginItem loginItem_{
-        {AutostartFolders::ofEnvironment(), {build::identifier, build::displayName, programPath()}},
-        [this] { return portal(); }};
+    std::unique_ptr<LoginItem> loginItem_ = makeLinuxLoginItem(
+        AutostartFolders::ofEnvironment(), {build::identifier, build::displayName, programPath()},
+        [this] { return portal(); });
     LinuxMail mail_{loop_, [this] { return portal(); }};
     std::unique_ptr<BusyProbe> busyness_;
     RemoteUpdateWindow updateWindow_{windows_};
-    LinuxUpdater updater_{{loop_, clock_, store_, updateWindow_, *this},
-                          UpdateSetup::ofThisCopy(*system_, translations_.language())};
+    std::unique_ptr<Updater> updater_ =
+        makeLinuxUpdater({loop_, clock_, *store_, updateWindow_, *this},
+                         UpdateSetup::ofThisCopy(*system_, translations_.language()));
     std::unique_ptr<Notifications> breakNotice_ = makeNotifications();
     std::unique_ptr<Notifications> trayNotice_ = makeNotifications();
-    Ports ports_{clock_,       loop_,    loop_,    loop_,      store_,        history_,
+    Ports ports_{clock_,       loop_,    loop_,    loop_,      *store_,       history_,
                  statusBar_,   windows_, *system_, *fonts_,    translations_, random_,
                  fatalErrors_, loop_,    lock_,    *activity_, services()};
     DailyLogFiles logFiles_{clock_};

@@ -1,5 +1,6 @@
 #include "StoreFixture.h"
 #include "platform/linux/EventLoop.h"
+#include "platform/linux/store/FileAccess.h"
 
 #include <clocale>
 #include <cmath>
@@ -28,16 +29,16 @@ TEST_F(PlistStoreTest, keepsTheTypesOfValues) {
     store.set("texts", Texts{"a", "", "ü"});
     store.set("empty", Texts{});
 
-    const PlistStore again(path, report, loop);
-    EXPECT_EQ(again.get<bool>("yes"), true);
-    EXPECT_EQ(again.get<std::int64_t>("low"), std::numeric_limits<std::int64_t>::min());
-    EXPECT_EQ(again.get<std::int64_t>("high"), std::numeric_limits<std::int64_t>::max());
-    EXPECT_EQ(again.get<double>("whole"), 20.0);
-    EXPECT_EQ(again.get<std::int64_t>("whole"), std::nullopt);
-    EXPECT_EQ(again.get<std::string>("text"), "堂堂 <&>\"'\n]]>\t");
-    EXPECT_EQ(again.get<std::string>("none"), "");
-    EXPECT_EQ(again.get<Texts>("texts"), (Texts{"a", "", "ü"}));
-    EXPECT_EQ(again.get<Texts>("empty"), Texts{});
+    const auto again = makePlistStore(path, report, loop);
+    EXPECT_EQ(again->get<bool>("yes"), true);
+    EXPECT_EQ(again->get<std::int64_t>("low"), std::numeric_limits<std::int64_t>::min());
+    EXPECT_EQ(again->get<std::int64_t>("high"), std::numeric_limits<std::int64_t>::max());
+    EXPECT_EQ(again->get<double>("whole"), 20.0);
+    EXPECT_EQ(again->get<std::int64_t>("whole"), std::nullopt);
+    EXPECT_EQ(again->get<std::string>("text"), "堂堂 <&>\"'\n]]>\t");
+    EXPECT_EQ(again->get<std::string>("none"), "");
+    EXPECT_EQ(again->get<Texts>("texts"), (Texts{"a", "", "ü"}));
+    EXPECT_EQ(again->get<Texts>("empty"), Texts{});
     EXPECT_EQ(report.all(), "");
 }
 
@@ -52,8 +53,8 @@ TEST_F(PlistStoreTest, writesAtOnceAsPrivateXml) {
 
 TEST_F(PlistStoreTest, replacesWhatXmlCannotHold) {
     store.set("text", std::string("a\0b\x1b", 4));
-    EXPECT_EQ(PlistStore(path, report, loop).get<std::string>("text"), "a\xEF\xBF\xBD"
-                                                                       "b\xEF\xBF\xBD");
+    EXPECT_EQ(makePlistStore(path, report, loop)->get<std::string>("text"), "a\xEF\xBF\xBD"
+                                                                            "b\xEF\xBF\xBD");
 }
 
 TEST_F(PlistStoreTest, realsAreTheSameUnderADecimalComma) {
@@ -63,7 +64,7 @@ TEST_F(PlistStoreTest, realsAreTheSameUnderADecimalComma) {
     ASSERT_STREQ(std::localeconv()->decimal_point, ",");
     for (const double value : {1753788243.9876542, 0.1, 1e300, -5e-324}) {
         store.set("real", value);
-        EXPECT_EQ(PlistStore(path, report, loop).get<double>("real"), value);
+        EXPECT_EQ(makePlistStore(path, report, loop)->get<double>("real"), value);
     }
     EXPECT_NE(contentOf(path).find("e-324</real>"), std::string::npos);
 }
@@ -170,8 +171,8 @@ TEST_F(PlistStoreTest, aWriterThatIsKilledAtAnyPointLeavesAWholeFile) {
         std::this_thread::sleep_for(std::chrono::microseconds(1000 + round * 331));
         kill(child, SIGKILL);
         ASSERT_EQ(waitpid(child, nullptr, 0), child);
-        const PlistStore after(path, report, loop);
-        const auto first = after.get<std::int64_t>("first"), second = after.get<std::int64_t>("second");
+        const auto after = makePlistStore(path, report, loop);
+        const auto first = after->get<std::int64_t>("first"), second = after->get<std::int64_t>("second");
         ASSERT_TRUE(first && second) << round;
         ASSERT_TRUE(*first == *second || *first == *second + 1) << *first << " " << *second;
         ASSERT_GE(*first, reached);
@@ -200,10 +201,10 @@ TEST_F(PlistStoreTest, aFullDiskKeepsTheValueForTheNextWrite) {
 
     ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &limit), 0);
     store.set("third", true);
-    const PlistStore again(path, report, loop);
-    EXPECT_EQ(again.get<std::int64_t>("new"), 2);
-    EXPECT_EQ(again.get<std::int64_t>("old"), 3);
-    EXPECT_EQ(again.get<bool>("third"), true);
+    const auto again = makePlistStore(path, report, loop);
+    EXPECT_EQ(again->get<std::int64_t>("new"), 2);
+    EXPECT_EQ(again->get<std::int64_t>("old"), 3);
+    EXPECT_EQ(again->get<bool>("third"), true);
     EXPECT_EQ(report.errors.size(), 1u);
 }
 
@@ -216,7 +217,7 @@ TEST_F(PlistStoreTest, aReadOnlyFolderKeepsTheValueForTheRun) {
     store.set("key", 3);
     EXPECT_EQ(store.get<std::int64_t>("key"), 3);
     EXPECT_EQ(report.errors.size(), 1u);
-    EXPECT_EQ(PlistStore(path, report, loop).get<std::int64_t>("key"), 1);
+    EXPECT_EQ(makePlistStore(path, report, loop)->get<std::int64_t>("key"), 1);
 }
 
 TEST_F(PlistStoreTest, aDamagedFileInAReadOnlyFolderIsToldOfOnce) {
@@ -254,17 +255,17 @@ TEST_F(PlistStoreTest, whatIsNoFileIsLeftAlone) {
 }
 
 TEST_F(PlistStoreTest, missingFoldersAreMade) {
-    PlistStore deep(folder.file("a/b/settings.plist"), report, loop);
-    EXPECT_EQ(deep.get<bool>("key"), std::nullopt);
-    deep.set("key", true);
-    EXPECT_EQ(PlistStore(folder.file("a/b/settings.plist"), report, loop).get<bool>("key"), true);
+    const auto deep = makePlistStore(folder.file("a/b/settings.plist"), report, loop);
+    EXPECT_EQ(deep->get<bool>("key"), std::nullopt);
+    deep->set("key", true);
+    EXPECT_EQ(makePlistStore(folder.file("a/b/settings.plist"), report, loop)->get<bool>("key"), true);
     EXPECT_EQ(std::filesystem::status(folder.file("a")).permissions(), std::filesystem::perms::owner_all);
 }
 
 TEST_F(PlistStoreTest, withoutAPlaceTheValuesHoldForTheRun) {
-    PlistStore homeless("", report, loop);
-    homeless.set("key", "value");
-    EXPECT_EQ(homeless.get<std::string>("key"), "value");
+    const auto homeless = makePlistStore("", report, loop);
+    homeless->set("key", "value");
+    EXPECT_EQ(homeless->get<std::string>("key"), "value");
     EXPECT_EQ(report.errors.size(), 1u);
 }
 
@@ -277,10 +278,10 @@ TEST_F(PlistStoreTest, aSymbolicLinkStaysOne) {
             std::filesystem::copy_file(dictFile("<key>old</key><true/>"), folder.file(target));
         store.set("key", 4);
         EXPECT_TRUE(std::filesystem::is_symlink(path));
-        EXPECT_EQ(PlistStore(folder.file(target), report, loop).get<std::int64_t>("key"), 4);
+        EXPECT_EQ(makePlistStore(folder.file(target), report, loop)->get<std::int64_t>("key"), 4);
         EXPECT_EQ(store.get<std::int64_t>("key"), 4);
     }
-    EXPECT_EQ(PlistStore(folder.file("real/there.plist"), report, loop).get<bool>("old"), true);
+    EXPECT_EQ(makePlistStore(folder.file("real/there.plist"), report, loop)->get<bool>("old"), true);
     std::filesystem::remove(path);
     std::filesystem::create_symlink("settings.plist", path);
     store.set("key", 5);
@@ -298,14 +299,14 @@ TEST_F(PlistStoreTest, aLockThatIsHeldForLongDoesNotStopTheProgram) {
     EXPECT_FALSE(std::filesystem::exists(path));
     close(other);
     store.set("next", 2);
-    EXPECT_EQ(PlistStore(path, report, loop).get<std::int64_t>("key"), 1);
+    EXPECT_EQ(makePlistStore(path, report, loop)->get<std::int64_t>("key"), 1);
 }
 
 TEST_F(PlistStoreTest, whatWasHeldIsTriedOnceMoreAtTheEnd) {
     std::filesystem::create_directory(path);
     {
-        PlistStore ending(path, report, loop);
-        ending.set("key", 1);
+        const auto ending = makePlistStore(path, report, loop);
+        ending->set("key", 1);
         std::filesystem::remove(path);
     }
     EXPECT_EQ(store.get<std::int64_t>("key"), 1);
@@ -330,7 +331,7 @@ TEST_F(PlistStoreTest, aZeroByteInAKeyDoesNotEndTheProgram) {
     EXPECT_EQ(store.get<std::int64_t>("key"), std::nullopt);
     store.set("key", 5);
     EXPECT_TRUE(
-        spinUntil(loop, [&] { return PlistStore(path, report, loop).get<std::int64_t>("key") == 5; }));
+        spinUntil(loop, [&] { return makePlistStore(path, report, loop)->get<std::int64_t>("key") == 5; }));
 }
 
 } // namespace

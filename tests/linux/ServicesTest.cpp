@@ -28,9 +28,11 @@ class LoginItemTest : public testing::Test {
   protected:
     LoginItemTest() { executable(program, "#!/bin/sh\necho started > \"$(dirname \"$0\")/mark\"\n"); }
 
-    [[nodiscard]] LinuxLoginItem item() {
-        return {Autostart({user, {system}}, {"app.orvane.Kelpa", "Kelpa", program.string()}),
-                [] { return nullptr; }, [this](const std::string& line) { log.push_back(line); }};
+    void setEnabled(bool enabled) {
+        const auto item = makeLinuxLoginItem(
+            {user, {system}}, {"app.orvane.Kelpa", "Kelpa", program.string()}, [] { return nullptr; },
+            [this](const std::string& line) { log.push_back(line); });
+        item->setEnabled(enabled);
     }
     [[nodiscard]] static bool hidden(const fs::path& entry) {
         const auto read = readDesktopEntry(contentOf(entry));
@@ -53,7 +55,7 @@ class LoginItemTest : public testing::Test {
 };
 
 TEST_F(LoginItemTest, TheEntryStartsExactlyThisProgramWhateverItsPathLooksLike) {
-    item().setEnabled(true);
+    setEnabled(true);
     ASSERT_EQ(userEntries(), std::vector<std::string>{"app.orvane.Kelpa.desktop"});
     // The desktop's own library reads it and runs it.
     const std::string script = "from gi.repository import Gio; "
@@ -62,7 +64,7 @@ TEST_F(LoginItemTest, TheEntryStartsExactlyThisProgramWhateverItsPathLooksLike) 
     ASSERT_EQ(std::system(("/usr/bin/python3 -c \"import gi; " + script + "\"").c_str()), 0);
     EventLoop loop;
     EXPECT_TRUE(spinUntil(loop, [this] { return fs::exists(program.parent_path() / "mark"); }));
-    item().setEnabled(false);
+    setEnabled(false);
     EXPECT_TRUE(userEntries().empty());
     EXPECT_TRUE(log.empty());
 }
@@ -82,11 +84,11 @@ TEST(DesktopEntryTest, ArgumentsComeBackAsTheyWere) {
 TEST_F(LoginItemTest, WhatAPackageStartsIsNotStartedTwiceAndCanBeSwitchedOff) {
     const std::string packaged = "[Desktop Entry]\nType=Application\nName=Kelpa\nExec=kelpa\n";
     writeText(system / "app.orvane.Kelpa.desktop", packaged);
-    item().setEnabled(true);
+    setEnabled(true);
     EXPECT_TRUE(userEntries().empty());
-    item().setEnabled(false);
+    setEnabled(false);
     EXPECT_TRUE(hidden(own));
-    item().setEnabled(true);
+    setEnabled(true);
     EXPECT_TRUE(userEntries().empty());
     EXPECT_EQ(contentOf(system / "app.orvane.Kelpa.desktop"), packaged);
 }
@@ -95,12 +97,12 @@ TEST_F(LoginItemTest, AnEntryThatTheUserMadeIsKeptAndOnlyHidden) {
     const std::string mine = "# mine\n[Desktop Entry]\nType=Application\nName=Breaks\nExec=" +
                              entryValue(execArgument(program.string())) + " --speed 2\nX-Note=keep\n";
     writeText(user / "breaks.desktop", mine);
-    item().setEnabled(true);
+    setEnabled(true);
     EXPECT_EQ(userEntries(), std::vector<std::string>{"breaks.desktop"});
-    item().setEnabled(false);
+    setEnabled(false);
     EXPECT_TRUE(hidden(user / "breaks.desktop"));
     EXPECT_NE(contentOf(user / "breaks.desktop").find("X-Note=keep"), std::string::npos);
-    item().setEnabled(true);
+    setEnabled(true);
     EXPECT_EQ(contentOf(user / "breaks.desktop"), mine);
     EXPECT_EQ(userEntries(), std::vector<std::string>{"breaks.desktop"});
 }
@@ -108,16 +110,16 @@ TEST_F(LoginItemTest, AnEntryThatTheUserMadeIsKeptAndOnlyHidden) {
 TEST_F(LoginItemTest, AnotherProgramsEntryIsNoneOfOurs) {
     const std::string other = "[Desktop Entry]\nType=Application\nName=Other\nExec=/bin/true\n";
     writeText(user / "other.desktop", other);
-    item().setEnabled(true);
+    setEnabled(true);
     EXPECT_TRUE(fs::exists(own));
-    item().setEnabled(false);
+    setEnabled(false);
     EXPECT_EQ(contentOf(user / "other.desktop"), other);
     EXPECT_FALSE(fs::exists(own));
 }
 
 TEST_F(LoginItemTest, AFailureIsOneLineInTheSystemLog) {
     writeText(user, "a file where the folder should be");
-    item().setEnabled(true);
+    setEnabled(true);
     EXPECT_EQ(log, std::vector<std::string>{"SMAppService error: "});
 }
 
@@ -218,10 +220,10 @@ TEST(PortalTest, ASandboxAsksTheDesktop) {
     Portal portal(bus);
     TempFolder folder;
     std::vector<std::string> log;
-    LinuxLoginItem item(
-        Autostart({folder.path(), {}}, {"app.orvane.Kelpa", "Kelpa", "/app/bin/kelpa"}),
-        [&portal] { return &portal; }, [&log](const std::string& line) { log.push_back(line); });
-    item.setEnabled(true);
+    const auto item = makeLinuxLoginItem(
+        {folder.path(), {}}, {"app.orvane.Kelpa", "Kelpa", "/app/bin/kelpa"}, [&portal] { return &portal; },
+        [&log](const std::string& line) { log.push_back(line); });
+    item->setEnabled(true);
     ASSERT_TRUE(spinUntil(loop, [&] { return fake.calls == 1; }));
     EXPECT_EQ(fake.options["autostart"], "yes");
     EXPECT_TRUE(fs::is_empty(folder.path()));
@@ -237,7 +239,7 @@ TEST(PortalTest, ASandboxAsksTheDesktop) {
     spin(loop, 0.05);
     EXPECT_TRUE(log.empty());
     fake.code = 2;
-    item.setEnabled(false);
+    item->setEnabled(false);
     EXPECT_TRUE(spinUntil(loop, [&] { return !log.empty(); }));
     EXPECT_EQ(log, std::vector<std::string>{"SMAppService error: "});
 }

@@ -1,6 +1,7 @@
 // Files that are not what the store itself writes: half-written ones, other encodings, and what would do
 // harm.
 #include "StoreFixture.h"
+#include "platform/linux/store/PlistDocument.h"
 
 #include <chrono>
 #include <future>
@@ -52,7 +53,7 @@ TEST_F(StoreDamageTest, aDamagedFileIsSetAsideOnceItRests) {
     EXPECT_EQ(contentOf(path), "garbage again");
     EXPECT_EQ(store.get<std::int64_t>("key"), 5);
     EXPECT_TRUE(
-        spinUntil(loop, [&] { return PlistStore(path, report, loop).get<std::int64_t>("key") == 5; }));
+        spinUntil(loop, [&] { return makePlistStore(path, report, loop)->get<std::int64_t>("key") == 5; }));
     EXPECT_EQ(contentOf(aside(7)), "garbage again");
     EXPECT_TRUE(report.errors.empty());
 }
@@ -65,15 +66,15 @@ TEST_F(StoreDamageTest, whatRestedBeforeTheStartIsJudgedAtOnce) {
 }
 
 TEST_F(StoreDamageTest, whileAnotherProgramWritesTheLastGoodValuesHold) {
-    PlistStore patient(path, report, loop, second);
+    const auto patient = makePlistStore(path, report, loop, second);
     std::optional<std::int64_t> last;
     for (int value = 1; value <= 40; ++value) {
         writeHalf(value);
-        ASSERT_EQ(patient.get<std::int64_t>("key"), last);
+        ASSERT_EQ(patient->get<std::int64_t>("key"), last);
         spin(loop, 0.03);
-        ASSERT_EQ(patient.get<std::int64_t>("key"), last);
+        ASSERT_EQ(patient->get<std::int64_t>("key"), last);
         writeDict(key(value));
-        ASSERT_EQ(patient.get<std::int64_t>("key"), value);
+        ASSERT_EQ(patient->get<std::int64_t>("key"), value);
         last = value;
     }
     EXPECT_EQ(names(), Texts{"settings.plist"});
@@ -103,15 +104,15 @@ TEST_F(StoreDamageTest, aWriteOfOursWaitsForTheJudgement) {
     writeDict(key(1));
     EXPECT_TRUE(spinUntil(loop, [&] { return contentOf(path).find("ours") != std::string::npos; }));
     EXPECT_EQ(store.get<std::int64_t>("key"), 1);
-    EXPECT_EQ(PlistStore(path, report, loop).get<bool>("ours"), true);
+    EXPECT_EQ(makePlistStore(path, report, loop)->get<bool>("ours"), true);
     EXPECT_EQ(report.all(), "");
 }
 
 TEST_F(StoreDamageTest, aWriteThatWaitsIsNotLostWhenTheProgramEnds) {
     writeHalf(1);
     {
-        PlistStore ending(path, report, loop, second);
-        ending.set("ours", true);
+        const auto ending = makePlistStore(path, report, loop, second);
+        ending->set("ours", true);
         const auto finished = std::async(std::launch::async, [this] {
             std::this_thread::sleep_for(std::chrono::milliseconds(200));
             writeDict(key(2));
@@ -122,7 +123,7 @@ TEST_F(StoreDamageTest, aWriteThatWaitsIsNotLostWhenTheProgramEnds) {
     writeHalf(3);
     const std::string half = contentOf(path);
     const double start = secondsNow();
-    PlistStore(path, report, loop, second).set("more", true);
+    makePlistStore(path, report, loop, second)->set("more", true);
     EXPECT_LT(secondsNow() - start, 1.5);
     EXPECT_EQ(store.get<bool>("more"), true);
     EXPECT_EQ(contentOf(aside()), half);

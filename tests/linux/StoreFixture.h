@@ -29,7 +29,8 @@ struct PlistStoreTest : testing::Test {
     KeptReports report;
     EventLoop loop;
     static constexpr double rest = 0.1; ///< seconds
-    PlistStore store{path, report, loop, rest};
+    std::unique_ptr<DefaultsStore> owned = makePlistStore(path, report, loop, rest);
+    DefaultsStore& store = *owned;
 
     ~PlistStoreTest() override {
         if (geteuid() != getuid() && seteuid(getuid()) != 0)

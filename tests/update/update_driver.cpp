@@ -71,7 +71,7 @@ struct SpokenWindow final : UpdateWindow {
 
 class Driver {
   public:
-    Driver(EventLoop& loop, LinuxUpdater& updater, SpokenWindow& window)
+    Driver(EventLoop& loop, Updater& updater, SpokenWindow& window)
         : loop_(loop), updater_(updater), window_(window) {
         input_ = loop.watch(STDIN_FILENO, [this] { read(); });
     }
@@ -99,7 +99,7 @@ class Driver {
     }
 
     EventLoop& loop_;
-    LinuxUpdater& updater_;
+    Updater& updater_;
     SpokenWindow& window_;
     std::string buffer_;
     Subscription input_;
@@ -137,13 +137,14 @@ int main(int argc, char** argv) {
         real = std::make_unique<RealWindow>(loop, arguments[7], report);
         window.real = &real->window;
     }
-    PlistStore store(arguments.at(4), report, loop);
-    LinuxUpdater updater({loop, clock, store, window, report}, setupOf(arguments, translations.language()));
-    updater.setAutomaticallyChecks(true);
-    updater.setCheckInterval(43200);
-    updater.setSendsSystemProfile(true);
-    updater.start();
-    const Driver driver(loop, updater, window);
+    const auto store = makePlistStore(arguments.at(4), report, loop);
+    const auto updater =
+        makeLinuxUpdater({loop, clock, *store, window, report}, setupOf(arguments, translations.language()));
+    updater->setAutomaticallyChecks(true);
+    updater->setCheckInterval(43200);
+    updater->setSendsSystemProfile(true);
+    updater->start();
+    const Driver driver(loop, *updater, window);
     say("started");
     return loop.run();
 }

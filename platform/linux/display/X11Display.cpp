@@ -149,19 +149,15 @@ class X11Focus final : public FocusMemory {
     /// topmost.
     void activateTopmost() {
         xcb_connection_t* x = connection_.get();
-        const auto cookie =
-            xcb_get_property(x, 0, connection_.root(), connection_.atom("_NET_CLIENT_LIST_STACKING"),
-                             XCB_ATOM_WINDOW, 0, mostClients);
-        const auto reply = connection_.reply<xcb_get_property_reply_t>(cookie);
-        const int bytes = reply ? xcb_get_property_value_length(reply.get()) : 0;
-        const auto count = static_cast<std::size_t>(bytes) / sizeof(xcb_window_t);
+        const auto windows = connection_.numbers(
+            connection_.root(), connection_.atom("_NET_CLIENT_LIST_STACKING"), XCB_ATOM_WINDOW, mostClients);
         xcb_set_input_focus(x, XCB_INPUT_FOCUS_POINTER_ROOT, XCB_INPUT_FOCUS_POINTER_ROOT, XCB_CURRENT_TIME);
-        if (count == 0)
+        if (windows.empty())
             return;
         xcb_client_message_event_t request{};
         request.response_type = XCB_CLIENT_MESSAGE;
         request.format = 32;
-        request.window = static_cast<const xcb_window_t*>(xcb_get_property_value(reply.get()))[count - 1];
+        request.window = windows.back();
         request.type = connection_.atom("_NET_ACTIVE_WINDOW");
         request.data.data32[0] = fromUser;
         xcb_send_event(x, 0, connection_.root(),

@@ -158,104 +158,135 @@ AutostartFolders AutostartFolders::ofEnvironment() {
     return folders;
 }
 
-fs::path Autostart::ownPath() const {
-    if (folders_.user.empty())
-        throw std::runtime_error("there is no folder for settings");
-    return folders_.user / (program_.identifier + ".desktop");
-}
+namespace {
 
-bool Autostart::startsUs(const Found& found) const {
-    if (found.path.filename() == program_.identifier + ".desktop")
-        return true;
-    const auto program = programOnPath(found.entry.program);
-    std::error_code none;
-    return !program.empty() && fs::equivalent(program, program_.path, none);
-}
+/// Has the desktop start the program at log-in exactly once: where the user or a package already has an entry
+/// that does, none is added.
+class LinuxLoginItem final : public LoginItem {
+  public:
+    LinuxLoginItem(AutostartFolders folders, AutostartProgram program, std::function<Portal*()> portal,
+                   std::function<void(const std::string& line)> fail)
+        : folders_(std::move(folders)), program_(std::move(program)), portal_(std::move(portal)),
+          fail_(std::move(fail)) {}
 
-std::vector<Autostart::Found> Autostart::entriesThatStartUs(const fs::path& folder) const {
-    std::vector<Found> found;
-    for (const auto& path : entriesOf(folder))
-        if (const auto entry = entryAt(path); entry && startsUs({path, *entry}))
-            found.push_back({path, *entry});
-    return found;
-}
-
-std::vector<Autostart::Found> Autostart::systemEntries() const {
-    std::vector<Found> all;
-    for (const auto& folder : folders_.system)
-        for (auto& found : entriesThatStartUs(folder))
-            if (!found.entry.hidden)
-                all.push_back(std::move(found));
-    return all;
-}
-
-/// What the user put there, under whatever name.
-std::vector<Autostart::Found> Autostart::userEntries() const {
-    auto found = entriesThatStartUs(folders_.user);
-    std::erase_if(found, [](const Found& one) { return one.entry.ours; });
-    return found;
-}
-
-void Autostart::write(const fs::path& path, const std::string& keys) const {
-    makeFolderOf(path.string());
-    replaceText(path, std::string(groupLine) + "\nType=Application\nName=" + entryValue(program_.name) +
-                          "\n" + keys + std::string(ownEntryKey) + "=true\n");
-}
-
-void Autostart::enable() const {
-    const auto own = ownPath();
-    const auto packaged = systemEntries();
-    for (const auto& found : packaged)
-        removeOwn(folders_.user / found.path.filename());
-    bool started = !packaged.empty();
-    for (const auto& found : userEntries()) {
-        if (found.entry.program.empty()) {
-            fs::remove(found.path); // it says "do not start" and nothing else
-            continue;
+    void setEnabled(bool enabled) override {
+        if (Portal* portal = portal_())
+            return portal->requestBackground(enabled, program_.path,
+                                             [this](const std::string&) { failed(); });
+        try {
+            enabled ? enable() : disable();
+        } catch (const std::exception&) {
+            failed();
         }
-        if (found.entry.hidden)
-            setHidden(found.path, false);
-        started = true;
     }
-    if (started)
-        return removeOwn(own);
-    write(own, "Icon=" + entryValue(program_.identifier) + "\nExec=" +
-                   entryValue(execArgument(program_.path)) + "\nTryExec=" + entryValue(program_.path) +
-                   "\nTerminal=false\nStartupNotify=false\nX-GNOME-Autostart-enabled=true\n");
-}
 
-void Autostart::disable() const {
-    removeOwn(ownPath());
-    for (const auto& found : userEntries())
-        if (!found.entry.hidden)
-            setHidden(found.path, true);
-    for (const auto& found : systemEntries()) {
-        const auto overriding = folders_.user / found.path.filename();
-        if (!fs::exists(overriding))
-            write(overriding, "Hidden=true\n");
+  private:
+    struct Found {
+        fs::path path;
+        DesktopEntry entry;
+    };
+
+    fs::path ownPath() const {
+        if (folders_.user.empty())
+            throw std::runtime_error("there is no folder for settings");
+        return folders_.user / (program_.identifier + ".desktop");
     }
-}
+
+    bool startsUs(const Found& found) const {
+        if (found.path.filename() == program_.identifier + ".desktop")
+            return true;
+        const auto program = programOnPath(found.entry.program);
+        std::error_code none;
+        return !program.empty() && fs::equivalent(program, program_.path, none);
+    }
+
+    std::vector<Found> entriesThatStartUs(const fs::path& folder) const {
+        std::vector<Found> found;
+        for (const auto& path : entriesOf(folder))
+            if (const auto entry = entryAt(path); entry && startsUs({path, *entry}))
+                found.push_back({path, *entry});
+        return found;
+    }
+
+    std::vector<Found> systemEntries() const {
+        std::vector<Found> all;
+        for (const auto& folder : folders_.system)
+            for (auto& found : entriesThatStartUs(folder))
+                if (!found.entry.hidden)
+                    all.push_back(std::move(found));
+        return all;
+    }
+
+    /// What the user put there, under whatever name.
+    std::vector<Found> userEntries() const {
+        auto found = entriesThatStartUs(folders_.user);
+        std::erase_if(found, [](const Found& one) { return one.entry.ours; });
+        return found;
+    }
+
+    void write(const fs::path& path, const std::string& keys) const {
+        makeFolderOf(path.string());
+        replaceText(path, std::string(groupLine) + "\nType=Application\nName=" + entryValue(program_.name) +
+                              "\n" + keys + std::string(ownEntryKey) + "=true\n");
+    }
+
+    /// Throws as `disable` does, `std::system_error` or `std::runtime_error`, with what stood there before
+    /// still in place.
+    void enable() const {
+        const auto own = ownPath();
+        const auto packaged = systemEntries();
+        for (const auto& found : packaged)
+            removeOwn(folders_.user / found.path.filename());
+        bool started = !packaged.empty();
+        for (const auto& found : userEntries()) {
+            if (found.entry.program.empty()) {
+                fs::remove(found.path); // it says "do not start" and nothing else
+                continue;
+            }
+            if (found.entry.hidden)
+                setHidden(found.path, false);
+            started = true;
+        }
+        if (started)
+            return removeOwn(own);
+        write(own, "Icon=" + entryValue(program_.identifier) + "\nExec=" +
+                       entryValue(execArgument(program_.path)) + "\nTryExec=" + entryValue(program_.path) +
+                       "\nTerminal=false\nStartupNotify=false\nX-GNOME-Autostart-enabled=true\n");
+    }
+
+    /// A package's entry is overridden, one that the user wrote is kept and hidden.
+    void disable() const {
+        removeOwn(ownPath());
+        for (const auto& found : userEntries())
+            if (!found.entry.hidden)
+                setHidden(found.path, true);
+        for (const auto& found : systemEntries()) {
+            const auto overriding = folders_.user / found.path.filename();
+            if (!fs::exists(overriding))
+                write(overriding, "Hidden=true\n");
+        }
+    }
+
+    /// The line is the same on every platform and names no reason.
+    void failed() const { fail_("SMAppService error: "); }
+
+    AutostartFolders folders_;
+    AutostartProgram program_;
+    std::function<Portal*()> portal_;
+    std::function<void(const std::string& line)> fail_;
+};
+
+} // namespace
 
 void writeToSystemLog(const std::string& line) {
     syslog(LOG_USER | LOG_ERR, "%s", line.c_str());
 }
 
-/// The line is the same on every platform and names no reason.
-void LinuxLoginItem::failed() const {
-    fail_("SMAppService error: ");
-}
-
-void LinuxLoginItem::setEnabled(bool enabled) {
-    if (Portal* portal = portal_()) {
-        portal->requestBackground(enabled, autostart_.program().path,
-                                  [this](const std::string&) { failed(); });
-        return;
-    }
-    try {
-        enabled ? autostart_.enable() : autostart_.disable();
-    } catch (const std::exception&) {
-        failed();
-    }
+std::unique_ptr<LoginItem> makeLinuxLoginItem(AutostartFolders folders, AutostartProgram program,
+                                              std::function<Portal*()> portal,
+                                              std::function<void(const std::string& line)> fail) {
+    return std::make_unique<LinuxLoginItem>(std::move(folders), std::move(program), std::move(portal),
+                                            std::move(fail));
 }
 
 } // namespace kelpa

@@ -3,7 +3,9 @@
 #include "base/Text.h"
 #include "platform/linux/BuildConfig.h"
 #include "platform/linux/Folders.h"
+#include "platform/linux/helper/HelperProcess.h"
 #include "platform/linux/helper/UpdateProtocol.h"
+#include "platform/linux/services/Launcher.h"
 
 #include <algorithm>
 #include <array>
@@ -93,88 +95,113 @@ UpdateSetup UpdateSetup::ofThisCopy(const SystemInfo& system, const std::string&
     return setup;
 }
 
-LinuxUpdater::LinuxUpdater(const UpdateParts& parts, UpdateSetup setup)
-    : parts_(parts), setup_(std::move(setup)), dialog_(setup_.support, setup_.name, parts.window, *this),
-      schedule_(parts.clock, parts.loop, parts.store, [this] { dialog_.due(); }),
-      helper_(parts.loop, setup_.helper, *this), launcher_(parts.loop) {}
+namespace {
 
-LinuxUpdater::~LinuxUpdater() = default;
+/// The release that this user wants to hear of no more.
+constexpr std::string_view skippedKey = "update.skippedVersion";
 
-void LinuxUpdater::start() {
-    if (automatic_ && setup_.support == UpdateSupport::Feed)
-        schedule_.start(interval_);
-}
+class LinuxUpdater final : public Updater, private UpdateWork, private HelperClient {
+  public:
+    LinuxUpdater(const UpdateParts& parts, UpdateSetup setup)
+        : parts_(parts), setup_(std::move(setup)), dialog_(setup_.support, setup_.name, parts.window, *this),
+          schedule_(parts.clock, parts.loop, parts.store, [this] { dialog_.due(); }),
+          helper_(parts.loop, setup_.helper, *this), launcher_(parts.loop) {}
 
-void LinuxUpdater::startCheck() {
-    schedule_.noteCheck();
-    helper_.end();
-    if (const std::string refused = helper_.start(); !refused.empty())
-        return helperFailed("cannot be started: " + refused);
-    configure();
-    if (profile_)
-        sendProfile();
-    helper_.send({update::check});
-}
+    void setAutomaticallyChecks(bool checks) override { automatic_ = checks; }
+    void setCheckInterval(double seconds) override { interval_ = seconds; }
+    void setSendsSystemProfile(bool sends) override { profile_ = sends; }
+    void checkForUpdates() override { dialog_.asked(); }
+    void start() override {
+        if (automatic_ && setup_.support == UpdateSupport::Feed)
+            schedule_.start(interval_);
+    }
 
-void LinuxUpdater::configure() {
-    helper_.send({update::source, setup_.feed, setup_.key, setup_.package});
-    helper_.send({update::running, setup_.version, setup_.name, setup_.system});
-    helper_.send({update::folder, setup_.folder});
-    helper_.send({update::patience, std::to_string(setup_.feedSeconds), std::to_string(setup_.stallSeconds)});
-}
+  private:
+    void stop() override { helper_.end(); }
+    void startCheck() override {
+        schedule_.noteCheck();
+        helper_.end();
+        if (const std::string refused = helper_.start(); !refused.empty())
+            return helperFailed("cannot be started: " + refused);
+        configure();
+        if (profile_)
+            sendProfile();
+        helper_.send({update::check});
+    }
 
-/// Nothing by which one user could be told from another.
-void LinuxUpdater::sendProfile() {
-    helper_.send({update::profile, "appVersion", setup_.version});
-    helper_.send({update::profile, "osVersion", setup_.system});
-    helper_.send({update::profile, "cputype", setup_.processor});
-    helper_.send({update::profile, "lang", setup_.language});
-}
+    void configure() {
+        helper_.send({update::source, setup_.feed, setup_.key, setup_.package});
+        helper_.send({update::running, setup_.version, setup_.name, setup_.system});
+        helper_.send({update::folder, setup_.folder});
+        helper_.send(
+            {update::patience, std::to_string(setup_.feedSeconds), std::to_string(setup_.stallSeconds)});
+    }
 
-void LinuxUpdater::download() {
-    helper_.send({update::download});
-}
+    /// Nothing by which one user could be told from another.
+    void sendProfile() {
+        helper_.send({update::profile, "appVersion", setup_.version});
+        helper_.send({update::profile, "osVersion", setup_.system});
+        helper_.send({update::profile, "cputype", setup_.processor});
+        helper_.send({update::profile, "lang", setup_.language});
+    }
 
-void LinuxUpdater::helperSaid(const wire::Message& message) {
-    const std::string& verb = message.verb();
-    if (verb == update::found)
-        return dialog_.found({message.field(1), message.field(2), message.field(3), bytesIn(message, 4)});
-    if (verb == update::progress)
-        return dialog_.received(bytesIn(message, 1));
-    helper_.end();
-    if (verb == update::latest)
-        dialog_.latest();
-    else if (verb == update::outgrown)
-        dialog_.outgrown();
-    else if (verb == update::ready)
-        dialog_.ready(message.field(1));
-    else
-        failed(message);
-}
+    void download() override { helper_.send({update::download}); }
 
-void LinuxUpdater::failed(const wire::Message& message) {
-    parts_.report.warning("No update: " + message.field(1) + ": " + message.field(2));
-    dialog_.failed(failureOf(message.field(1)));
-}
+    void helperSaid(const wire::Message& message) override {
+        const std::string& verb = message.verb();
+        if (verb == update::found)
+            return dialog_.found({message.field(1), message.field(2), message.field(3), bytesIn(message, 4)});
+        if (verb == update::progress)
+            return dialog_.received(bytesIn(message, 1));
+        helper_.end();
+        if (verb == update::latest)
+            dialog_.latest();
+        else if (verb == update::outgrown)
+            dialog_.outgrown();
+        else if (verb == update::ready)
+            dialog_.ready(message.field(1));
+        else
+            failed(message);
+    }
 
-void LinuxUpdater::helperFailed(const std::string& how) {
-    parts_.report.warning("kelpa-update " + how);
-    dialog_.failed(UpdateFailure::Helper);
-}
+    void failed(const wire::Message& message) {
+        parts_.report.warning("No update: " + message.field(1) + ": " + message.field(2));
+        dialog_.failed(failureOf(message.field(1)));
+    }
 
-void LinuxUpdater::openPackage(const std::string& path) {
-    const bool started =
-        launcher_.run({"xdg-open", path}, [this](bool well) { dialog_.packageOpened(well); });
-    if (!started)
-        dialog_.packageOpened(false);
-}
+    void helperFailed(const std::string& how) override {
+        parts_.report.warning("kelpa-update " + how);
+        dialog_.failed(UpdateFailure::Helper);
+    }
 
-void LinuxUpdater::setSkipped(const std::string& version) {
-    parts_.store.set(skippedKey, version);
-}
+    void openPackage(const std::string& path) override {
+        const bool started =
+            launcher_.run({"xdg-open", path}, [this](bool well) { dialog_.packageOpened(well); });
+        if (!started)
+            dialog_.packageOpened(false);
+    }
 
-bool LinuxUpdater::isSkipped(const std::string& version) const {
-    return parts_.store.get<std::string>(skippedKey) == version;
+    void setSkipped(const std::string& version) override { parts_.store.set(skippedKey, version); }
+
+    [[nodiscard]] bool isSkipped(const std::string& version) const override {
+        return parts_.store.get<std::string>(skippedKey) == version;
+    }
+
+    UpdateParts parts_;
+    UpdateSetup setup_;
+    UpdateDialog dialog_;
+    UpdateSchedule schedule_;
+    HelperProcess helper_;
+    Launcher launcher_;
+    bool automatic_ = false;
+    double interval_ = 0;
+    bool profile_ = false;
+};
+
+} // namespace
+
+std::unique_ptr<Updater> makeLinuxUpdater(const UpdateParts& parts, UpdateSetup setup) {
+    return std::make_unique<LinuxUpdater>(parts, std::move(setup));
 }
 
 } // namespace kelpa
