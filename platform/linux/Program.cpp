@@ -274,7 +274,7 @@ class Program final : private StoreReport, private WindowReport, private Instanc
     std::optional<Portal> portal_; ///< in a sandbox
     // There once the application runs.
     std::unique_ptr<StatusItemSink> item_;
-    Subscription control_;
+    std::unique_ptr<BusClient> control_;
     bool busMissed_ = false; ///< the log has told that there is no session bus
     Subscription joined_;
 };

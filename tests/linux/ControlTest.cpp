@@ -61,7 +61,7 @@ class Script : public Peer {
 struct ControlTest : OnABus {
     Play play;
     RemoteControl remote{play.desk.services, play.time};
-    Subscription object;
+    std::unique_ptr<BusClient> object;
 
     ControlTest() {
         play(test::mouseMayRest + "store pref.work.time int 62\nstore force_long_break bool true\n"

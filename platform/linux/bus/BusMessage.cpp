@@ -16,11 +16,11 @@ void readEntry(sd_bus_message* message, BusValues& values) {
         return;
     const std::string_view type = contents;
     if (type == "s" && sd_bus_message_read(message, "v", "s", &text) >= 0)
-        values.insert_or_assign(name, std::string(text));
+        values.insert_or_assign(name, BusValue(std::string(text)));
     else if (type == "x" && sd_bus_message_read(message, "v", "x", &number) >= 0)
-        values.insert_or_assign(name, number);
+        values.insert_or_assign(name, BusValue(number));
     else if (type == "b" && sd_bus_message_read(message, "v", "b", &truth) >= 0)
-        values.insert_or_assign(name, truth != 0);
+        values.insert_or_assign(name, BusValue(truth != 0));
     else
         sd_bus_message_skip(message, "v");
 }

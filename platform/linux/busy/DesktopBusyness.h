@@ -28,8 +28,7 @@ struct BusySource {
 };
 
 /// The handle of a question: it goes with the handle, and its object with it.
-template <typename Question>
-[[nodiscard]] Subscription keeping(std::shared_ptr<Question> question) {
+[[nodiscard]] inline Subscription keeping(std::shared_ptr<void> question) {
     return Subscription([question = std::move(question)]() mutable { question = nullptr; });
 }
 

@@ -67,7 +67,7 @@ BusMessage changeSignal(Bus& bus, const RemoteStatus& before, const RemoteStatus
     return signal;
 }
 
-class ControlObject final : private BusClient {
+class ControlObject final : public BusClient {
   public:
     ControlObject(EventLoop& loop, Bus& bus, RemoteControl& remote)
         : loop_(loop), bus_(bus), remote_(remote), joined_(bus.join(*this)) {}
@@ -203,9 +203,8 @@ class ControlObject final : private BusClient {
 
 } // namespace
 
-Subscription serveControl(EventLoop& loop, Bus& bus, RemoteControl& remote) {
-    return Subscription(
-        [object = std::make_shared<ControlObject>(loop, bus, remote)]() mutable { object = nullptr; });
+std::unique_ptr<BusClient> serveControl(EventLoop& loop, Bus& bus, RemoteControl& remote) {
+    return std::make_unique<ControlObject>(loop, bus, remote);
 }
 
 } // namespace kelpa

@@ -97,8 +97,7 @@ Subscription X11Connection::listen(Handler handler) {
 
 std::vector<std::uint32_t> X11Connection::numbers(xcb_window_t window, xcb_atom_t property, xcb_atom_t type,
                                                   std::uint32_t most) {
-    const auto cookie = xcb_get_property(connection_, 0, window, property, type, 0, most);
-    const auto answer = reply<xcb_get_property_reply_t>(cookie);
+    const auto answer = ask<xcb_get_property_reply_t>(xcb_get_property, 0, window, property, type, 0, most);
     if (!answer)
         return {};
     const auto* first = static_cast<const std::uint32_t*>(xcb_get_property_value(answer.get()));

@@ -110,7 +110,7 @@ class LogindActivity final : public ActivitySource, private LogindSessionClient 
     Start start(ActivitySink& sink) override {
         sink_ = &sink;
         patience_ = loop_.afterReal(patienceSeconds, [this] {
-            session_.cancel();
+            session_.reset();
             sink_->sourceAbsent();
         });
         session_ = followLogindSession(loop_, system_, "IdleHint", *this);
@@ -134,7 +134,7 @@ class LogindActivity final : public ActivitySource, private LogindSessionClient 
         spell_.stop();
         // The session cannot be dropped inside of what it tells.
         ending_ = loop_.afterReal(0, [this] {
-            session_.cancel();
+            session_.reset();
             sink_->sourceFailed("the session is not known there any more");
         });
     }
@@ -144,7 +144,7 @@ class LogindActivity final : public ActivitySource, private LogindSessionClient 
     ActivitySpell spell_;
     ActivitySink* sink_ = nullptr;
     bool watching_ = false;
-    Subscription session_;
+    std::unique_ptr<BusClient> session_;
     Subscription patience_; ///< ends with the first answer
     Subscription ending_;
 };

@@ -7,6 +7,7 @@
 
 #include <functional>
 #include <map>
+#include <memory>
 #include <set>
 #include <string>
 #include <vector>
@@ -43,9 +44,9 @@ class LockEdges {
 /// Watches the lock of a screen saver that tells of itself on no bus, but by a property of the X server's
 /// root window: xscreensaver. Calls `says` when that changes, from the main loop, and at once if the screen
 /// is locked already; `gone` when the screen saver ended without having unlocked the screen, so that its word
-/// counts no longer. The connection outlives the handle.
-[[nodiscard]] Subscription watchX11Lock(X11Connection& connection, std::function<void(bool locked)> says,
-                                        std::function<void()> gone);
+/// counts no longer. Until what is given is destroyed, which the connection outlives.
+[[nodiscard]] std::shared_ptr<void>
+watchX11Lock(X11Connection& connection, std::function<void(bool locked)> says, std::function<void()> gone);
 
 /// Lock and unlock of the screen, from everything on a Linux desktop that may tell of them: the screen savers
 /// of the session bus, which are whoever emits `ActiveChanged` of one of their interfaces, under whatever
@@ -84,7 +85,9 @@ class DesktopLock final : public LockNotifications, private BusClient, private L
     bool hint_ = false; ///< logind's, when it was read last
     X11Connection* x11_;
     // Once it observes.
-    Subscription joined_, logind_, x11Lock_;
+    Subscription joined_;
+    std::unique_ptr<BusClient> logind_;
+    std::shared_ptr<void> x11Lock_;
 };
 
 } // namespace kelpa

@@ -34,7 +34,7 @@ int fitness(const Session& session) {
     return (own ? 2 : 0) + (seated ? 1 : 0);
 }
 
-class LogindSession final : private BusClient {
+class LogindSession final : public BusClient {
   public:
     LogindSession(EventLoop& loop, Bus& bus, const char* property, LogindSessionClient& client)
         : loop_(loop), bus_(bus), property_(property), client_(client), joined_(bus.join(*this)) {}
@@ -143,10 +143,9 @@ class LogindSession final : private BusClient {
 
 } // namespace
 
-Subscription followLogindSession(EventLoop& loop, Bus& system, const char* property,
-                                 LogindSessionClient& client) {
-    return Subscription([session = std::make_shared<LogindSession>(loop, system, property,
-                                                                   client)]() mutable { session = nullptr; });
+std::unique_ptr<BusClient> followLogindSession(EventLoop& loop, Bus& system, const char* property,
+                                               LogindSessionClient& client) {
+    return std::make_unique<LogindSession>(loop, system, property, client);
 }
 
 } // namespace kelpa

@@ -2,6 +2,8 @@
 
 #include "platform/linux/bus/Bus.h"
 
+#include <memory>
+
 namespace kelpa {
 
 /// Called when something becomes known of the user's own session, always from the main loop.
@@ -19,8 +21,8 @@ class LogindSessionClient {
 inline constexpr const char* logindSession = "org.freedesktop.login1.Session";
 
 /// Tells `client` of the user's own session at logind, and of one of its properties that are either true or
-/// false, until the handle ends, which must not be from inside a call. All arguments outlive the handle.
-[[nodiscard]] Subscription followLogindSession(EventLoop& loop, Bus& system, const char* property,
-                                               LogindSessionClient& client);
+/// false, until what is given is destroyed, which must not be from inside a call. All arguments outlive it.
+[[nodiscard]] std::unique_ptr<BusClient>
+followLogindSession(EventLoop& loop, Bus& system, const char* property, LogindSessionClient& client);
 
 } // namespace kelpa

@@ -70,8 +70,8 @@ class X11Activity final : public ActivitySource {
         if (extension == nullptr)
             return false;
         inputOpcode_ = extension->major_opcode;
-        const auto cookie = xcb_input_xi_query_version(connection_->get(), inputMajor, inputMinor);
-        const auto version = connection_->reply<xcb_input_xi_query_version_reply_t>(cookie);
+        const auto version = connection_->ask<xcb_input_xi_query_version_reply_t>(xcb_input_xi_query_version,
+                                                                                  inputMajor, inputMinor);
         return version && (version->major_version > inputMajor ||
                            (version->major_version == inputMajor && version->minor_version >= inputMinor));
     }
@@ -81,9 +81,8 @@ class X11Activity final : public ActivitySource {
         const auto* extension = connection_->extension(xcb_xkb_id);
         if (extension == nullptr)
             return;
-        const auto cookie =
-            xcb_xkb_use_extension(connection_->get(), XCB_XKB_MAJOR_VERSION, XCB_XKB_MINOR_VERSION);
-        const auto reply = connection_->reply<xcb_xkb_use_extension_reply_t>(cookie);
+        const auto reply = connection_->ask<xcb_xkb_use_extension_reply_t>(
+            xcb_xkb_use_extension, XCB_XKB_MAJOR_VERSION, XCB_XKB_MINOR_VERSION);
         if (!reply || reply->supported == 0)
             return;
         keyboardEvent_ = extension->first_event;
@@ -181,14 +180,13 @@ class X11Activity final : public ActivitySource {
     }
 
     [[nodiscard]] Pointer pointer() {
-        const auto cookie = xcb_query_pointer(connection_->get(), connection_->root());
-        const auto reply = connection_->reply<xcb_query_pointer_reply_t>(cookie);
+        const auto reply =
+            connection_->ask<xcb_query_pointer_reply_t>(xcb_query_pointer, connection_->root());
         return reply ? Pointer{reply->root_x, reply->root_y, reply->child} : last_;
     }
 
     [[nodiscard]] xcb_window_t childUnderPointer(xcb_window_t window) {
-        const auto cookie = xcb_query_pointer(connection_->get(), window);
-        const auto reply = connection_->reply<xcb_query_pointer_reply_t>(cookie);
+        const auto reply = connection_->ask<xcb_query_pointer_reply_t>(xcb_query_pointer, window);
         return reply ? reply->child : static_cast<xcb_window_t>(XCB_WINDOW_NONE);
     }
 
@@ -207,8 +205,7 @@ class X11Activity final : public ActivitySource {
     [[nodiscard]] bool focusInOwnWindow() {
         if (!windows_.anyVisible())
             return false;
-        const auto cookie = xcb_get_input_focus(connection_->get());
-        const auto focus = connection_->reply<xcb_get_input_focus_reply_t>(cookie);
+        const auto focus = connection_->ask<xcb_get_input_focus_reply_t>(xcb_get_input_focus);
         return focus && focus->focus > XCB_INPUT_FOCUS_POINTER_ROOT && own(focus->focus);
     }
 

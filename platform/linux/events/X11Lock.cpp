@@ -76,8 +76,7 @@ class X11Lock {
     }
 
     [[nodiscard]] std::vector<xcb_window_t> topWindows() {
-        const auto cookie = xcb_query_tree(connection_.get(), connection_.root());
-        const auto tree = connection_.reply<xcb_query_tree_reply_t>(cookie);
+        const auto tree = connection_.ask<xcb_query_tree_reply_t>(xcb_query_tree, connection_.root());
         if (!tree)
             return {};
         const auto* first = xcb_query_tree_children(tree.get());
@@ -94,10 +93,9 @@ class X11Lock {
 
 } // namespace
 
-Subscription watchX11Lock(X11Connection& connection, std::function<void(bool locked)> says,
-                          std::function<void()> gone) {
-    return Subscription([lock = std::make_shared<X11Lock>(connection, std::move(says),
-                                                          std::move(gone))]() mutable { lock = nullptr; });
+std::shared_ptr<void> watchX11Lock(X11Connection& connection, std::function<void(bool locked)> says,
+                                   std::function<void()> gone) {
+    return std::make_shared<X11Lock>(connection, std::move(says), std::move(gone));
 }
 
 } // namespace kelpa

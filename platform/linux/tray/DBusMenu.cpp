@@ -142,7 +142,7 @@ std::vector<Element> readArray(sd_bus_message* message, const char* type) {
     Read element{};
     sd_bus_message_enter_container(message, 'a', type);
     while (sd_bus_message_read_basic(message, *type, &element) > 0)
-        elements.emplace_back(element);
+        elements.push_back(element);
     sd_bus_message_exit_container(message);
     return elements;
 }

@@ -212,7 +212,7 @@ class StatusNotifierItem final : public StatusItemSink, private BusClient {
 
     void disappear() {
         recolouring_.cancel();
-        watcher_.cancel();
+        watcher_.reset();
         for (BusSlot* slot : {&object_, &nameCall_, &colours_})
             slot->reset();
         menu_.reset();
@@ -270,7 +270,7 @@ class StatusNotifierItem final : public StatusItemSink, private BusClient {
     Shown shown_;
     std::function<void(bool)> hostChanged_;
     std::optional<bool> hostPresent_; ///< empty until the first answer
-    Subscription watcher_;
+    std::shared_ptr<void> watcher_;
     std::string service_;
     const StatusItemModel* model_ = nullptr; ///< null while hidden
     MenuClicks* clicks_ = nullptr;           ///< null while hidden

@@ -33,8 +33,8 @@ makeStatusNotifierItem(EventLoop& loop, Bus& bus, ItemIdentity identity, ItemAct
 
 /// Keeps the item of this connection registered with the desktop's watcher of status items, also with one
 /// that starts later or starts again, and tells from the main loop, each time that it is found out, whether
-/// anything shows items at all. The bus is open, and outlives the handle. A watcher learns of an item's end
-/// by the end of its bus name.
-[[nodiscard]] Subscription registerItem(const Bus& bus, std::function<void(bool present)> hostSeen);
+/// anything shows items at all. Until what is given is destroyed; the bus is open, and outlives it. A watcher
+/// learns of an item's end by the end of its bus name.
+[[nodiscard]] std::shared_ptr<void> registerItem(const Bus& bus, std::function<void(bool present)> hostSeen);
 
 } // namespace kelpa

@@ -100,8 +100,7 @@ void TrayProcess::handle(const xcb_generic_event_t& event) {
 }
 
 void TrayProcess::lookForManager() {
-    const auto cookie = xcb_get_selection_owner(connection_.get(), selection_);
-    const auto owner = connection_.reply<xcb_get_selection_owner_reply_t>(cookie);
+    const auto owner = connection_.ask<xcb_get_selection_owner_reply_t>(xcb_get_selection_owner, selection_);
     if (connection_.standsStill())
         return;
     setManager(owner ? owner->owner : static_cast<xcb_window_t>(XCB_WINDOW_NONE));

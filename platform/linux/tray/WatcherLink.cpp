@@ -65,9 +65,8 @@ class WatcherLink {
 
 } // namespace
 
-Subscription registerItem(const Bus& bus, std::function<void(bool present)> hostSeen) {
-    return Subscription(
-        [link = std::make_shared<WatcherLink>(bus, std::move(hostSeen))]() mutable { link = nullptr; });
+std::shared_ptr<void> registerItem(const Bus& bus, std::function<void(bool present)> hostSeen) {
+    return std::make_shared<WatcherLink>(bus, std::move(hostSeen));
 }
 
 } // namespace kelpa
