@@ -1,9 +1,14 @@
 #!/usr/bin/python3
 """Desktops with less: only an old tray for embedded icons, or no tray at all."""
+import os
+import shutil
+import signal
+import socket
 import sys
 from pathlib import Path
 
-from support import Box, DesktopTest, main, wait_until
+from support import PROGRAM, Box, DesktopTest, main, wait_until
+from virtual_desktop import wait_for_still
 
 TRAY_THAT_GRANTS_LITTLE = Path(__file__).with_name("narrow_tray.py")
 
@@ -12,6 +17,9 @@ class OldTray(DesktopTest):
     TRAY = False
     MONITORS = ROOM = 1
 
+    def gone(self):
+        wait_until(lambda: not self.screen.embedded(), 5, "the embedded icon to go")
+
     def test_it_makes_room_for_a_modern_tray(self):
         self.start_old_tray()
         program = self.launch(speed=1)
@@ -19,8 +27,83 @@ class OldTray(DesktopTest):
         service = self.session.start_tray_service()
         self.addCleanup(self.session.end, service)
         self.assertTrue(wait_until(program.item().registered, 5))
-        wait_until(lambda: not self.screen.embedded(), 5, "the embedded icon to go")
+        self.gone()
         wait_until(lambda: not self.helpers(program), 5, "its program to end")
+
+    def test_it_shows_picture_and_time(self):
+        self.start_old_tray()
+        program = self.launch(speed=1)
+        icon = wait_until(lambda: (found := self.docked()).width > 2 * found.height and found, 10, "room for the time")
+        self.assertEqual(icon.title, "Kelpa")
+        self.assertGreater(self.screen.picture(icon).glyphs(), 4)
+        self.assertGreater(self.shown_text_moves(icon).x, icon.height, "the picture changed with the time")
+        program.write_settings({**self.stored(program), "show_time_in_status_bar": False})
+        wait_until(lambda: self.docked().width < 2 * icon.height, 5, "the room of the time to go")
+
+    def test_its_menu(self):
+        self.start_old_tray()
+        program = self.launch(speed=1)
+        icon = self.docked()
+        menu = self.open_menu(icon)
+        before = self.screen.picture(menu)
+        self.assertEqual(self.ask("pause")[0], 0)
+        wait_until(lambda: before.differs(self.screen.picture(menu)), 3, "the open menu to follow")
+        for key in ("Down", "Return"):      # the first line that can be chosen, which now goes on with the work
+            self.screen.press(key)
+        program.wait_for("ticktack timer start 60$", 5, times=2)
+        self.open_menu(icon)
+        self.screen.press("Down", "Escape")
+        wait_until(lambda: not self.menus(), 5, "the menu to close")
+        self.assertEqual(self.ask("status")[1].split()[0], "working")
+
+    def menus(self):
+        return self.screen.titled_all("Kelpa", height=60)
+
+    def open_menu(self, icon):
+        """Gives where the menu stands once it is open and drawn."""
+        self.screen.click(icon.x + 5, icon.y + 5)
+        menu = wait_until(self.menus, 5, "the menu")[0]
+        wait_for_still(self.screen, menu)
+        return menu
+
+    def test_its_pictures_are_found_wherever_the_helper_lies(self):
+        """A distribution may put helpers deeper than beside the program's data."""
+        self.start_old_tray()
+        beside = Path(PROGRAM).parent
+        deep = self.session.folder / "libexec/deeper/kelpa"
+        deep.mkdir(parents=True)
+        shutil.copy(beside / "kelpa-tray", deep)
+        ours, its = socket.socketpair()
+        self.addCleanup(ours.close)
+        with its:
+            self.session.spawn(["/bin/bash", "-c", f"exec {deep}/kelpa-tray 3<&{its.fileno()}"],
+                               pass_fds=[its.fileno()])
+        manager = self.screen.selection_owner("_NET_SYSTEM_TRAY_S0").id
+        ours.sendall(f"data\t{beside}/share/kelpa\nimage\tkelpa\nmanager\t{manager}\n".encode())
+        icon = self.docked()
+        ours.settimeout(0.5)
+        with self.assertRaises(TimeoutError):
+            self.fail(ours.recv(1000))
+        self.assertGreater(self.screen.picture(icon).glyphs(), 0)
+
+    def test_it_follows_the_tray_and_a_crash_is_made_good(self):
+        program = self.launch(speed=1)
+        program.wait_for("sandbox home path", 10)
+        wait_until(lambda: self.ask("status")[0] == 0, 10, "an answer on the bus")
+        self.assertEqual(self.helpers(program), [], "it runs without a tray")
+        tray = self.start_old_tray()
+        self.docked()
+        first = self.helpers(program, "kelpa-tray")
+        tray.kill()
+        self.gone()
+        self.assertFalse(self.screen.titled(lambda title: title == "Kelpa"), "the icon is left on the desktop")
+        self.start_old_tray()
+        self.docked()
+        self.assertEqual(self.helpers(program, "kelpa-tray"), first)
+        os.kill(first[0], signal.SIGKILL)
+        program.wait_for("kelpa-tray was ended by signal 9$", 5)
+        wait_until(lambda: self.helpers(program, "kelpa-tray") not in ([], first), 5, "another helper")
+        wait_until(lambda: self.screen.picture(self.docked()).glyphs() > 4, 5, "the icon and the time")
 
 
 class SlotTest(DesktopTest):

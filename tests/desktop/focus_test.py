@@ -66,7 +66,8 @@ class Focus(DesktopTest):
         self.assertEqual(typed.read_text(), "before\n")
 
         self.make_this_break_the_last(program)
-        self.screen.press("Escape")    # what Skip does
+        for key in ("Tab", "Tab", "Return"):    # from the link to Skip
+            self.screen.press(key)
         program.wait_for("skip break view$", 5)
         wait_until(lambda: self.screen.focus() == "terminal", 1.5, "the keyboard back before the fade has ended")
         wait_for_uncover(self.session, 4)
@@ -146,7 +147,30 @@ class Focus(DesktopTest):
         self.assertEqual(program.count("skip break view$"), 0)
         locker.leave()
         self.rests_with_the_break("the focus after a locker that did not grab")
-        self.end_with_escape(program)
+        self.make_this_break_the_last(program)
+        for key in ("Tab", "space"):
+            self.screen.press(key)
+        program.wait_for("Click new feature: Water Reminder$", 5)
+        wait_for_uncover(self.session)
+
+    def test_the_keyboard_is_taken_as_soon_as_another_lets_it_go_and_goes_to_who_is_left(self):
+        def grab():
+            return self.screen.root.grab_keyboard(True, X.GrabModeAsync, X.GrabModeAsync, X.CurrentTime)
+
+        self.start_terminal()
+        other = self.session.spawn(["xterm", "-T", "other"])
+        self.addCleanup(self.session.end, other)
+        wait_until(lambda: self.screen.focus() == "other", 10, "the other terminal to have the keyboard")
+        self.assertEqual(grab(), X.GrabSuccess)
+        self.begin_break()
+        self.assertEqual(grab(), X.GrabSuccess, "the keyboard was taken from who had it")
+        self.screen.display.ungrab_keyboard(X.CurrentTime)
+        self.screen.display.sync()
+        wait_until(lambda: not self.screen.keyboard_rests(), 5, "the keyboard to be taken")
+        self.session.end(other)
+        self.rests_with_the_break("the break to let go of the keyboard")
+        self.assertEqual(self.ask("skip")[0], 0)
+        wait_until(lambda: self.screen.focus() == "terminal", 3, "the keyboard to go to the other terminal")
 
 
 if __name__ == "__main__":

@@ -12,9 +12,10 @@ from pathlib import Path
 ROOT = Path(__file__).resolve().parents[2]
 sys.path.insert(0, str(ROOT / "scripts"))
 
-from virtual_desktop import Box, Program, Session, blue_rows, wait_for_rest, wait_until  # noqa: E402
+from virtual_desktop import Box, Program, Session, blue_rows, wait_for_cover, wait_for_rest, wait_until  # noqa: E402
 
 PROGRAM = os.environ.get("KELPA_PROGRAM", ROOT / "build/dev/kelpa")
+PORTAL = "org.freedesktop.portal.Settings"
 SPEED = 20
 # A work period lasts a minute of the program, three seconds here; breaks last until a test ends them.
 WORK = 60
@@ -62,6 +63,18 @@ class DesktopTest(unittest.TestCase):
         self.addCleanup(self.finish, program)
         return program
 
+    def take_break(self):
+        """Asks for a break; gives the windows that cover the monitors."""
+        wait_until(lambda: self.ask("break")[0] == 0, 10, "the wish for a break to be heard")
+        return wait_for_cover(self.session, self.monitors)
+
+    def begin_break(self, settings=None, appearance="light", **environment):
+        """A break whose count goes on once a second, as soon as it covers the monitors."""
+        program = self.launch({"pref.work.time": 60, **(settings or {})}, speed=1,
+                              environment={"KELPA_APPEARANCE": appearance, **environment})
+        self.take_break()
+        return program
+
     @staticmethod
     def make_this_break_the_last(program):
         """The work after it takes hours. A slow machine could take the next break for this one otherwise."""
@@ -95,11 +108,13 @@ class DesktopTest(unittest.TestCase):
         return (sleeps() - before) / seconds
 
     def mock(self, template, *, system=False):
-        """Puts one of the test doubles that come with python3-dbusmock on a bus; gives what calls its methods."""
+        """Puts one of the test doubles that come with python3-dbusmock on a bus, or an empty one of the desktop portal;
+        gives what calls its methods."""
         name, path = {"logind": ("org.freedesktop.login1", "/org/freedesktop/login1"),
-                      "gnome_screensaver": ("org.gnome.ScreenSaver", "/org/gnome/ScreenSaver")}[template]
-        double = self.session.spawn([sys.executable, "-m", "dbusmock", "--system" if system else "--session",
-                                     "--template", template])
+                      "gnome_screensaver": ("org.gnome.ScreenSaver", "/org/gnome/ScreenSaver"),
+                      PORTAL: ("org.freedesktop.portal.Desktop", "/org/freedesktop/portal/desktop")}[template]
+        what = [name, path, PORTAL] if template == PORTAL else ["--template", template]
+        double = self.session.spawn([sys.executable, "-m", "dbusmock", "--system" if system else "--session", *what])
         self.addCleanup(Session.end, double)
 
         def call(member, *arguments, at=path, interface=name):
@@ -146,6 +161,15 @@ class DesktopTest(unittest.TestCase):
         wait_until(lambda: self.screen.selection_owned("_NET_SYSTEM_TRAY_S0"), 10, "the old tray")
         return tray
 
+    def docked(self):
+        """The icon's window in an old tray, once its size and its place have settled."""
+        def settled():
+            first = self.screen.embedded()
+            time.sleep(0.2)
+            return first[0] if first and first == self.screen.embedded() else None
+
+        return wait_until(settled, 10, "the icon")
+
     @staticmethod
     def helpers(program, name="kelpa-"):
         """The helper programs of a run, by process id."""
@@ -176,6 +200,11 @@ class DesktopTest(unittest.TestCase):
         """Waits until so many blue things stand on a break screen, as they do once it has faded in far enough."""
         wait_until(lambda: len(self.blue_rows(monitor)) >= count, seconds, f"{count} blue things on {monitor.name}")
         return self.blue_rows(monitor)
+
+    def below_the_count(self, monitor=0):
+        """The part of a monitor in which nothing of a break screen changes once it has faded in."""
+        x, y, width, height = self.monitors[monitor][1:]
+        return Box(x, y + height * 3 // 4, width, height // 4)
 
     def shown_text_moves(self, area, seconds=5):
         """Whether something in the area changes, as ticking text does."""
