@@ -1,5 +1,6 @@
 #include "platform/linux/display/Display.h"
 
+#include <algorithm>
 #include <utility>
 #include <xcb/randr.h>
 
@@ -14,6 +15,7 @@ constexpr double secondsBetweenTries = 1;
 /// The request comes from something like a pager: the user wants it, no window asked for it.
 constexpr std::uint32_t fromUser = 2;
 constexpr std::uint32_t mostClients = 4096;
+constexpr std::uint32_t mostTypes = 16;
 
 /// The monitors that RandR tells of, also the ones that a person defined over a part of an output.
 class X11Screens final : public Screens {
@@ -145,19 +147,31 @@ class X11Focus final : public FocusMemory {
         return reply && reply->map_state == XCB_MAP_STATE_VIEWABLE;
     }
 
+    /// Panels lie above the windows that people work in, and desktops below.
+    bool isFurniture(xcb_window_t window) {
+        const auto types =
+            connection_.numbers(window, connection_.atom("_NET_WM_WINDOW_TYPE"), XCB_ATOM_ATOM, mostTypes);
+        return std::any_of(types.begin(), types.end(), [this](xcb_atom_t type) {
+            return type == connection_.atom("_NET_WM_WINDOW_TYPE_DOCK") ||
+                   type == connection_.atom("_NET_WM_WINDOW_TYPE_DESKTOP");
+        });
+    }
+
     /// The window that had the focus is gone: the window manager chooses as if the user had clicked the
     /// topmost.
     void activateTopmost() {
         xcb_connection_t* x = connection_.get();
-        const auto windows = connection_.numbers(
+        const auto stack = connection_.numbers(
             connection_.root(), connection_.atom("_NET_CLIENT_LIST_STACKING"), XCB_ATOM_WINDOW, mostClients);
         xcb_set_input_focus(x, XCB_INPUT_FOCUS_POINTER_ROOT, XCB_INPUT_FOCUS_POINTER_ROOT, XCB_CURRENT_TIME);
-        if (windows.empty())
+        const auto topmost = std::find_if_not(stack.rbegin(), stack.rend(),
+                                              [this](xcb_window_t window) { return isFurniture(window); });
+        if (topmost == stack.rend())
             return;
         xcb_client_message_event_t request{};
         request.response_type = XCB_CLIENT_MESSAGE;
         request.format = 32;
-        request.window = windows.back();
+        request.window = *topmost;
         request.type = connection_.atom("_NET_ACTIVE_WINDOW");
         request.data.data32[0] = fromUser;
         xcb_send_event(x, 0, connection_.root(),
