@@ -29,7 +29,7 @@ KELPA_TEST_PACKAGES=(
 # The macOS face, built over GNUstep and run.
 KELPA_MACOS_PACKAGES=(
     clang-19 lld-19 libclang-rt-19-dev g++ cmake ninja-build python3 librsvg2-bin
-    libgnustep-gui-dev gnustep-back0.29-cairo libblocksruntime-dev
+    libgnustep-gui-dev gnustep-back0.29-cairo libblocksruntime-dev libobjc-12-dev
     xvfb fonts-dejavu-core
 )
 

@@ -32,7 +32,7 @@ MOUSE_MOVED, LEFT_DOWN, SCROLLED, MODIFIERS = 5, 1, 22, 12
 
 # What the face makes of the system's.
 MADE = {"NSButton", "NSDatePicker", "NSImage", "NSPopover", "NSStackView", "NSTextField", "NSViewController", "NSWindow",
-        "SourceStandIn", "TimerStandIn"}
+        "SourceStandIn"}
 # What is asked of the objects of each class.
 SEEN = {
     "NSWindow": ("title", "frame", "level", "alphaValue", "isKeyWindow", "styleMask", "firstResponder"),
@@ -46,7 +46,7 @@ SEEN = {
     "NSSwitch": ("state",),
     "NSMenuItem": ("title", "keyEquivalent", "isEnabled", "isSeparatorItem", "tag",
                    # Which the face makes the same; a Mac does not tell the first.
-                   "image.accessibilityDescription" if ON_MAC else "image.symbol"),
+                   "image.accessibilityDescription" if ON_MAC else "image.systemSymbolName"),
 }
 STATUS = {"title": "button.title", "picture": "button.image", "tip": "button.toolTip"}
 # The toolkits' own windows, which are none to a person: for menus, the menu bar and the application's picture.
@@ -94,7 +94,7 @@ class View:
             return label
         if "NSButton" not in self.classes:
             return ""
-        return self.seen["title"] or self.seen["image.accessibilityDescription"] or ""
+        return self.seen["image.accessibilityDescription"] or self.seen["title"]
 
     def value_of_it(self):
         """What it shows or is set to."""
@@ -115,13 +115,13 @@ class View:
     def press(self):
         if "NSButton" not in self.classes:
             raise Refused("It is no button")
-        self.ask("use")
+        self.ask("use", reached=True)
 
     def click_into(self):
         self.ask("clickInto")
 
     def point(self, leaves=False):
-        self.ask("point", message="mouseExited:" if leaves else "mouseEntered:")
+        self.ask("use", reached=True, message="mouseExited:" if leaves else "mouseEntered:")
 
     def set(self, value):
         """Puts it to a value: switch, entry of a list or of segments, row of a table, time as a text. A stepper goes on by it;
@@ -129,7 +129,7 @@ class View:
         if self.kind == "time" and isinstance(value, int):
             self.click_into()
             return self.program.press(str(value))
-        self.ask("use", key=SETTERS[self.kind], value=self.raw(value))
+        self.ask("use", reached=True, key=SETTERS[self.kind], value=self.raw(value))
 
     def raw(self, value):
         if self.kind in ("list", "segments"):
@@ -179,7 +179,7 @@ class Window:
     def close(self):
         if not self.closable:
             raise Refused("It has no close button")
-        self.program.ask("tell", number=self.number, message="performClose:")
+        self.program.ask("use", number=self.number, message="performClose:")
 
 
 class Program:
@@ -193,7 +193,7 @@ class Program:
         surroundings = {name: value for name, value in os.environ.items() if name.endswith("SAN_OPTIONS")}
         surroundings.update({
             "PATH": os.environ["PATH"], "HOME": str(home), "TEMP": str(home), "TZ": "UTC", "LANG": "C.UTF-8",
-            "KELPA_TEST_SOCKET": str(there.fileno()), "KELPA_TEST_START": str(START),
+            "KELPA_TEST_SOCKET": str(there.fileno()), "KELPA_TEST_START": str(START), "KELPA_TEST_MACOS": "14.2",
             "KELPA_TEST_SETTINGS": str(self.settings_file()), "CFFIXED_USER_HOME": str(home), **(environment or {})})
         if display:
             surroundings["DISPLAY"] = display
@@ -294,7 +294,7 @@ class Program:
         window = next((window for window in self.ask("windows", keys={"NSWindow": [labels]}) if tab in (window[labels] or ())), None)
         if not window:
             raise Refused("There is no such tab")
-        self.ask("put", number=window["number"], key=chosen, value=window[labels].index(tab))
+        self.ask("use", number=window["number"], key=chosen, value=window[labels].index(tab))
 
     def click_beside(self):
         self.ask("clickBeside")

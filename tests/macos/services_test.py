@@ -53,7 +53,7 @@ class Mail(MacTest):
         program = self.launch()
         program.choose("Feedback...")
         mail = program.notes("mail")[0]
-        self.assertEqual(mail["subject"], "Kelpa Feedback")
+        self.assertEqual((mail["sharingServiceNamed"], mail["subject"]), ("compose email", "Kelpa Feedback"))
         self.assertEqual(len(mail["recipients"]), 1)
         self.assertRegex(mail["recipients"][0], r"^\S+@\S+$")
         body, log = mail["items"]
@@ -67,16 +67,16 @@ class About(MacTest):
         program = self.launch()
         program.choose("About...")
         about = program.notes("about")[0]
-        self.assertEqual((about["name"], about["copyright"]), ("Kelpa", "Copyright © 2026 The Kelpa Authors."))
-        self.assertTrue(about["credits"])
+        self.assertEqual((about["ApplicationName"], about["Copyright"]), ("Kelpa", "Copyright © 2026 The Kelpa Authors."))
+        self.assertTrue(about["Credits"])
         self.assertRegex(about["link"], "^https://")
-        self.assertTrue(about["icon"])
+        self.assertTrue(about["ApplicationIcon"])
 
     def test_the_year_and_the_logs_name_are_those_of_the_users_calendar(self):
         for locale, year in (("th_TH@calendar=buddhist", 2569), ("fa_IR@calendar=persian", 1404)):
             program = self.launch({"Locale": locale})
             program.choose("About...")
-            self.assertEqual(program.notes("about")[0]["copyright"], f"Copyright © {year} The Kelpa Authors.")
+            self.assertEqual(program.notes("about")[0]["Copyright"], f"Copyright © {year} The Kelpa Authors.")
         self.assertEqual([log.name for log in program.home.rglob("*.log")], ["app.orvane.Kelpa.14041211.log"])
 
 

@@ -9,11 +9,12 @@ class Sparkle(MacTest):
     def test_it_is_made_once_and_asked_by_the_menu(self):
         for on in (True, False):
             program = self.launch({"auto_check_update": on})
-            self.assertEqual(program.notes("updater", "automatic checks", "check interval", "system profile", "check"),
-                             [{"what": "updater", "started": True}, {"what": "automatic checks", "on": on},
-                              {"what": "check interval", "seconds": 43200}, {"what": "system profile", "on": True}])
+            self.assertEqual(program.ask("live").get("SPUUpdater"), 1)
+            self.assertEqual(program.notes("check"), [])
             program.choose("Check for Updates...")
-            self.assertEqual(program.notes("check"), [{"what": "check"}])
+            self.assertEqual(program.notes("check"), [{"what": "check", "started": True, "automaticallyChecksForUpdates": on,
+                                                        "updateCheckInterval": 43200, "sendsSystemProfile": True}])
+            self.assertEqual(program.ask("live").get("SPUUpdater"), 1)
             self.assertEqual(program.windows(), [])
 
 

@@ -15,6 +15,8 @@ namespace driver {
 
 /// What stands in the menu bar; nil before there is anything.
 [[nodiscard]] NSStatusItem* statusItem();
+/// The object that has been told of under a number; nil once it has gone.
+[[nodiscard]] id seen(NSUInteger number);
 /// Lets seconds pass, and does all that is to be done by then.
 void pass(double seconds);
 

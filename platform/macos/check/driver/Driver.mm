@@ -24,34 +24,31 @@
 
 namespace {
 
-NSDictionary* answerTo(NSDictionary* asked) {
-    const SEL command = NSSelectorFromString([asked[@"do"] stringByAppendingString:@":"]);
-    const IMP method = [Driver methodForSelector:command];
-    id answer = reinterpret_cast<id (*)(Class, SEL, id)>(reinterpret_cast<void*>(method))([Driver class],
-                                                                                          command, asked);
-    driver::pass(0);
-    return @{@"answer" : answer ? answer : [NSNull null]};
-}
-
 /// An exception ends the test, not the program.
-NSDictionary* handle(NSData* line) {
+NSDictionary* answerTo(NSData* line) {
     try {
-        return answerTo([NSJSONSerialization JSONObjectWithData:line options:0 error:nullptr]);
+        NSDictionary* asked = [NSJSONSerialization JSONObjectWithData:line options:0 error:nullptr];
+        const SEL command = NSSelectorFromString([asked[@"do"] stringByAppendingString:@":"]);
+        const auto method = reinterpret_cast<void*>([Driver methodForSelector:command]);
+        id answer = reinterpret_cast<id (*)(Class, SEL, id)>(method)([Driver class], command, asked);
+        return @{@"answer" : answer ? answer : [NSNull null]};
     } catch (const std::exception& refusal) {
-        driver::pass(0);
         return @{@"error" : @(refusal.what())};
     } catch (...) {
         return @{@"error" : @"An exception of the system's, which stands in what the program said"};
     }
 }
 
-void serve(int socket) {
-    FILE* stream = fdopen(socket, "r+");
+void serve() {
+    driver::pass(0);
+    FILE* stream = fdopen(std::atoi(std::getenv("KELPA_TEST_SOCKET")), "r+");
     char* line = nullptr;
     std::size_t room = 0;
     for (ssize_t length; (length = getline(&line, &room, stream)) > 0;) {
         @autoreleasepool {
-            NSDictionary* answer = handle([NSData dataWithBytes:line length:static_cast<NSUInteger>(length)]);
+            NSData* asked = [NSData dataWithBytes:line length:static_cast<NSUInteger>(length)];
+            NSDictionary* answer = answerTo(asked);
+            driver::pass(0);
             NSData* text = [NSJSONSerialization dataWithJSONObject:answer options:0 error:nullptr];
             std::fwrite([text bytes], 1, [text length], stream);
             std::fputc('\n', stream);
@@ -79,8 +76,7 @@ void serve(int socket) {
 }
 
 + (void)serve {
-    driver::pass(0);
-    serve(std::atoi(std::getenv("KELPA_TEST_SOCKET")));
+    ::serve();
 }
 
 + (id)pass:(NSDictionary*)asked {

@@ -6,30 +6,13 @@
 
 namespace {
 
-BOOL isNumbered(id object, NSNumber* number) {
-    return [number unsignedLongValue] == reinterpret_cast<std::uintptr_t>((__bridge void*)object);
-}
-
-NSView* viewWithin(NSView* view, NSNumber* number) {
-    if (isNumbered(view, number))
-        return view;
-    for (NSView* child in [view subviews])
-        if (NSView* found = viewWithin(child, number))
-            return found;
-    return nil;
-}
-
 /// The window or view on the screen that a command names.
 id named(NSDictionary* asked) {
-    for (NSWindow* window in [NSApp windows]) {
-        if (![window isVisible])
-            continue;
-        if (isNumbered(window, asked[@"number"]))
-            return window;
-        if (NSView* found = viewWithin([window contentView], asked[@"number"]))
-            return found;
-    }
-    throw std::runtime_error("It is not there any more");
+    id found = driver::seen([asked[@"number"] unsignedLongValue]);
+    NSWindow* window = [found isKindOfClass:[NSView class]] ? [found window] : found;
+    if (![window isVisible])
+        throw std::runtime_error("It is not there any more");
+    return found;
 }
 
 /// The view that a command names. The pointer has to reach its middle.
@@ -73,37 +56,24 @@ void strike(NSString* key, NSUInteger modifiers) {
     return nil;
 }
 
-/// Sends a window or view a message of which no more is asked.
-+ (id)tell:(NSDictionary*)asked {
-    [named(asked) performSelectorOnMainThread:NSSelectorFromString(asked[@"message"])
-                                   withObject:nil
-                                waitUntilDone:YES];
-    return nil;
-}
-
-+ (id)point:(NSDictionary*)asked {
-    (void)reached(asked);
-    return [self tell:asked];
-}
-
-/// Puts something of a window or a view to a value; a date is a number of seconds since 1970.
-+ (id)put:(NSDictionary*)asked {
-    id value = asked[@"value"];
-    if ([asked[@"key"] isEqual:@"dateValue"])
-        value = [NSDate dateWithTimeIntervalSince1970:[value doubleValue]];
-    [named(asked) setValue:value forKeyPath:asked[@"key"]];
-    return nil;
-}
-
-/// Uses a control: puts it to a value, if there is one, and lets it do what it is there for.
+/// Puts something of a window or a view to a value, if there is one, and sends it a message of which no more
+/// is asked, or lets it do what it is there for. A date is a number of seconds since 1970.
 + (id)use:(NSDictionary*)asked {
-    id control = reached(asked);
-    if ([control isKindOfClass:[NSTableView class]])
-        [control selectRowIndexes:[NSIndexSet indexSetWithIndex:[asked[@"value"] unsignedIntegerValue]]
-             byExtendingSelection:NO];
-    else if (asked[@"key"])
-        [self put:asked];
-    [control sendAction:[control action] to:[control target]];
+    id object = asked[@"reached"] ? reached(asked) : named(asked);
+    NSString* key = asked[@"key"];
+    id value = asked[@"value"];
+    if ([key isEqual:@"dateValue"])
+        value = [NSDate dateWithTimeIntervalSince1970:[value doubleValue]];
+    if ([key isEqual:@"selectedRow"])
+        [object selectRowIndexes:[NSIndexSet indexSetWithIndex:[value unsignedIntegerValue]]
+            byExtendingSelection:NO];
+    else if (key)
+        [object setValue:value forKeyPath:key];
+    const SEL message = NSSelectorFromString(asked[@"message"]);
+    if (message)
+        [object performSelectorOnMainThread:message withObject:nil waitUntilDone:YES];
+    else if ([object isKindOfClass:[NSControl class]])
+        [object sendAction:[object action] to:[object target]];
     return nil;
 }
 

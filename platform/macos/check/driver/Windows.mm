@@ -2,7 +2,11 @@
 // of each is what the test asks for, by keys.
 #import "platform/macos/check/driver/Commands.h"
 
+#include <map>
+
 namespace {
+
+std::map<NSUInteger, __weak id> told;
 
 NSArray* rectangle(NSRect rect) {
     return @[ @(rect.origin.x), @(rect.origin.y), @(rect.size.width), @(rect.size.height) ];
@@ -25,6 +29,7 @@ id plain(id value) {
 
 /// An object's classes, and what it says of the keys that were asked for each of them.
 NSMutableDictionary* describe(id object, NSDictionary* asked) {
+    told[[plain(object) unsignedLongValue]] = object;
     NSMutableArray* classes = [NSMutableArray array];
     NSMutableDictionary* all = [@{@"number" : plain(object), @"classes" : classes} mutableCopy];
     for (Class each = [object class]; each; each = [each superclass]) {
@@ -57,6 +62,10 @@ void gather(NSView* view, NSDictionary* asked, NSMutableArray* all) {
 }
 
 } // namespace
+
+id driver::seen(NSUInteger number) {
+    return told[number];
+}
 
 @implementation Driver (Windows)
 

@@ -3,9 +3,7 @@
 // The types of the Objective-C language itself, which belong to a run-time library that is not needed to
 // check sources. Names and meanings are those of the language's documentation.
 typedef struct objc_class* Class;
-typedef struct objc_object {
-    Class isa;
-} * id;
+typedef struct objc_object* id;
 typedef struct objc_selector* SEL;
 typedef id (*IMP)(id, SEL, ...);
 #if defined(__arm64__)

@@ -9,7 +9,4 @@ typedef struct objc_method* Method;
 typedef struct objc_ivar* Ivar;
 extern "C" Method class_getInstanceMethod(Class owner, SEL name);
 extern "C" IMP method_setImplementation(Method method, IMP implementation);
-struct objc_method_description {
-    SEL name;
-    char* types;
-};
+struct objc_method_description;

@@ -6,9 +6,10 @@
 
 #include "platform/macos/check/runtime/Objects.h"
 
-#include <cstddef>
+#include <objc/message.h>
+#include <objc/runtime.h>
+
 #include <cstring>
-#include <mutex>
 #include <sstream>
 #include <string>
 #include <unordered_map>
@@ -17,18 +18,6 @@
 
 extern "C" {
 
-IMP objc_msg_lookup(id receiver, SEL selector);
-IMP objc_msg_lookup_super(struct Super* receiver, SEL selector);
-Class objc_lookUpClass(const char* name);
-Class objc_getMetaClass(const char* name);
-Method class_getInstanceMethod(Class, SEL);
-IMP method_setImplementation(Method, IMP);
-BOOL class_addMethod(Class, SEL, IMP, const char* types);
-SEL sel_registerName(const char*);
-const char* sel_getName(SEL);
-const char* sel_getTypeEncoding(SEL);
-void* _Block_copy(const void*);
-void _Block_release(const void*);
 extern void* _NSConcreteGlobalBlock[];
 extern void* _NSConcreteStackBlock[];
 extern void* _NSConcreteMallocBlock[];
@@ -39,9 +28,9 @@ _Unwind_Reason_Code __gxx_personality_v0(int, _Unwind_Action, unsigned long, _Un
 
 namespace {
 
-/// What is known of all objects. It outlives everything that runs at the end.
+/// What is known of all objects. It outlives everything that runs at the end. Nothing guards it: the program
+/// has one thread.
 struct Known {
-    std::recursive_mutex guard; ///< also so that no object is taken over a weak reference while it goes
     std::unordered_map<id, std::unordered_set<id*>> weakReferences;
     std::unordered_map<id, NSMutableDictionary*> records;
 };
@@ -51,33 +40,56 @@ Known& known() {
     return *all;
 }
 
-/// Gives the object's record, to be let go of without the lock.
-NSMutableDictionary* dissolve(id object) {
-    if (const auto references = known().weakReferences.extract(object))
-        for (id* place : references.mapped())
-            *place = nil;
-    const auto record = known().records.extract(object);
-    return record ? record.mapped() : nil;
-}
-
 void release(id self, SEL) {
-    std::unique_lock lock(known().guard);
     if (!NSDecrementExtraRefCountWasZero(self))
         return;
-    NSMutableDictionary* record = dissolve(self);
-    lock.unlock();
-    [record release];
+    if (const auto references = known().weakReferences.extract(self))
+        for (id* place : references.mapped())
+            *place = nil;
+    if (const auto record = known().records.extract(self))
+        [record.mapped() release];
     [self dealloc];
 }
 
 NSMethodSignature* (*knownSignature)(id, SEL, SEL);
 
-/// How a message that sets something is sent says of which types it is.
+/// What nobody has is of the types that it is sent with.
 NSMethodSignature* signature(id self, SEL selector, SEL message) {
     NSMethodSignature* known = knownSignature(self, selector, message);
-    if (known || std::strncmp(sel_getName(message), "set", 3) != 0)
-        return known;
-    return [NSMethodSignature signatureWithObjCTypes:sel_getTypeEncoding(message)];
+    return known ? known : [NSMethodSignature signatureWithObjCTypes:sel_getTypeEncoding(message)];
+}
+
+/// "title" of "setTitle", and of a message that makes something "identifier" of "requestWithIdentifier".
+NSString* keyOf(NSString* part) {
+    const NSRange before = [part rangeOfString:[part hasPrefix:@"set"] ? @"set" : @"With"];
+    if (before.length == 0)
+        return part;
+    NSString* first = [part substringWithRange:NSMakeRange(NSMaxRange(before), 1)];
+    return [[first lowercaseString] stringByAppendingString:[part substringFromIndex:NSMaxRange(before) + 1]];
+}
+
+/// Keeps what comes with a message that nobody has, each part under its name.
+void keepArguments(id keeper, NSInvocation* asked) {
+    union {
+        id object;
+        SEL action;
+        double number;
+        BOOL flag;
+    } value;
+    NSArray* parts = [NSStringFromSelector([asked selector]) componentsSeparatedByString:@":"];
+    for (NSUInteger i = 0; i + 1 < [parts count]; ++i) {
+        const char type = *[[asked methodSignature] getArgumentTypeAtIndex:i + 2];
+        if (!std::strchr("@:dc", type))
+            continue;
+        [asked getArgument:&value atIndex:i + 2];
+        if (type == ':')
+            [keeper setAction:value.action];
+        else
+            [keeper setValue:type == '@'   ? value.object
+                             : type == 'd' ? @(value.number)
+                                           : @(value.flag)
+                      forKey:keyOf([parts objectAtIndex:i])];
+    }
 }
 
 Class classNamed(const char* name) {
@@ -100,7 +112,7 @@ Slot* objc_msg_lookup_sender(id* receiver, SEL selector, id) {
     return &slot;
 }
 
-Slot* objc_slot_lookup_super(Super* receiver, SEL selector) {
+Slot* objc_slot_lookup_super(objc_super* receiver, SEL selector) {
     thread_local Slot slot;
     slot.method = objc_msg_lookup_super(receiver, selector);
     return &slot;
@@ -139,13 +151,6 @@ void objc_storeStrong(id* place, id object) {
     [before release];
 }
 
-/// A property that copies what it is set to.
-void objc_setProperty_nonatomic_copy(char* self, SEL, id value, std::ptrdiff_t offset) {
-    id copied = [value copy];
-    objc_storeStrong(reinterpret_cast<id*>(self + offset), copied);
-    [copied release];
-}
-
 void* objc_autoreleasePoolPush() {
     return [[NSAutoreleasePool alloc] init];
 }
@@ -155,7 +160,6 @@ void objc_autoreleasePoolPop(void* pool) {
 }
 
 id objc_storeWeak(id* place, id object) {
-    const std::lock_guard lock(known().guard);
     auto& references = known().weakReferences;
     references[*place].erase(place);
     if (object)
@@ -173,12 +177,10 @@ void objc_destroyWeak(id* place) {
 }
 
 id objc_loadWeakRetained(id* place) {
-    const std::lock_guard lock(known().guard);
     return [*place retain];
 }
 
 void objc_copyWeak(id* to, id* from) {
-    const std::lock_guard lock(known().guard);
     objc_initWeak(to, *from);
 }
 
@@ -187,20 +189,34 @@ void objc_copyWeak(id* to, id* from) {
 /// Here, because no class of a library may get a method any more once blocks have theirs.
 @implementation NSObject (Records)
 
-/// What can be set there and not here is kept, an object under its name; a number comes to nothing.
+/// What can be set there and not here is kept.
 - (void)forwardInvocation:(NSInvocation*)asked {
     if (id target = [self forwardingTargetForSelector:[asked selector]])
         return [asked invokeWithTarget:target];
     NSString* name = NSStringFromSelector([asked selector]);
-    if (![name hasPrefix:@"set"])
+    if ([name hasPrefix:@"set"])
+        return keepArguments(recordOf(self), asked);
+    id kept = [recordOf(self) objectForKey:name];
+    if (!kept)
         return [self doesNotRecognizeSelector:[asked selector]];
-    if (*[[asked methodSignature] getArgumentTypeAtIndex:2] != '@')
-        return;
-    id value = nil;
-    [asked getArgument:&value atIndex:2];
-    NSString* first = [[name substringWithRange:NSMakeRange(3, 1)] lowercaseString];
-    NSString* rest = [name substringWithRange:NSMakeRange(4, [name length] - 5)];
-    [recordOf(self) setValue:value forKey:[first stringByAppendingString:rest]];
+    [asked setReturnValue:&kept];
+}
+
+/// A class makes an object that keeps what it is made with. One that is made without anything is always the
+/// same.
++ (void)forwardInvocation:(NSInvocation*)asked {
+    NSString* name = NSStringFromSelector([asked selector]);
+    id made = [recordOf(self) objectForKey:name];
+    if (!made)
+        made = [[[self alloc] init] autorelease];
+    keepArguments(made, asked);
+    if (![name hasSuffix:@":"])
+        [recordOf(self) setObject:made forKey:name];
+    [asked setReturnValue:&made];
+}
+
+- (void)setValue:(id)value forUndefinedKey:(NSString*)key {
+    [recordOf(self) setValue:value forKey:key];
 }
 
 - (id)valueForUndefinedKey:(NSString*)key {
@@ -237,19 +253,10 @@ void objc_copyWeak(id* to, id* from) {
 @end
 
 NSMutableDictionary* recordOf(id object) {
-    const std::lock_guard lock(known().guard);
     NSMutableDictionary*& record = known().records[object];
     if (!record)
         record = [[NSMutableDictionary alloc] init];
     return record;
-}
-
-NSDictionary* liveObjects() {
-    NSMutableDictionary* all = [NSMutableDictionary dictionary];
-    for (Class* each = GSDebugAllocationClassList(); *each; ++each)
-        if (const int count = GSDebugAllocationCount(*each))
-            [all setObject:[NSNumber numberWithInt:count] forKey:NSStringFromClass(*each)];
-    return all;
 }
 
 void* replaceMethod(const char* owner, SEL selector, void* function) {
@@ -260,8 +267,13 @@ void* replaceMethod(const char* owner, SEL selector, void* function) {
 void addMethods(const char* owner, const char* names, void* function) {
     std::istringstream each(names);
     for (std::string name; each >> name;)
-        class_addMethod(classNamed(owner), sel_registerName(name.c_str()), reinterpret_cast<IMP>(function),
-                        "@@:");
+        class_replaceMethod(classNamed(owner), sel_registerName(name.c_str()),
+                            reinterpret_cast<IMP>(function), "@@:");
+}
+
+void answerWithReceiver(const char* owner, const char* names) {
+    static id (*const receiver)(id) = [](id self) { return self; };
+    addMethods(owner, names, reinterpret_cast<void*>(receiver));
 }
 
 void ignoreMessages(const char* owner, const char* names) {

@@ -6,15 +6,31 @@
 #import <IOKit/pwr_mgt/IOPMLib.h>
 
 #include <cstring>
+#include <vector>
 
 namespace {
 
 NSString* busyBy;
 
-constexpr UInt32 device = 40;
+/// What the system tells of an object: numbers. There are one microphone and two cameras, the second of which
+/// may run.
+std::vector<UInt32> told(UInt32 object, UInt32 property) {
+    constexpr UInt32 microphone = 40, camera = 50, otherCamera = 51;
+    if (object == kAudioObjectSystemObject && property == kAudioHardwarePropertyDefaultInputDevice)
+        return {microphone};
+    if (object == kCMIOObjectSystemObject && property == kCMIOHardwarePropertyDevices)
+        return {camera, otherCamera};
+    if (property != kAudioDevicePropertyDeviceIsRunningSomewhere)
+        return {};
+    NSString* use = @{@(microphone) : @"sound", @(otherCamera) : @"camera"}[@(object)];
+    return {[busyBy isEqual:use] ? 1u : 0u};
+}
 
-void tell(void* data, UInt32 value) {
-    std::memcpy(data, &value, sizeof value);
+OSStatus copy(const std::vector<UInt32>& numbers, UInt32 size, void* data) {
+    if (numbers.empty() || size != numbers.size() * sizeof(UInt32))
+        return -1;
+    std::memcpy(data, numbers.data(), size);
+    return 0;
 }
 
 } // namespace
@@ -23,34 +39,19 @@ extern "C" {
 
 OSStatus AudioObjectGetPropertyData(AudioObjectID object, const AudioObjectPropertyAddress* address, UInt32,
                                     const void*, UInt32* size, void* data) {
-    const bool wanted =
-        object == kAudioObjectSystemObject
-            ? address->mSelector == kAudioHardwarePropertyDefaultInputDevice
-            : object == device && address->mSelector == kAudioDevicePropertyDeviceIsRunningSomewhere;
-    if (!wanted || *size != sizeof(UInt32))
-        return -1;
-    tell(data, object == device ? [busyBy isEqual:@"sound"] : device);
-    return 0;
+    return copy(told(object, address->mSelector), *size, data);
 }
 
-/// Two cameras, the second of which may run.
-OSStatus CMIOObjectGetPropertyDataSize(CMIOObjectID, const CMIOObjectPropertyAddress*, UInt32, const void*,
-                                       UInt32* size) {
-    *size = 2 * sizeof(CMIOObjectID);
+OSStatus CMIOObjectGetPropertyDataSize(CMIOObjectID object, const CMIOObjectPropertyAddress* address, UInt32,
+                                       const void*, UInt32* size) {
+    *size = static_cast<UInt32>(told(object, address->mSelector).size() * sizeof(UInt32));
     return 0;
 }
 
 OSStatus CMIOObjectGetPropertyData(CMIOObjectID object, const CMIOObjectPropertyAddress* address, UInt32,
                                    const void*, UInt32 size, UInt32* used, void* data) {
-    const CMIOObjectID both[] = {device, device + 1};
     *used = size;
-    if (address->mSelector == kCMIOHardwarePropertyDevices && size == sizeof both)
-        std::memcpy(data, both, size);
-    else if (address->mSelector == kCMIODevicePropertyDeviceIsRunningSomewhere && size == sizeof(UInt32))
-        tell(data, object == both[1] && [busyBy isEqual:@"camera"]);
-    else
-        return -1;
-    return 0;
+    return copy(told(object, address->mSelector), size, data);
 }
 
 /// The reader owns what it is given.

@@ -6,8 +6,6 @@
 #import <CoreText/CoreText.h>
 #import <QuartzCore/QuartzCore.h>
 
-#include <algorithm>
-
 NSString* const NSAccessibilityRadioButtonRole = @"AXRadioButton";
 NSString* const NSAccessibilityRadioGroupRole = @"AXRadioGroup";
 NSString* const NSAccessibilityLinkRole = @"AXLink";
@@ -23,14 +21,6 @@ const NSFontWeight NSFontWeightBold = 0.4;
 
 namespace {
 
-id itself(id self, SEL) {
-    return self;
-}
-
-id kept(id self, SEL message) {
-    return recordOf(self)[NSStringFromSelector(message)];
-}
-
 id anyColor(id, SEL) {
     return [NSColor grayColor];
 }
@@ -42,18 +32,11 @@ id anyColor(id, SEL) {
 + (void)load {
     ignoreMessages("NSView", "layer wantsUpdateLayer updateLayer effectiveAppearance "
                              "viewDidChangeEffectiveAppearance addTrackingArea:");
-    addMethods("NSView", "accessibilityLabel accessibilityRole accessibilityHelp accessibilityValue",
-               reinterpret_cast<void*>(kept));
-    replaceMethod("NSSwitch", @selector(accessibilityLabel), reinterpret_cast<void*>(kept));
-    addMethods("+NSColor", "controlAccentColor", reinterpret_cast<void*>(anyColor));
-    // Which the toolkit knows by name only.
-    for (const SEL color :
-         { @selector(systemGrayColor), @selector(systemGreenColor), @selector(systemTealColor) })
-        replaceMethod("+NSColor", color, reinterpret_cast<void*>(anyColor));
+    // Some of which the toolkit knows by name only.
+    addMethods("+NSColor", "controlAccentColor systemGrayColor systemGreenColor systemTealColor",
+               reinterpret_cast<void*>(anyColor));
     ignoreMessages("NSColor", "CGColor");
-    addMethods("+NSImageSymbolConfiguration",
-               "configurationWithPointSize:weight: configurationWithScale:", reinterpret_cast<void*>(itself));
-    addMethods("NSImage", "imageWithSymbolConfiguration:", reinterpret_cast<void*>(itself));
+    answerWithReceiver("NSImage", "imageWithSymbolConfiguration:");
 }
 
 @end
@@ -73,17 +56,6 @@ id anyColor(id, SEL) {
 @implementation NSImageSymbolConfiguration
 @end
 
-@implementation NSImage (StandIn)
-
-+ (instancetype)imageWithSystemSymbolName:(NSString*)name accessibilityDescription:(NSString*)description {
-    NSImage* image = [[NSImage alloc] initWithSize:NSMakeSize(16, 16)];
-    recordOf(image)[@"symbol"] = name;
-    [recordOf(image) setValue:description forKey:@"accessibilityDescription"];
-    return image;
-}
-
-@end
-
 @implementation NSControl (StandIn)
 
 /// What a control lacks its cell has.
@@ -93,32 +65,7 @@ id anyColor(id, SEL) {
 
 @end
 
-@implementation NSButton (StandIn)
-
-+ (instancetype)buttonWithTitle:(NSString*)title target:(id)target action:(SEL)action {
-    NSButton* button = [[self alloc] initWithFrame:NSZeroRect];
-    [button setTitle:title];
-    [button setTarget:target];
-    [button setAction:action];
-    return button;
-}
-
-+ (instancetype)buttonWithImage:(NSImage*)image target:(id)target action:(SEL)action {
-    NSButton* button = [self buttonWithTitle:@"" target:target action:action];
-    [button setImage:image];
-    [button setImagePosition:NSImageOnly];
-    return button;
-}
-
-@end
-
 @implementation NSTextField (StandIn)
-
-+ (instancetype)textFieldWithString:(NSString*)text {
-    NSTextField* field = [[self alloc] initWithFrame:NSZeroRect];
-    [field setStringValue:text];
-    return field;
-}
 
 + (instancetype)labelWithString:(NSString*)text {
     NSTextField* label = [self textFieldWithString:text];
@@ -129,6 +76,11 @@ id anyColor(id, SEL) {
 
 + (instancetype)wrappingLabelWithString:(NSString*)text {
     return [self labelWithString:text];
+}
+
+/// What it is made with.
+- (void)setString:(NSString*)text {
+    [self setStringValue:text];
 }
 
 @end
@@ -147,6 +99,10 @@ id anyColor(id, SEL) {
 /// Here one that is off would be grey.
 - (BOOL)isEnabled {
     return YES;
+}
+
+- (NSString*)accessibilityLabel {
+    return recordOf(self)[@"accessibilityLabel"];
 }
 
 @end
@@ -170,12 +126,10 @@ id anyColor(id, SEL) {
 - (void)keyDown:(NSEvent*)event {
     NSMutableDictionary* typed = recordOf(self);
     const BOOL second = typed[@"date"] && typed[@"date"] == [self dateValue];
-    const NSInteger digit = [[event characters] integerValue];
-    NSDateComponents* time = [[NSCalendar currentCalendar] components:NSCalendarUnitHour
-                                                             fromDate:[self dateValue]];
-    const NSInteger hours = (second ? [typed[@"digit"] integerValue] * 10 : 0) + digit - [time hour];
-    [self setDateValue:[[self dateValue] dateByAddingTimeInterval:static_cast<double>(hours) * 3600]];
-    typed[@"digit"] = @(digit);
+    const NSInteger before = [[[NSCalendar currentCalendar] components:NSCalendarUnitHour
+                                                              fromDate:[self dateValue]] hour];
+    const NSInteger hour = (second ? before * 10 : 0) + [[event characters] integerValue];
+    [self setDateValue:[[self dateValue] dateByAddingTimeInterval:static_cast<double>(hour - before) * 3600]];
     [typed setValue:second ? nil : [self dateValue] forKey:@"date"];
     [self sendAction:[self action] to:[self target]];
 }
@@ -186,35 +140,32 @@ id anyColor(id, SEL) {
 - (NSView*)tableView:(NSTableView*)table viewForTableColumn:(NSTableColumn*)column row:(NSInteger)row;
 @end
 
-/// A list whose rows are views, one column of them.
-@implementation NSTableView (StandIn)
+namespace {
 
-- (void)setDataSource:(id)source {
-    recordOf(self)[@"source"] = [NSValue valueWithNonretainedObject:source];
-}
+void (*reload)(NSTableView*, SEL);
 
-- (id)dataSource {
-    return [recordOf(self)[@"source"] nonretainedObjectValue];
-}
-
-- (void)reloadData {
-    NSArray* before = [[self subviews] copy];
-    recordOf(self)[@"spare"] = [before objectEnumerator];
+/// Also makes views of the rows, in one column.
+void reloadData(NSTableView* table, SEL selector) {
+    NSArray* before = [[table subviews] copy];
+    recordOf(table)[@"spare"] = [before objectEnumerator];
     for (NSView* view in before)
         [view removeFromSuperview];
-    constexpr CGFloat height = 20;
-    const CGFloat width = [[[self tableColumns] firstObject] width];
-    const NSInteger rows = [[self dataSource] numberOfRowsInTableView:self];
-    for (NSInteger row = 0; row < rows; ++row) {
-        NSView* view = [static_cast<id<RowViews>>([self delegate]) tableView:self
-                                                          viewForTableColumn:nil
-                                                                         row:row];
-        [view setFrame:NSMakeRect(0, static_cast<CGFloat>(row) * height, width, height)];
-        [self addSubview:view];
+    reload(table, selector);
+    for (NSInteger row = 0; row < [table numberOfRows]; ++row) {
+        NSView* view = [static_cast<id<RowViews>>([table delegate]) tableView:table
+                                                           viewForTableColumn:nil
+                                                                          row:row];
+        [view setFrame:[table frameOfCellAtColumn:0 row:row]];
+        [table addSubview:view];
     }
-    [self setFrameSize:NSMakeSize(width, std::max<CGFloat>(1, static_cast<CGFloat>(rows)) * height)];
-    if ([self selectedRow] >= rows)
-        [recordOf(self) removeObjectForKey:@"selection"];
+}
+
+} // namespace
+
+@implementation NSTableView (StandIn)
+
++ (void)load {
+    replace("NSTableView", @selector(reloadData), reloadData, reload);
 }
 
 - (NSView*)makeViewWithIdentifier:(NSString*)identifier owner:(id)owner {
@@ -223,18 +174,6 @@ id anyColor(id, SEL) {
 
 - (NSView*)viewAtColumn:(NSInteger)column row:(NSInteger)row makeIfNecessary:(BOOL)make {
     return [self subviews][static_cast<NSUInteger>(row)];
-}
-
-- (void)selectRowIndexes:(NSIndexSet*)rows byExtendingSelection:(BOOL)extend {
-    recordOf(self)[@"selection"] = [rows copy];
-}
-
-- (NSInteger)selectedRow {
-    NSIndexSet* selection = recordOf(self)[@"selection"];
-    return selection ? static_cast<NSInteger>([selection firstIndex]) : -1;
-}
-
-- (void)drawRect:(NSRect)rect {
 }
 
 @end

@@ -1,5 +1,5 @@
 // A layout that is good enough to press and read what is there: whatever is laid out stands in a column, each
-// as high as it wants to be, or in a row, all of one width. What constraints say is of no matter to that.
+// as high as it wants to be, or in a row, each as wide. What constraints say is of no matter to that.
 #import "platform/macos/check/standin/StandIns.h"
 
 #include <algorithm>
@@ -11,31 +11,27 @@ namespace {
 
 constexpr CGFloat spacing = 4;
 constexpr CGFloat ample = 10000;
-constexpr NSSize smallestControl = {40, 22};
+constexpr NSSize smallest = {40, 22};
 
-BOOL isRow(NSView* view) {
-    return [view isKindOfClass:[NSStackView class]] &&
-           [static_cast<NSStackView*>(view) orientation] == NSUserInterfaceLayoutOrientationHorizontal;
-}
-
-NSArray<NSView*>* laidOutIn(NSView* view) {
-    NSMutableArray* all = [NSMutableArray array];
-    for (NSView* child in [view subviews])
-        if ([recordOf(child)[@"laid out"] boolValue] && ![child isHidden])
-            [all addObject:child];
-    return all;
-}
-
-NSSize sizeOfContent(NSView* view) {
-    NSSize size = NSZeroSize;
-    for (NSView* child in laidOutIn(view)) {
+/// Places what is laid out in a view, or only measures it. Gives the room that it takes.
+NSSize arrange(NSView* view, bool placing) {
+    const NSSize room = [view bounds].size;
+    const bool row =
+        [view isKindOfClass:[NSStackView class]] &&
+        [static_cast<NSStackView*>(view) orientation] == NSUserInterfaceLayoutOrientationHorizontal;
+    NSSize used = NSZeroSize;
+    for (NSView* child in [view subviews]) {
+        if (!recordOf(child)[@"translatesAutoresizingMaskIntoConstraints"] || [child isHidden])
+            continue;
         const NSSize wanted = [child fittingSize];
-        if (isRow(view))
-            size = NSMakeSize(size.width + wanted.width, std::max(size.height, wanted.height));
-        else
-            size = NSMakeSize(std::max(size.width, wanted.width), size.height + wanted.height + spacing);
+        const CGFloat y = [view isFlipped] ? used.height : room.height - used.height - wanted.height;
+        if (placing)
+            [child setFrame:row ? NSMakeRect(used.width, 0, wanted.width, room.height)
+                                : NSMakeRect(0, y, room.width, wanted.height)];
+        used = row ? NSMakeSize(used.width + wanted.width, std::max(used.height, wanted.height))
+                   : NSMakeSize(std::max(used.width, wanted.width), used.height + wanted.height + spacing);
     }
-    return size;
+    return used;
 }
 
 void (*setWholeFrame)(NSView*, SEL, NSRect);
@@ -50,65 +46,33 @@ void setFrame(NSView* view, SEL selector, NSRect frame) {
 
 } // namespace
 
-/// An edge or a length of a view, and any constraint of it.
-@interface AnchorStandIn : NSObject
-@end
-
-@implementation AnchorStandIn
-
-static id anchorOf(id, SEL) {
-    static AnchorStandIn* all = [[AnchorStandIn alloc] init];
-    return all;
-}
-
-+ (void)load {
-    replace("NSView", @selector(setFrame:), setFrame, setWholeFrame);
-    addMethods("NSView",
-               "leadingAnchor trailingAnchor centerXAnchor topAnchor bottomAnchor centerYAnchor widthAnchor "
-               "heightAnchor safeAreaLayoutGuide",
-               reinterpret_cast<void*>(anchorOf));
-    addMethods("AnchorStandIn",
-               "topAnchor constraintEqualToAnchor: constraintEqualToAnchor:constant: "
-               "constraintGreaterThanOrEqualToAnchor: constraintGreaterThanOrEqualToAnchor:constant: "
-               "constraintLessThanOrEqualToAnchor:constant: constraintEqualToConstant: "
-               "constraintGreaterThanOrEqualToConstant:",
-               reinterpret_cast<void*>(anchorOf));
-    ignoreMessages("NSView", "invalidateIntrinsicContentSize");
-}
-
-@end
-
 @implementation NSView (LayoutStandIn)
 
-- (void)setTranslatesAutoresizingMaskIntoConstraints:(BOOL)flag {
-    recordOf(self)[@"laid out"] = @(!flag);
+/// An edge or a length of a view, and any constraint of it, is the view. So is a row that it is.
++ (void)load {
+    replace("NSView", @selector(setFrame:), setFrame, setWholeFrame);
+    answerWithReceiver(
+        "NSView",
+        "leadingAnchor trailingAnchor centerXAnchor topAnchor bottomAnchor centerYAnchor "
+        "widthAnchor heightAnchor safeAreaLayoutGuide constraintEqualToAnchor: "
+        "constraintEqualToAnchor:constant: constraintGreaterThanOrEqualToAnchor: "
+        "constraintGreaterThanOrEqualToAnchor:constant: constraintLessThanOrEqualToAnchor:constant: "
+        "constraintEqualToConstant: constraintGreaterThanOrEqualToConstant: row");
+    ignoreMessages("NSView", "invalidateIntrinsicContentSize columnAtIndex: mergeCellsInRange: cellAtIndex:");
 }
 
 - (NSSize)intrinsicContentSize {
-    return NSZeroSize;
+    return smallest;
 }
 
 - (NSSize)fittingSize {
     const NSSize own = [self intrinsicContentSize];
-    const NSSize content = sizeOfContent(self);
+    const NSSize content = arrange(self, false);
     return NSMakeSize(std::max(own.width, content.width), std::max(own.height, content.height));
 }
 
 - (void)layout {
-    const NSSize room = [self bounds].size;
-    NSArray<NSView*>* children = laidOutIn(self);
-    const CGFloat share = room.width / static_cast<CGFloat>([children count]);
-    NSPoint at = NSMakePoint(0, [self isFlipped] ? 0 : room.height);
-    for (NSView* child in children) {
-        const CGFloat height = [child fittingSize].height;
-        if (isRow(self)) {
-            [child setFrame:NSMakeRect(at.x, 0, share, room.height)];
-            at.x += share;
-        } else {
-            [child setFrame:NSMakeRect(0, [self isFlipped] ? at.y : at.y - height, room.width, height)];
-            at.y += [self isFlipped] ? height + spacing : -height - spacing;
-        }
-    }
+    arrange(self, true);
 }
 
 - (void)layOutAll {
@@ -120,37 +84,23 @@ static id anchorOf(id, SEL) {
 
 @end
 
-@implementation NSControl (LayoutStandIn)
-
-- (NSSize)intrinsicContentSize {
-    const NSSize size = [[self cell] cellSize];
-    return NSMakeSize(std::max(size.width, smallestControl.width),
-                      std::max(size.height, smallestControl.height));
-}
-
-@end
-
 @implementation NSScrollView (LayoutStandIn)
 
 - (NSSize)intrinsicContentSize {
-    return NSMakeSize(100, 100);
+    return NSMakeSize(400, 100);
 }
 
 @end
 
 @implementation NSTextField (LayoutStandIn)
 
-- (void)setPreferredMaxLayoutWidth:(CGFloat)width {
-    recordOf(self)[@"widest"] = @(width);
-}
-
 - (NSSize)intrinsicContentSize {
-    const CGFloat widest = [recordOf(self)[@"widest"] doubleValue];
+    const CGFloat widest = [recordOf(self)[@"preferredMaxLayoutWidth"] doubleValue];
     const NSRect box =
         [[self attributedStringValue] boundingRectWithSize:NSMakeSize(widest > 0 ? widest : ample, ample)
                                                    options:NSStringDrawingUsesLineFragmentOrigin];
-    return NSMakeSize(std::ceil(NSWidth(box)) + spacing,
-                      std::ceil(std::max(NSHeight(box), [[self font] defaultLineHeightForFont])));
+    return NSMakeSize(std::max(NSWidth(box), smallest.width),
+                      std::max(NSHeight(box), [[self font] defaultLineHeightForFont]));
 }
 
 @end
@@ -158,23 +108,14 @@ static id anchorOf(id, SEL) {
 /// Also a grid, as a column of rows, and each of its rows, which stands for all cells in it.
 @implementation NSStackView
 
-+ (void)load {
-    ignoreMessages("NSStackView", "columnAtIndex: mergeCellsInRange: cellAtIndex:");
-}
-
-+ (instancetype)stackViewWithViews:(NSArray<NSView*>*)views {
-    NSStackView* stack = [[self alloc] initWithFrame:NSZeroRect];
+/// What it is made with.
+- (void)setViews:(NSArray<NSView*>*)views {
     for (NSView* view in views)
-        [stack addArrangedSubview:view];
-    return stack;
-}
-
-- (BOOL)isFlipped {
-    return YES;
+        [self addArrangedSubview:view];
 }
 
 - (void)addArrangedSubview:(NSView*)view {
-    recordOf(view)[@"laid out"] = @YES;
+    [view setTranslatesAutoresizingMaskIntoConstraints:NO];
     [self addSubview:view];
 }
 
@@ -187,8 +128,9 @@ static id anchorOf(id, SEL) {
 }
 
 - (id)addRowWithViews:(NSArray<NSView*>*)views {
-    [self addArrangedSubview:[NSStackView stackViewWithViews:views]];
-    return [[self subviews] lastObject];
+    NSStackView* row = [NSStackView stackViewWithViews:views];
+    [self addArrangedSubview:row];
+    return row;
 }
 
 - (NSInteger)indexOfRow:(id)row {
@@ -203,16 +145,12 @@ static id anchorOf(id, SEL) {
     return [view superview];
 }
 
-- (id)row {
-    return self;
-}
-
 @end
 
 @implementation NSGridView (StandIn)
 
 + (id)gridViewWithNumberOfColumns:(NSInteger)columns rows:(NSInteger)rows {
-    NSStackView* grid = [[NSStackView alloc] initWithFrame:NSZeroRect];
+    NSStackView* grid = [[NSStackView alloc] init];
     [grid setOrientation:NSUserInterfaceLayoutOrientationVertical];
     return static_cast<id>(grid);
 }

@@ -5,38 +5,12 @@
 
 #include <cstdlib>
 
-namespace {
-
-UNNotificationRequest* shown; ///< last, also when it has gone
-
-/// Also what nobody else may set.
-id make(Class kind, NSDictionary* properties) {
-    id made = [[kind alloc] init];
-    [made setValuesForKeysWithDictionary:properties];
-    return made;
-}
-
-} // namespace
+static UNNotificationRequest* shown; ///< last, also when it has gone
 
 @implementation UNNotificationAction
-
-+ (instancetype)actionWithIdentifier:(NSString*)identifier
-                               title:(NSString*)title
-                             options:(UNNotificationActionOptions)options {
-    return make(self, @{@"identifier" : identifier, @"title" : title});
-}
-
 @end
 
 @implementation UNNotificationCategory
-
-+ (instancetype)categoryWithIdentifier:(NSString*)identifier
-                               actions:(NSArray*)actions
-                     intentIdentifiers:(NSArray*)intents
-                               options:(UNNotificationCategoryOptions)options {
-    return make(self, @{@"identifier" : identifier, @"actions" : actions});
-}
-
 @end
 
 @implementation UNNotificationContent
@@ -46,27 +20,9 @@ id make(Class kind, NSDictionary* properties) {
 @end
 
 @implementation UNNotificationRequest
-
-+ (instancetype)requestWithIdentifier:(NSString*)identifier
-                              content:(UNNotificationContent*)content
-                              trigger:(UNNotificationTrigger*)trigger {
-    return make(self, @{@"identifier" : identifier, @"content" : content});
-}
-
-@end
-
-@implementation UNNotification
-@end
-
-@implementation UNNotificationResponse
 @end
 
 @implementation UNUserNotificationCenter
-
-+ (UNUserNotificationCenter*)currentNotificationCenter {
-    static id center = [[self alloc] init];
-    return center;
-}
 
 - (void)requestAuthorizationWithOptions:(UNAuthorizationOptions)options
                       completionHandler:(void (^)(BOOL granted, NSError* error))done {
@@ -77,9 +33,8 @@ id make(Class kind, NSDictionary* properties) {
          withCompletionHandler:(void (^)(NSError* error))done {
     shown = request;
     UNNotificationCategory* category = [recordOf(self)[@"notificationCategories"] anyObject];
-    NSDictionary* content =
-        [[request content] dictionaryWithValuesForKeys:@[ @"title", @"body", @"categoryIdentifier" ]];
-    NSMutableDictionary* told = [content mutableCopy];
+    NSMutableDictionary* told = [[[request content]
+        dictionaryWithValuesForKeys:@[ @"title", @"body", @"categoryIdentifier" ]] mutableCopy];
     told[@"category"] = [category identifier];
     told[@"actions"] = [category valueForKeyPath:@"actions.identifier"];
     told[@"labels"] = [category valueForKeyPath:@"actions.title"];
@@ -101,12 +56,14 @@ id make(Class kind, NSDictionary* properties) {
 
 /// A press on the notification that was shown last, also when it has gone: some presses come late.
 + (id)pressAction:(NSDictionary*)asked {
-    id notification = make([UNNotification class], @{@"request" : shown});
-    id response = make([UNNotificationResponse class],
-                       @{@"notification" : notification, @"actionIdentifier" : asked[@"action"]});
+    NSObject* notification = [[NSObject alloc] init];
+    NSObject* response = [[NSObject alloc] init];
+    recordOf(notification)[@"request"] = shown;
+    recordOf(response)[@"notification"] = notification;
+    recordOf(response)[@"actionIdentifier"] = asked[@"action"];
     UNUserNotificationCenter* center = [UNUserNotificationCenter currentNotificationCenter];
     [[center delegate] userNotificationCenter:center
-               didReceiveNotificationResponse:response
+               didReceiveNotificationResponse:static_cast<id>(response)
                         withCompletionHandler:^{
                         }];
     return nil;

@@ -5,20 +5,8 @@
 
 @implementation SPUUpdater
 
-- (void)setAutomaticallyChecksForUpdates:(BOOL)checks {
-    note(@"automatic checks", @{@"on" : @(checks)});
-}
-
-- (void)setUpdateCheckInterval:(NSTimeInterval)interval {
-    note(@"check interval", @{@"seconds" : @(interval)});
-}
-
-- (void)setSendsSystemProfile:(BOOL)sends {
-    note(@"system profile", @{@"on" : @(sends)});
-}
-
 - (void)checkForUpdates {
-    note(@"check", @{});
+    note(@"check", recordOf(self));
 }
 
 @end
@@ -30,7 +18,7 @@
                      userDriverDelegate:(id)driver {
     self = [super init];
     _updater = [[SPUUpdater alloc] init];
-    note(@"updater", @{@"started" : @(start)});
+    recordOf(_updater)[@"started"] = @(start);
     return self;
 }
 

@@ -1,6 +1,7 @@
 // What the program asks of the rest of the system. It is noted, and goes no further.
 #import "platform/macos/check/standin/StandIns.h"
 
+#import <Foundation/NSDebug.h>
 #import <ServiceManagement/ServiceManagement.h>
 
 #include <cstdio>
@@ -14,10 +15,9 @@ namespace {
 
 NSMutableArray* notes;
 
-/// As a number with one decimal; 14.2 unless a test names another one.
+/// As a number with one decimal.
 double systemVersion() {
-    const char* version = std::getenv("KELPA_TEST_MACOS");
-    return version ? std::atof(version) : 14.2;
+    return std::atof(std::getenv("KELPA_TEST_MACOS"));
 }
 
 } // namespace
@@ -48,10 +48,6 @@ bool standin::systemIs(const char* needed) {
 
 @implementation SMAppService
 
-+ (SMAppService*)mainAppService {
-    return [[self alloc] init];
-}
-
 - (BOOL)registerAndReturnError:(NSError**)error {
     note(@"register", @{});
     return std::getenv("KELPA_TEST_NO_LOGIN_ITEM") == nullptr;
@@ -74,10 +70,6 @@ extern "C" Boolean SMLoginItemSetEnabled(CFStringRef identifier, Boolean enabled
 
 @implementation NSSharingService (StandIn)
 
-+ (NSSharingService*)sharingServiceNamed:(NSString*)name {
-    return [name isEqual:NSSharingServiceNameComposeEmail] ? [[self alloc] init] : nil;
-}
-
 - (void)performWithItems:(NSArray*)items {
     recordOf(self)[@"items"] = [items valueForKey:@"description"];
     note(@"mail", recordOf(self));
@@ -95,11 +87,6 @@ extern "C" Boolean SMLoginItemSetEnabled(CFStringRef identifier, Boolean enabled
 @end
 
 @implementation NSWorkspaceOpenConfiguration
-
-+ (instancetype)configuration {
-    return [[self alloc] init];
-}
-
 @end
 
 @implementation NSWorkspace (StandIn)
@@ -110,10 +97,8 @@ extern "C" Boolean SMLoginItemSetEnabled(CFStringRef identifier, Boolean enabled
     // Said and not noted: who asks for it ends at once.
     std::fprintf(stderr, "start %s%s\n", [[place path] UTF8String],
                  [configuration activates] ? ", to the front" : "");
-    done(nil, std::getenv("KELPA_TEST_NO_LOGIN_ITEM") ? [NSError errorWithDomain:@"It is damaged"
-                                                                            code:1
-                                                                        userInfo:nil]
-                                                      : nil);
+    NSError* damage = [NSError errorWithDomain:@"It is damaged" code:1 userInfo:nil];
+    done(nil, std::getenv("KELPA_TEST_NO_LOGIN_ITEM") ? damage : nil);
 }
 
 - (BOOL)openURL:(NSURL*)address {
@@ -130,14 +115,6 @@ namespace {
 void (^watchElsewhere)(NSEvent*);
 NSEventMask watchedElsewhere;
 
-id (*observe)(id, SEL, NSString*, id, NSOperationQueue*, GSNotificationBlock);
-
-/// Told at once by whoever posts. Here another thread would be, although the main queue was asked for.
-id observeAtOnce(id center, SEL selector, NSString* name, id object, NSOperationQueue*,
-                 GSNotificationBlock block) {
-    return observe(center, selector, name, object, nil, block);
-}
-
 } // namespace
 
 @implementation Driver (System)
@@ -149,8 +126,13 @@ id observeAtOnce(id center, SEL selector, NSString* name, id object, NSOperation
     return taken;
 }
 
+/// How many objects of each class there are, by the names of the classes.
 + (id)live:(NSDictionary*)asked {
-    return liveObjects();
+    NSMutableDictionary* all = [NSMutableDictionary dictionary];
+    for (Class* each = GSDebugAllocationClassList(); *each; ++each)
+        if (const int count = GSDebugAllocationCount(*each))
+            all[NSStringFromClass(*each)] = @(count);
+    return all;
 }
 
 + (id)elsewhere:(NSDictionary*)asked {
@@ -181,10 +163,10 @@ id observeAtOnce(id center, SEL selector, NSString* name, id object, NSOperation
 
 /// GNUstep's own helpers, which it starts as tasks, would write into the user's home, and stay behind.
 + (void)load {
-    static void (*const launchNothing)(NSTask*, SEL) = [](NSTask*, SEL) {};
-    replaceMethod("NSConcreteUnixTask", @selector(launch), reinterpret_cast<void*>(launchNothing));
-    replace("NSNotificationCenter", @selector(addObserverForName:object:queue:usingBlock:), observeAtOnce,
-            observe);
+    ignoreMessages("NSConcreteUnixTask", "launch");
+    ignoreMessages("+NSPasteboard", "_pbs"); // there is no server to keep what is copied
+    // Whoever asks for it is told at once by whoever posts, and not by another thread.
+    ignoreMessages("+NSOperationQueue", "mainQueue");
 }
 
 - (void)addObserver:(id)observer
@@ -202,17 +184,7 @@ id observeAtOnce(id center, SEL selector, NSString* name, id object, NSOperation
 
 /// Within the process alone: the real one starts a daemon that stays.
 + (id)defaultCenter {
-    static id center = [[NSNotificationCenter alloc] init];
-    return center;
-}
-
-@end
-
-@implementation NSPasteboard (StandIn)
-
-/// There is no server to keep what is copied.
-+ (id)_pbs {
-    return nil;
+    return [NSNotificationCenter defaultCenter];
 }
 
 @end
@@ -231,12 +203,8 @@ void objc_exception_throw(id exception) {
 void NSRegisterServicesProvider(id, NSString*) {}
 
 /// GNUstep would take it from the list of users.
-NSString* NSHomeDirectory(void) {
-    return [NSString stringWithUTF8String:std::getenv("HOME")];
-}
-
 NSString* NSHomeDirectoryForUser(NSString*) {
-    return NSHomeDirectory();
+    return [NSString stringWithUTF8String:std::getenv("HOME")];
 }
 
 } // extern "C"

@@ -4,51 +4,43 @@
 
 #import <dispatch/dispatch.h>
 
+#include <cmath>
 #include <cstdlib>
 #include <ctime>
+#include <functional>
 #include <map>
-#include <thread>
 
 // --- What is due
 
-namespace standin {
-
 namespace {
 
-std::map<Ticket, std::function<void()>> schedule_;
-double now_ = 0;
+std::multimap<double, std::function<void()>> due;
+double now = 0;
 
-} // namespace
-
-Ticket schedule(double seconds, std::function<void()> work) {
-    static unsigned long number = 0;
-    const Ticket ticket{now_ + seconds, ++number};
-    schedule_.emplace(ticket, std::move(work));
-    return ticket;
-}
-
-void callOff(const Ticket& ticket) {
-    schedule_.extract(ticket);
-}
-
-void pass(double seconds) {
+/// Does what falls due, in order.
+void passTime(double seconds) {
     constexpr double rounding = 1e-6; // of intervals that were added up
-    const double until = now_ + seconds;
-    while (!schedule_.empty() && schedule_.begin()->first.first <= until + rounding)
+    const double until = now + seconds;
+    while (!due.empty() && due.begin()->first <= until + rounding)
         @autoreleasepool {
-            auto next = schedule_.extract(schedule_.begin());
-            now_ = std::max(now_, next.key().first);
+            auto next = due.extract(due.begin());
+            now = std::max(now, next.key());
             next.mapped()();
         }
-    now_ = until;
+    now = until;
 }
 
-} // namespace standin
+/// Does the work once so many seconds have passed.
+void schedule(double seconds, std::function<void()> work) {
+    due.emplace(now + seconds, std::move(work));
+}
+
+} // namespace
 
 extern "C" {
 
 double CACurrentMediaTime(void) {
-    return standin::now_;
+    return now;
 }
 
 int __real_clock_gettime(clockid_t clock, timespec* time);
@@ -56,12 +48,11 @@ int __wrap_clock_gettime(clockid_t clock, timespec* time);
 
 /// The wall clock starts at the second that a test names, and goes on with the other clock.
 int __wrap_clock_gettime(clockid_t clock, timespec* time) {
-    const char* start = std::getenv("KELPA_TEST_START");
-    if (clock != CLOCK_REALTIME || !start)
+    if (clock != CLOCK_REALTIME)
         return __real_clock_gettime(clock, time);
-    const double seconds = std::atof(start) + standin::now_;
-    time->tv_sec = static_cast<time_t>(seconds);
-    time->tv_nsec = static_cast<long>((seconds - static_cast<double>(time->tv_sec)) * 1e9);
+    constexpr long second = 1'000'000'000;
+    const auto nanoseconds = std::atol(std::getenv("KELPA_TEST_START")) * second + std::lround(now * second);
+    *time = {nanoseconds / second, nanoseconds % second};
     return 0;
 }
 
@@ -69,29 +60,23 @@ int __wrap_clock_gettime(clockid_t clock, timespec* time) {
 
 // --- Timers and sources
 
-/// What a timer or a source waits for.
-@interface SourceStandIn : NSObject <OS_dispatch_source> {
-  @public
-    dispatch_queue_t queue;
-    dispatch_block_t handler;
-    double seconds;
-    standin::Ticket ticket;
-}
+@interface SourceStandIn : NSObject <OS_dispatch_source>
+@property(nonatomic, copy) dispatch_block_t handler;
+@property(nonatomic) double seconds;
 @end
 
 namespace {
 
 void waitFor(NSTimer* timer) {
-    SourceStandIn* waiting = [[SourceStandIn alloc] init];
-    waiting->ticket = standin::schedule([timer timeInterval], [timer] {
+    schedule([timer timeInterval], [timer] {
+        if (![timer isValid])
+            return;
         waitFor(timer);
         [timer fire];
     });
-    recordOf(timer)[@"waiting"] = waiting;
 }
 
 void (*addRealTimer)(id, SEL, NSTimer*, NSString*);
-void (*invalidate)(NSTimer*, SEL);
 
 /// Only timers that also fire while a menu is open: for those GNUstep has no mode of its run loops.
 void addTimer(id loop, SEL selector, NSTimer* timer, NSString* mode) {
@@ -101,19 +86,12 @@ void addTimer(id loop, SEL selector, NSTimer* timer, NSString* mode) {
         addRealTimer(loop, selector, timer, mode);
 }
 
-void invalidateTimer(NSTimer* timer, SEL selector) {
-    if (SourceStandIn* waiting = recordOf(timer)[@"waiting"])
-        standin::callOff(waiting->ticket);
-    invalidate(timer, selector);
-}
-
 } // namespace
 
 @implementation SourceStandIn
 
 + (void)load {
     replace("NSRunLoop", @selector(addTimer:forMode:), addTimer, addRealTimer);
-    replace("NSTimer", @selector(invalidate), invalidateTimer, invalidate);
 }
 
 @end
@@ -122,9 +100,9 @@ extern "C" {
 
 const struct dispatch_source_type_s { int unused; } _dispatch_source_type_timer = {0};
 
+/// All queues are one.
 dispatch_queue_t dispatch_get_main_queue(void) {
-    static id queue = [[NSObject alloc] init];
-    return queue;
+    return nil;
 }
 
 dispatch_queue_t dispatch_get_global_queue(std::intptr_t, std::uintptr_t) {
@@ -132,22 +110,13 @@ dispatch_queue_t dispatch_get_global_queue(std::intptr_t, std::uintptr_t) {
 }
 
 dispatch_queue_t dispatch_queue_create_with_target(const char*, dispatch_queue_attr_t, dispatch_queue_t) {
-    id queue = [[NSObject alloc] init];
-    return queue;
+    return nil;
 }
 
-/// Before all that waits for a time; on a thread of its own for any other queue than the main one.
-void dispatch_async(dispatch_queue_t queue, dispatch_block_t block) {
+/// Before all that waits for a time.
+void dispatch_async(dispatch_queue_t, dispatch_block_t block) {
     constexpr double longAgo = -1e9;
-    standin::schedule(longAgo, [queue, block] {
-        if (queue == dispatch_get_main_queue())
-            return block();
-        std::thread([block] {
-            @autoreleasepool {
-                block();
-            }
-        }).join();
-    });
+    schedule(longAgo, block);
 }
 
 dispatch_time_t dispatch_time(dispatch_time_t, std::int64_t delta) {
@@ -156,46 +125,40 @@ dispatch_time_t dispatch_time(dispatch_time_t, std::int64_t delta) {
 
 /// Nobody sets the clock or lets the machine sleep, so that a time of the wall clock is a delay as well.
 dispatch_time_t dispatch_walltime(const timespec* when, std::int64_t delta) {
-    timespec now{};
-    clock_gettime(CLOCK_REALTIME, &now);
-    return static_cast<dispatch_time_t>((when->tv_sec - now.tv_sec) * 1'000'000'000 + when->tv_nsec -
-                                        now.tv_nsec + delta);
+    timespec present{};
+    clock_gettime(CLOCK_REALTIME, &present);
+    return static_cast<dispatch_time_t>((when->tv_sec - present.tv_sec) * 1'000'000'000 + when->tv_nsec -
+                                        present.tv_nsec + delta);
 }
 
 dispatch_source_t dispatch_source_create(dispatch_source_type_t, std::uintptr_t, std::uintptr_t,
-                                         dispatch_queue_t queue) {
-    SourceStandIn* source = [[SourceStandIn alloc] init];
-    source->queue = queue;
-    return source;
+                                         dispatch_queue_t) {
+    return [[SourceStandIn alloc] init];
 }
 
 void dispatch_source_set_timer(dispatch_source_t source, dispatch_time_t start, std::uint64_t,
                                std::uint64_t) {
-    static_cast<SourceStandIn*>(source)->seconds =
-        static_cast<double>(start) / static_cast<double>(NSEC_PER_SEC);
+    const double seconds = static_cast<double>(start) / static_cast<double>(NSEC_PER_SEC);
+    [static_cast<SourceStandIn*>(source) setSeconds:seconds];
 }
 
 void dispatch_source_set_event_handler(dispatch_source_t source, dispatch_block_t handler) {
-    static_cast<SourceStandIn*>(source)->handler = [handler copy];
+    [static_cast<SourceStandIn*>(source) setHandler:handler];
 }
 
-/// The system owns a source that may still fire.
+/// What it is to do owns a source that may still fire.
 void dispatch_resume(dispatch_source_t source) {
-    SourceStandIn* timer = static_cast<SourceStandIn*>(source);
-    timer->ticket = standin::schedule(timer->seconds, [timer] {
-        dispatch_async(timer->queue, ^{
-          if (dispatch_block_t handler = timer->handler) // which it may let go of
-              handler();
-        });
+    __weak SourceStandIn* timer = static_cast<SourceStandIn*>(source);
+    schedule([timer seconds], ^{
+      if (const dispatch_block_t handler = [timer handler]) // which it may let go of
+          handler();
     });
 }
 
-/// Lets go of the handler in its queue, as the system does.
+/// Lets go of what it was to do in its queue, as the system does.
 void dispatch_source_cancel(dispatch_source_t source) {
-    SourceStandIn* timer = static_cast<SourceStandIn*>(source);
-    standin::callOff(timer->ticket);
-    dispatch_async(timer->queue, ^{
-      timer->handler = nil;
+    dispatch_async(nil, ^{
+      [static_cast<SourceStandIn*>(source) setHandler:nil];
     });
 }
 
@@ -204,49 +167,38 @@ void dispatch_source_cancel(dispatch_source_t source) {
 // --- Animations: frames are there at once, and a window's fading is over when its time has passed, unless
 // another one took its place
 
-static NSTimeInterval duration;
+namespace {
 
-@interface FadingStandIn : NSObject
-@property(nonatomic, weak) NSWindow* window;
-@end
+double duration; ///< of the animation that is being asked for
 
-@implementation FadingStandIn
+void (*setAlphaAtOnce)(NSWindow*, SEL, CGFloat);
 
-- (void)setAlphaValue:(CGFloat)alpha {
-    recordOf([self window])[@"fading"] = self;
-    standin::schedule(duration, [self, alpha] {
-        if (recordOf([self window])[@"fading"] == self)
-            [[self window] setAlphaValue:alpha];
+void setAlpha(NSWindow* window, SEL selector, CGFloat alpha) {
+    if (duration == 0)
+        return setAlphaAtOnce(window, selector, alpha);
+    NSObject* fading = recordOf(window)[@"fading"] = [[NSObject alloc] init];
+    __weak NSWindow* faded = window;
+    schedule(duration, ^{
+      if (recordOf(faded)[@"fading"] == fading)
+          setAlphaAtOnce(faded, selector, alpha);
     });
 }
 
-@end
-
-@implementation NSView (TimeStandIn)
-
-- (id)animator {
-    return self;
-}
-
-@end
-
-@implementation NSWindow (TimeStandIn)
-
-- (id)animator {
-    FadingStandIn* fading = [[FadingStandIn alloc] init];
-    [fading setWindow:self];
-    return fading;
-}
-
-@end
+} // namespace
 
 @implementation NSAnimationContext (StandIn)
+
++ (void)load {
+    replace("NSWindow", @selector(setAlphaValue:), setAlpha, setAlphaAtOnce);
+    answerWithReceiver("NSResponder", "animator");
+}
 
 + (void)runAnimationGroup:(void (^)(NSAnimationContext* context))group
         completionHandler:(dispatch_block_t)done {
     group([[NSAnimationContext alloc] init]);
     if (done)
-        standin::schedule(duration, done);
+        schedule(duration, done);
+    duration = 0;
 }
 
 - (void)setDuration:(NSTimeInterval)seconds {
@@ -258,14 +210,14 @@ static NSTimeInterval duration;
 // --- For the driver
 
 void driver::pass(double seconds) {
-    standin::pass(seconds);
+    passTime(seconds);
     for (int round = 0; round < 3; ++round) {
         while (NSEvent* event = [NSApp nextEventMatchingMask:NSAnyEventMask
                                                    untilDate:[NSDate distantPast]
                                                       inMode:NSDefaultRunLoopMode
                                                      dequeue:YES])
             [NSApp sendEvent:event];
-        standin::pass(0);
+        passTime(0);
     }
     for (NSWindow* window in [NSApp windows])
         if ([window isVisible])

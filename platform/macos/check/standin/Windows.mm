@@ -18,23 +18,6 @@ NSArray* __strong& plugged() {
 
 } // namespace
 
-@interface ScreenStandIn : NSScreen
-@property(nonatomic) NSDictionary* deviceDescription;
-@end
-
-@implementation ScreenStandIn
-
-- (NSRect)frame {
-    return NSRectFromString([self deviceDescription][@"frame"]);
-}
-
-/// For the windows of this machine.
-- (int)screenNumber {
-    return 0;
-}
-
-@end
-
 @implementation NSScreen (StandIn)
 
 + (NSScreen*)mainScreen {
@@ -44,10 +27,19 @@ NSArray* __strong& plugged() {
 + (NSArray*)screens {
     NSMutableArray* all = [NSMutableArray array];
     for (NSDictionary* description in plugged()) {
-        [all addObject:[ScreenStandIn alloc]];
-        [[all lastObject] setDeviceDescription:description];
+        NSScreen* screen = [self alloc];
+        recordOf(screen)[@"description"] = description;
+        [all addObject:screen];
     }
     return all;
+}
+
+- (NSRect)frame {
+    return NSRectFromString([self deviceDescription][@"frame"]);
+}
+
+- (NSDictionary*)deviceDescription {
+    return recordOf(self)[@"description"];
 }
 
 @end
@@ -66,16 +58,6 @@ void keyDown(NSWindow* window, SEL selector, NSEvent* event) {
         keyDownOfWindow(window, selector, event);
 }
 
-NSWindow* makeWindow(NSView* content, NSUInteger style) {
-    NSWindow* window = [[NSWindow alloc] initWithContentRect:[content frame]
-                                                   styleMask:style
-                                                     backing:NSBackingStoreBuffered
-                                                       defer:NO];
-    [window setReleasedWhenClosed:NO];
-    [window setContentView:content];
-    return window;
-}
-
 } // namespace
 
 @implementation NSWindow (StandIn)
@@ -86,7 +68,12 @@ NSWindow* makeWindow(NSView* content, NSUInteger style) {
 }
 
 + (instancetype)windowWithContentViewController:(NSViewController*)controller {
-    NSWindow* window = makeWindow([controller view], NSTitledWindowMask | NSClosableWindowMask);
+    NSWindow* window = [[self alloc] initWithContentRect:[[controller view] frame]
+                                               styleMask:NSTitledWindowMask | NSClosableWindowMask
+                                                 backing:NSBackingStoreBuffered
+                                                   defer:NO];
+    [window setReleasedWhenClosed:NO];
+    [window setContentView:[controller view]];
     recordOf(window)[@"contentViewController"] = controller;
     return window;
 }
@@ -98,76 +85,44 @@ NSWindow* makeWindow(NSView* content, NSUInteger style) {
 
 @end
 
-/// Nothing but the chosen pane is in the window.
 @implementation NSTabViewController (StandIn)
 
 - (void)loadView {
-    [self setView:[[NSView alloc] initWithFrame:NSMakeRect(0, 0, 100, 100)]];
-    recordOf(self)[@"items"] = [NSMutableArray array];
-}
-
-- (NSArray*)tabViewItems {
-    [self view];
-    return recordOf(self)[@"items"];
+    [self setTabView:[[NSTabView alloc] initWithFrame:NSMakeRect(0, 0, 100, 100)]];
 }
 
 - (void)addTabViewItem:(NSTabViewItem*)item {
     recordOf(item)[@"controller"] = [item viewController]; // here it does not own it
-    [static_cast<NSMutableArray*>([self tabViewItems]) addObject:item];
-    if ([[self tabViewItems] count] == 1)
-        [self setSelectedTabViewItemIndex:0];
-}
-
-- (void)setSelectedTabViewItemIndex:(NSInteger)index {
-    [[[[self view] subviews] lastObject] removeFromSuperview];
-    NSView* pane = [[[self tabViewItems][static_cast<NSUInteger>(index)] viewController] view];
-    [pane setAutoresizingMask:NSViewWidthSizable | NSViewHeightSizable];
-    [pane setFrame:[[self view] bounds]];
-    [[self view] addSubview:pane];
+    [[self tabView] addTabViewItem:item];
 }
 
 @end
 
-/// Here it is laid out when it runs, and only then.
 @implementation NSAlert (StandIn)
 
+/// Here it is laid out when it runs, and only then, and its button ends that and no more.
 - (void)layout {
-    NSStackView* column = [NSStackView stackViewWithViews:@[
-        [NSTextField labelWithString:[self messageText]], [NSTextField labelWithString:[self informativeText]]
-    ]];
-    [column setOrientation:NSUserInterfaceLayoutOrientationVertical];
-    for (NSButton* button in [self buttons])
-        [column addArrangedSubview:button];
-    [column setFrameSize:[column fittingSize]];
-    recordOf(self)[@"window"] = makeWindow(column, NSTitledWindowMask);
-}
-
-- (id)window {
-    return recordOf(self)[@"window"];
+    [self performSelector:@selector(_setupPanel)];
+    NSButton* asked = [[self buttons] firstObject];
+    NSButton* shown = [[self window] valueForKey:@"defButton"];
+    [shown setTarget:[asked target]];
+    [shown setAction:[asked action]];
 }
 
 @end
 
-/// A window of its own that closes together with the one it points at. While it shows, the system keeps it.
+/// A window of its own that closes together with the one it points at. While it shows, its window keeps it.
 @implementation NSPopover (StandIn)
 
-static NSMutableArray* shownPopovers() {
-    static NSMutableArray* all = [NSMutableArray array];
-    return all;
-}
-
-/// Here it would never let go of it.
 - (void)setContentViewController:(NSViewController*)controller {
-    recordOf(self)[@"content"] = controller;
+    recordOf(self)[@"window"] = [NSWindow windowWithContentViewController:controller];
 }
 
 - (void)showRelativeToRect:(NSRect)rect ofView:(NSView*)view preferredEdge:(NSRectEdge)side {
-    NSViewController* content = recordOf(self)[@"content"];
-    NSWindow* window = makeWindow([content view], NSBorderlessWindowMask);
+    NSWindow* window = recordOf(self)[@"window"];
+    recordOf(window)[@"popover"] = self;
     [window setTitle:@"popover"];
     [window orderFront:nil];
-    recordOf(self)[@"window"] = window;
-    [shownPopovers() addObject:self];
     [[NSNotificationCenter defaultCenter] addObserver:self
                                              selector:@selector(close)
                                                  name:NSWindowWillCloseNotification
@@ -175,12 +130,12 @@ static NSMutableArray* shownPopovers() {
 }
 
 - (void)close {
-    NSPopover* kept = self;
-    [shownPopovers() removeObject:kept];
-    [[NSNotificationCenter defaultCenter] removeObserver:kept];
-    [recordOf(kept)[@"window"] close];
-    [[kept delegate] popoverDidClose:[NSNotification notificationWithName:NSPopoverDidCloseNotification
-                                                                   object:kept]];
+    NSWindow* window = recordOf(self)[@"window"];
+    [[NSNotificationCenter defaultCenter] removeObserver:self];
+    [window close];
+    [[self delegate] popoverDidClose:[NSNotification notificationWithName:NSPopoverDidCloseNotification
+                                                                   object:self]];
+    [recordOf(window) removeObjectForKey:@"popover"]; // which may end it
 }
 
 @end
@@ -196,9 +151,11 @@ static NSMutableArray* shownPopovers() {
 }
 
 + (id)clickBeside:(NSDictionary*)asked {
-    for (NSPopover* popover in [shownPopovers() copy])
+    for (NSWindow* window in [NSApp windows]) {
+        NSPopover* popover = recordOf(window)[@"popover"];
         if ([popover behavior] == NSPopoverBehaviorTransient)
             [popover close];
+    }
     return nil;
 }
 
@@ -206,32 +163,23 @@ static NSMutableArray* shownPopovers() {
 
 // --- The menu bar, and the application as others see it
 
-@interface StatusItemStandIn : NSObject
-@property(nonatomic) NSMenu* menu;
-@property(nonatomic) NSButton* button;
-@end
-
-@implementation StatusItemStandIn
-@end
-
-static StatusItemStandIn* statusItem;
+static id statusItem;
 
 NSStatusItem* driver::statusItem() {
-    return static_cast<NSStatusItem*>(static_cast<id>(::statusItem));
+    return ::statusItem;
 }
 
 @implementation NSStatusBar (StandIn)
 
 + (NSStatusBar*)systemStatusBar {
-    static NSStatusBar* bar = [[NSStatusBar alloc] init];
-    return bar;
+    return [[self alloc] init];
 }
 
 - (NSStatusItem*)statusItemWithLength:(CGFloat)length {
-    statusItem = [[StatusItemStandIn alloc] init];
-    [statusItem setButton:[NSButton buttonWithTitle:@"" target:nil action:nil]];
+    statusItem = [[NSObject alloc] init];
+    recordOf(statusItem)[@"button"] = [NSButton buttonWithTitle:@"" target:nil action:nil];
     note(@"status item", @{});
-    return driver::statusItem();
+    return statusItem;
 }
 
 @end
@@ -239,15 +187,12 @@ NSStatusItem* driver::statusItem() {
 @implementation NSApplication (StandIn)
 
 - (void)orderFrontStandardAboutPanelWithOptions:(NSDictionary*)options {
+    NSMutableDictionary* told = [options mutableCopy];
     NSAttributedString* credits = options[NSAboutPanelOptionCredits];
-    NSURL* link = [credits attribute:NSLinkAttributeName atIndex:0 effectiveRange:nullptr];
-    note(@"about", @{
-        @"name" : options[NSAboutPanelOptionApplicationName],
-        @"copyright" : options[@"Copyright"],
-        @"credits" : [credits string],
-        @"link" : [link absoluteString],
-        @"icon" : @(options[NSAboutPanelOptionApplicationIcon] != nil),
-    });
+    told[@"link"] = [[credits attribute:NSLinkAttributeName atIndex:0 effectiveRange:nullptr] absoluteString];
+    told[NSAboutPanelOptionCredits] = [credits string];
+    told[NSAboutPanelOptionApplicationIcon] = @(options[NSAboutPanelOptionApplicationIcon] != nil);
+    note(@"about", told);
 }
 
 - (void)activateIgnoringOtherApps:(BOOL)others {
