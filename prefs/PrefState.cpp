@@ -34,9 +34,6 @@ std::int64_t lengthOf(const StoredSetting<std::int64_t>& setting, std::int64_t s
     return checkedMultiply(value, secondsAUnit);
 }
 
-PrefStyleState::PrefStyleState(DefaultsStore& store)
-    : breakStyle(store, "break_style", BreakStyle::default_), store_(store) {}
-
 std::vector<std::string> PrefStyleState::promptList() const {
     const BreakStyle style = breakStyle();
     const auto stored = store_.get<std::vector<std::string>>(listKey(promptKey, style));
@@ -57,28 +54,10 @@ void PrefStyleState::setNewDayPromptList(const std::vector<std::string>& list) {
     store_.set(listKey(newDayPromptKey, breakStyle()), list);
 }
 
-PrefState::PrefState(DefaultsStore& store, const Clock& clock, App& app)
-    : launchAtLogin(store, "launch_at_login", false, [&app](bool launch) { app.setLaunchAtLogin(launch); }),
-      showTime(store, "show_time_in_status_bar", true, [&app](bool show) { app.showTime(show); }),
-      autoCheckUpdate(store, "auto_check_update", true), workTime(store, "pref.work.time", 25,
-                                                                  [&app](std::int64_t) {
-                                                                      if (!app.manualPause())
-                                                                          app.setWorking(true);
-                                                                  }),
-      breakTime(store, "pref.break.time", 300), customBreakPrompt(store, "custom_break_prompt", false),
-      breakPrompt(store, "break_prompt_text", "堂堂七尺少年郎, 躺上一躺又何妨"),
-      shortBreakTimes(store, "pref.short.break.times", 4), longBreakTime(store, "pref.long.break.time", 15),
-      forceLongBreak(store, "force_long_break", false),
-      restartTimerAfterAwake(store, "restart_timer_after_awake", true),
-      stopTimerAfterMouseStop(store, "stop_timer_after_mouse_stop", true),
-      showNewDayTip(store, "show_new_day_tip", false),
-      lastWeakupTimestamp(store, "last_weakup_timestamp", 0.0), breakNotice(store, "pref.break.notice", 0),
-      moreTime(store, "pref.break.more", 5), holdBreaks(store, "pref.break.hold", false),
-      holdLimit(store, "pref.break.hold.limit", 60), holdForSound(store, "pref.break.hold.sound", true),
-      holdForCamera(store, "pref.break.hold.camera", true),
-      holdForFullScreen(store, "pref.break.hold.fullscreen", true),
-      holdForAwake(store, "pref.break.hold.awake", true), keepHistory(store, "pref.history.enable", false),
-      calendar_(clock), styleState_(std::make_unique<PrefStyleState>(store)) {}
+void PrefState::workTimeWritten() {
+    if (!app_.manualPause())
+        app_.setWorking(true);
+}
 
 void PrefState::setStyleState(std::unique_ptr<PrefStyleState> state) {
     styleState_ = std::move(state);

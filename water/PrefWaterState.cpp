@@ -47,13 +47,6 @@ std::int64_t wholeSeconds(double seconds) {
     return static_cast<std::int64_t>(whole);
 }
 
-std::set<Date> defaultTimings(const Calendar& calendar) {
-    std::set<Date> points;
-    for (const std::int64_t hour : values(WaterMode::timing))
-        points.insert(calendar.today(static_cast<int>(hour), 0, 0));
-    return points;
-}
-
 } // namespace
 
 bool fromRawValue(std::int64_t rawValue, WaterMode& mode) {
@@ -135,17 +128,7 @@ std::optional<std::int64_t> StoredTarget::read(const DefaultsStore& store, std::
 }
 
 PrefWaterState::PrefWaterState(DefaultsStore& store, const Clock& clock, Queue& mainQueue, App& app)
-    : enable(store, "pref.water.enable", false), target(store, "pref.water.target", 1500),
-      mode(store, "pref.water.mode", WaterMode::interval),
-      intervalStartDate(store, "pref.water.interval.start", Calendar(clock).today(7, 0, 0)),
-      intervalEndDate(store, "pref.water.interval.end", Calendar(clock).today(20, 0, 0)),
-      selectedInterval(store, "pref.water.selectedInterval", 15),
-      selectedTimings(store, "pref.water.selectedTimings", defaultTimings(Calendar(clock))),
-      finished(store, "pref.water.finished", 0, [&app](std::int64_t) { app.updateWaterItem(); }),
-      lastSelectedAmount(store, "pref.water.lastSelectedAmount", 150),
-      // The key is older than the name; another one would lose everybody's day.
-      lastClickTimestamp(store, "pref.water.lastShowDate", 0.0), calendar_(clock), mainQueue_(mainQueue),
-      app_(app) {
+    : store_(store), calendar_(clock), app_(app), mainQueue_(mainQueue) {
     enable.whenChanged([this](bool enabled) { wasEnabled(enabled); });
     const auto plan = [this](const auto&) { updateSchedule(); };
     target.whenChanged(plan);
@@ -154,6 +137,13 @@ PrefWaterState::PrefWaterState(DefaultsStore& store, const Clock& clock, Queue& 
     intervalEndDate.whenChanged(plan);
     selectedInterval.whenChanged(plan);
     selectedTimings.whenChanged(plan);
+}
+
+std::set<Date> PrefWaterState::defaultTimings() const {
+    std::set<Date> points;
+    for (const std::int64_t hour : values(WaterMode::timing))
+        points.insert(calendar_.today(static_cast<int>(hour), 0, 0));
+    return points;
 }
 
 void PrefWaterState::wasEnabled(bool enabled) {

@@ -56,19 +56,32 @@ struct StoredTarget : StoredAs<std::int64_t> {
 /// by itself; each answer, start and change of a setting arms it anew, while setting what is set already
 /// plans nothing. Of the stored dates only the time of day counts.
 class PrefWaterState {
+    // What the settings are made with, and so before them.
+    DefaultsStore& store_;
+    Calendar calendar_;
+    App& app_;
+
   public:
     PrefWaterState(DefaultsStore& store, const Clock& clock, Queue& mainQueue, App& app);
 
-    StoredSetting<bool> enable;
-    StoredSetting<std::int64_t, StoredTarget> target; ///< ml a day
-    StoredSetting<WaterMode> mode;
-    StoredSetting<Date, StoredDate> intervalStartDate;
-    StoredSetting<Date, StoredDate> intervalEndDate;
-    StoredSetting<std::int64_t, StoredInterval> selectedInterval; ///< minutes
-    StoredSetting<std::set<Date>, StoredTimePoints> selectedTimings;
-    StoredSetting<std::int64_t> finished;                      ///< ml drunk today
-    StoredSetting<std::int64_t> lastSelectedAmount;            ///< ml
-    StoredSetting<double, StoredTimestamp> lastClickTimestamp; ///< seconds since 1970 of the last answer
+    StoredSetting<bool> enable{store_, "pref.water.enable", false};
+    StoredSetting<std::int64_t, StoredTarget> target{store_, "pref.water.target", 1500}; ///< ml a day
+    StoredSetting<WaterMode> mode{store_, "pref.water.mode", WaterMode::interval};
+    StoredSetting<Date, StoredDate> intervalStartDate{store_, "pref.water.interval.start",
+                                                      calendar_.today(7, 0, 0)};
+    StoredSetting<Date, StoredDate> intervalEndDate{store_, "pref.water.interval.end",
+                                                    calendar_.today(20, 0, 0)};
+    /// Minutes.
+    StoredSetting<std::int64_t, StoredInterval> selectedInterval{store_, "pref.water.selectedInterval", 15};
+    StoredSetting<std::set<Date>, StoredTimePoints> selectedTimings{store_, "pref.water.selectedTimings",
+                                                                    defaultTimings()};
+    /// Millilitres drunk today.
+    StoredSetting<std::int64_t> finished{store_, "pref.water.finished", 0,
+                                         [this](std::int64_t) { app_.updateWaterItem(); }};
+    StoredSetting<std::int64_t> lastSelectedAmount{store_, "pref.water.lastSelectedAmount", 150}; ///< ml
+    /// Seconds since 1970 of the last answer. The key is older than the name; another one would lose
+    /// everybody's day.
+    StoredSetting<double, StoredTimestamp> lastClickTimestamp{store_, "pref.water.lastShowDate", 0.0};
 
     [[nodiscard]] const std::vector<std::int64_t>& amounts() const; ///< ml offered by the panel
     [[nodiscard]] std::int64_t remain() const;                      ///< ml; negative beyond the target
@@ -98,13 +111,12 @@ class PrefWaterState {
     Subscription observeCancelled(std::function<void()> told) { return cancelled_.add(std::move(told)); }
 
   private:
+    [[nodiscard]] std::set<Date> defaultTimings() const;
     void wasEnabled(bool enabled);
     [[nodiscard]] std::vector<Date> pointsToday() const;
     [[nodiscard]] std::int64_t nextPoint() const;
 
-    Calendar calendar_;
     Queue& mainQueue_;
-    App& app_;
     std::shared_ptr<WorkItem> workItem_;
     Listeners<const std::int64_t&> armed_;
     Listeners<> cancelled_;
