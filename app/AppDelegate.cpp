@@ -6,12 +6,12 @@
 
 namespace kelpa {
 
-AppDelegate::AppDelegate(Ports& ports, LogFiles& logFiles) : ports_(ports) {
+AppDelegate::AppDelegate(Ports& ports, LogFileOpener openLogFile) : ports_(ports) {
     setFatalErrors(ports.fatalErrors);
     setTranslations(ports.translations);
     AppInfo::wire(ports.system, ports.clock);
-    setUpLogging(
-        {ports.clock, logFiles, AppInfo::identifier(), AppInfo::name(), ports.system.homeDirectory()});
+    setUpLogging({ports.clock, std::move(openLogFile), AppInfo::identifier(), AppInfo::name(),
+                  ports.system.homeDirectory});
     AppState::wire(*this, ports);
     TimedPause::wire(ports.clock, ports.statusBar);
     TicktackController::wire(*this, ports.tickers);
@@ -26,7 +26,7 @@ void AppDelegate::applicationDidFinishLaunching() {
     WindowController::setup();
     StatusBarController::item();
     SystemEventController::setup();
-    logger().info("sandbox home path: " + ports_.system.homeDirectory().value_or(""),
+    logger().info("sandbox home path: " + ports_.system.homeDirectory.value_or(""),
                   {"AppDelegate", "applicationDidFinishLaunching(_:)"});
 }
 

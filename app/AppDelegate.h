@@ -13,8 +13,8 @@ namespace kelpa {
 /// the program and when it ends it. There is one in a process.
 class AppDelegate final : public App {
   public:
-    /// Wires the parts to the ports and to each other; starts nothing. Ports and log files must outlive it.
-    AppDelegate(Ports& ports, LogFiles& logFiles);
+    /// Wires the parts to the ports and to each other; starts nothing. The ports must outlive it.
+    AppDelegate(Ports& ports, LogFileOpener openLogFile);
     ~AppDelegate() override = default;
     AppDelegate(const AppDelegate&) = delete;
     AppDelegate& operator=(const AppDelegate&) = delete;

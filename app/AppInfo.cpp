@@ -30,8 +30,7 @@ void AppInfo::wire(const SystemInfo& system, const Clock& clock) {
 }
 
 const std::map<std::string, InfoValue>& AppInfo::infos() {
-    static const std::map<std::string, InfoValue> read = sources->system.bundleInfo();
-    return read;
+    return sources->system.bundleInfo;
 }
 
 std::string AppInfo::name() {
@@ -48,7 +47,7 @@ std::string AppInfo::build() {
 }
 
 std::string AppInfo::identifier() {
-    return sources->system.bundleIdentifier().value_or("1");
+    return sources->system.bundleIdentifier.value_or("1");
 }
 
 std::string AppInfo::loginItemIdentifier() {
@@ -56,7 +55,7 @@ std::string AppInfo::loginItemIdentifier() {
 }
 
 std::optional<std::string> AppInfo::icon() {
-    return sources->system.applicationIcon();
+    return sources->system.applicationIcon;
 }
 
 std::string AppInfo::copyright() {
@@ -74,11 +73,11 @@ std::string AppInfo::feedbackMailbox() {
 }
 
 std::string AppInfo::model() {
-    return sources->system.machine();
+    return sources->system.machine;
 }
 
 std::string AppInfo::osVersion() {
-    const auto version = sources->system.osVersion();
+    const auto version = sources->system.osVersion;
     return std::to_string(version.major) + "." + std::to_string(version.minor) + "." +
            std::to_string(version.patch);
 }

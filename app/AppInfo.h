@@ -15,7 +15,6 @@ class AppInfo {
     /// Both must outlive the process's last use. Call before anything else.
     static void wire(const SystemInfo& system, const Clock& clock);
 
-    /// Read once, on first use.
     [[nodiscard]] static const std::map<std::string, InfoValue>& infos();
     [[nodiscard]] static std::string name();
     [[nodiscard]] static std::string version();

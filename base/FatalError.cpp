@@ -6,16 +6,16 @@
 namespace kelpa {
 
 namespace {
-FatalErrors* chosen = nullptr;
+FatalErrorHandler chosen;
 }
 
-void setFatalErrors(FatalErrors& how) {
-    chosen = &how;
+void setFatalErrors(FatalErrorHandler how) {
+    chosen = std::move(how);
 }
 
 void fatalError(const std::string& message) {
     if (chosen)
-        chosen->end(message);
+        chosen(message);
     std::fprintf(stderr, "kelpa: fatal error: %s\n", message.c_str());
     std::abort();
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <limits>
 #include <memory>
 #include <string>
@@ -8,16 +9,12 @@
 
 namespace kelpa {
 
-/// How the process ends on a programming error.
-class FatalErrors {
-  public:
-    virtual ~FatalErrors() = default;
-    [[noreturn]] virtual void end(const std::string& message) = 0;
-};
+/// Ends the process on a programming error, of which it is given the message.
+using FatalErrorHandler = std::function<void(const std::string& message)>;
 
 /// Chooses how programming errors end the process. Without a choice `fatalError` writes to standard error and
-/// aborts. The object must outlive the process's last use of the core.
-void setFatalErrors(FatalErrors& how);
+/// aborts, as it does where `how` comes back.
+void setFatalErrors(FatalErrorHandler how);
 
 /// Ends the process because the program itself is wrong: going on would only spread the fault.
 [[noreturn]] void fatalError(const std::string& message);

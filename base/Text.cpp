@@ -7,12 +7,13 @@
 #include <limits>
 #include <locale>
 #include <sstream>
+#include <utility>
 
 namespace kelpa {
 
 namespace {
 
-const Translations* table = nullptr;
+Translations table;
 
 /// Nothing stands for 0; as many digits as an hour count can have and no more.
 std::optional<std::int64_t> countOf(std::string_view digits) {
@@ -32,12 +33,12 @@ std::string formatted(double value, int precision, bool fixed = false) {
 
 } // namespace
 
-void setTranslations(const Translations& chosen) {
-    table = &chosen;
+void setTranslations(Translations chosen) {
+    table = std::move(chosen);
 }
 
 std::string localized(const std::string& key) {
-    return table ? table->lookUp(key) : key;
+    return table ? table(key) : key;
 }
 
 std::string timeString(std::int64_t seconds) {

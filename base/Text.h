@@ -4,6 +4,7 @@
 #include <charconv>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -11,16 +12,12 @@
 
 namespace kelpa {
 
-/// The string table of the user's language.
-class Translations {
-  public:
-    virtual ~Translations() = default;
-    /// The translation of `key`, or `key` itself when there is none.
-    [[nodiscard]] virtual std::string lookUp(const std::string& key) const = 0;
-};
+/// The string table of the user's language: gives the translation of `key`, or `key` itself when there is
+/// none.
+using Translations = std::function<std::string(const std::string& key)>;
 
-/// Chooses the string table. The object must outlive the core; without one every text stands for itself.
-void setTranslations(const Translations& table);
+/// Chooses the string table; without one every text stands for itself.
+void setTranslations(Translations table);
 
 /// Marks a text that is looked up later, for the check of the catalogues.
 constexpr const char* translatable(const char* key) {

@@ -1,22 +1,44 @@
 #include "desk/Desk.h"
 
 #include "app/AppState.h"
+#include "platform/posix/Random.h"
 #include "ui/PreferencesView.h"
 #include "ui/WindowController.h"
 
 namespace kelpa::desk {
 
 Desk::Desk(VirtualTime& virtualTime, Journal& theJournal, std::uint64_t seed)
-    : time(virtualTime), journal(theJournal), random_(seed) {
+    : time(virtualTime), journal(theJournal), ports_{clock,
+                                                     time,
+                                                     time,
+                                                     time,
+                                                     store,
+                                                     history,
+                                                     statusBar,
+                                                     windows,
+                                                     system,
+                                                     fonts_,
+                                                     {},
+                                                     randomBelow(std::mt19937_64(seed)),
+                                                     [this](const std::string& message) { end(message); },
+                                                     services,
+                                                     events,
+                                                     events,
+                                                     services.services()} {
     VirtualClock::setZone("UTC");
     start({2026, 1, 5, 9, 0, 0});
 }
 
 void Desk::launch() {
     startTime_.reset();
-    delegate_ = std::make_unique<AppDelegate>(ports_, logFiles_);
+    delegate_ = std::make_unique<AppDelegate>(ports_, recordingLogFiles(journal));
     followPublishedValues();
     delegate_->applicationDidFinishLaunching();
+}
+
+void Desk::end(const std::string& message) {
+    journal.note("fatal", oneLine(message));
+    throw FatalEnd{message};
 }
 
 void Desk::start(const CivilTime& civil) {

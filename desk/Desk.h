@@ -51,19 +51,19 @@ class Desk {
     RecordingServices services{journal, time};
     ScriptedEvents events{journal};
     RemoteControl remote{services, time}; ///< of use once the program is launched
-    FixedSystem system;
+    SystemInfo system{{{"CFBundleDisplayName", std::string("Kelpa")}},
+                      "app.orvane.Kelpa",
+                      "x86_64",
+                      {12, 0, 0},
+                      "/home/desk/app.orvane.Kelpa",
+                      "app.orvane.Kelpa"};
 
   private:
+    [[noreturn]] void end(const std::string& message);
     void followPublishedValues();
 
-    RecordingFatalErrors fatalErrors_{journal};
-    RecordingLogFiles logFiles_{journal};
     NoFonts fonts_;
-    PlainTexts texts_;
-    SeededRandom random_;
-    Ports ports_{
-        clock,  time,    time,         time,     store,  history, statusBar,          windows, system, fonts_,
-        texts_, random_, fatalErrors_, services, events, events,  services.services()};
+    Ports ports_;
     std::optional<CivilTime> startTime_; ///< until something happens
     std::unique_ptr<AppDelegate> delegate_;
     std::vector<Subscription> subscriptions_;

@@ -121,9 +121,11 @@ bool RecordingStatusBar::click(std::string_view name) {
     return false;
 }
 
-LogHandlerFactory RecordingLogFiles::open(const std::filesystem::path&, const std::string&,
-                                          const std::string&, const std::string&) {
-    return [&journal = journal_](const std::string&) { return std::make_unique<JournalLogHandler>(journal); };
+LogFileOpener recordingLogFiles(Journal& journal) {
+    const LogHandlerFactory handlers = [&journal](const std::string&) {
+        return std::make_unique<JournalLogHandler>(journal);
+    };
+    return [handlers](const auto&...) { return handlers; };
 }
 
 } // namespace kelpa::desk

@@ -7,7 +7,6 @@
 #include "logging/SharedLogger.h"
 #include "platform/ports/Ports.h"
 
-#include <random>
 #include <string_view>
 #include <vector>
 
@@ -16,18 +15,6 @@ namespace kelpa::desk {
 /// Thrown where the real program would end because of a fault of its own.
 struct FatalEnd {
     std::string message;
-};
-
-class RecordingFatalErrors final : public FatalErrors {
-  public:
-    explicit RecordingFatalErrors(Journal& journal) : journal_(journal) {}
-    [[noreturn]] void end(const std::string& message) override {
-        journal_.note("fatal", oneLine(message));
-        throw FatalEnd{message};
-    }
-
-  private:
-    Journal& journal_;
 };
 
 /// A window of the history that remembers what it was told last.
@@ -137,21 +124,6 @@ class RecordingStatusBar final : public StatusBar {
     std::string hint_;
 };
 
-class FixedSystem final : public SystemInfo {
-  public:
-    [[nodiscard]] std::map<std::string, InfoValue> bundleInfo() const override { return infos; }
-    [[nodiscard]] std::optional<std::string> bundleIdentifier() const override { return identifier; }
-    [[nodiscard]] std::string machine() const override { return "x86_64"; }
-    [[nodiscard]] Version osVersion() const override { return {12, 0, 0}; }
-    [[nodiscard]] std::optional<std::string> homeDirectory() const override { return home; }
-    [[nodiscard]] std::optional<std::string> applicationIcon() const override { return icon; }
-
-    std::map<std::string, InfoValue> infos = {{"CFBundleDisplayName", std::string("Kelpa")}};
-    std::optional<std::string> identifier = "app.orvane.Kelpa";
-    std::optional<std::string> home = "/home/desk/app.orvane.Kelpa";
-    std::optional<std::string> icon = "app.orvane.Kelpa";
-};
-
 class NoFonts final : public Fonts {
   public:
     [[nodiscard]] std::optional<std::vector<unsigned char>> fontAsset(const std::string&) const override {
@@ -166,21 +138,8 @@ class NoFonts final : public Fonts {
     }
 };
 
-class PlainTexts final : public Translations {
-  public:
-    [[nodiscard]] std::string lookUp(const std::string& key) const override { return key; }
-};
-
-class SeededRandom final : public RandomSource {
-  public:
-    explicit SeededRandom(std::uint64_t seed) : engine_(seed) {}
-    [[nodiscard]] std::size_t below(std::size_t count) override {
-        return std::uniform_int_distribution<std::size_t>(0, count - 1)(engine_);
-    }
-
-  private:
-    std::mt19937_64 engine_;
-};
+/// A log without files: each record that reaches the handlers is noted.
+[[nodiscard]] LogFileOpener recordingLogFiles(Journal& journal);
 
 /// Desktop events that scripts cause.
 class ScriptedEvents final : public LockNotifications, public ActivityMonitor {
@@ -215,17 +174,6 @@ class ScriptedEvents final : public LockNotifications, public ActivityMonitor {
     std::function<void()> unlocked_;
     std::function<void()> activity_;
     std::function<void()> activityLost_;
-};
-
-/// A log without files: each record that reaches the handlers is noted.
-class RecordingLogFiles final : public LogFiles {
-  public:
-    explicit RecordingLogFiles(Journal& journal) : journal_(journal) {}
-    LogHandlerFactory open(const std::filesystem::path& folder, const std::string& identifier,
-                           const std::string& today, const std::string& fileName) override;
-
-  private:
-    Journal& journal_;
 };
 
 } // namespace kelpa::desk

@@ -47,7 +47,7 @@ void bootstrapDailyFile(const LogSetup& setup, const std::string& home) {
     const std::string today = Calendar(setup.clock).weekYearDay(setup.clock.now());
     const std::filesystem::path folder = std::filesystem::path(home) / "Library/Caches/Logs";
     const std::string fileName = setup.identifier + "." + today + ".log";
-    LoggingSystem::bootstrap(setup.files.open(folder, setup.identifier, today, fileName));
+    LoggingSystem::bootstrap(setup.openFile(folder, setup.identifier, today, fileName));
     sharedLogFile = folder / fileName;
 }
 
@@ -68,17 +68,19 @@ std::unique_ptr<Logger> makeLogger(const LogSetup& setup) {
 
 } // namespace
 
-LogHandlerFactory DailyLogFiles::open(const fs::path& folder, const std::string& identifier,
-                                      const std::string& today, const std::string& fileName) {
-    if (fs::exists(folder))
-        deleteOldLogs(folder, identifier, today);
-    makePrivate(folder);
-    auto file = std::make_shared<FileLogging>(folder / fileName, clock_);
-    return [file, &clock = clock_](const std::string& label) -> std::unique_ptr<LogHandler> {
-        std::vector<std::unique_ptr<LogHandler>> handlers;
-        handlers.push_back(file->handler(label));
-        handlers.push_back(std::make_unique<StreamLogHandler>(label, clock));
-        return std::make_unique<MultiplexLogHandler>(std::move(handlers));
+LogFileOpener dailyLogFiles(const Clock& clock) {
+    return [&clock](const fs::path& folder, const std::string& identifier, const std::string& today,
+                    const std::string& fileName) {
+        if (fs::exists(folder))
+            deleteOldLogs(folder, identifier, today);
+        makePrivate(folder);
+        auto file = std::make_shared<FileLogging>(folder / fileName, clock);
+        return [file](const std::string& label) -> std::unique_ptr<LogHandler> {
+            std::vector<std::unique_ptr<LogHandler>> handlers;
+            handlers.push_back(file->handler(label));
+            handlers.push_back(std::make_unique<StreamLogHandler>(label, file->clock()));
+            return std::make_unique<MultiplexLogHandler>(std::move(handlers));
+        };
     };
 }
 
@@ -92,8 +94,9 @@ Logger& logger() {
     return *sharedLogger;
 }
 
-bool loggerExists() {
-    return sharedLogger != nullptr;
+void logCritical(const std::string& message) {
+    if (sharedLogger)
+        sharedLogger->critical(message);
 }
 
 const std::optional<std::filesystem::path>& logfilePath() {

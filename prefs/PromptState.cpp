@@ -18,8 +18,8 @@ std::int64_t remainder(std::int64_t value, std::int64_t divisor) {
 
 } // namespace
 
-PromptState::PromptState(App& app, RandomSource& random)
-    : prompt(app.prefState().breakPrompt()), app_(app), random_(random) {}
+PromptState::PromptState(App& app, RandomBelow random)
+    : prompt(app.prefState().breakPrompt()), app_(app), random_(std::move(random)) {}
 
 void PromptState::showBreak() {
     shortBreakTimes_ = remainder(checkedAdd(shortBreakTimes_, 1), cycleLength());
@@ -79,7 +79,7 @@ void PromptState::closePrompt() {
 }
 
 std::string PromptState::anyOf(const std::vector<std::string>& texts, const std::string& otherwise) {
-    return texts.empty() ? otherwise : texts[random_.below(texts.size())];
+    return texts.empty() ? otherwise : texts[random_(texts.size())];
 }
 
 } // namespace kelpa

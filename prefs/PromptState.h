@@ -15,7 +15,7 @@ enum class BreakKind { None, Short, Long, NewDay };
 /// Decides at the start of each break what the screen shows and how long the break lasts, and ends it.
 class PromptState {
   public:
-    PromptState(App& app, RandomSource& random);
+    PromptState(App& app, RandomBelow random);
 
     Published<std::string> prompt;
     Published<bool> showSkipButton{false};
@@ -41,7 +41,7 @@ class PromptState {
     [[nodiscard]] std::string anyOf(const std::vector<std::string>& texts, const std::string& otherwise);
 
     App& app_;
-    RandomSource& random_;
+    RandomBelow random_;
     std::int64_t shortBreakTimes_ = 0; ///< position of the last break in the cycle
     BreakKind lastKind_ = BreakKind::None;
 };

@@ -76,7 +76,7 @@ GettextTranslations::GettextTranslations(const std::string& folder) {
     usable_ = tableInUse() || !tableExists(folder);
 }
 
-std::string GettextTranslations::lookUp(const std::string& key) const {
+std::string GettextTranslations::lookUp(const std::string& key) {
     return key.empty() ? key : dgettext(domain, key.c_str());
 }
 

@@ -18,47 +18,12 @@ std::optional<SystemInfo::Version> distributionVersion() {
     return std::nullopt;
 }
 
-utsname system() {
-    utsname names{};
-    uname(&names);
-    return names;
-}
-
 std::string_view unquoted(std::string_view value) {
     const bool quoted = value.size() >= 2 && (value.front() == '"' || value.front() == '\'');
     return quoted && value.back() == value.front() ? value.substr(1, value.size() - 2) : value;
 }
 
-class LinuxSystemInfo final : public SystemInfo {
-  public:
-    [[nodiscard]] std::map<std::string, InfoValue> bundleInfo() const override {
-        return {{"CFBundleDisplayName", build::displayName},
-                {"CFBundleIdentifier", build::identifier},
-                {"CFBundleShortVersionString", build::version},
-                {"CFBundleVersion", build::number}};
-    }
-
-    [[nodiscard]] std::optional<std::string> bundleIdentifier() const override { return build::identifier; }
-    [[nodiscard]] std::string machine() const override { return system().machine; }
-    [[nodiscard]] Version osVersion() const override {
-        if (const auto version = distributionVersion())
-            return *version;
-        return leadingVersion(system().release).value_or(Version{});
-    }
-
-    [[nodiscard]] std::optional<std::string> homeDirectory() const override {
-        const auto state = stateHome();
-        return state ? std::optional(*state + "/" + build::identifier) : std::nullopt;
-    }
-
-    [[nodiscard]] std::optional<std::string> applicationIcon() const override { return build::identifier; }
-};
-
 } // namespace
-
-std::unique_ptr<SystemInfo> makeLinuxSystemInfo() {
-    return std::make_unique<LinuxSystemInfo>();
-}
 
 std::optional<SystemInfo::Version> leadingVersion(std::string_view text) {
     SystemInfo::Version version;
@@ -83,6 +48,24 @@ std::optional<std::string> versionId(std::istream&& osRelease) {
         if (line.starts_with(name))
             return std::string(unquoted(std::string_view(line).substr(name.size())));
     return std::nullopt;
+}
+
+SystemInfo linuxSystemInfo() {
+    utsname kernel{};
+    uname(&kernel);
+    auto version = distributionVersion();
+    if (!version)
+        version = leadingVersion(kernel.release);
+    const auto state = stateHome();
+    return {{{"CFBundleDisplayName", build::displayName},
+             {"CFBundleIdentifier", build::identifier},
+             {"CFBundleShortVersionString", build::version},
+             {"CFBundleVersion", build::number}},
+            build::identifier,
+            kernel.machine,
+            version.value_or(SystemInfo::Version()),
+            state ? std::optional(*state + "/" + build::identifier) : std::nullopt,
+            build::identifier};
 }
 
 } // namespace kelpa

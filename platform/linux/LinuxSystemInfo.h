@@ -3,13 +3,12 @@
 #include "platform/ports/System.h"
 
 #include <istream>
-#include <memory>
 #include <string_view>
 
 namespace kelpa {
 
 /// What was set when the program was built, and what the running system says.
-[[nodiscard]] std::unique_ptr<SystemInfo> makeLinuxSystemInfo();
+[[nodiscard]] SystemInfo linuxSystemInfo();
 
 /// Up to three numbers that a text begins with: "12" is 12.0.0, "6.1.0-18-amd64" is 6.1.0; nothing for a text
 /// that begins with none.

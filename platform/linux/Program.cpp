@@ -30,7 +30,7 @@
 #include "platform/linux/windows/RemoteWindowSystem.h"
 #include "platform/posix/AbortOnFatalErrors.h"
 #include "platform/posix/HistoryFolder.h"
-#include "platform/posix/SystemRandom.h"
+#include "platform/posix/Random.h"
 
 #include <memory>
 #include <optional>
@@ -51,12 +51,6 @@ std::string settingsFile() {
 
 std::string iconFile(const std::string& data) {
     return data + "/icons/hicolor/scalable/apps/" + build::identifier + ".svg";
-}
-
-/// Not before the first line of the run: an early error must not make the log that it would go to.
-void logCritical(const std::string& message) {
-    if (loggerExists())
-        logger().critical(message);
 }
 
 /// The best source that this desktop may have comes first. The X server of a Wayland session hears only of
@@ -244,11 +238,12 @@ class Program final : private StoreReport, private WindowReport, private Instanc
     std::optional<TrayProcess> tray_;      ///< where the display server may have an older tray
     std::optional<TrayFallback> fallback_; ///< there with the tray
     std::optional<PopUpMenu> popUp_;       ///< there with the tray
-    std::unique_ptr<SystemInfo> system_ = makeLinuxSystemInfo();
+    SystemInfo system_ = linuxSystemInfo();
     std::unique_ptr<Fonts> fonts_ = makeLinuxFonts(folders_.data);
     GettextTranslations translations_{folders_.locale};
-    SystemRandom random_;
-    AbortOnFatalErrors fatalErrors_{logCritical};
+    Translations texts_ = GettextTranslations::lookUp;
+    RandomBelow random_ = systemRandom();
+    FatalErrorHandler fatalErrors_ = abortOnFatalErrors(logCritical);
     DesktopLock lock_;
     std::unique_ptr<ActivityMonitor> activity_;
     std::unique_ptr<LoginItem> loginItem_ = makeLinuxLoginItem(
@@ -259,14 +254,12 @@ class Program final : private StoreReport, private WindowReport, private Instanc
     RemoteUpdateWindow updateWindow_{windows_};
     std::unique_ptr<Updater> updater_ =
         makeLinuxUpdater({loop_, clock_, *store_, updateWindow_, *this},
-                         UpdateSetup::ofThisCopy(*system_, translations_.language()));
+                         UpdateSetup::ofThisCopy(system_, translations_.language()));
     std::unique_ptr<Notifications> breakNotice_ = makeNotifications();
     std::unique_ptr<Notifications> trayNotice_ = makeNotifications();
-    Ports ports_{clock_,       loop_,    loop_,    loop_,      *store_,       history_,
-                 statusBar_,   windows_, *system_, *fonts_,    translations_, random_,
-                 fatalErrors_, loop_,    lock_,    *activity_, services()};
-    DailyLogFiles logFiles_{clock_};
-    AppDelegate delegate_{ports_, logFiles_};
+    Ports ports_{clock_,  loop_,  loop_,   loop_,        *store_, history_, statusBar_, windows_,  system_,
+                 *fonts_, texts_, random_, fatalErrors_, loop_,   lock_,    *activity_, services()};
+    AppDelegate delegate_{ports_, dailyLogFiles(clock_)};
     RemoteControl remote_{loop_, loop_};
     Instance& instance_;
     TrayNotice notice_{loop_, session_, *trayNotice_, noticeDesktop()};

@@ -27,13 +27,14 @@ namespace kelpa {
 /// The screens and windows of the session. Its client must outlive the process's last change of the screens.
 [[nodiscard]] std::unique_ptr<WindowSystem> makeMacWindowSystem();
 
-/// The string tables of the main bundle, in the language that the system chose for the user.
-[[nodiscard]] std::unique_ptr<Translations> makeMacTranslations();
+/// What the string tables of the main bundle have for a key, in the language that the system chose for the
+/// user.
+[[nodiscard]] std::string bundleText(const std::string& key);
 /// The fonts among the bundle's resources, and Core Text's registry.
 [[nodiscard]] std::unique_ptr<Fonts> makeMacFonts();
 /// What the main bundle and the system say of themselves. The home is the container's folder when the
 /// application runs sandboxed.
-[[nodiscard]] std::unique_ptr<SystemInfo> makeMacSystemInfo();
+[[nodiscard]] SystemInfo macSystemInfo();
 
 /// Lock and unlock as the login window tells of them to all applications of the user.
 [[nodiscard]] std::unique_ptr<LockNotifications> makeDistributedLock();

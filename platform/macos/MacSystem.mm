@@ -73,14 +73,6 @@ std::optional<InfoValue> infoValue(id value) {
     return fromNumber<InfoValue>(value);
 }
 
-class BundleTranslations final : public Translations {
-  public:
-    [[nodiscard]] std::string lookUp(const std::string& key) const override {
-        // Without a table of that name, and without an entry in it, the bundle gives the key back.
-        return toString([[NSBundle mainBundle] localizedStringForKey:toNSString(key) value:nil table:nil]);
-    }
-};
-
 class MacFonts final : public Fonts {
   public:
     [[nodiscard]] std::optional<std::vector<unsigned char>>
@@ -116,57 +108,40 @@ class MacFonts final : public Fonts {
     }
 };
 
-class MacSystemInfo final : public SystemInfo {
-  public:
-    [[nodiscard]] std::map<std::string, InfoValue> bundleInfo() const override {
-        std::map<std::string, InfoValue> all;
-        NSDictionary* infos = [[NSBundle mainBundle] infoDictionary];
-        for (NSString* key in infos)
-            if (auto value = infoValue([infos objectForKey:key]))
-                all.emplace(toString(key), *std::move(value));
-        return all;
-    }
-
-    [[nodiscard]] std::optional<std::string> bundleIdentifier() const override {
-        NSString* identifier = [[NSBundle mainBundle] bundleIdentifier];
-        return identifier ? std::optional(toString(identifier)) : std::nullopt;
-    }
-
-    [[nodiscard]] std::string machine() const override {
-        utsname names{};
-        uname(&names);
-        return names.machine;
-    }
-
-    Version osVersion() const override {
-        const NSOperatingSystemVersion version = [[NSProcessInfo processInfo] operatingSystemVersion];
-        return {static_cast<int>(version.majorVersion), static_cast<int>(version.minorVersion),
-                static_cast<int>(version.patchVersion)};
-    }
-
-    [[nodiscard]] std::optional<std::string> homeDirectory() const override {
-        NSString* home = NSHomeDirectory();
-        return [home length] > 0 ? std::optional(toString(home)) : std::nullopt;
-    }
-
-    [[nodiscard]] std::optional<std::string> applicationIcon() const override {
-        return [NSApp applicationIconImage] ? std::optional(toString(NSImageNameApplicationIcon))
-                                            : std::nullopt;
-    }
-};
+std::map<std::string, InfoValue> bundleInfo() {
+    std::map<std::string, InfoValue> all;
+    NSDictionary* infos = [[NSBundle mainBundle] infoDictionary];
+    for (NSString* key in infos)
+        if (auto value = infoValue([infos objectForKey:key]))
+            all.emplace(toString(key), *std::move(value));
+    return all;
+}
 
 } // namespace
 
-std::unique_ptr<Translations> makeMacTranslations() {
-    return std::make_unique<BundleTranslations>();
+std::string bundleText(const std::string& key) {
+    // Without a table of that name, and without an entry in it, the bundle gives the key back.
+    return toString([[NSBundle mainBundle] localizedStringForKey:toNSString(key) value:nil table:nil]);
 }
 
 std::unique_ptr<Fonts> makeMacFonts() {
     return std::make_unique<MacFonts>();
 }
 
-std::unique_ptr<SystemInfo> makeMacSystemInfo() {
-    return std::make_unique<MacSystemInfo>();
+SystemInfo macSystemInfo() {
+    NSString* identifier = [[NSBundle mainBundle] bundleIdentifier];
+    utsname names{};
+    uname(&names);
+    const NSOperatingSystemVersion version = [[NSProcessInfo processInfo] operatingSystemVersion];
+    NSString* home = NSHomeDirectory();
+    return {bundleInfo(),
+            identifier ? std::optional(toString(identifier)) : std::nullopt,
+            names.machine,
+            {static_cast<int>(version.majorVersion), static_cast<int>(version.minorVersion),
+             static_cast<int>(version.patchVersion)},
+            [home length] > 0 ? std::optional(toString(home)) : std::nullopt,
+            [NSApp applicationIconImage] ? std::optional(toString(NSImageNameApplicationIcon))
+                                         : std::nullopt};
 }
 
 } // namespace kelpa

@@ -12,18 +12,12 @@
 #include "logging/SharedLogger.h"
 #include "platform/posix/AbortOnFatalErrors.h"
 #include "platform/posix/HistoryFolder.h"
+#include "platform/posix/Random.h"
 #include "platform/posix/SystemClock.h"
-#include "platform/posix/SystemRandom.h"
 
 namespace kelpa {
 
 namespace {
-
-/// Not before the first line of the run: an early error must not make the log that it would go to.
-void logCritical(const std::string& message) {
-    if (loggerExists())
-        logger().critical(message);
-}
 
 /// Nothing where the user has no such folder.
 std::optional<std::string> historyFolder() {
@@ -78,11 +72,11 @@ class Program final : private ApplicationLoop {
     std::unique_ptr<DefaultsStore> store_ = makeUserDefaultsStore();
     std::unique_ptr<StatusBar> statusBar_ = makeMacStatusBar();
     std::unique_ptr<WindowSystem> windows_ = makeMacWindowSystem();
-    std::unique_ptr<SystemInfo> system_ = makeMacSystemInfo();
+    SystemInfo system_ = macSystemInfo();
     std::unique_ptr<Fonts> fonts_ = makeMacFonts();
-    std::unique_ptr<Translations> translations_ = makeMacTranslations();
-    SystemRandom random_;
-    AbortOnFatalErrors fatalErrors_{logCritical};
+    Translations translations_ = bundleText;
+    RandomBelow random_ = systemRandom();
+    FatalErrorHandler fatalErrors_ = abortOnFatalErrors(logCritical);
     std::unique_ptr<LockNotifications> lock_ = makeDistributedLock();
     std::unique_ptr<ActivityMonitor> activity_ = makeGlobalActivity();
     std::unique_ptr<LoginItem> loginItem_ = makeMacLoginItem(AppInfo::loginItemIdentifier());
@@ -97,11 +91,10 @@ class Program final : private ApplicationLoop {
     id<NSObject> awake_ = nil; ///< as long as it is kept, timers are on time
     Services services_{loginItem_.get(), updater_.get(),       mail_.get(),     about_.get(),
                        &preferences_,    notifications_.get(), busyness_.get(), &historyWindow_};
-    Ports ports_{*clock_,      *tickers_, *mainQueue_, *queues_,   *store_,        history_,
-                 *statusBar_,  *windows_, *system_,    *fonts_,    *translations_, random_,
+    Ports ports_{*clock_,      *tickers_, *mainQueue_, *queues_,   *store_,       history_,
+                 *statusBar_,  *windows_, system_,     *fonts_,    translations_, random_,
                  fatalErrors_, *this,     *lock_,      *activity_, services_};
-    DailyLogFiles logFiles_{*clock_};
-    AppDelegate delegate_{ports_, logFiles_};
+    AppDelegate delegate_{ports_, dailyLogFiles(*clock_)};
     RemoteControl remote_{*this, *mainQueue_};
 };
 

@@ -24,11 +24,11 @@ struct Ports {
     HistoryFiles& history;
     StatusBar& statusBar;
     WindowSystem& windows;
-    SystemInfo& system;
+    const SystemInfo& system;
     Fonts& fonts;
-    Translations& translations;
-    RandomSource& random;
-    FatalErrors& fatalErrors;
+    Translations translations;
+    RandomBelow random;
+    FatalErrorHandler fatalErrors;
     ApplicationLoop& application;
     LockNotifications& lock;
     ActivityMonitor& activity;

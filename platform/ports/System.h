@@ -14,24 +14,22 @@ namespace kelpa {
 using InfoValue = std::variant<std::string, std::int64_t, double, bool>;
 
 /// What the program's bundle and the machine say of themselves.
-class SystemInfo {
-  public:
-    virtual ~SystemInfo() = default;
-    /// The bundle's information dictionary; empty when it has none.
-    [[nodiscard]] virtual std::map<std::string, InfoValue> bundleInfo() const = 0;
-    [[nodiscard]] virtual std::optional<std::string> bundleIdentifier() const = 0;
-    /// The machine field of uname, as it stands in its fixed-size buffer up to the first zero byte.
-    [[nodiscard]] virtual std::string machine() const = 0;
+struct SystemInfo {
     struct Version {
         int major = 0;
         int minor = 0;
         int patch = 0;
     };
-    [[nodiscard]] virtual Version osVersion() const = 0;
+    /// The bundle's information dictionary; empty when it has none.
+    std::map<std::string, InfoValue> bundleInfo;
+    std::optional<std::string> bundleIdentifier;
+    /// The machine field of uname, as it stands in its fixed-size buffer up to the first zero byte.
+    std::string machine;
+    Version osVersion;
     /// The folder that the program keeps its own files under; nothing when it has no usable home.
-    [[nodiscard]] virtual std::optional<std::string> homeDirectory() const = 0;
+    std::optional<std::string> homeDirectory;
     /// The name by which the faces find the application's own picture; nothing when it has none.
-    [[nodiscard]] virtual std::optional<std::string> applicationIcon() const = 0;
+    std::optional<std::string> applicationIcon;
 };
 
 /// Screen lock and unlock as the desktop tells of them, each edge once.
@@ -76,11 +74,7 @@ class Fonts {
                                                               const std::string& fontName, double size) = 0;
 };
 
-class RandomSource {
-  public:
-    virtual ~RandomSource() = default;
-    /// A uniformly distributed number below `count`, which is at least 1.
-    [[nodiscard]] virtual std::size_t below(std::size_t count) = 0;
-};
+/// Gives a uniformly distributed number below `count`, which is at least 1.
+using RandomBelow = std::function<std::size_t(std::size_t count)>;
 
 } // namespace kelpa

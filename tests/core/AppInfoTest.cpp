@@ -9,8 +9,8 @@ namespace {
 
 TEST(AppInfo, HasDefaultsForWhatTheBundleDoesNotSay) {
     test::Play play;
-    play.desk.system.infos = {{"CFBundleVersion", std::int64_t{7}}};
-    play.desk.system.identifier = std::nullopt;
+    play.desk.system.bundleInfo = {{"CFBundleVersion", std::int64_t{7}}};
+    play.desk.system.bundleIdentifier = std::nullopt;
     play("start 2027-01-01T00:00:01\nzone Asia/Shanghai\nlaunch\n");
     EXPECT_EQ(AppInfo::name(), "Kelpa");
     EXPECT_EQ(AppInfo::version(), "1.0.0");

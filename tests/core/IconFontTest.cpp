@@ -42,7 +42,7 @@ TEST(IconFont, RegistersOnceAndShowsItsGlyphs) {
 
 TEST(AboutPane, ShowsItsGlyphWhereThereIsNoPicture) {
     test::Play play;
-    play.desk.system.icon = std::nullopt;
+    play.desk.system.applicationIcon = std::nullopt;
     play("launch\n");
     FakeFonts fonts;
     IconFont::wire(fonts);

@@ -42,7 +42,7 @@ class LoggerTest : public testing::Test {
     ~LoggerTest() override { fs::remove_all(root_); }
 
     void setUp(const std::optional<std::string>& home) {
-        setUpLogging({clock_, files_, "app.orvane.Kelpa", "Kelpa", home});
+        setUpLogging({clock_, dailyLogFiles(clock_), "app.orvane.Kelpa", "Kelpa", home});
     }
     void setTime(const CivilTime& civil) { clock_.shown = *clock_.date(civil); }
     void write(const fs::path& path, const std::string& text) const {
@@ -66,7 +66,6 @@ class LoggerTest : public testing::Test {
     TestClock clock_;
     const std::string banner_ = "2026-11-21T10:15:30+0100 info app.orvane.Kelpa : "
                                 "~~~~~~~~~~~~~~~~~~~~~~~~hello Kelpa~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~\n";
-    DailyLogFiles files_{clock_};
 };
 
 TEST_F(LoggerTest, WritesTheDaysFileAndStandardOutputAlike) {

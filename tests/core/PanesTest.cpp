@@ -403,9 +403,9 @@ TEST(StylePaneWindow, FollowsAnotherStyleObject) {
 
 TEST(AboutPane, TellsOfTheProgramUnderItsPicture) {
     test::Play play;
-    play.desk.system.infos = {{"CFBundleDisplayName", std::string("Alga")},
-                              {"CFBundleShortVersionString", std::string("2.3.4")},
-                              {"CFBundleVersion", std::string("56")}};
+    play.desk.system.bundleInfo = {{"CFBundleDisplayName", std::string("Alga")},
+                                   {"CFBundleShortVersionString", std::string("2.3.4")},
+                                   {"CFBundleVersion", std::string("56")}};
     play("launch\nmenu settings\n");
     const auto about = play.desk.services.preferences().layout().panes[4].about;
     ASSERT_TRUE(about);

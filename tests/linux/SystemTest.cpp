@@ -5,7 +5,7 @@
 #include "platform/linux/LinuxSystemInfo.h"
 #include "platform/linux/Memory.h"
 #include "platform/posix/AbortOnFatalErrors.h"
-#include "platform/posix/SystemRandom.h"
+#include "platform/posix/Random.h"
 
 #include <array>
 #include <clocale>
@@ -77,13 +77,13 @@ TEST(LinuxSystemInfo, findsTheVersionAmongTheLines) {
 TEST(LinuxSystemInfo, saysWhatProgramAndMachineAre) {
     utsname names{};
     ASSERT_EQ(uname(&names), 0);
-    const auto info = makeLinuxSystemInfo();
-    EXPECT_EQ(info->machine(), names.machine);
-    EXPECT_GT(info->osVersion().major, 0);
-    EXPECT_EQ(info->bundleIdentifier(), "app.orvane.Kelpa");
-    EXPECT_EQ(std::get<std::string>(info->bundleInfo().at("CFBundleDisplayName")), "Kelpa");
+    const SystemInfo info = linuxSystemInfo();
+    EXPECT_EQ(info.machine, names.machine);
+    EXPECT_GT(info.osVersion.major, 0);
+    EXPECT_EQ(info.bundleIdentifier, "app.orvane.Kelpa");
+    EXPECT_EQ(std::get<std::string>(info.bundleInfo.at("CFBundleDisplayName")), "Kelpa");
     for (const char* key : {"CFBundleShortVersionString", "CFBundleVersion"})
-        EXPECT_FALSE(std::get<std::string>(info->bundleInfo().at(key)).empty());
+        EXPECT_FALSE(std::get<std::string>(info.bundleInfo.at(key)).empty());
 }
 
 TEST(Folders, passOverRelativePaths) {
@@ -92,13 +92,13 @@ TEST(Folders, passOverRelativePaths) {
     setenv("XDG_STATE_HOME", "not/absolute", 1);
     EXPECT_EQ(configHome(), "/elsewhere");
     EXPECT_EQ(stateHome(), "/home/me/.local/state");
-    EXPECT_EQ(makeLinuxSystemInfo()->homeDirectory(), "/home/me/.local/state/app.orvane.Kelpa");
+    EXPECT_EQ(linuxSystemInfo().homeDirectory, "/home/me/.local/state/app.orvane.Kelpa");
     setenv("XDG_CONFIG_HOME", "", 1);
     EXPECT_EQ(configHome(), "/home/me/.config");
     setenv("HOME", "", 1);
     EXPECT_EQ(configHome(), std::nullopt);
     unsetenv("HOME");
-    EXPECT_EQ(makeLinuxSystemInfo()->homeDirectory(), std::nullopt);
+    EXPECT_EQ(linuxSystemInfo().homeDirectory, std::nullopt);
 }
 
 TEST(Folders, findTheDataOfABuildTreeAndOfAnInstallation) {
@@ -252,22 +252,21 @@ TEST(LinuxFonts, takeTheProgramsFontAndRefuseDamagedOnes) {
 }
 
 TEST(SystemRandom, reachesEveryNumberBelow) {
-    SystemRandom random;
+    const RandomBelow below = systemRandom();
     std::set<std::size_t> seen;
     for (int i = 0; i < 1000; ++i)
-        seen.insert(random.below(7));
+        seen.insert(below(7));
     EXPECT_EQ(seen, (std::set<std::size_t>{0, 1, 2, 3, 4, 5, 6}));
-    EXPECT_EQ(random.below(1), 0u);
+    EXPECT_EQ(below(1), 0u);
 }
 
 TEST(AbortOnFatalErrors, sayWhatIsWrongAndAbort) {
-    AbortOnFatalErrors* self = nullptr;
-    AbortOnFatalErrors errors([&self](const std::string& message) {
+    FatalErrorHandler end;
+    end = abortOnFatalErrors([&end](const std::string& message) {
         std::cerr << "logged: " << message << '\n';
-        self->end("while logging"); // comes back without being logged again
+        end("while logging"); // comes back without being logged again
     });
-    self = &errors;
-    EXPECT_EXIT(errors.end("the set is empty"), testing::KilledBySignal(SIGABRT),
+    EXPECT_EXIT(end("the set is empty"), testing::KilledBySignal(SIGABRT),
                 "kelpa: the set is empty\nlogged: the set is empty\nkelpa: while logging");
 }
 

@@ -129,7 +129,7 @@ int main(int argc, char** argv) {
     EventLoop loop(speed);
     const LinuxClock clock(loop, speed);
     const GettextTranslations translations(dataFolders().locale);
-    setTranslations(translations);
+    setTranslations(GettextTranslations::lookUp);
     SpokenReport report;
     SpokenWindow window;
     std::unique_ptr<RealWindow> real;

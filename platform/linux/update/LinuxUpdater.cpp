@@ -79,7 +79,7 @@ void UpdateSchedule::wake() {
 }
 
 UpdateSetup UpdateSetup::ofThisCopy(const SystemInfo& system, const std::string& language) {
-    const auto os = system.osVersion();
+    const auto os = system.osVersion;
     UpdateSetup setup;
     setup.support = supportOfThisCopy();
     setup.feed = build::feedUrl;
@@ -88,7 +88,7 @@ UpdateSetup UpdateSetup::ofThisCopy(const SystemInfo& system, const std::string&
     setup.version = build::number;
     setup.name = build::version;
     setup.system = std::to_string(os.major) + "." + std::to_string(os.minor) + "." + std::to_string(os.patch);
-    setup.processor = system.machine();
+    setup.processor = system.machine;
     setup.language = language;
     setup.folder = cacheHome().value_or("/nonexistent") + "/" + build::identifier + "/update";
     setup.helper = helperPath("kelpa-update");
