@@ -61,14 +61,10 @@ std::optional<std::int64_t> takeNumber(std::string_view& text, char unit) {
 
 /// The hour and minute of a text like "14:30".
 std::optional<CivilTime> clockTime(std::string_view text) {
-    const auto colon = text.find(':');
-    if (colon < 1 || colon > 2 || text.size() - colon != 3)
+    const auto numbers = numbersIn(text, text.size() == 4 ? "0:00" : "00:00");
+    if (numbers.empty())
         return std::nullopt;
-    const auto hour = wholeNumber<std::uint32_t>(text.substr(0, colon));
-    const auto minute = wholeNumber<std::uint32_t>(text.substr(colon + 1));
-    if (!hour || !minute)
-        return std::nullopt;
-    const CivilTime time{1970, 1, 1, static_cast<int>(*hour), static_cast<int>(*minute), 0};
+    const CivilTime time{1970, 1, 1, numbers[0], numbers[1], 0};
     return isDate(time) ? std::optional(time) : std::nullopt;
 }
 

@@ -63,6 +63,23 @@ std::int64_t secondsOf(std::string_view timeText) {
     return hours && minutes && seconds ? *hours * 3600 + *minutes * 60 + *seconds : 0;
 }
 
+std::vector<int> numbersIn(std::string_view text, std::string_view form) {
+    std::vector<int> numbers;
+    if (text.size() != form.size())
+        return numbers;
+    for (std::size_t at = 0; at < form.size(); ++at) {
+        const bool isDigit = text[at] >= '0' && text[at] <= '9';
+        if (form[at] == '0' ? !isDigit : text[at] != form[at])
+            return {};
+        if (form[at] != '0')
+            continue;
+        if (at == 0 || form[at - 1] != '0')
+            numbers.push_back(0);
+        numbers.back() = numbers.back() * 10 + (text[at] - '0');
+    }
+    return numbers;
+}
+
 std::string decimalText(double value) {
     if (std::isnan(value))
         return "nan";

@@ -49,6 +49,10 @@ template <typename Number>
     return whole ? std::optional(value) : std::nullopt;
 }
 
+/// The numbers of a text in a form such as "0000-00-00", in which each 0 stands for a digit and everything
+/// else for itself; empty for a text in another form.
+[[nodiscard]] std::vector<int> numbersIn(std::string_view text, std::string_view form);
+
 /// Reads a whole text as a decimal number, whatever the process locale; nothing if anything else is in it.
 [[nodiscard]] std::optional<double> parseDecimal(std::string_view text);
 

@@ -8,23 +8,7 @@
 namespace kelpa::desk {
 
 Desk::Desk(VirtualTime& virtualTime, Journal& theJournal, std::uint64_t seed)
-    : time(virtualTime), journal(theJournal), ports_{clock,
-                                                     time,
-                                                     time,
-                                                     time,
-                                                     store,
-                                                     history,
-                                                     statusBar,
-                                                     windows,
-                                                     system,
-                                                     fonts_,
-                                                     {},
-                                                     randomBelow(std::mt19937_64(seed)),
-                                                     [this](const std::string& message) { end(message); },
-                                                     services,
-                                                     events,
-                                                     events,
-                                                     services.services()} {
+    : time(virtualTime), journal(theJournal), random_(randomBelow(std::mt19937_64(seed))) {
     VirtualClock::setZone("UTC");
     start({2026, 1, 5, 9, 0, 0});
 }
@@ -36,7 +20,7 @@ void Desk::launch() {
     delegate_->applicationDidFinishLaunching();
 }
 
-void Desk::end(const std::string& message) {
+void Desk::fault(const std::string& message) {
     journal.note("fatal", oneLine(message));
     throw FatalEnd{message};
 }

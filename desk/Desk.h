@@ -30,8 +30,6 @@ class Desk {
     /// `name` must be known to `VirtualClock::setZone`.
     void setZone(const std::string& name);
     void pass(std::int64_t microseconds);
-    /// The machine sleeps: the wall clock moves, monotonic time stands still.
-    void suspend(double seconds) { clock.step(seconds); }
 
     /// What the desk has to offer; a test may take some away before the launch.
     [[nodiscard]] Services& offered() { return ports_.services; }
@@ -59,11 +57,15 @@ class Desk {
                       "app.orvane.Kelpa"};
 
   private:
-    [[noreturn]] void end(const std::string& message);
+    [[noreturn]] void fault(const std::string& message);
     void followPublishedValues();
 
     NoFonts fonts_;
-    Ports ports_;
+    RandomBelow random_;
+    FatalErrorHandler fatalErrors_ = [this](const std::string& message) { fault(message); };
+    Ports ports_{
+        clock, time,    time,         time,     store,  history, statusBar,          windows, system, fonts_,
+        {},    random_, fatalErrors_, services, events, events,  services.services()};
     std::optional<CivilTime> startTime_; ///< until something happens
     std::unique_ptr<AppDelegate> delegate_;
     std::vector<Subscription> subscriptions_;

@@ -14,42 +14,32 @@ namespace {
 using Run = std::function<void(Desk&)>;
 using Reader = std::function<std::optional<Run>(std::string_view)>;
 
-template <class T>
-std::optional<T> parse(std::string_view text);
+// As scripts name them, in their order. Their numbers are taken as well.
+constexpr std::array<std::string_view, 3> styleNames = {"default", "relaxation", "struggle"};
+constexpr std::array<std::string_view, 2> modeNames = {"interval", "timing"};
 
-template <>
-std::optional<bool> parse(std::string_view text) {
-    return parseBoolean(text);
-}
-template <>
-std::optional<std::int64_t> parse(std::string_view text) {
-    return wholeNumber<std::int64_t>(text);
-}
-template <>
-std::optional<double> parse(std::string_view text) {
-    return parseDecimal(text);
-}
-template <>
-std::optional<std::string> parse(std::string_view text) {
-    return std::string(text);
-}
-template <>
-std::optional<BreakStyle> parse(std::string_view text) {
-    constexpr std::array<std::string_view, 3> names = {"default", "relaxation", "struggle"};
-    if (const auto named = caseOf<BreakStyle>(names, text))
-        return named;
-    BreakStyle style{};
+template <class E, std::size_t count>
+std::optional<E> parseCase(const std::array<std::string_view, count>& names, std::string_view text) {
     const auto raw = wholeNumber<std::int64_t>(text);
-    return raw && fromRawValue(*raw, style) ? std::optional(style) : std::nullopt;
+    return raw ? fromRawValue<E>(*raw) : caseOf<E>(names, text);
 }
-template <>
-std::optional<WaterMode> parse(std::string_view text) {
-    constexpr std::array<std::string_view, 2> names = {"interval", "timing"};
-    if (const auto named = caseOf<WaterMode>(names, text))
-        return named;
-    WaterMode mode{};
-    const auto raw = wholeNumber<std::int64_t>(text);
-    return raw && fromRawValue(*raw, mode) ? std::optional(mode) : std::nullopt;
+
+template <class T>
+std::optional<T> parse(std::string_view text) {
+    if constexpr (std::is_same_v<T, bool>)
+        return parseBoolean(text);
+    else if constexpr (std::is_same_v<T, double>)
+        return parseDecimal(text);
+    else if constexpr (std::is_same_v<T, std::string>)
+        return std::string(text);
+    else if constexpr (std::is_same_v<T, CivilTime>)
+        return parseTimeOfDay(text);
+    else if constexpr (std::is_same_v<T, BreakStyle>)
+        return parseCase<T>(styleNames, text);
+    else if constexpr (std::is_same_v<T, WaterMode>)
+        return parseCase<T>(modeNames, text);
+    else
+        return wholeNumber<T>(text);
 }
 
 template <class T, class Set>
@@ -58,27 +48,25 @@ Reader reader(Set set) {
         const auto value = parse<T>(text);
         if (!value)
             return std::nullopt;
-        return [set, value](Desk&) { set(*value); };
+        return [set, value](const Desk& desk) { set(desk, *value); };
     };
 }
 
 template <class T>
 Reader general(StoredSetting<T> PrefState::*setting) {
-    return reader<T>([setting](const T& value) { (AppState::prefState().*setting).set(value); });
+    return reader<T>([setting](const Desk&, const T& value) { (AppState::prefState().*setting).set(value); });
 }
 
 template <class T, class Storage>
 Reader water(StoredSetting<T, Storage> PrefWaterState::*setting) {
-    return reader<T>([setting](const T& value) { (AppState::waterState().*setting).set(value); });
+    return reader<T>(
+        [setting](const Desk&, const T& value) { (AppState::waterState().*setting).set(value); });
 }
 
 Reader timeOfDay(StoredSetting<Date, StoredDate> PrefWaterState::*setting) {
-    return [setting](std::string_view text) -> std::optional<Run> {
-        const auto time = parseTimeOfDay(text);
-        if (!time)
-            return std::nullopt;
-        return [setting, time](Desk& desk) { (AppState::waterState().*setting).set(desk.todayAt(*time)); };
-    };
+    return reader<CivilTime>([setting](const Desk& desk, const CivilTime& time) {
+        (AppState::waterState().*setting).set(desk.todayAt(time));
+    });
 }
 
 /// Times of day between blanks, at least one.
@@ -125,7 +113,7 @@ const std::map<std::string, Reader, std::less<>>& readers() {
         {"holdForCamera", general(&PrefState::holdForCamera)},
         {"holdForFullScreen", general(&PrefState::holdForFullScreen)},
         {"holdForAwake", general(&PrefState::holdForAwake)},
-        {"breakStyle", reader<BreakStyle>([](BreakStyle style) {
+        {"breakStyle", reader<BreakStyle>([](const Desk&, BreakStyle style) {
              AppState::prefState().styleState().breakStyle.set(style);
          })},
         {"enable", water(&PrefWaterState::enable)},

@@ -1,44 +1,20 @@
 #include "desk/RecordingServices.h"
 
 #include <algorithm>
-#include <array>
+#include <map>
 
 namespace kelpa::desk {
 
 namespace {
 
-struct NamedLine {
-    std::string_view name;
-    std::string_view keyEquivalent; ///< tells the line; where there is none its image does
-    std::string_view image;
-};
+constexpr std::string_view pauseAction = "didClickPause";
+constexpr std::string_view waterAction = "didClickWater";
 
-constexpr std::array<NamedLine, 7> namedLines = {{{"pause", "p", ""},
-                                                  {"water", "r", ""},
-                                                  {"settings", ",", ""},
-                                                  {"updates", "", "arrow.counterclockwise.icloud"},
-                                                  {"feedback", "", "mail.stack"},
-                                                  {"about", "", "info.circle"},
-                                                  {"quit", "q", ""}}};
-
-const NamedLine* named(std::string_view name) {
-    const auto* found = std::find_if(namedLines.begin(), namedLines.end(),
-                                     [&](const NamedLine& each) { return each.name == name; });
-    return found == namedLines.end() ? nullptr : found;
-}
-
-bool is(const MenuLine& line, const NamedLine& wanted) {
-    return wanted.keyEquivalent.empty() ? line.image == wanted.image
-                                        : line.keyEquivalent == wanted.keyEquivalent;
-}
-
-bool isPause(const MenuLine& line) {
-    return is(line, namedLines[0]);
-}
-
-bool isWater(const MenuLine& line) {
-    return is(line, namedLines[1]);
-}
+/// The names of lines in scripts, with what a click on them does.
+const std::map<std::string_view, std::string_view> actions = {
+    {"pause", pauseAction},         {"water", waterAction},           {"settings", "didClickSettings"},
+    {"updates", "didClickUpdates"}, {"feedback", "didClickFeedback"}, {"about", "didClickAbout"},
+    {"quit", "didClickQuit"}};
 
 class JournalLogHandler final : public LogHandler {
   public:
@@ -64,28 +40,28 @@ class JournalLogHandler final : public LogHandler {
 } // namespace
 
 void RecordingStatusBar::lineInserted(std::size_t index, const MenuLine& line) {
-    lines_.insert(lines_.begin() + static_cast<std::ptrdiff_t>(index), line);
-    if (isWater(line))
+    lines.insert(lines.begin() + static_cast<std::ptrdiff_t>(index), line);
+    if (line.action == waterAction)
         journal_.note("item", "water inserted " + std::to_string(index) + " " + inQuotes(line.title));
 }
 
 void RecordingStatusBar::lineRemoved(int lineId) {
     const auto found =
-        std::find_if(lines_.begin(), lines_.end(), [&](const MenuLine& l) { return l.id == lineId; });
-    if (found == lines_.end())
+        std::find_if(lines.begin(), lines.end(), [&](const MenuLine& l) { return l.id == lineId; });
+    if (found == lines.end())
         return;
-    if (isWater(*found))
+    if (found->action == waterAction)
         journal_.note("item", "water removed");
-    lines_.erase(found);
+    lines.erase(found);
 }
 
 void RecordingStatusBar::lineChanged(const MenuLine& line) {
-    for (MenuLine& known : lines_)
+    for (MenuLine& known : lines)
         if (known.id == line.id)
             known = line;
-    if (isPause(line))
+    if (line.action == pauseAction)
         journal_.note("item", "pause " + line.image + " " + inQuotes(line.title));
-    if (isWater(line))
+    if (line.action == waterAction)
         journal_.note("item", "water " + inQuotes(line.title));
 }
 
@@ -94,27 +70,26 @@ void RecordingStatusBar::createItem(const std::string& image, MenuClicks& clicks
     clicks_ = &clicks;
 }
 
-void RecordingStatusBar::setTitle(const std::string& title) {
-    if (title == title_)
+void RecordingStatusBar::setTitle(const std::string& told) {
+    if (told == title)
         return;
-    title_ = title;
+    title = told;
     if (journal_.keeps("title"))
-        journal_.note("title", title.empty() ? "\"\"" : title);
+        journal_.note("title", told.empty() ? "\"\"" : told);
 }
 
-void RecordingStatusBar::setHint(const std::string& hint) {
-    if (std::exchange(hint_, hint) != hint)
-        journal_.note("hint", inQuotes(hint));
+void RecordingStatusBar::setHint(const std::string& told) {
+    if (std::exchange(hint, told) != told)
+        journal_.note("hint", inQuotes(told));
 }
 
 bool RecordingStatusBar::knows(std::string_view name) {
-    return named(name) != nullptr;
+    return actions.count(name) > 0;
 }
 
 bool RecordingStatusBar::click(std::string_view name) {
-    const NamedLine* wanted = named(name);
-    for (const MenuLine& line : lines_)
-        if (clicks_ && wanted && is(line, *wanted) && line.enabled) {
+    for (const MenuLine& line : lines)
+        if (clicks_ && line.enabled && line.action == actions.at(name)) {
             clicks_->didClick(line.id);
             return true;
         }

@@ -48,10 +48,12 @@ class RecordingServices final : public LoginItem,
                                 public AboutPanel,
                                 public ApplicationLoop {
   public:
-    RecordingServices(Journal& journal, VirtualTime& time) : journal_(journal), time_(time) {}
+    RecordingServices(Journal& journal, VirtualTime& time)
+        : preferences(journal), history(journal), notifications(journal), busyness(journal, time),
+          journal_(journal), time_(time) {}
 
     [[nodiscard]] Services services() {
-        return {this, this, this, this, &preferences_, &notifications_, &busyness_, &history_};
+        return {this, this, this, this, &preferences, &notifications, &busyness, &history};
     }
 
     void setEnabled(bool enabled) override { journal_.note("login", enabled ? "register" : "unregister"); }
@@ -67,33 +69,28 @@ class RecordingServices final : public LoginItem,
     void start() override { journal_.aside("updater", "start"); }
     void checkForUpdates() override { journal_.note("updater", "check"); }
     void compose(const Mail& mail) override {
-        lastMail_ = mail;
+        lastMail = mail;
         journal_.note("mail", inQuotes(mail.subject));
     }
     void show(const AboutContent& text) override {
-        lastAbout_ = text;
+        lastAbout = text;
         journal_.note("about");
     }
     void terminate() override {
         journal_.note("app", "quit");
         time_.stop();
     }
-    [[nodiscard]] const Mail& lastMail() const { return lastMail_; }
-    [[nodiscard]] const AboutContent& lastAbout() const { return lastAbout_; }
-    [[nodiscard]] RecordingPreferences& preferences() { return preferences_; }
-    [[nodiscard]] RecordingHistoryWindow& history() { return history_; }
-    [[nodiscard]] RecordingNotifications& notifications() { return notifications_; }
-    [[nodiscard]] ScriptedBusyness& busyness() { return busyness_; }
+
+    Mail lastMail;
+    AboutContent lastAbout;
+    RecordingPreferences preferences;
+    RecordingHistoryWindow history;
+    RecordingNotifications notifications;
+    ScriptedBusyness busyness;
 
   private:
     Journal& journal_;
     VirtualTime& time_;
-    RecordingPreferences preferences_{journal_};
-    RecordingHistoryWindow history_{journal_};
-    RecordingNotifications notifications_{journal_};
-    ScriptedBusyness busyness_{journal_, time_};
-    Mail lastMail_;
-    AboutContent lastAbout_;
 };
 
 /// A status bar that notes titles and the lines that change, and that a script clicks.
@@ -105,23 +102,21 @@ class RecordingStatusBar final : public StatusBar {
     void lineRemoved(int lineId) override;
     void lineChanged(const MenuLine& line) override;
     void createItem(const std::string& image, MenuClicks& clicks) override;
-    void setTitle(const std::string& title) override;
-    void setHint(const std::string& hint) override;
+    void setTitle(const std::string& told) override;
+    void setHint(const std::string& told) override;
 
-    /// Clicks a line by its name in scripts ("pause", "water", "settings", …); false where the menu has no
-    /// such line or it is disabled.
+    /// Clicks a line by its name in scripts ("pause", "water", "settings", …), which must be known; false
+    /// where the menu has no such line or it is disabled.
     bool click(std::string_view name);
     [[nodiscard]] static bool knows(std::string_view name);
-    [[nodiscard]] const std::vector<MenuLine>& lines() const { return lines_; }
-    [[nodiscard]] const std::string& title() const { return title_; }
-    [[nodiscard]] const std::string& hint() const { return hint_; }
+
+    std::vector<MenuLine> lines;
+    std::string title;
+    std::string hint;
 
   private:
     Journal& journal_;
     MenuClicks* clicks_ = nullptr;
-    std::vector<MenuLine> lines_;
-    std::string title_;
-    std::string hint_;
 };
 
 class NoFonts final : public Fonts {

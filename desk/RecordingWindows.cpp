@@ -52,32 +52,26 @@ std::unique_ptr<NativeWindow> RecordingWindows::makeWindow(const WindowSpec& spe
     return window;
 }
 
-RecordingWindow* RecordingWindows::shownBreak(std::uint32_t screen) const {
-    for (RecordingWindow* window : windows_)
+const RecordedBreakScreen* RecordingWindows::breakScreen(std::uint32_t screen) const {
+    for (const RecordingWindow* window : windows_)
         if (window->spec().screen == screen && window->breakScreen() && window->visible())
-            return window;
+            return window->breakScreen();
     return nullptr;
 }
 
-const RecordedBreakScreen* RecordingWindows::breakScreen(std::uint32_t screen) const {
-    const RecordingWindow* window = shownBreak(screen);
-    return window ? window->breakScreen() : nullptr;
-}
-
 bool RecordingWindows::skip(std::uint32_t screen) {
-    const RecordingWindow* window = shownBreak(screen);
-    if (!window || !window->breakScreen()->skipOffered)
-        return false;
-    window->breakScreen()->client.skipPressed();
-    return true;
+    const RecordedBreakScreen* shown = breakScreen(screen);
+    const bool offered = shown && shown->skipOffered;
+    if (offered)
+        shown->client.skipPressed();
+    return offered;
 }
 
 bool RecordingWindows::notice(std::uint32_t screen) {
-    const RecordingWindow* window = shownBreak(screen);
-    if (!window)
-        return false;
-    window->breakScreen()->client.noticeTapped();
-    return true;
+    const RecordedBreakScreen* shown = breakScreen(screen);
+    if (shown)
+        shown->client.noticeTapped();
+    return shown;
 }
 
 const RecordedWaterPanel* RecordingWindows::waterPanel() const {
@@ -87,17 +81,10 @@ const RecordedWaterPanel* RecordingWindows::waterPanel() const {
     return nullptr;
 }
 
-bool RecordingWindows::waterSkip() {
+bool RecordingWindows::answerWater(void (WaterPanelClient::*press)()) {
     const RecordedWaterPanel* panel = waterPanel();
     if (panel)
-        panel->client.skipPressed();
-    return panel;
-}
-
-bool RecordingWindows::waterDone() {
-    const RecordedWaterPanel* panel = waterPanel();
-    if (panel)
-        panel->client.donePressed();
+        (panel->client.*press)();
     return panel;
 }
 

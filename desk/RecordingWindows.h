@@ -26,8 +26,7 @@ class RecordingWindows final : public WindowSystem {
     bool skip(std::uint32_t screen);
     bool notice(std::uint32_t screen);
     /// Answers in the water panel; false where none is shown or it does not offer the amount.
-    bool waterSkip();
-    bool waterDone();
+    bool answerWater(void (WaterPanelClient::*press)());
     bool waterAmount(std::int64_t millilitres);
     /// What the water panel shows; null where none is shown.
     [[nodiscard]] const RecordedWaterPanel* waterPanel() const;
@@ -43,8 +42,6 @@ class RecordingWindows final : public WindowSystem {
     void deactivate() override { journal_.note("app", "deactivate"); }
 
   private:
-    [[nodiscard]] RecordingWindow* shownBreak(std::uint32_t screen) const;
-
     Journal& journal_;
     VirtualTime& time_;
     WindowSystemClient* client_ = nullptr;

@@ -10,11 +10,6 @@ namespace {
 
 constexpr std::string_view blanks = " \t";
 
-/// A number of exactly `digits` digits at a place of a text.
-std::optional<int> field(std::string_view text, std::size_t at, std::size_t digits) {
-    return at + digits <= text.size() ? wholeNumber<unsigned>(text.substr(at, digits)) : std::nullopt;
-}
-
 } // namespace
 
 std::optional<bool> parseBoolean(std::string_view text) {
@@ -26,28 +21,22 @@ std::optional<bool> parseBoolean(std::string_view text) {
 }
 
 std::optional<CivilTime> parseTimeOfDay(std::string_view text) {
-    const auto hour = field(text, 0, 2);
-    const auto minute = field(text, 3, 2);
-    const bool withSeconds = text.size() == 8 && text[5] == ':';
-    const auto second = withSeconds ? field(text, 6, 2) : std::optional(0);
-    if ((text.size() != 5 && !withSeconds) || text[2] != ':' || !hour || !minute || !second)
+    auto numbers = numbersIn(text, text.size() == 5 ? "00:00" : "00:00:00");
+    if (numbers.empty())
         return std::nullopt;
-    const CivilTime time{1970, 1, 1, *hour, *minute, *second};
+    numbers.resize(3);
+    const CivilTime time{1970, 1, 1, numbers[0], numbers[1], numbers[2]};
     return isDate(time) ? std::optional(time) : std::nullopt;
 }
 
 std::optional<CivilTime> parseDateTime(std::string_view text) {
-    if (text.size() < 16 || text[4] != '-' || text[7] != '-' || text[10] != 'T')
+    const auto day = numbersIn(text.substr(0, 11), "0000-00-00T");
+    auto time = day.empty() ? std::nullopt : parseTimeOfDay(text.substr(11));
+    if (!time)
         return std::nullopt;
-    auto time = parseTimeOfDay(text.substr(11));
-    const auto year = field(text, 0, 4);
-    const auto month = field(text, 5, 2);
-    const auto day = field(text, 8, 2);
-    if (!time || !year || !month || !day)
-        return std::nullopt;
-    time->year = *year;
-    time->month = *month;
-    time->day = *day;
+    time->year = day[0];
+    time->month = day[1];
+    time->day = day[2];
     return isDate(*time) ? time : std::nullopt;
 }
 

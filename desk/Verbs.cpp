@@ -86,22 +86,16 @@ Run screens(std::string_view rest) {
     return [numbers](Desk& desk) { desk.windows.setScreens(numbers); };
 }
 
-StoreValue storeValue(std::string_view type, std::string_view value) {
+std::optional<StoreValue> storeValue(std::string_view type, std::string_view value) {
     if (type == "int")
-        if (const auto number = wholeNumber<std::int64_t>(value))
-            return *number;
+        return wholeNumber<std::int64_t>(value);
     if (type == "bool")
-        if (const auto truth = parseBoolean(value))
-            return *truth;
+        return parseBoolean(value);
     if (type == "real")
-        if (const auto number = parseDecimal(value))
-            return *number;
+        return parseDecimal(value);
     if (type == "text")
         return std::string(value);
-    if (type == "list")
-        if (auto texts = textsFromJson(value))
-            return std::move(*texts);
-    throw Problem(in(value) + " is no value of type " + in(type));
+    return type == "list" ? textsFromJson(value) : std::nullopt;
 }
 
 Run store(std::string_view rest) {
@@ -113,7 +107,10 @@ Run store(std::string_view rest) {
         expectNothing(rest);
         return [key](Desk& desk) { desk.store.remove(key); };
     }
-    return [key, value = storeValue(type, rest)](Desk& desk) { desk.store.put(key, value); };
+    const auto value = storeValue(type, rest);
+    if (!value)
+        throw Problem(in(rest) + " is no value of type " + in(type));
+    return [key, value](Desk& desk) { desk.store.put(key, *value); };
 }
 
 Run launch(std::string_view rest) {
@@ -161,9 +158,8 @@ Run water(std::string_view rest) {
     expectNothing(rest);
     if (what != "done" && what != "skip")
         throw Problem("the water panel has no " + in(what));
-    return pressing("water " + what, [done = what == "done"](Desk& desk) {
-        return done ? desk.windows.waterDone() : desk.windows.waterSkip();
-    });
+    const auto press = what == "done" ? &WaterPanelClient::donePressed : &WaterPanelClient::skipPressed;
+    return pressing("water " + what, [press](Desk& desk) { return desk.windows.answerWater(press); });
 }
 
 Run point(std::string_view rest) {
@@ -235,10 +231,6 @@ Run clockStep(std::string_view rest) {
     return [step = seconds(rest)](Desk& desk) { desk.clock.step(step); };
 }
 
-Run suspend(std::string_view rest) {
-    return [slept = seconds(rest)](Desk& desk) { desk.suspend(slept); };
-}
-
 std::set<BusyReason> busyReasons(std::string_view names) {
     std::set<BusyReason> all;
     for (const std::string& word : words(names)) {
@@ -254,16 +246,16 @@ Run busy(std::string_view rest) {
     std::string_view line = rest;
     if (takeWord(line) != "answers")
         return [holds = busyReasons(rest == "none" ? "" : rest)](Desk& desk) {
-            desk.services.busyness().holds = holds;
+            desk.services.busyness.holds = holds;
         };
     const auto after = line == "never" ? std::nullopt : std::optional(seconds(line));
-    return [after](Desk& desk) { desk.services.busyness().seconds = after; };
+    return [after](Desk& desk) { desk.services.busyness.seconds = after; };
 }
 
 Run notification(std::string_view rest) {
     const std::string action(rest);
     return pressing("notification " + action,
-                    [action](Desk& desk) { return desk.services.notifications().press(action); });
+                    [action](Desk& desk) { return desk.services.notifications.press(action); });
 }
 
 /// What the command line asks of the running program.
@@ -320,7 +312,8 @@ const std::map<std::string, std::function<Run(std::string_view)>, std::less<>>& 
         {"kelpa", kelpa},
         {"notification", notification},
         {"clock", clockStep},
-        {"suspend", suspend},
+        // While the machine sleeps the wall clock moves, and monotonic time stands still.
+        {"suspend", clockStep},
         {"disk", disk},
         {"end", end},
         {"start", start},

@@ -32,39 +32,25 @@ class VirtualTicker final : public Ticker {
 
 } // namespace
 
-bool VirtualTime::later(const Entry& a, const Entry& b) {
-    return a.due != b.due ? a.due > b.due : a.order > b.order;
-}
-
-void VirtualTime::push(Entry entry) {
-    heap_.push_back(std::move(entry));
-    std::push_heap(heap_.begin(), heap_.end(), later);
-}
-
-VirtualTime::Entry VirtualTime::pop() {
-    std::pop_heap(heap_.begin(), heap_.end(), later);
-    Entry entry = std::move(heap_.back());
-    heap_.pop_back();
-    return entry;
-}
-
 std::shared_ptr<VirtualTime::Job> VirtualTime::arm(double seconds, std::function<void()> work,
                                                    std::int64_t interval) {
     auto job = std::make_shared<Job>(Job{std::move(work), interval});
-    push({now_ + inMicroseconds(seconds), ++lastOrder_, job});
+    jobs_.emplace(now_ + inMicroseconds(seconds), job);
     return job;
 }
 
 void VirtualTime::pass(std::int64_t microseconds) {
     const std::int64_t end = now_ + microseconds;
-    while (!stopped_ && !heap_.empty() && heap_.front().due <= end) {
-        Entry entry = pop();
-        if (!entry.job->alive)
+    while (!stopped_ && !jobs_.empty() && jobs_.begin()->first <= end) {
+        auto next = jobs_.extract(jobs_.begin());
+        const auto job = next.mapped();
+        if (!job->alive)
             continue;
-        now_ = std::max(now_, entry.due);
-        const auto job = entry.job;
-        if (job->interval > 0)
-            push({entry.due + job->interval, ++lastOrder_, std::move(entry.job)});
+        now_ = std::max(now_, next.key());
+        if (job->interval > 0) {
+            next.key() += job->interval;
+            jobs_.insert(std::move(next));
+        }
         job->work();
     }
     if (!stopped_)
@@ -81,12 +67,11 @@ Subscription VirtualTime::every(double interval, std::function<void()> tick) {
 }
 
 void VirtualTime::async(std::function<void()> work) {
-    arm(0, std::move(work), 0);
+    arm(0, std::move(work));
 }
 
 void VirtualTime::asyncAfter(double seconds, std::shared_ptr<WorkItem> item) {
-    const auto job = arm(
-        seconds, [item] { item->perform(); }, 0);
+    const auto job = arm(seconds, [item] { item->perform(); });
     item->onCancel([weak = std::weak_ptr(job)] {
         if (const auto waiting = weak.lock())
             waiting->alive = false;

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <functional>
 #include <list>
+#include <map>
 #include <memory>
 #include <string>
 #include <vector>
@@ -41,20 +42,12 @@ class VirtualTime final : public TickerSource, public Queue, public QueueSource 
         std::int64_t interval = 0; ///< 0 for a job that runs once
         bool alive = true;
     };
-    struct Entry {
-        std::int64_t due = 0;
-        std::uint64_t order = 0;
-        std::shared_ptr<Job> job;
-    };
-    static bool later(const Entry& a, const Entry& b);
-    std::shared_ptr<Job> arm(double seconds, std::function<void()> work, std::int64_t interval);
-    void push(Entry entry);
-    Entry pop();
+    std::shared_ptr<Job> arm(double seconds, std::function<void()> work, std::int64_t interval = 0);
 
     std::int64_t now_ = 0;
-    std::uint64_t lastOrder_ = 0;
     bool stopped_ = false;
-    std::vector<Entry> heap_;
+    /// By the instant at which they are due; those of one instant in the order in which they were armed.
+    std::multimap<std::int64_t, std::shared_ptr<Job>> jobs_;
     std::vector<std::string> queueLabels_;
 };
 

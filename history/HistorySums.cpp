@@ -94,15 +94,10 @@ std::string dateText(HistoryDate date) {
 }
 
 std::optional<HistoryDate> historyDate(std::string_view text) {
-    if (text.size() != 10 || text[4] != '-' || text[7] != '-')
+    const auto numbers = numbersIn(text, "0000-00-00");
+    if (numbers.empty())
         return std::nullopt;
-    const auto year = wholeNumber<unsigned>(text.substr(0, 4));
-    const auto month = wholeNumber<unsigned>(text.substr(5, 2));
-    const auto number = wholeNumber<unsigned>(text.substr(8, 2));
-    if (!year || !month || !number)
-        return std::nullopt;
-    const auto day =
-        std::chrono::year(static_cast<int>(*year)) / static_cast<int>(*month) / static_cast<int>(*number);
+    const auto day = std::chrono::year(numbers[0]) / numbers[1] / numbers[2];
     return day.ok() ? std::optional(HistoryDate(day)) : std::nullopt;
 }
 

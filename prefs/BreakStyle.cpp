@@ -91,13 +91,6 @@ std::vector<std::string> linesOf(std::string_view text) {
 
 } // namespace
 
-bool fromRawValue(std::int64_t rawValue, BreakStyle& style) {
-    if (rawValue < 0 || rawValue > 2)
-        return false;
-    style = static_cast<BreakStyle>(rawValue);
-    return true;
-}
-
 std::string desc(BreakStyle style) {
     constexpr std::array names = {translatable("Default"), translatable("Relaxation"),
                                   translatable("Struggle")};

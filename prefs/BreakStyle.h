@@ -1,5 +1,7 @@
 #pragma once
 
+#include "prefs/Setting.h"
+
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -13,8 +15,8 @@ enum class BreakStyle : std::int64_t {
     struggle = 2,   ///< exhortation to work hard
 };
 
-/// False, and nothing else, for a number that names no style.
-bool fromRawValue(std::int64_t rawValue, BreakStyle& style);
+template <>
+inline constexpr std::int64_t caseCount<BreakStyle> = 3;
 
 /// The display name in the user's language.
 [[nodiscard]] std::string desc(BreakStyle style);

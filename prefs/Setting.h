@@ -13,8 +13,18 @@
 
 namespace kelpa {
 
-/// How a type is kept in the store: as one of its kinds of values. An enumeration with a
-/// `fromRawValue(std::int64_t, E&)` is kept as its integer; a number that names no case reads as absent.
+/// How many cases an enumeration that is stored has, which are numbered from 0; each says it of itself.
+template <class E>
+extern const std::int64_t caseCount;
+
+/// The case that a number stands for; nothing where it stands for none.
+template <class E>
+[[nodiscard]] constexpr std::optional<E> fromRawValue(std::int64_t rawValue) {
+    return rawValue >= 0 && rawValue < caseCount<E> ? std::optional(static_cast<E>(rawValue)) : std::nullopt;
+}
+
+/// How a type is kept in the store: as one of its kinds of values. An enumeration with a `caseCount` is kept
+/// as its integer; a number that names no case reads as absent.
 template <class T>
 struct StoredAs {
     static std::optional<T> read(const DefaultsStore& store, std::string_view key) {
@@ -28,8 +38,7 @@ requires std::is_enum_v<E>
 struct StoredAs<E> {
     static std::optional<E> read(const DefaultsStore& store, std::string_view key) {
         const auto raw = store.get<std::int64_t>(key);
-        E value{};
-        return raw && fromRawValue(*raw, value) ? std::optional(value) : std::nullopt;
+        return raw ? fromRawValue<E>(*raw) : std::nullopt;
     }
     static void write(DefaultsStore& store, std::string_view key, E value) {
         store.set(key, static_cast<std::int64_t>(value));

@@ -18,9 +18,8 @@ PreferencesControl number(const char* id, std::string name, std::string unit) {
 
 std::vector<PreferencesEntry> styles() {
     std::vector<PreferencesEntry> all;
-    BreakStyle style{};
-    for (std::int64_t raw = 0; fromRawValue(raw, style); ++raw)
-        all.push_back({raw, desc(style), {}});
+    for (std::int64_t raw = 0; raw < caseCount<BreakStyle>; ++raw)
+        all.push_back({raw, desc(static_cast<BreakStyle>(raw)), {}});
     return all;
 }
 

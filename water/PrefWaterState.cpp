@@ -49,13 +49,6 @@ std::int64_t wholeSeconds(double seconds) {
 
 } // namespace
 
-bool fromRawValue(std::int64_t rawValue, WaterMode& mode) {
-    if (rawValue != 0 && rawValue != 1)
-        return false;
-    mode = static_cast<WaterMode>(rawValue);
-    return true;
-}
-
 std::string desc(WaterMode mode) {
     return mode == WaterMode::interval ? localized("Interval") : localized("Timing");
 }

@@ -23,7 +23,8 @@ enum class WaterMode : std::int64_t {
     timing = 1,   ///< at chosen times of the day
 };
 
-bool fromRawValue(std::int64_t rawValue, WaterMode& mode);
+template <>
+inline constexpr std::int64_t caseCount<WaterMode> = 2;
 [[nodiscard]] std::string desc(WaterMode mode);
 [[nodiscard]] std::string tip(WaterMode mode);
 /// Minutes offered as intervals, or the hours of the default time points.

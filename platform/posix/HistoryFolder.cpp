@@ -1,5 +1,7 @@
 #include "platform/posix/HistoryFolder.h"
 
+#include "base/Text.h"
+
 #include <cerrno>
 #include <fcntl.h>
 #include <filesystem>
@@ -78,16 +80,6 @@ int writeAtOnce(int file, const std::string& bytes) {
     return static_cast<std::size_t>(written) + 1 >= bytes.size() ? 0 : ENOSPC;
 }
 
-bool isMonth(const std::string& name) {
-    constexpr std::string_view form = "0000-00.csv";
-    if (name.size() != form.size())
-        return false;
-    for (std::size_t at = 0; at < form.size(); ++at)
-        if (form[at] == '0' ? name[at] < '0' || name[at] > '9' : name[at] != form[at])
-            return false;
-    return true;
-}
-
 } // namespace
 
 std::optional<std::string> HistoryFolder::append(const std::string& month, std::string_view header,
@@ -137,7 +129,7 @@ std::optional<std::string> HistoryFolder::removeAll() {
         return std::nullopt;
     std::vector<fs::path> months;
     for (fs::directory_iterator entry(*folder_, error), end; !error && entry != end; entry.increment(error))
-        if (isMonth(entry->path().filename().string()))
+        if (!numbersIn(entry->path().filename().string(), "0000-00.csv").empty())
             months.push_back(entry->path());
     std::optional<std::string> problem;
     if (error)

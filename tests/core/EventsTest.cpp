@@ -34,7 +34,7 @@ TEST(MouseIdle, EveryMovePutsTheEndOffAndLeavesTheCountdownAlone) {
     play("launch\n+0.5\n");
     for (int i = 0; i < 1000; ++i)
         play("activity\n+1\n");
-    EXPECT_EQ(play.desk.statusBar.title(), "08:20");
+    EXPECT_EQ(play.desk.statusBar.title, "08:20");
     EXPECT_EQ(play("+298.999\n"), (Lines{}));
     EXPECT_EQ(play("+0.001\n"), stopAt("1299.500"));
 }
@@ -119,7 +119,7 @@ TEST(Lock, StopsTheCycleAndUnlockStartsItFromItsFullLength) {
     Play play({"title", "window", "app"});
     play("launch\n+100\n");
     EXPECT_EQ(play("lock\n+50\nunlock\n"), stopAt("100.000") + startAt("150.000"));
-    EXPECT_EQ(play.desk.statusBar.title(), "25:00");
+    EXPECT_EQ(play.desk.statusBar.title, "25:00");
 }
 
 TEST(Lock, LeavesTheCountdownRunningWhereRestartingIsOff) {
@@ -127,7 +127,7 @@ TEST(Lock, LeavesTheCountdownRunningWhereRestartingIsOff) {
     play(mouseMayRest + greets + "store restart_timer_after_awake bool false\nlaunch\n+99.5\n");
     EXPECT_EQ(play("lock\n+100.5\nunlock\n+100\n"),
               (Lines{"99.500 set last_weakup_timestamp real 1767603699.5"}));
-    EXPECT_EQ(play.desk.statusBar.title(), "20:00");
+    EXPECT_EQ(play.desk.statusBar.title, "20:00");
 }
 
 TEST(Lock, AtABreakAndPausedByHandClosesTheWindowsAndUnlockStartsNothing) {
@@ -306,7 +306,7 @@ TEST(Night, LockedAndAsleepUntilTheMorning) {
                "310.000 set pref.water.finished int 0", "310.000 water finished 0", "310.000 water armed 900",
                "312.000 window closed Water Reminder"}));
     EXPECT_EQ(play("+7\n").back(), "320.000 log info ticktack timer start 1500");
-    EXPECT_EQ(play.desk.statusBar.title(), "25:00");
+    EXPECT_EQ(play.desk.statusBar.title, "25:00");
 }
 
 TEST(Clock, StepsAndZonesMoveNeitherTheCountdownNorTheWaitForTheMouse) {
@@ -314,7 +314,7 @@ TEST(Clock, StepsAndZonesMoveNeitherTheCountdownNorTheWaitForTheMouse) {
     play("start 2026-03-29T01:58:00\nzone Europe/Berlin\nlaunch\n");
     EXPECT_EQ(play("+100\nclock +3600\n+50\nclock -86400\nzone Asia/Tokyo\nsuspend 28800\n+149.999\n"),
               (Lines{}));
-    EXPECT_EQ(play.desk.statusBar.title(), "20:01");
+    EXPECT_EQ(play.desk.statusBar.title, "20:01");
     EXPECT_EQ(play("+0.001\n"), stopAt("300.000"));
 }
 

@@ -253,7 +253,7 @@ struct HistoryWindowPlay : HistoryPlay {
         return period.first + " " + period.last;
     }
 
-    desk::RecordingHistoryWindow& window = desk.services.history();
+    desk::RecordingHistoryWindow& window = desk.services.history;
     std::map<std::string, std::string>& files = desk.history.files;
 };
 

@@ -36,7 +36,7 @@ TEST(BreakHold, whileItWaitsTheCountStaysAndOnlyEachMinuteAsks) {
     Hold hold;
     EXPECT_EQ(hold("busy camera\n+60\n").back(), "60.000 log info the break waits: camera");
     EXPECT_EQ(AppState::breakHold().heldBy(), BusyReason::Camera);
-    EXPECT_EQ(hold.desk.statusBar.title(), "");
+    EXPECT_EQ(hold.desk.statusBar.title, "");
     EXPECT_EQ(hold("+59.5\n"), nothing);
     EXPECT_TRUE(AppState::workState().timesUp.value());
     EXPECT_EQ(AppState::promptState().lastKind(), BreakKind::None);

@@ -47,7 +47,7 @@ TEST(AboutPane, ShowsItsGlyphWhereThereIsNoPicture) {
     FakeFonts fonts;
     IconFont::wire(fonts);
     play("menu settings\n");
-    const auto about = play.desk.services.preferences().layout().panes[4].about;
+    const auto about = play.desk.services.preferences.layout().panes[4].about;
     ASSERT_TRUE(about);
     EXPECT_EQ(about->icon, "");
     EXPECT_EQ(about->glyph, "\uE64B");

@@ -15,7 +15,7 @@ using test::Play;
 /// Behind it stand what menus that call by name call, and the tag.
 Lines shown(const Play& play) {
     Lines lines;
-    for (const MenuLine& line : play.desk.statusBar.lines()) {
+    for (const MenuLine& line : play.desk.statusBar.lines) {
         std::string text = line.image + "|" + line.title + "|" + line.keyEquivalent + "|" + line.action;
         if (line.tag != 0)
             text += std::to_string(line.tag);
@@ -80,14 +80,14 @@ TEST(Menu, ServicesAreCalled) {
     EXPECT_EQ(play("menu settings\nmenu updates\nmenu about\nmenu feedback\n"),
               (Lines{"0.000 settings", "0.000 app activate", "0.000 updater check", "0.000 about",
                      "0.000 app activate", "0.000 mail \"Kelpa Feedback\""}));
-    const Mail& mail = play.desk.services.lastMail();
+    const Mail& mail = play.desk.services.lastMail;
     EXPECT_EQ(mail.body, "Please use Chinese or English in your mail, if you can.\n\n\n\n\n\n\n\n"
                          "App version: v1.0.0(1)\nDevice model: x86_64\nSystem version: 12.0.0\n");
     EXPECT_EQ(mail.attachment,
               "/home/desk/app.orvane.Kelpa/Library/Caches/Logs/app.orvane.Kelpa.20260105.log");
     EXPECT_EQ(mail.recipient, AppInfo::feedbackMailbox());
     EXPECT_NE(mail.recipient.find('@'), std::string::npos);
-    const AboutContent& about = play.desk.services.lastAbout();
+    const AboutContent& about = play.desk.services.lastAbout;
     EXPECT_EQ(about.icon + "|" + about.name + "|" + about.version + "|" + about.copyright + "|" + about.link,
               "app.orvane.Kelpa|Kelpa|v1.0.0(1)|Copyright © 2026 The Kelpa Authors.|Release Notes");
     EXPECT_EQ(about.linkAddress, AppInfo::releaseNotesLink());

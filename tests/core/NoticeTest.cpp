@@ -27,7 +27,7 @@ class Notice : public test::Play {
         return lines;
     }
     [[nodiscard]] const std::function<void(const std::string&)>& listener() {
-        return desk.services.notifications().listener();
+        return desk.services.notifications.listener();
     }
 };
 
@@ -83,10 +83,10 @@ TEST(BreakNotice, startsTheBreakByTheOnePlaceThatBringsBreaks) {
     EXPECT_EQ(notice("notification start\n"),
               (Lines{"95.000 notification withdrawn", "95.000 log info ticktack timer stoped 1.0",
                      "95.000 log info ticktack timer start 0"}));
-    EXPECT_EQ(notice.desk.statusBar.title(), "00:00");
+    EXPECT_EQ(notice.desk.statusBar.title, "00:00");
     EXPECT_TRUE(AppState::breakNotice().coming().started);
     EXPECT_EQ(notice("+1\n").at(0), "96.000 log info ticktack timer timesup for 0");
-    EXPECT_EQ(notice.desk.statusBar.title(), "");
+    EXPECT_EQ(notice.desk.statusBar.title, "");
     EXPECT_FALSE(AppState::breakNotice().coming().started);
     notice("skip 1\n");
     EXPECT_EQ(notice.told("+89\n"), nothing) << "the next period is a full one";

@@ -319,7 +319,7 @@ TEST(WorkflowPane, ChoosesTheWordBeforeABreakAndWhatBreaksWaitFor) {
 
 TEST(WorkflowPane, WhatTheDesktopCannotBeAskedForIsNotToBeHadAndSaysWhy) {
     Settings settings("launch\n");
-    settings.play.desk.services.busyness().unavailableFor[BusyReason::Camera] = "No camera can be seen here.";
+    settings.play.desk.services.busyness.unavailableFor[BusyReason::Camera] = "No camera can be seen here.";
     settings.play("pref holdBreaks true\n");
     EXPECT_TRUE(settings["hold.camera"].enabled());
     settings.person().cameToFront();
@@ -328,7 +328,7 @@ TEST(WorkflowPane, WhatTheDesktopCannotBeAskedForIsNotToBeHadAndSaysWhy) {
     EXPECT_TRUE(settings["hold.camera"].on()) << "what was chosen stays";
     EXPECT_TRUE(settings["hold.sound"].enabled());
     EXPECT_EQ(settings["hold.sound"].hint(), "");
-    settings.play.desk.services.busyness().unavailableFor.clear();
+    settings.play.desk.services.busyness.unavailableFor.clear();
     settings.person().cameToFront();
     EXPECT_TRUE(settings["hold.camera"].enabled());
     EXPECT_EQ(settings["hold.camera"].hint(), "");
@@ -339,7 +339,7 @@ TEST(WorkflowPane, HasNoRowsForWhatThePlatformLacks) {
     play.desk.offered().notifications = nullptr;
     play.desk.offered().busy = nullptr;
     play("launch\nmenu settings\n");
-    const auto& sections = play.desk.services.preferences().layout().panes.at(1).sections;
+    const auto& sections = play.desk.services.preferences.layout().panes.at(1).sections;
     EXPECT_TRUE(std::none_of(sections.begin(), sections.end(), [](const auto& section) {
         return section.title == "Before a Break" || section.title == "While I Am Busy";
     }));
@@ -407,7 +407,7 @@ TEST(AboutPane, TellsOfTheProgramUnderItsPicture) {
                                    {"CFBundleShortVersionString", std::string("2.3.4")},
                                    {"CFBundleVersion", std::string("56")}};
     play("launch\nmenu settings\n");
-    const auto about = play.desk.services.preferences().layout().panes[4].about;
+    const auto about = play.desk.services.preferences.layout().panes[4].about;
     ASSERT_TRUE(about);
     EXPECT_EQ(about->icon + about->glyph + about->glyphFont, "app.orvane.Kelpa");
     EXPECT_EQ(about->name + " " + about->version, "Alga v2.3.4(56)");
@@ -419,7 +419,7 @@ TEST(AboutPane, TellsTheYearInWhichItIsLookedAt) {
     test::Play play;
     play("start 2026-12-31T23:59:00\nlaunch\nmenu settings\n");
     const auto copyright = [&] {
-        return play.desk.services.preferences().control(copyrightLine).text().substr(0, 17);
+        return play.desk.services.preferences.control(copyrightLine).text().substr(0, 17);
     };
     EXPECT_EQ(copyright(), "Copyright © 2026");
     play("+61\n");

@@ -94,11 +94,9 @@ TEST(BreakStyles, HaveTheirListsInOrder) {
     EXPECT_EQ(prompts(BreakStyle::default_).front(), "给你的眼睛一个小小的暂停，它们会感激你的关心。");
     EXPECT_EQ(newDayPrompts(BreakStyle::struggle).back(),
               "每天都是一个宝贵的礼物，我会充分利用每一天，认真工作，不虚度时光。");
-    BreakStyle style{};
-    EXPECT_TRUE(fromRawValue(2, style));
-    EXPECT_EQ(desc(style), "Struggle");
-    EXPECT_FALSE(fromRawValue(3, style));
-    EXPECT_FALSE(fromRawValue(-1, style));
+    EXPECT_EQ(desc(fromRawValue<BreakStyle>(2).value()), "Struggle");
+    EXPECT_EQ(fromRawValue<BreakStyle>(3), std::nullopt);
+    EXPECT_EQ(fromRawValue<BreakStyle>(-1), std::nullopt);
 }
 
 TEST(StylePane, EditsTheListOfTheChosenStyle) {

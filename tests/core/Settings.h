@@ -66,7 +66,7 @@ class Settings {
                 play.journal.lines().end()};
     }
     [[nodiscard]] Person person() { return Person(*window().client()); }
-    [[nodiscard]] desk::RecordingPreferences& window() { return play.desk.services.preferences(); }
+    [[nodiscard]] desk::RecordingPreferences& window() { return play.desk.services.preferences; }
     const desk::RecordingPreferences::Control& operator[](const char* id) { return window().control(id); }
 
     Play play;

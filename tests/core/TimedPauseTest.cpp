@@ -35,7 +35,7 @@ TEST(TimedPause, EndsByItselfAtTheTimeAndTellsItMeanwhile) {
     EXPECT_EQ(play("+2699.999\n"), Lines{});
     EXPECT_EQ(play("+0.001\n+600\n"), hintAt("2700.000", "") + startAt("2700.000"));
     EXPECT_FALSE(AppState::manualPause());
-    EXPECT_EQ(play.desk.statusBar.title(), "15:00");
+    EXPECT_EQ(play.desk.statusBar.title, "15:00");
     EXPECT_EQ(play("kelpa pause until 14:00\n")[2], "3300.000 hint \"Paused until 2026-03-29 14:00\"");
 }
 
@@ -70,7 +70,7 @@ TEST(TimedPause, TomorrowIsTheFirstMomentOfTheLocalDayEvenWhereThatHasNoMidnight
     Play play;
     play("start 2026-03-07T22:00:00\nzone America/Havana\n" + mouseMayRest +
          "launch\nkelpa pause until tomorrow\n");
-    EXPECT_EQ(play.desk.statusBar.hint(), "Paused until 2026-03-08 01:00");
+    EXPECT_EQ(play.desk.statusBar.hint, "Paused until 2026-03-08 01:00");
     play("+7199\n");
     EXPECT_TRUE(AppState::manualPause());
     play("+1\n");
@@ -114,7 +114,7 @@ TEST(TimedPause, EndsWhenAGreetingThatIsOnTheScreenCloses) {
     play("unlock\n+9\n");
     EXPECT_FALSE(AppState::manualPause()) << "it ended at the unlock, and the greeting is followed by work";
     play("+1\n");
-    EXPECT_EQ(play.desk.statusBar.title(), "25:00");
+    EXPECT_EQ(play.desk.statusBar.title, "25:00");
     EXPECT_TRUE(AppState::working());
 }
 
