@@ -13,21 +13,20 @@ namespace kelpa {
 
 namespace {
 
-/// The device that programs record from unless somebody chose another one.
+/// A property of a sound object that is a number; 0 where nothing tells it.
+UInt32 soundProperty(AudioObjectID object, UInt32 what) {
+    const AudioObjectPropertyAddress address = {what, kAudioObjectPropertyScopeGlobal,
+                                                kAudioObjectPropertyElementMain};
+    UInt32 value = 0;
+    UInt32 size = sizeof value;
+    return AudioObjectGetPropertyData(object, &address, 0, nullptr, &size, &value) == 0 ? value : 0;
+}
+
+/// By the device that programs record from unless somebody chose another one.
 bool soundIsRecorded() {
-    AudioObjectID device = 0;
-    UInt32 size = sizeof device;
-    const AudioObjectPropertyAddress input = {kAudioHardwarePropertyDefaultInputDevice,
-                                              kAudioObjectPropertyScopeGlobal,
-                                              kAudioObjectPropertyElementMain};
-    if (AudioObjectGetPropertyData(kAudioObjectSystemObject, &input, 0, nullptr, &size, &device) != 0)
-        return false;
-    UInt32 running = 0;
-    size = sizeof running;
-    const AudioObjectPropertyAddress runs = {kAudioDevicePropertyDeviceIsRunningSomewhere,
-                                             kAudioObjectPropertyScopeGlobal,
-                                             kAudioObjectPropertyElementMain};
-    return AudioObjectGetPropertyData(device, &runs, 0, nullptr, &size, &running) == 0 && running != 0;
+    const AudioObjectID device =
+        soundProperty(kAudioObjectSystemObject, kAudioHardwarePropertyDefaultInputDevice);
+    return soundProperty(device, kAudioDevicePropertyDeviceIsRunningSomewhere) != 0;
 }
 
 std::vector<CMIOObjectID> cameras() {

@@ -8,13 +8,6 @@
 @interface MenuAction : NSObject
 /// The line whose click is being dealt with; nil at any other time.
 + (id)sender;
-+ (void)didClickPause:(id)sender;
-+ (void)didClickWater:(id)sender;
-+ (void)didClickSettings:(id)sender;
-+ (void)didClickUpdates:(id)sender;
-+ (void)didClickFeedback:(id)sender;
-+ (void)didClickAbout:(id)sender;
-+ (void)didClickQuit:(id)sender;
 @end
 
 namespace kelpa {

@@ -9,20 +9,6 @@
 
 #include <cmath>
 
-namespace {
-
-NSDictionary* attributes(NSFont* font, NSColor* color) {
-    NSMutableParagraphStyle* centered = [[NSMutableParagraphStyle alloc] init];
-    [centered setAlignment:NSTextAlignmentCenter];
-    return @{
-        NSFontAttributeName : font,
-        NSForegroundColorAttributeName : color,
-        NSParagraphStyleAttributeName : centered,
-    };
-}
-
-} // namespace
-
 @implementation KelpaCapsule {
     NSColor* _color;
     CGFloat _shadowOpacity;
@@ -103,7 +89,7 @@ NSDictionary* attributes(NSFont* font, NSColor* color) {
                        action:(void (^)(void))action {
     self = [super initWithColor:color];
     if (self) {
-        _attributes = attributes(font, textColor);
+        _attributes = kelpa::centredText(font, textColor);
         _button = [[KelpaPaddedButton alloc] initWithFrame:NSZeroRect];
         [_button setPadding:padding];
         [_button setButtonType:NSButtonTypeMomentaryPushIn];

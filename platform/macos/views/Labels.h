@@ -26,6 +26,8 @@ namespace kelpa {
                                      NSColor* color = [NSColor labelColor]);
 /// The same on as many lines as it needs, centred.
 [[nodiscard]] NSTextField* makeCenteredText(const std::string& text, NSFont* font, NSColor* color);
+/// How an attributed text looks on a button.
+[[nodiscard]] NSDictionary* centredText(NSFont* font, NSColor* color);
 /// The system's font for a kind of text, made bold.
 [[nodiscard]] NSFont* boldFont(NSFontTextStyle style);
 [[nodiscard]] NSFont* textFont(NSFontTextStyle style);

@@ -76,6 +76,16 @@ NSTextField* makeCenteredText(const std::string& text, NSFont* font, NSColor* co
     return label;
 }
 
+NSDictionary* centredText(NSFont* font, NSColor* color) {
+    NSMutableParagraphStyle* centred = [[NSMutableParagraphStyle alloc] init];
+    [centred setAlignment:NSTextAlignmentCenter];
+    return @{
+        NSFontAttributeName : font,
+        NSForegroundColorAttributeName : color,
+        NSParagraphStyleAttributeName : centred,
+    };
+}
+
 NSFont* textFont(NSFontTextStyle style) {
     return [NSFont preferredFontForTextStyle:style options:@{}];
 }

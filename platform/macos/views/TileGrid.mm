@@ -2,6 +2,7 @@
 
 #import "platform/macos/Bridge.h"
 #import "platform/macos/views/Capsule.h"
+#import "platform/macos/views/Labels.h"
 
 #include "platform/ports/Measures.h"
 
@@ -84,14 +85,8 @@ constexpr CGFloat gap = 4;
 
 - (void)paint:(NSButton*)tile chosen:(BOOL)chosen {
     NSColor* color = chosen ? [NSColor alternateSelectedControlTextColor] : [NSColor labelColor];
-    NSMutableParagraphStyle* centered = [[NSMutableParagraphStyle alloc] init];
-    [centered setAlignment:NSTextAlignmentCenter];
-    NSDictionary* attributes = @{
-        NSForegroundColorAttributeName : color,
-        NSFontAttributeName : [tile font],
-        NSParagraphStyleAttributeName : centered,
-    };
-    [tile setAttributedTitle:[[NSAttributedString alloc] initWithString:[tile title] attributes:attributes]];
+    NSDictionary* look = kelpa::centredText([tile font], color);
+    [tile setAttributedTitle:[[NSAttributedString alloc] initWithString:[tile title] attributes:look]];
     [tile setAccessibilityValue:@(chosen)];
 }
 
