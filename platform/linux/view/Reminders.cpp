@@ -37,8 +37,8 @@ class Reminder : public ViewWindow {
     void fadeTo(double alpha, double seconds) override {
         host_->beginFade();
         fade_.stop();
-        first_ = alpha_;
-        last_ = std::clamp(alpha, 0.0, 1.0);
+        from_ = alpha_;
+        to_ = std::clamp(alpha, 0.0, 1.0);
         if (seconds > 0) {
             fade_.setDuration(qCeil(1000 * seconds));
             fade_.start();
@@ -46,8 +46,8 @@ class Reminder : public ViewWindow {
             fadeBy(1);
         }
         // What is fading out takes no more input.
-        content().setEnabled(last_ > 0);
-        host_->setLeaving(last_ <= 0);
+        content().setEnabled(to_ > 0);
+        host_->setLeaving(to_ <= 0);
     }
     void appear() override {
         host_->show();
@@ -61,7 +61,7 @@ class Reminder : public ViewWindow {
         host_->prepare();
         grabWindow();
     }
-    [[nodiscard]] bool staying() const override { return isVisible() && last_ > 0; }
+    [[nodiscard]] bool staying() const override { return isVisible() && to_ > 0; }
     [[nodiscard]] bool keptOnTop() const override { return true; }
 
   protected:
@@ -85,15 +85,15 @@ class Reminder : public ViewWindow {
 
   private:
     void fadeBy(double part) {
-        alpha_ = std::lerp(first_, last_, part);
+        alpha_ = std::lerp(from_, to_, part);
         host_->setOpacity(alpha_);
     }
 
     std::unique_ptr<WindowHost> host_;
     QTimeLine fade_;
     double alpha_ = 1;
-    double first_ = 1; ///< where the fade began, and where it ends
-    double last_ = 1;
+    double from_ = 1; ///< where the fade began, and where it ends
+    double to_ = 1;
     bool warm_ = false;
     qint64 deafMilliseconds_;
     QElapsedTimer hearing_;

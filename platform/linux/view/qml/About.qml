@@ -2,15 +2,13 @@ import QtQuick
 import Kelpa
 
 /// The about panel.
-Rectangle {
+WindowPage {
     id: panel
 
     property var about: ({ icon: "", glyph: "", glyphFont: "", name: "", version: "", copyright: "", link: "" })
-    signal action(string name, string value)
 
     implicitWidth: 340
     implicitHeight: page.implicitHeight + 2 * 28
-    color: Theme.windowBackground
 
     Page {
         id: page

@@ -2,7 +2,7 @@ import QtQuick
 import Kelpa
 
 /// The break screen: what to do, how long, and the way out of it.
-Rectangle {
+WindowPage {
     id: screen
 
     property var texts: ({})
@@ -11,9 +11,6 @@ Rectangle {
     property bool skipOffered: false
     /// How much of the content is seen, where the window itself cannot be faded.
     property real reveal: 1
-    signal action(string name, string value)
-
-    color: Theme.windowBackground
 
     Column {
         id: stack

@@ -2,13 +2,12 @@ import QtQuick
 import Kelpa
 
 /// What the days were like: charts one below the other, which share their columns, and the figures of one of these.
-Rectangle {
+WindowPage {
     id: page
 
     property var texts: ({})
     /// Periods and charts, a bar of each chart for each period. Empty between two showings.
     property var picture: ({})
-    signal action(string name, string value)
 
     readonly property var periods: picture?.periods ?? []
     readonly property int count: periods.length
@@ -41,7 +40,6 @@ Rectangle {
             .map(chart => chart.name + ": " + chart.bars[column].texts.join(", ")).join("; ");
     }
 
-    color: Theme.windowBackground
     // The button that had the keyboard is gone.
     onAskingChanged: (asking ? keep : forget).forceActiveFocus(Qt.TabFocusReason)
     // The columns are others then, and not only higher.

@@ -3,13 +3,12 @@ import QtQuick.Templates as T
 import Kelpa
 
 /// The preferences: tabs at the top, and below them what belongs to the chosen one.
-Rectangle {
+WindowPage {
     id: page
 
     property var layout: ({})
     /// What the program says of each control, by its id.
     property var controls: ({})
-    signal action(string name, string value)
 
     readonly property var panes: layout.panes ? layout.panes : []
     property int current: 0
@@ -24,8 +23,6 @@ Rectangle {
     function turn(places: int) {
         choose((current + places + panes.length) % panes.length);
     }
-
-    color: Theme.windowBackground
 
     Shortcut {
         sequences: ["Ctrl+Tab", "Ctrl+PgDown"]

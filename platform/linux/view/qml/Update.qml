@@ -2,7 +2,7 @@ import QtQuick
 import Kelpa
 
 /// What is known of updates, and what can be done about it.
-Rectangle {
+WindowPage {
     id: page
 
     property string headline
@@ -13,7 +13,6 @@ Rectangle {
     property var buttons: []
     /// A fraction as text; below 0 while nobody knows how long it takes, empty when there is none.
     property string progress
-    signal action(string name, string value)
 
     implicitWidth: 540
     implicitHeight: content.implicitHeight + 2 * Measures.padding

@@ -2,7 +2,7 @@ import QtQuick
 import Kelpa
 
 /// The water panel: how far the day has come, when the next drink is due, and the answer to it.
-Rectangle {
+WindowPage {
     id: panel
 
     property var texts: ({})
@@ -15,7 +15,6 @@ Rectangle {
     property real reveal: 1
     /// The answers are offered for one of them; a second click does nothing.
     property bool answered: true
-    signal action(string name, string value)
 
     function answer(name) {
         if (answered)
@@ -24,7 +23,6 @@ Rectangle {
         panel.action(name, "");
     }
 
-    color: Theme.windowBackground
     border.color: Theme.hairline
     border.width: 1
     Keys.onEscapePressed: panel.action("close", "")
@@ -238,8 +236,7 @@ Rectangle {
             Symbol {
                 anchors.centerIn: parent
                 // Drawings have room around them, letters have none.
-                width: Math.round(Measures.cupSize * 6 / 5)
-                height: width
+                side: Math.round(Measures.cupSize * 6 / 5)
                 name: panel.texts.cup ?? ""
                 color: Theme.link
             }
