@@ -7,12 +7,8 @@
 
 #include <algorithm>
 
-namespace kelpa {
+namespace kelpa::test {
 namespace {
-
-using test::Lines;
-using test::mouseMayRest;
-using test::Play;
 
 constexpr const char* minuteCycle = "store pref.work.time int 1\n"
                                     "store pref.break.time int 5\n"
@@ -305,4 +301,4 @@ TEST(Cycle, ANewDayIsGreetedForTenSecondsOutsideTheCycle) {
 }
 
 } // namespace
-} // namespace kelpa
+} // namespace kelpa::test

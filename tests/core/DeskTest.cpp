@@ -2,12 +2,8 @@
 
 #include <gtest/gtest.h>
 
-namespace kelpa {
+namespace kelpa::test {
 namespace {
-
-using test::Lines;
-using test::mouseMayRest;
-using test::Play;
 
 std::string problem(const std::string& script) {
     std::istringstream in(script);
@@ -85,4 +81,4 @@ TEST(Script, TimeZonesStepsAndSleepMoveTheWallClockAlone) {
 }
 
 } // namespace
-} // namespace kelpa
+} // namespace kelpa::test

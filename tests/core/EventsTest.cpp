@@ -6,15 +6,8 @@
 
 #include <algorithm>
 
-namespace kelpa {
+namespace kelpa::test {
 namespace {
-
-using test::Lines;
-using test::mouseMayRest;
-using test::Play;
-using test::startAt;
-using test::stopAt;
-using test::operator+;
 
 const std::string greets = "store show_new_day_tip bool true\n";
 const std::string minuteOfWork = "store pref.work.time int 1\n";
@@ -319,4 +312,4 @@ TEST(Clock, StepsAndZonesMoveNeitherTheCountdownNorTheWaitForTheMouse) {
 }
 
 } // namespace
-} // namespace kelpa
+} // namespace kelpa::test

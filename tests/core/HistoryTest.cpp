@@ -8,12 +8,8 @@
 
 #include <ostream>
 
-namespace kelpa {
+namespace kelpa::test {
 namespace {
-
-using test::Lines;
-using test::mouseMayRest;
-using test::Play;
 
 const std::string kept = "store pref.history.enable bool true\n" + mouseMayRest;
 const std::string monday = "start 2026-11-23T09:00:00\n";
@@ -342,4 +338,4 @@ TEST(HistoryWindow, IsOpenedFromTheSettingsAndByScripts) {
 }
 
 } // namespace
-} // namespace kelpa
+} // namespace kelpa::test

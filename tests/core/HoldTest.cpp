@@ -4,15 +4,12 @@
 
 #include <gtest/gtest.h>
 
-namespace kelpa {
+namespace kelpa::test {
 namespace {
-
-using test::Lines;
-using test::mouseMayRest;
 
 /// A desk with a minute of work before each break, on which breaks are held. The journal keeps what is asked,
 /// the log and the windows.
-class Hold : public test::Play {
+class Hold : public Play {
   public:
     explicit Hold(const std::string& more = "")
         : Play({"hint", "title", "count", "item", "set", "app", "break"}) {
@@ -198,7 +195,7 @@ TEST(BreakHold, theNoticeStaysAwayFromThoseWhoAreBusy) {
 }
 
 TEST(BreakHold, withoutAnybodyToAskNothingIsHeld) {
-    test::Play play({"count", "item", "set", "app", "break"});
+    Play play({"count", "item", "set", "app", "break"});
     play.desk.offered().busy = nullptr;
     play(mouseMayRest + "store pref.work.time int 1\nstore pref.break.hold bool true\nlaunch\n+60\n");
     EXPECT_TRUE(WindowController::breakShows());
@@ -212,4 +209,4 @@ TEST(BreakHold, monitorsMayGoWhileABreakWaits) {
 }
 
 } // namespace
-} // namespace kelpa
+} // namespace kelpa::test

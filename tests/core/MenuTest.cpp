@@ -5,11 +5,8 @@
 
 #include <gtest/gtest.h>
 
-namespace kelpa {
+namespace kelpa::test {
 namespace {
-
-using test::Lines;
-using test::Play;
 
 /// The menu as a person reads it: image, title, key; "-" for a separator, brackets for a disabled line.
 /// Behind it stand what menus that call by name call, and the tag.
@@ -113,4 +110,4 @@ TEST(Title, AForeignChangeIsSeenAtTheNextTick) {
 }
 
 } // namespace
-} // namespace kelpa
+} // namespace kelpa::test

@@ -3,15 +3,12 @@
 
 #include <gtest/gtest.h>
 
-namespace kelpa {
+namespace kelpa::test {
 namespace {
-
-using test::Lines;
-using test::mouseMayRest;
 
 /// A desk with two minutes of work before each break, on which a word is given half a minute before. The
 /// journal keeps what is notified, the countdown's beginnings and the windows.
-class Notice : public test::Play {
+class Notice : public Play {
   public:
     explicit Notice(const std::string& more = "") : Play({"title", "count", "item", "set", "app", "break"}) {
         (*this)(mouseMayRest + "store pref.work.time int 2\nstore pref.break.notice int 30\n" + more +
@@ -163,7 +160,7 @@ TEST(BreakNotice, askedAgainWhenItIsPressedLateOrTwice) {
 }
 
 TEST(BreakNotice, isGivenNowhereWithoutNotifications) {
-    test::Play play({"title", "count", "item", "set", "app", "break", "log", "window"});
+    Play play({"title", "count", "item", "set", "app", "break", "log", "window"});
     play.desk.offered().notifications = nullptr;
     EXPECT_EQ(
         play(mouseMayRest + "store pref.work.time int 2\nstore pref.break.notice int 30\nlaunch\n+119\n"),
@@ -173,4 +170,4 @@ TEST(BreakNotice, isGivenNowhereWithoutNotifications) {
 }
 
 } // namespace
-} // namespace kelpa
+} // namespace kelpa::test

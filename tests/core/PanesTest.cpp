@@ -3,12 +3,8 @@
 
 #include <gtest/gtest.h>
 
-namespace kelpa {
+namespace kelpa::test {
 namespace {
-
-using test::Lines;
-using test::Settings;
-using test::texts;
 
 const PrefState& pref() {
     return AppState::prefState();
@@ -335,7 +331,7 @@ TEST(WorkflowPane, WhatTheDesktopCannotBeAskedForIsNotToBeHadAndSaysWhy) {
 }
 
 TEST(WorkflowPane, HasNoRowsForWhatThePlatformLacks) {
-    test::Play play;
+    Play play;
     play.desk.offered().notifications = nullptr;
     play.desk.offered().busy = nullptr;
     play("launch\nmenu settings\n");
@@ -402,7 +398,7 @@ TEST(StylePaneWindow, FollowsAnotherStyleObject) {
 }
 
 TEST(AboutPane, TellsOfTheProgramUnderItsPicture) {
-    test::Play play;
+    Play play;
     play.desk.system.bundleInfo = {{"CFBundleDisplayName", std::string("Alga")},
                                    {"CFBundleShortVersionString", std::string("2.3.4")},
                                    {"CFBundleVersion", std::string("56")}};
@@ -416,7 +412,7 @@ TEST(AboutPane, TellsOfTheProgramUnderItsPicture) {
 }
 
 TEST(AboutPane, TellsTheYearInWhichItIsLookedAt) {
-    test::Play play;
+    Play play;
     play("start 2026-12-31T23:59:00\nlaunch\nmenu settings\n");
     const auto copyright = [&] {
         return play.desk.services.preferences.control(copyrightLine).text().substr(0, 17);
@@ -429,4 +425,4 @@ TEST(AboutPane, TellsTheYearInWhichItIsLookedAt) {
 }
 
 } // namespace
-} // namespace kelpa
+} // namespace kelpa::test

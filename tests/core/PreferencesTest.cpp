@@ -3,11 +3,8 @@
 
 #include <gtest/gtest.h>
 
-namespace kelpa {
+namespace kelpa::test {
 namespace {
-
-using test::Lines;
-using test::Play;
 
 const PrefState& pref() {
     return AppState::prefState();
@@ -130,4 +127,4 @@ TEST(StylePane, ResetStoresACopyAndForeignTypesReadAsTheBuiltInList) {
 }
 
 } // namespace
-} // namespace kelpa
+} // namespace kelpa::test

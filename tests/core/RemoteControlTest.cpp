@@ -9,17 +9,16 @@
 
 #include <algorithm>
 
-namespace kelpa {
+namespace kelpa::test {
 namespace {
 
 using State = RemoteStatus::State;
-using test::Lines;
 
 constexpr const char* settings = "store pref.work.time int 1\nstore pref.break.time int 30\n"
                                  "store pref.long.break.time int 70\nstore pref.short.break.times int 2\n";
 
 /// A desk with a script's grip on it. The journal keeps the log and the windows.
-class Remote : public test::Play {
+class Remote : public Play {
   public:
     explicit Remote(const std::string& more = "") : Play({"title", "count", "item", "set", "app"}) {
         (*this)(settings + more + "launch\n");
@@ -231,7 +230,7 @@ TEST(RemoteControl, changesNoMoreThanTwentyTimesASecond) {
 }
 
 TEST(RemoteControl, endsTheProgramAtAnyTime) {
-    test::Play play({"title", "count", "item", "set", "log"});
+    Play play({"title", "count", "item", "set", "log"});
     play("store pref.work.time int 1\nstore pref.short.break.times int 1\nstore force_long_break bool true\n"
          "launch\n+60\n");
     RemoteControl control(play.desk.services, play.time);
@@ -270,4 +269,4 @@ TEST(RemoteControl, tellsThoseWhoObserveOfEveryChange) {
 }
 
 } // namespace
-} // namespace kelpa
+} // namespace kelpa::test

@@ -5,15 +5,8 @@
 
 #include <algorithm>
 
-namespace kelpa {
+namespace kelpa::test {
 namespace {
-
-using test::Lines;
-using test::mouseMayRest;
-using test::Play;
-using test::startAt;
-using test::stopAt;
-using test::operator+;
 
 Lines hintAt(const std::string& time, const std::string& text) {
     return {time + " hint \"" + text + "\""};
@@ -136,4 +129,4 @@ TEST(TimedPause, WhereNoMouseCanBeWatchedNothingStopsIt) {
 }
 
 } // namespace
-} // namespace kelpa
+} // namespace kelpa::test

@@ -6,11 +6,8 @@
 
 #include <limits>
 
-namespace kelpa {
+namespace kelpa::test {
 namespace {
-
-using test::Lines;
-using test::Settings;
 
 const PrefWaterState& water() {
     return AppState::waterState();
@@ -208,4 +205,4 @@ TEST(DigitalAccumulator, ItsButtonsKnowNoBoundsButThoseOfTheIntegers) {
 }
 
 } // namespace
-} // namespace kelpa
+} // namespace kelpa::test

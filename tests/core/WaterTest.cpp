@@ -10,11 +10,8 @@
 #include <algorithm>
 #include <clocale>
 
-namespace kelpa {
+namespace kelpa::test {
 namespace {
-
-using test::Lines;
-using test::Play;
 
 const PrefWaterState& water() {
     return AppState::waterState();
@@ -464,4 +461,4 @@ TEST(WaterPanel, StandsInTheCornerOfItsScreenOrWhereItWasDragged) {
 }
 
 } // namespace
-} // namespace kelpa
+} // namespace kelpa::test

@@ -5,11 +5,8 @@
 
 #include <gtest/gtest.h>
 
-namespace kelpa {
+namespace kelpa::test {
 namespace {
-
-using test::Lines;
-using test::Play;
 
 constexpr const char* inABreak = "store pref.work.time int 1\nstore pref.break.time int 30\nlaunch\n+61\n";
 
@@ -88,4 +85,4 @@ TEST(BreakScreen, MadeAfterABreaksEndItIsNotToldOfThatEnd) {
 }
 
 } // namespace
-} // namespace kelpa
+} // namespace kelpa::test

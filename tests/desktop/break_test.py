@@ -140,7 +140,6 @@ class Plain(DesktopTest):
         whole = self.ink()
         self.assertEqual(self.ask("skip")[0], 0)
         wait_until(lambda: self.ink() < whole, 2, "the fade", pause=0.01)
-        self.make_this_break_the_last(program)
         self.take_break()
         seen = []
         wait_until(lambda: seen.append(self.ink()) or seen[-1] >= whole, 5, "all of the text", pause=0.01)

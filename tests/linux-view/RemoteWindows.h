@@ -43,6 +43,7 @@ class RemoteWindows : public testing::Test {
     RemoteWindows() {
         std::filesystem::remove(log_);
         setenv("FAKE_VIEW_LOG", log_.c_str(), 1);
+        open();
     }
     ~RemoteWindows() override { std::filesystem::remove(log_); }
 
@@ -88,6 +89,12 @@ class RemoteWindows : public testing::Test {
     std::unique_ptr<RemoteWindowSystem> windows_;
     std::unique_ptr<NativeWindow> window_;
     std::unique_ptr<BreakScreenFace> face_;
+};
+
+/// The same with a break window on the first screen.
+class RemoteBreak : public RemoteWindows {
+  protected:
+    RemoteBreak() { make(desktop_.screens.all()[0]); }
 };
 
 } // namespace kelpa::test

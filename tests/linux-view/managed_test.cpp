@@ -8,9 +8,9 @@
 #include "platform/linux/windows/RemotePreferencesWindow.h"
 #include "tests/linux-view/RemoteWindows.h"
 
+namespace kelpa::test {
 namespace {
 
-using namespace kelpa;
 using Field = PreferencesField;
 
 std::string text(const PreferencesValue& value) {
@@ -39,10 +39,9 @@ class Told final : public PreferencesClient {
     std::vector<std::string> lines;
 };
 
-class Preferences : public test::RemoteWindows {
+class Preferences : public RemoteWindows {
   protected:
-    void layOut() {
-        open();
+    Preferences() {
         window_ = std::make_unique<RemotePreferencesWindow>(*windows_);
         PreferencesLayout layout;
         layout.title = "Settings";
@@ -69,7 +68,6 @@ class Preferences : public test::RemoteWindows {
 };
 
 TEST_F(Preferences, KeepWhatWasTypedWhenAnotherViewTakesOver) {
-    layOut();
     window_->show();
     ASSERT_TRUE(doing("did|work|typed|text|2"));
     show("deed", Field::Hint, "crash");
@@ -79,7 +77,6 @@ TEST_F(Preferences, KeepWhatWasTypedWhenAnotherViewTakesOver) {
 }
 
 TEST_F(Preferences, AreNothingToTheViewUntilTheyAreShown) {
-    layOut();
     make(desktop_.screens.all()[0]);
     appear();
     show("work", Field::Value, "26");
@@ -99,7 +96,6 @@ TEST_F(Preferences, AreNothingToTheViewUntilTheyAreShown) {
 }
 
 TEST_F(Preferences, SayAgainWhatAPersonChangedAndNothingElse) {
-    layOut();
     window_->show();
     ASSERT_TRUE(receives("show 1"));
     show("time", Field::Value, true);
@@ -118,7 +114,6 @@ TEST_F(Preferences, SayAgainWhatAPersonChangedAndNothingElse) {
 }
 
 TEST_F(Preferences, ReportWhatAPersonDoes) {
-    layOut();
     window_->show();
     ASSERT_TRUE(receives("show 1"));
     for (const char* deed :
@@ -136,7 +131,6 @@ TEST_F(Preferences, ReportWhatAPersonDoes) {
 }
 
 TEST_F(Preferences, LeaveOutWhatMakesNoSense) {
-    layOut();
     window_->show();
     ASSERT_TRUE(receives("show 1"));
     for (const char* deed : {"did|mode|entered|number|many", "did|work|dance|text|1",
@@ -152,7 +146,6 @@ TEST_F(Preferences, ShowOfEndlessTextsTheBeginningAndKeepTheRest) {
     const auto cut = [](const std::string& more) {
         return std::string(wire::view::longestText - 3, 'p') + more;
     };
-    layOut();
     window_->show();
     show("prompt", Field::Value, endless);
     show("prompts", Field::Entries,
@@ -178,7 +171,6 @@ TEST_F(Preferences, ShowOfEndlessTextsTheBeginningAndKeepTheRest) {
 }
 
 TEST_F(Preferences, ShowOfEndlessTimesOfDayTheFirst) {
-    layOut();
     window_->show();
     show("points", Field::Entries,
          std::vector<PreferencesEntry>(100'000, {485, "08:05", "Remove this time 08:05"}));
@@ -198,7 +190,6 @@ TEST_F(Preferences, ShowOfEndlessTimesOfDayTheFirst) {
 }
 
 TEST_F(Preferences, ComeBackWhereTheyWereClosed) {
-    layOut();
     window_->show();
     ASSERT_TRUE(receives("show 1"));
     ASSERT_TRUE(doing("closed|10|20|700|500"));
@@ -213,7 +204,6 @@ TEST_F(Preferences, ComeBackWhereTheyWereClosed) {
 }
 
 TEST_F(Preferences, OutliveTheView) {
-    layOut();
     window_->show();
     ASSERT_TRUE(receives("show 1"));
     show("work", Field::Value, "31");
@@ -226,7 +216,6 @@ TEST_F(Preferences, OutliveTheView) {
 }
 
 TEST_F(Preferences, LeaveTheKeyboardToTheWindowManager) {
-    layOut();
     window_->show();
     windows_->activate();
     ASSERT_TRUE(receives("activate"));
@@ -238,8 +227,7 @@ TEST_F(Preferences, LeaveTheKeyboardToTheWindowManager) {
     EXPECT_EQ(desktop_.events, std::vector<std::string>{"remember"});
 }
 
-TEST_F(Preferences, AboutPanelSaysWhatItIsGivenAndCloses) {
-    open();
+TEST_F(RemoteWindows, AboutPanelSaysWhatItIsGivenAndCloses) {
     RemoteAboutPanel panel(*windows_);
     const AboutContent about = {"icon",  "",          "",      "Kelpa",
                                 "v1(2)", "Copyright", "Notes", "https://kelpa.example"};
@@ -253,3 +241,4 @@ TEST_F(Preferences, AboutPanelSaysWhatItIsGivenAndCloses) {
 }
 
 } // namespace
+} // namespace kelpa::test

@@ -8,9 +8,9 @@
 #include <regex>
 #include <set>
 
+namespace kelpa::test {
 namespace {
 
-using namespace kelpa;
 using Names = std::set<std::string>;
 
 class WaterClient final : public WaterPanelClient {
@@ -28,7 +28,7 @@ class UpdateClient final : public UpdateWindowClient {
     int heard = 0;
 };
 
-class Pages : public test::RemoteWindows {
+class Pages : public RemoteWindows {
   protected:
     /// All first groups of an expression in the lines of a page.
     static Names inPage(const std::string& page, const std::string& expression) {
@@ -76,7 +76,6 @@ class Pages : public test::RemoteWindows {
 };
 
 TEST_F(Pages, OfABreakAreToldWhatTheyDeclareAndHeard) {
-    open();
     make(desktop_.screens.all()[0]);
     face_->setTexts({"new", "water", "hint", "skip", "forward"});
     face_->setPrompt("rest");
@@ -94,7 +93,6 @@ TEST_F(Pages, OfABreakAreToldWhatTheyDeclareAndHeard) {
 }
 
 TEST_F(Pages, OfTheWaterPanelAreToldWhatTheyDeclareAndHeard) {
-    open();
     window_ = windows_->makeWindow({"Water", {0, 0, 280, 330}, 3, WindowStyle::Panel, 1});
     WaterClient client;
     const auto panel = window_->hostWaterPanel(client);
@@ -119,7 +117,6 @@ TEST_F(Pages, OfTheWaterPanelAreToldWhatTheyDeclareAndHeard) {
 }
 
 TEST_F(Pages, OfDialogsAreToldWhatTheyDeclareAndHeard) {
-    open();
     RemoteUpdateWindow update(*windows_);
     UpdateClient client;
     update.setClient(&client);
@@ -137,3 +134,4 @@ TEST_F(Pages, OfDialogsAreToldWhatTheyDeclareAndHeard) {
 }
 
 } // namespace
+} // namespace kelpa::test

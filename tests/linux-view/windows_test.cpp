@@ -13,10 +13,8 @@
 #include <systemd/sd-event.h>
 #include <unistd.h>
 
+namespace kelpa::test {
 namespace {
-
-using namespace kelpa;
-using test::RemoteWindows;
 
 TEST(RestartBudget, AllowsThreeAMinute) {
     RestartBudget budget;
@@ -89,9 +87,7 @@ TEST(Screens, LeavesOutMirrorsAndMonitorsWithoutAnArea) {
     EXPECT_EQ(outputs.all().size(), 2U) << "a window of Wayland shows on one output";
 }
 
-TEST_F(RemoteWindows, NeedNoViewUntilSomethingIsShown) {
-    open();
-    make(desktop_.screens.all()[0]);
+TEST_F(RemoteBreak, NeedNoViewUntilSomethingIsShown) {
     face_->setPrompt("rest");
     bool closed = false;
     window_->fadeTo(0, 0.05, [&] {
@@ -106,7 +102,6 @@ TEST_F(RemoteWindows, NeedNoViewUntilSomethingIsShown) {
 }
 
 TEST_F(RemoteWindows, TellTheViewEverythingOnce) {
-    open();
     make(desktop_.screens.all()[1]);
     face_->setTexts({"new", "water", "hint", "skip it", "forward"});
     face_->setPrompt("two\nlines");
@@ -132,9 +127,7 @@ TEST_F(RemoteWindows, TellTheViewEverythingOnce) {
     EXPECT_EQ(desktop_.events, std::vector<std::string>{"remember"});
 }
 
-TEST_F(RemoteWindows, ShowOfAnEndlessPromptWhatTheScreenHasRoomFor) {
-    open();
-    make(desktop_.screens.all()[0]);
+TEST_F(RemoteBreak, ShowOfAnEndlessPromptWhatTheScreenHasRoomFor) {
     face_->setPrompt(std::string(2'000'000, 'p'));
     appear();
     face_->setCount("05:00");
@@ -145,7 +138,6 @@ TEST_F(RemoteWindows, ShowOfAnEndlessPromptWhatTheScreenHasRoomFor) {
 }
 
 TEST_F(RemoteWindows, BelongToTheScreenThatTheyAreMovedOnto) {
-    open();
     make(desktop_.screens.all()[1]);
     appear();
     ASSERT_TRUE(receives("open 1 break 2 800 0 640 480 B"));
@@ -155,7 +147,6 @@ TEST_F(RemoteWindows, BelongToTheScreenThatTheyAreMovedOnto) {
 }
 
 TEST_F(RemoteWindows, StandWhereTheirFrameIsOnTheScreensAsTheyAreNow) {
-    open();
     make(desktop_.screens.all()[1]);
     appear();
     ASSERT_TRUE(receives("open 1 break 2 800 0 640 480 B"));
@@ -172,9 +163,7 @@ TEST_F(RemoteWindows, StandWhereTheirFrameIsOnTheScreensAsTheyAreNow) {
         << "without its screen it has no place";
 }
 
-TEST_F(RemoteWindows, NeedNoMemoryForATick) {
-    open();
-    make(desktop_.screens.all()[0]);
+TEST_F(RemoteBreak, NeedNoMemoryForATick) {
     face_->setCount("05:00");
     appear();
     ASSERT_TRUE(receives("show 1"));
@@ -187,7 +176,6 @@ TEST_F(RemoteWindows, NeedNoMemoryForATick) {
 }
 
 TEST_F(RemoteWindows, AreMadeReadyForEveryScreenAndThenUsed) {
-    open();
     windows_->prepare();
     ASSERT_TRUE(receives("open 2 break 2 800 0 640 480 B"));
     make(desktop_.screens.all()[1]);
@@ -221,9 +209,7 @@ TEST_F(RemoteWindows, GiveTheViewBackWhenNothingIsShown) {
     EXPECT_TRUE(desktop_.events.empty()) << desktop_.events.front();
 }
 
-TEST_F(RemoteWindows, ComeBackAfterACrashAsTheyWere) {
-    open();
-    make(desktop_.screens.all()[0]);
+TEST_F(RemoteBreak, ComeBackAfterACrashAsTheyWere) {
     face_->setCount("03:00");
     appear();
     windows_->activate();
@@ -238,9 +224,7 @@ TEST_F(RemoteWindows, ComeBackAfterACrashAsTheyWere) {
     EXPECT_EQ(desktop_.events.back(), "kelpa-view ended with code 7");
 }
 
-TEST_F(RemoteWindows, LeaveAViewAloneThatCrashesAgainAndAgain) {
-    open();
-    make(desktop_.screens.all()[0]);
+TEST_F(RemoteBreak, LeaveAViewAloneThatCrashesAgainAndAgain) {
     face_->setPrompt("crash");
     appear();
     ASSERT_TRUE(runUntil([&] { return desktop_.events.size() == 4; }));
@@ -268,9 +252,7 @@ TEST_F(RemoteWindows, GoOnWithoutAnyView) {
     EXPECT_NE(desktop_.events[0].find("/nowhere/kelpa-view"), std::string::npos);
 }
 
-TEST_F(RemoteWindows, AreNotHeldUpByAViewThatDoesNotRead) {
-    open();
-    make(desktop_.screens.all()[0]);
+TEST_F(RemoteBreak, AreNotHeldUpByAViewThatDoesNotRead) {
     face_->setPrompt("sleep");
     appear();
     const int first = windows_->viewPid();
@@ -284,9 +266,7 @@ TEST_F(RemoteWindows, AreNotHeldUpByAViewThatDoesNotRead) {
     EXPECT_TRUE(receives("started", 2));
 }
 
-TEST_F(RemoteWindows, ComeBackAtOnceAndWithoutAFadeWhenTheViewHangs) {
-    open();
-    make(desktop_.screens.all()[0]);
+TEST_F(RemoteBreak, ComeBackAtOnceAndWithoutAFadeWhenTheViewHangs) {
     window_->setAlpha(0);
     window_->fadeTo(1, 1, nullptr);
     window_->orderFrontRegardless();
@@ -319,9 +299,7 @@ TEST_F(RemoteWindows, AreWatchedForAsLongAsThereIsAView) {
     EXPECT_TRUE(desktop_.events.empty()) << desktop_.events.front();
 }
 
-TEST_F(RemoteWindows, SurviveWhateverTheViewSays) {
-    open();
-    make(desktop_.screens.all()[0]);
+TEST_F(RemoteBreak, SurviveWhateverTheViewSays) {
     appear();
     face_->setPrompt("babble");
     EXPECT_TRUE(runUntil(
@@ -329,18 +307,14 @@ TEST_F(RemoteWindows, SurviveWhateverTheViewSays) {
     EXPECT_EQ(client_.skips, 0);
 }
 
-TEST_F(RemoteWindows, KnowWhenTheyWereUsed) {
-    open();
-    make(desktop_.screens.all()[0]);
+TEST_F(RemoteBreak, KnowWhenTheyWereUsed) {
     appear();
     EXPECT_GT(windows_->secondsSinceInput(), 1e9) << "never";
     face_->setPrompt("use");
     EXPECT_TRUE(runUntil([&] { return windows_->secondsSinceInput() < 5; }));
 }
 
-TEST_F(RemoteWindows, ReportWhatAPersonDoesWhileTheyAreShown) {
-    open();
-    make(desktop_.screens.all()[0]);
+TEST_F(RemoteBreak, ReportWhatAPersonDoesWhileTheyAreShown) {
     windows_->prepare();
     face_->setPrompt("press");
     ASSERT_TRUE(receives("set 1 prompt press"));
@@ -352,9 +326,7 @@ TEST_F(RemoteWindows, ReportWhatAPersonDoesWhileTheyAreShown) {
     EXPECT_TRUE(receives("drop 1"));
 }
 
-TEST_F(RemoteWindows, FadeByTheClockAndEachFadeEndsOnce) {
-    open();
-    make(desktop_.screens.all()[0]);
+TEST_F(RemoteBreak, FadeByTheClockAndEachFadeEndsOnce) {
     std::vector<int> ended;
     window_->fadeTo(1, 0.2, [&] { ended.push_back(1); });
     window_->fadeTo(0, 0.05, [&] { ended.push_back(2); });
@@ -363,9 +335,7 @@ TEST_F(RemoteWindows, FadeByTheClockAndEachFadeEndsOnce) {
     EXPECT_EQ(ended, (std::vector{2, 1}));
 }
 
-TEST_F(RemoteWindows, TurnAFadeAroundWithoutVanishing) {
-    open();
-    make(desktop_.screens.all()[0]);
+TEST_F(RemoteBreak, TurnAFadeAroundWithoutVanishing) {
     appear();
     window_->fadeTo(0, 2, nullptr);
     appear();
@@ -378,9 +348,7 @@ TEST_F(RemoteWindows, TurnAFadeAroundWithoutVanishing) {
     EXPECT_TRUE(receives("alpha 1 0.5"));
 }
 
-TEST_F(RemoteWindows, MayBeUsedAfterTheirSystemIsGone) {
-    open();
-    make(desktop_.screens.all()[0]);
+TEST_F(RemoteBreak, MayBeUsedAfterTheirSystemIsGone) {
     appear();
     ASSERT_TRUE(receives("show 1"));
     windows_.reset();
@@ -393,3 +361,4 @@ TEST_F(RemoteWindows, MayBeUsedAfterTheirSystemIsGone) {
 }
 
 } // namespace
+} // namespace kelpa::test

@@ -11,12 +11,8 @@
 #include <unistd.h>
 #include <vector>
 
-namespace kelpa {
+namespace kelpa::test {
 namespace {
-
-using test::secondsNow;
-using test::spin;
-using test::spinUntil;
 
 /// How late a loaded machine may be; too early is never forgiven.
 constexpr double patience = 0.2;
@@ -216,4 +212,4 @@ TEST_F(EventLoopTest, theEndOfAChildIsTold) {
 }
 
 } // namespace
-} // namespace kelpa
+} // namespace kelpa::test

@@ -12,12 +12,8 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-namespace kelpa {
+namespace kelpa::test {
 namespace {
-
-using test::contentOf;
-using test::TempFolder;
-using test::writeFile;
 
 const std::string header(historyHeader);
 const std::string line = "2026-11-23,09:00:00,work,,,1500,,,,,break";
@@ -205,4 +201,4 @@ TEST(HistoryCommand, ReadsTheFilesOfThisUser) {
 }
 
 } // namespace
-} // namespace kelpa
+} // namespace kelpa::test

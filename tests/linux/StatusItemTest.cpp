@@ -189,9 +189,17 @@ struct StatusItemTest : OnABus {
     }
 };
 
-TEST_F(StatusItemTest, saysWhatHostsAsk) {
-    Panel panel(loop);
-    ASSERT_TRUE(registered(panel));
+/// With a panel that was there first.
+struct ShownItemTest : StatusItemTest {
+    Panel panel{loop};
+
+    void SetUp() override {
+        StatusItemTest::SetUp();
+        ASSERT_TRUE(registered(panel));
+    }
+};
+
+TEST_F(ShownItemTest, saysWhatHostsAsk) {
     // By the connection's own name, so that no panel has to find out first who has the other one.
     EXPECT_EQ(panel.items, (Names{bus.name()}));
     const std::map<std::string, std::string> expected = {{"Category", "ApplicationStatus"},
@@ -214,9 +222,7 @@ TEST_F(StatusItemTest, saysWhatHostsAsk) {
     EXPECT_NE(property(panel, "Bogus"), "");
 }
 
-TEST_F(StatusItemTest, aClickThatIsLeftToTheProgramShowsTheMenuOrElseTheSettings) {
-    Panel panel(loop);
-    ASSERT_TRUE(registered(panel));
+TEST_F(ShownItemTest, aClickThatIsLeftToTheProgramShowsTheMenuOrElseTheSettings) {
     click(panel);
     click(panel); // the other half of a double click
     waitForClick();
@@ -230,9 +236,7 @@ TEST_F(StatusItemTest, aClickThatIsLeftToTheProgramShowsTheMenuOrElseTheSettings
     }
 }
 
-TEST_F(StatusItemTest, aHostThatOpensTheMenuItselfAndTellsOfTheClickAsWellIsLeftAlone) {
-    Panel panel(loop);
-    ASSERT_TRUE(registered(panel));
+TEST_F(ShownItemTest, aHostThatOpensTheMenuItselfAndTellsOfTheClickAsWellIsLeftAlone) {
     click(panel);
     EXPECT_EQ(event(panel, 0, "opened"), "none");
     waitForClick();
@@ -258,9 +262,7 @@ TEST_F(StatusItemTest, aHostThatOpensTheMenuItselfAndTellsOfTheClickAsWellIsLeft
     EXPECT_EQ(shown.size(), 2U) << "a click on the item closed the menu";
 }
 
-TEST_F(StatusItemTest, givesThePicturesThatAreWhole) {
-    Panel panel(loop);
-    ASSERT_TRUE(registered(panel));
+TEST_F(ShownItemTest, givesThePicturesThatAreWhole) {
     const auto answer = panel.call(service, itemPath, "org.freedesktop.DBus.Properties", "Get", "ss",
                                    itemInterface, "IconPixmap");
     sd_bus_message* m = answer.get();
@@ -307,9 +309,7 @@ TEST_F(StatusItemTest, tellsAWatcherWithoutAHostFromOneWithOne) {
     EXPECT_EQ(panel.items.size(), 1u);
 }
 
-TEST_F(StatusItemTest, aChangedTextCostsOneSignal) {
-    Panel panel(loop);
-    ASSERT_TRUE(registered(panel));
+TEST_F(ShownItemTest, aChangedTextCostsOneSignal) {
     for (const char* title : {"24:59", "24:59", "24:58", "24:58", "24:57"})
         bar.setTitle(title);
     ASSERT_TRUE(spinUntil(loop, [&] { return panel.count("XAyatanaNewLabel 24:57") == 1; }));
@@ -319,9 +319,7 @@ TEST_F(StatusItemTest, aChangedTextCostsOneSignal) {
 }
 
 /// What cannot be sent would pile up for as long as the bus stands still.
-TEST_F(StatusItemTest, aBusThatStandsStillIsOwedTheNewestTextAndNoOlderOne) {
-    Panel panel(loop);
-    ASSERT_TRUE(registered(panel));
+TEST_F(ShownItemTest, aBusThatStandsStillIsOwedTheNewestTextAndNoOlderOne) {
     daemon->signal(SIGSTOP);
     for (int i = 1; i <= 20'000; ++i) {
         bar.setTitle(std::to_string(i));
@@ -342,18 +340,14 @@ TEST_F(StatusItemTest, aBusThatStandsStillIsOwedTheNewestTextAndNoOlderOne) {
     EXPECT_TRUE(spinUntil(loop, [&] { return panel.count("XAyatanaNewLabel 00:01") == 1; }));
 }
 
-TEST_F(StatusItemTest, theToolTipIsAnnouncedWhenTheTextComesAndGoes) {
-    Panel panel(loop);
-    ASSERT_TRUE(registered(panel));
+TEST_F(ShownItemTest, theToolTipIsAnnouncedWhenTheTextComesAndGoes) {
     bar.setTitle("");
     bar.setTitle("05:00");
     ASSERT_TRUE(spinUntil(loop, [&] { return panel.count("NewToolTip") == 2; }));
     EXPECT_EQ(panel.count("XAyatanaNewLabel"), 2);
 }
 
-TEST_F(StatusItemTest, theToolTipsTitleTellsEverythingAndAHintIsAnnouncedAtOnce) {
-    Panel panel(loop);
-    ASSERT_TRUE(registered(panel));
+TEST_F(ShownItemTest, theToolTipsTitleTellsEverythingAndAHintIsAnnouncedAtOnce) {
     EXPECT_EQ(toolTip(panel), "Kelpa 25:00");
     bar.setHint("Paused.");
     ASSERT_TRUE(spinUntil(loop, [&] { return panel.count("NewToolTip") == 1; }));
@@ -364,9 +358,7 @@ TEST_F(StatusItemTest, theToolTipsTitleTellsEverythingAndAHintIsAnnouncedAtOnce)
     EXPECT_EQ(toolTip(panel), "Kelpa");
 }
 
-TEST_F(StatusItemTest, plasmaIsToldOfTheIconAgainOnceItHasOtherColours) {
-    Panel panel(loop);
-    ASSERT_TRUE(registered(panel));
+TEST_F(ShownItemTest, plasmaIsToldOfTheIconAgainOnceItHasOtherColours) {
     for (int i = 0; i < 3; ++i)
         sd_bus_emit_signal(panel.bus(), "/KGlobalSettings", "org.kde.KGlobalSettings", "notifyChange", "ii",
                            i, 0);
@@ -377,9 +369,7 @@ TEST_F(StatusItemTest, plasmaIsToldOfTheIconAgainOnceItHasOtherColours) {
     EXPECT_EQ(panel.count("NewIcon"), 1);
 }
 
-TEST_F(StatusItemTest, theMenuIsReadAsItIs) {
-    Panel panel(loop);
-    ASSERT_TRUE(registered(panel));
+TEST_F(ShownItemTest, theMenuIsReadAsItIs) {
     const auto [revision, root] = layout(panel);
     EXPECT_EQ(root.properties.at("children-display"), "submenu");
     ASSERT_EQ(root.children.size(), 4u);
@@ -411,9 +401,7 @@ TEST_F(StatusItemTest, theMenuIsReadAsItIs) {
             {"Version", "(u)"}, {"TextDirection", "ltr"}, {"Status", "normal"}, {"IconThemePath", "(as)"}}));
 }
 
-TEST_F(StatusItemTest, menuChangesAreAnnounced) {
-    Panel panel(loop);
-    ASSERT_TRUE(registered(panel));
+TEST_F(ShownItemTest, menuChangesAreAnnounced) {
     const unsigned before = layout(panel).first;
     bar.lineChanged(line(3, "- Work -"));
     ASSERT_TRUE(spinUntil(loop, [&] { return panel.signals.size() == 1; }));
@@ -440,9 +428,7 @@ TEST_F(StatusItemTest, menuChangesAreAnnounced) {
     EXPECT_EQ(root.children[3].properties.at("label"), "Water");
 }
 
-TEST_F(StatusItemTest, clicksReachTheCoreUnlessTheLineCannotBeChosen) {
-    Panel panel(loop);
-    ASSERT_TRUE(registered(panel));
+TEST_F(ShownItemTest, clicksReachTheCoreUnlessTheLineCannotBeChosen) {
     EXPECT_EQ(event(panel, 3, "clicked"), "none");
     EXPECT_EQ(event(panel, 3, "hovered"), "none");
     EXPECT_EQ(event(panel, 0, "opened"), "none");
@@ -458,9 +444,7 @@ TEST_F(StatusItemTest, clicksReachTheCoreUnlessTheLineCannotBeChosen) {
     EXPECT_EQ(clicks.ids, (std::vector<int>{3, 4}));
 }
 
-TEST_F(StatusItemTest, oddQuestionsGetErrors) {
-    Panel panel(loop);
-    ASSERT_TRUE(registered(panel));
+TEST_F(ShownItemTest, oddQuestionsGetErrors) {
     const auto menu = [&](const char* member, const char* types, auto... arguments) {
         return errorOf(panel.call(service, menuPath, menuInterface, member, types, arguments...));
     };
@@ -489,9 +473,7 @@ TEST_F(StatusItemTest, oddQuestionsGetErrors) {
     EXPECT_TRUE(clicks.ids.empty());
 }
 
-TEST_F(StatusItemTest, theItemCanBeTakenAwayAndShownAgain) {
-    Panel panel(loop);
-    ASSERT_TRUE(registered(panel));
+TEST_F(ShownItemTest, theItemCanBeTakenAwayAndShownAgain) {
     bar.removeSink(*item);
     bar.setTitle("10:00");
     EXPECT_NE(property(panel, "Id"), "app.orvane.Kelpa");

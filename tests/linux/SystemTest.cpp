@@ -18,10 +18,8 @@
 #include <set>
 #include <sys/utsname.h>
 
-namespace kelpa {
+namespace kelpa::test {
 namespace {
-
-using test::TempFolder;
 
 std::string numbers(std::string_view text) {
     const auto version = leadingVersion(text);
@@ -271,4 +269,4 @@ TEST(AbortOnFatalErrors, sayWhatIsWrongAndAbort) {
 }
 
 } // namespace
-} // namespace kelpa
+} // namespace kelpa::test
