@@ -7,7 +7,7 @@ from pathlib import Path
 from Xlib import X
 from Xlib.protocol import event
 
-from support import PORTAL, Box, DesktopTest, main, wait_until
+from support import DOUBLE, PORTAL, Box, DesktopTest, main, wait_until
 from virtual_desktop import wait_for_still
 
 LIGHT, DARK = (0xf1, 0xf2, 0xf4), (0x1e, 0x1f, 0x22)
@@ -63,10 +63,10 @@ class AppearanceTest(DesktopTest):
         """A portal that answers so, wrapped twice as portals do; gives what has it tell of another scheme."""
         call = self.mock(PORTAL)
         answer = f"ret = dbus.UInt32({scheme}, variant_level=2) if tuple(args) == {SCHEME} else None"
-        call("AddMethod", PORTAL, "Read", "ss", "v", answer, interface="org.freedesktop.DBus.Mock")
+        call("AddMethod", PORTAL, "Read", "ss", "v", answer, interface=DOUBLE)
         return lambda other: call("EmitSignal", PORTAL, "SettingChanged", "ssv",
                                   f"[<'{SCHEME[0]}'>, <'{SCHEME[1]}'>, <uint32 {other}>]",
-                                  interface="org.freedesktop.DBus.Mock")
+                                  interface=DOUBLE)
 
 
 class Breaks(AppearanceTest):

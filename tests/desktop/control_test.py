@@ -10,9 +10,9 @@ import subprocess
 import time
 from pathlib import Path
 
-from gi.repository import Gio, GLib
+from gi.repository import GLib
 
-from support import PROGRAM, ROOT, SPEED, DesktopTest, main, wait_until
+from support import DOUBLE, PROGRAM, ROOT, SPEED, DesktopTest, main, wait_until
 from virtual_desktop import wait_for_cover
 from water_test import noon_zone
 
@@ -42,12 +42,6 @@ class ControlTest(DesktopTest):
         code, output, message = self.ask(*command, **environment)
         self.assertEqual((code, output), (3, ""), command)
         self.assertRegex(message, r"^kelpa: [^\n]+\n$")
-
-    def running(self, *arguments, **options):
-        program = self.launch(*arguments, **{"speed": 1, **options})
-        program.wait_for("sandbox home path", 10)
-        wait_until(lambda: self.ask("status")[0] == 0, 10, "an answer on the bus")
-        return program
 
     def owner(self):
         """The process that has the program's name on the bus."""
@@ -330,36 +324,24 @@ class NoTray(ControlTest):
     ACTIVATION = False      # a notification server of this machine would be as good as the double
     SILENT = "No tray of this desktop shows the item"
 
-    def notifications(self):
-        """A notification server that writes down what it is told; gives its log."""
-        log = self.session.folder / f"notifications-{self.id()}"
-        with open(log, "wb") as output:
-            server = self.session.spawn(["/usr/bin/python3", "-m", "dbusmock", "--session", "--template",
-                                         "notification_daemon"], stdout=output, stderr=output)
-        self.addCleanup(self.session.end, server)
-        wait_until(lambda: self.session.has_owner("org.freedesktop.Notifications"), 10, "the notification server")
-        return log
+    def notified(self):
+        """What the notification server was told to show."""
+        return [line for line in self.session.output("python3").splitlines() if " Notify " in line]
 
     def test_it_says_so_once_and_a_click_opens_the_preferences(self):
-        log = self.notifications()
+        call = self.mock("notification_daemon")
         began = time.monotonic()
         program = self.launch(speed=1, environment={"LANGUAGE": "zh_CN"})
         program.wait_for(self.SILENT, 40)
         self.assertGreater(time.monotonic() - began, 10, "a panel may be slow at log-in")
-        told = wait_until(lambda: [line for line in log.read_text().splitlines() if " Notify " in line], 5,
-                          "the notification")
-        self.assertIn("此桌面没有可显示 Kelpa 的托盘", told[0])
-        name = "org.freedesktop.Notifications"
+        self.assertIn("此桌面没有可显示 Kelpa 的托盘", wait_until(self.notified, 5, "the notification")[0])
         for number in (7, 1):       # somebody else's, ours
-            click = GLib.Variant("av", [GLib.Variant("u", number), GLib.Variant("s", "default")])
-            self.session.bus.call_sync(
-                name, "/org/freedesktop/Notifications", "org.freedesktop.DBus.Mock", "EmitSignal",
-                GLib.Variant.new_tuple(GLib.Variant("s", name), GLib.Variant("s", "ActionInvoked"),
-                                       GLib.Variant("s", "us"), click), None, Gio.DBusCallFlags.NONE, 5000, None)
+            call("EmitSignal", "org.freedesktop.Notifications", "ActionInvoked", "us", f"[<uint32 {number}>, <'default'>]",
+                 interface=DOUBLE)
         program.wait_for("notification was clicked", 5)
         self.settle(0.3)
         self.assertEqual(program.count("notification was clicked"), 1)
-        self.assertEqual((log.read_text().count(" Notify "), program.count(self.SILENT)), (1, 1))
+        self.assertEqual((len(self.notified()), program.count(self.SILENT)), (1, 1))
         self.assertFalse(program.ended())
 
     def test_an_old_tray_is_one_and_no_server_is_no_matter(self):

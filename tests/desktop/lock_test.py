@@ -4,13 +4,12 @@ import os
 
 from Xlib import X, Xatom
 
-from support import LONG_ENOUGH, WORK, DesktopTest, Session, main, wait_until
+from support import DOUBLE, LONG_ENOUGH, WORK, DesktopTest, Session, main, wait_until
 from virtual_desktop import break_windows, wait_for_cover, wait_for_uncover
 
 STOPPED = "ticktack timer stoped"
 STARTED = f"ticktack timer start {WORK}$"
 SESSION_PATH, SESSION = "/org/freedesktop/login1/session/c1", "org.freedesktop.login1.Session"
-DOUBLE = "org.freedesktop.DBus.Mock"
 
 
 class Lock(DesktopTest):

@@ -92,8 +92,7 @@ class Limits(StartTest):
                                capture_output=True, text=True, stdin=subprocess.DEVNULL, timeout=10)
         enough = int(re.search(r"(\d+) are enough", asked.stderr)[1])
         self.assertEqual(self.assert_ends(self.answering(f"ulimit -n {enough};")), 0)
-        program = self.launch(speed=8)
-        program.wait_for("sandbox home path", 10)
+        program = self.running(speed=8)
         resource.prlimit(program.process.pid, resource.RLIMIT_NOFILE, (enough, enough))
         item = program.item()
         for line, title in (("Settings...", "Settings"), ("About...", "Kelpa")):
@@ -186,9 +185,7 @@ class XServerStandsStill(StartTest):
 
     def test_the_end_does_not_wait_for_it(self):
         for speed, moment in ((1, "sandbox home path"), (20, "ticktack timer timesup")):
-            program = self.launch(speed=speed)
-            program.wait_for("sandbox home path", 10)
-            wait_until(lambda: self.ask("status")[0] == 0, 10, "an answer on the bus")
+            program = self.running(speed=speed)
             self.server().send_signal(signal.SIGSTOP)
             try:
                 program.wait_for(moment, 10)
@@ -199,9 +196,7 @@ class XServerStandsStill(StartTest):
                 self.server().send_signal(signal.SIGCONT)
 
     def test_it_is_waited_for_once_and_not_with_every_question(self):
-        program = self.launch(speed=1)
-        program.wait_for("sandbox home path", 10)
-        wait_until(lambda: self.ask("status")[0] == 0, 10, "an answer on the bus")
+        self.running()
         self.server().send_signal(signal.SIGSTOP)
         try:
             self.assertEqual(self.ask("settings")[0], 0)

@@ -16,6 +16,8 @@ from virtual_desktop import Box, Program, Session, blue_rows, wait_for_cover, wa
 
 PROGRAM = os.environ.get("KELPA_PROGRAM", ROOT / "build/dev/kelpa")
 PORTAL = "org.freedesktop.portal.Settings"
+# By which a double is told what to do.
+DOUBLE = "org.freedesktop.DBus.Mock"
 SPEED = 20
 # A work period lasts a minute of the program, three seconds here; breaks last until a test ends them.
 WORK = 60
@@ -61,6 +63,13 @@ class DesktopTest(unittest.TestCase):
         program.printed.unlink(missing_ok=True)
         program.start("--speed", str(speed), *arguments, environment=environment)
         self.addCleanup(self.finish, program)
+        return program
+
+    def running(self, *arguments, **options):
+        """Starts the program as `launch` does, at its natural pace where none is given; it answers on the bus."""
+        program = self.launch(*arguments, **{"speed": 1, **options})
+        program.wait_for("sandbox home path", 10)
+        wait_until(lambda: self.ask("status")[0] == 0, 10, "an answer on the bus")
         return program
 
     def take_break(self):
@@ -112,6 +121,7 @@ class DesktopTest(unittest.TestCase):
         gives what calls its methods."""
         name, path = {"logind": ("org.freedesktop.login1", "/org/freedesktop/login1"),
                       "gnome_screensaver": ("org.gnome.ScreenSaver", "/org/gnome/ScreenSaver"),
+                      "notification_daemon": ("org.freedesktop.Notifications", "/org/freedesktop/Notifications"),
                       PORTAL: ("org.freedesktop.portal.Desktop", "/org/freedesktop/portal/desktop")}[template]
         what = [name, path, PORTAL] if template == PORTAL else ["--template", template]
         double = self.session.spawn([sys.executable, "-m", "dbusmock", "--system" if system else "--session", *what])
