@@ -63,19 +63,19 @@ void TypedField::did(PreferencesAct act, const PreferencesValue& value) {
 }
 
 void TypedField::typed(const std::string& text) {
-    cancelPause();
+    pause_.cancel();
     typed_ = text;
     const std::string problem = text == shown_ ? std::string() : problemOf(text);
     if (problem.empty() || !isHalfTyped(text))
         tellProblem(problem);
     else
-        after(pauseSeconds, [this, problem] { tellProblem(problem); });
+        pause_ = mainQueue_.after(pauseSeconds, [this, problem] { tellProblem(problem); });
     if (pending())
-        after(pauseSeconds, [this] { write(*typed_); });
+        pause_ = mainQueue_.after(pauseSeconds, [this] { write(*typed_); });
 }
 
 void TypedField::entered(const std::string& text) {
-    cancelPause();
+    pause_.cancel();
     typed_ = text;
     const auto taken = pending();
     const std::string problem = taken || text == shown_ ? std::string() : problemOf(text);
@@ -84,7 +84,7 @@ void TypedField::entered(const std::string& text) {
     typed_.reset();
     tellProblem(problem);
     if (!problem.empty())
-        after(explanationSeconds, [this] { tellProblem({}); });
+        pause_ = mainQueue_.after(explanationSeconds, [this] { tellProblem({}); });
     show();
 }
 
@@ -100,7 +100,7 @@ std::optional<std::string> TypedField::pending() const {
 }
 
 void TypedField::endTyping() {
-    cancelPause();
+    pause_.cancel();
     typed_.reset();
     tellProblem({});
 }
@@ -110,16 +110,6 @@ void TypedField::write(const std::string& text) {
     store(text);
     writing_ = false;
     shown_ = storedText();
-}
-
-void TypedField::after(double seconds, std::function<void()> work) {
-    pause_ = std::make_shared<WorkItem>(std::move(work));
-    mainQueue_.asyncAfter(seconds, pause_);
-}
-
-void TypedField::cancelPause() {
-    if (pause_)
-        pause_->cancel();
 }
 
 PlainTextField::PlainTextField(PreferencesControl description, ShownPreferences& window, Queue& mainQueue,

@@ -5,7 +5,6 @@
 #include "prefs/Setting.h"
 
 #include <cstdint>
-#include <memory>
 #include <optional>
 #include <string>
 
@@ -18,7 +17,6 @@ class TypedField : public PaneControl {
     /// Window and queue must outlive the field.
     TypedField(PreferencesControl description, ShownPreferences& window, Queue& mainQueue)
         : PaneControl(std::move(description), window), mainQueue_(mainQueue) {}
-    ~TypedField() override { cancelPause(); }
 
     /// Leaves the text alone while it is being typed, unless the setting changed meanwhile.
     void show() override;
@@ -44,14 +42,12 @@ class TypedField : public PaneControl {
     void entered(const std::string& text);
     void write(const std::string& text);
     void tellProblem(const std::string& problem) { tell(PreferencesField::Problem, problem); }
-    void after(double seconds, std::function<void()> work);
-    void cancelPause();
 
     Queue& mainQueue_;
     std::optional<std::string> typed_;
     std::string shown_; ///< what was stored when it was last shown or typing began
     bool writing_ = false;
-    std::shared_ptr<WorkItem> pause_;
+    Subscription pause_; ///< in the typing, or to read what is told
 };
 
 /// One line of text. A line break that another program stored is shown as the backslash and n that stand for

@@ -41,20 +41,17 @@ void BreakHold::breakIsDue() {
 }
 
 void BreakHold::ask(const std::set<BusyReason>& reasons) {
-    question_.ask(reasons, [this](std::optional<BusyReason> reason) { answered(reason); });
-}
-
-void BreakHold::answered(std::optional<BusyReason> reason) {
-    if (reason)
-        wait(*reason);
-    else
-        breakComes();
+    question_.ask(reasons, [this](std::optional<BusyReason> reason) {
+        if (reason)
+            wait(*reason);
+        else
+            breakComes();
+    });
 }
 
 void BreakHold::wait(BusyReason reason) {
     setHeldBy(reason);
-    next_ = std::make_shared<WorkItem>([this] { askAgain(); });
-    mainQueue_.asyncAfter(pause, next_);
+    next_ = mainQueue_.after(pause, [this] { askAgain(); });
 }
 
 void BreakHold::askAgain() {
@@ -76,9 +73,7 @@ void BreakHold::breakComes() {
 
 void BreakHold::endWait() {
     question_.drop();
-    if (next_)
-        next_->cancel();
-    next_.reset();
+    next_.cancel();
     waited_ = 0;
     wanted_ = false;
     setHeldBy(std::nullopt);

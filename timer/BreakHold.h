@@ -6,7 +6,6 @@
 
 #include <cstdint>
 #include <functional>
-#include <memory>
 #include <optional>
 
 namespace kelpa {
@@ -39,7 +38,6 @@ class BreakHold {
 
   private:
     void ask(const std::set<BusyReason>& reasons);
-    void answered(std::optional<BusyReason> reason);
     void wait(BusyReason reason);
     void askAgain();
     void breakComes();
@@ -52,8 +50,8 @@ class BreakHold {
     std::optional<BusyReason> heldBy_;
     std::int64_t waited_ = 0; ///< minutes
     bool wanted_ = false;
-    std::shared_ptr<WorkItem> next_;
     Listeners<> changed_;
+    Subscription next_; ///< question
     Subscription workTold_, breakTold_, settingTold_;
 };
 

@@ -20,13 +20,12 @@ void BusyQuestion::ask(const std::set<BusyReason>& reasons, BusyProbe::Answer an
     drop();
     answered_ = std::move(answered);
     question_ = probe_->ask(reasons, [this](std::optional<BusyReason> reason) { end(reason); });
-    giveUp_ = std::make_shared<WorkItem>([this] {
+    giveUp_ = mainQueue_.after(patience, [this] {
         logger().warning(
             "Whether somebody is busy was not answered within two seconds, which counts as not busy",
             {"BusyQuestion", "ask()"});
         end(std::nullopt);
     });
-    mainQueue_.asyncAfter(patience, giveUp_);
 }
 
 void BusyQuestion::end(std::optional<BusyReason> reason) {
@@ -37,9 +36,7 @@ void BusyQuestion::end(std::optional<BusyReason> reason) {
 }
 
 void BusyQuestion::drop() {
-    if (giveUp_)
-        giveUp_->cancel();
-    giveUp_.reset();
+    giveUp_.cancel();
     question_.cancel();
     answered_ = {};
 }

@@ -5,7 +5,6 @@
 #include "prefs/PrefState.h"
 
 #include <functional>
-#include <memory>
 #include <optional>
 #include <set>
 
@@ -20,9 +19,6 @@ class BusyQuestion {
     /// `probe` is null where nothing can be asked. All must outlive the object.
     BusyQuestion(PrefState& state, BusyProbe* probe, Queue& mainQueue)
         : state_(state), probe_(probe), mainQueue_(mainQueue) {}
-    ~BusyQuestion() { drop(); }
-    BusyQuestion(const BusyQuestion&) = delete;
-    BusyQuestion& operator=(const BusyQuestion&) = delete;
 
     /// What is to be asked for; empty while breaks are not to be held.
     [[nodiscard]] std::set<BusyReason> chosen() const;
@@ -31,7 +27,7 @@ class BusyQuestion {
     void ask(const std::set<BusyReason>& reasons, BusyProbe::Answer answered);
     void drop();
     /// Whether an answer is awaited.
-    [[nodiscard]] bool out() const { return giveUp_ != nullptr; }
+    [[nodiscard]] bool out() const { return giveUp_.active(); }
 
   private:
     void end(std::optional<BusyReason> reason);
@@ -41,7 +37,7 @@ class BusyQuestion {
     Queue& mainQueue_;
     BusyProbe::Answer answered_;
     Subscription question_;
-    std::shared_ptr<WorkItem> giveUp_;
+    Subscription giveUp_;
 };
 
 } // namespace kelpa

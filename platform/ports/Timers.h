@@ -89,6 +89,12 @@ class Queue {
     /// or less means as soon as the queue gets to it. The queue shares the item until it ran or was
     /// cancelled.
     virtual void asyncAfter(double seconds, std::shared_ptr<WorkItem> item) = 0;
+    /// The same for `work` that waits until the handle ends.
+    Subscription after(double seconds, std::function<void()> work) {
+        auto item = std::make_shared<WorkItem>(std::move(work));
+        asyncAfter(seconds, item);
+        return Subscription([item] { item->cancel(); });
+    }
 };
 
 class QueueSource {
