@@ -7,33 +7,18 @@ namespace kelpa {
 void MenuItem::show(const std::string& image, const std::string& title) {
     line_.image = image;
     line_.title = title;
-    menu_->face_.lineChanged(line_);
+    menu_.face_.lineChanged(line_);
 }
 
-void Menu::addSeparator() {
-    auto item = std::make_unique<MenuItem>();
-    item->line_.separator = true;
-    place(items_.size(), std::move(item));
-}
-
-void Menu::insert(std::size_t index, MenuItemSpec spec) {
-    auto item = std::make_unique<MenuItem>();
-    item->line_.image = std::move(spec.image);
-    item->line_.title = std::move(spec.title);
-    item->line_.keyEquivalent = std::move(spec.keyEquivalent);
-    item->line_.tag = spec.tag;
-    item->line_.action = spec.action.name;
-    item->line_.enabled = static_cast<bool>(spec.action.run);
-    item->action_ = std::move(spec.action.run);
-    place(index, std::move(item));
-}
-
-void Menu::place(std::size_t index, std::unique_ptr<MenuItem> item) {
-    item->menu_ = this;
-    item->line_.id = ++lastId_;
-    const MenuLine& line = item->line_;
-    items_.insert(items_.begin() + static_cast<std::ptrdiff_t>(index), std::move(item));
-    face_.lineInserted(index, line);
+void Menu::insert(std::size_t index, MenuLine line, std::function<void()> run) {
+    line.id = ++lastId_;
+    line.enabled = line.separator || run;
+    if (!run)
+        line.action.clear();
+    const auto place = items_.begin() + static_cast<std::ptrdiff_t>(index);
+    const auto item =
+        items_.insert(place, std::make_unique<MenuItem>(*this, std::move(line), std::move(run)));
+    face_.lineInserted(index, (*item)->line_);
 }
 
 void Menu::remove(MenuItem& item) {
@@ -51,11 +36,11 @@ MenuItem* Menu::itemWithTag(int tag) const {
 void Menu::didClick(int lineId) {
     const auto found = std::find_if(items_.begin(), items_.end(),
                                     [lineId](const auto& item) { return item->line_.id == lineId; });
-    if (found == items_.end() || !(*found)->action_)
+    if (found == items_.end() || !(*found)->run_)
         return;
-    // The action may remove the line, so it runs on a copy.
-    const auto action = (*found)->action_;
-    action();
+    // What runs may remove the line, so it runs on a copy.
+    const auto run = (*found)->run_;
+    run();
 }
 
 } // namespace kelpa

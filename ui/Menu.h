@@ -14,6 +14,10 @@ class Menu;
 /// One line of a menu. Changes are shown as they are made.
 class MenuItem {
   public:
+    /// Without anything to `run` at a click the line shows as disabled.
+    MenuItem(Menu& menu, MenuLine line, std::function<void()> run)
+        : menu_(menu), line_(std::move(line)), run_(std::move(run)) {}
+
     /// Sets what the line shows; `image` is a symbol name.
     void show(const std::string& image, const std::string& title);
     void setTitle(const std::string& title) { show(line_.image, title); }
@@ -21,24 +25,9 @@ class MenuItem {
 
   private:
     friend class Menu;
-    Menu* menu_ = nullptr;
+    Menu& menu_;
     MenuLine line_;
-    std::function<void()> action_;
-};
-
-/// What a click on a line does, and what that is called. Without anything to run the line shows as disabled.
-struct MenuCommand {
-    const char* name = "";
-    std::function<void()> run;
-};
-
-/// What a new line is made of.
-struct MenuItemSpec {
-    std::string image;
-    std::string title;
-    std::string keyEquivalent;
-    int tag = 0; ///< 0 for none
-    MenuCommand action;
+    std::function<void()> run_;
 };
 
 /// The status menu: owns its lines and keeps the face's copy of them up to date.
@@ -46,10 +35,12 @@ class Menu final : public MenuClicks {
   public:
     explicit Menu(StatusBar& face) : face_(face) {}
 
-    void add(MenuItemSpec spec) { insert(items_.size(), std::move(spec)); }
-    void addSeparator();
-    /// `index` is at most the number of lines.
-    void insert(std::size_t index, MenuItemSpec spec);
+    void add(MenuLine line, std::function<void()> run = {}) {
+        insert(items_.size(), std::move(line), std::move(run));
+    }
+    /// `index` is at most the number of lines. The line gets its number here, and is enabled if there is
+    /// something to `run` at a click.
+    void insert(std::size_t index, MenuLine line, std::function<void()> run);
     void remove(MenuItem& item);
     /// The first line with this tag; null if there is none.
     [[nodiscard]] MenuItem* itemWithTag(int tag) const;
@@ -58,7 +49,6 @@ class Menu final : public MenuClicks {
 
   private:
     friend class MenuItem;
-    void place(std::size_t index, std::unique_ptr<MenuItem> item);
 
     StatusBar& face_;
     std::vector<std::unique_ptr<MenuItem>> items_;

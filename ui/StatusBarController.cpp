@@ -77,41 +77,48 @@ std::string waterTitle() {
            (state.inWorkTime() ? std::string() : localized("Out of hours")) + ")";
 }
 
-MenuItemSpec waterItem() {
-    return {"drop.triangle",
-            waterTitle(),
-            "r",
-            StatusBarController::water,
-            {"didClickWater", WindowController::toggleWaterView}};
+MenuLine waterItem() {
+    return {.title = waterTitle(),
+            .image = "drop.triangle",
+            .keyEquivalent = "r",
+            .tag = StatusBarController::water,
+            .action = "didClickWater"};
 }
 
 std::string versionTitle(const AboutApp& about) {
     return "    " + about.name + " - v" + about.version + "(" + about.build + ")";
 }
 
-/// The action of a line whose service this platform has; none, which disables the line, where it is missing.
+/// What a line does whose service this platform has; nothing, which disables the line, where it is missing.
 template <class Service>
-MenuCommand actionIf(const Service* service, const char* name, void (*action)()) {
-    return service ? MenuCommand{name, action} : MenuCommand{};
+std::function<void()> with(const Service* service, void (*run)()) {
+    return service ? std::function(run) : nullptr;
 }
 
 void fill(Menu& menu) {
     const Services& services = bar->services;
-    menu.add({"", versionTitle(bar->app.about()), "", 0, {}});
-    menu.addSeparator();
-    menu.add({"", "", "p", StatusBarController::pause, {"didClickPause", togglePause}});
+    menu.add({.title = versionTitle(bar->app.about())});
+    menu.add({.separator = true});
+    menu.add({.keyEquivalent = "p", .tag = StatusBarController::pause, .action = "didClickPause"},
+             togglePause);
     if (bar->app.waterState().enable())
-        menu.add(waterItem());
-    menu.add({"gearshape.circle", localized("Settings") + "...", ",", 0,
-              actionIf(services.preferences, "didClickSettings", WindowController::showPrefView)});
-    menu.addSeparator();
-    menu.add({"arrow.counterclockwise.icloud", localized("Check for Updates") + "...", "", 0,
-              actionIf(services.updater, "didClickUpdates", WindowController::showUpdater)});
-    menu.add({"mail.stack", localized("Feedback") + "...", "", 0,
-              actionIf(services.mail, "didClickFeedback", composeFeedback)});
-    menu.add({"info.circle", localized("About") + "...", "", 0,
-              actionIf(services.about, "didClickAbout", WindowController::showAbout)});
-    menu.add({"escape", localized("Quit"), "q", 0, {"didClickQuit", [] { bar->application.terminate(); }}});
+        menu.add(waterItem(), WindowController::toggleWaterView);
+    menu.add({.title = localized("Settings") + "...",
+              .image = "gearshape.circle",
+              .keyEquivalent = ",",
+              .action = "didClickSettings"},
+             with(services.preferences, WindowController::showPrefView));
+    menu.add({.separator = true});
+    menu.add({.title = localized("Check for Updates") + "...",
+              .image = "arrow.counterclockwise.icloud",
+              .action = "didClickUpdates"},
+             with(services.updater, WindowController::showUpdater));
+    menu.add({.title = localized("Feedback") + "...", .image = "mail.stack", .action = "didClickFeedback"},
+             with(services.mail, composeFeedback));
+    menu.add({.title = localized("About") + "...", .image = "info.circle", .action = "didClickAbout"},
+             with(services.about, WindowController::showAbout));
+    menu.add({.title = localized("Quit"), .image = "escape", .keyEquivalent = "q", .action = "didClickQuit"},
+             [] { bar->application.terminate(); });
 }
 
 } // namespace
@@ -156,7 +163,7 @@ void StatusBarController::showTime(bool show) {
 
 void StatusBarController::insetWaterItem() {
     if (!menu().itemWithTag(water))
-        menu().insert(waterIndex, waterItem());
+        menu().insert(waterIndex, waterItem(), WindowController::toggleWaterView);
 }
 
 void StatusBarController::removeWaterItem() {

@@ -11,11 +11,11 @@ struct MenuLine {
     int id = 0; ///< stable for the life of the line, never 0, never reused
     bool separator = false;
     bool enabled = true;
-    std::string title;
-    std::string image;         ///< empty for none
-    std::string keyEquivalent; ///< one character, with the platform's menu modifier; empty for none
-    int tag = 0;               ///< by which the program finds the line again; 0 for none
-    std::string action;        ///< name of what a click does, for menus that call by name; empty for none
+    std::string title = {};
+    std::string image = {};         ///< empty for none
+    std::string keyEquivalent = {}; ///< one character, with the platform's menu modifier; empty for none
+    int tag = 0;                    ///< by which the program finds the line again; 0 for none
+    std::string action = {}; ///< name of what a click does, for menus that call by name; empty for none
     bool operator==(const MenuLine&) const = default;
 };
 
