@@ -53,7 +53,9 @@ void AppDelegate::setLaunchAtLogin(bool launch) {
 }
 
 void AppDelegate::startBreak(std::int64_t seconds) {
-    HistoryBreak began{promptState().lastKind(), seconds};
+    HistoryEntry began;
+    began.kind = promptState().lastKind();
+    began.length = seconds;
     // What was asked for is the next break of the cycle, which a greeting is not.
     if (began.kind != BreakKind::NewDay) {
         began.postponed = AppState::breakNotice().coming().postponed;

@@ -22,9 +22,9 @@ constexpr LogPlace at(std::string_view function) {
 
 void HistoryRecorder::take(std::int64_t counted, Counting next) {
     if (counting_ == Counting::Work && work_)
-        work_->seconds += counted;
+        work_->entry.seconds += counted;
     if (counting_ == Counting::Break && break_)
-        break_->seconds += counted;
+        break_->entry.seconds += counted;
     counting_ = next;
 }
 
@@ -32,17 +32,19 @@ void HistoryRecorder::workAssigned(bool working, std::int64_t counted) {
     take(counted, working ? Counting::Work : Counting::Nothing);
     const auto cause = std::exchange(cause_, std::nullopt);
     if (break_ && cause == HistoryEnd::Locked)
-        break_->earlyEnd = HistoryEnd::Locked;
+        break_->entry.end = HistoryEnd::Locked;
     endWork(cause.value_or(working ? HistoryEnd::Restarted : HistoryEnd::Paused));
     if (working)
-        work_ = Work{clock_.now()};
+        work_ = Running{clock_.now(), {}};
 }
 
-void HistoryRecorder::breakStarts(const HistoryBreak& began, std::int64_t counted) {
+void HistoryRecorder::breakStarts(const HistoryEntry& began, std::int64_t counted) {
     take(counted, Counting::Break);
     endWork(began.kind == BreakKind::NewDay ? HistoryEnd::NewDay : HistoryEnd::Break);
     endBreak(HistoryEnd::Replaced);
-    break_ = Break{clock_.now(), began};
+    break_ = Running{clock_.now(), began};
+    break_->entry.event = HistoryEvent::Break;
+    break_->entry.end = HistoryEnd::Skipped;
 }
 
 void HistoryRecorder::breakCloses(std::int64_t counted) {
@@ -51,12 +53,12 @@ void HistoryRecorder::breakCloses(std::int64_t counted) {
     // Work that runs beneath a break goes on.
     take(counting_ == Counting::Break ? counted : 0,
          counting_ == Counting::Work ? Counting::Work : Counting::Nothing);
-    endBreak(break_->earlyEnd);
+    endBreak(break_->entry.end);
 }
 
 void HistoryRecorder::noticeTapped() {
     if (break_)
-        break_->earlyEnd = HistoryEnd::Notice;
+        break_->entry.end = HistoryEnd::Notice;
 }
 
 void HistoryRecorder::drank(std::int64_t millilitres, std::int64_t target) {
@@ -78,31 +80,22 @@ void HistoryRecorder::quits(std::int64_t counted) {
 }
 
 void HistoryRecorder::endWork(HistoryEnd end) {
-    const auto ended = std::exchange(work_, std::nullopt);
+    auto ended = std::exchange(work_, std::nullopt);
     // What ends as it begins is nobody's work: each screen's end of a break begins a period.
-    if (!ended || ended->seconds == 0)
+    if (!ended || ended->entry.seconds == 0)
         return;
-    HistoryEntry entry;
-    entry.event = HistoryEvent::Work;
-    entry.seconds = ended->seconds;
-    entry.end = end;
-    write(ended->start, entry);
+    ended->entry.end = end;
+    write(ended->start, ended->entry);
 }
 
 void HistoryRecorder::endBreak(HistoryEnd early) {
-    const auto ended = std::exchange(break_, std::nullopt);
+    auto ended = std::exchange(break_, std::nullopt);
     if (!ended)
         return;
-    HistoryEntry entry;
-    entry.event = HistoryEvent::Break;
-    const HistoryBreak& began = ended->began;
-    entry.kind = began.kind;
+    HistoryEntry& entry = ended->entry;
+    entry.end = entry.seconds >= entry.length ? HistoryEnd::Complete : early;
     // Another program may have stored a length below nothing, which is over at once.
-    entry.length = std::max<std::int64_t>(began.length, 0);
-    entry.seconds = ended->seconds;
-    entry.postponed = began.postponed;
-    entry.early = began.early;
-    entry.end = ended->seconds >= began.length ? HistoryEnd::Complete : early;
+    entry.length = std::max<std::int64_t>(entry.length, 0);
     write(ended->start, entry);
 }
 

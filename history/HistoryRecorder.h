@@ -12,14 +12,6 @@
 
 namespace kelpa {
 
-/// What is known of a break when it begins.
-struct HistoryBreak {
-    BreakKind kind = BreakKind::None;
-    std::int64_t length = 0;    ///< seconds
-    std::int64_t postponed = 0; ///< how often it was put off
-    bool early = false;         ///< it was asked for before it was due
-};
-
 /// Writes a line for each work period, break and drink that ends while the history is kept. It is told when
 /// periods begin and end, and never of a tick; `counted` is what the countdown has counted of the period that
 /// runs, in seconds, before anything changes about it. A line that cannot be stored waits for the next one.
@@ -35,7 +27,8 @@ class HistoryRecorder {
     void stopsFor(HistoryEnd why) { cause_ = why; }
     /// The countdown begins anew, and the work period goes on all the same.
     void workExtended(std::int64_t counted) { take(counted, Counting::Work); }
-    void breakStarts(const HistoryBreak& began, std::int64_t counted);
+    /// What is known of the break when it begins: its kind, its length, and how it came.
+    void breakStarts(const HistoryEntry& began, std::int64_t counted);
     /// The windows of a break are closed, for whatever reason; without a break nothing happens.
     void breakCloses(std::int64_t counted);
     /// The notice on the break's screen is what closes it.
@@ -52,15 +45,10 @@ class HistoryRecorder {
     Subscription observe(std::function<void()> told) { return written_.add(std::move(told)); }
 
   private:
-    struct Work {
+    /// Of a break, its end is the one that it has should it end before its time.
+    struct Running {
         Date start;
-        std::int64_t seconds = 0;
-    };
-    struct Break {
-        Date start;
-        HistoryBreak began;
-        std::int64_t seconds = 0;
-        HistoryEnd earlyEnd = HistoryEnd::Skipped; ///< should it end before its time
+        HistoryEntry entry;
     };
     struct Line {
         std::string month;
@@ -79,8 +67,7 @@ class HistoryRecorder {
     const Clock& clock_;
     App& app_;
     // What has begun and not ended, whether the history is kept or not: it may be by the time of the end.
-    std::optional<Work> work_;
-    std::optional<Break> break_;
+    std::optional<Running> work_, break_;
     Counting counting_ = Counting::Nothing;
     std::optional<HistoryEnd> cause_;
     std::vector<Line> waiting_; ///< that could not be stored yet, oldest first
