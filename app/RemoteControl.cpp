@@ -45,19 +45,10 @@ State state() {
 }
 
 Refusal refusalOf(BreakNotice::Objection objection) {
-    switch (objection) {
-    case BreakNotice::Objection::None:
-        return obeyed;
-    case BreakNotice::Objection::NoBreakComes:
-        return WindowController::breakShows() ? breakIsOnAlready : noBreakComes;
-    case BreakNotice::Objection::Forced:
-        return forcedComes;
-    case BreakNotice::Objection::TooOften:
-        return putOffTooOften;
-    case BreakNotice::Objection::MoreIsLeft:
-        return moreIsLeft;
-    }
-    return obeyed;
+    if (objection == BreakNotice::Objection::NoBreakComes && WindowController::breakShows())
+        return breakIsOnAlready;
+    constexpr std::array refusals = {obeyed, noBreakComes, forcedComes, putOffTooOften, moreIsLeft};
+    return refusals.at(static_cast<std::size_t>(objection));
 }
 
 } // namespace

@@ -27,9 +27,6 @@ class JournalLogHandler final : public LogHandler {
     void setLogLevel(LogLevel level) override { level_ = level; }
     [[nodiscard]] LogMetadata metadata() const override { return {}; }
     void setMetadata(LogMetadata /*metadata*/) override {}
-    [[nodiscard]] std::optional<std::string> metadata(const std::string& /*key*/) const override {
-        return {};
-    }
     void setMetadata(const std::string& /*key*/, std::optional<std::string> /*value*/) override {}
 
   private:

@@ -143,32 +143,22 @@ class ScriptedEvents final : public LockNotifications, public ActivityMonitor {
 
     void observe(std::function<void()> locked, std::function<void()> unlocked) override {
         journal_.aside("observe", "lock");
-        locked_ = std::move(locked);
-        unlocked_ = std::move(unlocked);
+        lock = std::move(locked);
+        unlock = std::move(unlocked);
     }
-    Watch watch(std::function<void()> activity, std::function<void()> lost) override {
+    Watch watch(std::function<void()> happens, std::function<void()> lost) override {
         journal_.aside("observe", "activity");
-        activity_ = std::move(activity);
-        activityLost_ = std::move(lost);
+        activity = std::move(happens);
+        loseActivity = std::move(lost);
         return activityWatch;
     }
-    void lock() const { call(locked_); }
-    void unlock() const { call(unlocked_); }
-    void activity() const { call(activity_); }
-    void loseActivity() const { call(activityLost_); }
 
+    // What a script calls; nothing comes of it before the program asks for it.
+    std::function<void()> lock = [] {}, unlock = [] {}, activity = [] {}, loseActivity = [] {};
     Watch activityWatch = Watch::Working; ///< what the program is answered when it asks for activity
 
   private:
-    static void call(const std::function<void()>& event) {
-        if (event)
-            event();
-    }
     Journal& journal_;
-    std::function<void()> locked_;
-    std::function<void()> unlocked_;
-    std::function<void()> activity_;
-    std::function<void()> activityLost_;
 };
 
 } // namespace kelpa::desk

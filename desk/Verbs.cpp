@@ -288,7 +288,7 @@ Run kelpa(std::string_view rest) {
 }
 
 /// Something that happens at the desk and needs no further word.
-std::function<Run(std::string_view)> event(void (ScriptedEvents::*happens)() const) {
+std::function<Run(std::string_view)> event(std::function<void()> ScriptedEvents::*happens) {
     return [happens](std::string_view rest) {
         expectNothing(rest);
         return [happens](Desk& desk) { (desk.events.*happens)(); };

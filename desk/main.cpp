@@ -5,7 +5,6 @@
 #include <cstdio>
 #include <fstream>
 #include <iostream>
-#include <sstream>
 
 namespace {
 
@@ -24,18 +23,10 @@ struct Options {
     return 2;
 }
 
-std::vector<std::string> kinds(const std::string& list) {
-    std::vector<std::string> all;
-    std::istringstream in(list);
-    for (std::string kind; std::getline(in, kind, ',');)
-        all.push_back(kind);
-    return all;
-}
-
 /// Reads one option and its value; what is wrong with them, or nothing.
 std::string readOption(const std::string& name, const std::string& value, Options& options) {
     if (name == "--quiet") {
-        options.quiet = kinds(value);
+        options.quiet = words(kelpa::replacingAll(value, ",", " "));
         return {};
     }
     const auto seed = kelpa::wholeNumber<std::int64_t>(value);

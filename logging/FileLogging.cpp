@@ -1,5 +1,6 @@
 #include "logging/FileLogging.h"
 
+#include <array>
 #include <cerrno>
 #include <cstdint>
 #include <system_error>
@@ -48,26 +49,18 @@ std::optional<Decoded> decode(std::string_view text, std::size_t at) {
     return Decoded{codePoint, length};
 }
 
-std::uint32_t highestCodePoint(TextEncoding encoding) {
-    switch (encoding) {
-    case TextEncoding::Ascii:
-        return 0x7F;
-    case TextEncoding::Latin1:
-        return 0xFF;
-    case TextEncoding::Utf8:
-        break;
-    }
-    return 0x10FFFF;
-}
+/// Of which an encoding has a place for every character, in the order of the encodings.
+constexpr std::array<std::uint32_t, 3> highestCodePoints = {0x10FFFF, 0x7F, 0xFF};
 
 } // namespace
 
 std::optional<std::string> encoded(std::string_view utf8, TextEncoding encoding) {
+    const std::uint32_t highest = highestCodePoints.at(static_cast<std::size_t>(encoding));
     std::string bytes;
     bytes.reserve(utf8.size());
     for (std::size_t at = 0; at < utf8.size();) {
         const auto character = decode(utf8, at);
-        if (!character || character->codePoint > highestCodePoint(encoding))
+        if (!character || character->codePoint > highest)
             return std::nullopt;
         if (encoding == TextEncoding::Utf8)
             bytes.append(utf8.substr(at, character->length));

@@ -63,11 +63,6 @@ void LineLogHandler::setMetadata(LogMetadata metadata) {
     prettyMetadata_ = pretty(metadata_);
 }
 
-std::optional<std::string> LineLogHandler::metadata(const std::string& key) const {
-    const auto found = metadata_.find(key);
-    return found == metadata_.end() ? std::nullopt : std::optional(found->second);
-}
-
 void LineLogHandler::setMetadata(const std::string& key, std::optional<std::string> value) {
     if (value)
         metadata_[key] = std::move(*value);
@@ -110,13 +105,6 @@ LogMetadata MultiplexLogHandler::metadata() const {
 void MultiplexLogHandler::setMetadata(LogMetadata metadata) {
     for (const auto& handler : handlers_)
         handler->setMetadata(metadata);
-}
-
-std::optional<std::string> MultiplexLogHandler::metadata(const std::string& key) const {
-    for (const auto& handler : handlers_)
-        if (auto value = handler->metadata(key))
-            return value;
-    return std::nullopt;
 }
 
 void MultiplexLogHandler::setMetadata(const std::string& key, std::optional<std::string> value) {

@@ -30,7 +30,7 @@ class LineLogHandler : public LogHandler {
     void setLogLevel(LogLevel level) override { logLevel_ = level; }
     [[nodiscard]] LogMetadata metadata() const override { return metadata_; }
     void setMetadata(LogMetadata metadata) override;
-    [[nodiscard]] std::optional<std::string> metadata(const std::string& key) const override;
+    using LogHandler::metadata;
     void setMetadata(const std::string& key, std::optional<std::string> value) override;
 
   private:
@@ -66,7 +66,7 @@ class MultiplexLogHandler final : public LogHandler {
     void setLogLevel(LogLevel level) override;
     [[nodiscard]] LogMetadata metadata() const override;
     void setMetadata(LogMetadata metadata) override;
-    [[nodiscard]] std::optional<std::string> metadata(const std::string& key) const override;
+    using LogHandler::metadata;
     void setMetadata(const std::string& key, std::optional<std::string> value) override;
 
   private:

@@ -20,6 +20,12 @@ std::string_view name(LogLevel level) {
     return names[static_cast<std::size_t>(level)];
 }
 
+std::optional<std::string> LogHandler::metadata(const std::string& key) const {
+    const LogMetadata all = metadata();
+    const auto found = all.find(key);
+    return found == all.end() ? std::nullopt : std::optional(found->second);
+}
+
 Logger::Logger(std::string label) : label_(std::move(label)), handler_(LoggingSystem::handler(label_)) {}
 
 Logger::Logger(std::string label, std::unique_ptr<LogHandler> handler)

@@ -43,7 +43,7 @@ class LogHandler {
     virtual void setLogLevel(LogLevel level) = 0;
     [[nodiscard]] virtual LogMetadata metadata() const = 0;
     virtual void setMetadata(LogMetadata metadata) = 0;
-    [[nodiscard]] virtual std::optional<std::string> metadata(const std::string& key) const = 0;
+    [[nodiscard]] std::optional<std::string> metadata(const std::string& key) const;
     /// Sets one entry, or removes it when there is no value.
     virtual void setMetadata(const std::string& key, std::optional<std::string> value) = 0;
 };

@@ -11,23 +11,12 @@ void ShownPreferences::show(const std::string& id, PreferencesField field, const
 }
 
 void ShownPreferences::did(const std::string& id, PreferencesAct act, const PreferencesValue& value) {
-    switch (act) {
-    case PreferencesAct::Typed:
+    if (act == PreferencesAct::Typed)
         shown_[{id, PreferencesField::Value}] = value;
-        break;
-    case PreferencesAct::Entered:
-    case PreferencesAct::Stepped:
+    else if (act == PreferencesAct::Entered || act == PreferencesAct::Stepped)
         shown_.erase({id, PreferencesField::Value});
-        break;
-    case PreferencesAct::Added:
-    case PreferencesAct::Edited:
-    case PreferencesAct::Removed:
-    case PreferencesAct::Reset:
+    else if (act != PreferencesAct::Pressed)
         shown_.erase({id, PreferencesField::Entries});
-        break;
-    case PreferencesAct::Pressed:
-        break;
-    }
 }
 
 void ShownPreferences::showAgain() const {

@@ -37,8 +37,7 @@ class PromptListControl final : public PaneControl {
 
     PrefState& state_;
     Setting<std::int64_t>& list_;
-    Subscription styleTold_;
-    Subscription listTold_;
+    Subscription styleTold_, listTold_;
 };
 
 } // namespace kelpa

@@ -3,6 +3,7 @@
 #include "base/FatalError.h"
 #include "logging/SharedLogger.h"
 
+#include <array>
 #include <limits>
 
 namespace kelpa {
@@ -61,37 +62,14 @@ void PrefState::workTimeWritten() {
 
 void PrefState::setStyleState(std::unique_ptr<PrefStyleState> state) {
     styleState_ = std::move(state);
+    styleTold_ = styleState_->breakStyle.observe([this](BreakStyle) { styleChosen_.tell(); });
     styleStateChanged_.tell();
-}
-
-Subscription PrefState::observeBreakStyle(const std::function<void()>& told) {
-    const auto chosen = std::make_shared<Subscription>();
-    const auto follow = [this, told, chosen] {
-        *chosen = styleState().breakStyle.observe([told](BreakStyle) { told(); });
-    };
-    follow();
-    const auto replaced = std::make_shared<Subscription>(observeStyleState([follow, told] {
-        follow();
-        told();
-    }));
-    return Subscription([chosen, replaced] {
-        replaced->cancel();
-        chosen->cancel();
-    });
+    styleChosen_.tell();
 }
 
 StoredSetting<bool>& PrefState::holdFor(BusyReason reason) {
-    switch (reason) {
-    case BusyReason::Sound:
-        return holdForSound;
-    case BusyReason::Camera:
-        return holdForCamera;
-    case BusyReason::FullScreen:
-        return holdForFullScreen;
-    case BusyReason::Awake:
-        break;
-    }
-    return holdForAwake;
+    const std::array settings = {&holdForSound, &holdForCamera, &holdForFullScreen, &holdForAwake};
+    return *settings.at(static_cast<std::size_t>(reason));
 }
 
 bool PrefState::isNewDay() const {

@@ -45,7 +45,9 @@ class PrefState {
   public:
     /// Reads and writes nothing. The store, the clock and the app must outlive the object.
     PrefState(DefaultsStore& store, const Clock& clock, App& app)
-        : store_(store), app_(app), calendar_(clock) {}
+        : store_(store), app_(app), calendar_(clock) {
+        setStyleState(std::make_unique<PrefStyleState>(store));
+    }
 
     StoredSetting<bool> launchAtLogin{store_, "launch_at_login", false,
                                       [this](bool launch) { app_.setLaunchAtLogin(launch); }};
@@ -88,7 +90,7 @@ class PrefState {
     }
 
     /// Told when the style is chosen anew, also by another style object that comes into place.
-    Subscription observeBreakStyle(const std::function<void()>& told);
+    Subscription observeBreakStyle(std::function<void()> told) { return styleChosen_.add(std::move(told)); }
 
     /// Whether the last recorded screen lock was on another day than today.
     [[nodiscard]] bool isNewDay() const;
@@ -99,8 +101,9 @@ class PrefState {
     void workTimeWritten();
 
     Calendar calendar_;
-    std::unique_ptr<PrefStyleState> styleState_ = std::make_unique<PrefStyleState>(store_);
-    Listeners<> styleStateChanged_;
+    std::unique_ptr<PrefStyleState> styleState_;
+    Subscription styleTold_;
+    Listeners<> styleStateChanged_, styleChosen_;
 };
 
 } // namespace kelpa

@@ -26,10 +26,7 @@ class BreakView final : public WindowContent, private BreakScreenClient {
     App& app_;
     PromptState& promptState_;
     std::unique_ptr<BreakScreenFace> face_;
-    Subscription prompt_;
-    Subscription showSkipButton_;
-    Subscription timeString_;
-    Subscription timesUp_;
+    Subscription prompt_, showSkipButton_, timeString_, timesUp_;
 };
 
 } // namespace kelpa

@@ -6,6 +6,8 @@
 #include "timer/BreakHold.h"
 #include "timer/BreakNotice.h"
 
+#include <array>
+
 namespace kelpa {
 
 namespace {
@@ -52,14 +54,12 @@ PrefHoldView::PrefHoldView(Pane& pane, PrefState& state, ShownPreferences& windo
     pane.addRow<NumberTextField>(
         localized("At most"), number(limitId, localized("Longest wait of a break in minutes")), window,
         mainQueue, state.holdLimit, NumberRange{BreakHold::shortestLimit, BreakHold::longestLimit});
-    addReason(pane, BusyReason::Sound, localized("A program records sound"));
-    addReason(pane, BusyReason::Camera, localized("A camera is in use"));
-    addReason(pane, BusyReason::FullScreen, localized("The active window covers a whole screen"));
-    addReason(pane, BusyReason::Awake, localized("The session is kept awake"));
-}
-
-void PrefHoldView::addReason(Pane& pane, BusyReason reason, std::string label) {
-    pane.addRow<SwitchControl>({}, idOf(reason), std::move(label), window_, state_.holdFor(reason));
+    const std::array labels = {localized("A program records sound"), localized("A camera is in use"),
+                               localized("The active window covers a whole screen"),
+                               localized("The session is kept awake")};
+    for (const BusyReason reason : allBusyReasons)
+        pane.addRow<SwitchControl>({}, idOf(reason), labels.at(static_cast<std::size_t>(reason)), window,
+                                   state.holdFor(reason));
 }
 
 void PrefHoldView::show() {

@@ -25,7 +25,6 @@ class PrefHoldView {
     void show();
 
   private:
-    void addReason(Pane& pane, BusyReason reason, std::string label);
     void enable(bool hold);
 
     PrefState& state_;

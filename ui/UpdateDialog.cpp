@@ -83,12 +83,9 @@ void UpdateDialog::asked() {
 
 void UpdateDialog::showChecking() {
     state_ = State::Checking;
-    window_.setPage({localized("Looking for updates"),
-                     {},
-                     {},
-                     {},
-                     {{UpdateAction::Cancel, localized("Cancel")}},
-                     UpdatePage::Progress::Busy});
+    window_.setPage({.headline = localized("Looking for updates"),
+                     .buttons = {{UpdateAction::Cancel, localized("Cancel")}},
+                     .progress = UpdatePage::Progress::Busy});
     window_.present(UpdateWindow::Attention::Wanted);
 }
 
@@ -149,13 +146,11 @@ void UpdateDialog::received(std::int64_t bytes) {
         return;
     const double fraction =
         release_.length > 0 ? static_cast<double>(bytes) / static_cast<double>(release_.length) : 0;
-    window_.setPage({withArguments(localized("Downloading version %1$s"), {release_.name}),
-                     soFar(bytes, release_.length),
-                     {},
-                     {},
-                     {{UpdateAction::Cancel, localized("Cancel")}},
-                     UpdatePage::Progress::Known,
-                     fraction});
+    window_.setPage({.headline = withArguments(localized("Downloading version %1$s"), {release_.name}),
+                     .text = soFar(bytes, release_.length),
+                     .buttons = {{UpdateAction::Cancel, localized("Cancel")}},
+                     .progress = UpdatePage::Progress::Known,
+                     .fraction = fraction});
 }
 
 void UpdateDialog::ready(const std::string& path) {
@@ -183,20 +178,15 @@ void UpdateDialog::failed(UpdateFailure failure) {
 }
 
 void UpdateDialog::act(UpdateAction action) {
-    switch (action) {
-    case UpdateAction::Install:
-        if (state_ == State::Offering)
+    const bool offers = state_ == State::Offering;
+    if (action == UpdateAction::Install) {
+        if (offers)
             startDownload();
         return;
-    case UpdateAction::Skip:
-        if (state_ == State::Offering)
-            work_.setSkipped(release_.version);
-        return leave();
-    case UpdateAction::Later:
-    case UpdateAction::Cancel:
-    case UpdateAction::Close:
-        return leave();
     }
+    if (action == UpdateAction::Skip && offers)
+        work_.setSkipped(release_.version);
+    leave();
 }
 
 void UpdateDialog::leave() {
