@@ -142,6 +142,7 @@ class Plain(DesktopTest):
         self.assertEqual(self.ask("skip")[0], 0)
         wait_until(lambda: self.ink() < whole, 2, "the fade", pause=0.01)
         self.take_break()
+        program.wait_for(f"ticktack timer start {LONG_ENOUGH}$", 5, times=2)
         seen = []
         wait_until(lambda: seen.append(self.ink()) or seen[-1] >= whole, 5, "all of the text", pause=0.01)
         self.assertGreater(min(seen), 0, "it vanished before it came back")
