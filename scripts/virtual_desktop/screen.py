@@ -3,7 +3,7 @@ import collections
 import time
 from contextlib import contextmanager
 
-from Xlib import XK, X, Xatom, display, error
+from Xlib import XK, X, Xatom, Xutil, display, error
 from Xlib.ext import xtest
 from Xlib.protocol import event
 
@@ -136,6 +136,12 @@ class Screen:
 
     def switch_workspace(self, number):
         self._ask_manager(self.root, "_NET_CURRENT_DESKTOP", number)
+
+    def send_to_workspace(self, window_id, number):
+        self._ask_manager(self.display.create_resource_object("window", window_id), "_NET_WM_DESKTOP", number)
+
+    def minimise(self, window_id):
+        self._ask_manager(self.display.create_resource_object("window", window_id), "WM_CHANGE_STATE", Xutil.IconicState)
 
     def activate(self, window_id):
         self._ask_manager(self.display.create_resource_object("window", window_id), "_NET_ACTIVE_WINDOW", 2)

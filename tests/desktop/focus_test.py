@@ -158,9 +158,9 @@ class Focus(DesktopTest):
             return self.screen.root.grab_keyboard(True, X.GrabModeAsync, X.GrabModeAsync, X.CurrentTime)
 
         self.start_terminal()
-        other = self.session.spawn(["xterm", "-T", "other"])
-        self.addCleanup(self.session.end, other)
-        wait_until(lambda: self.screen.focus() == "other", 10, "the other terminal to have the keyboard")
+        self.put_away("elsewhere", lambda window_id: self.screen.send_to_workspace(window_id, 1))
+        self.put_away("minimised", self.screen.minimise)
+        other = self.start_in_front("other")
         self.assertEqual(grab(), X.GrabSuccess)
         self.begin_break()
         self.assertEqual(grab(), X.GrabSuccess, "the keyboard was taken from who had it")
@@ -170,7 +170,21 @@ class Focus(DesktopTest):
         self.session.end(other)
         self.rests_with_the_break("the break to let go of the keyboard")
         self.assertEqual(self.ask("skip")[0], 0)
-        wait_until(lambda: self.screen.focus() == "terminal", 3, "the keyboard to go to the other terminal")
+        wait_for_uncover(self.session)
+        wait_until(lambda: self.screen.focus() == "terminal", 3, "the keyboard to go to the terminal that is seen")
+        self.assertFalse(self.screen.titled(lambda title: title in ("minimised", "elsewhere")))
+
+    def start_in_front(self, title):
+        terminal = self.session.spawn(["xterm", "-T", title])
+        self.addCleanup(self.session.end, terminal)
+        wait_until(lambda: self.screen.focus() == title, 10, f"the terminal {title} to have the keyboard")
+        return terminal
+
+    def put_away(self, title, how):
+        """A window that lies above those that are there, but out of sight."""
+        self.start_in_front(title)
+        how(self.screen.titled(lambda each: each == title)[0].id)
+        wait_until(lambda: not self.screen.titled(lambda each: each == title), 5, f"the terminal {title} to go")
 
 
 if __name__ == "__main__":

@@ -15,7 +15,10 @@ constexpr double secondsBetweenTries = 1;
 /// The request comes from something like a pager: the user wants it, no window asked for it.
 constexpr std::uint32_t fromUser = 2;
 constexpr std::uint32_t mostClients = 4096;
-constexpr std::uint32_t mostTypes = 16;
+/// Kinds of a window, or states that it is in.
+constexpr std::uint32_t mostWords = 64;
+/// The workspace of a window that is on all of them.
+constexpr std::uint32_t everyWorkspace = 0xFFFFFFFF;
 
 /// The monitors that RandR tells of, also the ones that a person defined over a part of an output.
 class X11Screens final : public Screens {
@@ -147,25 +150,38 @@ class X11Focus final : public FocusMemory {
         return reply && reply->map_state == XCB_MAP_STATE_VIEWABLE;
     }
 
+    /// Whether a property of the window lists the word.
+    bool says(xcb_window_t window, const char* property, const char* word) {
+        const auto words = connection_.numbers(window, connection_.atom(property), XCB_ATOM_ATOM, mostWords);
+        return std::find(words.begin(), words.end(), connection_.atom(word)) != words.end();
+    }
+
     /// Panels lie above the windows that people work in, and desktops below.
     bool isFurniture(xcb_window_t window) {
-        const auto types =
-            connection_.numbers(window, connection_.atom("_NET_WM_WINDOW_TYPE"), XCB_ATOM_ATOM, mostTypes);
-        return std::any_of(types.begin(), types.end(), [this](xcb_atom_t type) {
-            return type == connection_.atom("_NET_WM_WINDOW_TYPE_DOCK") ||
-                   type == connection_.atom("_NET_WM_WINDOW_TYPE_DESKTOP");
-        });
+        return says(window, "_NET_WM_WINDOW_TYPE", "_NET_WM_WINDOW_TYPE_DOCK") ||
+               says(window, "_NET_WM_WINDOW_TYPE", "_NET_WM_WINDOW_TYPE_DESKTOP");
+    }
+
+    /// To activate a minimised window brings it back, and one on another workspace takes people there.
+    bool isPutAway(xcb_window_t window) {
+        if (says(window, "_NET_WM_STATE", "_NET_WM_STATE_HIDDEN"))
+            return true;
+        const auto its = connection_.numbers(window, connection_.atom("_NET_WM_DESKTOP"), XCB_ATOM_CARDINAL);
+        const auto shown = connection_.numbers(connection_.root(), connection_.atom("_NET_CURRENT_DESKTOP"),
+                                               XCB_ATOM_CARDINAL);
+        return !its.empty() && !shown.empty() && its[0] != everyWorkspace && its[0] != shown[0];
     }
 
     /// The window that had the focus is gone: the window manager chooses as if the user had clicked the
-    /// topmost.
+    /// topmost that is seen.
     void activateTopmost() {
         xcb_connection_t* x = connection_.get();
         const auto stack = connection_.numbers(
             connection_.root(), connection_.atom("_NET_CLIENT_LIST_STACKING"), XCB_ATOM_WINDOW, mostClients);
         xcb_set_input_focus(x, XCB_INPUT_FOCUS_POINTER_ROOT, XCB_INPUT_FOCUS_POINTER_ROOT, XCB_CURRENT_TIME);
-        const auto topmost = std::find_if_not(stack.rbegin(), stack.rend(),
-                                              [this](xcb_window_t window) { return isFurniture(window); });
+        const auto topmost = std::find_if_not(stack.rbegin(), stack.rend(), [this](xcb_window_t window) {
+            return isFurniture(window) || isPutAway(window);
+        });
         if (topmost == stack.rend())
             return;
         xcb_client_message_event_t request{};
