@@ -1,6 +1,7 @@
 #include "platform/linux/update/Appcast.h"
 
 #include <gtest/gtest.h>
+#include <string>
 #include <vector>
 
 using namespace kelpa;
@@ -13,8 +14,9 @@ TEST(VersionOrderTest, LaterVersionsComeBehindEarlierOnes) {
         "2",           "2.0.0.1", "10",      "20261121",  "99999999999999999999999999999999"};
     for (std::size_t i = 0; i < rising.size(); ++i)
         for (std::size_t j = i + 1; j < rising.size(); ++j) {
-            EXPECT_TRUE(versionOrder(rising[i], rising[j]) < 0) << i << " and " << j;
-            EXPECT_TRUE(versionOrder(rising[j], rising[i]) > 0) << j << " and " << i;
+            const std::string both = rising[i].toStdString() + " and " + rising[j].toStdString();
+            EXPECT_TRUE(versionOrder(rising[i], rising[j]) < 0) << both;
+            EXPECT_TRUE(versionOrder(rising[j], rising[i]) > 0) << both;
         }
 }
 

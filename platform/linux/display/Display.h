@@ -55,7 +55,7 @@ struct Display {
 };
 
 /// The display of the server at $DISPLAY or $WAYLAND_DISPLAY; null when none answers there. `lost` runs once
-/// from the main loop when it goes away.
+/// from the main loop, which outlives the display, when the server goes away.
 [[nodiscard]] std::unique_ptr<Display> openX11Display(EventLoop& loop, std::function<void()> lost);
 [[nodiscard]] std::unique_ptr<Display> openWaylandDisplay(EventLoop& loop, std::function<void()> lost);
 

@@ -12,7 +12,8 @@ namespace kelpa {
 // What has parts, as one line of JSON, which the view reads. Bytes that are no UTF-8 become U+FFFD.
 
 /// What a window consists of or shows: `PreferencesLayout`, `AboutContent`, the texts of a break, of the
-/// water panel and of the history, `WaterProgress`, `HistoryPicture`. The names are those of the members.
+/// water panel and of the history, `WaterProgress`, `HistoryPicture`. Parts are called as the members are;
+/// what is put in another form for the view, as the range of a picture is, has a name of its own.
 template <class Parts>
 [[nodiscard]] std::string partsJson(const Parts& parts);
 /// What can be chosen: a value, and the text that offers it.

@@ -13,7 +13,8 @@ class QNetworkAccessManager;
 
 namespace kelpa {
 
-/// How something ended badly: a reason of the protocol, and a detail for the log.
+/// How something ended badly: a reason of the protocol, and a detail for the log. No reason means that it
+/// ended well.
 struct FetchFailure {
     std::string_view reason;
     std::string detail;
@@ -42,7 +43,7 @@ class Fetch : public QObject {
     [[nodiscard]] static std::string refusal(const QUrl& url);
 
   signals:
-    /// Once. Without a reason all of the file has come.
+    /// Once. Where it ended well, all of the file has come.
     void ended(const kelpa::FetchFailure& failure);
 
   private:
