@@ -69,6 +69,10 @@ Reader timeOfDay(StoredSetting<Date, StoredDate> PrefWaterState::*setting) {
     });
 }
 
+void chooseStyle(const Desk& /*desk*/, BreakStyle style) {
+    AppState::prefState().styleState().breakStyle.set(style);
+}
+
 /// Times of day between blanks, at least one.
 std::optional<Run> timings(std::string_view text) {
     std::vector<CivilTime> times;
@@ -113,9 +117,7 @@ const std::map<std::string, Reader, std::less<>>& readers() {
         {"holdForCamera", general(&PrefState::holdForCamera)},
         {"holdForFullScreen", general(&PrefState::holdForFullScreen)},
         {"holdForAwake", general(&PrefState::holdForAwake)},
-        {"breakStyle", reader<BreakStyle>([](const Desk&, BreakStyle style) {
-             AppState::prefState().styleState().breakStyle.set(style);
-         })},
+        {"breakStyle", reader<BreakStyle>(chooseStyle)},
         {"enable", water(&PrefWaterState::enable)},
         {"target", water(&PrefWaterState::target)},
         {"mode", water(&PrefWaterState::mode)},
