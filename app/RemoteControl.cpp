@@ -47,6 +47,7 @@ State state() {
 Refusal refusalOf(BreakNotice::Objection objection) {
     if (objection == BreakNotice::Objection::NoBreakComes && WindowController::breakShows())
         return breakIsOnAlready;
+    // In the order of the objections.
     constexpr std::array refusals = {obeyed, noBreakComes, forcedComes, putOffTooOften, moreIsLeft};
     return refusals.at(static_cast<std::size_t>(objection));
 }

@@ -49,7 +49,7 @@ std::optional<Decoded> decode(std::string_view text, std::size_t at) {
     return Decoded{codePoint, length};
 }
 
-/// Of which an encoding has a place for every character, in the order of the encodings.
+/// The last character that each encoding has a place for, in the order of the encodings.
 constexpr std::array<std::uint32_t, 3> highestCodePoints = {0x10FFFF, 0x7F, 0xFF};
 
 } // namespace

@@ -74,7 +74,7 @@ class Fonts {
                                                               const std::string& fontName, double size) = 0;
 };
 
-/// Gives a uniformly distributed number below `count`, which is at least 1.
+/// Gives a uniformly distributed number below `count`, which is at least 1. Copies may give the same numbers.
 using RandomBelow = std::function<std::size_t(std::size_t count)>;
 
 } // namespace kelpa

@@ -78,7 +78,7 @@ class WorkItem {
     std::function<void()> leaveQueue_;
 };
 
-/// Runs work one piece after another. Neither verb ever runs the work inside the call. Both may be called
+/// Runs work one piece after another. No verb ever runs the work inside the call. Each may be called
 /// from every thread on which the platform runs work.
 class Queue {
   public:
@@ -89,7 +89,7 @@ class Queue {
     /// or less means as soon as the queue gets to it. The queue shares the item until it ran or was
     /// cancelled.
     virtual void asyncAfter(double seconds, std::shared_ptr<WorkItem> item) = 0;
-    /// The same for `work` that waits until the handle ends.
+    /// The same for `work`, which is cancelled when the handle ends.
     Subscription after(double seconds, std::function<void()> work) {
         auto item = std::make_shared<WorkItem>(std::move(work));
         asyncAfter(seconds, item);
