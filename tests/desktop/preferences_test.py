@@ -79,6 +79,8 @@ class Panes(PreferencesTest):
         for signal_, minutes in ((signal.SIGHUP, 38), (signal.SIGTERM, 39)):
             self.enter("text", WORK, str(minutes), end=None)
             wait_until(lambda: self.find("text", WORK).text() == str(minutes), 2, "the number in the field")
+            # Whoever shows it has told the program, which takes that in before it takes a question.
+            self.assertEqual(self.ask("status")[0], 0)
             program.process.send_signal(signal_)
             self.assertEqual(program.process.wait(5), 0)
             self.assertEqual(self.stored(program)["pref.work.time"], minutes)
@@ -169,6 +171,24 @@ class Panes(PreferencesTest):
         self.click_into("radio button", "New Day")
         self.screen.press("Left")
         self.find("list item", first)
+
+    def test_a_key_goes_on_from_the_one_before_it_also_where_the_program_is_slower(self):
+        program = self.open({"break_style": 1}, pane="Style")
+        style, after = self.find("combo box", "Break Style"), self.find("radio button", "Break")
+        self.click_into("radio button", "Break")
+        for _ in range(8):
+            self.screen.press("Shift_L", "Tab")
+            wait_until(lambda: "focused" in style.states(), 3, "the style to have the keyboard")
+            for number, key in enumerate(("Down", "Up") * 20):
+                program.process.send_signal(signal.SIGSTOP)
+                self.screen.press(key)
+                program.process.send_signal(signal.SIGCONT)
+                self.settle(number % 10 * 0.0002)       # enough for some of its answers
+            self.screen.press("Tab")
+            wait_until(lambda: "focused" in after.states(), 5, "the window to take in all keys")
+            self.assertEqual(self.ask("status")[0], 0)  # and the program what came of them
+            self.wait_stored(program, "break_style", 1, seconds=3)
+            wait_until(lambda: style.description() == "Relaxation", 3, "the style to be shown")
 
     def wait_editing(self):
         wait_until(lambda: "focused" in self.find("text", "Edit").states(), 3, "the prompt to be edited")

@@ -54,7 +54,16 @@ void ControlState::setField(PreferencesField field, const QVariant& value) {
     }
     // Also what it is already: a person may have changed what the page shows.
     value_ = value;
-    emit valueTold();
+    const auto answered = entered_.indexOf(value);
+    entered_ = answered < 0 ? QVariantList() : entered_.mid(answered + 1);
+    announceValue();
+}
+
+/// Not of a value that answers an earlier key or click, with others on their way: the next one would go on
+/// from there.
+void ControlState::announceValue() {
+    if (entered_.isEmpty())
+        emit valueTold();
 }
 
 void ControlState::takeEntries(const QByteArray& json) {
@@ -65,7 +74,12 @@ void ControlState::takeEntries(const QByteArray& json) {
                         each[QLatin1String("removal")].toString()});
     entries_.setEntries(entries);
     // The same choice may now be found at another place, or at all.
-    emit valueTold();
+    announceValue();
+}
+
+void ControlState::enter(const QVariant& value) {
+    entered_.append(value);
+    report(PreferencesAct::Entered, value);
 }
 
 void ControlState::edit(const QString& old, const QString& text) {

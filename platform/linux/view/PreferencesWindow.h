@@ -33,7 +33,7 @@ class ControlState : public QObject {
 
     // What a person does. Values are what the program tells: true or false, a whole number, or a text.
     Q_INVOKABLE void type(const QString& text) { report(PreferencesAct::Typed, text); }
-    Q_INVOKABLE void enter(const QVariant& value) { report(PreferencesAct::Entered, value); }
+    Q_INVOKABLE void enter(const QVariant& value);
     Q_INVOKABLE void step(int direction) { report(PreferencesAct::Stepped, direction); }
     Q_INVOKABLE void add(const QVariant& entry) { report(PreferencesAct::Added, entry); }
     Q_INVOKABLE void edit(const QString& old, const QString& text);
@@ -51,11 +51,13 @@ class ControlState : public QObject {
     void acted(const QStringList& fields);
 
   private:
+    void announceValue();
     void takeEntries(const QByteArray& json);
     void report(PreferencesAct act, const QVariant& value);
 
     QString id_;
     QVariant value_;
+    QVariantList entered_; ///< what the program has not answered yet
     EntryList entries_;
     QString hint_;
     QString problem_;
