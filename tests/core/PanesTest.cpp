@@ -389,10 +389,13 @@ TEST(StylePaneWindow, EditsTheListAsItIsStored) {
 
 TEST(StylePaneWindow, FollowsAnotherStyleObject) {
     Settings settings("launch\n", {"title", "item", "log"});
+    settings.play("store break_style int 2\n");
     AppState::prefState().setStyleState(std::make_unique<PrefStyleState>(settings.play.desk.store));
-    settings.play("pref breakStyle struggle\n");
-    EXPECT_EQ(settings["breakStyle"].number(), 2);
+    EXPECT_EQ(settings["breakStyle"].number(), 2) << "what it has is shown as it comes";
     EXPECT_EQ(texts(settings["promptEntries"].entries()), prompts(BreakStyle::struggle));
+    settings.play("pref breakStyle default\n");
+    EXPECT_EQ(settings["breakStyle"].number(), 0);
+    EXPECT_EQ(texts(settings["promptEntries"].entries()), prompts(BreakStyle::default_));
     settings.person().chosen("breakStyle", 1);
     EXPECT_EQ(AppState::prefState().styleState().breakStyle(), BreakStyle::relaxation);
 }
