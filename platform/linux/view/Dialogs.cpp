@@ -42,6 +42,7 @@ class AboutWindow final : public Dialog {
     }
 };
 
+/// What the days were like, in a window of any size.
 class HistoryWindow final : public ManagedWindow {
   public:
     HistoryWindow(Stage& stage, QQmlEngine& engine)
