@@ -127,6 +127,12 @@ TEST(History, ALineStandsInTheMonthInWhichItBegan) {
               Lines{"1500.000 history 2026-11 2026-11-30,23:50:00,work,,,1500,,,,,break"});
 }
 
+TEST(History, ABreakWithALengthBelowNothingLastsNone) {
+    EXPECT_EQ(lines(monday + kept + "store pref.break.time int -5\nlaunch\n+1501\n"),
+              (Lines{"1500.000 history 2026-11 2026-11-23,09:00:00,work,,,1500,,,,,break",
+                     "1501.000 history 2026-11 2026-11-23,09:25:00,break,short,0,1,0,due,,,complete"}));
+}
+
 TEST(History, AClockThatIsSetBackHarmsNothing) {
     EXPECT_EQ(lines("zone Europe/Berlin\n" + kept + "launch\n+1\nclock -86400\n+9\nmenu pause\n"),
               Lines{"10.000 history 2026-01 2026-01-05,09:00:00,work,,,10,,,,,paused"});

@@ -158,6 +158,9 @@ TEST_F(UpdateDialogTest, WithoutAnInstallerThePackageIsNotLost) {
     EXPECT_EQ(journal.take(),
               (Lines{"page No program installs the update | The download was checked and lies in this file:\n"
                      "/cache/kelpa.deb [OK]"}));
+    journal.client->act(UpdateAction::Skip);
+    EXPECT_EQ(journal.take(), Lines{"close"});
+    EXPECT_EQ(journal.skipped, "") << "what was pressed too late skips nothing";
 }
 
 TEST_F(UpdateDialogTest, ADownloadCanBeCancelledAndCanFail) {
