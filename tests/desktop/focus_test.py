@@ -53,6 +53,8 @@ class Focus(DesktopTest):
         wait_until(lambda: typed.read_text() == "before\n", 3, "the first line")
 
         wait_for_cover(self.session, self.monitors, 15)
+        # It can be taken only once the windows are there, a moment after which a test may be quicker.
+        wait_until(lambda: not self.screen.keyboard_rests(), 3, "the keyboard to be taken", pause=0.01)
         self.screen.press("Escape")     # the first of all, while the break is surely deaf
         self.screen.type("at once")
         self.screen.press("Return")
