@@ -93,19 +93,12 @@ class X11Activity final : public ActivitySource {
         xcb_flush(connection_->get());
     }
 
-    /// Master devices speak for every device that is attached to them, also later.
     void select(Motion motion) {
-        struct {
-            xcb_input_event_mask_t head;
-            std::uint32_t mask;
-        } events = {};
-        events.head.deviceid = XCB_INPUT_DEVICE_ALL_MASTER;
-        events.head.mask_len = 1;
-        events.mask = XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_PRESS | XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_RELEASE;
+        std::uint32_t mask =
+            XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_PRESS | XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_RELEASE;
         if (motion == Motion::Heard)
-            events.mask |= XCB_INPUT_XI_EVENT_MASK_RAW_MOTION;
-        xcb_input_xi_select_events(connection_->get(), connection_->root(), 1, &events.head);
-        xcb_flush(connection_->get());
+            mask |= XCB_INPUT_XI_EVENT_MASK_RAW_MOTION;
+        selectRawEvents(connection_->get(), connection_->root(), mask);
     }
 
     void handle(const xcb_generic_event_t& event) {

@@ -49,15 +49,8 @@ std::uint8_t inputExtension() {
 
 /// Raw key presses are told to everyone who asks, whichever window has the focus.
 void selectRawKeys(bool selected) {
-    struct {
-        xcb_input_event_mask_t head;
-        std::uint32_t mask;
-    } events = {};
-    events.head.deviceid = XCB_INPUT_DEVICE_ALL_MASTER;
-    events.head.mask_len = 1;
-    events.mask = selected ? std::uint32_t{XCB_INPUT_XI_EVENT_MASK_RAW_KEY_PRESS} : 0U;
-    xcb_input_xi_select_events(x11::connection(), x11::root(), 1, &events.head);
-    xcb_flush(x11::connection());
+    selectRawEvents(x11::connection(), x11::root(),
+                    selected ? std::uint32_t{XCB_INPUT_XI_EVENT_MASK_RAW_KEY_PRESS} : 0U);
 }
 
 } // namespace
