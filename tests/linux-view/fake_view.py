@@ -34,6 +34,7 @@ while True:
     for line in lines:
         lines_taken += 1
         text = line.decode()
+        window = text.split("\t")[text.startswith("open\t")]
         received.write(text.replace("\t", " ") + "\n")
         received.flush()
         if text.endswith("crash"):
@@ -43,15 +44,15 @@ while True:
         if text.endswith("stop"):
             os.kill(os.getpid(), signal.SIGSTOP)
         if text.endswith("babble"):
-            say(b"\xff\xfe\\q\n\n" + b"x" * 200000 + b"\naction\t1\nwarning\tI am well\n")
+            say(b"\xff\xfe\\q\n\n" + b"x" * 200000 + b"\n1\taction\n9\taction\tskip\nwarning\tI am well\n")
         if text.endswith("use"):
             say(b"input\n")
         if "\tdo " in text:
             # What follows is what a person does: its name, then its fields.
             name, *fields = text.split("\tdo ", 1)[1].split("\t")[0].split("|")
             verb = (name,) if name in ("did", "closed") else ("action", name)
-            say("\t".join((verb[0], text.split("\t")[1], *verb[1:], *fields)).encode() + b"\n")
+            say("\t".join((window, *verb, *fields)).encode() + b"\n")
         if text.endswith("press"):
-            say(f"action\t{text.split(chr(9))[1]}\tskip\t\n".encode())
+            say(f"{window}\taction\tskip\n".encode())
     if lines:
         say(f"taken\t{lines_taken}\n".encode())

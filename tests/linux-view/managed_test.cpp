@@ -73,7 +73,7 @@ TEST_F(Preferences, KeepWhatWasTypedWhenAnotherViewTakesOver) {
     show("deed", Field::Hint, "crash");
     show("deed", Field::Hint, "");
     ASSERT_TRUE(receives("started", 2));
-    EXPECT_TRUE(receives("tell 1 work value text 2"));
+    EXPECT_TRUE(receives("1 tell work value text 2"));
 }
 
 TEST_F(Preferences, AreNothingToTheViewUntilTheyAreShown) {
@@ -81,41 +81,41 @@ TEST_F(Preferences, AreNothingToTheViewUntilTheyAreShown) {
     appear();
     show("work", Field::Value, "26");
     face_->setCount("01:00");
-    ASSERT_TRUE(receives("set 2 count 01:00"));
+    ASSERT_TRUE(receives("2 set count 01:00"));
     for (const std::string& line : received())
         EXPECT_EQ(line.find("work value"), std::string::npos) << line;
     window_->show();
-    ASSERT_TRUE(receives("show 1"));
-    const auto told = receivedSince("set 2 count 01:00");
+    ASSERT_TRUE(receives("1 show"));
+    const auto told = receivedSince("2 set count 01:00");
     ASSERT_GE(told.size(), 5U);
     EXPECT_EQ(told[0], "open 1 preferences Settings 0 0 0 0 A");
-    EXPECT_TRUE(told[1].starts_with("set 1 layout {"));
-    EXPECT_EQ(told[2], "tell 1 points visible bool 0");
-    EXPECT_EQ(told[3], "tell 1 time value bool 1");
-    EXPECT_EQ(told[4], "tell 1 work value text 26");
+    EXPECT_TRUE(told[1].starts_with("1 set layout {"));
+    EXPECT_EQ(told[2], "1 tell points visible bool 0");
+    EXPECT_EQ(told[3], "1 tell time value bool 1");
+    EXPECT_EQ(told[4], "1 tell work value text 26");
 }
 
 TEST_F(Preferences, SayAgainWhatAPersonChangedAndNothingElse) {
     window_->show();
-    ASSERT_TRUE(receives("show 1"));
+    ASSERT_TRUE(receives("1 show"));
     show("time", Field::Value, true);
     show("work", Field::Value, "25");
     show("start", Field::Value, 485);
-    ASSERT_TRUE(receives("tell 1 start value number 485"));
-    EXPECT_EQ(receivedSince("show 1"), std::vector<std::string>{"tell 1 start value number 485"});
+    ASSERT_TRUE(receives("1 tell start value number 485"));
+    EXPECT_EQ(receivedSince("1 show"), std::vector<std::string>{"1 tell start value number 485"});
     ASSERT_TRUE(doing("did|time|entered|bool|0"));
     show("time", Field::Value, true);
     show("time", Field::Value, true);
-    EXPECT_TRUE(receives("tell 1 time value bool 1", 2)) << "a switch that was not taken shows that";
+    EXPECT_TRUE(receives("1 tell time value bool 1", 2)) << "a switch that was not taken shows that";
     show("start", Field::Value, 486);
-    ASSERT_TRUE(receives("tell 1 start value number 486"));
+    ASSERT_TRUE(receives("1 tell start value number 486"));
     const auto lines = received();
-    EXPECT_EQ(std::count(lines.begin(), lines.end(), "tell 1 time value bool 1"), 2) << "answered once";
+    EXPECT_EQ(std::count(lines.begin(), lines.end(), "1 tell time value bool 1"), 2) << "answered once";
 }
 
 TEST_F(Preferences, ReportWhatAPersonDoes) {
     window_->show();
-    ASSERT_TRUE(receives("show 1"));
+    ASSERT_TRUE(receives("1 show"));
     for (const char* deed :
          {"cameToFront", "did|time|entered|bool|0", "did|work|typed|text|2", "did|work|entered|text|26",
           "did|work|stepped|number|-1", "did|mode|entered|number|9007199254740993",
@@ -132,7 +132,7 @@ TEST_F(Preferences, ReportWhatAPersonDoes) {
 
 TEST_F(Preferences, LeaveOutWhatMakesNoSense) {
     window_->show();
-    ASSERT_TRUE(receives("show 1"));
+    ASSERT_TRUE(receives("1 show"));
     for (const char* deed : {"did|mode|entered|number|many", "did|work|dance|text|1",
                              "did|work|entered|colour|1", "did|work|entered", "did", "dance|work"})
         show("deed", Field::Hint, std::string("do ") + deed);
@@ -153,8 +153,8 @@ TEST_F(Preferences, ShowOfEndlessTextsTheBeginningAndKeepTheRest) {
     const auto line = [](const std::string& shown) {
         return R"({"removal":"","text":")" + shown + R"(","value":0})";
     };
-    ASSERT_TRUE(receives("tell 1 prompt value text " + cut("…")));
-    ASSERT_TRUE(receives("tell 1 prompts entries list [" + line(cut("…")) + "," + line(cut("……")) + "," +
+    ASSERT_TRUE(receives("1 tell prompt value text " + cut("…")));
+    ASSERT_TRUE(receives("1 tell prompts entries list [" + line(cut("…")) + "," + line(cut("……")) + "," +
                          line("short") + "]"));
     show("prompt", Field::Problem, "none");
     for (const std::string& deed : std::vector<std::string>{
@@ -174,12 +174,12 @@ TEST_F(Preferences, ShowOfEndlessTimesOfDayTheFirst) {
     window_->show();
     show("points", Field::Entries,
          std::vector<PreferencesEntry>(100'000, {485, "08:05", "Remove this time 08:05"}));
-    ASSERT_TRUE(receives("show 1"));
+    ASSERT_TRUE(receives("1 show"));
     ASSERT_TRUE(doing("cameToFront"));
     const auto lines = received();
     EXPECT_EQ(std::count(lines.begin(), lines.end(), "started"), 1) << "the view was cut off";
     const auto sent = std::find_if(lines.begin(), lines.end(), [](const auto& line) {
-        return line.starts_with("tell 1 points entries list");
+        return line.starts_with("1 tell points entries list");
     });
     ASSERT_NE(sent, lines.end());
     std::size_t tiles = 0;
@@ -191,28 +191,28 @@ TEST_F(Preferences, ShowOfEndlessTimesOfDayTheFirst) {
 
 TEST_F(Preferences, ComeBackWhereTheyWereClosed) {
     window_->show();
-    ASSERT_TRUE(receives("show 1"));
+    ASSERT_TRUE(receives("1 show"));
     ASSERT_TRUE(doing("closed|10|20|700|500"));
     EXPECT_EQ(told_.lines, std::vector<std::string>{"closed"});
     EXPECT_TRUE(receives("drop 1"));
     show("work", Field::Value, "40");
     window_->show();
-    ASSERT_TRUE(receives("show 1", 2));
+    ASSERT_TRUE(receives("1 show", 2));
     const auto told = receivedSince("drop 1");
     EXPECT_EQ(std::count(told.begin(), told.end(), "open 1 preferences Settings 10 20 700 500 A"), 1);
-    EXPECT_EQ(std::count(told.begin(), told.end(), "tell 1 work value text 40"), 1);
+    EXPECT_EQ(std::count(told.begin(), told.end(), "1 tell work value text 40"), 1);
 }
 
 TEST_F(Preferences, OutliveTheView) {
     window_->show();
-    ASSERT_TRUE(receives("show 1"));
+    ASSERT_TRUE(receives("1 show"));
     show("work", Field::Value, "31");
     show("other", Field::Problem, "crash");
     show("other", Field::Problem, "");
     ASSERT_TRUE(receives("started", 2)) << "no other view was started";
-    ASSERT_TRUE(receives("show 1", 2));
+    ASSERT_TRUE(receives("1 show", 2));
     const auto told = receivedSince("started");
-    EXPECT_EQ(std::count(told.begin(), told.end(), "tell 1 work value text 31"), 1);
+    EXPECT_EQ(std::count(told.begin(), told.end(), "1 tell work value text 31"), 1);
 }
 
 TEST_F(Preferences, LeaveTheKeyboardToTheWindowManager) {
@@ -232,10 +232,10 @@ TEST_F(RemoteWindows, AboutPanelSaysWhatItIsGivenAndCloses) {
     const AboutContent about = {"icon",  "",          "",      "Kelpa",
                                 "v1(2)", "Copyright", "Notes", "https://kelpa.example"};
     panel.show(about);
-    ASSERT_TRUE(receives("show 1"));
+    ASSERT_TRUE(receives("1 show"));
     const auto told = receivedSince("started");
     EXPECT_EQ(told[0], "open 1 about Kelpa 0 0 0 0 A");
-    EXPECT_EQ(told[1], "set 1 about " + partsJson(about));
+    EXPECT_EQ(told[1], "1 set about " + partsJson(about));
     panel.show({"icon", "", "", "do closed|1|2|3|4", "v1(2)", "Copyright", "Notes", ""});
     EXPECT_TRUE(receives("drop 1"));
 }

@@ -52,9 +52,9 @@ class Pages : public RemoteWindows {
     }
     /// What was set of the first window.
     Names told() {
-        EXPECT_TRUE(receives("show 1"));
+        EXPECT_TRUE(receives("1 show"));
         Names names;
-        const std::regex pattern("^set 1 (\\w+)");
+        const std::regex pattern("^1 set (\\w+)");
         std::smatch found;
         for (const std::string& line : received())
             if (std::regex_search(line, found, pattern))
@@ -63,7 +63,7 @@ class Pages : public RemoteWindows {
     }
     /// The names in the JSON that a property of the first window was told to be.
     Names parts(const std::string& property) {
-        const std::string beginning = "set 1 " + property + " ";
+        const std::string beginning = "1 set " + property + " ";
         Names names;
         for (const std::string& line : received())
             if (line.starts_with(beginning)) {
@@ -107,7 +107,7 @@ TEST_F(Pages, OfTheWaterPanelAreToldWhatTheyDeclareAndHeard) {
     EXPECT_EQ(parts("texts"), inPage("WaterPanel.qml", R"(\.texts\.(\w+))"));
     EXPECT_EQ(parts("progress"), inPage("WaterPanel.qml", R"(\.progress\.(\w+))"));
     EXPECT_TRUE(
-        receives(R"(set 1 amounts [{"text":"200 ml","value":"200"},{"text":"300 ml","value":"300"}])"));
+        receives(R"(1 set amounts [{"text":"200 ml","value":"200"},{"text":"300 ml","value":"300"}])"));
     EXPECT_EQ(actions("WaterPanel.qml").size(), 4U);
     for (const std::string& action : actions("WaterPanel.qml")) {
         const int before = client.heard;
@@ -127,7 +127,7 @@ TEST_F(Pages, OfDialogsAreToldWhatTheyDeclareAndHeard) {
     show("headline");
     update.present(UpdateWindow::Attention::None);
     EXPECT_EQ(told(), declared("Update.qml"));
-    EXPECT_TRUE(receives(R"(set 1 buttons [{"text":"Later","value":"later"}])"));
+    EXPECT_TRUE(receives(R"(1 set buttons [{"text":"Later","value":"later"}])"));
     show("do later");
     EXPECT_TRUE(runUntil([&] { return client.heard == 1; }));
     EXPECT_EQ(declared("About.qml"), Names{"about"});

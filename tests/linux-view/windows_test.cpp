@@ -111,18 +111,18 @@ TEST_F(RemoteWindows, TellTheViewEverythingOnce) {
     windows_->activate();
     face_->setCount("05:00");
     face_->setCount("04:59");
-    ASSERT_TRUE(receives("set 1 count 04:59"));
+    ASSERT_TRUE(receives("1 set count 04:59"));
     const auto lines = received();
     const std::vector<std::string> first{"started",
                                          "open 1 break 2 800 0 640 480 B",
-                                         R"(set 1 texts {"hint":"hint","linkSymbol":"forward",)"
+                                         R"(1 set texts {"hint":"hint","linkSymbol":"forward",)"
                                          R"("newFeature":"new","skip":"skip it","waterReminder":"water"})",
-                                         "set 1 prompt two\\nlines",
-                                         "set 1 count 05:00",
-                                         "set 1 skipOffered 1"};
+                                         "1 set prompt two\\nlines",
+                                         "1 set count 05:00",
+                                         "1 set skipOffered 1"};
     ASSERT_GT(lines.size(), first.size());
     EXPECT_TRUE(std::equal(first.begin(), first.end(), lines.begin())) << testing::PrintToString(lines);
-    EXPECT_EQ(std::count(lines.begin(), lines.end(), "set 1 count 05:00"), 1);
+    EXPECT_EQ(std::count(lines.begin(), lines.end(), "1 set count 05:00"), 1);
     EXPECT_EQ(std::count(lines.begin(), lines.end(), "activate"), 1);
     EXPECT_EQ(desktop_.events, std::vector<std::string>{"remember"});
 }
@@ -131,9 +131,9 @@ TEST_F(RemoteBreak, ShowOfAnEndlessPromptWhatTheScreenHasRoomFor) {
     face_->setPrompt(std::string(2'000'000, 'p'));
     appear();
     face_->setCount("05:00");
-    ASSERT_TRUE(receives("show 1"));
-    EXPECT_TRUE(receives("set 1 prompt " + std::string(wire::view::longestText - 3, 'p') + "…"));
-    EXPECT_TRUE(receives("set 1 count 05:00"));
+    ASSERT_TRUE(receives("1 show"));
+    EXPECT_TRUE(receives("1 set prompt " + std::string(wire::view::longestText - 3, 'p') + "…"));
+    EXPECT_TRUE(receives("1 set count 05:00"));
     EXPECT_TRUE(receives("started")) << "the view was cut off";
 }
 
@@ -166,13 +166,13 @@ TEST_F(RemoteWindows, StandWhereTheirFrameIsOnTheScreensAsTheyAreNow) {
 TEST_F(RemoteBreak, NeedNoMemoryForATick) {
     face_->setCount("05:00");
     appear();
-    ASSERT_TRUE(receives("show 1"));
+    ASSERT_TRUE(receives("1 show"));
     const std::array<std::string, 3> texts{"04:59", "04:58", "04:57"};
     const std::size_t before = allocations();
     for (const std::string& text : texts)
         face_->setCount(text);
     EXPECT_EQ(allocations(), before);
-    EXPECT_TRUE(receives("set 1 count 04:57"));
+    EXPECT_TRUE(receives("1 set count 04:57"));
 }
 
 TEST_F(RemoteWindows, AreMadeReadyForEveryScreenAndThenUsed) {
@@ -180,10 +180,10 @@ TEST_F(RemoteWindows, AreMadeReadyForEveryScreenAndThenUsed) {
     ASSERT_TRUE(receives("open 2 break 2 800 0 640 480 B"));
     make(desktop_.screens.all()[1]);
     face_->setPrompt("ready");
-    ASSERT_TRUE(receives("set 2 prompt ready"));
+    ASSERT_TRUE(receives("2 set prompt ready"));
     windows_->prepare();
     appear();
-    ASSERT_TRUE(receives("show 2"));
+    ASSERT_TRUE(receives("2 show"));
     const auto lines = received();
     EXPECT_EQ(std::count_if(lines.begin(), lines.end(),
                             [](const auto& text) { return text.rfind("open ", 0) == 0; }),
@@ -213,13 +213,13 @@ TEST_F(RemoteBreak, ComeBackAfterACrashAsTheyWere) {
     face_->setCount("03:00");
     appear();
     windows_->activate();
-    ASSERT_TRUE(receives("show 1"));
+    ASSERT_TRUE(receives("1 show"));
     face_->setCount("02:59");
     face_->setPrompt("crash");
     ASSERT_TRUE(receives("started", 2));
     face_->setPrompt("well again");
-    ASSERT_TRUE(receives("set 1 prompt well again"));
-    EXPECT_TRUE(receives("show 1", 2));
+    ASSERT_TRUE(receives("1 set prompt well again"));
+    EXPECT_TRUE(receives("1 show", 2));
     EXPECT_TRUE(receives("activate", 2));
     EXPECT_EQ(desktop_.events.back(), "kelpa-view ended with code 7");
 }
@@ -256,7 +256,7 @@ TEST_F(RemoteBreak, AreNotHeldUpByAViewThatDoesNotRead) {
     face_->setPrompt("sleep");
     appear();
     const int first = windows_->viewPid();
-    ASSERT_TRUE(receives("set 1 prompt sleep"));
+    ASSERT_TRUE(receives("1 set prompt sleep"));
     face_->setPrompt("ok");
     const std::string much(20000, 'm');
     for (int i = 0; i < 200; ++i)
@@ -275,14 +275,14 @@ TEST_F(RemoteBreak, ComeBackAtOnceAndWithoutAFadeWhenTheViewHangs) {
     ASSERT_TRUE(runUntil([&] { return windows_->secondsSinceInput() < 5; })) << "it must have started well";
     face_->setPrompt("stop");
     const int first = windows_->viewPid();
-    ASSERT_TRUE(receives("set 1 prompt stop"));
+    ASSERT_TRUE(receives("1 set prompt stop"));
     face_->setPrompt("go on");
     ASSERT_TRUE(receives("started", 2));
     EXPECT_EQ(desktop_.events.back(), "kelpa-view has not answered for 2 s");
     EXPECT_NE(windows_->viewPid(), first);
     ASSERT_TRUE(receives("activate", 2));
-    const std::vector<std::string> again{"open 1 break 1 0 0 800 600 A", "set 1 prompt go on", "alpha 1 1",
-                                         "show 1", "activate"};
+    const std::vector<std::string> again{"open 1 break 1 0 0 800 600 A", "1 set prompt go on", "1 alpha 1",
+                                         "1 show", "activate"};
     EXPECT_EQ(receivedSince("started"), again);
 }
 
@@ -290,7 +290,7 @@ TEST_F(RemoteWindows, AreWatchedForAsLongAsThereIsAView) {
     open(KELPA_FAKE_VIEW, 0.1);
     make(desktop_.screens.all()[0]);
     appear();
-    ASSERT_TRUE(receives("show 1"));
+    ASSERT_TRUE(receives("1 show"));
     window_->close();
     EXPECT_TRUE(runUntil([&] { return windows_->viewPid() == 0; }));
     bool later = false;
@@ -317,7 +317,7 @@ TEST_F(RemoteBreak, KnowWhenTheyWereUsed) {
 TEST_F(RemoteBreak, ReportWhatAPersonDoesWhileTheyAreShown) {
     windows_->prepare();
     face_->setPrompt("press");
-    ASSERT_TRUE(receives("set 1 prompt press"));
+    ASSERT_TRUE(receives("1 set prompt press"));
     appear();
     face_->setPrompt("and press");
     EXPECT_TRUE(runUntil([&] { return client_.skips == 1; })) << "the press on the hidden window counts not";
@@ -339,18 +339,18 @@ TEST_F(RemoteBreak, TurnAFadeAroundWithoutVanishing) {
     appear();
     window_->fadeTo(0, 2, nullptr);
     appear();
-    ASSERT_TRUE(receives("show 1", 2));
+    ASSERT_TRUE(receives("1 show", 2));
     const auto lines = received();
-    const auto last = std::find(lines.rbegin(), lines.rend(), "fade 1 0 2");
+    const auto last = std::find(lines.rbegin(), lines.rend(), "1 fade 0 2");
     ASSERT_NE(last, lines.rend());
-    EXPECT_EQ(std::find(lines.rbegin(), last, "alpha 1 0"), last) << "it would blink";
+    EXPECT_EQ(std::find(lines.rbegin(), last, "1 alpha 0"), last) << "it would blink";
     window_->setAlpha(0.5);
-    EXPECT_TRUE(receives("alpha 1 0.5"));
+    EXPECT_TRUE(receives("1 alpha 0.5"));
 }
 
 TEST_F(RemoteBreak, MayBeUsedAfterTheirSystemIsGone) {
     appear();
-    ASSERT_TRUE(receives("show 1"));
+    ASSERT_TRUE(receives("1 show"));
     windows_.reset();
     window_->setAlpha(1);
     window_->fadeTo(0, 0.01, [] {});

@@ -136,7 +136,7 @@ void HelperProcess::readable(Child& child) {
 void HelperProcess::hear(const wire::Message& message) {
     if (answers_ && message.verb() == wire::taken)
         answers_->taken(message.number(1).value_or(0));
-    else
+    else if (!addressees_.deliver(message))
         client_.helperSaid(message);
 }
 

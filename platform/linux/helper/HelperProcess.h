@@ -34,6 +34,7 @@ class RestartBudget {
 class HelperClient {
   public:
     virtual ~HelperClient() = default;
+    /// It said something that is for no addressee.
     virtual void helperSaid(const wire::Message& message) = 0;
     /// It ended without having been asked to, or hung and was killed; `how` says it in words for the log.
     virtual void helperFailed(const std::string& how) = 0;
@@ -64,6 +65,8 @@ class HelperProcess : private AnswerWatchClient {
     [[nodiscard]] int pid() const;
     /// Does nothing when no helper runs. Needs no memory for messages of a size that was sent before.
     void send(std::initializer_list<std::string_view> fields);
+    /// Those who hear themselves what the helper has to say to them, while they are there.
+    [[nodiscard]] wire::Addressees& addressees() { return addressees_; }
     /// Closes the connection, on which the helper ends by itself.
     void end();
 
@@ -84,6 +87,7 @@ class HelperProcess : private AnswerWatchClient {
     EventLoop& loop_;
     std::string path_;
     HelperClient& client_;
+    wire::Addressees addressees_;
     std::optional<AnswerWatch> answers_; ///< where answers are watched
     std::shared_ptr<Child> child_;
     std::vector<std::shared_ptr<Child>> leaving_;

@@ -33,17 +33,6 @@ void appendEscaped(std::string_view text, std::string& line) {
     }
 }
 
-template <class Fields>
-void appendFields(const Fields& fields, std::string& line) {
-    bool first = true;
-    for (const std::string_view field : fields) {
-        if (!first)
-            line += '\t';
-        first = false;
-        appendEscaped(field, line);
-    }
-}
-
 /// Appends the text of one field; false when an escape is unknown or cut off.
 bool appendPlain(std::string_view text, std::string& field) {
     for (std::size_t i = 0; i < text.size(); ++i) {
@@ -80,14 +69,22 @@ std::optional<double> Message::real(std::size_t index) const {
     return value;
 }
 
-std::string Message::line() const {
-    std::string line;
-    appendFields(fields_, line);
-    return line;
+bool Addressees::deliver(const Message& message) const {
+    const auto found = message.addressee() ? byNumber_.find(*message.addressee()) : byNumber_.end();
+    if (found == byNumber_.end())
+        return false;
+    found->second->hear(message);
+    return true;
 }
 
 void encode(std::initializer_list<std::string_view> fields, std::string& line) {
-    appendFields(fields, line);
+    bool first = true;
+    for (const std::string_view field : fields) {
+        if (!first)
+            line += '\t';
+        first = false;
+        appendEscaped(field, line);
+    }
     line += '\n';
 }
 
@@ -99,7 +96,10 @@ std::optional<Message> decode(std::string_view line) {
             return std::nullopt;
         start = end + 1;
     }
-    return Message(std::move(fields));
+    const auto addressee = wholeNumber<int>(fields.front());
+    if (addressee)
+        fields.erase(fields.begin());
+    return Message(std::move(fields), addressee);
 }
 
 std::string realText(double value) {

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <functional>
 #include <initializer_list>
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -11,12 +12,16 @@
 /// What the program and its helpers say to each other: a line a message, over a socket.
 namespace kelpa::wire {
 
-/// One line: a verb and its arguments. A field may hold any text.
+/// One line: a verb and its arguments, and before them a number where it is for one of many. A field may hold
+/// any text.
 class Message {
   public:
     Message() = default;
-    explicit Message(std::vector<std::string> fields) : fields_(std::move(fields)) {}
+    explicit Message(std::vector<std::string> fields, std::optional<int> addressee = std::nullopt)
+        : addressee_(addressee), fields_(std::move(fields)) {}
 
+    /// The number of whom it is for; nothing where it is for the other side as a whole.
+    [[nodiscard]] std::optional<int> addressee() const { return addressee_; }
     [[nodiscard]] const std::string& verb() const { return field(0); }
     /// Number of fields, the verb included.
     [[nodiscard]] std::size_t size() const { return fields_.size(); }
@@ -26,12 +31,31 @@ class Message {
     [[nodiscard]] std::optional<int> number(std::size_t index) const;
     /// A field as a finite number with a full stop as decimal separator, whatever the locale.
     [[nodiscard]] std::optional<double> real(std::size_t index) const;
-    /// The line that it is, without a line feed, as `decode` reads it.
-    [[nodiscard]] std::string line() const;
     bool operator==(const Message&) const = default;
 
   private:
+    std::optional<int> addressee_;
     std::vector<std::string> fields_;
+};
+
+/// One of many on this side whom lines are for.
+class Addressee {
+  public:
+    virtual ~Addressee() = default;
+    virtual void hear(const Message& message) = 0;
+};
+
+/// Everybody on this side whom lines are for, by number. Owns nobody.
+class Addressees {
+  public:
+    /// Until the addressee is removed, which he may be while he hears.
+    void add(int number, Addressee& addressee) { byNumber_[number] = &addressee; }
+    void remove(int number) { byNumber_.erase(number); }
+    /// False for a line that is for none of them.
+    [[nodiscard]] bool deliver(const Message& message) const;
+
+  private:
+    std::map<int, Addressee*> byNumber_;
 };
 
 // Between the program and a helper that it watches; see `AnswerWatch`.

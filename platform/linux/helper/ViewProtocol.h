@@ -4,7 +4,8 @@
 #include <cstddef>
 #include <string_view>
 
-/// What the program and `kelpa-view` say to each other. A window is known by a number that the program gives.
+/// What the program and `kelpa-view` say to each other. A window is known by a number that the program gives;
+/// lines that begin with one go between the window here and the window there.
 namespace kelpa::wire::view {
 
 // From the program to the view.
@@ -13,18 +14,6 @@ namespace kelpa::wire::view {
 /// window manager's is told where `closed` said that it was, or without a size stands in the middle of that
 /// screen.
 inline constexpr std::string_view open = "open";
-/// set WINDOW PROPERTY VALUE: a property of the window's content.
-inline constexpr std::string_view set = "set";
-/// tell WINDOW CONTROL FIELD TYPE VALUE: what a control of the preferences shows.
-inline constexpr std::string_view tell = "tell";
-/// show WINDOW: in front of everything.
-inline constexpr std::string_view show = "show";
-/// hide WINDOW
-inline constexpr std::string_view hide = "hide";
-/// alpha WINDOW OPACITY: from 0 to 1, at once.
-inline constexpr std::string_view alpha = "alpha";
-/// fade WINDOW OPACITY SECONDS: from what is seen now.
-inline constexpr std::string_view fade = "fade";
 /// drop WINDOW: it never comes back.
 inline constexpr std::string_view drop = "drop";
 /// activate: the keyboard belongs to the windows that are shown.
@@ -32,18 +21,34 @@ inline constexpr std::string_view activate = "activate";
 /// deactivate: the keyboard is given back.
 inline constexpr std::string_view deactivate = "deactivate";
 
+// From a window of the program to that of the view.
+/// WINDOW set PROPERTY VALUE: a property of the window's content.
+inline constexpr std::string_view set = "set";
+/// WINDOW tell CONTROL FIELD TYPE VALUE: what a control of the preferences shows.
+inline constexpr std::string_view tell = "tell";
+/// WINDOW show: in front of everything.
+inline constexpr std::string_view show = "show";
+/// WINDOW hide
+inline constexpr std::string_view hide = "hide";
+/// WINDOW alpha OPACITY: from 0 to 1, at once.
+inline constexpr std::string_view alpha = "alpha";
+/// WINDOW fade OPACITY SECONDS: from what is seen now.
+inline constexpr std::string_view fade = "fade";
+
+// From a window of the view to that of the program.
+/// WINDOW action NAME VALUE: what a person did in the window's content; the value may be empty.
+inline constexpr std::string_view action = "action";
+/// WINDOW did CONTROL ACT TYPE VALUE [TEXT]: what a person did to a control of the preferences.
+inline constexpr std::string_view did = "did";
+/// WINDOW dragged X Y: a person dragged the window, whose upper left corner is there now, as in `open`.
+inline constexpr std::string_view dragged = "dragged";
+/// WINDOW closed X Y WIDTH HEIGHT: a person closed a window of the window manager's, which was there, in the
+/// toolkit's units.
+inline constexpr std::string_view closed = "closed";
+
 // From the view to the program.
 /// ready: it has started well.
 inline constexpr std::string_view ready = "ready";
-/// action WINDOW NAME VALUE: what a person did in the window's content; the value may be empty.
-inline constexpr std::string_view action = "action";
-/// did WINDOW CONTROL ACT TYPE VALUE [TEXT]: what a person did to a control of the preferences.
-inline constexpr std::string_view did = "did";
-/// dragged WINDOW X Y: a person dragged the window, whose upper left corner is there now, as in `open`.
-inline constexpr std::string_view dragged = "dragged";
-/// closed WINDOW X Y WIDTH HEIGHT: a person closed a window of the window manager's, which was there, in the
-/// toolkit's units.
-inline constexpr std::string_view closed = "closed";
 /// input: a person uses mouse or keyboard in a window; five times a second at most, and only where the
 /// display server does not tell the program itself.
 inline constexpr std::string_view input = "input";

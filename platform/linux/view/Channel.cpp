@@ -24,7 +24,10 @@ Channel::Channel(int fd, QObject* parent)
 }
 
 void Channel::read() {
-    const auto state = reader_.read([this](const wire::Message& message) { emit received(message); });
+    const auto state = reader_.read([this](const wire::Message& message) {
+        if (!addressees_.deliver(message))
+            emit received(message);
+    });
     emit settled();
     if (state == wire::LineReader::State::Closed)
         end();

@@ -22,10 +22,13 @@ class Channel : public QObject {
     /// Whether `fd` is a connection at all; a person who starts this program by hand gives it none.
     [[nodiscard]] static bool isConnection(int fd = descriptor);
     void send(std::initializer_list<std::string_view> fields);
+    /// Those who hear themselves what the program has to say to them, while they are there.
+    [[nodiscard]] wire::Addressees& addressees() { return addressees_; }
     /// How many lines have come, also such as were no messages.
     [[nodiscard]] int lines() const { return reader_.lines(); }
 
   signals:
+    /// A message that is for no addressee.
     void received(const kelpa::wire::Message& message);
     /// What came in one go has been handed over.
     void settled();
@@ -39,6 +42,7 @@ class Channel : public QObject {
 
     wire::LineReader reader_;
     wire::LineWriter writer_;
+    wire::Addressees addressees_;
     QSocketNotifier readable_;
     QSocketNotifier writable_;
 };

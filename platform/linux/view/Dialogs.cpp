@@ -55,7 +55,7 @@ class HistoryWindow final : public ManagedWindow {
     [[nodiscard]] QSize firstSize() const override { return {760, 620}; }
     bool event(QEvent* event) override {
         if (event->type() == QEvent::FocusIn)
-            emit action(QString::fromUtf8(wire::view::cameToFrontAction.data()), {});
+            say(wire::view::action, wire::view::cameToFrontAction);
         return ManagedWindow::event(event);
     }
 };

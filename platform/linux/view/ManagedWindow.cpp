@@ -1,5 +1,7 @@
 #include "platform/linux/view/ManagedWindow.h"
 
+#include "platform/linux/helper/ViewProtocol.h"
+
 #include <QGuiApplication>
 #include <QIcon>
 #include <QScreen>
@@ -116,7 +118,8 @@ void ManagedWindow::closeEvent(QCloseEvent* event) {
     contentItem()->forceActiveFocus();
     const QRect bounds(framePosition(), size() - QSize(0, titleHeight_));
     ViewWindow::closeEvent(event);
-    emit closed(bounds);
+    const auto text = [](int number) { return std::to_string(number); };
+    say(wire::view::closed, text(bounds.x()), text(bounds.y()), text(bounds.width()), text(bounds.height()));
 }
 
 } // namespace kelpa::view

@@ -33,10 +33,10 @@ QStringList written(const QVariant& value) {
 }
 
 QVariant valueIn(const wire::Message& message) {
-    const QString text = QString::fromStdString(message.field(5));
-    if (message.field(4) == word::boolType)
+    const QString text = QString::fromStdString(message.field(4));
+    if (message.field(3) == word::boolType)
         return text == QLatin1String("1");
-    if (message.field(4) == word::numberType)
+    if (message.field(3) == word::numberType)
         return text.toLongLong();
     return text;
 }
@@ -102,14 +102,26 @@ void PreferencesWindow::setContentProperty(const QByteArray& name, const QString
     ManagedWindow::setContentProperty(name, value);
 }
 
+void PreferencesWindow::hear(const wire::Message& message) {
+    if (message.verb() == word::tell)
+        tellControl(message);
+    else
+        ManagedWindow::hear(message);
+}
+
 void PreferencesWindow::tellControl(const wire::Message& message) {
-    ControlState* state = states_.value(QString::fromStdString(message.field(2)));
-    const auto field = caseOf<PreferencesField>(word::fields, message.field(3));
+    const std::string& id = message.field(1);
+    ControlState* state = states_.value(QString::fromStdString(id));
+    const auto field = caseOf<PreferencesField>(word::fields, message.field(2));
     if (state != nullptr && field)
         state->setField(*field, valueIn(message));
     else
-        qWarning("The preferences window has no %s of %s.", message.field(3).c_str(),
-                 message.field(2).c_str());
+        qWarning("The preferences window has no %s of %s.", message.field(2).c_str(), id.c_str());
+}
+
+void PreferencesWindow::report(const QStringList& fields) {
+    const auto at = [&fields](int i) { return fields.value(i).toStdString(); };
+    say(word::did, at(0), at(1), at(2), at(3), at(4));
 }
 
 /// The controls have to be there before the page that shows them.
@@ -139,14 +151,14 @@ void PreferencesWindow::makeControl(const QString& id, QVariantMap& controls) {
     ControlState*& state = states_[id];
     if (state == nullptr) {
         state = new ControlState(id, this);
-        connect(state, &ControlState::acted, this, &ViewWindow::didToControl);
+        connect(state, &ControlState::acted, this, &PreferencesWindow::report);
     }
     controls.insert(id, QVariant::fromValue(state));
 }
 
 bool PreferencesWindow::event(QEvent* event) {
     if (event->type() == QEvent::FocusIn)
-        emit action(QString::fromUtf8(word::cameToFrontAction.data()), {});
+        say(word::action, word::cameToFrontAction);
     return ManagedWindow::event(event);
 }
 

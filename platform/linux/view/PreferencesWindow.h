@@ -73,13 +73,16 @@ class PreferencesWindow : public ManagedWindow {
     PreferencesWindow(Stage& stage, QQmlEngine& engine);
 
     void setContentProperty(const QByteArray& name, const QString& value) override;
-    void tellControl(const wire::Message& message) override;
+    void hear(const wire::Message& message) override;
 
   protected:
     [[nodiscard]] QSize firstSize() const override { return {720, 710}; }
     bool event(QEvent* event) override;
 
   private:
+    void tellControl(const wire::Message& message);
+    /// The fields are those of `did` after its verb.
+    void report(const QStringList& fields);
     void layOut(const QVariantMap& layout);
     void makeControls(const QVariantMap& layout);
     void makeControl(const QString& id, QVariantMap& controls);

@@ -1,3 +1,4 @@
+#include "platform/linux/helper/ViewProtocol.h"
 #include "platform/linux/view/Stage.h"
 #include "platform/linux/view/ViewWindow.h"
 #include "ui/Window.h"
@@ -128,7 +129,7 @@ class BreakWindow final : public Reminder {
     /// What Escape asks for: the same as Skip, and nothing where Skip is not offered.
     void leave() {
         if (content().property("skipOffered").toBool())
-            emit action(QStringLiteral("skip"), {});
+            say(wire::view::action, "skip");
     }
 };
 
@@ -198,8 +199,9 @@ class WaterWindow final : public Reminder {
         if (!from)
             return;
         host().endDrag();
+        const QPoint corner = host().place().topLeft();
         if (host().place() != *from)
-            emit dragged(host().place().topLeft());
+            say(wire::view::dragged, std::to_string(corner.x()), std::to_string(corner.y()));
     }
 
     std::optional<QRect> heldAt_; ///< where it was when a drag began

@@ -1,5 +1,7 @@
 #include "platform/linux/view/ViewWindow.h"
 
+#include "platform/linux/helper/ViewProtocol.h"
+
 #include <QJsonDocument>
 #include <QKeyEvent>
 #include <QMetaProperty>
@@ -9,10 +11,49 @@
 
 namespace kelpa::view {
 
+namespace word = wire::view;
+
 ViewWindow::ViewWindow(QQmlEngine& engine, const QString& file) : content_(makeItem(engine, file)) {
     ViewWindow::followBackground();
-    connect(content_.get(), SIGNAL(action(QString, QString)), this, SIGNAL(action(QString, QString)));
+    connect(content_.get(), SIGNAL(action(QString, QString)), this, SLOT(act(QString, QString)));
     connect(content_.get(), SIGNAL(colorChanged()), this, SLOT(followBackground()));
+}
+
+ViewWindow::~ViewWindow() {
+    if (channel_ != nullptr)
+        channel_->addressees().remove(number_);
+    hide();
+}
+
+void ViewWindow::join(Channel& channel, int number) {
+    channel_ = &channel;
+    number_ = number;
+    channel.addressees().add(number, *this);
+}
+
+void ViewWindow::hear(const wire::Message& message) {
+    if (message.verb() == word::set)
+        setContentProperty(QByteArray::fromStdString(message.field(1)),
+                           QString::fromStdString(message.field(2)));
+    else if (message.verb() == word::show)
+        comeForward();
+    else if (message.verb() == word::hide)
+        disappear();
+    else if (message.verb() == word::alpha)
+        setAlpha(message.real(1).value_or(1));
+    else if (message.verb() == word::fade)
+        fadeTo(message.real(1).value_or(1), message.real(2).value_or(0));
+    else
+        qWarning("No window does \"%s\".", message.verb().c_str());
+}
+
+void ViewWindow::comeForward() {
+    emit called();
+    appear();
+}
+
+void ViewWindow::act(const QString& name, const QString& value) {
+    say(word::action, name.toStdString(), value.toStdString());
 }
 
 std::unique_ptr<QQuickItem> ViewWindow::makeItem(QQmlEngine& engine, const QString& file) {

@@ -1,12 +1,13 @@
 #pragma once
 
-#include "platform/linux/helper/Lines.h"
+#include "platform/linux/view/Channel.h"
 
 #include <QQuickItem>
 #include <QQuickWindow>
 #include <QRect>
-#include <QStringList>
 #include <memory>
+#include <string>
+#include <string_view>
 
 class QQmlEngine;
 
@@ -15,22 +16,25 @@ namespace kelpa::view {
 class Stage;
 
 /// A window of any kind: its content is one QML file, whose root item has the properties that the program
-/// sets and a signal `action(name, value)` for what it wants to know.
-class ViewWindow : public QQuickWindow {
+/// sets and a signal `action(name, value)` for what it wants to know. It and the program's window of the same
+/// number speak to each other; it takes no decisions.
+class ViewWindow : public QQuickWindow, public wire::Addressee {
     Q_OBJECT
 
   public:
     /// Throws std::runtime_error when the content cannot be made.
     ViewWindow(QQmlEngine& engine, const QString& file);
     /// What shows only in a window that is seen goes while everything it belongs to is still there.
-    ~ViewWindow() override { hide(); }
+    ~ViewWindow() override;
 
+    /// Gives the window its number, by which it is spoken to from now on. The channel outlives the window.
+    void join(Channel& channel, int number);
+    /// Does what the program says.
+    void hear(const wire::Message& message) override;
     /// Where the window stands: in the desktop's units, on the screen of that connector; a window of the
     /// window manager's where `closed` said that it stood, if it did.
     virtual void setPlace(const QRect& place, const QString& connector) = 0;
     virtual void setContentProperty(const QByteArray& name, const QString& value);
-    /// Shows what a `tell` of the program says of a control, in a window that has controls.
-    virtual void tellControl(const wire::Message& /*message*/) {}
     /// What does not fade does nothing.
     virtual void setAlpha(double /*alpha*/) {}
     virtual void fadeTo(double /*alpha*/, double /*seconds*/) {}
@@ -50,15 +54,16 @@ class ViewWindow : public QQuickWindow {
     virtual void takeKeyboard() {}
 
   signals:
-    void action(const QString& name, const QString& value);
-    /// What a person did to a control: the fields of a `did` from the control on.
-    void didToControl(const QStringList& fields);
-    /// A person dragged the window: where its upper left corner is now, in the units of `setPlace`.
-    void dragged(QPoint corner);
-    /// A person closed the window, whose content was as large as that and whose frame stood there.
-    void closed(const QRect& bounds);
+    /// The program wants the window in front.
+    void called();
 
   protected:
+    /// Speaks to the program's window.
+    template <typename... Values>
+    void say(std::string_view verb, const Values&... values) {
+        if (channel_ != nullptr)
+            channel_->send({std::to_string(number_), verb, values...});
+    }
     [[nodiscard]] QQuickItem& content() const { return *content_; }
     /// What that file draws, in this window. Throws std::runtime_error when it cannot be made.
     std::unique_ptr<QQuickItem> makeItem(QQmlEngine& engine, const QString& file);
@@ -67,10 +72,16 @@ class ViewWindow : public QQuickWindow {
     bool event(QEvent* event) override;
 
   protected slots:
+    /// Says what a person did.
+    void act(const QString& name, const QString& value);
     /// The colour of the content's background is another one.
     virtual void followBackground();
 
   private:
+    void comeForward();
+
+    Channel* channel_ = nullptr; ///< null until the window has a number
+    int number_ = 0;
     std::unique_ptr<QQuickItem> content_; ///< goes before the window does
 };
 

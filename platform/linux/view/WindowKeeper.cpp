@@ -81,42 +81,16 @@ bool WindowKeeper::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void WindowKeeper::obey(const wire::Message& message) {
-    if (message.verb() == word::activate || message.verb() == word::deactivate) {
-        focusDue_ = message.verb() == word::activate;
-        return;
-    }
-    if (message.verb() == wire::ping)
-        return;
     const auto id = message.number(1);
-    if (id && message.verb() == word::open)
-        return open(*id, message);
-    const auto found = id ? windows_.find(*id) : windows_.end();
-    if (found == windows_.end())
-        return complain("no window for \"" + message.verb() + "\"");
-    if (message.verb() == word::drop) {
-        windows_.erase(found);
-        return;
-    }
-    if (message.verb() == word::show)
-        front_ = *id;
-    obeyWindow(*found->second, message);
-}
-
-void WindowKeeper::obeyWindow(ViewWindow& window, const wire::Message& message) {
-    if (message.verb() == word::set)
-        window.setContentProperty(QByteArray::fromStdString(message.field(2)),
-                                  QString::fromStdString(message.field(3)));
-    else if (message.verb() == word::tell)
-        window.tellControl(message);
-    else if (message.verb() == word::show)
-        window.appear();
-    else if (message.verb() == word::hide)
-        window.disappear();
-    else if (message.verb() == word::alpha)
-        window.setAlpha(message.real(2).value_or(1));
-    else if (message.verb() == word::fade)
-        window.fadeTo(message.real(2).value_or(1), message.real(3).value_or(0));
-    else
+    if (message.addressee())
+        complain("no window for \"" + message.verb() + "\"");
+    else if (message.verb() == word::activate || message.verb() == word::deactivate)
+        focusDue_ = message.verb() == word::activate;
+    else if (message.verb() == word::open && id)
+        open(*id, message);
+    else if (message.verb() == word::drop && id)
+        windows_.erase(*id);
+    else if (message.verb() != wire::ping)
         complain("nothing is known of \"" + message.verb() + "\"");
 }
 
@@ -134,23 +108,8 @@ void WindowKeeper::open(int id, const wire::Message& message) {
 ViewWindow* WindowKeeper::make(int id, const std::string& kind) {
     try {
         auto window = makeKind(*stage_, engine_, kind);
-        connect(
-            window.get(), &ViewWindow::action, this, [this, id](const QString& name, const QString& value) {
-                channel_.send({word::action, std::to_string(id), name.toStdString(), value.toStdString()});
-            });
-        connect(window.get(), &ViewWindow::didToControl, this, [this, id](const QStringList& fields) {
-            const auto at = [&fields](int i) { return fields.value(i).toStdString(); };
-            channel_.send({word::did, std::to_string(id), at(0), at(1), at(2), at(3), at(4)});
-        });
-        connect(window.get(), &ViewWindow::closed, this, [this, id](const QRect& bounds) {
-            channel_.send({word::closed, std::to_string(id), std::to_string(bounds.x()),
-                           std::to_string(bounds.y()), std::to_string(bounds.width()),
-                           std::to_string(bounds.height())});
-        });
-        connect(window.get(), &ViewWindow::dragged, this, [this, id](QPoint corner) {
-            channel_.send(
-                {word::dragged, std::to_string(id), std::to_string(corner.x()), std::to_string(corner.y())});
-        });
+        window->join(channel_, id);
+        connect(window.get(), &ViewWindow::called, this, [this, id] { front_ = id; });
         return windows_.insert_or_assign(id, std::move(window)).first->second.get();
     } catch (const std::runtime_error& error) {
         complain(error.what());

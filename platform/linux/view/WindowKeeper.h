@@ -11,8 +11,8 @@
 
 namespace kelpa::view {
 
-/// All windows, as the program wants them. Takes no decisions: it does what it is told and reports what a
-/// person did.
+/// All windows, as the program wants them, and which of them has the keyboard. What becomes of one of them,
+/// it hears itself.
 class WindowKeeper : public QObject {
     Q_OBJECT
 
@@ -25,7 +25,6 @@ class WindowKeeper : public QObject {
     using Windows = std::map<int, std::unique_ptr<ViewWindow>>;
 
     void obey(const wire::Message& message);
-    void obeyWindow(ViewWindow& window, const wire::Message& message);
     void open(int id, const wire::Message& message);
     ViewWindow* make(int id, const std::string& kind);
     void settle();

@@ -77,16 +77,16 @@ void RemotePreferencesWindow::didAct(const std::string& action, const std::strin
 
 /// The fields of the message are those of `did`.
 void RemotePreferencesWindow::didToControl(const wire::Message& message) {
-    const auto act = caseOf<PreferencesAct>(view::acts, message.field(3));
+    const auto act = caseOf<PreferencesAct>(view::acts, message.field(2));
     const auto value = valueIn(message);
     if (act && value)
-        client_->did(message.field(2), *act, *value);
+        client_->did(message.field(1), *act, *value);
 }
 
 std::optional<PreferencesValue> RemotePreferencesWindow::valueIn(const wire::Message& message) const {
-    const std::string& id = message.field(2);
-    const std::string& type = message.field(4);
-    const std::string& value = message.field(5);
+    const std::string& id = message.field(1);
+    const std::string& type = message.field(3);
+    const std::string& value = message.field(4);
     if (type == view::boolType)
         return value == "1";
     if (type == view::numberType)
@@ -94,7 +94,7 @@ std::optional<PreferencesValue> RemotePreferencesWindow::valueIn(const wire::Mes
     if (type == view::textType)
         return whole(id, value);
     if (type == view::editType)
-        return PreferencesEdit{whole(id, value), message.field(6)};
+        return PreferencesEdit{whole(id, value), message.field(5)};
     return std::nullopt;
 }
 

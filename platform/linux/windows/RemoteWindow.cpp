@@ -104,7 +104,7 @@ RemoteWindow::RemoteWindow(RemoteWindowSystem& system, std::string_view kind, co
 
 RemoteWindow::~RemoteWindow() {
     close();
-    send(word::drop);
+    sendDrop();
     if (system_ != nullptr)
         system_->forget(*this);
 }
@@ -124,12 +124,19 @@ bool RemoteWindow::known() const {
 template <typename... Values>
 void RemoteWindow::send(std::string_view verb, const Values&... values) const {
     if (known())
-        system_->view().send({verb, idText_, values...});
+        system_->view().send({idText_, verb, values...});
 }
 
 void RemoteWindow::sendOpen() const {
-    send(word::open, kind_, spec_.title, std::to_string(pixels_.x), std::to_string(pixels_.y),
-         std::to_string(pixels_.width), std::to_string(pixels_.height), connector_);
+    if (known())
+        system_->view().send({word::open, idText_, kind_, spec_.title, std::to_string(pixels_.x),
+                              std::to_string(pixels_.y), std::to_string(pixels_.width),
+                              std::to_string(pixels_.height), connector_});
+}
+
+void RemoteWindow::sendDrop() const {
+    if (known())
+        system_->view().send({word::drop, idText_});
 }
 
 void RemoteWindow::setTitle(const std::string& title) {
@@ -162,14 +169,32 @@ void RemoteWindow::setPlace(const PixelRect& pixels, const std::string& connecto
     sendOpen();
 }
 
-void RemoteWindow::didMove(int x, int y) {
-    pixels_.x = x;
-    pixels_.y = y;
+void RemoteWindow::hear(const wire::Message& message) {
+    if (message.verb() == word::action)
+        didAct(message.field(1), message.field(2));
+    else if (message.verb() == word::did)
+        didToControl(message);
+    else if (message.verb() == word::closed)
+        didClose(message);
+    else if (message.verb() == word::dragged)
+        didDrag(message);
 }
 
-void RemoteWindow::didClose(const PixelRect& pixels) {
-    pixels_ = pixels;
+/// It comes back where it stood.
+void RemoteWindow::didClose(const wire::Message& message) {
+    pixels_ = {message.number(1).value_or(0), message.number(2).value_or(0), message.number(3).value_or(0),
+               message.number(4).value_or(0)};
     didAct(std::string(word::closedAction), "");
+}
+
+void RemoteWindow::didDrag(const wire::Message& message) {
+    const auto x = message.number(1);
+    const auto y = message.number(2);
+    if (!x || !y)
+        return;
+    pixels_.x = *x;
+    pixels_.y = *y;
+    system_->didDrag(*this);
 }
 
 /// Keeps the value; false when it was that already.
@@ -262,7 +287,10 @@ void RemoteWindow::orderFrontRegardless() {
 void RemoteWindow::close() {
     if (!visible_)
         return;
-    send(placing_ == Placing::Ours ? word::hide : word::drop);
+    if (placing_ == Placing::Ours)
+        send(word::hide);
+    else
+        sendDrop();
     visible_ = false;
     if (system_ != nullptr)
         system_->visibilityChanged();

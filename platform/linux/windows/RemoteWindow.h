@@ -26,7 +26,7 @@ enum class Placing {
 /// A window that another process draws: all that this process, the view, has to know of it. It is told of
 /// changes as they happen, and of everything again when another view takes over. Fades end here by the clock,
 /// whatever the view does.
-class RemoteWindow final : public NativeWindow {
+class RemoteWindow final : public NativeWindow, public wire::Addressee {
   public:
     /// A window of some kind that the view knows. Without its system, once that is gone, it does nothing.
     RemoteWindow(RemoteWindowSystem& system, std::string_view kind, const WindowSpec& spec, Placing placing);
@@ -43,6 +43,8 @@ class RemoteWindow final : public NativeWindow {
     void close() override;
     void setFrame(const Rect& frame, std::uint32_t screen) override;
     [[nodiscard]] bool visible() const override { return visible_; }
+    /// Takes what the view says of the window, and what a person did in it while it is shown.
+    void hear(const wire::Message& message) override;
 
     void setTitle(const std::string& title);
     /// Only a value that differs is sent on. Needs no memory for one of the same length.
@@ -77,19 +79,18 @@ class RemoteWindow final : public NativeWindow {
     void place();
     /// Tells a view everything that it must know to go on from here.
     void replay() const;
-    void didAct(const std::string& action, const std::string& value) const;
-    void didToControl(const wire::Message& message) const;
-    /// A person moved the window, whose upper left corner is now there.
-    void didMove(int x, int y);
-    /// A person closed the window, which stood there, and comes back there.
-    void didClose(const PixelRect& pixels);
     /// The system is gone.
     void leave() { system_ = nullptr; }
 
   private:
+    void didAct(const std::string& action, const std::string& value) const;
+    void didToControl(const wire::Message& message) const;
+    void didClose(const wire::Message& message);
+    void didDrag(const wire::Message& message);
     template <typename... Values>
     void send(std::string_view verb, const Values&... values) const;
     void sendOpen() const;
+    void sendDrop() const;
     /// Whether a view that runs knows of the window.
     [[nodiscard]] bool known() const;
     bool store(std::string_view name, std::string_view value);

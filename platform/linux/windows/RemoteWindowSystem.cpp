@@ -30,11 +30,13 @@ void RemoteWindowSystem::screensChanged() {
 
 int RemoteWindowSystem::join(RemoteWindow& window) {
     windows_.push_back(&window);
-    return ++lastId_;
+    view_.addressees().add(++lastId_, window);
+    return lastId_;
 }
 
 void RemoteWindowSystem::forget(RemoteWindow& window) {
     std::erase(windows_, &window);
+    view_.addressees().remove(window.id());
     visibilityChanged();
 }
 
@@ -153,35 +155,9 @@ void RemoteWindowSystem::helperSaid(const wire::Message& message) {
         usedAt_ = monotonicSeconds();
     else if (message.verb() == word::warning)
         parts_.report.warning("kelpa-view: " + message.field(1));
-    else if (RemoteWindow* window = windowOf(message))
-        windowSaid(*window, message);
 }
 
-void RemoteWindowSystem::windowSaid(RemoteWindow& window, const wire::Message& message) {
-    if (message.verb() == word::action)
-        window.didAct(message.field(2), message.field(3));
-    else if (message.verb() == word::did)
-        window.didToControl(message);
-    else if (message.verb() == word::closed)
-        window.didClose({message.number(2).value_or(0), message.number(3).value_or(0),
-                         message.number(4).value_or(0), message.number(5).value_or(0)});
-    else if (message.verb() == word::dragged)
-        didDrag(window, message);
-}
-
-RemoteWindow* RemoteWindowSystem::windowOf(const wire::Message& message) const {
-    const auto id = message.number(1);
-    const auto found = std::find_if(windows_.begin(), windows_.end(),
-                                    [id](const auto* window) { return window->id() == id; });
-    return found == windows_.end() ? nullptr : *found;
-}
-
-void RemoteWindowSystem::didDrag(RemoteWindow& window, const wire::Message& message) {
-    const auto x = message.number(2);
-    const auto y = message.number(3);
-    if (!x || !y)
-        return;
-    window.didMove(*x, *y);
+void RemoteWindowSystem::didDrag(const RemoteWindow& window) {
     if (client_ != nullptr)
         client_->panelDragged(parts_.screens.frame(window.pixels()));
 }

@@ -57,6 +57,8 @@ class RemoteWindowSystem final : public WindowSystem, public OwnWindows, private
     void forget(RemoteWindow& window);
     /// A window was shown or hidden.
     void visibilityChanged();
+    /// A person moved the window.
+    void didDrag(const RemoteWindow& window);
 
   private:
     void helperSaid(const wire::Message& message) override;
@@ -69,10 +71,6 @@ class RemoteWindowSystem final : public WindowSystem, public OwnWindows, private
     void reserveBreakWindows();
     void endView();
     void reportFailure(const std::string& text);
-    void windowSaid(RemoteWindow& window, const wire::Message& message);
-    void didDrag(RemoteWindow& window, const wire::Message& message);
-    /// The window that a message of the view is about; null for one that is gone.
-    [[nodiscard]] RemoteWindow* windowOf(const wire::Message& message) const;
 
     WindowSystemParts parts_;
     HelperProcess view_;
