@@ -4,17 +4,16 @@
 #include "platform/linux/bus/Bus.h"
 
 #include <csignal>
+#include <cstdio>
 #include <cstring>
-#include <filesystem>
-#include <fstream>
 #include <gtest/gtest.h>
 #include <map>
 #include <memory>
 #include <optional>
 #include <string>
-#include <sys/wait.h>
 #include <systemd/sd-bus.h>
 #include <unistd.h>
+#include <utility>
 #include <vector>
 
 namespace kelpa::test {
@@ -25,88 +24,85 @@ class PrivateBus {
   public:
     /// `variable` is what programs find this bus by. A bus at a given address can be started there again.
     explicit PrivateBus(const char* variable = "DBUS_SESSION_BUS_ADDRESS", const std::string& at = {}) {
-        int ends[2] = {-1, -1};
-        if (pipe(ends) != 0)
+        const TempFolder rules;
+        writeFile(rules.file("rules"),
+                  "<busconfig><type>session</type><listen>unix:tmpdir=/tmp</listen><policy context='default'>"
+                  "<allow send_destination='*' eavesdrop='true'/><allow eavesdrop='true'/><allow own='*'/>"
+                  "</policy></busconfig>");
+        const std::string command = "exec setpriv --pdeathsig KILL dbus-daemon --nofork --nopidfile "
+                                    "--print-address=1 --print-pid=1 " +
+                                    (at.empty() ? "" : "--address='" + at + "' ") +
+                                    "--config-file=" + rules.file("rules");
+        output_ = popen(command.c_str(), "re");
+        char address[256] = "";
+        if (output_ == nullptr || fscanf(output_, "%255s %d", address, &pid_) != 2)
             std::abort();
-        const std::string rules = std::filesystem::temp_directory_path().string() + "/private-bus-" +
-                                  std::to_string(getpid()) + ".conf";
-        std::ofstream(rules) << "<busconfig><type>session</type><listen>unix:tmpdir=/tmp</listen>"
-                                "<policy context='default'><allow send_destination='*' eavesdrop='true'/>"
-                                "<allow eavesdrop='true'/><allow own='*'/>"
-                                "</policy></busconfig>";
-        pid_ = fork();
-        if (pid_ == 0)
-            become(ends[1], rules, at);
-        close(ends[1]);
-        char byte = 0;
-        while (read(ends[0], &byte, 1) == 1 && byte != '\n')
-            address_ += byte;
-        close(ends[0]);
-        unlink(rules.c_str());
-        setenv(variable, address_.c_str(), 1);
+        setenv(variable, address, 1);
     }
     ~PrivateBus() { end(); }
     PrivateBus(const PrivateBus&) = delete;
     PrivateBus& operator=(const PrivateBus&) = delete;
 
-    [[nodiscard]] const std::string& address() const { return address_; }
     /// SIGSTOP has the bus stand still, SIGCONT go on.
     void signal(int number) const { kill(pid_, number); }
     void end() {
-        if (pid_ <= 0)
+        if (output_ == nullptr)
             return;
-        kill(pid_, SIGKILL);
-        waitpid(pid_, nullptr, 0);
-        pid_ = 0;
+        signal(SIGKILL);
+        pclose(std::exchange(output_, nullptr));
     }
 
   private:
-    [[noreturn]] static void become(int output, const std::string& rules, const std::string& at) {
-        dup2(output, STDOUT_FILENO);
-        const std::string address = "--address=" + at, config = "--config-file=" + rules;
-        execlp("dbus-daemon", "dbus-daemon", config.c_str(), "--nofork", "--nopidfile", "--print-address",
-               at.empty() ? nullptr : address.c_str(), nullptr);
-        _exit(127);
-    }
     pid_t pid_ = 0;
-    std::string address_;
+    FILE* output_ = nullptr; ///< null once it has ended
 };
 
 using Message = BusMessage;
 
-/// What a variant holds, as text; its type in brackets where nobody reads that.
-inline std::string readValue(sd_bus_message* m) {
-    const char* type = nullptr;
-    sd_bus_message_peek_type(m, nullptr, &type);
-    const std::string contents = type;
-    sd_bus_message_enter_container(m, 'v', type);
-    std::string value = "(" + contents + ")";
-    const char* text = nullptr;
-    int truth = 0, file = -1;
-    const void* bytes = nullptr;
-    std::size_t size = 0;
-    if (contents == "s" && sd_bus_message_read_basic(m, 's', &text) > 0)
-        value = text;
-    else if (contents == "b" && sd_bus_message_read_basic(m, 'b', &truth) > 0)
-        value = truth != 0 ? "yes" : "no";
-    else if (contents == "ay" && sd_bus_message_read_array(m, 'y', &bytes, &size) > 0)
-        value.assign(static_cast<const char*>(bytes), size);
-    else if (contents == "ah" && sd_bus_message_read(m, "ah", 1, &file) > 0)
-        value = contentOf("/proc/self/fd/" + std::to_string(file));
-    else if (contents == "aas") {
-        value.clear();
-        sd_bus_message_enter_container(m, 'a', "as");
-        while (sd_bus_message_enter_container(m, 'a', "s") > 0) {
-            while (sd_bus_message_read_basic(m, 's', &text) > 0)
-                value += std::string(value.empty() ? "" : "+") + text;
+inline std::string readBasic(sd_bus_message* m, char type) {
+    const char* text = "";
+    int number = 0;
+    std::int64_t large = 0;
+    if (type == 's' || type == 'o')
+        return sd_bus_message_read_basic(m, type, &text) > 0 ? text : "";
+    if (type == 'x')
+        return sd_bus_message_read_basic(m, type, &large) > 0 ? std::to_string(large) : "";
+    if (std::strchr("biuh", type) == nullptr || sd_bus_message_read_basic(m, type, &number) <= 0)
+        std::abort();
+    if (type == 'b')
+        return number != 0 ? "yes" : "no";
+    return type == 'h' ? contentOf("/proc/self/fd/" + std::to_string(number)) : std::to_string(number);
+}
+
+/// What comes next in a message, as text: [lists], (groups), name=value. Bytes are a text as well, and a file
+/// is what it holds.
+inline std::string readText(sd_bus_message* m, const char* between = " ") {
+    std::string all;
+    char type = 0;
+    const char* contents = nullptr;
+    for (const char* before = ""; sd_bus_message_peek_type(m, &type, &contents) > 0; before = between) {
+        const void* bytes = nullptr;
+        std::size_t size = 0;
+        all += before;
+        if (contents == nullptr) {
+            all += readBasic(m, type);
+        } else if (type == 'a' && contents == std::string("y")) {
+            sd_bus_message_read_array(m, 'y', &bytes, &size);
+            all.append(static_cast<const char*>(bytes), size);
+        } else {
+            sd_bus_message_enter_container(m, type, contents);
+            const std::string inside = readText(m, type == 'e' ? "=" : " ");
             sd_bus_message_exit_container(m);
+            all += type == 'a' ? "[" + inside + "]" : type == 'r' ? "(" + inside + ")" : inside;
         }
-        sd_bus_message_exit_container(m);
-    } else {
-        sd_bus_message_skip(m, contents.c_str());
     }
-    sd_bus_message_exit_container(m);
-    return value;
+    return all;
+}
+
+/// The same of an answer; the name of an error, and "silence" when none came.
+inline std::string readText(const Message& answer) {
+    const sd_bus_error* error = answer ? sd_bus_message_get_error(answer.get()) : nullptr;
+    return error != nullptr ? error->name : answer ? readText(answer.get()) : "silence";
 }
 
 inline std::map<std::string, std::string> readProperties(sd_bus_message* m) {
@@ -115,7 +111,7 @@ inline std::map<std::string, std::string> readProperties(sd_bus_message* m) {
     sd_bus_message_enter_container(m, 'a', "{sv}");
     while (sd_bus_message_enter_container(m, 'e', "sv") > 0) {
         sd_bus_message_read_basic(m, 's', &name);
-        properties[name] = readValue(m);
+        properties[name] = readText(m);
         sd_bus_message_exit_container(m);
     }
     sd_bus_message_exit_container(m);
@@ -161,6 +157,8 @@ class Peer {
         sd_bus_slot_unref(slot);
         return std::move(answer_);
     }
+    /// The same as text.
+    std::string ask(auto... what) { return readText(call(what...)); }
 
   private:
     static int keep(sd_bus_message* message, void* self, sd_bus_error*) {
