@@ -1,6 +1,5 @@
 #include "platform/linux/instance/Instance.h"
 #include "PrivateBus.h"
-#include "Support.h"
 #include "platform/linux/control/ControlInterface.h"
 
 #include <gtest/gtest.h>
@@ -40,31 +39,6 @@ TEST_F(LockTest, letsOneInAndTheOthersAskIt) {
     EXPECT_EQ(asked.histories, 1);
     EXPECT_EQ(elsewhere.take(), State::Held);
     EXPECT_EQ(asked.gone, 0);
-}
-
-TEST_F(LockTest, diesWithItsProcess) {
-    int ready[2] = {-1, -1};
-    ASSERT_EQ(pipe(ready), 0);
-    const pid_t child = fork();
-    if (child == 0) {
-        InstanceLock lock(folder.path(), "lock");
-        const char state = lock.take() == State::Held ? 'h' : 'n';
-        const bool told = write(ready[1], &state, 1) == 1;
-        pause();
-        _exit(told ? 0 : 1);
-    }
-    char state = 0;
-    ASSERT_EQ(read(ready[0], &state, 1), 1);
-    ASSERT_EQ(state, 'h');
-    InstanceLock lock(folder.path(), "lock");
-    EXPECT_EQ(lock.take(), State::HeldByAnother);
-    kill(child, SIGKILL);
-    waitpid(child, nullptr, 0);
-    EXPECT_EQ(lock.take(), State::Held) << "although its files are still there";
-    lock.serve(loop, asked);
-    InstanceLock second(folder.path(), "lock");
-    ASSERT_EQ(second.take(), State::HeldByAnother);
-    EXPECT_TRUE(second.askHolder(loop, StartWish::Preferences, 5));
 }
 
 TEST_F(LockTest, comesFreeWhileTheHolderIsAsked) {
@@ -137,22 +111,20 @@ struct InstanceTest : testing::Test {
         setenv("DISPLAY", ":7", 1);
         setenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent/bus", 1);
     }
-    /// The object that the program has on the bus, which answers as `answers` says.
-    int answers = 0;
+    /// The object that the program has on the bus.
+    bool fails = false;
     BusSlot object;
     void export_(Bus& bus) {
         static const sd_bus_vtable vtable[] = {
             SD_BUS_VTABLE_START(0), SD_BUS_METHOD("ShowSettings", "", "", answer, 0),
             SD_BUS_METHOD("ShowHistory", "", "", answer, 0), SD_BUS_VTABLE_END};
-        sd_bus_slot* slot = nullptr;
-        sd_bus_add_object_vtable(bus.handle(), &slot, control::path, control::interface, vtable, this);
-        object.reset(slot);
+        object = bus.serve(control::path, control::interface, vtable, this);
     }
-    static int answer(sd_bus_message* call, void* self, sd_bus_error*) {
+    static int answer(sd_bus_message* call, void* object, sd_bus_error*) {
+        auto& self = *static_cast<InstanceTest*>(object);
         const bool history = sd_bus_message_is_method_call(call, nullptr, "ShowHistory") > 0;
-        static_cast<InstanceTest*>(self)->asked.show(history ? StartWish::History : StartWish::Preferences);
-        return static_cast<InstanceTest*>(self)->answers < 0 ? -EIO
-                                                             : sd_bus_reply_method_return(call, nullptr);
+        self.asked.show(history ? StartWish::History : StartWish::Preferences);
+        return self.fails ? -EIO : sd_bus_reply_method_return(call, nullptr);
     }
 };
 
@@ -166,35 +138,19 @@ TEST_F(InstanceTest, isOneOnTheBus) {
     EXPECT_EQ(second.instance.claim(), Instance::Role::Second);
     EXPECT_EQ(asked.shown, 1);
     // Another display of the same bus.
-    setenv("DISPLAY", ":8", 1);
-    Start third(loop);
-    EXPECT_EQ(third.instance.claim(), Instance::Role::Second);
-    EXPECT_EQ(asked.shown, 2);
-    setenv("DISPLAY", ":9", 1);
-    Start fourth(loop, StartWish::History);
-    EXPECT_EQ(fourth.instance.claim(), Instance::Role::Second);
-    EXPECT_EQ(asked.shown, 2);
+    for (const auto wish : {StartWish::Preferences, StartWish::History}) {
+        setenv("DISPLAY", wish == StartWish::History ? ":9" : ":8", 1);
+        Start other(loop, wish);
+        EXPECT_EQ(other.instance.claim(), Instance::Role::Second);
+        EXPECT_EQ(asked.shown, 2);
+    }
     EXPECT_EQ(asked.histories, 1);
     EXPECT_EQ(asked.gone, 0);
 }
 
-TEST_F(InstanceTest, isOneWithoutABusAndWhereOnlyTheSecondStartHasOne) {
-    Start first(loop);
-    ASSERT_EQ(first.instance.claim(), Instance::Role::First);
-    EXPECT_FALSE(first.bus.open());
-    EXPECT_EQ(first.instance.doubt(), "");
-    first.instance.serve(asked);
-    Start second(loop);
-    EXPECT_EQ(second.instance.claim(), Instance::Role::Second);
-    PrivateBus daemon;
-    Start third(loop);
-    EXPECT_EQ(third.instance.claim(), Instance::Role::Second);
-    EXPECT_EQ(asked.shown, 2);
-}
-
 TEST_F(InstanceTest, isTakenFromAnOwnerOfTheNameThatOnlyFails) {
     PrivateBus daemon;
-    answers = -1;
+    fails = true;
     Start first(loop);
     ASSERT_EQ(first.instance.claim(), Instance::Role::First);
     first.instance.serve(asked);
@@ -204,22 +160,6 @@ TEST_F(InstanceTest, isTakenFromAnOwnerOfTheNameThatOnlyFails) {
     EXPECT_EQ(second.instance.claim(), Instance::Role::First);
     EXPECT_EQ(second.instance.doubt(), "");
     EXPECT_TRUE(spinUntil(loop, [&] { return asked.gone == 1; }));
-}
-
-TEST_F(InstanceTest, isTakenFromOneThatHangs) {
-    PrivateBus daemon;
-    Start stale(loop);
-    ASSERT_EQ(stale.instance.claim(), Instance::Role::First);
-    Start second(loop);
-    const double began = secondsNow();
-    EXPECT_EQ(second.instance.claim(), Instance::Role::First);
-    EXPECT_EQ(second.instance.doubt(), "");
-    EXPECT_LT(secondsNow() - began, Instance::patience + 3);
-    Asked fresh;
-    second.instance.serve(fresh);
-    stale.instance.serve(asked);
-    EXPECT_TRUE(spinUntil(loop, [&] { return asked.gone > 0; }));
-    EXPECT_EQ(fresh.gone, 0);
 }
 
 TEST_F(InstanceTest, claimsItsNameAgainFromABusThatComesBack) {
@@ -236,10 +176,8 @@ TEST_F(InstanceTest, claimsItsNameAgainFromABusThatComesBack) {
     bringBack();
     Peer other(loop);
     const auto ownerIsFirst = [&] {
-        const auto answer = other.call("org.freedesktop.DBus", "/", "org.freedesktop.DBus", "GetNameOwner",
-                                       "s", control::service);
-        const char* owner = nullptr;
-        return sd_bus_message_read(answer.get(), "s", &owner) > 0 && owner == first.bus.name();
+        return other.ask("org.freedesktop.DBus", "/", "org.freedesktop.DBus", "GetNameOwner", "s",
+                         control::service) == first.bus.name();
     };
     EXPECT_TRUE(spinUntil(loop, ownerIsFirst, 10));
     EXPECT_EQ(asked.doubts, 0);
