@@ -117,7 +117,7 @@ TEST_F(ActivityTest, WhatGoesIntoOurOwnWindowsIsNone) {
 TEST_F(ActivityTest, ACompositorIsAskedInTheBestWayItKnows) {
     for (const auto speaks : {FakeCompositor::Speaks::Both, FakeCompositor::Speaks::Kde}) {
         FakeCompositor compositor(speaks);
-        const int seat = compositor.addSeat();
+        const auto seat = compositor.addSeat();
         const auto source = makeWaylandActivity(loop, windows, speed);
         ASSERT_EQ(source->start(sink), Start::Watching);
         const bool both = speaks == FakeCompositor::Speaks::Both;
@@ -151,8 +151,8 @@ TEST_F(ActivityTest, EverySeatCountsAlsoOneThatComesLater) {
     FakeCompositor compositor(FakeCompositor::Speaks::Both);
     const auto source = makeWaylandActivity(loop, windows, speed);
     ASSERT_EQ(source->start(sink), Start::Watching);
-    const int first = compositor.addSeat();
-    const int second = compositor.addSeat();
+    const auto first = compositor.addSeat();
+    const auto second = compositor.addSeat();
     ASSERT_TRUE(spinUntil(loop, [&] { return !compositor.question(second).protocol.empty(); }));
     compositor.tell(first, true);
     expectSteadyWords();
@@ -197,18 +197,16 @@ class Mutter : public Peer {
         if (watch != 0)
             sd_bus_emit_signal(bus(), mutterPath, mutter, "WatchFired", "u", watch);
     }
-    static int addRest(sd_bus_message* call, void* self, sd_bus_error*) {
+    static int add(sd_bus_message* call, void* self, sd_bus_error*) {
         auto& of = *static_cast<Mutter*>(self);
-        sd_bus_message_read(call, "t", &of.interval);
-        return sd_bus_reply_method_return(call, "u", of.restWatch = ++of.last_);
-    }
-    static int addUse(sd_bus_message* call, void* self, sd_bus_error*) {
-        auto& of = *static_cast<Mutter*>(self);
-        return sd_bus_reply_method_return(call, "u", of.useWatch = ++of.last_);
+        const bool forUse = sd_bus_message_is_method_call(call, nullptr, "AddUserActiveWatch") > 0;
+        if (!forUse)
+            sd_bus_message_read(call, "t", &of.interval);
+        return sd_bus_reply_method_return(call, "u", (forUse ? of.useWatch : of.restWatch) = ++of.last_);
     }
     static constexpr sd_bus_vtable vtable[] = {
-        SD_BUS_VTABLE_START(0), SD_BUS_METHOD("AddIdleWatch", "t", "u", addRest, SD_BUS_VTABLE_UNPRIVILEGED),
-        SD_BUS_METHOD("AddUserActiveWatch", "", "u", addUse, SD_BUS_VTABLE_UNPRIVILEGED),
+        SD_BUS_VTABLE_START(0), SD_BUS_METHOD("AddIdleWatch", "t", "u", add, SD_BUS_VTABLE_UNPRIVILEGED),
+        SD_BUS_METHOD("AddUserActiveWatch", "", "u", add, SD_BUS_VTABLE_UNPRIVILEGED),
         SD_BUS_SIGNAL("WatchFired", "u", 0), SD_BUS_VTABLE_END};
     std::uint32_t last_ = 70;
 };
