@@ -234,7 +234,7 @@ TEST(PortalTest, ASandboxAsksTheDesktop) {
     ASSERT_TRUE(spinUntil(loop, [&] { return fake.calls == 2; }));
     EXPECT_EQ(fake.options["subject"], "Kelpa 反馈");
     EXPECT_EQ(fake.options["address"], "feedback@kelpa.example");
-    EXPECT_EQ(fake.options["attachment_fds"], "lines of today");
+    EXPECT_EQ(fake.options["attachment_fds"], "[lines of today]");
 
     spin(loop, 0.05);
     EXPECT_TRUE(log.empty());
