@@ -1,61 +1,32 @@
 #!/usr/bin/python3
 """The mouse at rest: what stops the cycle after five minutes, what starts it again, and what does neither."""
-import threading
 import time
 
+from activity_support import FAST, LIMIT, SETTINGS, STARTED, STOPPED, AtRest
 from support import DesktopTest, Session, main, wait_until
 from virtual_desktop import Screen, wait_for_cover
 from water_test import noon_zone
 
-# Five minutes of the program are three seconds here.
-FAST = 100
-LIMIT = 300 / FAST
-STOPPED = "ticktack timer stoped"
-HOURS = 600
-NEVER = {"pref.work.time": HOURS, "stop_timer_after_mouse_stop": True}
-STARTED = f"ticktack timer start {HOURS * 60}$"
 SCROLL_DOWN, BACK = 5, 8
 
 
-class Activity(DesktopTest):
+class Activity(AtRest, DesktopTest):
     MONITORS = 1
     ROOM = 1
 
-    def start(self, settings=None, speed=FAST, **options):
-        program = self.launch({**NEVER, **(settings or {})}, speed=speed, **options)
+    def move(self, seconds):
+        """Over a connection of its own: another thread may."""
+        screen = Screen(self.session.display)
+        screen.push_for(seconds)
+        screen.close()
+
+    def start(self, *settings, **options):
+        program = self.begin(*settings, **options)
         program.wait_for("Activity is heard of from the X server", 10)
         return program
 
-    def stops(self, program):
-        return program.count(STOPPED)
-
-    def wait_stopped(self, program, times, seconds=LIMIT + 5):
-        program.wait_for(STOPPED, seconds, times=times)
-        return time.monotonic()
-
-    def keep_moving(self, seconds):
-        """Moves the mouse meanwhile, over a connection of its own."""
-        def move():
-            screen = Screen(self.session.display)
-            screen.push_for(seconds)
-            screen.close()
-
-        mover = threading.Thread(target=move)
-        mover.start()
-        self.addCleanup(mover.join)
-        return mover
-
     def test_the_cycle_stops_five_minutes_after_the_last_motion_and_the_next_starts_it(self):
-        program = self.start()
-        self.assertEqual(program.count("heard of"), 1)
-        self.screen.push_for(LIMIT + 1)
-        moved = time.monotonic()
-        self.assertEqual(self.stops(program), 1, "it stopped under a moving mouse")
-        self.assertGreater(self.wait_stopped(program, 2) - moved, LIMIT - 0.5)
-        self.settle(0.5)
-        self.assertEqual(program.count(STARTED), 1)
-        self.screen.push(4, 0)
-        program.wait_for(STARTED, 3, times=2)
+        self.assert_stops_after_five_minutes_and_starts_with_the_next_input("the X server")
 
     def test_buttons_and_modifiers_count_and_other_keys_wheel_and_side_buttons_do_not(self):
         program = self.start(speed=2 * FAST)
@@ -86,25 +57,16 @@ class Activity(DesktopTest):
         # The tick and what it sends; a look at the pointer is a question to the X server and its answer.
         self.assertLess(moving - rest, 5)
 
-    def test_a_mouse_that_only_crosses_a_break_lets_it_run_to_its_end(self):
-        program = self.start({"pref.work.time": 1, "pref.short.break.times": 1})
-        wait_for_cover(self.session, self.monitors, 10)
-        program.wait_for("ticktack timer start 900$", 3)
-        mover = self.keep_moving(900 / FAST - 1)
-        program.wait_for("ticktack timer timesup for 900$", 900 / FAST + 5)
-        mover.join()
-        # The stops: at the start, at the break's beginning and at its end, which the log tells of a moment later.
-        self.wait_stopped(program, 3, seconds=3)
-        self.assertEqual(self.stops(program), 3)
-
-    def test_the_greeting_of_a_new_day_runs_to_its_end_under_a_moving_mouse(self):
-        saver = self.mock("gnome_screensaver")
+    def test_nothing_counts_beneath_a_lock_and_the_greeting_after_it_runs_to_its_end_under_a_moving_mouse(self):
+        saver = self.mock("org.gnome.ScreenSaver", "/org/gnome/ScreenSaver", "--template", "gnome_screensaver")
         program = self.start({"show_new_day_tip": True}, speed=2)
         saver("SetActive", "true")
-        program.wait_for(STOPPED, 5, times=2)
-        settings = {**NEVER, "show_new_day_tip": True, "last_weakup_timestamp": time.time() - 2 * 86400}
-        program.write_settings(settings)
+        self.wait_stopped(program, 2)
+        program.write_settings({**SETTINGS, "show_new_day_tip": True, "last_weakup_timestamp": time.time() - 2 * 86400})
+        self.screen.push_for(1)
+        self.screen.press("Control_L")
         self.settle(0.5)
+        self.assertEqual(program.count(STARTED), 1)
         mover = self.keep_moving(6)
         saver("SetActive", "false")
         program.wait_for("ticktack timer start 10$", 3)
@@ -112,7 +74,7 @@ class Activity(DesktopTest):
         program.wait_for("ticktack timer timesup for 10$", 8)
         program.wait_for(STARTED, 3, times=2)
         # At the start, at the lock, where the greeting begins and where it ends.
-        self.assertEqual(self.stops(program), 4)
+        self.assertEqual(program.count(STOPPED), 4)
         mover.join()
 
     def test_a_mouse_over_the_water_panel_is_not_at_work(self):
@@ -124,7 +86,7 @@ class Activity(DesktopTest):
                            "the water panel")
         self.screen.move(panel.x + 140, panel.y + 24)
         self.settle(0.5)
-        stops, began = self.stops(program), time.monotonic()
+        stops, began = program.count(STOPPED), time.monotonic()
         mover = self.keep_moving(LIMIT + 3)
         self.assertLess(self.wait_stopped(program, stops + 1) - began, LIMIT + 1)
         self.screen.press("Shift_L")
@@ -136,17 +98,6 @@ class Activity(DesktopTest):
         Session.end(program.process)
         self.screen.move(5, 590)
 
-    def test_nothing_counts_while_the_screen_is_locked(self):
-        saver = self.mock("gnome_screensaver")
-        program = self.start()
-        saver("SetActive", "true")
-        self.wait_stopped(program, 2)
-        self.screen.push_for(1)
-        self.screen.press("Control_L")
-        self.settle(0.5)
-        self.assertEqual(program.count(STARTED), 1)
-        saver("SetActive", "false")
-        program.wait_for(STARTED, 3, times=2)
 
 
 if __name__ == "__main__":

@@ -1,6 +1,5 @@
 #!/usr/bin/python3
 """Breaks that wait while somebody is busy, as a real sound server and a real window manager tell of it."""
-import json
 import subprocess
 import sys
 from pathlib import Path
@@ -12,12 +11,6 @@ from virtual_desktop import break_windows, wait_for_cover
 SLOW = 5
 HELD = {"pref.break.hold": True}
 STREAM = Path(__file__).with_name("sound_stream.py")
-
-
-def held(test):
-    """By what a break is held, as scripts are told; nothing while there is no program to tell it."""
-    code, told, _ = test.ask("status", "--json")
-    return json.loads(told)["held"] if code == 0 else None
 
 
 class SoundTest(DesktopTest):
@@ -77,7 +70,7 @@ class SoundTest(DesktopTest):
     def assert_call(self, *command):
         recorder = self.record(*command)
         self.launch(HELD, speed=SLOW)
-        wait_until(lambda: held(self) == "sound", 40, "the break to wait for the recording")
+        wait_until(lambda: self.status().get("held") == "sound", 40, "the break to wait for the recording")
         self.assertEqual(break_windows(self.session), [])
         Session.end(recorder)
         wait_for_cover(self.session, self.monitors, 40)
@@ -110,13 +103,13 @@ class Busy(SoundTest):
         recorder, window = self.record("parec", "-d", "microphone"), self.full_screen_window()
         self.launch(HELD, speed=SLOW)
         # The window manager answers before the sound server can.
-        wait_until(lambda: held(self) == "fullscreen", 30, "the break to wait for the window")
+        wait_until(lambda: self.status().get("held") == "fullscreen", 30, "the break to wait for the window")
         Session.end(window)
-        wait_until(lambda: held(self) == "sound", 40, "the break to wait for the recording")
+        wait_until(lambda: self.status().get("held") == "sound", 40, "the break to wait for the recording")
         self.assertEqual(break_windows(self.session), [])
         Session.end(recorder)
         wait_for_cover(self.session, self.monitors, 40)
-        self.assertEqual(held(self), "none")
+        self.assertEqual(self.status().get("held"), "none")
 
     def test_what_is_played_or_measured_can_be_recorded_without_being_a_call(self):
         self.start_pulseaudio()

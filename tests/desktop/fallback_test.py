@@ -20,16 +20,6 @@ class OldTray(DesktopTest):
     def gone(self):
         wait_until(lambda: not self.screen.embedded(), 5, "the embedded icon to go")
 
-    def test_it_makes_room_for_a_modern_tray(self):
-        self.start_old_tray()
-        program = self.launch(speed=1)
-        wait_until(self.screen.embedded, 10, "an embedded icon")
-        service = self.session.start_tray_service()
-        self.addCleanup(self.session.end, service)
-        self.assertTrue(wait_until(program.item().registered, 5))
-        self.gone()
-        wait_until(lambda: not self.helpers(program), 5, "its program to end")
-
     def test_it_shows_picture_and_time(self):
         self.start_old_tray()
         program = self.launch(speed=1)
@@ -39,6 +29,11 @@ class OldTray(DesktopTest):
         self.assertGreater(self.shown_text_moves(icon).x, icon.height, "the picture changed with the time")
         program.write_settings({**self.stored(program), "show_time_in_status_bar": False})
         wait_until(lambda: self.docked().width < 2 * icon.height, 5, "the room of the time to go")
+        # It makes room for a modern tray.
+        self.addCleanup(self.session.end, self.session.start_tray_service())
+        wait_until(program.item().registered, 5, "the modern tray to take the item")
+        self.gone()
+        wait_until(lambda: not self.helpers(program), 5, "its program to end")
 
     def test_its_menu(self):
         self.start_old_tray()
@@ -191,23 +186,17 @@ class CommandLine(DesktopTest):
     MONITORS = ROOM = 1
 
     def test_help_and_version(self):
-        status, output, message = self.ask("--help")
-        self.assertEqual((status, message), (0, ""))
-        self.assertIn("--speed", output)
-        status, output, _ = self.ask("--version")
-        self.assertEqual(status, 0)
-        self.assertRegex(output, r"^\S* ?.*\d+\.\d+\.\d+")
+        for option, told in (("--help", "--speed"), ("--version", r"^\S* ?.*\d+\.\d+\.\d+")):
+            status, output, message = self.ask(option)
+            self.assertEqual((status, message), (0, ""), option)
+            self.assertRegex(output, told)
 
-    def test_what_it_does_not_understand_takes_one_line_and_status_2(self):
-        status, output, message = self.ask("--sped", "3")
-        self.assertEqual((status, output, len(message.splitlines())), (2, "", 1), message)
-
-    def test_without_a_display_it_says_so_in_one_line(self):
-        for display in ("", ":4711"):
-            status, _, message = self.ask(DISPLAY=display)
-            self.assertEqual(status, 1)
-            self.assertEqual(len(message.splitlines()), 1, message)
-            self.assertIn("display", message.lower())
+    def test_what_it_cannot_do_takes_one_line(self):
+        for arguments, display, expected, word in ((["--sped", "3"], ":4711", 2, "sped"), ([], "", 1, "display"),
+                                                   ([], ":4711", 1, "display")):
+            status, output, message = self.ask(*arguments, DISPLAY=display)
+            self.assertEqual((status, output, len(message.splitlines())), (expected, "", 1), message)
+            self.assertIn(word, message.lower())
 
 
 if __name__ == "__main__":

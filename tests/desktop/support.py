@@ -1,4 +1,6 @@
 """What the desktop tests share: one virtual desktop a test class, one run of the program a test."""
+import contextlib
+import json
 import os
 import plistlib
 import re
@@ -15,7 +17,6 @@ sys.path.insert(0, str(ROOT / "scripts"))
 from virtual_desktop import Box, Program, Session, blue_rows, wait_for_cover, wait_for_rest, wait_until  # noqa: E402
 
 PROGRAM = os.environ.get("KELPA_PROGRAM", ROOT / "build/dev/kelpa")
-PORTAL = "org.freedesktop.portal.Settings"
 # By which a double is told what to do.
 DOUBLE = "org.freedesktop.DBus.Mock"
 SPEED = 20
@@ -28,6 +29,16 @@ FAULT = re.compile(r"warning .* kelpa-\w+ was ended by signal (?!9\b)|ERROR: \w+
 # Nobody moves the mouse all the time; the tests of that rule switch it on.
 SETTINGS = {"pref.work.time": 1, "pref.break.time": LONG_ENOUGH, "pref.short.break.times": 100,
             "stop_timer_after_mouse_stop": False}
+
+
+@contextlib.contextmanager
+def stopped(process):
+    """A process stands still meanwhile."""
+    process.send_signal(signal.SIGSTOP)
+    try:
+        yield
+    finally:
+        process.send_signal(signal.SIGCONT)
 
 
 class DesktopTest(unittest.TestCase):
@@ -116,21 +127,14 @@ class DesktopTest(unittest.TestCase):
         act(seconds)
         return (sleeps() - before) / seconds
 
-    def mock(self, template, *, system=False):
-        """Puts one of the test doubles that come with python3-dbusmock on a bus, or an empty one of the desktop portal;
-        gives what calls its methods."""
-        name, path = {"logind": ("org.freedesktop.login1", "/org/freedesktop/login1"),
-                      "gnome_screensaver": ("org.gnome.ScreenSaver", "/org/gnome/ScreenSaver"),
-                      "notification_daemon": ("org.freedesktop.Notifications", "/org/freedesktop/Notifications"),
-                      PORTAL: ("org.freedesktop.portal.Desktop", "/org/freedesktop/portal/desktop")}[template]
-        what = [name, path, PORTAL] if template == PORTAL else ["--template", template]
-        double = self.session.spawn([sys.executable, "-m", "dbusmock", "--system" if system else "--session", *what])
+    def mock(self, name, path, *kind):
+        """Puts a test double of python3-dbusmock on the session bus; gives what calls its methods."""
+        double = self.session.spawn([sys.executable, "-m", "dbusmock", "--session", *kind])
         self.addCleanup(Session.end, double)
 
         def call(member, *arguments, at=path, interface=name):
-            tool = ["gdbus", "call", "--system" if system else "--session", "-d", name, "-o", at, "-m",
-                    f"{interface}.{member}", *arguments]
-            return self.session.run_tool(*tool).stdout
+            return self.session.run_tool("gdbus", "call", "--session", "-d", name, "-o", at, "-m", f"{interface}.{member}",
+                                         *arguments).stdout
 
         def answers():
             try:
@@ -157,6 +161,11 @@ class DesktopTest(unittest.TestCase):
         done = subprocess.run([PROGRAM, *arguments], env={**self.session.environment, **environment},
                               capture_output=True, text=True, stdin=subprocess.DEVNULL, timeout=seconds)
         return done.returncode, done.stdout, done.stderr
+
+    def status(self):
+        """What scripts are told; nothing while there is no program to tell it."""
+        code, told, _ = self.ask("status", "--json")
+        return json.loads(told) if code == 0 else {}
 
     def start_terminal(self, *options, typed=None):
         """A terminal with the keyboard; what is typed into it goes into a file, line by line, where one is named."""

@@ -1,63 +1,30 @@
 #!/usr/bin/python3
 """The desk at rest under a Wayland compositor: what stops the cycle after five minutes, and what starts it again."""
-import threading
 import time
 
 from wayland_support import Session, VirtualInput, WaylandTest, main
 
-# Five minutes of the program are three seconds here.
-FAST = 100
-LIMIT = 300 / FAST
-STOPPED = "ticktack timer stoped"
-HOURS = 600
-STARTED = f"ticktack timer start {HOURS * 60}$"
-SETTINGS = {"pref.work.time": HOURS, "stop_timer_after_mouse_stop": True}
+from activity_support import STARTED, STOPPED, AtRest
 
 
-class ActivityTest(WaylandTest):
-    def start(self, settings=None, **options):
-        return self.launch({**SETTINGS, **(settings or {})}, speed=options.pop("speed", FAST), **options)
+class Activity(AtRest, WaylandTest):
+    def move(self, seconds):
+        """As a device of its own."""
+        device = VirtualInput(self.session.environment["WAYLAND_DISPLAY"])
+        until = time.monotonic() + seconds
+        while time.monotonic() < until:
+            for step in (1, -1):
+                device.move(step, 0)
+            time.sleep(0.001)
+        device.close()
 
-    def wait_stopped(self, program, times):
-        program.wait_for(STOPPED, LIMIT + 5, times=times)
-        return time.monotonic()
-
-    def keep_moving(self, seconds):
-        """Moves the mouse meanwhile, as a device of its own."""
-        def move():
-            device = VirtualInput(self.session.environment["WAYLAND_DISPLAY"])
-            until = time.monotonic() + seconds
-            while time.monotonic() < until:
-                for step in (1, -1):
-                    device.move(step, 0)
-                time.sleep(0.001)
-            device.close()
-
-        mover = threading.Thread(target=move)
-        mover.start()
-        self.addCleanup(mover.join)
-        return mover
-
-
-class Activity(ActivityTest):
     def test_the_cycle_stops_five_minutes_after_the_last_input_and_the_next_starts_it(self):
-        program = self.start()
-        program.wait_for("Activity is heard of from the compositor", 10)
-        self.assertEqual(program.count("heard of"), 1)
-        self.wait_stopped(program, 2)
-        self.settle(0.5)
-        self.assertEqual(program.count(STARTED), 1)
-        self.session.input.move(4, 0)
-        program.wait_for(STARTED, 3, times=2)
-        self.keep_moving(LIMIT + 2).join()
-        moved = time.monotonic()
-        self.assertEqual(program.count(STOPPED), 3, "it stopped under a moving mouse")
-        self.assertAlmostEqual(self.wait_stopped(program, 4) - moved, LIMIT, delta=0.5)
+        program = self.assert_stops_after_five_minutes_and_starts_with_the_next_input("the compositor")
         self.session.input.press("Shift_L")
         program.wait_for(STARTED, 3, times=3)
 
     def test_input_over_a_break_lets_it_run_to_its_end(self):
-        program = self.start({"pref.work.time": 1, "pref.short.break.times": 1}, speed=50)
+        program = self.begin({"pref.work.time": 1, "pref.short.break.times": 1}, speed=50)
         self.wait_for_cover(seconds=10)
         mover = self.keep_moving(900 / 50 - 4)
         program.wait_for("ticktack timer timesup for 900$", 900 / 50 + 5)
@@ -66,7 +33,7 @@ class Activity(ActivityTest):
         self.assertEqual(program.count(STOPPED), 2 + len(self.monitors))
 
     def test_what_is_done_in_our_own_windows_is_not_done_at_work(self):
-        program = self.start(speed=20)
+        program = self.begin(speed=20)
         program.item()
         self.session.run_tool(str(program.executable), "settings")
         self.settle(3)
@@ -79,16 +46,16 @@ class Activity(ActivityTest):
         mover.join()
         self.assertEqual(program.count(STARTED), 1)
         self.session.move(self.monitors[1].x + 300, 300)
-        self.keep_moving(2).join()
+        self.move(2)
         program.wait_for(STARTED, 3, times=2)
         Session.end(program.process)
         self.session.move(5, 590)
 
     def test_it_sleeps_between_its_seconds(self):
-        program = self.start(speed=1)
+        program = self.begin(speed=1)
         self.settle(2)
         rest = self.sleeps_a_second(program, self.settle)
-        moving = self.sleeps_a_second(program, lambda seconds: self.keep_moving(seconds).join())
+        moving = self.sleeps_a_second(program, self.move)
         self.assertLess(moving - rest, 3)
 
 
