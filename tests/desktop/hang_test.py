@@ -6,7 +6,7 @@ import time
 from pathlib import Path
 
 from preferences_support import WORK, PreferencesTest
-from support import PROGRAM, DesktopTest, main, wait_until
+from support import PROGRAM, DesktopTest, main, stopped, wait_until
 from virtual_desktop import Accessibility, wait_for_cover, wait_for_uncover
 
 # A view that owes an answer for so long is replaced; another one is there within a second.
@@ -23,39 +23,29 @@ def runs(pid):
 
 
 class Leftovers(DesktopTest):
-    """A helper that hangs goes with the program, however that ends."""
+    """Helpers that hang go with the program, however that ends."""
     MONITORS = ROOM = 1
     TRAY = False
 
-    def assert_all_go(self, program, helper, end):
-        [pid] = self.helpers(program, helper)
-        self.addCleanup(lambda: runs(pid) and os.kill(pid, signal.SIGKILL))
-        os.kill(pid, signal.SIGSTOP)
-        end(program)
-        wait_until(program.ended, 5, "the program to end")
-        wait_until(lambda: not runs(pid), 2, f"{helper} to go")
-
-    def ends(self):
-        return [lambda program: self.session.run_tool(str(PROGRAM), "quit"),
-                lambda program: program.process.terminate(),
-                lambda program: program.process.kill()]
-
-    def test_no_break_window_outlives_it(self):
-        for end in self.ends():
+    def test_no_break_window_and_no_tray_icon_outlives_it(self):
+        self.start_old_tray()
+        for end in (lambda: self.session.run_tool(str(PROGRAM), "quit"), lambda: program.process.terminate(),
+                    lambda: program.process.kill()):
             program = self.launch()
             wait_for_cover(self.session, self.monitors, 15)
-            self.assert_all_go(program, "kelpa-view", end)
+            wait_until(self.screen.embedded, 10, "an embedded icon")
+            helpers = self.helpers(program)
+            self.assertEqual(len(helpers), 2)
+            for pid in helpers:
+                self.addCleanup(lambda pid=pid: runs(pid) and os.kill(pid, signal.SIGKILL))
+                os.kill(pid, signal.SIGSTOP)
+            end()
+            wait_until(program.ended, 5, "the program to end")
+            wait_until(lambda: not any(map(runs, helpers)), 2, "the helpers to go")
             wait_for_uncover(self.session, 1)
+            wait_until(lambda: not self.screen.embedded(), 2, "the icon to go")
         self.launch()
         wait_for_cover(self.session, self.monitors, 15)
-
-    def test_no_tray_icon_outlives_it(self):
-        self.start_old_tray()
-        for end in self.ends():
-            program = self.launch(speed=1)
-            wait_until(self.screen.embedded, 10, "an embedded icon")
-            self.assert_all_go(program, "kelpa-tray", end)
-            wait_until(lambda: not self.screen.embedded(), 2, "the icon to go")
 
 
 class Hung(DesktopTest):
@@ -149,16 +139,13 @@ class SilentBus(DesktopTest):
     def test_a_break_comes_all_the_same_and_screen_readers_hear_of_the_next_view(self):
         accessibility = Accessibility(self.session)
         self.addCleanup(accessibility.close)
-        bus = next(child for child in self.session.children if any("session-bus.conf" in word for word in child.args))
         program = self.launch()
         program.item()
-        os.kill(bus.pid, signal.SIGSTOP)
-        self.addCleanup(os.kill, bus.pid, signal.SIGCONT)
-        wait_for_cover(self.session, self.monitors, 6)
-        self.settle(2.5)
-        self.assertGreater(self.screen.picture(self.monitors[0]).ink_share(), 0.01)
-        self.assertEqual(program.count("has not answered"), 0)
-        os.kill(bus.pid, signal.SIGCONT)
+        with stopped(self.session.buses["session"]):
+            wait_for_cover(self.session, self.monitors, 6)
+            self.settle(2.5)
+            self.assertGreater(self.screen.picture(self.monitors[0]).ink_share(), 0.01)
+            self.assertEqual(program.count("has not answered"), 0)
         [view] = self.helpers(program, "kelpa-view")
         os.kill(view, signal.SIGKILL)
         window = accessibility.window("1", seconds=10)

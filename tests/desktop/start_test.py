@@ -9,7 +9,7 @@ import subprocess
 import time
 from pathlib import Path
 
-from support import PROGRAM, DesktopTest, main, wait_until
+from support import PROGRAM, DesktopTest, main, stopped, wait_until
 from virtual_desktop import wait_for_cover
 
 WITHIN = 2      # seconds in which it ends, whatever else stands still
@@ -50,6 +50,7 @@ class Signals(StartTest):
     def test_each_that_asks_it_to_end_leaves_nothing(self):
         for number in (signal.SIGTERM, signal.SIGINT, signal.SIGHUP):
             process = self.answering()
+            self.assertEqual(len(os.listdir(f"/proc/{process.pid}/task")), 1, "threads")
             self.assertEqual(len(self.sockets()), 1)
             self.assertEqual((self.assert_ends(process, number), self.sockets()), (0, []), number)
 
@@ -60,37 +61,22 @@ class Signals(StartTest):
             self.assertEqual(len(self.sockets()), 1)
             self.assertEqual((self.assert_ends(self.answering()), self.sockets()), (0, []), number)
 
-    def test_it_outlives_its_terminal_where_it_is_told_to(self):
-        process = self.answering("trap '' HUP;")
-        process.send_signal(signal.SIGHUP)
-        self.settle(0.3)
-        self.assertEqual(self.ask("status")[0], 0)
-        self.assertEqual(self.assert_ends(process), 0)
-
 
 class Limits(StartTest):
-    def test_it_has_one_thread(self):
-        process = self.answering()
-        self.assertEqual(len(os.listdir(f"/proc/{process.pid}/task")), 1)
-
     def test_files_that_may_not_grow_are_survived(self):
         process = self.answering("ulimit -f 0;")
         self.settle(1.5)
         self.assertEqual(self.ask("status")[0], 0)
         self.assertEqual(self.assert_ends(process), 0)
 
-    def test_too_few_descriptors_are_refused_in_a_sentence(self):
+    def test_too_few_descriptors_are_refused_and_as_many_as_it_asks_for_are_enough_for_every_window(self):
         for few in (8, 14, 16, 24):
             done = subprocess.run(["sh", "-c", f'ulimit -n {few}; exec "$0"', str(PROGRAM)], timeout=10,
                                   env=self.session.environment, capture_output=True, text=True,
                                   stdin=subprocess.DEVNULL)
             self.assertEqual((done.returncode, done.stdout), (1, ""), few)
             self.assertRegex(done.stderr, rf"^kelpa: only {few} files [^\n]+\n$")
-
-    def test_as_many_descriptors_as_it_asks_for_are_enough_for_every_window(self):
-        asked = subprocess.run(["sh", "-c", 'ulimit -n 14; exec "$0"', str(PROGRAM)], env=self.session.environment,
-                               capture_output=True, text=True, stdin=subprocess.DEVNULL, timeout=10)
-        enough = int(re.search(r"(\d+) are enough", asked.stderr)[1])
+        enough = int(re.search(r"(\d+) are enough", done.stderr)[1])
         self.assertEqual(self.assert_ends(self.answering(f"ulimit -n {enough};")), 0)
         program = self.running(speed=8)
         resource.prlimit(program.process.pid, resource.RLIMIT_NOFILE, (enough, enough))
@@ -153,14 +139,9 @@ class StandsStill(StartTest):
     def test_a_bus_that_stops_while_it_runs(self):
         for kind in ("session", "system"):
             process = self.answering()
-            bus = self.session.buses[kind]
-            bus.send_signal(signal.SIGSTOP)
-            self.settle(2)
-            try:
+            with stopped(self.session.buses[kind]):
+                self.settle(2)
                 self.assertEqual(self.assert_ends(process), 0)
-            finally:
-                bus.send_signal(signal.SIGCONT)
-
 
     def test_a_reader_of_what_it_prints(self):
         reading, writing = os.pipe()
@@ -186,38 +167,29 @@ class XServerStandsStill(StartTest):
     def test_the_end_does_not_wait_for_it(self):
         for speed, moment in ((1, "sandbox home path"), (20, "ticktack timer timesup")):
             program = self.running(speed=speed)
-            self.server().send_signal(signal.SIGSTOP)
-            try:
+            with stopped(self.server()):
                 program.wait_for(moment, 10)
                 self.settle(0.5)
                 self.assertEqual(self.ask("status")[0], 0, "it goes on")
                 self.assertEqual(self.assert_ends(program.process), 0)
-            finally:
-                self.server().send_signal(signal.SIGCONT)
 
     def test_it_is_waited_for_once_and_not_with_every_question(self):
         self.running()
-        self.server().send_signal(signal.SIGSTOP)
-        try:
+        with stopped(self.server()):
             self.assertEqual(self.ask("settings")[0], 0)
             self.settle(1)      # over the time that it is given
             began = time.monotonic()
             for _ in range(6):  # each of which asks it where the window belongs
                 self.assertEqual(self.ask("settings")[0], 0)
             self.assertLess(time.monotonic() - began, 3)
-        finally:
-            self.server().send_signal(signal.SIGCONT)
 
     def test_a_break_that_came_meanwhile_is_shown_when_it_goes_on(self):
         program = self.launch(speed=20)
         wait_for_cover(self.session, self.monitors, 15)
-        self.server().send_signal(signal.SIGSTOP)
-        try:
+        with stopped(self.server()):
             self.assertEqual(self.ask("skip")[0], 0)
             program.wait_for("skip break view", 5)
             program.wait_for("ticktack timer timesup", 10, times=2)
-        finally:
-            self.server().send_signal(signal.SIGCONT)
         wait_for_cover(self.session, self.monitors, 15)
 
 

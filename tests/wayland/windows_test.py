@@ -2,21 +2,13 @@
 """The other windows and the status item under a Wayland compositor: where they stand, and whom they leave alone."""
 import os
 import signal
-import time
 
 from wayland_support import LIGHTS, Box, NestedWaylandSession, WaylandSession, WaylandTest, main, wait_until
 
-from water_test import AMOUNT_250, BACKGROUND, CLOSE, DONE, INTERVAL, PANEL, noon_zone
+from water_test import AMOUNT_250, BACKGROUND, CLOSE, DONE, PANEL, WaterReminder, noon_zone
 
 
-class WindowsTest(WaylandTest):
-    def start(self, due=3600, **options):
-        """Starts the program with the water reminder due in some seconds."""
-        settings = {"pref.water.enable": True, "pref.water.finished": 1000, "pref.work.time": 60,
-                    "pref.water.lastShowDate": time.time() - INTERVAL + due}
-        environment = {"TZ": noon_zone(), **options.pop("environment", {})}
-        return self.launch(settings, speed=1, environment=environment, **options)
-
+class WindowsTest(WaterReminder, WaylandTest):
     def tell(self, program, command):
         program.item()      # once it is on the bus it listens
         self.session.run_tool(str(program.executable), command)
