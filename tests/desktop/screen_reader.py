@@ -1,21 +1,20 @@
 #!/usr/bin/python3
 """What a screen reader hears and sees of the programs of its session, one JSON array a line: with `follow` each element
-that gets the keyboard, with `read` everything that can be seen now, as role, name, description and states."""
+that gets the keyboard, with `read` everything that can be seen now, as role, name and description."""
 import json
 import sys
 
 import pyatspi
 
 
-def tell(element, *more):
-    print(json.dumps([element.getRoleName(), element.name, element.description, *more], ensure_ascii=False), flush=True)
+def tell(element):
+    print(json.dumps([element.getRoleName(), element.name, element.description], ensure_ascii=False), flush=True)
 
 
 def read(element):
-    states = element.getState()
-    if not states.contains(pyatspi.STATE_VISIBLE):
+    if not element.getState().contains(pyatspi.STATE_VISIBLE):
         return
-    tell(element, [pyatspi.stateToString(state) for state in states.getStates()])
+    tell(element)
     for child in element:
         read(child)
 
