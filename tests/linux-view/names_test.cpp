@@ -15,11 +15,11 @@ using Names = std::set<std::string>;
 
 class WaterClient final : public WaterPanelClient {
   public:
-    void amountTapped(std::int64_t /*millilitres*/) override { ++heard; }
-    void skipPressed() override { ++heard; }
-    void donePressed() override { ++heard; }
-    void closePressed() override { ++heard; }
-    int heard = 0;
+    void amountTapped(std::int64_t millilitres) override { heard.insert(millilitres == 200 ? "amount" : ""); }
+    void skipPressed() override { heard.insert("skip"); }
+    void donePressed() override { heard.insert("done"); }
+    void closePressed() override { heard.insert("close"); }
+    Names heard;
 };
 
 class UpdateClient final : public UpdateWindowClient {
@@ -85,11 +85,11 @@ TEST_F(Pages, OfABreakAreToldWhatTheyDeclareAndHeard) {
     EXPECT_EQ(told(), declared("BreakScreen.qml"));
     EXPECT_EQ(parts("texts"), inPage("BreakScreen.qml", R"(\.texts\.(\w+))"));
     EXPECT_EQ(actions("BreakScreen.qml"), (Names{"notice", "skip"}));
-    for (const std::string& action : actions("BreakScreen.qml")) {
-        const int before = client_.skips + client_.notices;
-        face_->setPrompt("do " + action);
-        EXPECT_TRUE(runUntil([&] { return client_.skips + client_.notices > before; })) << action;
-    }
+    face_->setPrompt("do notice");
+    EXPECT_TRUE(runUntil([&] { return client_.notices == 1; }));
+    EXPECT_EQ(client_.skips, 0);
+    face_->setPrompt("do skip");
+    EXPECT_TRUE(runUntil([&] { return client_.skips == 1; }));
 }
 
 TEST_F(Pages, OfTheWaterPanelAreToldWhatTheyDeclareAndHeard) {
@@ -108,11 +108,10 @@ TEST_F(Pages, OfTheWaterPanelAreToldWhatTheyDeclareAndHeard) {
     EXPECT_EQ(parts("progress"), inPage("WaterPanel.qml", R"(\.progress\.(\w+))"));
     EXPECT_TRUE(
         receives(R"(1 set amounts [{"text":"200 ml","value":"200"},{"text":"300 ml","value":"300"}])"));
-    EXPECT_EQ(actions("WaterPanel.qml").size(), 4U);
+    EXPECT_EQ(actions("WaterPanel.qml"), (Names{"amount", "close", "done", "skip"}));
     for (const std::string& action : actions("WaterPanel.qml")) {
-        const int before = client.heard;
         panel->setCounting({"do " + action + "|200", ""});
-        EXPECT_TRUE(runUntil([&] { return client.heard > before; })) << action;
+        EXPECT_TRUE(runUntil([&] { return client.heard.contains(action); })) << action;
     }
 }
 
