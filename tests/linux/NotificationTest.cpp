@@ -95,6 +95,7 @@ TEST_F(DesktopNotificationsTest, tellOfThePressesOnOursAlone) {
     other.press(41, "start");
     service.press(0, "start");
     service.tell("ActionInvoked", "s", "garbage");
+    service.tell("NotificationClosed", "uu", 7, 2);
     settle();
     EXPECT_EQ(pressed, std::vector<std::string>());
     service.press(41, "more");
@@ -141,7 +142,6 @@ TEST_F(DesktopNotificationsTest, thatComeLateAreTakenAwayWhenTheyCome) {
 TEST_F(DesktopNotificationsTest, areForgottenOnceAPersonHasClosedThem) {
     Service service(loop);
     showOn(service, "A");
-    service.tell("NotificationClosed", "uu", 7, 2);
     service.tell("NotificationClosed", "uu", 41, 2);
     service.press(41, "start");
     settle();
