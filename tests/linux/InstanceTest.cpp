@@ -162,6 +162,17 @@ TEST_F(InstanceTest, isTakenFromAnOwnerOfTheNameThatOnlyFails) {
     EXPECT_TRUE(spinUntil(loop, [&] { return asked.gone == 1; }));
 }
 
+TEST_F(InstanceTest, isTakenFromOneThatHangsAfterOneWait) {
+    PrivateBus daemon;
+    Start stale(loop);
+    ASSERT_EQ(stale.instance.claim(), Instance::Role::First);
+    Start second(loop);
+    const double began = secondsNow();
+    EXPECT_EQ(second.instance.claim(), Instance::Role::First);
+    EXPECT_EQ(second.instance.doubt(), "");
+    EXPECT_LT(secondsNow() - began, Instance::patience + 3) << "the name's owner is who held the lock";
+}
+
 TEST_F(InstanceTest, claimsItsNameAgainFromABusThatComesBack) {
     const std::string address = "unix:path=" + runtime.file("bus");
     std::optional<PrivateBus> daemon(std::in_place, "DBUS_SESSION_BUS_ADDRESS", address);
