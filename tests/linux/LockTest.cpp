@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <gtest/gtest.h>
 #include <optional>
-#include <sstream>
 
 namespace kelpa::test {
 namespace {
@@ -14,8 +13,7 @@ namespace {
 std::string toldOf(const std::string& story) {
     std::string heard;
     LockEdges edges([&] { heard += 'L'; }, [&] { heard += 'U'; });
-    std::istringstream words(story);
-    for (std::string word; words >> word;) {
+    for (const std::string& word : wordsOf(story)) {
         const std::string source = word.substr(0, word.size() - 1);
         if (word == "lock")
             edges.lockRequested();

@@ -313,26 +313,5 @@ TEST_F(PlistStoreTest, whatWasHeldIsTriedOnceMoreAtTheEnd) {
     EXPECT_EQ(report.errors.size(), 1u);
 }
 
-/// A dictionary that has 42 for its only key, which is given as it is encoded.
-std::string binaryList(const std::string& key) {
-    const auto value = static_cast<char>(11 + key.size());
-    const auto table = static_cast<char>(value + 2);
-    const std::string sizes("\0\0\0\0\0\0\x01\x01\0\0\0\0\0\0\0\x03\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0", 31);
-    return "bplist00\xd1\x01\x02" + key + "\x10*" + "\x08\x0b" + value + sizes + table;
-}
-
-TEST_F(PlistStoreTest, readsABinaryList) {
-    writeFile(path, binaryList("Skey"));
-    EXPECT_EQ(store.get<std::int64_t>("key"), 42);
-}
-
-TEST_F(PlistStoreTest, aZeroByteInAKeyDoesNotEndTheProgram) {
-    writeFile(path, binaryList({"c\0k\0\0\0y", 7}));
-    EXPECT_EQ(store.get<std::int64_t>("key"), std::nullopt);
-    store.set("key", 5);
-    EXPECT_TRUE(
-        spinUntil(loop, [&] { return makePlistStore(path, report, loop)->get<std::int64_t>("key") == 5; }));
-}
-
 } // namespace
 } // namespace kelpa::test

@@ -232,5 +232,18 @@ TEST(PlistDepth, theSameHoldsForBinaryLists) {
         {"\xD2" + reference(1) + reference(2) + reference(3) + reference(3), "Sabc", "Sdef", "\x10*"})));
 }
 
+TEST_F(StoreDamageTest, aBinaryListIsReadAndAZeroByteInAKeyDoesNotEndTheProgram) {
+    const auto with = [](const std::string& name) {
+        return binary({"\xD1" + reference(1) + reference(2), name, "\x10*"});
+    };
+    writeFile(path, with({"c\0k\0\0\0y", 7}));
+    EXPECT_EQ(store.get<std::int64_t>("key"), std::nullopt);
+    store.set("key", 5);
+    EXPECT_TRUE(
+        spinUntil(loop, [&] { return makePlistStore(path, report, loop)->get<std::int64_t>("key") == 5; }));
+    writeFile(path, with("Skey"));
+    EXPECT_EQ(store.get<std::int64_t>("key"), 42);
+}
+
 } // namespace
 } // namespace kelpa::test

@@ -4,15 +4,20 @@
 #include "tests/support/Files.h"
 
 #include <chrono>
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <functional>
 #include <iterator>
+#include <sstream>
 #include <string>
 #include <systemd/sd-event.h>
+#include <vector>
 
 namespace kelpa::test {
+
+/// The words of a line, as of a command without quotes.
+inline std::vector<std::string> wordsOf(const std::string& line) {
+    std::istringstream words(line);
+    return {std::istream_iterator<std::string>(words), {}};
+}
 
 inline double secondsNow() {
     return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();

@@ -177,10 +177,7 @@ struct Choice {
 };
 
 const std::vector<Choice> choices{
-    {{{"LANG", "de_DE.UTF-8"}}, "Beenden"},
     {{{"LANG", "de_AT.UTF-8"}}, "Beenden"},
-    {{{"LANG", "fr_FR.UTF-8"}}, "Quitter"},
-    {{{"LANG", "es_MX.UTF-8"}}, "Salir"},
     {{{"LANG", "ja_JP.UTF-8"}}, "終了"},
     {{{"LANG", "en_GB.UTF-8"}}, "Quit"},
     {{{"LANGUAGE", "en"}, {"LANG", "zh_CN.UTF-8"}}, "Quit"},
