@@ -111,7 +111,7 @@ class SlotTest(DesktopTest):
         tray = self.session.spawn([sys.executable, str(TRAY_THAT_GRANTS_LITTLE), str(self.SLOT), *self.OPTIONS])
         self.addCleanup(self.session.end, tray)
         self.bar = wait_until(lambda: self.screen.titled(lambda title: title == "narrow tray"), 10, "the tray")[0]
-        self.launch(speed=1)
+        self.program = self.launch(speed=1)
 
         def in_its_slot():
             return [icon for icon in self.screen.embedded() if icon.width == self.SLOT]
@@ -161,6 +161,20 @@ class NarrowTray(SlotTest):
         self.assert_colours(self.LIGHT, ink_is_light=False)
         self.screen.set_background(self.bar.id, self.DARK, cleared=self.icon.id)
         self.assert_colours(self.DARK, ink_is_light=True)
+
+
+class TinyTray(SlotTest):
+    SLOT = 4
+
+    def test_a_slot_without_room_for_a_picture_is_left_empty_without_a_word(self):
+        self.assert_said_nothing()
+        self.settle(1.2)    # over the next tick
+        self.assert_said_nothing()
+
+    def assert_said_nothing(self):
+        wait_until(lambda: self.screen.picture(self.icon).background() == self.DARK, 5, "the colour of the bar")
+        lines = self.program.printed.read_text().splitlines()
+        self.assertEqual([line for line in lines if " app.orvane." not in line], [])
 
 
 class TranslucentTray(SlotTest):

@@ -150,23 +150,29 @@ void TrayIcon::paintEvent(QPaintEvent* /*event*/) {
         painter.fillRect(rect(), translucent_ ? QColor(Qt::transparent) : palette().color(QPalette::Window));
     painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
 
+    // A bar may grant less than a picture needs, at first or for good.
     const int side = std::min(width(), height()) - 2 * margin;
-    const double factor = devicePixelRatio();
-    QImage picture =
-        picture_.scaled(QSize(side, side) * factor, Qt::KeepAspectRatio, Qt::SmoothTransformation)
-            .convertToFormat(QImage::Format_ARGB32_Premultiplied);
-    QPainter tint(&picture);
-    tint.setCompositionMode(QPainter::CompositionMode_SourceIn);
-    tint.fillRect(picture.rect(), ink());
-    tint.end();
-    picture.setDevicePixelRatio(factor);
-    painter.drawImage(titleFits() ? margin : (width() - side) / 2, (height() - side) / 2, picture);
+    if (side > 0 && !picture_.isNull())
+        painter.drawImage(titleFits() ? margin : (width() - side) / 2, (height() - side) / 2, tinted(side));
 
     if (!titleFits())
         return;
     painter.setFont(titleFont());
     painter.setPen(ink());
     painter.drawText(titleBox(), Qt::AlignVCenter | Qt::AlignLeft, title_);
+}
+
+/// The picture in our colour, in a square of that many of the toolkit's units.
+QImage TrayIcon::tinted(int side) const {
+    QImage picture =
+        picture_.scaled(QSize(side, side) * devicePixelRatio(), Qt::KeepAspectRatio, Qt::SmoothTransformation)
+            .convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    QPainter painter(&picture);
+    painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
+    painter.fillRect(picture.rect(), ink());
+    painter.end();
+    picture.setDevicePixelRatio(devicePixelRatio());
+    return picture;
 }
 
 void TrayIcon::resizeEvent(QResizeEvent* event) {

@@ -46,6 +46,7 @@ class TrayIcon : public QWidget {
     [[nodiscard]] bool titleFits() const;
     [[nodiscard]] QRect titleBox() const;
     [[nodiscard]] QColor ink() const;
+    [[nodiscard]] QImage tinted(int side) const;
     void adapt();
     void describe();
 
