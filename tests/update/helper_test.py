@@ -1,16 +1,60 @@
 #!/usr/bin/python3
 """kelpa-update against a real HTTPS server: what it finds, what it refuses, and what it leaves on the disk."""
+import itertools
 import os
+import select
 import shutil
+import socket
+import subprocess
 import tempfile
 import time
 import unittest
 from pathlib import Path
 
-from support import ENDING, Authority, Helper, Maker, ServedTest, Server, debian_package, feed, item, redirect
+from releases import (ENDING, Authority, Maker, ServedTest, Server, debian_package, feed, item, redirect, stalling,
+                      stream)
 
+HELPER = os.environ.get("KELPA_UPDATE", Path(__file__).resolve().parents[2] / "build/dev/kelpa-update")
 PACKAGE = debian_package("0.2.0", 300_000)
 MOST_MEMORY = 64
+FLOOD = itertools.repeat(b"<item></item>" * 5000)
+
+
+class Helper:
+    """kelpa-update, and the program's end of the connection to it."""
+
+    def __init__(self, certificates, **environment):
+        self.connection, theirs = socket.socketpair()
+        clean = {name: value for name, value in os.environ.items() if not name.lower().endswith("_proxy")}
+        self.process = subprocess.Popen([HELPER], preexec_fn=lambda: os.dup2(theirs.fileno(), 3), pass_fds=(3,),
+                                        env={**clean, "SSL_CERT_FILE": str(certificates), **environment})
+        theirs.close()
+        self.input = self.connection.makefile("r", encoding="utf-8", newline="\n")
+
+    def tell(self, *fields):
+        self.connection.sendall(("\t".join(map(str, fields)) + "\n").encode())
+
+    def hears(self, seconds=60):
+        """The next message, as the list of its fields; an empty one when the helper is gone."""
+        self.connection.settimeout(seconds)
+        line = self.input.readline()
+        return line.rstrip("\n").split("\t") if line else []
+
+    def outcome(self):
+        """The next message that is no progress."""
+        while (message := self.hears()) and message[0] == "progress":
+            pass
+        return message
+
+    def memory(self, kind="VmHWM"):
+        """In MB, the most it ever had or what kind is asked for; 0 when it is gone."""
+        status = Path(f"/proc/{self.process.pid}/status").read_text()
+        return int(status.split(f"{kind}:")[1].split()[0]) / 1024 if f"{kind}:" in status else 0
+
+    def close(self):
+        self.input.close()
+        self.connection.close()
+        return self.process.wait(10)
 
 
 class UpdateTest(ServedTest):
@@ -27,7 +71,7 @@ class UpdateTest(ServedTest):
 
     def helper(self, feed_url=None, running="1", system="12.0.0", key=None, patience=(20, 20), certificates=None,
                **environment):
-        helper = Helper(certificates or self.authority.certificate, **environment)
+        self.latest = helper = Helper(certificates or self.authority.certificate, **environment)
         self.addCleanup(helper.close)
         helper.tell("source", feed_url or self.server.base + "/feed.xml", key or self.maker.key, ENDING)
         helper.tell("running", running, "0.1.0", system)
@@ -136,59 +180,33 @@ class Feed(UpdateTest):
                        b"<rss><channel><item><title>" + b"&amp;" * 200000 + b"</title></item></channel></rss>"):
             self.server.paths["/feed.xml"] = bytes_
             start = time.monotonic()
-            helper = self.helper()
-            helper.tell("check")
-            self.assertIn(helper.hears(60)[0], ("latest", "failed"))
+            self.assertIn(self.check()[0], ("latest", "failed"))
             self.assertLess(time.monotonic() - start, 10)
-            self.assertLess(helper.memory(), 2 * MOST_MEMORY)
+            self.assertLess(self.latest.memory(), 2 * MOST_MEMORY)
 
     def test_a_huge_feed_is_refused_in_little_memory(self):
-        def announced(request):
-            request.send_response(200)
-            request.send_header("Content-Length", str(1 << 40))
-            request.end_headers()
-            self.flood(request)
-        for answer in (announced, self.endless):
+        for answer in (stream(FLOOD, 1 << 40), stream(itertools.chain([b"<rss><channel>"], FLOOD))):
             self.server.paths["/feed.xml"] = answer
-            helper = self.helper()
-            helper.tell("check")
-            self.refused("tooLarge", helper.hears())
-            self.assertLess(helper.memory(), MOST_MEMORY, answer.__name__)
+            self.refused("tooLarge", self.check())
+            self.assertLess(self.latest.memory(), MOST_MEMORY)
 
     def test_headers_without_end_are_refused_before_they_fill_the_memory(self):
-        self.server.paths["/feed.xml"] = self.endless_headers
+        def endless_headers(request):
+            request.wfile.write(b"HTTP/1.1 200 OK\r\n")
+            while True:
+                request.wfile.write(b"X-More: " + b"x" * 8000 + b"\r\n")
+        self.server.paths["/feed.xml"] = endless_headers
         helper = self.helper()
         helper.tell("check")
         most = 0
-        while (message := helper.hears_within(0.05)) is None:
+        while not select.select([helper.connection], [], [], 0.05)[0]:
             most = max(most, helper.memory())
-        self.refused("tooLarge", message)
+        self.refused("tooLarge", helper.hears())
         self.assertLess(most, 3 * MOST_MEMORY)
 
-    def flood(self, request, piece=b"<item></item>" * 5000):
-        while not self.server.ending.is_set():
-            request.wfile.write(piece)
-
-    def endless(self, request):
-        request.send_response(200)
-        request.end_headers()
-        request.wfile.write(b"<rss><channel>")
-        self.flood(request)
-
-    def endless_headers(self, request):
-        request.wfile.write(b"HTTP/1.1 200 OK\r\n")
-        self.flood(request, b"X-More: " + b"x" * 8000 + b"\r\n")
-
     def test_a_slow_server_is_not_waited_for(self):
-        def silent(_):
-            self.server.ending.wait(30)
-
-        def dripping(request):
-            request.send_response(200)
-            request.end_headers()
-            while not self.server.ending.wait(0.1):
-                request.wfile.write(b" ")
-        for answer in (silent, dripping):
+        drops = iter(lambda: time.sleep(0.1) or b" ", None)
+        for answer in (lambda _: self.server.ending.wait(30), stream(drops)):
             self.server.paths["/feed.xml"] = answer
             start = time.monotonic()
             self.refused("slow", self.check(patience=(1, 1)))
@@ -345,12 +363,7 @@ class Download(UpdateTest):
             self.refused("malformed", self.check(self.release(length=length)))
 
     def test_an_endless_package_takes_no_more_than_was_announced(self):
-        def endless(request):
-            request.send_response(200)
-            request.end_headers()
-            while not self.server.ending.is_set():
-                request.wfile.write(PACKAGE)
-        self.server.paths["/kelpa" + ENDING] = endless
+        self.server.paths["/kelpa" + ENDING] = stream(itertools.repeat(PACKAGE))
         helper = self.download(self.release(length=50_000_000))
         self.refused("length", helper.outcome())
         self.assertLess(helper.memory(), MOST_MEMORY)
@@ -360,39 +373,19 @@ class Download(UpdateTest):
         self.server.paths["/kelpa" + ENDING] = large
         signature = self.maker.sign(large)
         helper = self.download(self.release(signature=signature, length=len(large)))
-        self.assertEqual(helper.outcome(60)[0], "ready")
+        self.assertEqual(helper.outcome()[0], "ready")
         # The signature is checked through the page cache, which counts as well while it is looked at.
-        status = Path(f"/proc/{helper.process.pid}/status").read_text()
-        anonymous = int(status.split("RssAnon:")[1].split()[0]) / 1024
-        self.assertLess(anonymous, MOST_MEMORY)
+        self.assertLess(helper.memory("RssAnon"), MOST_MEMORY)
 
     def test_a_package_that_stops_coming_is_given_up(self):
-        def stalling(request):
-            request.send_response(200)
-            request.send_header("Content-Length", str(len(PACKAGE)))
-            request.end_headers()
-            request.wfile.write(PACKAGE[:1000])
-            self.server.ending.wait(30)
-        self.server.paths["/kelpa" + ENDING] = stalling
+        self.server.paths["/kelpa" + ENDING] = stalling(PACKAGE[:1000], len(PACKAGE))
         self.refused("slow", self.download(patience=(20, 1)).outcome())
-
-        def breaking(request):
-            request.send_response(200)
-            request.send_header("Content-Length", str(len(PACKAGE)))
-            request.end_headers()
-            request.wfile.write(PACKAGE[:1000])
-        self.server.paths["/kelpa" + ENDING] = breaking
+        self.server.paths["/kelpa" + ENDING] = stream([PACKAGE[:1000]], len(PACKAGE))
         self.assertEqual(self.download().outcome()[0], "failed")
         self.assertEqual(self.left(), [])
 
     def test_a_cancelled_download_leaves_nothing(self):
-        def half(request):
-            request.send_response(200)
-            request.send_header("Content-Length", str(len(PACKAGE)))
-            request.end_headers()
-            request.wfile.write(PACKAGE[:len(PACKAGE) // 2])
-            self.server.ending.wait(30)
-        self.server.paths["/kelpa" + ENDING] = half
+        self.server.paths["/kelpa" + ENDING] = stalling(PACKAGE[:len(PACKAGE) // 2], len(PACKAGE))
         helper = self.download()
         self.assertEqual(helper.hears()[0], "progress")
         self.assertEqual(self.left(), ["unverified"])

@@ -1,224 +1,272 @@
 #!/usr/bin/python3
-"""The whole updater, from the question to the installer, with only the window left out."""
+"""The updater of the real program on a virtual desktop, from the question to the installer: what its window tells, and that
+its buttons do what they say. The program is the one that is installed, but for its feed and its key."""
 import os
-import plistlib
-import queue
 import shutil
-import subprocess
+import signal
+import sys
 import tempfile
-import threading
 import time
-import unittest
 from pathlib import Path
+from unittest.mock import patch
 
-from support import ENDING, HELPER, ROOT, Maker, ServedTest, debian_package, feed, item
+from releases import ENDING, Maker, ServedTest, debian_package, feed, item, stalling
 
-DRIVER = os.environ.get("KELPA_UPDATE_DRIVER", str(ROOT / "build/dev/kelpa-update-driver"))
-PACKAGE = debian_package("0.6.0", 900_000)
+sys.path.insert(0, str(Path(__file__).resolve().parents[1] / "desktop"))
+
+from support import PROGRAM, DesktopTest, main, wait_until  # noqa: E402
+from virtual_desktop.accessible import Accessibility  # noqa: E402
+
+TITLE = "Software Update"
+OFFER = "A new version of Kelpa is available"
+PACKAGE = debian_package("99.0", 2_700_000)
 NOTES = "<sparkle:releaseNotesLink>https://kelpa.example/notes</sparkle:releaseNotesLink>"
+# At this speed the first check of a run, which is not before a minute has passed, comes at once.
+SOON = 100
 
 
-class Driver:
-    def __init__(self, test, feed_url, speed=1, helper=HELPER, language="en"):
-        clean = {name: value for name, value in os.environ.items() if not name.lower().endswith("_proxy")}
-        environment = {**clean, "SSL_CERT_FILE": str(test.authority.certificate), "HANDED": str(test.handed),
-                       "PATH": str(test.programs), "LC_ALL": "C.UTF-8", "LANGUAGE": language}
-        self.process = subprocess.Popen(
-            [DRIVER, feed_url, test.maker.key, ENDING, helper, str(test.store), str(test.cache), str(speed)],
-            stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True, env=environment)
-        self.lines = queue.Queue()
-        self.listener = threading.Thread(target=self.listen, daemon=True)
-        self.listener.start()
-        assert self.hears("started")
+class Updater(ServedTest, DesktopTest):
+    MONITORS = ROOM = 1
+    WIDTH, HEIGHT = 900, 640
+    TRAY = False
 
-    def listen(self):
-        for line in self.process.stdout:
-            self.lines.put(line.rstrip("\n"))
+    @classmethod
+    def setUpClass(cls):
+        super().setUpClass()
+        cls.session.start_tray_service()
+        cls.accessibility = Accessibility(cls.session)
+        cls.addClassCleanup(cls.accessibility.close)
 
-    def tell(self, command):
-        self.process.stdin.write(command + "\n")
-        self.process.stdin.flush()
-
-    def hears(self, start, seconds=15):
-        """The next line that begins so; what comes before it does not matter."""
-        end = time.monotonic() + seconds
-        heard = []
-        while True:
-            try:
-                heard.append(self.lines.get(timeout=max(0.01, end - time.monotonic())))
-            except queue.Empty:
-                raise AssertionError(f"no '{start}' in {heard}") from None
-            if heard[-1].startswith(start):
-                return heard[-1]
-
-    def silent(self, seconds):
-        try:
-            return self.lines.get(timeout=seconds)
-        except queue.Empty:
-            return None
-
-    def helpers(self):
-        """Those of its children that run."""
-        return Path(f"/proc/{self.process.pid}/task/{self.process.pid}/children").read_text().split()
-
-    def ends_helpers(self):
-        return reached(lambda: not self.helpers())
-
-    def close(self):
-        self.process.stdin.close()
-        self.process.wait(10)
-        self.listener.join()
-        self.process.stdout.close()
-
-
-def reached(state, seconds=15):
-    """Whether a state is reached in time."""
-    end = time.monotonic() + seconds
-    while not state() and time.monotonic() < end:
-        time.sleep(0.02)
-    return state()
-
-
-class Updater(ServedTest):
     def setUp(self):
         super().setUp()
-        own = Path(tempfile.mkdtemp(dir=self.folder))
-        self.cache, self.store, self.handed = own / "cache", own / "settings.plist", own / "handed"
-        self.programs = own / "programs"
+        self.own = Path(tempfile.mkdtemp(dir=self.folder))
+        self.handed, self.programs = self.own / "handed", self.own / "programs"
+        self.cache = Path(self.session.environment["XDG_CACHE_HOME"]) / "app.orvane.Kelpa/update"
         self.programs.mkdir()
-        for needed in ("dpkg-deb", "tar"):
-            (self.programs / needed).symlink_to(shutil.which(needed))
+        self.install_opener()
         self.server.paths["/kelpa" + ENDING] = PACKAGE
-        self.publish("6")
+        self.publish()
 
-    def publish(self, version, **how):
-        package = {"url": self.server.base + "/kelpa" + ENDING, "length": len(PACKAGE),
-                   "signature": self.maker.sign(PACKAGE), **how}
-        self.server.paths["/feed.xml"] = feed(item(version, name="0." + version, more=NOTES, **package))
+    def publish(self, version="99", maker=None):
+        self.server.paths["/feed.xml"] = feed(item(version, self.server.base + "/kelpa" + ENDING, len(PACKAGE),
+                                                   (maker or self.maker).sign(PACKAGE), name="99.0", more=NOTES))
 
-    def installer(self, code=0):
+    def install_opener(self, code=0):
         """A desktop whose programs open what they are handed; they note it."""
-        program = self.programs / "xdg-open"
-        program.write_text(f'#!/bin/sh\nprintf "%s\\n" "$1" >> "$HANDED"\nexit {code}\n')
-        program.chmod(0o755)
+        opener = self.programs / "xdg-open"
+        opener.write_text(f'#!/bin/sh\nprintf "%s\\n" "$1" >>{self.handed}\nexit {code}\n')
+        opener.chmod(0o755)
 
-    def driver(self, **how):
-        driver = Driver(self, how.pop("feed_url", self.server.base + "/feed.xml"), **how)
-        self.addCleanup(driver.close)
-        return driver
+    def start(self, settings=None, speed=1, feed_url=None, **environment):
+        self.program = self.launch(
+            {"pref.work.time": 600, **(settings or {})}, speed=speed,
+            environment={"KELPA_TEST_FEED": self.server.base + "/feed.xml" if feed_url is None else feed_url,
+                         "KELPA_TEST_KEY": self.maker.key, "SSL_CERT_FILE": str(self.authority.certificate),
+                         "PATH": f"{self.programs}:{self.session.environment['PATH']}",
+                         "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1", **environment})
+        return self.program
 
-    def remember_check(self, seconds):
-        settings = plistlib.loads(self.store.read_bytes())
-        self.store.write_bytes(plistlib.dumps({**settings, "update.lastCheck": seconds}))
+    def end(self):
+        self.session.end(self.program.process)
+        wait_until(lambda: not self.window(), 10, "the window to go")
 
-    def stored(self, key):
-        return plistlib.loads(self.store.read_bytes()).get(key) if self.store.exists() else None
+    def look_for_updates(self):
+        item = self.program.item()
+        item.click_line(item.line("Check for Updates").id)
 
-    def test_from_the_question_to_the_installer(self):
-        self.installer()
-        driver = self.driver()
-        driver.tell("ask")
-        self.assertEqual(driver.hears("page A new").split(" | ")[1:],
-                         ["Version 0.6 is available; you have 0.1.0.", "https://kelpa.example/notes"])
-        driver.tell("install")
-        driver.hears("page Downloading")
-        driver.hears("page The update is ready")
-        self.assertTrue(reached(self.handed.exists))
-        handed = self.handed.read_text().splitlines()
-        self.assertEqual(handed, [str(self.cache / ("kelpa_6" + ENDING))])
-        self.assertEqual(Path(handed[0]).read_bytes(), PACKAGE)
-        self.assertTrue(driver.ends_helpers())
-        self.assertAlmostEqual(self.stored("update.lastCheck"), time.time(), delta=60)
-        self.assertEqual([path.split("?")[0] for path, _ in self.server.requests], ["/feed.xml", "/kelpa" + ENDING])
+    def offer(self, **environment):
+        """A version that somebody asked for and that is offered."""
+        self.start(**environment)
+        self.look_for_updates()
+        running = self.ask("--version")[1].split()[1]
+        self.wait_for_words(f"Version 99.0 is available; you have {running}.")
+
+    def ends_fetching(self):
+        wait_until(lambda: not self.helpers(self.program, "kelpa-update"), 15, "kelpa-update to end")
+
+    def downloads(self):
+        return list(self.cache.iterdir()) if self.cache.exists() else []
+
+    def asked_for(self):
+        return [path.split("?")[0] for path, _ in self.server.requests]
+
+    # Looking
+
+    def window(self):
+        return next(iter(self.screen.titled(lambda title: title == TITLE)), None)
+
+    def told(self):
+        """What the window says, each thing with its role; nothing while there is no window."""
+        window = next((one for one in self.accessibility.windows() if one.name() == TITLE), None)
+        return [(one.role(), one.name()) for one in window.walk()] if window and self.window() else []
+
+    def buttons(self):
+        return [name for role, name in self.told() if role == "push button"]
+
+    def wait_for_words(self, words):
+        wait_until(lambda: any(words in name for _, name in self.told()), 20, f"'{words}'")
+
+    def box(self, name):
+        window = self.accessibility.window(TITLE)
+        element = window.find("push button", name) or window.find("link", name)
+        return element and element.box()
+
+    def click_until(self, name, state):
+        """Clicks on a button or link until something comes of it: not every click so soon after another counts."""
+        def attempt():
+            if box := self.box(name):
+                self.click_middle(box)
+            return wait_until(state, 1)
+        wait_until(attempt, 15, f"something to come of '{name}'")
+
+    # What a person asks for
+
+    def test_an_offered_update_is_installed(self):
+        self.offer()
+        self.assertEqual(self.screen.focus(), TITLE)
+        self.assertEqual(self.buttons(), ["Install", "Later", "Skip This Version"])
+        self.click_until("Install", self.handed.exists)
+        self.assertEqual(self.handed.read_text().splitlines(), [str(self.cache / ("kelpa_99" + ENDING))])
+        self.assertEqual(Path(self.handed.read_text().strip()).read_bytes(), PACKAGE)
+        self.wait_for_words("The update is ready")
+        self.assertEqual(self.buttons(), ["OK"])
+        self.ends_fetching()
+        self.assertAlmostEqual(self.stored(self.program)["update.lastCheck"], time.time(), delta=60)
+        self.assertEqual(self.asked_for(), ["/feed.xml", "/kelpa" + ENDING])
+        self.click_until("OK", lambda: not self.window())
 
     def test_without_a_program_that_installs_the_package_is_shown(self):
+        for needed in ("dpkg-deb", "tar"):
+            (self.programs / needed).symlink_to(shutil.which(needed))
         for code in (None, 3):
-            if code is not None:
-                self.installer(code)
-            driver = self.driver()
-            driver.tell("ask")
-            driver.hears("page A new")
-            driver.tell("install")
-            self.assertIn(str(self.cache / ("kelpa_6" + ENDING)), driver.hears("page No program"))
+            with self.subTest(code=code):
+                self.install_opener(code) if code else (self.programs / "xdg-open").unlink()
+                self.offer(PATH=str(self.programs))
+                self.click_until("Install", lambda: self.buttons() == ["OK"])
+                self.wait_for_words("No program installs the update")
+                self.wait_for_words(str(self.cache / ("kelpa_99" + ENDING)))
+                self.end()
 
     def test_nothing_unverified_is_ever_handed_over(self):
-        self.installer()
-        self.publish("6", signature=Maker(self.folder).sign(PACKAGE))
-        driver = self.driver()
-        driver.tell("ask")
-        driver.hears("page A new")
-        driver.tell("install")
-        self.assertIn("not signed by the makers", driver.hears("page The update did not work"))
+        self.publish(maker=Maker(self.folder))
+        self.offer()
+        self.click_until("Install", lambda: self.buttons() == ["OK"])
+        self.wait_for_words("not signed by the makers")
         self.assertFalse(self.handed.exists())
-        self.assertEqual(list(self.cache.iterdir()), [])
+        self.assertEqual(self.downloads(), [])
 
-    def test_cancelling_ends_the_download_and_its_process(self):
-        def stalling(request):
-            request.send_response(200)
-            request.end_headers()
-            request.wfile.write(PACKAGE[:len(PACKAGE) // 2])
-            self.server.ending.wait(30)
-        self.server.paths["/kelpa" + ENDING] = stalling
-        driver = self.driver()
-        driver.tell("ask")
-        driver.hears("page A new")
-        driver.tell("install")
-        driver.hears("page Downloading version 0.6 | 0.4 of 0.9 MB")
-        driver.tell("cancel")
-        driver.hears("close")
-        self.assertTrue(driver.ends_helpers())
-        self.assertEqual(list(self.cache.iterdir()), [])
+    def test_a_download_shows_how_far_it_is_and_can_be_cancelled(self):
+        self.server.paths["/kelpa" + ENDING] = stalling(PACKAGE[:len(PACKAGE) // 3])
+        self.offer()
+        self.click_until("Install", lambda: self.buttons() == ["Cancel"])
+        self.wait_for_words("0.9 of 2.7 MB")
+        self.assertIn(("progress bar", "33%"), self.told())
+        self.click_until("Cancel", lambda: not self.window())
+        self.ends_fetching()
+        self.assertEqual(self.downloads(), [])
+        self.assertFalse(self.handed.exists())
+
+    def test_notes_are_opened_and_a_version_that_is_skipped_comes_only_when_asked_for(self):
+        self.offer()
+        self.click_until("Release Notes", self.handed.exists)
+        self.assertEqual(set(self.handed.read_text().split()), {"https://kelpa.example/notes"})
+        self.click_until("Skip This Version", lambda: not self.window())
+        self.wait_stored(self.program, "update.skippedVersion", "99")
+        self.end()
+        self.start({**self.stored(self.program), "update.lastCheck": 0.0}, SOON)
+        wait_until(lambda: len(self.server.requests) == 2, 15, "the check")
+        self.ends_fetching()
+        self.assertFalse(wait_until(self.window, 1))
+        self.look_for_updates()
+        self.wait_for_words(OFFER)
+
+    def test_a_screen_reader_presses_the_buttons(self):
+        self.offer()
+
+        def pressed():
+            button = self.accessibility.window(TITLE).find("push button", "Install")
+            if button:
+                button.press()
+            return wait_until(self.handed.exists, 1)
+        wait_until(pressed, 15, "the download")
+        self.assertEqual(len(self.handed.read_text().splitlines()), 1)
+
+    def test_a_second_click_is_not_for_the_button_that_took_the_place_of_the_first(self):
+        self.server.paths["/kelpa" + ENDING] = stalling()
+        self.offer()
+        box = self.box("Install")
+
+        def clicked_twice():
+            self.click_middle(box)
+            self.click_middle(box)
+            return wait_until(lambda: self.buttons() == ["Cancel"], 1)
+        wait_until(clicked_twice, 15, "the download")
+        self.assertTrue(self.window())
+        wait_until(lambda: "/kelpa" + ENDING in self.asked_for(), 10, "the request")
+
+    def test_escape_puts_it_off_and_no_key_installs(self):
+        self.offer()
+        wait_until(lambda: self.screen.focus() == TITLE, 10, "the keyboard")
+        for key in ("Return", "space", "Escape"):
+            self.screen.press(key)
+        wait_until(lambda: not self.window(), 10, "the window to go")
+        self.assertNotIn("update.skippedVersion", self.stored(self.program))
+        self.assertFalse(self.handed.exists())
+        self.assertEqual(self.asked_for(), ["/feed.xml"])
+
+    # What comes by itself
+
+    def test_an_update_that_nobody_asked_for_does_not_take_the_keyboard(self):
+        self.start_terminal()
+        self.start(speed=SOON)
+        self.wait_for_words(OFFER)
+        self.assertEqual(self.screen.focus(), "terminal")
+        self.assertFalse(self.handed.exists())
 
     def test_checks_by_themselves_tell_the_profile_and_are_silent_until_there_is_news(self):
-        self.publish("5")
-        driver = self.driver(speed=1000, language="zh_CN")
-        self.assertTrue(reached(lambda: self.server.requests))
-        self.assertEqual(self.server.requests[0][0],
-                         "/feed.xml?appVersion=5&osVersion=12.0.0&cputype=x86_64&lang=zh_CN")
-        self.assertIsNone(driver.silent(1))
-        self.assertTrue(driver.ends_helpers())
-        driver.close()
-        # It is not time again for the next run. (The clock of the first one was fast.)
-        self.remember_check(time.time() - 100)
-        self.publish("6")
-        again = self.driver(speed=1000)
-        self.assertIsNone(again.silent(1))
+        self.publish("0")
+        self.start(speed=SOON, LANGUAGE="zh_CN")
+        wait_until(lambda: self.server.requests, 15, "the check")
+        self.assertRegex(self.server.requests[0][0],
+                         r"^/feed\.xml\?appVersion=\d+&osVersion=12\.0\.0&cputype=\w+&lang=zh_CN$")
+        self.ends_fetching()
+        self.assertFalse(wait_until(self.window, 1))
+        # It is not time again for the next run.
+        self.publish()
+        self.end()
+        self.start({"update.lastCheck": time.time() - 100}, SOON)
+        self.assertFalse(wait_until(self.window, 2))
         self.assertEqual(len(self.server.requests), 1)
 
-    def test_a_skipped_version_is_remembered(self):
-        driver = self.driver()
-        driver.tell("ask")
-        driver.hears("page A new")
-        driver.tell("skip")
-        driver.hears("close")
-        driver.close()
-        self.assertEqual(self.stored("update.skippedVersion"), "6")
-        self.remember_check(0.0)
-        silent = self.driver(speed=1000)
-        self.assertIsNone(silent.silent(2))
-        self.assertEqual(len(self.server.requests), 2)
-
     def test_without_a_feed_no_process_is_started_and_nothing_fetched(self):
-        driver = self.driver(feed_url="", speed=1000, helper="/nonexistent")
-        self.assertIsNone(driver.silent(0.5))
-        driver.tell("ask")
-        driver.hears("page Kelpa does not update itself here")
-        driver.hears("present")
-        self.assertIsNone(driver.silent(0.2))
-        self.assertIsNone(self.stored("update.lastCheck"))
+        self.start(feed_url="", speed=SOON)
+        self.look_for_updates()
+        self.wait_for_words("Kelpa does not update itself here")
+        self.assertEqual(self.buttons(), ["OK"])
+        self.assertNotIn("update.lastCheck", self.stored(self.program))
+        self.assertEqual(self.helpers(self.program), self.helpers(self.program, "kelpa-view"))
+        self.click_until("OK", lambda: not self.window())
 
     def test_a_helper_that_does_not_start_or_dies_is_told(self):
-        driver = self.driver(helper="/nonexistent")
-        driver.tell("ask")
-        driver.hears("page The update did not work | Something went wrong inside Kelpa.")
-        self.server.paths["/feed.xml"] = lambda _: self.server.ending.wait(30)
-        driver = self.driver()
-        driver.tell("ask")
-        self.assertTrue(reached(lambda: self.server.requests))
-        for pid in driver.helpers():
-            os.kill(int(pid), 9)
-        driver.hears("page The update did not work | Something went wrong inside Kelpa.")
+        def failure_is_told():
+            self.wait_for_words("The update did not work")
+            self.wait_for_words("Something went wrong inside Kelpa.")
+        # A copy of the program that is alone but for what draws its windows.
+        for file in (Path(PROGRAM).with_name("kelpa-view"), Path(PROGRAM).with_name("share")):
+            (self.own / file.name).symlink_to(file)
+        with patch("support.PROGRAM", shutil.copy(PROGRAM, self.own)):
+            self.start()
+        self.look_for_updates()
+        failure_is_told()
+        self.end()
+        self.server.paths["/feed.xml"] = stalling()
+        self.start()
+        self.look_for_updates()
+        wait_until(lambda: self.server.requests, 15, "the check")
+        for helper in self.helpers(self.program, "kelpa-update"):
+            os.kill(helper, signal.SIGKILL)
+        failure_is_told()
 
 
 if __name__ == "__main__":
-    unittest.main()
+    main()
