@@ -102,13 +102,10 @@ class Strings(unittest.TestCase):
     @classmethod
     def setUpClass(cls):
         cls.folder = tempfile.TemporaryDirectory()
+        cls.addClassCleanup(cls.folder.cleanup)
         done = run(BUNDLE / "make_strings.py", *CATALOGUES, cls.folder.name)
         if done.returncode:
             raise RuntimeError(done.stderr)
-
-    @classmethod
-    def tearDownClass(cls):
-        cls.folder.cleanup()
 
     def table(self, language, name):
         return read_strings(Path(self.folder.name, f"{language}.lproj", f"{name}.strings").read_text(encoding="utf-8"))
