@@ -43,6 +43,21 @@ TEST_F(CalendarTest, TodayFollowsTheLocalDay) {
     EXPECT_FALSE(calendar.isInToday(*clock.date({2025, 11, 23, 0, 30, 0})));
     at("America/Sao_Paulo", clock.civil(calendar.now()));
     EXPECT_EQ(calendar.weekYearDay(calendar.now()), "20261123");
+    EXPECT_EQ(calendar.weekYearDay(*clock.date({2026, 12, 27, 12, 0, 0})), "20261227");
+    EXPECT_EQ(calendar.weekYearDay(*clock.date({2024, 12, 30, 12, 0, 0})), "20251230");
+}
+
+TEST_F(CalendarTest, DaysThatSummerTimeLengthensOrAJourneyCutsOffAreToday) {
+    at("Europe/Berlin", {2026, 10, 25, 23, 30, 0});
+    const auto hoursAgo = [this](double hours) {
+        return Date{calendar.now().secondsSince1970 - hours * 3600};
+    };
+    EXPECT_TRUE(calendar.isInToday(hoursAgo(24)));
+    at("Europe/Berlin", {2026, 3, 30, 0, 0, 0});
+    EXPECT_FALSE(calendar.isInToday(hoursAgo(22.5)));
+    ASSERT_TRUE(desk::VirtualClock::setZone("America/Los_Angeles"));
+    EXPECT_TRUE(calendar.isInToday(hoursAgo(14.5))) << "midnight lies nine hours further west";
+    EXPECT_FALSE(calendar.isInToday(hoursAgo(-9.5))) << "tomorrow, where a clock was set back";
 }
 
 TEST_F(CalendarTest, SkippedAndDoubledTimesOfDay) {

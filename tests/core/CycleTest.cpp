@@ -90,25 +90,14 @@ Lines expectedEnds(std::int64_t until, std::int64_t work, std::int64_t shortBrea
     }
 }
 
-/// The ends of periods over some hours with breaks of 20 and 300 seconds.
-void expectCycleOf(int cycle) {
-    Play play({"title", "count"});
-    const auto journal =
-        play(mouseMayRest + "store pref.short.break.times int " + std::to_string(cycle) +
-             "\nstore pref.break.time int 20\nstore pref.long.break.time int 5\nlaunch\n+20000\n");
-    EXPECT_EQ(ends(journal), expectedEnds(20000, 1500, 20, 300, cycle));
-}
-
-TEST(Cycle, EveryBreakIsLongInACycleOfOne) {
-    expectCycleOf(1);
-}
-
-TEST(Cycle, EveryBreakIsLongInACycleOfMinusOne) {
-    expectCycleOf(-1);
-}
-
-TEST(Cycle, EveryThirdBreakIsLongInACycleOfThree) {
-    expectCycleOf(3);
+TEST(Cycle, TheLastBreakOfEachCycleIsLong) {
+    for (const int cycle : {1, -1, 3})
+        alone([cycle] {
+            Play play({"title", "count"});
+            play(mouseMayRest + "store pref.short.break.times int " + std::to_string(cycle) +
+                 "\nstore pref.break.time int 20\nstore pref.long.break.time int 5\nlaunch\n");
+            EXPECT_EQ(ends(play("+20000\n")), expectedEnds(20000, 1500, 20, 300, cycle)) << cycle;
+        });
 }
 
 TEST(Cycle, ForcedLongBreaksOfferNoSkipButTheNoticeEndsThem) {
@@ -218,55 +207,37 @@ TEST(Cycle, AfterTimesUpACountdownStaysAtZeroAndIsQuiet) {
     EXPECT_TRUE(AppState::breakState().timesUp.value());
 }
 
-/// What the log says of the value that ends the program, and the last words.
-Lines fatalEnd(const std::string& script) {
-    Play play({"title", "count"});
-    EXPECT_THROW(play(mouseMayRest + "store pref.short.break.times int 2\n" + script), desk::FatalEnd);
-    const Lines& lines = play.journal.lines();
-    const auto told = std::find_if(lines.rbegin(), lines.rend(), [](const std::string& line) {
-        return line.find(" log error ") != std::string::npos;
-    });
-    return {told == lines.rend() ? "" : *told, lines.back()};
-}
-
-TEST(Cycle, ACycleLengthOfZeroEndsTheProgram) {
-    EXPECT_EQ(
-        fatalEnd("launch\n+1499\nstore pref.short.break.times int 0\n+1\n"),
-        (Lines{"1500.000 log error stored pref.short.break.times is 0, with which the cycle cannot go on",
-               "1500.000 fatal Division by zero in remainder operation"}));
-}
-
-TEST(Cycle, AWorkTimeThatOverflowsEndsTheProgram) {
-    EXPECT_EQ(
-        fatalEnd("store pref.work.time int 153722867280912931\nlaunch\n"),
-        (Lines{
-            "0.000 log error stored pref.work.time is 153722867280912931, with which the cycle cannot go on",
-            "0.000 fatal Integer overflow in multiplication"}));
-}
-
-TEST(Cycle, ALongBreakThatOverflowsEndsTheProgramWhenItsTurnComes) {
-    EXPECT_EQ(
-        fatalEnd("store pref.long.break.time int -153722867280912931\nlaunch\n+3300\n"),
-        (Lines{"3300.000 log error stored pref.long.break.time is -153722867280912931, with which the cycle "
-               "cannot go on",
-               "3300.000 fatal Integer overflow in multiplication"}));
-}
-
-/// Without a screen nobody hears that the time is up.
-TEST(Cycle, ABreakThatGoesOnUntilItOverflowsIsNamedWhenItBegins) {
-    EXPECT_EQ(
-        fatalEnd("store pref.break.time int -9223372036854775805\nscreens\nlaunch\n+1504\n"),
-        (Lines{"1500.000 log error stored pref.break.time is -9223372036854775805, with which the cycle "
-               "cannot go on",
-               "1504.000 fatal Integer overflow in subtraction"}));
-}
-
-TEST(Cycle, ACountdownThatOverflowsEndsTheProgram) {
-    EXPECT_EQ(
-        fatalEnd("store pref.break.time int -9223372036854775808\nlaunch\n+1501\n"),
-        (Lines{"1500.000 log error stored pref.break.time is -9223372036854775808, with which the cycle "
-               "cannot go on",
-               "1501.000 fatal Integer overflow in subtraction"}));
+TEST(Cycle, ASettingWithWhichItCannotGoOnIsNamedAndEndsTheProgram) {
+    struct End {
+        std::string script, second, setting, fatal;
+    };
+    const End all[] = {
+        {"launch\n+1499\nstore pref.short.break.times int 0\n+1\n", "1500.000", "pref.short.break.times is 0",
+         "1500.000 fatal Division by zero in remainder operation"},
+        {"store pref.work.time int 153722867280912931\nlaunch\n", "0.000",
+         "pref.work.time is 153722867280912931", "0.000 fatal Integer overflow in multiplication"},
+        // Its turn comes after a short one.
+        {"store pref.long.break.time int -153722867280912931\nlaunch\n+3300\n", "3300.000",
+         "pref.long.break.time is -153722867280912931", "3300.000 fatal Integer overflow in multiplication"},
+        // Without a screen nobody hears that the time is up.
+        {"store pref.break.time int -9223372036854775805\nscreens\nlaunch\n+1504\n", "1500.000",
+         "pref.break.time is -9223372036854775805", "1504.000 fatal Integer overflow in subtraction"},
+        {"store pref.break.time int -9223372036854775808\nlaunch\n+1501\n", "1500.000",
+         "pref.break.time is -9223372036854775808", "1501.000 fatal Integer overflow in subtraction"}};
+    for (const End& end : all)
+        alone([&end] {
+            Play play({"title", "count"});
+            EXPECT_THROW(play(mouseMayRest + "store pref.short.break.times int 2\n" + end.script),
+                         desk::FatalEnd);
+            Lines told = play.journal.lines();
+            std::erase_if(told, [](const std::string& line) {
+                return line.find(" log error ") == std::string::npos &&
+                       line.find(" fatal ") == std::string::npos;
+            });
+            EXPECT_EQ(told, (Lines{end.second + " log error stored " + end.setting +
+                                       ", with which the cycle cannot go on",
+                                   end.fatal}));
+        });
 }
 
 TEST(Cycle, PromptsComeFromTheStyleEachPeriodAnewNeverFromTheEditedLists) {
@@ -284,20 +255,6 @@ TEST(Cycle, PromptsComeFromTheStyleEachPeriodAnewNeverFromTheEditedLists) {
         EXPECT_NEAR(static_cast<double>(std::count(texts.begin(), texts.end(), text)),
                     static_cast<double>(texts.size()) / static_cast<double>(known.size()),
                     static_cast<double>(texts.size()) / 20);
-}
-
-TEST(Cycle, ANewDayIsGreetedForTenSecondsOutsideTheCycle) {
-    Play play({"title", "count", "item"});
-    play(std::string(minuteCycle) + "launch\n+10\n");
-    AppState::promptState().showNewDay();
-    const auto greeting = play("+10\n");
-    ASSERT_GE(greeting.size(), 4U);
-    EXPECT_EQ(AppState::promptState().showSkipButton.value(), true);
-    const auto known = newDayPrompts(BreakStyle::default_);
-    EXPECT_NE(std::find(known.begin(), known.end(), AppState::promptState().prompt.value()), known.end());
-    EXPECT_EQ(ends(play.journal.lines()), (Lines{"20.000: 10"}));
-    play("+60\n"); // the next break is the first of the cycle, a short one
-    EXPECT_EQ(ends(play("+5\n")), (Lines{"85.000: 5"}));
 }
 
 } // namespace

@@ -68,17 +68,5 @@ TEST(Script, StopsWhereTheDeskIsNotReady) {
     EXPECT_THROW(play("zone Mars/Olympus\n"), desk::ScriptError);
 }
 
-TEST(Script, TimeZonesStepsAndSleepMoveTheWallClockAlone) {
-    Play play({"title", "item"});
-    play("start 2026-11-23T08:59:00\nzone Europe/Berlin\n" + mouseMayRest + "launch\n");
-    desk::VirtualClock& clock = play.desk.clock;
-    EXPECT_EQ(clock.civil(clock.now()), (CivilTime{2026, 11, 23, 8, 59, 0}));
-    play("+1.25\nclock +3600\n");
-    EXPECT_EQ(clock.civil(clock.now()), (CivilTime{2026, 11, 23, 9, 59, 1}));
-    play("zone Asia/Shanghai\nsuspend 28800\nclock -60\n");
-    EXPECT_EQ(clock.civil(clock.now()), (CivilTime{2026, 11, 24, 0, 58, 1}));
-    EXPECT_EQ(play("+1498.75\n").back(), "1500.000 log info ticktack timer start 300");
-}
-
 } // namespace
 } // namespace kelpa::test

@@ -167,55 +167,6 @@ TEST(NewDay, IsGreetedWhateverTheRestartSettingAndSkipEndsIt) {
     EXPECT_NE(std::find(known.begin(), known.end(), prompt), known.end()) << prompt;
 }
 
-/// Whether an unlock at `unlocked` greets a new day after a lock at `locked`, both local times in Berlin.
-bool greeted(const std::string& locked, const std::string& unlocked, double hoursBetween,
-             const std::string& meanwhile = {}) {
-    Play play;
-    play("start " + locked + "\nzone Europe/Berlin\n" + greets + mouseMayRest + "launch\nlock\n");
-    play("suspend " + std::to_string(hoursBetween * 3600) + "\n" + meanwhile + "\n");
-    const desk::VirtualClock& clock = play.desk.clock;
-    const CivilTime now = clock.civil(clock.now());
-    const auto civil = [&] {
-        char text[32];
-        std::snprintf(text, sizeof text, "%04d-%02d-%02dT%02d:%02d:%02d", now.year, now.month, now.day,
-                      now.hour, now.minute, now.second);
-        return std::string(text);
-    };
-    EXPECT_EQ(civil(), unlocked);
-    const Lines lines = play("unlock\n");
-    return std::any_of(lines.begin(), lines.end(), [](const std::string& line) {
-        return line.ends_with(" log info ticktack timer start 10");
-    });
-}
-
-TEST(NewDay, MidnightSeparatesTheDays) {
-    EXPECT_FALSE(greeted("2026-11-23T00:00:00", "2026-11-23T23:59:59", 24 - 1 / 3600.0));
-}
-
-TEST(NewDay, MidnightItselfIsTheNewDay) {
-    EXPECT_TRUE(greeted("2026-11-23T23:59:59", "2026-11-24T00:00:00", 1 / 3600.0));
-}
-
-TEST(NewDay, TheHourThatSummerTimeRepeatsIsTheSameDay) {
-    EXPECT_FALSE(greeted("2026-10-25T00:30:00", "2026-10-25T23:30:00", 24));
-}
-
-TEST(NewDay, TheDayThatSummerTimeShortensEndsAnHourSooner) {
-    EXPECT_TRUE(greeted("2026-03-29T00:30:00", "2026-03-30T00:00:00", 22.5));
-}
-
-TEST(NewDay, AJourneyEastBringsItSooner) {
-    EXPECT_TRUE(greeted("2026-11-23T16:00:00", "2026-11-24T01:00:00", 2, "zone Asia/Shanghai"));
-}
-
-TEST(NewDay, AJourneyWestPutsItOff) {
-    EXPECT_FALSE(greeted("2026-11-23T20:00:00", "2026-11-23T23:00:00", 12, "zone America/Los_Angeles"));
-}
-
-TEST(NewDay, AClockSetBackToYesterdayCountsAsAnotherDay) {
-    EXPECT_TRUE(greeted("2026-11-23T00:10:00", "2026-11-22T23:40:00", 0, "clock -1800"));
-}
-
 TEST(NewDay, AMoveThatTheGreetingDoesNotCoverStartsWorkBeneathIt) {
     Play play({"title", "set", "item", "break", "window", "app"});
     play(greets + "launch\nlock\nsuspend 86400\nunlock\n+3\n");

@@ -6,7 +6,7 @@
 
 #include <gtest/gtest.h>
 
-#include <ostream>
+#include <array>
 
 namespace kelpa::test {
 namespace {
@@ -48,39 +48,23 @@ TEST(History, TellsOfAMouseThatRestedAndOfASleepThatCountsNothing) {
               Lines{"300.000 history 2026-11 2026-11-23,09:00:00,work,,,300,,,,,idle"});
 }
 
-struct BreakEnd {
-    const char* script;
-    const char* line;
-};
-
-/// The last word, which says how it ended.
-void PrintTo(const BreakEnd& end, std::ostream* out) {
-    const std::string line = end.line;
-    *out << line.substr(line.rfind(',') + 1);
+TEST(History, TellsHowABreakEndedInOneLineForAllScreens) {
+    const std::array<const char*, 3> ends[] = {{"+300\n", "1800", "300,0,due,,,complete"},
+                                               {"+7\nskip 2\n", "1507", "7,0,due,,,skipped"},
+                                               {"+7\nnotice 1\n", "1507", "7,0,due,,,notice"},
+                                               {"+7\nlock\n+60\n", "1507", "7,0,due,,,locked"},
+                                               {"+7\nend\n", "1507", "7,0,due,,,quit"}};
+    for (const auto& [script, second, figures] : ends)
+        alone([&] {
+            Lines all = lines(monday + "screens 1 2\n" + kept + "launch\n+1500\n" + script);
+            std::erase(all, "1507.000 settings");
+            EXPECT_EQ(
+                all,
+                (Lines{"1500.000 history 2026-11 2026-11-23,09:00:00,work,,,1500,,,,,break",
+                       second + std::string(".000 history 2026-11 2026-11-23,09:25:00,break,short,300,") +
+                           figures}));
+        });
 }
-
-class HistoryOfBreaks : public ::testing::TestWithParam<BreakEnd> {};
-
-TEST_P(HistoryOfBreaks, TellsHowOneEndedInOneLineForAllScreens) {
-    Lines all = lines(monday + "screens 1 2\n" + kept + "launch\n+1500\n" + GetParam().script);
-    std::erase(all, "1507.000 settings");
-    EXPECT_EQ(all, (Lines{"1500.000 history 2026-11 2026-11-23,09:00:00,work,,,1500,,,,,break",
-                          std::string(GetParam().line)}));
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    History, HistoryOfBreaks,
-    ::testing::Values(
-        BreakEnd{"+300\n",
-                 "1800.000 history 2026-11 2026-11-23,09:25:00,break,short,300,300,0,due,,,complete"},
-        BreakEnd{"+7\nskip 2\n",
-                 "1507.000 history 2026-11 2026-11-23,09:25:00,break,short,300,7,0,due,,,skipped"},
-        BreakEnd{"+7\nnotice 1\n",
-                 "1507.000 history 2026-11 2026-11-23,09:25:00,break,short,300,7,0,due,,,notice"},
-        BreakEnd{"+7\nlock\n+60\n",
-                 "1507.000 history 2026-11 2026-11-23,09:25:00,break,short,300,7,0,due,,,locked"},
-        BreakEnd{"+7\nend\n",
-                 "1507.000 history 2026-11 2026-11-23,09:25:00,break,short,300,7,0,due,,,quit"}));
 
 TEST(History, AGreetingReplacesABreakAndIsOne) {
     EXPECT_EQ(

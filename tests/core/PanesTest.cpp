@@ -378,13 +378,6 @@ TEST(StylePaneWindow, EditsTheListAsItIsStored) {
     }),
               Lines{});
     EXPECT_GT(settings["promptEntries"].told(), told) << "what was emptied comes back";
-    settings.person().removed("promptEntries", "d");
-    settings.person().removed("promptEntries", "from another program");
-    EXPECT_TRUE(texts(settings["promptEntries"].entries()).empty());
-    settings.person().reset("promptEntries");
-    EXPECT_EQ(texts(settings["promptEntries"].entries()), prompts(BreakStyle::default_));
-    EXPECT_EQ(settings.play.desk.store.get<std::vector<std::string>>("break_prompt_list_0"),
-              prompts(BreakStyle::default_));
 }
 
 TEST(StylePaneWindow, FollowsAnotherStyleObject) {

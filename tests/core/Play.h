@@ -2,6 +2,9 @@
 
 #include "desk/Script.h"
 
+#include <cstdlib>
+#include <functional>
+#include <gtest/gtest.h>
 #include <initializer_list>
 #include <sstream>
 #include <string>
@@ -30,6 +33,13 @@ class Play {
     desk::KeptJournal journal{time};
     desk::Desk desk{time, journal, 1};
 };
+
+/// Plays one of several desks of a test in a process of its own, as each needs: there is one program a
+/// process.
+inline void alone(const std::function<void()>& part) {
+    EXPECT_EXIT((part(), std::exit(testing::Test::HasFailure() ? EXIT_FAILURE : EXIT_SUCCESS)),
+                testing::ExitedWithCode(EXIT_SUCCESS), "");
+}
 
 using Lines = std::vector<std::string>;
 

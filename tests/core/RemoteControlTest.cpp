@@ -58,7 +58,9 @@ TEST(RemoteControl, tellsTheStateOfACycle) {
     EXPECT_EQ(Remote::now(), "working 01:00 none") << "the windows fade, the break is over";
     AppState::promptState().showNewDay();
     EXPECT_EQ(Remote::now(), "break 00:10 newday");
-    remote("+10\n+5\n");
+    remote("+10\n+60\n");
+    EXPECT_EQ(Remote::now(), "break 00:30 short") << "the greeting was none of the cycle";
+    remote("skip 1\n+5\n");
     AppState::setWorking(false);
     EXPECT_EQ(Remote::now(), "stopped 00:55 none");
     AppState::setManualPause(true);

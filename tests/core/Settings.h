@@ -35,7 +35,6 @@ class Person {
     void removed(const char* id, const PreferencesValue& entry) const {
         client_.did(id, PreferencesAct::Removed, entry);
     }
-    void reset(const char* id) const { client_.did(id, PreferencesAct::Reset, {}); }
 
   private:
     PreferencesClient& client_;

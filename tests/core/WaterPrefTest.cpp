@@ -29,7 +29,7 @@ std::string tiles(const std::vector<PreferencesEntry>& points) {
 }
 
 TEST(WaterPaneWindow, TheSwitchPutsTheReminderInPlaceAndTakesItAway) {
-    Settings settings(atTen, {"title", "log"});
+    Settings settings(atTen, {"title"});
     EXPECT_EQ(settings.after([](auto window) { window.switched("enable", true); }),
               (Lines{"0.000 set pref.water.enable bool true", "0.000 item water inserted 3 \"Water (0% )\"",
                      "0.000 water armed 300"}));
@@ -40,6 +40,9 @@ TEST(WaterPaneWindow, TheSwitchPutsTheReminderInPlaceAndTakesItAway) {
         (Lines{"3.000 set pref.water.enable bool false", "3.000 item water removed",
                "3.000 window closing Water Reminder", "3.000 app deactivate", "3.000 water cancelled"}));
     EXPECT_FALSE(settings["enable"].on());
+    EXPECT_EQ(
+        settings.after([](auto window) { window.chosen("selectedInterval", 30); }),
+        (Lines{"3.000 set pref.water.selectedInterval int 30", "3.000 log info waterState.enable is false"}));
 }
 
 TEST(WaterPaneWindow, TheTargetGoesInFiftiesBetweenItsLimits) {
@@ -73,19 +76,6 @@ TEST(WaterPaneWindow, TheTargetGoesInFiftiesBetweenItsLimits) {
     EXPECT_EQ(settings["target"].text(), "1250");
 }
 
-TEST(WaterPaneWindow, AForeignTargetIsShownAndStepsBackIntoPlace) {
-    Settings settings(std::string("store pref.water.target int 33333\n") + "launch\n",
-                      {"title", "log", "item"});
-    EXPECT_EQ(settings["target"].text(), "33333");
-    EXPECT_EQ(settings.after([](auto window) {
-        window.entered("target", "33333");
-        window.closed();
-    }),
-              Lines{});
-    EXPECT_EQ(settings.after([](auto window) { window.stepped("target", -1); }),
-              (Lines{"0.000 set pref.water.target int 20000"}));
-}
-
 TEST(WaterPaneWindow, EachChangePlansTheReminderAnew) {
     Settings settings(std::string("start 2026-11-23T10:00:00\nstore pref.water.enable bool true\n"
                                   "store pref.water.lastShowDate real 1795427400\nlaunch\n"),
@@ -98,6 +88,8 @@ TEST(WaterPaneWindow, EachChangePlansTheReminderAnew) {
         (Lines{"0.000 set pref.water.target int 1550", "0.000 water cancelled", "0.000 water armed 1200"}));
     EXPECT_EQ(settings.after([](auto window) { window.timeEntered("intervalStartDate", 8, 0); }).back(),
               "0.000 water armed 1200");
+    EXPECT_EQ(settings.after([](auto window) { window.timeEntered("intervalEndDate", 9, 0); }).back(),
+              "0.000 water cancelled");
     EXPECT_EQ(settings.after([](auto window) { window.timeEntered("intervalEndDate", 19, 0); }).back(),
               "0.000 water armed 1200");
     EXPECT_EQ(settings.after([](auto window) { window.chosen("mode", 1); }),

@@ -270,23 +270,6 @@ TEST(WaterSchedule, DaysOfTwentyThreeAndTwentyFiveHours) {
     EXPECT_EQ(water().nextReminder(), 1800); // 02:30 does not exist: three o'clock comes half an hour later
     play("clock +54000\n");                  // half past five in the afternoon
     EXPECT_EQ(water().nextReminder(), 9000);
-    play("pref selectedTimings 09:00 10:00\nclock +604800\nzone America/Sao_Paulo\n");
-    EXPECT_EQ(
-        play.desk.clock.civil(Calendar(play.desk.clock).todayDate(*water().selectedTimings().begin())).hour,
-        play.desk.clock.civil(*water().selectedTimings().begin()).hour);
-}
-
-TEST(WaterPane, ChangesPlanAnewOnlyWhileTheReminderIsOn) {
-    Play play({"title", "set", "window", "app"});
-    play("start 2026-11-23T10:00:00\nstore pref.water.lastShowDate real 1795427400\nlaunch\n");
-    EXPECT_EQ(play("pref target 2000\n"), (Lines{"0.000 log info waterState.enable is false"}));
-    EXPECT_EQ(play("pref enable true\npref enable true\n"),
-              (Lines{"0.000 item water inserted 3 \"Water (0% )\"", "0.000 water armed 300"}));
-    EXPECT_EQ(play("pref target 2000\npref selectedInterval 30\n"),
-              (Lines{"0.000 item water \"Water (0% )\"", "0.000 water cancelled", "0.000 water armed 1200"}));
-    EXPECT_EQ(play("pref intervalEndDate 09:00\n"),
-              (Lines{"0.000 item water \"Water (0% Out of hours)\"", "0.000 water cancelled"}));
-    EXPECT_EQ(play("pref enable false\n+1500\n").front(), "0.000 item water removed");
 }
 
 TEST(WaterPanel, DoneAddsAtOnceAndClosesHalfASecondLater) {
