@@ -12,9 +12,12 @@ compiler=clang++-19
 machine=$(uname -m)
 libcxx=/usr/lib/llvm-16/include/c++/v1
 gnustep=/usr/include/GNUstep
-for need in "$(command -v "$compiler" || echo "$compiler")" "$libcxx" "$gnustep"; do
+# Those of the Objective-C library lie among GCC's own, and come after all others for that.
+objc=$(echo /usr/lib/gcc/*/12/include)
+blocks=/usr/include/Block.h
+for need in "$(command -v "$compiler" || echo "$compiler")" "$libcxx" "$gnustep" "$objc/objc" "$blocks"; do
     if [[ ! -e $need ]]; then
-        echo "check_macos: $need is missing; the packages are clang-19, libc++-16-dev and libgnustep-gui-dev" >&2
+        echo "check_macos: $need is missing; the packages are clang-19, libc++-16-dev, libgnustep-gui-dev, libobjc-12-dev and libblocksruntime-dev" >&2
         exit 1
     fi
 done
@@ -34,7 +37,7 @@ warnings=(-Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Wold-style-cast 
 common=("$compiler" -std=c++20 "--target=${machine/aarch64/arm64}-apple-macos12" -nostdlibinc -nostdinc++ -U__APPLE__ -U__MACH__ -U__nonnull
     -D_GNU_SOURCE -D__linux__ -D__GNU_LIBOBJC__=1 -isystem "$libcxx" -isystem platform/macos/check
     -isystem "$("$compiler" -print-resource-dir)/include" -isystem "$gnustep"
-    -isystem "/usr/include/$machine-linux-gnu" -isystem /usr/include
+    -isystem "/usr/include/$machine-linux-gnu" -isystem /usr/include -idirafter "$objc"
     -include platform/macos/check/LibcxxAvailability.h -I. -I "$scratch/generated" "${warnings[@]}")
 objective=(-fsyntax-only -fobjc-arc -fblocks -Wno-unused-parameter -Wundeclared-selector -Wobjc-method-access -Wprotocol
     -include platform/macos/check/MacDeclarations.h)

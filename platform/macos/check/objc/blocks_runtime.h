@@ -1,6 +1,4 @@
 #pragma once
 
-extern "C" {
-void* _Block_copy(const void* block);
-void _Block_release(const void* block);
-}
+// By this name the headers of GNUstep ask for what Debian keeps elsewhere.
+#include <Block.h>

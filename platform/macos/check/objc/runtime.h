@@ -2,11 +2,13 @@
 
 #include <objc/objc.h>
 
-// As much of the run-time library as the headers of GNUstep mention.
-@class Protocol;
-extern "C" BOOL sel_isEqual(SEL one, SEL other);
+// As much of the run-time library as is mentioned in the headers of GNUstep and used here. A compiler that
+// counts owners by itself cannot read the library's own.
 typedef struct objc_method* Method;
 typedef struct objc_ivar* Ivar;
-extern "C" Method class_getInstanceMethod(Class owner, SEL name);
-extern "C" IMP method_setImplementation(Method method, IMP implementation);
 struct objc_method_description;
+extern "C" {
+BOOL sel_isEqual(SEL one, SEL other);
+Method class_getInstanceMethod(Class owner, SEL name);
+void method_exchangeImplementations(Method one, Method other);
+}

@@ -10,20 +10,6 @@ namespace {
 // How the compiler describes classes and how that library keeps them, as far as both agree and it matters
 // here. What the newer compiler adds behind that the older library never reads.
 
-struct Protocol;
-
-struct ProtocolList {
-    ProtocolList* next;
-    unsigned long count;
-    Protocol* protocols[1];
-};
-
-struct Protocol {
-    unsigned long version; ///< the library puts the class of protocols in its place
-    const char* name;
-    ProtocolList* adopted;
-};
-
 struct InstanceVariables {
     int count;
     struct {
@@ -42,14 +28,9 @@ struct Class {
     long size;
     InstanceVariables* variables;
     void* unused[4];
-    ProtocolList* protocols;
+    void* protocols;
     void* unneeded[2];
     int** offsets; ///< where the code finds the offset of each instance variable
-};
-
-struct Category {
-    void* unused[4];
-    ProtocolList* protocols;
 };
 
 struct Symbols {
@@ -68,7 +49,6 @@ struct Module {
 };
 
 constexpr unsigned long librarysVersion = 8;
-constexpr unsigned long librarysProtocols = 2;
 constexpr unsigned long librarysInfo = 0xf;
 
 } // namespace
@@ -92,21 +72,11 @@ const Class* superclassOf(const Symbols& symbols, const Class& each) {
     return objc_lookUpClass(each.superclass);
 }
 
-void fitProtocols(ProtocolList* list) {
-    for (; list; list = list->next)
-        for (unsigned long i = 0; i < list->count; ++i)
-            if (Protocol& protocol = *list->protocols[i];
-                protocol.version > librarysProtocols && protocol.version < 16) {
-                protocol.version = librarysProtocols;
-                fitProtocols(protocol.adopted);
-            }
-}
-
 /// The compiler counts the new instance variables from the end of the superclass, and their size below zero.
 void place(const Symbols& symbols, Class& each) {
     each.info &= librarysInfo;
     each.metaclass->info &= librarysInfo;
-    fitProtocols(each.protocols);
+    each.protocols = nullptr; // whose form differs, too, and which nobody asks for
     const long start = (superclassOf(symbols, each)->size + 7) & ~7L;
     for (int i = 0; each.variables && i < each.variables->count; ++i) {
         int& offset = each.variables->variables[i].offset;
@@ -120,8 +90,6 @@ void fit(Module& module) {
     const Symbols& symbols = *module.symbols;
     for (unsigned i = 0; i < symbols.classCount; ++i)
         place(symbols, classAt(symbols, i));
-    for (unsigned i = 0; i < symbols.categoryCount; ++i)
-        fitProtocols(static_cast<Category*>(symbols.definitions[symbols.classCount + i])->protocols);
     module.version = librarysVersion;
     module.size = sizeof(Module);
 }

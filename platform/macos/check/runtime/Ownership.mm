@@ -79,7 +79,7 @@ void keepArguments(id keeper, NSInvocation* asked) {
     NSArray* parts = [NSStringFromSelector([asked selector]) componentsSeparatedByString:@":"];
     for (NSUInteger i = 0; i + 1 < [parts count]; ++i) {
         const char type = *[[asked methodSignature] getArgumentTypeAtIndex:i + 2];
-        if (!std::strchr("@:dc", type))
+        if (!std::strchr("@:dC", type))
             continue;
         [asked getArgument:&value atIndex:i + 2];
         if (type == ':')
