@@ -11,17 +11,17 @@ class Busy(MacTest):
         for reason in ("sound", "camera", "fullscreen", "awake"):
             with self.subTest(reason):
                 program = self.launch(HELD)
-                program.ask("busy", by=reason)
+                program.tell("busyBy", reason)
                 program.pass_time(10 * MINUTE)
                 self.assertEqual(program.breaks(), [])
                 self.assertIn(f"the break waits: {reason}", program.log())
-                program.ask("busy", by="nothing")
+                program.tell("busyBy", None)
                 program.pass_time(MINUTE)
                 self.assertEqual(len(program.breaks()), 1)
 
     def test_a_reason_that_was_not_chosen_holds_nothing(self):
         program = self.launch({**HELD, "pref.break.hold.camera": False})
-        program.ask("busy", by="camera")
+        program.tell("busyBy", "camera")
         program.pass_time(MINUTE + 1)
         self.assertEqual(len(program.breaks()), 1)
 

@@ -50,7 +50,7 @@ class Records(HistoryTest):
         program.pass_time(25 * 60)
         self.assertEqual(self.files(program), [])
         program.settings("Workflow").find("switch", "Keep a history of work, breaks and water").set(True)
-        self.assertIs(program.ask("defaults", key="pref.history.enable"), True)
+        self.assertIs(program.setting("pref.history.enable"), True)
 
 
 class Window(HistoryTest):

@@ -35,18 +35,28 @@ MADE = {"NSButton", "NSDatePicker", "NSImage", "NSPopover", "NSStackView", "NSTe
         "SourceStandIn"}
 # What is asked of the objects of each class.
 SEEN = {
-    "NSWindow": ("title", "frame", "level", "alphaValue", "isKeyWindow", "styleMask", "firstResponder"),
-    "NSView": ("accessibilityRole", "accessibilityLabel", "accessibilityHelp", "accessibilityValue", "toolTip"),
+    "NSWindow": ("title", "frame", "level", "alphaValue", "isVisible", "isKeyWindow", "styleMask", "firstResponder.hash", "contentView"),
+    "NSView": ("accessibilityRole", "accessibilityLabel", "accessibilityHelp", "accessibilityValue", "toolTip", "frameInWindow",
+               "isHidden", "subviews"),
     "NSControl": ("isEnabled", "intValue"),
-    "NSTextField": ("isEditable", "stringValue", "currentEditor", "currentEditor.string"),
+    "NSTextField": ("isEditable", "stringValue", "currentEditor.hash", "currentEditor.string"),
     "NSButton": ("title", "image.accessibilityDescription"),
     "NSPopUpButton": ("titleOfSelectedItem", "itemTitles"),
-    "NSSegmentedControl": ("selectedSegment",),
+    "NSSegmentedControl": ("selectedSegment", "itemTitles"),
     "NSDatePicker": ("dateValue",),
     "NSSwitch": ("state",),
-    "NSMenuItem": ("title", "keyEquivalent", "isEnabled", "isSeparatorItem", "tag",
+    "NSTableView": ("selectedRow",),
+    "NSMenuItem": ("title", "keyEquivalent", "isEnabled", "isSeparatorItem", "tag", "actionName",
                    # Which the face makes the same; a Mac does not tell the first.
                    "image.accessibilityDescription" if ON_MAC else "image.systemSymbolName"),
+}
+# And of those in a note of what the system was asked.
+NOTED = {
+    "NSURL": ("absoluteString",),
+    "NSAttributedString": ("string", "description"),
+    "UNNotificationRequest": ("content.title", "content.body", "content.categoryIdentifier"),
+    "UNNotificationCategory": ("identifier", "actions"),
+    "UNNotificationAction": ("identifier", "title"),
 }
 STATUS = {"title": "button.title", "picture": "button.image", "tip": "button.toolTip"}
 # The toolkits' own windows, which are none to a person: for menus, the menu bar and the application's picture.
@@ -55,13 +65,18 @@ NO_WINDOWS = ("MenuPanel", "IconWindow", "StatusBarWindow")
 ROLES = {"AXRadioButton": "radio button", "AXRadioGroup": "radio group", "AXLink": "link"}
 KINDS = {"NSPopUpButton": "list", "NSButton": "button", "NSSwitch": "switch", "NSSegmentedControl": "segments", "NSDatePicker": "time",
          "NSStepper": "stepper", "NSTableView": "table", "NSImageView": "picture"}
-SETTERS = {"list": "objectValue", "switch": "state", "segments": "selectedSegment", "time": "dateValue", "stepper": "intValue",
-           "table": "selectedRow"}
+SETTERS = {"list": "objectValue", "switch": "state", "segments": "selectedSegment", "time": "dateValue", "stepper": "intValue"}
 CLOSABLE = 2
+TRANSIENT = 1
 
 
 def rectangle(x, y, width, height):
     return f"{{{{{x}, {y}}}, {{{width}, {height}}}}}"
+
+
+def shown(view):
+    """A view and all within it; those that are hidden are not there."""
+    return [] if view["isHidden"] else [view, *(each for child in view["subviews"] for each in shown(child))]
 
 
 class Refused(Exception):
@@ -73,12 +88,12 @@ class View:
 
     def __init__(self, program, seen, first):
         self.program, self.seen = program, seen
-        self.number, self.frame, self.classes = seen["number"], seen["frame"], seen["classes"]
+        self.number, self.frame, self.classes = seen["number"], seen["frameInWindow"], seen["classes"]
         self.help, self.tip, self.choices = seen["accessibilityHelp"], seen["toolTip"], seen.get("itemTitles")
         self.kind, self.name = self.kind_of_it(), self.name_of_it()
         self.value = self.value_of_it()
         self.enabled = seen.get("isEnabled") != 0
-        self.keyboard = first in (self.number, seen.get("currentEditor") or self.number)
+        self.keyboard = first in (self.number, seen.get("currentEditor.hash") or self.number)
 
     def __repr__(self):
         return f"<{self.kind} {self.name!r} {self.value!r}>"
@@ -99,7 +114,7 @@ class View:
     def value_of_it(self):
         """What it shows or is set to."""
         if self.kind in ("field", "text"):
-            return self.seen["currentEditor.string" if self.seen["currentEditor"] else "stringValue"]
+            return self.seen["currentEditor.string" if self.seen["currentEditor.hash"] else "stringValue"]
         if self.kind == "time":
             minute = int(self.seen["dateValue"] // 60)
             return f"{minute // 60 % 24:02}:{minute % 60:02}"
@@ -115,21 +130,24 @@ class View:
     def press(self):
         if "NSButton" not in self.classes:
             raise Refused("It is no button")
-        self.ask("use", reached=True)
+        self.ask("use")
 
     def click_into(self):
         self.ask("clickInto")
 
     def point(self, leaves=False):
-        self.ask("use", reached=True, message="mouseExited:" if leaves else "mouseEntered:")
+        self.ask("use", message="mouseExited:" if leaves else "mouseEntered:")
 
     def set(self, value):
         """Puts it to a value: switch, entry of a list or of segments, row of a table, time as a text. A stepper goes on by it;
-        a number is typed into a time."""
+        a number is typed into a time, and a row is gone to by keys."""
         if self.kind == "time" and isinstance(value, int):
             self.click_into()
             return self.program.press(str(value))
-        self.ask("use", reached=True, key=SETTERS[self.kind], value=self.raw(value))
+        if self.kind == "table":
+            self.click_into()
+            return self.program.press(*["Down"] * (value - self.seen["selectedRow"]), *["Up"] * (self.seen["selectedRow"] - value))
+        self.ask("use", key=SETTERS[self.kind], value=self.raw(value))
 
     def raw(self, value):
         if self.kind in ("list", "segments"):
@@ -159,7 +177,7 @@ class Window:
         self.program, self.number, self.closable = program, seen["number"], seen["styleMask"] & CLOSABLE
         self.title, self.frame, self.level = seen["title"], seen["frame"], seen["level"]
         self.alpha, self.key = seen["alphaValue"], bool(seen["isKeyWindow"])
-        self.views = [View(program, view, seen["firstResponder"]) for view in seen["views"]]
+        self.views = [View(program, view, seen["firstResponder.hash"]) for view in shown(seen["contentView"])]
 
     def __repr__(self):
         return f"<window {self.title!r}: {self.views}>"
@@ -186,22 +204,21 @@ class Program:
     """A run of the program."""
 
     def __init__(self, executable, home, display, settings, arguments=(), environment=None):
-        self.home = home
+        self.home, self.noted = home, 0
         self.write(settings)
         here, there = socket.socketpair()
         self.errors = tempfile.TemporaryFile("w+", encoding="utf-8", errors="replace")
         surroundings = {name: value for name, value in os.environ.items() if name.endswith("SAN_OPTIONS")}
         surroundings.update({
             "PATH": os.environ["PATH"], "HOME": str(home), "TEMP": str(home), "TZ": "UTC", "LANG": "C.UTF-8",
-            "KELPA_TEST_SOCKET": str(there.fileno()), "KELPA_TEST_START": str(START), "KELPA_TEST_MACOS": "14.2",
+            "KELPA_TEST_START": str(START), "KELPA_TEST_MACOS": "14.2.1",
             "KELPA_TEST_SETTINGS": str(self.settings_file()), "CFFIXED_USER_HOME": str(home), **(environment or {})})
         if display:
             surroundings["DISPLAY"] = display
         # What the toolkit made once it keeps.
         surroundings.setdefault("ASAN_OPTIONS", "detect_leaks=0")
         surroundings.setdefault("ASAN_SYMBOLIZER_PATH", "/usr/bin/llvm-symbolizer-14")
-        self.process = subprocess.Popen([executable, *arguments], env=surroundings, pass_fds=[there.fileno()], cwd=home,
-                                        stdin=subprocess.DEVNULL, stdout=self.errors, stderr=self.errors)
+        self.process = subprocess.Popen([executable, *arguments], env=surroundings, cwd=home, stdin=there, stdout=self.errors, stderr=self.errors)
         there.close()
         here.settimeout(60)
         self.stream = here.makefile("rw", encoding="utf-8")
@@ -239,10 +256,13 @@ class Program:
 
     # What can be seen
 
+    def see(self, path, keys):
+        """What the application has under a path of keys."""
+        return self.ask("see", **{"class": "NSApplication"}, path="sharedApplication." + path, keys=keys)
+
     def windows(self, title=None):
-        seen = self.ask("windows", keys=SEEN)
-        return [Window(self, window) for window in seen
-                if not window["classes"][0].endswith(NO_WINDOWS) and title in (None, window["title"])]
+        return [Window(self, window) for window in self.see("windows", SEEN)
+                if window["isVisible"] and not window["classes"][0].endswith(NO_WINDOWS) and title in (None, window["title"])]
 
     def window(self, title):
         found = self.windows(title)
@@ -255,16 +275,16 @@ class Program:
 
     def status(self):
         """What stands in the menu bar: title, picture and tip."""
-        seen = self.ask("statusItem", keys={"NSObject": list(STATUS.values())})
+        seen = self.see("statusItem", {"NSObject": list(STATUS.values())})
         return {name: seen[key] for name, key in STATUS.items()}
 
     def title(self):
         return (self.status()["title"] or "").strip()
 
     def menu(self):
-        """The lines of the menu, each with its place in it."""
-        lines = [{**line, "line": number, "key": line["keyEquivalent"], "enabled": bool(line["isEnabled"]), "picture": line[SEEN["NSMenuItem"][-1]]}
-                 for number, line in enumerate(self.ask("menu", keys=SEEN))]
+        """The lines of the menu."""
+        lines = [{**line, "key": line["keyEquivalent"], "enabled": bool(line["isEnabled"]), "action": line["actionName"],
+                  "picture": line[SEEN["NSMenuItem"][-1]]} for line in self.see("statusItem.menu.itemArray", SEEN)]
         return [line for line in lines if not line["isSeparatorItem"]]
 
     def log(self):
@@ -272,7 +292,13 @@ class Program:
 
     def notes(self, *kinds):
         """What the system was asked since the last time; of certain kinds only."""
-        return [note for note in self.ask("notes") if not kinds or note["what"] in kinds]
+        notes = self.see("notes", NOTED) or []
+        new, self.noted = notes[self.noted:], len(notes)
+        return [note for note in new if not kinds or note["what"] in kinds]
+
+    def setting(self, key):
+        """What is stored."""
+        return self.ask("see", **{"class": "NSUserDefaults"}, path="standardUserDefaults", key=key)
 
     def live(self):
         """How many objects there are of the face's own classes, and of those that it makes many of."""
@@ -284,20 +310,24 @@ class Program:
         line = next((line for line in self.menu() if line["title"].startswith(title)), None)
         if not (line and line["enabled"] and line["action"]):
             raise Refused("The line is grey" if line else "There is no such line")
-        self.ask("choose", line=line["line"])
+        self.ask("use", number=line["number"])
 
     def press(self, *keys, modifiers=0):
         self.ask("type", keys=[KEYS.get(key, key) for key in keys], modifiers=modifiers)
 
     def turn_to(self, tab):
         labels, chosen = (f"contentViewController.{key}" for key in ("tabViewItems.label", "selectedTabViewItemIndex"))
-        window = next((window for window in self.ask("windows", keys={"NSWindow": [labels]}) if tab in (window[labels] or ())), None)
+        windows = self.see("windows", {"NSWindow": [labels, "isVisible"]})
+        window = next((window for window in windows if window["isVisible"] and tab in (window[labels] or ())), None)
         if not window:
             raise Refused("There is no such tab")
         self.ask("use", number=window["number"], key=chosen, value=window[labels].index(tab))
 
     def click_beside(self):
-        self.ask("clickBeside")
+        """What is there for a moment only goes."""
+        for window in self.see("windows", {"NSWindow": ["popover.behavior"]}):
+            if window["popover.behavior"] == TRANSIENT:
+                self.ask("use", number=window["number"], message="close")
 
     def settings(self, pane=None):
         """Opens the preferences at a pane."""
@@ -319,9 +349,19 @@ class Program:
             self.pass_time(0.25)
         raise AssertionError(f"It never came: {self.windows()}")
 
+    def tell(self, key, value):
+        """Puts something of the application's surroundings to a value."""
+        self.ask("use", **{"class": "NSApplication"}, path="sharedApplication", key=key, value=value)
+
+    def store(self, key, value):
+        """Stores a value as another program does."""
+        self.ask("use", **{"class": "NSUserDefaults"}, path="standardUserDefaults", message="setValuesForKeysWithDictionary:",
+                 **{"with": {key: value}})
+
     def screens(self, *screens):
         """Each is a number, x, y, width and height; the first one is the main screen."""
-        self.ask("screens", screens=[{"NSScreenNumber": number, "frame": rectangle(*frame)} for number, *frame in screens])
+        self.tell("screens", [{"number": number, "frame": rectangle(*frame)} for number, *frame in screens])
+        self.ask("post", name="NSApplicationDidChangeScreenParametersNotification")
 
     def lock(self):
         self.ask("post", name="com.apple.screenIsLocked")

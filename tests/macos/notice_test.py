@@ -10,9 +10,11 @@ class Notice(MacTest):
         """What was notified and taken away since it was last asked for."""
         told = program.notes("notification", "notification gone")
         for note in told:
-            if "actions" in note:
-                self.assertEqual(note["categoryIdentifier"], note["category"])
-                note["actions"] = [list(action) for action in zip(note["actions"], note["labels"])]
+            if "request" in note:
+                category, = note["categories"]
+                self.assertEqual(note["request"]["content.categoryIdentifier"], category["identifier"])
+                note.update(actions=[[action["identifier"], action["title"]] for action in category["actions"]],
+                            words=(note["request"]["content.title"], note["request"]["content.body"]))
         return told
 
     def test_it_comes_and_its_buttons_do_what_they_say(self):
@@ -21,7 +23,7 @@ class Notice(MacTest):
         self.assertEqual(self.told(program), [])
         program.pass_time(2)
         word, = self.told(program)
-        self.assertEqual((word["title"], word["body"]), ("A short break is near", "It begins in 30 seconds."))
+        self.assertEqual(word["words"], ("A short break is near", "It begins in 30 seconds."))
         self.assertEqual(word["actions"], [["start", "Start now"], ["more", "3 more minutes"]])
         program.ask("pressAction", action="more")
         program.ask("pressAction", action="start")     # a second press comes too late

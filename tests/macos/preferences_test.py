@@ -24,7 +24,7 @@ class PreferencesTest(MacTest):
         return program.window("Settings").find(kind, name)
 
     def stored(self, program, key):
-        return program.ask("defaults", key=key)
+        return program.setting(key)
 
     def assert_stored(self, program, key, value):
         stored = self.stored(program, key)
@@ -88,7 +88,7 @@ class Panes(PreferencesTest):
     def test_what_another_program_stored_shows_when_the_window_comes_to_the_front(self):
         program = self.open("Workflow", {"pref.water.enable": True})
         program.choose("Water")
-        program.ask("defaults", key="break_prompt_text", value="go out")
+        program.store("break_prompt_text", "go out")
         self.find(program, "field", WORK).click_into()
         self.assertEqual(self.find(program, "field", "Custom break prompt").value, "go out")
 
@@ -121,7 +121,7 @@ class Panes(PreferencesTest):
         self.assertEqual(window.texts(), ["Kelpa", "v0.1.0(1)", "Copyright © 2026 The Kelpa Authors."])
         self.assertEqual(len(window.all("picture")), 1)
         window.find("link", "Release Notes").press()
-        self.assertRegex(program.notes("open")[0]["address"], "^https://")
+        self.assertRegex(program.notes("open")[0]["address"]["absoluteString"], "^https://")
 
     def test_what_is_being_typed_counts_when_the_window_closes(self):
         program = self.open("Workflow")

@@ -19,8 +19,8 @@ class Water(MacTest):
     def assert_answered(self, program, finished, at):
         """The panel is gone, the answer is stored, and the next reminder comes after a whole interval."""
         self.assertEqual(program.windows(), [])
-        self.assertEqual(program.ask("defaults", key="pref.water.finished"), finished)
-        self.assertEqual(program.ask("defaults", key="pref.water.lastShowDate"), START + at)
+        self.assertEqual(program.setting("pref.water.finished"), finished)
+        self.assertEqual(program.setting("pref.water.lastShowDate"), START + at)
         program.pass_time(INTERVAL - FADE - 2)
         self.assertEqual(program.windows(), [])
         program.pass_time(FADE)
@@ -43,7 +43,7 @@ class Water(MacTest):
         program.pass_time(10)
         for amount in AMOUNTS:
             self.panel(program).find("radio button", f"{amount}ml").press()
-            self.assertEqual(program.ask("defaults", key="pref.water.lastSelectedAmount"), amount)
+            self.assertEqual(program.setting("pref.water.lastSelectedAmount"), amount)
             self.assertEqual([tile.name for tile in self.panel(program).all("radio button") if tile.value], [f"{amount}ml"])
 
     def test_done_counts_once_and_skip_nothing(self):
@@ -75,7 +75,7 @@ class Water(MacTest):
         program.choose("Water")
         self.panel(program).close()
         self.assertEqual(program.windows(), [])
-        self.assertEqual(program.ask("defaults", key="pref.water.lastShowDate"), START - INTERVAL + 10)
+        self.assertEqual(program.setting("pref.water.lastShowDate"), START - INTERVAL + 10)
         self.assertEqual([note["what"] for note in program.notes("deactivate")], ["deactivate"] * 2)
 
     def test_the_menu_shows_it_and_a_second_press_hides_it(self):
@@ -98,7 +98,7 @@ class Water(MacTest):
         self.assertIn("skip break view", program.log())
         program.pass_time(FADE)
         self.assertEqual([window.title for window in program.windows()], ["Water Reminder"])
-        self.assertEqual(program.ask("defaults", key="pref.water.finished"), 1000)
+        self.assertEqual(program.setting("pref.water.finished"), 1000)
 
 
 if __name__ == "__main__":

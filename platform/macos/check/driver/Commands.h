@@ -5,18 +5,14 @@
 /// The person in front of the program. Each command is a method of the class, in a category of its file: it
 /// takes what was asked, gives the answer or nil, and throws why a person could not do it. Over GNUstep the
 /// stand-ins are the system around the program, and add commands of their own; on a Mac that is AppKit, and
-/// Mac.mm says what has to be said of it.
+/// Mac.mm says what has to be said of it. Either of them also lets the application tell of its "statusItem".
 @interface Driver : NSObject
 @end
 
 namespace driver {
 
-// What the system around says or does.
-
-/// What stands in the menu bar; nil before there is anything.
-[[nodiscard]] NSStatusItem* statusItem();
-/// The object that has been told of under a number; nil once it has gone.
-[[nodiscard]] id seen(NSUInteger number);
+/// Deals with all events that are there until a moment.
+void dealWithEvents(NSDate* end);
 /// Lets seconds pass, and does all that is to be done by then.
 void pass(double seconds);
 

@@ -1,10 +1,10 @@
 // Lets a test be the person in front of the program, and over GNUstep also the system around it and the
 // clock.
 //
-// The test and the program share a socket, whose number is in KELPA_TEST_SOCKET. A line asks for one thing,
-// as an object of JSON whose "do" says what; another line answers, with what was asked for in "answer" or
-// with what is wrong in "error". Before it answers, all that follows from the command has been done. Over
-// GNUstep nothing happens by itself in between, and time passes only by "pass".
+// The program's standard input is a socket that it shares with the test. A line asks for one thing, as an
+// object of JSON whose "do" says what; another line answers, with what was asked for in "answer" or with what
+// is wrong in "error". Before it answers, all that follows from the command has been done. Over GNUstep
+// nothing happens by itself in between, and time passes only by "pass".
 //
 // A test is a class of macos_support.MacTest, in a file tests/macos/NAME_test.py of one subject:
 //
@@ -19,8 +19,10 @@
 #import "platform/macos/check/driver/Commands.h"
 
 #include <cstdio>
-#include <cstdlib>
 #include <exception>
+#include <iostream>
+#include <string>
+#include <unistd.h>
 
 namespace {
 
@@ -39,25 +41,6 @@ NSDictionary* answerTo(NSData* line) {
     }
 }
 
-void serve() {
-    driver::pass(0);
-    FILE* stream = fdopen(std::atoi(std::getenv("KELPA_TEST_SOCKET")), "r+");
-    char* line = nullptr;
-    std::size_t room = 0;
-    for (ssize_t length; (length = getline(&line, &room, stream)) > 0;) {
-        @autoreleasepool {
-            NSData* asked = [NSData dataWithBytes:line length:static_cast<NSUInteger>(length)];
-            NSDictionary* answer = answerTo(asked);
-            driver::pass(0);
-            NSData* text = [NSJSONSerialization dataWithJSONObject:answer options:0 error:nullptr];
-            std::fwrite([text bytes], 1, [text length], stream);
-            std::fputc('\n', stream);
-            std::fflush(stream);
-        }
-    }
-    [NSApp terminate:nil]; // the test is over
-}
-
 } // namespace
 
 @implementation Driver
@@ -71,12 +54,20 @@ void serve() {
 }
 
 + (void)launched:(NSNotification*)notification {
-    if (std::getenv("KELPA_TEST_SOCKET"))
-        [self performSelector:@selector(serve) withObject:nil afterDelay:0];
+    [self performSelectorOnMainThread:@selector(serve) withObject:nil waitUntilDone:NO];
 }
 
 + (void)serve {
-    ::serve();
+    driver::pass(0);
+    for (std::string line; std::getline(std::cin, line);)
+        @autoreleasepool {
+            NSDictionary* answer = answerTo([NSData dataWithBytes:line.data() length:line.size()]);
+            driver::pass(0);
+            NSData* text = [NSJSONSerialization dataWithJSONObject:answer options:0 error:nullptr];
+            dprintf(STDIN_FILENO, "%.*s\n", static_cast<int>([text length]),
+                    static_cast<const char*>([text bytes]));
+        }
+    [NSApp terminate:nil]; // the test is over
 }
 
 + (id)pass:(NSDictionary*)asked {
@@ -88,13 +79,12 @@ void serve() {
     return @([[NSApp delegate] applicationShouldHandleReopen:NSApp hasVisibleWindows:NO]);
 }
 
-/// Reads what is stored, or stores a value as another program does. Of the types only truth values are told
-/// apart from numbers.
-+ (id)defaults:(NSDictionary*)asked {
-    NSUserDefaults* defaults = [NSUserDefaults standardUserDefaults];
-    if (id value = asked[@"value"])
-        [defaults setObject:value forKey:asked[@"key"]];
-    return [defaults objectForKey:asked[@"key"]];
-}
-
 @end
+
+void driver::dealWithEvents(NSDate* end) {
+    while (NSEvent* event = [NSApp nextEventMatchingMask:NSAnyEventMask
+                                               untilDate:end
+                                                  inMode:NSDefaultRunLoopMode
+                                                 dequeue:YES])
+        [NSApp sendEvent:event];
+}

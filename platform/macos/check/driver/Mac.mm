@@ -7,51 +7,36 @@
 #include <algorithm>
 #include <cstdlib>
 
-namespace {
+static NSStatusItem* shownItem;
 
-/// In which what a command leads to has been done, without animations.
-constexpr double settling = 0.2;
+@implementation NSStatusBar (Driver)
 
-NSStatusItem* shownItem;
-NSStatusItem* (*makeItem)(id, SEL, CGFloat);
-
-NSStatusItem* makeAndKeepItem(id bar, SEL selector, CGFloat length) {
-    return shownItem = makeItem(bar, selector, length);
-}
-
-/// The settings of a test, in the place of all that was stored under this bundle's own name.
-void takeSettings() {
-    const char* file = std::getenv("KELPA_TEST_SETTINGS");
-    if (!file)
-        return;
-    NSDictionary* settings = [NSDictionary dictionaryWithContentsOfFile:[NSString stringWithUTF8String:file]];
-    [[NSUserDefaults standardUserDefaults] setPersistentDomain:settings
-                                                       forName:[[NSBundle mainBundle] bundleIdentifier]];
-}
-
-} // namespace
-
-@implementation Driver (Mac)
-
+/// Also takes the settings of a test, in the place of all that was stored under this bundle's own name.
 + (void)load {
-    Method method = class_getInstanceMethod([NSStatusBar class], @selector(statusItemWithLength:));
-    const IMP before =
-        method_setImplementation(method, reinterpret_cast<IMP>(reinterpret_cast<void*>(makeAndKeepItem)));
-    makeItem = reinterpret_cast<decltype(makeItem)>(reinterpret_cast<void*>(before));
-    takeSettings();
+    method_exchangeImplementations(class_getInstanceMethod(self, @selector(statusItemWithLength:)),
+                                   class_getInstanceMethod(self, @selector(keptItemWithLength:)));
+    if (const char* file = std::getenv("KELPA_TEST_SETTINGS"))
+        [[NSUserDefaults standardUserDefaults]
+            setPersistentDomain:[NSDictionary dictionaryWithContentsOfFile:@(file)]
+                        forName:[[NSBundle mainBundle] bundleIdentifier]];
+}
+
+/// Has changed names with AppKit's own method, which it calls.
+- (NSStatusItem*)keptItemWithLength:(CGFloat)length {
+    return shownItem = [self keptItemWithLength:length];
 }
 
 @end
 
-NSStatusItem* driver::statusItem() {
+@implementation NSApplication (Driver)
+
+- (NSStatusItem*)statusItem {
     return shownItem;
 }
 
+@end
+
 void driver::pass(double seconds) {
-    NSDate* end = [NSDate dateWithTimeIntervalSinceNow:std::max(seconds, settling)];
-    while (NSEvent* event = [NSApp nextEventMatchingMask:NSAnyEventMask
-                                               untilDate:end
-                                                  inMode:NSDefaultRunLoopMode
-                                                 dequeue:YES])
-        [NSApp sendEvent:event];
+    constexpr double settling = 0.2; // in which what a command leads to has been done, without animations
+    dealWithEvents([NSDate dateWithTimeIntervalSinceNow:std::max(seconds, settling)]);
 }

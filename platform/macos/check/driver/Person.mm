@@ -1,33 +1,78 @@
-// What a person does. Each command gives nothing, or why a person could not do it.
+// What a person sees, and does. What is told of each object is what the test asks for, by keys.
 #import "platform/macos/check/driver/Commands.h"
 
 #include <initializer_list>
+#include <map>
 #include <stdexcept>
 
 namespace {
 
-/// The window or view on the screen that a command names.
-id named(NSDictionary* asked) {
-    id found = driver::seen([asked[@"number"] unsignedLongValue]);
-    NSWindow* window = [found isKindOfClass:[NSView class]] ? [found window] : found;
-    if (![window isVisible])
-        throw std::runtime_error("It is not there any more");
-    return found;
+std::map<NSUInteger, __weak id> told;
+
+id plain(id value, NSDictionary* keys);
+
+/// An object's number and classes, and what it says of the keys that are asked for each of them.
+NSDictionary* describe(id object, NSDictionary* keys) {
+    const NSUInteger number = [object hash];
+    told[number] = object;
+    NSMutableArray* classes = [NSMutableArray array];
+    NSMutableDictionary* all = [@{@"number" : @(number), @"classes" : classes} mutableCopy];
+    for (Class each = [object class]; each; each = [each superclass]) {
+        [classes addObject:NSStringFromClass(each)];
+        for (NSString* key in keys[[classes lastObject]])
+            all[key] = plain([object valueForKeyPath:key], keys);
+    }
+    return all;
 }
 
-/// The view that a command names. The pointer has to reach its middle.
+/// As a line of JSON has it. A date is its seconds since 1970, and an object of another kind is described.
+id plain(id value, NSDictionary* keys) {
+    if (!value)
+        return [NSNull null];
+    if ([value isKindOfClass:[NSString class]] || [value isKindOfClass:[NSNumber class]])
+        return value;
+    if ([value isKindOfClass:[NSDate class]])
+        return @([value timeIntervalSince1970]);
+    if ([value isKindOfClass:[NSDictionary class]])
+        return [NSDictionary dictionaryWithObjects:plain([value allValues], keys) forKeys:[value allKeys]];
+    if ([value isKindOfClass:[NSValue class]]) {
+        const NSRect rect = [value rectValue];
+        return @[ @(rect.origin.x), @(rect.origin.y), @(rect.size.width), @(rect.size.height) ];
+    }
+    if (![value isKindOfClass:[NSArray class]])
+        return describe(value, keys);
+    NSMutableArray* all = [NSMutableArray array];
+    for (id each in value)
+        [all addObject:plain(each, keys)];
+    return all;
+}
+
+/// What a command is about: an object that has been told of, or what a class has under a path of keys.
+id subject(NSDictionary* asked) {
+    if (asked[@"path"])
+        return [NSClassFromString(asked[@"class"]) valueForKeyPath:asked[@"path"]];
+    return told [[asked [@"number"] unsignedLongValue]];
+}
+
+/// What is to be used. Windows have to be on the screen, and the pointer has to reach the middle of a view.
 id reached(NSDictionary* asked) {
-    NSView* view = named(asked);
+    id object = subject(asked);
+    NSView* view = [object isKindOfClass:[NSView class]] ? object : nil;
+    NSWindow* window = view ? [view window] : object;
+    if (!window || ([window isKindOfClass:[NSWindow class]] && ![window isVisible]))
+        throw std::runtime_error("It is not there any more");
+    if (!view)
+        return object;
     if ([view isHiddenOrHasHiddenAncestor])
         throw std::runtime_error("It is hidden");
-    if ([view isKindOfClass:[NSControl class]] && ![static_cast<NSControl*>(view) isEnabled])
+    if ([view isKindOfClass:[NSControl class]] && ![object isEnabled])
         throw std::runtime_error("It is grey");
     [view scrollRectToVisible:[view bounds]];
-    NSView* content = [[view window] contentView];
+    NSView* content = [window contentView];
     const NSRect box = [view convertRect:[view bounds] toView:[content superview]];
     NSView* hit = [content hitTest:NSMakePoint(NSMidX(box), NSMidY(box))];
     if (![hit isDescendantOf:view])
-        throw std::runtime_error([[hit description] UTF8String]);
+        throw std::runtime_error([[NSString stringWithFormat:@"There is %@", hit] UTF8String]);
     return view;
 }
 
@@ -51,29 +96,24 @@ void strike(NSString* key, NSUInteger modifiers) {
 
 @implementation Driver (Person)
 
-+ (id)choose:(NSDictionary*)asked {
-    [[driver::statusItem() menu] performActionForItemAtIndex:[asked[@"line"] integerValue]];
-    return nil;
++ (id)see:(NSDictionary*)asked {
+    id object = subject(asked);
+    return plain(asked[@"key"] ? [object valueForKey:asked[@"key"]] : object, asked[@"keys"]);
 }
 
-/// Puts something of a window or a view to a value, if there is one, and sends it a message of which no more
-/// is asked, or lets it do what it is there for. A date is a number of seconds since 1970.
+/// Puts something of an object to a value, if there is one, and sends it a message of which no more is asked,
+/// or lets it do what it is there for. A date is a number of seconds since 1970.
 + (id)use:(NSDictionary*)asked {
-    id object = asked[@"reached"] ? reached(asked) : named(asked);
-    NSString* key = asked[@"key"];
+    id object = reached(asked);
     id value = asked[@"value"];
-    if ([key isEqual:@"dateValue"])
+    if ([asked[@"key"] isEqual:@"dateValue"])
         value = [NSDate dateWithTimeIntervalSince1970:[value doubleValue]];
-    if ([key isEqual:@"selectedRow"])
-        [object selectRowIndexes:[NSIndexSet indexSetWithIndex:[value unsignedIntegerValue]]
-            byExtendingSelection:NO];
-    else if (key)
-        [object setValue:value forKeyPath:key];
-    const SEL message = NSSelectorFromString(asked[@"message"]);
-    if (message)
-        [object performSelectorOnMainThread:message withObject:nil waitUntilDone:YES];
-    else if ([object isKindOfClass:[NSControl class]])
-        [object sendAction:[object action] to:[object target]];
+    if (asked[@"key"])
+        [object setValue:value forKeyPath:asked[@"key"]];
+    if (asked[@"message"])
+        [NSApp sendAction:NSSelectorFromString(asked[@"message"]) to:object from:asked[@"with"]];
+    else if ([object respondsToSelector:@selector(action)] && [object action])
+        [NSApp sendAction:[object action] to:[object target] from:object];
     return nil;
 }
 
@@ -95,10 +135,36 @@ void strike(NSString* key, NSUInteger modifiers) {
     return nil;
 }
 
-/// The system moves the windows of a screen that went away.
-+ (id)move:(NSDictionary*)asked {
-    [named(asked) setFrame:NSRectFromString(asked[@"frame"]) display:YES];
-    return nil;
+@end
+
+// What is asked for by a key and no class has.
+
+@implementation NSView (Seen)
+
+/// Counted from the lower left corner.
+- (NSRect)frameInWindow {
+    return [self convertRect:[self bounds] toView:nil];
+}
+
+@end
+
+@implementation NSSegmentedControl (Seen)
+
+- (NSArray*)itemTitles {
+    NSMutableArray* all = [NSMutableArray array];
+    for (NSInteger i = 0; i < [self segmentCount]; ++i)
+        [all addObject:[self labelForSegment:i]];
+    return all;
+}
+
+@end
+
+@implementation NSMenuItem (Seen)
+
+/// Nothing as well when the target does not have it.
+- (NSString*)actionName {
+    const SEL action = [self action];
+    return action && [[self target] respondsToSelector:action] ? NSStringFromSelector(action) : nil;
 }
 
 @end

@@ -8,12 +8,6 @@
 // For what follows no class takes a message, so that it can be done before the program is loaded to its end.
 // The methods are those of a class's objects; of the class itself where a plus stands before its name.
 
-/// Puts a function in the place of a method. Gives what was there.
-void* replaceMethod(const char* owner, SEL selector, void* function);
-template <class Function>
-void replace(const char* owner, SEL selector, Function* by, Function*& before) {
-    before = reinterpret_cast<Function*>(replaceMethod(owner, selector, reinterpret_cast<void*>(by)));
-}
 /// Answers several messages, whose names are separated by blanks, with the same function.
 void addMethods(const char* owner, const char* names, void* function);
 /// Answers these messages, whatever they bring, with the object that they are sent to.

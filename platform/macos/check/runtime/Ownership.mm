@@ -10,10 +10,10 @@
 #include <objc/runtime.h>
 
 #include <cstring>
+#include <set>
 #include <sstream>
 #include <string>
 #include <unordered_map>
-#include <unordered_set>
 #include <unwind.h>
 
 extern "C" {
@@ -31,32 +31,13 @@ namespace {
 /// What is known of all objects. It outlives everything that runs at the end. Nothing guards it: the program
 /// has one thread.
 struct Known {
-    std::unordered_map<id, std::unordered_set<id*>> weakReferences;
+    std::set<std::pair<id, id*>> weakReferences; ///< objects, and the places of each
     std::unordered_map<id, NSMutableDictionary*> records;
 };
 
 Known& known() {
     static auto* all = new Known;
     return *all;
-}
-
-void release(id self, SEL) {
-    if (!NSDecrementExtraRefCountWasZero(self))
-        return;
-    if (const auto references = known().weakReferences.extract(self))
-        for (id* place : references.mapped())
-            *place = nil;
-    if (const auto record = known().records.extract(self))
-        [record.mapped() release];
-    [self dealloc];
-}
-
-NSMethodSignature* (*knownSignature)(id, SEL, SEL);
-
-/// What nobody has is of the types that it is sent with.
-NSMethodSignature* signature(id self, SEL selector, SEL message) {
-    NSMethodSignature* known = knownSignature(self, selector, message);
-    return known ? known : [NSMethodSignature signatureWithObjCTypes:sel_getTypeEncoding(message)];
 }
 
 /// "title" of "setTitle", and of a message that makes something "identifier" of "requestWithIdentifier".
@@ -159,18 +140,15 @@ void objc_autoreleasePoolPop(void* pool) {
     [static_cast<NSAutoreleasePool*>(pool) drain];
 }
 
+/// What stands in a place that is new to it is of no matter.
 id objc_storeWeak(id* place, id object) {
     auto& references = known().weakReferences;
-    references[*place].erase(place);
+    references.erase({*place, place});
     if (object)
-        references[object].insert(place);
+        references.emplace(object, place);
     return *place = object;
 }
-
-id objc_initWeak(id* place, id object) {
-    *place = nil;
-    return objc_storeWeak(place, object);
-}
+id objc_initWeak(id* place, id object) __attribute__((alias("objc_storeWeak")));
 
 void objc_destroyWeak(id* place) {
     objc_storeWeak(place, nil);
@@ -188,6 +166,25 @@ void objc_copyWeak(id* to, id* from) {
 
 /// Here, because no class of a library may get a method any more once blocks have theirs.
 @implementation NSObject (Records)
+
+- (oneway void)release {
+    if (!NSDecrementExtraRefCountWasZero(self))
+        return;
+    auto& references = known().weakReferences;
+    auto each = references.lower_bound({self, nullptr});
+    for (; each != references.end() && each->first == self; each = references.erase(each))
+        *each->second = nil;
+    if (const auto record = known().records.extract(self))
+        [record.mapped() release];
+    [self dealloc];
+}
+
+/// What nobody has is of the types that it is sent with.
+- (NSMethodSignature*)methodSignatureForSelector:(SEL)message {
+    const Method method = class_getInstanceMethod(object_getClass(self), message);
+    const char* types = method ? method_getTypeEncoding(method) : sel_getTypeEncoding(message);
+    return [NSMethodSignature signatureWithObjCTypes:types];
+}
 
 /// What can be set there and not here is kept.
 - (void)forwardInvocation:(NSInvocation*)asked {
@@ -234,8 +231,6 @@ void objc_copyWeak(id* to, id* from) {
 /// The classes of blocks are empty in the blocks' own library. This one must have taken a message before it
 /// stands in for them, because its table of methods is made then.
 + (void)load {
-    replaceMethod("NSObject", @selector(release), reinterpret_cast<void*>(release));
-    replace("NSObject", @selector(methodSignatureForSelector:), signature, knownSignature);
     GSDebugAllocationActive(YES);
     for (const char* message : {"copy", "copyWithZone:", "retain"})
         class_addMethod(self, sel_registerName(message),
@@ -257,11 +252,6 @@ NSMutableDictionary* recordOf(id object) {
     if (!record)
         record = [[NSMutableDictionary alloc] init];
     return record;
-}
-
-void* replaceMethod(const char* owner, SEL selector, void* function) {
-    return reinterpret_cast<void*>(method_setImplementation(
-        class_getInstanceMethod(classNamed(owner), selector), reinterpret_cast<IMP>(function)));
 }
 
 void addMethods(const char* owner, const char* names, void* function) {

@@ -1,33 +1,39 @@
-// What other programs do with sound, cameras, the screen and the display's sleep, as a test says.
-#import "platform/macos/check/driver/Commands.h"
+// What other programs do with sound, cameras, the screen and the display's sleep: "sound", "camera",
+// "fullscreen" or "awake", as a test says by the application's key "busyBy".
+#import "platform/macos/check/standin/StandIns.h"
 
 #import <CoreAudio/CoreAudio.h>
 #import <CoreMediaIO/CMIOHardware.h>
 #import <IOKit/pwr_mgt/IOPMLib.h>
 
 #include <cstring>
+#include <map>
 #include <vector>
 
 namespace {
 
-NSString* busyBy;
+unsigned busyBy(NSString* use) {
+    return [recordOf(NSApp)[@"busyBy"] isEqual:use] ? 1 : 0;
+}
 
 /// What the system tells of an object: numbers. There are one microphone and two cameras, the second of which
 /// may run.
 std::vector<UInt32> told(UInt32 object, UInt32 property) {
     constexpr UInt32 microphone = 40, camera = 50, otherCamera = 51;
-    if (object == kAudioObjectSystemObject && property == kAudioHardwarePropertyDefaultInputDevice)
-        return {microphone};
-    if (object == kCMIOObjectSystemObject && property == kCMIOHardwarePropertyDevices)
-        return {camera, otherCamera};
-    if (property != kAudioDevicePropertyDeviceIsRunningSomewhere)
-        return {};
-    NSString* use = @{@(microphone) : @"sound", @(otherCamera) : @"camera"}[@(object)];
-    return {[busyBy isEqual:use] ? 1u : 0u};
+    constexpr UInt32 runs = kAudioDevicePropertyDeviceIsRunningSomewhere; // of cameras, too
+    const std::map<std::pair<UInt32, UInt32>, std::vector<UInt32>> all = {
+        {{kAudioObjectSystemObject, kAudioHardwarePropertyDefaultInputDevice}, {microphone}},
+        {{microphone, runs}, {busyBy(@"sound")}},
+        {{kCMIOObjectSystemObject, kCMIOHardwarePropertyDevices}, {camera, otherCamera}},
+        {{camera, runs}, {0}},
+        {{otherCamera, runs}, {busyBy(@"camera")}},
+    };
+    return all.at({object, property});
 }
 
+/// Gives only as much as there is.
 OSStatus copy(const std::vector<UInt32>& numbers, UInt32 size, void* data) {
-    if (numbers.empty() || size != numbers.size() * sizeof(UInt32))
+    if (size != numbers.size() * sizeof(UInt32))
         return -1;
     std::memcpy(data, numbers.data(), size);
     return 0;
@@ -56,28 +62,16 @@ OSStatus CMIOObjectGetPropertyData(CMIOObjectID object, const CMIOObjectProperty
 
 /// The reader owns what it is given.
 IOReturn IOPMCopyAssertionsStatus(CFDictionaryRef* assertions) {
-    const int count = [busyBy isEqual:@"awake"] ? 1 : 0;
-    *assertions = (__bridge_retained CFDictionaryRef) @{@"PreventUserIdleDisplaySleep" : @(count)};
+    *assertions = (__bridge_retained CFDictionaryRef) @{@"PreventUserIdleDisplaySleep" : @(busyBy(@"awake"))};
     return 0;
 }
 
 } // extern "C"
 
-@implementation Driver (Busyness)
-
-/// "sound", "camera", "fullscreen", "awake", or anything else for nothing.
-+ (id)busy:(NSDictionary*)asked {
-    busyBy = asked[@"by"];
-    return nil;
-}
-
-@end
-
 @implementation NSApplication (BusynessStandIn)
 
 - (NSApplicationPresentationOptions)currentSystemPresentationOptions {
-    return [busyBy isEqual:@"fullscreen"] ? NSApplicationPresentationFullScreen
-                                          : NSApplicationPresentationDefault;
+    return busyBy(@"fullscreen") ? NSApplicationPresentationFullScreen : NSApplicationPresentationDefault;
 }
 
 @end

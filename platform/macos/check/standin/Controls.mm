@@ -140,32 +140,22 @@ id anyColor(id, SEL) {
 - (NSView*)tableView:(NSTableView*)table viewForTableColumn:(NSTableColumn*)column row:(NSInteger)row;
 @end
 
-namespace {
-
-void (*reload)(NSTableView*, SEL);
-
-/// Also makes views of the rows, in one column.
-void reloadData(NSTableView* table, SEL selector) {
-    NSArray* before = [[table subviews] copy];
-    recordOf(table)[@"spare"] = [before objectEnumerator];
-    for (NSView* view in before)
-        [view removeFromSuperview];
-    reload(table, selector);
-    for (NSInteger row = 0; row < [table numberOfRows]; ++row) {
-        NSView* view = [static_cast<id<RowViews>>([table delegate]) tableView:table
-                                                           viewForTableColumn:nil
-                                                                          row:row];
-        [view setFrame:[table frameOfCellAtColumn:0 row:row]];
-        [table addSubview:view];
-    }
-}
-
-} // namespace
-
 @implementation NSTableView (StandIn)
 
-+ (void)load {
-    replace("NSTableView", @selector(reloadData), reloadData, reload);
+/// Also makes views of the rows, in one column.
+- (void)reloadData {
+    NSArray* before = [[self subviews] copy];
+    recordOf(self)[@"spare"] = [before objectEnumerator];
+    for (NSView* view in before)
+        [view removeFromSuperview];
+    [self noteNumberOfRowsChanged];
+    for (NSInteger row = 0; row < [self numberOfRows]; ++row) {
+        NSView* view = [static_cast<id<RowViews>>([self delegate]) tableView:self
+                                                          viewForTableColumn:nil
+                                                                         row:row];
+        [view setFrame:[self frameOfCellAtColumn:0 row:row]];
+        [self addSubview:view];
+    }
 }
 
 - (NSView*)makeViewWithIdentifier:(NSString*)identifier owner:(id)owner {

@@ -34,23 +34,12 @@ NSSize arrange(NSView* view, bool placing) {
     return used;
 }
 
-void (*setWholeFrame)(NSView*, SEL, NSRect);
-
-/// Whoever wants to hear of a new size is told, as there.
-void setFrame(NSView* view, SEL selector, NSRect frame) {
-    if (![NSStringFromClass([view class]) hasPrefix:@"Kelpa"])
-        return setWholeFrame(view, selector, frame);
-    [view setFrameOrigin:frame.origin];
-    [view setFrameSize:frame.size];
-}
-
 } // namespace
 
 @implementation NSView (LayoutStandIn)
 
 /// An edge or a length of a view, and any constraint of it, is the view. So is a row that it is.
 + (void)load {
-    replace("NSView", @selector(setFrame:), setFrame, setWholeFrame);
     answerWithReceiver(
         "NSView",
         "leadingAnchor trailingAnchor centerXAnchor topAnchor bottomAnchor centerYAnchor "
@@ -76,6 +65,7 @@ void setFrame(NSView* view, SEL selector, NSRect frame) {
 }
 
 - (void)layOutAll {
+    [self setFrameSize:[self frame].size]; // of which those are to hear who were given a whole frame
     [self layout];
     for (NSView* child in [[self subviews] copy])
         if (![child isHidden])

@@ -32,13 +32,8 @@ static UNNotificationRequest* shown; ///< last, also when it has gone
 - (void)addNotificationRequest:(UNNotificationRequest*)request
          withCompletionHandler:(void (^)(NSError* error))done {
     shown = request;
-    UNNotificationCategory* category = [recordOf(self)[@"notificationCategories"] anyObject];
-    NSMutableDictionary* told = [[[request content]
-        dictionaryWithValuesForKeys:@[ @"title", @"body", @"categoryIdentifier" ]] mutableCopy];
-    told[@"category"] = [category identifier];
-    told[@"actions"] = [category valueForKeyPath:@"actions.identifier"];
-    told[@"labels"] = [category valueForKeyPath:@"actions.title"];
-    note(@"notification", told);
+    NSArray* categories = [recordOf(self)[@"notificationCategories"] allObjects];
+    note(@"notification", @{@"request" : request, @"categories" : categories});
     done(nil);
 }
 

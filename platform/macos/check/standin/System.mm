@@ -11,35 +11,24 @@
 
 NSString* const NSSharingServiceNameComposeEmail = @"compose email";
 
-namespace {
-
-NSMutableArray* notes;
-
-/// As a number with one decimal.
-double systemVersion() {
-    return std::atof(std::getenv("KELPA_TEST_MACOS"));
-}
-
-} // namespace
-
 void note(NSString* what, NSDictionary* with) {
     NSMutableDictionary* all = [with mutableCopy];
     all[@"what"] = what;
-    if (!notes)
-        notes = [NSMutableArray array];
-    [notes addObject:all];
+    NSArray* before = recordOf(NSApp)[@"notes"];
+    recordOf(NSApp)[@"notes"] = before ? [before arrayByAddingObject:all] : @[ all ];
 }
 
 bool standin::systemIs(const char* needed) {
-    return systemVersion() >= std::atof(std::strchr(needed, ' '));
+    return std::atof(std::getenv("KELPA_TEST_MACOS")) >= std::atof(std::strchr(needed, ' '));
 }
 
 @implementation NSProcessInfo (StandIn)
 
 - (NSOperatingSystemVersion)operatingSystemVersion {
-    const double version = systemVersion();
-    const auto major = static_cast<NSInteger>(version);
-    return {major, static_cast<NSInteger>((version - static_cast<double>(major)) * 10 + 0.5), 1};
+    NSOperatingSystemVersion version{};
+    std::sscanf(std::getenv("KELPA_TEST_MACOS"), "%ld.%ld.%ld", &version.majorVersion, &version.minorVersion,
+                &version.patchVersion);
+    return version;
 }
 
 @end
@@ -71,7 +60,7 @@ extern "C" Boolean SMLoginItemSetEnabled(CFStringRef identifier, Boolean enabled
 @implementation NSSharingService (StandIn)
 
 - (void)performWithItems:(NSArray*)items {
-    recordOf(self)[@"items"] = [items valueForKey:@"description"];
+    recordOf(self)[@"items"] = items;
     note(@"mail", recordOf(self));
 }
 
@@ -102,7 +91,7 @@ extern "C" Boolean SMLoginItemSetEnabled(CFStringRef identifier, Boolean enabled
 }
 
 - (BOOL)openURL:(NSURL*)address {
-    note(@"open", @{@"address" : [address absoluteString]});
+    note(@"open", @{@"address" : address});
     return YES;
 }
 
@@ -110,21 +99,10 @@ extern "C" Boolean SMLoginItemSetEnabled(CFStringRef identifier, Boolean enabled
 
 // --- What happens elsewhere
 
-namespace {
-
-void (^watchElsewhere)(NSEvent*);
-NSEventMask watchedElsewhere;
-
-} // namespace
+static void (^watchElsewhere)(NSEvent*);
+static NSEventMask watchedElsewhere;
 
 @implementation Driver (System)
-
-/// What was noted since the last time.
-+ (id)notes:(NSDictionary*)asked {
-    id taken = notes ? notes : @[];
-    notes = nil;
-    return taken;
-}
 
 /// How many objects of each class there are, by the names of the classes.
 + (id)live:(NSDictionary*)asked {

@@ -61,37 +61,22 @@ int __wrap_clock_gettime(clockid_t clock, timespec* time) {
 // --- Timers and sources
 
 @interface SourceStandIn : NSObject <OS_dispatch_source>
-@property(nonatomic, copy) dispatch_block_t handler;
-@property(nonatomic) double seconds;
 @end
 
-namespace {
-
-void waitFor(NSTimer* timer) {
-    schedule([timer timeInterval], [timer] {
-        if (![timer isValid])
-            return;
-        waitFor(timer);
-        [timer fire];
-    });
-}
-
-void (*addRealTimer)(id, SEL, NSTimer*, NSString*);
-
-/// Only timers that also fire while a menu is open: for those GNUstep has no mode of its run loops.
-void addTimer(id loop, SEL selector, NSTimer* timer, NSString* mode) {
-    if ([mode isEqual:NSRunLoopCommonModes])
-        waitFor(timer);
-    else
-        addRealTimer(loop, selector, timer, mode);
-}
-
-} // namespace
-
 @implementation SourceStandIn
+@end
 
-+ (void)load {
-    replace("NSRunLoop", @selector(addTimer:forMode:), addTimer, addRealTimer);
+@implementation NSRunLoop (StandIn)
+
+/// Only timers that also fire while a menu is open: for those GNUstep has no mode of its run loops. Its own
+/// ones, such as that of a cursor that blinks, are kept and never due.
+- (void)addTimer:(NSTimer*)timer forMode:(NSString*)mode {
+    schedule([mode isEqual:NSRunLoopCommonModes] ? [timer timeInterval] : HUGE_VAL, ^{
+      if (![timer isValid])
+          return;
+      [self addTimer:timer forMode:mode];
+      [timer fire];
+    });
 }
 
 @end
@@ -138,19 +123,18 @@ dispatch_source_t dispatch_source_create(dispatch_source_type_t, std::uintptr_t,
 
 void dispatch_source_set_timer(dispatch_source_t source, dispatch_time_t start, std::uint64_t,
                                std::uint64_t) {
-    const double seconds = static_cast<double>(start) / static_cast<double>(NSEC_PER_SEC);
-    [static_cast<SourceStandIn*>(source) setSeconds:seconds];
+    recordOf(source)[@"seconds"] = @(static_cast<double>(start) / static_cast<double>(NSEC_PER_SEC));
 }
 
 void dispatch_source_set_event_handler(dispatch_source_t source, dispatch_block_t handler) {
-    [static_cast<SourceStandIn*>(source) setHandler:handler];
+    recordOf(source)[@"handler"] = [handler copy];
 }
 
 /// What it is to do owns a source that may still fire.
 void dispatch_resume(dispatch_source_t source) {
-    __weak SourceStandIn* timer = static_cast<SourceStandIn*>(source);
-    schedule([timer seconds], ^{
-      if (const dispatch_block_t handler = [timer handler]) // which it may let go of
+    __weak NSObject* timer = source;
+    schedule([recordOf(source)[@"seconds"] doubleValue], ^{
+      if (const dispatch_block_t handler = recordOf(timer)[@"handler"]) // which it may let go of
           handler();
     });
 }
@@ -158,7 +142,7 @@ void dispatch_resume(dispatch_source_t source) {
 /// Lets go of what it was to do in its queue, as the system does.
 void dispatch_source_cancel(dispatch_source_t source) {
     dispatch_async(nil, ^{
-      [static_cast<SourceStandIn*>(source) setHandler:nil];
+      [recordOf(source) removeObjectForKey:@"handler"];
     });
 }
 
@@ -167,29 +151,26 @@ void dispatch_source_cancel(dispatch_source_t source) {
 // --- Animations: frames are there at once, and a window's fading is over when its time has passed, unless
 // another one took its place
 
-namespace {
+static double duration; ///< of the animation that is being asked for
 
-double duration; ///< of the animation that is being asked for
+@implementation NSWindow (FadingStandIn)
 
-void (*setAlphaAtOnce)(NSWindow*, SEL, CGFloat);
-
-void setAlpha(NSWindow* window, SEL selector, CGFloat alpha) {
+- (void)setAlphaValue:(CGFloat)alpha {
     if (duration == 0)
-        return setAlphaAtOnce(window, selector, alpha);
-    NSObject* fading = recordOf(window)[@"fading"] = [[NSObject alloc] init];
-    __weak NSWindow* faded = window;
+        return [self setValue:@(alpha) forKey:@"_alphaValue"];
+    NSObject* fading = recordOf(self)[@"fading"] = [[NSObject alloc] init];
+    __weak NSWindow* faded = self;
     schedule(duration, ^{
       if (recordOf(faded)[@"fading"] == fading)
-          setAlphaAtOnce(faded, selector, alpha);
+          [faded setValue:@(alpha) forKey:@"_alphaValue"];
     });
 }
 
-} // namespace
+@end
 
 @implementation NSAnimationContext (StandIn)
 
 + (void)load {
-    replace("NSWindow", @selector(setAlphaValue:), setAlpha, setAlphaAtOnce);
     answerWithReceiver("NSResponder", "animator");
 }
 
@@ -212,11 +193,7 @@ void setAlpha(NSWindow* window, SEL selector, CGFloat alpha) {
 void driver::pass(double seconds) {
     passTime(seconds);
     for (int round = 0; round < 3; ++round) {
-        while (NSEvent* event = [NSApp nextEventMatchingMask:NSAnyEventMask
-                                                   untilDate:[NSDate distantPast]
-                                                      inMode:NSDefaultRunLoopMode
-                                                     dequeue:YES])
-            [NSApp sendEvent:event];
+        dealWithEvents([NSDate distantPast]);
         passTime(0);
     }
     for (NSWindow* window in [NSApp windows])

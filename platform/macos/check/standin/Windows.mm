@@ -1,6 +1,8 @@
 // Screens, windows, tabs, popovers and the menu bar.
 #import "platform/macos/check/standin/StandIns.h"
 
+#import <objc/runtime.h>
+
 NSString* const NSAboutPanelOptionCredits = @"Credits";
 NSString* const NSAboutPanelOptionApplicationName = @"ApplicationName";
 NSString* const NSAboutPanelOptionApplicationIcon = @"ApplicationIcon";
@@ -8,63 +10,48 @@ NSString* const NSImageNameApplicationIcon = @"Kelpa"; // a file of the bundle
 
 // --- Screens
 
-namespace {
-
-/// The first one is the main screen.
-NSArray* __strong& plugged() {
-    static NSArray* all = @[ @{@"NSScreenNumber" : @1, @"frame" : @"{{0, 0}, {800, 600}}"} ];
-    return all;
-}
-
-} // namespace
-
 @implementation NSScreen (StandIn)
 
 + (NSScreen*)mainScreen {
     return [[self screens] firstObject];
 }
 
+/// Those of which the test told last, at first one.
 + (NSArray*)screens {
+    NSArray* told = recordOf(NSApp)[@"screens"];
     NSMutableArray* all = [NSMutableArray array];
-    for (NSDictionary* description in plugged()) {
+    for (NSDictionary* each in told ? told : @[ @{@"number" : @1, @"frame" : @"{{0, 0}, {800, 600}}"} ]) {
         NSScreen* screen = [self alloc];
-        recordOf(screen)[@"description"] = description;
+        [screen setValue:each[@"number"] forKey:@"_screenNumber"];
+        recordOf(screen)[@"frame"] = each[@"frame"];
         [all addObject:screen];
     }
     return all;
 }
 
 - (NSRect)frame {
-    return NSRectFromString([self deviceDescription][@"frame"]);
-}
-
-- (NSDictionary*)deviceDescription {
-    return recordOf(self)[@"description"];
+    return NSRectFromString(recordOf(self)[@"frame"]);
 }
 
 @end
 
 // --- Windows
 
-namespace {
-
-void (*keyDownOfWindow)(NSWindow*, SEL, NSEvent*);
-
-/// Escape that nothing else took asks for the end of what is going on.
-void keyDown(NSWindow* window, SEL selector, NSEvent* event) {
-    if ([[event characters] isEqual:@"\033"])
-        [[window firstResponder] doCommandBySelector:@selector(cancelOperation:)];
-    else
-        keyDownOfWindow(window, selector, event);
-}
-
-} // namespace
-
 @implementation NSWindow (StandIn)
 
 + (void)load {
-    replace("NSWindow", @selector(keyDown:), keyDown, keyDownOfWindow);
+    method_exchangeImplementations(class_getInstanceMethod(self, @selector(keyDown:)),
+                                   class_getInstanceMethod(self, @selector(otherKeyDown:)));
     ignoreMessages("NSApplication", "addWindowsItem:title:filename:");
+}
+
+/// Escape that nothing else took asks for the end of what is going on. For other keys, this has changed names
+/// with GNUstep's own method.
+- (void)otherKeyDown:(NSEvent*)event {
+    if ([[event characters] isEqual:@"\033"])
+        [[self firstResponder] doCommandBySelector:@selector(cancelOperation:)];
+    else
+        [self otherKeyDown:event];
 }
 
 + (instancetype)windowWithContentViewController:(NSViewController*)controller {
@@ -114,60 +101,31 @@ void keyDown(NSWindow* window, SEL selector, NSEvent* event) {
 /// A window of its own that closes together with the one it points at. While it shows, its window keeps it.
 @implementation NSPopover (StandIn)
 
-- (void)setContentViewController:(NSViewController*)controller {
-    recordOf(self)[@"window"] = [NSWindow windowWithContentViewController:controller];
-}
-
 - (void)showRelativeToRect:(NSRect)rect ofView:(NSView*)view preferredEdge:(NSRectEdge)side {
-    NSWindow* window = recordOf(self)[@"window"];
+    NSWindow* window = [NSWindow windowWithContentViewController:[self contentViewController]];
+    recordOf(self)[@"window"] = window;
     recordOf(window)[@"popover"] = self;
     [window setTitle:@"popover"];
     [window orderFront:nil];
-    [[NSNotificationCenter defaultCenter] addObserver:self
-                                             selector:@selector(close)
-                                                 name:NSWindowWillCloseNotification
-                                               object:[view window]];
+    for (NSWindow* each in @[ window, [view window] ])
+        [[NSNotificationCenter defaultCenter] addObserver:self
+                                                 selector:@selector(closed:)
+                                                     name:NSWindowWillCloseNotification
+                                                   object:each];
 }
 
-- (void)close {
+- (void)closed:(NSNotification*)notification {
     NSWindow* window = recordOf(self)[@"window"];
     [[NSNotificationCenter defaultCenter] removeObserver:self];
     [window close];
-    [[self delegate] popoverDidClose:[NSNotification notificationWithName:NSPopoverDidCloseNotification
-                                                                   object:self]];
+    [[self delegate] popoverDidClose:notification];
+    [self setContentViewController:nil];              // it would keep it for good
     [recordOf(window) removeObjectForKey:@"popover"]; // which may end it
 }
 
 @end
 
-@implementation Driver (Screens)
-
-+ (id)screens:(NSDictionary*)asked {
-    plugged() = asked[@"screens"];
-    [[NSNotificationCenter defaultCenter]
-        postNotificationName:NSApplicationDidChangeScreenParametersNotification
-                      object:NSApp];
-    return nil;
-}
-
-+ (id)clickBeside:(NSDictionary*)asked {
-    for (NSWindow* window in [NSApp windows]) {
-        NSPopover* popover = recordOf(window)[@"popover"];
-        if ([popover behavior] == NSPopoverBehaviorTransient)
-            [popover close];
-    }
-    return nil;
-}
-
-@end
-
 // --- The menu bar, and the application as others see it
-
-static id statusItem;
-
-NSStatusItem* driver::statusItem() {
-    return ::statusItem;
-}
 
 @implementation NSStatusBar (StandIn)
 
@@ -176,10 +134,10 @@ NSStatusItem* driver::statusItem() {
 }
 
 - (NSStatusItem*)statusItemWithLength:(CGFloat)length {
-    statusItem = [[NSObject alloc] init];
-    recordOf(statusItem)[@"button"] = [NSButton buttonWithTitle:@"" target:nil action:nil];
+    id item = recordOf(NSApp)[@"statusItem"] = [[NSObject alloc] init];
+    recordOf(item)[@"button"] = [NSButton buttonWithTitle:@"" target:nil action:nil];
     note(@"status item", @{});
-    return statusItem;
+    return item;
 }
 
 @end
@@ -187,12 +145,7 @@ NSStatusItem* driver::statusItem() {
 @implementation NSApplication (StandIn)
 
 - (void)orderFrontStandardAboutPanelWithOptions:(NSDictionary*)options {
-    NSMutableDictionary* told = [options mutableCopy];
-    NSAttributedString* credits = options[NSAboutPanelOptionCredits];
-    told[@"link"] = [[credits attribute:NSLinkAttributeName atIndex:0 effectiveRange:nullptr] absoluteString];
-    told[NSAboutPanelOptionCredits] = [credits string];
-    told[NSAboutPanelOptionApplicationIcon] = @(options[NSAboutPanelOptionApplicationIcon] != nil);
-    note(@"about", told);
+    note(@"about", options);
 }
 
 - (void)activateIgnoringOtherApps:(BOOL)others {
