@@ -206,6 +206,8 @@ TEST_F(InstanceTest, takesNothingOverWhenItIsToldToEnd) {
     PrivateBus daemon;
     Start slow(loop);
     ASSERT_EQ(slow.instance.claim(), Instance::Role::First);
+    slow.instance.serve(asked);
+    export_(slow.bus);
     for (const char* display : {":7", ":8"}) {
         setenv("DISPLAY", display, 1);
         EventLoop other;
@@ -215,8 +217,6 @@ TEST_F(InstanceTest, takesNothingOverWhenItIsToldToEnd) {
         EXPECT_EQ(second.instance.claim(), Instance::Role::Ended) << display;
         EXPECT_LT(secondsNow() - began, 1.5);
     }
-    slow.instance.serve(asked);
-    export_(slow.bus);
     setenv("DISPLAY", ":7", 1);
     Start third(loop);
     EXPECT_EQ(third.instance.claim(), Instance::Role::Second);

@@ -98,13 +98,10 @@ struct StatusItemTest : OnABus {
         writeFile(data.file("pixmaps/kelpa-16.argb"), std::string(16 * 16 * 4, 'p'));
         writeFile(data.file("pixmaps/kelpa-22.argb"), "damaged");
         bar.addSink(*item);
-        bar.lineInserted(0, line(1, "Version"));
+        bar.lineInserted(0, {1, false, false, "Version", "", "", 0, ""});
         bar.lineInserted(1, {2, true, true, "", "", "", 0, ""});
         bar.lineInserted(2, line(3, "Stop_it", "stop.circle", "p"));
         bar.lineInserted(3, line(4, "Settings...", "../symbols/stop.circle", ","));
-        MenuLine version = line(1, "Version");
-        version.enabled = false;
-        bar.lineChanged(version);
         bar.setTitle("25:00");
         bar.createItem("kelpa", clicks);
     }
@@ -127,8 +124,7 @@ struct StatusItemTest : OnABus {
     void click(Panel& panel, const char* how = "Activate") {
         EXPECT_EQ(panel.ask(service, itemPath, itemInterface, how, "ii", 0, 0), "");
     }
-    /// Until a click that nobody has answered would have been.
-    void waitForClick() { spin(loop, ItemActivation::patience + 0.1); }
+    void waitUntilClickCounts() { spin(loop, ItemActivation::patience + 0.1); }
 };
 
 /// With a panel that was there first.
@@ -166,13 +162,13 @@ TEST_F(ShownItemTest, saysWhatHostsAsk) {
 TEST_F(ShownItemTest, aClickThatIsLeftToTheProgramShowsTheMenuOrElseTheSettings) {
     click(panel);
     click(panel); // the other half of a double click
-    waitForClick();
+    waitUntilClickCounts();
     EXPECT_EQ(shown, Names{"menu"});
     menuCanBeShown = false;
     for (const char* how : {"Activate", "ContextMenu"}) {
         shown.clear();
         click(panel, how);
-        waitForClick();
+        waitUntilClickCounts();
         EXPECT_EQ(shown, Names{"settings"}) << how;
     }
 }
@@ -180,26 +176,26 @@ TEST_F(ShownItemTest, aClickThatIsLeftToTheProgramShowsTheMenuOrElseTheSettings)
 TEST_F(ShownItemTest, aHostThatOpensTheMenuItselfAndTellsOfTheClickAsWellIsLeftAlone) {
     click(panel);
     EXPECT_EQ(event(panel, 0, "opened"), "");
-    waitForClick();
+    waitUntilClickCounts();
     EXPECT_EQ(shown, Names{"no menu"}) << "told of after the click";
     event(panel, 0, "closed");
     spin(loop, ItemActivation::clickLasts);
     shown.clear();
     panel.call(service, menuPath, menuInterface, "AboutToShow", "i", 0);
     click(panel);
-    waitForClick();
+    waitUntilClickCounts();
     EXPECT_EQ(shown, Names{"no menu"}) << "told of before the click";
     event(panel, 0, "closed");
     click(panel); // which closed it
-    waitForClick();
+    waitUntilClickCounts();
     EXPECT_EQ(shown, Names{"no menu"});
     spin(loop, ItemActivation::clickLasts);
     click(panel);
-    waitForClick();
+    waitUntilClickCounts();
     EXPECT_EQ(shown, (Names{"no menu", "menu"})) << "it is a click like the first one again";
     activation.menuClosed();
     click(panel);
-    waitForClick();
+    waitUntilClickCounts();
     EXPECT_EQ(shown.size(), 2U) << "a click on the item closed the menu";
 }
 
@@ -219,7 +215,6 @@ TEST_F(StatusItemTest, registersWithAPanelThatComesAndTellsWhetherItHasAHost) {
     ASSERT_TRUE(registered(back));
     ASSERT_TRUE(hostBecomes(true));
     EXPECT_EQ(hosts, (std::vector<bool>{false, true, false, true, false, true}));
-    EXPECT_EQ(property(back, "XAyatanaLabel"), "25:00");
 }
 
 TEST_F(ShownItemTest, aChangedTextCostsOneSignal) {
@@ -281,17 +276,16 @@ TEST_F(ShownItemTest, plasmaIsToldOfTheIconAgainOnceItHasOtherColours) {
 }
 
 TEST_F(ShownItemTest, theMenuIsReadAsItIs) {
-    const auto lines = [](const std::string& comma) {
-        const std::string usual = "visible=yes disposition=normal";
-        return "[(1 [label=Version enabled=no " + usual +
-               "] []) (2 [type=separator] []) (3 [label=Stop__it " + "enabled=yes " + usual +
-               " icon-data=a picture shortcut=[[Control p]]] []) (4 [label=Settings... " + "enabled=yes " +
-               usual + " shortcut=[[Control " + comma + "]]] [])]";
-    };
+    const std::string lines =
+        "[(1 [label=Version enabled=no visible=yes disposition=normal] []) (2 [type=separator] []) "
+        "(3 [label=Stop__it enabled=yes visible=yes disposition=normal icon-data=a picture "
+        "shortcut=[[Control p]]] []) "
+        "(4 [label=Settings... enabled=yes visible=yes disposition=normal shortcut=[[Control comma]]] [])]";
+    std::string linesForQt = lines;
+    linesForQt.replace(lines.find("comma"), 5, ",");
     const std::string root = "1 (0 [children-display=submenu] ";
-    EXPECT_EQ(menu(panel, "GetLayout", "iias", 0, -1, 0), root + lines("comma") + ")");
-    EXPECT_EQ(menu(panel, "GetLayout", "iias", 0, 1, 0), root + lines(",") + ")")
-        << "as Qt's hosts name keys";
+    EXPECT_EQ(menu(panel, "GetLayout", "iias", 0, -1, 0), root + lines + ")");
+    EXPECT_EQ(menu(panel, "GetLayout", "iias", 0, 1, 0), root + linesForQt + ")");
     EXPECT_EQ(menu(panel, "GetLayout", "iias", 0, 0, 0), root + "[])");
     EXPECT_EQ(menu(panel, "GetLayout", "iias", 2, -1, 0), "1 (2 [type=separator] [])");
     EXPECT_EQ(menu(panel, "GetLayout", "iias", 3, -1, 1, "label"), "1 (3 [label=Stop__it] [])");
@@ -352,11 +346,14 @@ TEST_F(ShownItemTest, theFallbackWaitsForAHostAndLeavesToOne) {
     fallback.setHostPresent(false);
     fallback.setHostPresent(true); // a host that restarts
     spin(loop, TrayFallback::patience + 0.2);
-    fallback.setHostPresent(false);
-    spin(loop, TrayFallback::patience / 2);
-    fallback.setHostPresent(false); // does not make the wait longer
     EXPECT_EQ(panel.items.size(), 1U);
-    spin(loop, TrayFallback::patience * 3 / 4);
+    const double began = secondsNow();
+    fallback.setHostPresent(false);
+    spin(loop, TrayFallback::patience * 0.8);
+    fallback.setHostPresent(false);
+    ASSERT_TRUE(registered(panel, 2));
+    EXPECT_GE(secondsNow() - began, TrayFallback::patience);
+    EXPECT_LT(secondsNow() - began, TrayFallback::patience * 1.7) << "being told twice made the wait longer";
     EXPECT_EQ(property(panel, "XAyatanaLabel"), "10:00");
     fallback.setHostPresent(true);
     EXPECT_NE(property(panel, "Id"), "app.orvane.Kelpa");
