@@ -156,6 +156,9 @@ TEST_F(DesktopNotificationsTest, ofAServiceThatIsGoneAreNotAskedOfTheNextOne) {
     showOn(*service, "A");
     service.reset();
     Service next(loop); // which gives the same number to another program's
+    next.press(41, "start");
+    settle();
+    EXPECT_EQ(pressed, std::vector<std::string>());
     notifications->withdraw();
     showOn(next, "B");
     EXPECT_EQ(next.closed, std::vector<unsigned>());
