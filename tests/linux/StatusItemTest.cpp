@@ -338,11 +338,10 @@ TEST_F(ShownItemTest, oddQuestionsGetErrors) {
 }
 
 TEST_F(ShownItemTest, theFallbackWaitsForAHostAndLeavesToOne) {
-    // What it shows in another way is here the same item.
     bar.removeSink(*item);
     bar.setTitle("10:00");
     EXPECT_NE(property(panel, "Id"), "app.orvane.Kelpa") << "it was taken away";
-    TrayFallback fallback(loop, bar, *item);
+    TrayFallback fallback(loop, bar, *item); // which stands for another way to show it
     fallback.setHostPresent(false);
     fallback.setHostPresent(true); // a host that restarts
     spin(loop, TrayFallback::patience + 0.2);
