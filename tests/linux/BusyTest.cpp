@@ -200,9 +200,7 @@ class Inhibitors {
 };
 
 struct AwakeTest : testing::Test {
-    const std::string folder = "unix:path=" + testing::TempDir() + "busy-" + std::to_string(getpid());
-    PrivateBus sessionDaemon{"DBUS_SESSION_BUS_ADDRESS", folder + "-session"};
-    PrivateBus systemDaemon{"DBUS_SYSTEM_BUS_ADDRESS", folder + "-system"};
+    PrivateBus sessionDaemon{"DBUS_SESSION_BUS_ADDRESS"}, systemDaemon{"DBUS_SYSTEM_BUS_ADDRESS"};
     EventLoop loop;
     OpenBus session{loop}, system{loop, Bus::Kind::System};
     BusySource awake = keptAwake(session, system);

@@ -275,7 +275,7 @@ TEST_F(PlistStoreTest, aSymbolicLinkStaysOne) {
         std::filesystem::remove(path);
         std::filesystem::create_symlink(target, path);
         if (target == std::string("real/there.plist"))
-            std::filesystem::copy_file(dictFile("<key>old</key><true/>"), folder.file(target));
+            writeFile(folder.file(target), dict("<key>old</key><true/>"));
         store.set("key", 4);
         EXPECT_TRUE(std::filesystem::is_symlink(path));
         EXPECT_EQ(makePlistStore(folder.file(target), report, loop)->get<std::int64_t>("key"), 4);

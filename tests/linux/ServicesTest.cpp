@@ -195,17 +195,21 @@ class FakePortal {
     }
 };
 
-TEST(PortalTest, ASandboxAsksTheDesktop) {
-    const PrivateBus daemon;
-    EventLoop loop;
+struct PortalTest : OnABus {
+    Portal portal{bus};
+    std::vector<std::string> refusals;
+    void ask() {
+        portal.requestBackground(true, {"kelpa"}, [&](const std::string& said) { refusals.push_back(said); });
+    }
+};
+
+TEST_F(PortalTest, ASandboxAsksTheDesktop) {
     Peer desktop(loop);
     FakePortal fake(desktop.bus());
-    OpenBus bus(loop);
-    Portal portal(bus);
     TempFolder folder;
     std::vector<std::string> log;
     const auto item = makeLinuxLoginItem(
-        {folder.path(), {}}, {"app.orvane.Kelpa", "Kelpa", "/app/bin/kelpa"}, [&portal] { return &portal; },
+        {folder.path(), {}}, {"app.orvane.Kelpa", "Kelpa", "/app/bin/kelpa"}, [this] { return &portal; },
         [&log](const std::string& line) { log.push_back(line); });
     item->setEnabled(true);
     ASSERT_TRUE(spinUntil(loop, [&] { return fake.calls == 1; }));
@@ -213,7 +217,7 @@ TEST(PortalTest, ASandboxAsksTheDesktop) {
     EXPECT_TRUE(fs::is_empty(folder.path()));
 
     writeText(fs::path(folder.path()) / "today.log", "lines of today");
-    LinuxMail mail(loop, [&portal] { return &portal; });
+    LinuxMail mail(loop, [this] { return &portal; });
     mail.compose({"Kelpa 反馈", "feedback@kelpa.example", "body", folder.path() + "/today.log"});
     ASSERT_TRUE(spinUntil(loop, [&] { return fake.calls == 2; }));
     EXPECT_EQ(fake.options["subject"], "Kelpa 反馈");
@@ -228,14 +232,9 @@ TEST(PortalTest, ASandboxAsksTheDesktop) {
     EXPECT_EQ(log, std::vector<std::string>{"SMAppService error: "});
 }
 
-TEST(PortalTest, ADesktopWithoutPortalRefuses) {
-    const PrivateBus daemon;
-    EventLoop loop;
-    OpenBus bus(loop);
-    Portal portal(bus);
-    std::string refusal;
-    portal.requestBackground(true, {"kelpa"}, [&](const std::string& said) { refusal = said; });
-    EXPECT_TRUE(spinUntil(loop, [&] { return !refusal.empty(); }));
+TEST_F(PortalTest, ADesktopWithoutPortalRefuses) {
+    ask();
+    EXPECT_TRUE(spinUntil(loop, [&] { return !refusals.empty(); }));
 }
 
 /// Not so the program's own helpers.
@@ -250,22 +249,14 @@ TEST(LauncherTest, ProgramsOfTheDesktopOutliveThisOne) {
     EXPECT_TRUE(*noSignalWhenWeDie);
 }
 
-TEST(PortalTest, ABusThatGoesAwayRefusesWhatIsAskedAndWhatWasAsked) {
-    PrivateBus daemon;
-    EventLoop loop;
+TEST_F(PortalTest, ABusThatGoesAwayRefusesWhatIsAskedAndWhatWasAsked) {
     // It has the name and never answers.
     Peer silent(loop);
     sd_bus_request_name(silent.bus(), "org.freedesktop.portal.Desktop", 0);
     sd_bus_detach_event(silent.bus());
-    OpenBus bus(loop);
-    Portal portal(bus);
-    std::vector<std::string> refusals;
-    const auto ask = [&] {
-        portal.requestBackground(true, {"kelpa"}, [&](const std::string& said) { refusals.push_back(said); });
-    };
     ask();
     ask();
-    daemon.end();
+    daemon->end();
     EXPECT_TRUE(spinUntil(loop, [&] { return refusals.size() == 2; }));
     spinUntil(loop, [&] { return !bus.open(); });
     ask();

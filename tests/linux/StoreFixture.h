@@ -42,10 +42,6 @@ struct PlistStoreTest : testing::Test {
                "</dict></plist>";
     }
     void writeDict(const std::string& body) const { writeFile(path, dict(body)); }
-    [[nodiscard]] std::string dictFile(const std::string& body) const {
-        writeFile(folder.file("template"), dict(body));
-        return folder.file("template");
-    }
     /// Rights on files mean nothing to root, whom tests may run as.
     void beNobody(unsigned mode) const {
         constexpr uid_t nobody = 65534;
