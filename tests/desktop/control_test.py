@@ -94,7 +94,13 @@ class OneInstance(ControlTest):
         program = self.launch(speed=1, environment=NO_BUS)
         program.wait_for("No session bus", 10)
         self.assert_second_start_asks(program, **NO_BUS)
+        self.assert_second_start_asks(program)
         self.assert_not_running("status", **NO_BUS)
+        program.process.kill()
+        program.process.wait(5)
+        again = self.launch(speed=1, environment=NO_BUS)
+        again.wait_for("No session bus", 10)
+        self.assert_second_start_asks(again, **NO_BUS)
 
 
 class BusGone(ControlTest):
@@ -287,12 +293,18 @@ class NoTray(ControlTest):
         program.wait_for("notification was clicked", 5)
         self.assertFalse(program.ended())
 
-    def test_an_old_tray_is_one(self):
-        self.start_old_tray()
+    def test_an_old_tray_is_one_and_no_server_is_no_matter(self):
+        tray = self.start_old_tray()
         program = self.launch(speed=1)
         wait_until(self.screen.embedded, 10, "an embedded icon")
         self.settle(16)     # longer than a tray is waited for
         self.assertEqual(program.count(self.SILENT), 0)
+        self.session.end(program.process)
+        self.session.end(tray)
+        program = self.launch(speed=1)
+        program.wait_for(self.SILENT, 40)
+        program.wait_for("The notification is not shown: ", 10)
+        self.assertEqual(self.ask("status")[0], 0)
 
 
 if __name__ == "__main__":

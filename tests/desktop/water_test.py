@@ -73,6 +73,7 @@ class Water(WaterTest):
         self.assertEqual(stored["pref.water.finished"], 1250)
         self.assertAlmostEqual(stored["pref.water.lastShowDate"], time.time(), delta=10)
         self.assertIsNotNone(program.item().line("Water (83% )"))
+        self.assertEqual(self.status()["water"], {"enabled": True, "finished": 1250, "target": 1500})
 
     def test_it_grows_with_the_desktop_and_stays_in_its_corner(self):
         self.start(1, environment={"QT_SCALE_FACTOR": "1.5"})
