@@ -1,10 +1,12 @@
-#include "platform/linux/helper/Lines.h"
+#include "platform/linux/helper/Connection.h"
 
 #include <array>
+#include <functional>
 #include <gtest/gtest.h>
 #include <random>
 #include <sys/socket.h>
 #include <unistd.h>
+#include <utility>
 
 namespace {
 
@@ -39,11 +41,35 @@ std::string line(std::initializer_list<std::string_view> fields) {
     return text;
 }
 
-std::vector<Message> readAll(LineReader& reader, LineReader::State expected = LineReader::State::Open) {
+/// An end whose owner writes down what he is told.
+struct TestEnd final : Connection {
+    explicit TestEnd(int fd) { open(fd); }
+    using Connection::close;
+    using Connection::flush;
+    using Connection::lines;
+    using Connection::open;
+
+    /// What comes in one go and is for no addressee.
+    std::vector<Message> readAll() {
+        messages.clear();
+        read();
+        return messages;
+    }
+    void said(const Message& message) override {
+        messages.push_back(message);
+        if (onMessage)
+            onMessage();
+    }
+    void sent() override { ++timesSent; }
+    void crowded() override { isCrowded = true; }
+    void lost() override { isLost = true; }
+
     std::vector<Message> messages;
-    EXPECT_EQ(reader.read([&messages](const Message& message) { messages.push_back(message); }), expected);
-    return messages;
-}
+    std::function<void()> onMessage;
+    int timesSent = 0;
+    bool isCrowded = false;
+    bool isLost = false;
+};
 
 void put(const Pair& pair, const std::string& bytes) {
     ASSERT_EQ(::send(pair.first(), bytes.data(), bytes.size(), 0), static_cast<ssize_t>(bytes.size()));
@@ -77,60 +103,103 @@ TEST(WireMessage, ReadsNumbersWhateverTheyAre) {
     EXPECT_EQ(message.field(40), "");
 }
 
-TEST(WireMessage, ReachesWhomItIsForAsLongAsHeIsThere) {
+TEST(WireConnection, ReachesWhomALineIsForAsLongAsHeIsThere) {
     struct Hearer final : Addressee {
         void hear(const Message& message) override { heard = message; }
         Message heard;
     } second;
-    Addressees addressees;
-    addressees.add(2, second);
-    EXPECT_TRUE(addressees.deliver(*decode("2\tset\t5")));
+    const Pair pair;
+    TestEnd end(pair.second());
+    end.add(2, second);
+    put(pair, "2\tset\t5\n");
+    EXPECT_TRUE(end.readAll().empty());
     EXPECT_EQ(second.heard, Message({"set", "5"}, 2));
-    for (const char* forNobody : {"set\t2", "3\tset\t5", "2x\tset", "", "99999999999\tset"})
-        EXPECT_FALSE(addressees.deliver(*decode(forNobody))) << forNobody;
-    addressees.remove(2);
-    EXPECT_FALSE(addressees.deliver(*decode("2\tset\t6")));
+    for (const char* forNobody : {"set\t2", "3\tset\t5", "2x\tset", "", "99999999999\tset"}) {
+        put(pair, forNobody + "\n"s);
+        EXPECT_EQ(end.readAll(), std::vector{*decode(forNobody)});
+    }
+    end.remove(2);
+    put(pair, "2\tset\t6\n");
+    EXPECT_EQ(end.readAll(), std::vector{Message({"set", "6"}, 2)});
     EXPECT_EQ(second.heard.field(1), "5");
 }
 
-TEST(WireReader, PutsLinesTogetherHoweverTheyCome) {
+TEST(WireConnection, PutsLinesTogetherHoweverTheyCome) {
     const Pair pair;
-    LineReader reader(pair.second());
+    TestEnd end(pair.second());
     put(pair, "one\ttw");
-    EXPECT_TRUE(readAll(reader).empty());
+    EXPECT_TRUE(end.readAll().empty());
     put(pair, "o\nthree\n\nfo");
-    EXPECT_EQ(readAll(reader), (std::vector{Message({"one", "two"}), Message({"three"}), Message({""})}));
+    EXPECT_EQ(end.readAll(), (std::vector{Message({"one", "two"}), Message({"three"}), Message({""})}));
     put(pair, "ur\n");
-    EXPECT_EQ(readAll(reader), std::vector{Message({"four"})});
-    EXPECT_EQ(reader.lines(), 4);
+    EXPECT_EQ(end.readAll(), std::vector{Message({"four"})});
+    EXPECT_EQ(end.lines(), 4);
 }
 
-TEST(WireReader, LeavesOutDamageAndGoesOn) {
+TEST(WireConnection, LeavesOutDamageAndGoesOn) {
     const Pair pair;
-    LineReader reader(pair.second());
+    TestEnd end(pair.second());
     put(pair, "bad\\x\n");
-    const std::string piece(LineReader::longestLine / 16, 'x');
+    const std::string piece(Connection::longestLine / 16, 'x');
     for (int i = 0; i <= 16; ++i) {
         put(pair, piece);
-        EXPECT_TRUE(readAll(reader).empty());
+        EXPECT_TRUE(end.readAll().empty());
     }
     put(pair, "still the long one\ngood\n");
-    EXPECT_EQ(readAll(reader), std::vector{Message({"good"})});
-    EXPECT_EQ(reader.lines(), 3);
+    EXPECT_EQ(end.readAll(), std::vector{Message({"good"})});
+    EXPECT_EQ(end.lines(), 3);
 }
 
-TEST(WireReader, SaysThatTheOtherEndIsGoneAfterWhatItSaidLast) {
+TEST(WireConnection, IsLostAfterWhatTheOtherEndSaidLast) {
     Pair pair;
-    LineReader reader(pair.second());
+    TestEnd end(pair.second());
     put(pair, "last\nunfinish");
     pair.closeFirst();
-    EXPECT_EQ(readAll(reader, LineReader::State::Closed), std::vector{Message({"last"})});
+    end.onMessage = [&end] { EXPECT_FALSE(end.isLost); };
+    EXPECT_EQ(end.readAll(), std::vector{Message({"last"})});
+    EXPECT_TRUE(end.isLost);
 }
 
-TEST(WireReader, SurvivesNoise) {
+TEST(WireConnection, WhoeverHearsMayCloseItAndBeginAnother) {
+    Pair pair;
+    const Pair other;
+    TestEnd end(pair.second());
+    put(pair, "one\ntwo\nhal");
+    pair.closeFirst();
+    end.onMessage = [&] {
+        end.close();
+        end.open(other.second());
+    };
+    EXPECT_EQ(end.readAll(), std::vector{Message({"one"})});
+    EXPECT_FALSE(end.isLost) << "it is another connection by now";
+    end.onMessage = nullptr;
+    put(other, "three\n");
+    EXPECT_EQ(end.readAll(), std::vector{Message({"three"})});
+    EXPECT_EQ(end.lines(), 1);
+}
+
+TEST(WireConnection, WhoeverHearsMayDoAwayWithIt) {
+    struct Fleeting final : Connection {
+        explicit Fleeting(int fd) { open(fd); }
+        using Connection::read;
+        void said(const Message& message) override {
+            EXPECT_EQ(message.verb(), "one");
+            delete this; // as its owner would
+        }
+        void crowded() override {}
+        void lost() override { ADD_FAILURE(); }
+    };
+    Pair pair;
+    auto* end = new Fleeting(pair.second());
+    put(pair, "one\ntwo\n");
+    pair.closeFirst();
+    end->read();
+}
+
+TEST(WireConnection, SurvivesNoise) {
     std::mt19937 random(7);
     const Pair pair;
-    LineReader reader(pair.second());
+    TestEnd end(pair.second());
     int lines = 0;
     int messages = 0;
     for (int round = 0; round < 300; ++round) {
@@ -139,48 +208,53 @@ TEST(WireReader, SurvivesNoise) {
             byte = "\\\t\nntrabc\0\xff"[random() % 12];
         lines += static_cast<int>(std::count(noise.begin(), noise.end(), '\n'));
         put(pair, noise);
-        messages += static_cast<int>(readAll(reader).size());
+        messages += static_cast<int>(end.readAll().size());
     }
-    EXPECT_EQ(reader.lines(), lines);
+    EXPECT_EQ(end.lines(), lines);
     EXPECT_GT(messages, 0);
     EXPECT_LT(messages, lines) << "nothing was damaged";
 }
 
-TEST(WireWriter, NeverWaitsAndLosesNothing) {
+TEST(WireConnection, NeverWaitsAndLosesNothing) {
     const Pair pair;
-    LineWriter writer(pair.first());
-    LineReader reader(pair.second());
+    TestEnd writer(pair.first());
+    TestEnd reader(pair.second());
     const std::string text(1000, 'y');
     int sent = 0;
-    while (writer.send({"number", std::to_string(sent++), text}) == LineWriter::State::Idle)
+    for (; !writer.isCrowded; writer.send({"number", std::to_string(sent++), text}))
         ASSERT_LT(sent, 100000);
+    EXPECT_EQ(writer.timesSent, sent);
     std::vector<Message> all;
-    while (writer.flush() == LineWriter::State::Pending)
-        for (auto& message : readAll(reader))
+    while (std::exchange(writer.isCrowded, false)) {
+        for (auto& message : reader.readAll())
             all.push_back(std::move(message));
-    for (auto& message : readAll(reader))
+        writer.flush();
+    }
+    for (auto& message : reader.readAll())
         all.push_back(std::move(message));
     ASSERT_EQ(all.size(), static_cast<std::size_t>(sent));
     for (int i = 0; i < sent; ++i)
         EXPECT_EQ(all[static_cast<std::size_t>(i)], Message({"number", std::to_string(i), text}));
 }
 
-TEST(WireWriter, GivesUpOnOneWhoNeverReads) {
+TEST(WireConnection, GivesUpOnOneWhoNeverReads) {
     const Pair pair;
-    LineWriter writer(pair.first());
+    TestEnd writer(pair.first());
     const std::string text(10000, 'z');
-    LineWriter::State state = LineWriter::State::Idle;
-    for (int i = 0; i < 1000 && state != LineWriter::State::Broken; ++i)
-        state = writer.send({text});
-    EXPECT_EQ(state, LineWriter::State::Broken);
-    EXPECT_EQ(writer.send({"more"}), LineWriter::State::Broken);
+    for (int i = 0; i < 1000 && !writer.isLost; ++i)
+        writer.send({text});
+    EXPECT_TRUE(writer.isLost);
+    const int sent = writer.timesSent;
+    writer.send({"more"});
+    EXPECT_EQ(writer.timesSent, sent);
 }
 
-TEST(WireWriter, NoticesThatTheOtherEndIsGone) {
+TEST(WireConnection, NoticesThatTheOtherEndIsGone) {
     Pair pair;
-    LineWriter writer(pair.second());
+    TestEnd writer(pair.second());
     pair.closeFirst();
-    EXPECT_EQ(writer.send({"anyone?"}), LineWriter::State::Broken);
+    writer.send({"anyone?"});
+    EXPECT_TRUE(writer.isLost);
 }
 
 } // namespace

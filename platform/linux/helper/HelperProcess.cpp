@@ -40,7 +40,7 @@ std::string helperPath(const std::string& name) {
 }
 
 struct HelperProcess::Child {
-    explicit Child(int descriptor) : fd(descriptor), reader(descriptor), writer(descriptor) {}
+    explicit Child(int descriptor) : fd(descriptor) {}
 
     void close() {
         onReadable.cancel();
@@ -50,8 +50,6 @@ struct HelperProcess::Child {
 
     Descriptor fd; ///< goes after those who watch it
     int pid = 0;
-    wire::LineReader reader;
-    wire::LineWriter writer;
     Subscription onReadable;
     Subscription onRetry;
     Subscription onEnd;
@@ -98,12 +96,13 @@ std::string HelperProcess::start() {
     try {
         child->pid = startHelper(path_, theirs.get());
         watch(child);
-        child_ = child;
     } catch (const std::system_error& error) {
         if (child->pid != 0)
             endHelper(child->pid);
         return error.what();
     }
+    child_ = child;
+    open(child->fd.get());
     if (answers_)
         answers_->begin();
     return {};
@@ -118,58 +117,36 @@ void HelperProcess::watch(const std::shared_ptr<Child>& child) {
     });
     child->onReadable = loop_.watch(child->fd.get(), [this, weak] {
         if (const auto held = weak.lock())
-            readable(*held);
+            read();
     });
 }
 
-void HelperProcess::readable(Child& child) {
-    // A client may end the helper from within: the reader must not be at work then.
-    std::vector<wire::Message> messages;
-    const auto state = child.reader.read([&messages](const auto& message) { messages.push_back(message); });
-    for (const auto& message : messages)
-        if (child.fd)
-            hear(message);
-    if (state == wire::LineReader::State::Closed)
-        disconnect(child);
-}
-
-void HelperProcess::hear(const wire::Message& message) {
+void HelperProcess::said(const wire::Message& message) {
     if (answers_ && message.verb() == wire::taken)
         answers_->taken(message.number(1).value_or(0));
-    else if (!addressees_.deliver(message))
+    else
         client_.helperSaid(message);
 }
 
-void HelperProcess::send(std::initializer_list<std::string_view> fields) {
-    if (!child_ || !child_->fd)
-        return;
-    const auto state = child_->writer.send(fields);
-    if (state == wire::LineWriter::State::Pending)
-        retryLater(*child_);
-    else if (state == wire::LineWriter::State::Broken)
-        disconnect(*child_);
+void HelperProcess::sent() {
     if (answers_)
         answers_->sent();
 }
 
-void HelperProcess::retryLater(Child& child) {
-    if (child.onRetry.active())
-        return;
-    child.onRetry = loop_.afterReal(retryAfter, [this, &child] {
-        child.onRetry.cancel();
-        const auto state = child.writer.flush();
-        if (state == wire::LineWriter::State::Pending)
-            retryLater(child);
-        else if (state == wire::LineWriter::State::Broken)
-            disconnect(child);
-    });
+void HelperProcess::crowded() {
+    if (!child_->onRetry.active())
+        child_->onRetry = loop_.afterReal(retryAfter, [this] {
+            child_->onRetry.cancel();
+            flush();
+        });
 }
 
-void HelperProcess::disconnect(Child& child) {
-    if (!child.fd)
+void HelperProcess::disconnect() {
+    close();
+    if (!child_->fd)
         return;
-    child.close();
-    child.onImpatience = loop_.afterReal(patience, [pid = child.pid] { ::kill(pid, SIGKILL); });
+    child_->close();
+    child_->onImpatience = loop_.afterReal(patience, [pid = child_->pid] { ::kill(pid, SIGKILL); });
 }
 
 void HelperProcess::end() {
@@ -177,17 +154,13 @@ void HelperProcess::end() {
         return;
     if (answers_)
         answers_->end();
-    disconnect(*child_);
+    disconnect();
     leaving_.push_back(std::move(child_));
-}
-
-void HelperProcess::readAnswers() {
-    if (const auto held = child_; held && held->fd)
-        readable(*held);
 }
 
 void HelperProcess::helperHangs(double seconds) {
     ::kill(child_->pid, SIGKILL);
+    close();
     child_->close();
     leaving_.push_back(std::move(child_));
     client_.helperFailed("has not answered for " + wire::realText(seconds) + " s");
@@ -203,6 +176,7 @@ void HelperProcess::ended(Child& child, int status) {
     }
     if (answers_)
         answers_->end();
+    close();
     child_.reset();
     client_.helperFailed(inWords(status));
 }

@@ -2,14 +2,12 @@
 
 #include "platform/linux/EventLoop.h"
 #include "platform/linux/helper/AnswerWatch.h"
-#include "platform/linux/helper/Lines.h"
+#include "platform/linux/helper/Connection.h"
 
 #include <deque>
-#include <initializer_list>
 #include <memory>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace kelpa {
@@ -48,7 +46,7 @@ enum class Answers {
 /// One helper program and the connection to it, which the helper has as descriptor 3. Nothing here ever waits
 /// for the helper: one that does not read what it is sent, or does not end when it should, is killed, and
 /// none outlives this program.
-class HelperProcess : private AnswerWatchClient {
+class HelperProcess : public wire::Connection, private AnswerWatchClient {
   public:
     /// `client` outlives the process object.
     HelperProcess(EventLoop& loop, std::string path, HelperClient& client,
@@ -63,31 +61,27 @@ class HelperProcess : private AnswerWatchClient {
     [[nodiscard]] bool running() const { return child_ != nullptr; }
     /// Process id of the helper; 0 when none runs.
     [[nodiscard]] int pid() const;
-    /// Does nothing when no helper runs. Needs no memory for messages of a size that was sent before.
-    void send(std::initializer_list<std::string_view> fields);
-    /// Those who hear themselves what the helper has to say to them, while they are there.
-    [[nodiscard]] wire::Addressees& addressees() { return addressees_; }
     /// Closes the connection, on which the helper ends by itself.
     void end();
 
   private:
     struct Child;
-    void readAnswers() override;
+    void said(const wire::Message& message) override;
+    void sent() override;
+    void crowded() override;
+    void lost() override { disconnect(); }
+    void readAnswers() override { read(); }
     [[nodiscard]] bool helperBusy() const override { return heldUpByWork(pid()); }
     void ask() override { send({wire::ping}); }
     void helperHangs(double seconds) override;
 
-    void hear(const wire::Message& message);
     void watch(const std::shared_ptr<Child>& child);
-    void readable(Child& child);
-    void retryLater(Child& child);
-    void disconnect(Child& child);
+    void disconnect();
     void ended(Child& child, int status);
 
     EventLoop& loop_;
     std::string path_;
     HelperClient& client_;
-    wire::Addressees addressees_;
     std::optional<AnswerWatch> answers_; ///< where answers are watched
     std::shared_ptr<Child> child_;
     std::vector<std::shared_ptr<Child>> leaving_;

@@ -14,39 +14,23 @@ bool Channel::isConnection(int fd) {
 }
 
 Channel::Channel(int fd, QObject* parent)
-    : QObject(parent), reader_(fd), writer_(fd), readable_(fd, QSocketNotifier::Read),
-      writable_(fd, QSocketNotifier::Write) {
+    : QObject(parent), readable_(fd, QSocketNotifier::Read), writable_(fd, QSocketNotifier::Write) {
     // A browser that outlives this program must not hold on to the connection.
     ::fcntl(fd, F_SETFD, FD_CLOEXEC);
     writable_.setEnabled(false);
-    connect(&readable_, &QSocketNotifier::activated, this, &Channel::read);
-    connect(&writable_, &QSocketNotifier::activated, this, &Channel::flush);
-}
-
-void Channel::read() {
-    const auto state = reader_.read([this](const wire::Message& message) {
-        if (!addressees_.deliver(message))
-            emit received(message);
+    connect(&readable_, &QSocketNotifier::activated, this, [this] {
+        read();
+        emit settled();
     });
-    emit settled();
-    if (state == wire::LineReader::State::Closed)
-        end();
-}
-
-void Channel::send(std::initializer_list<std::string_view> fields) {
-    writer_.send(fields);
-    flush();
-}
-
-void Channel::flush() {
-    const auto state = writer_.flush();
-    writable_.setEnabled(state == wire::LineWriter::State::Pending);
-    if (state == wire::LineWriter::State::Broken)
-        end();
+    connect(&writable_, &QSocketNotifier::activated, this, [this] {
+        writable_.setEnabled(false);
+        flush();
+    });
+    open(fd);
 }
 
 /// Little here is worth being put away tidily, and a person waits for the windows to go.
-void Channel::end() {
+void Channel::lost() {
     emit closing();
     ::_exit(EXIT_SUCCESS);
 }

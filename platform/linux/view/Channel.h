@@ -1,17 +1,15 @@
 #pragma once
 
-#include "platform/linux/helper/Lines.h"
+#include "platform/linux/helper/Connection.h"
 
 #include <QObject>
 #include <QSocketNotifier>
-#include <initializer_list>
-#include <string_view>
 
 namespace kelpa {
 
 /// The connection to the program that started this one. When it closes, or is not read for far too long, this
 /// program ends at once: what it shows has lost its meaning.
-class Channel : public QObject {
+class Channel : public QObject, public wire::Connection {
     Q_OBJECT
 
   public:
@@ -21,11 +19,7 @@ class Channel : public QObject {
     explicit Channel(int fd = descriptor, QObject* parent = nullptr);
     /// Whether `fd` is a connection at all; a person who starts this program by hand gives it none.
     [[nodiscard]] static bool isConnection(int fd = descriptor);
-    void send(std::initializer_list<std::string_view> fields);
-    /// Those who hear themselves what the program has to say to them, while they are there.
-    [[nodiscard]] wire::Addressees& addressees() { return addressees_; }
-    /// How many lines have come, also such as were no messages.
-    [[nodiscard]] int lines() const { return reader_.lines(); }
+    using wire::Connection::lines;
 
   signals:
     /// A message that is for no addressee.
@@ -36,13 +30,10 @@ class Channel : public QObject {
     void closing();
 
   private:
-    void read();
-    void flush();
-    [[noreturn]] void end();
+    void said(const wire::Message& message) override { emit received(message); }
+    void crowded() override { writable_.setEnabled(true); }
+    [[noreturn]] void lost() override;
 
-    wire::LineReader reader_;
-    wire::LineWriter writer_;
-    wire::Addressees addressees_;
     QSocketNotifier readable_;
     QSocketNotifier writable_;
 };

@@ -20,15 +20,15 @@ ViewWindow::ViewWindow(QQmlEngine& engine, const QString& file) : content_(makeI
 }
 
 ViewWindow::~ViewWindow() {
-    if (channel_ != nullptr)
-        channel_->addressees().remove(number_);
+    if (program_ != nullptr)
+        program_->remove(number_);
     hide();
 }
 
-void ViewWindow::join(Channel& channel, int number) {
-    channel_ = &channel;
+void ViewWindow::join(wire::Connection& program, int number) {
+    program_ = &program;
     number_ = number;
-    channel.addressees().add(number, *this);
+    program.add(number, *this);
 }
 
 void ViewWindow::hear(const wire::Message& message) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/view/Channel.h"
+#include "platform/linux/helper/Connection.h"
 
 #include <QQuickItem>
 #include <QQuickWindow>
@@ -27,8 +27,9 @@ class ViewWindow : public QQuickWindow, public wire::Addressee {
     /// What shows only in a window that is seen goes while everything it belongs to is still there.
     ~ViewWindow() override;
 
-    /// Gives the window its number, by which it is spoken to from now on. The channel outlives the window.
-    void join(Channel& channel, int number);
+    /// Gives the window its number, by which it and the program speak to each other from now on. The
+    /// connection outlives the window.
+    void join(wire::Connection& program, int number);
     /// Does what the program says.
     void hear(const wire::Message& message) override;
     /// Where the window stands: in the desktop's units, on the screen of that connector; a window of the
@@ -61,8 +62,8 @@ class ViewWindow : public QQuickWindow, public wire::Addressee {
     /// Speaks to the program's window.
     template <typename... Values>
     void say(std::string_view verb, const Values&... values) {
-        if (channel_ != nullptr)
-            channel_->send({std::to_string(number_), verb, values...});
+        if (program_ != nullptr)
+            program_->send({std::to_string(number_), verb, values...});
     }
     [[nodiscard]] QQuickItem& content() const { return *content_; }
     /// What that file draws, in this window. Throws std::runtime_error when it cannot be made.
@@ -80,7 +81,7 @@ class ViewWindow : public QQuickWindow, public wire::Addressee {
   private:
     void comeForward();
 
-    Channel* channel_ = nullptr; ///< null until the window has a number
+    wire::Connection* program_ = nullptr; ///< null until the window has a number
     int number_ = 0;
     std::unique_ptr<QQuickItem> content_; ///< goes before the window does
 };

@@ -2,7 +2,7 @@
 
 #include "base/Published.h"
 #include "platform/linux/display/Screens.h"
-#include "platform/linux/helper/Lines.h"
+#include "platform/linux/helper/Connection.h"
 #include "platform/ports/WindowSystem.h"
 
 #include <functional>

@@ -30,13 +30,13 @@ void RemoteWindowSystem::screensChanged() {
 
 int RemoteWindowSystem::join(RemoteWindow& window) {
     windows_.push_back(&window);
-    view_.addressees().add(++lastId_, window);
+    view_.add(++lastId_, window);
     return lastId_;
 }
 
 void RemoteWindowSystem::forget(RemoteWindow& window) {
     std::erase(windows_, &window);
-    view_.addressees().remove(window.id());
+    view_.remove(window.id());
     visibilityChanged();
 }
 

@@ -51,7 +51,7 @@ class RemoteWindowSystem final : public WindowSystem, public OwnWindows, private
     // For the windows.
     [[nodiscard]] EventLoop& loop() { return parts_.loop; }
     [[nodiscard]] const Screens& layout() const { return parts_.screens; }
-    [[nodiscard]] HelperProcess& view() { return view_; }
+    [[nodiscard]] wire::Connection& view() { return view_; }
     /// Counts a window in, which has to be forgotten or left before its end, and gives it a number.
     int join(RemoteWindow& window);
     void forget(RemoteWindow& window);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/helper/Lines.h"
+#include "platform/linux/helper/Connection.h"
 #include "platform/linux/view/Appearance.h"
 
 #include <QMap>

@@ -1,4 +1,4 @@
-#include "platform/linux/helper/Lines.h"
+#include "platform/linux/helper/Connection.h"
 #include "platform/linux/helper/UpdateProtocol.h"
 #include "platform/linux/update/fetch/UpdateTask.h"
 #include "platform/linux/view/Channel.h"

@@ -1,9 +1,9 @@
 #pragma once
 
 #include <cstddef>
-#include <functional>
 #include <initializer_list>
 #include <map>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -38,24 +38,11 @@ class Message {
     std::vector<std::string> fields_;
 };
 
-/// One of many on this side whom lines are for.
+/// One of many on one side whom lines are for.
 class Addressee {
   public:
     virtual ~Addressee() = default;
     virtual void hear(const Message& message) = 0;
-};
-
-/// Everybody on this side whom lines are for, by number. Owns nobody.
-class Addressees {
-  public:
-    /// Until the addressee is removed, which he may be while he hears.
-    void add(int number, Addressee& addressee) { byNumber_[number] = &addressee; }
-    void remove(int number) { byNumber_.erase(number); }
-    /// False for a line that is for none of them.
-    [[nodiscard]] bool deliver(const Message& message) const;
-
-  private:
-    std::map<int, Addressee*> byNumber_;
 };
 
 // Between the program and a helper that it watches; see `AnswerWatch`.
@@ -73,55 +60,55 @@ void encode(std::initializer_list<std::string_view> fields, std::string& line);
 /// A number as `Message::real` reads it.
 [[nodiscard]] std::string realText(double value);
 
-/// Reads messages from a descriptor. What the other side sends is not trusted: a damaged line is left out,
-/// one that is too long is skipped to its end, and neither takes more memory than one line may have.
-class LineReader {
+/// This side's end of a connection, while there is one. It never waits: what the other side does not take at
+/// once is kept, up to a limit. What the other side sends is not trusted: a damaged line is left out, one
+/// that is too long is skipped to its end, and neither takes more memory than one line may have. The class
+/// that has the descriptor derives from this one, and tells it when there is something to read.
+class Connection {
   public:
     static constexpr std::size_t longestLine = 524288;
-    enum class State { Open, Closed };
-
-    /// The caller keeps owning `fd`.
-    explicit LineReader(int fd) : fd_(fd) {}
-
-    /// Takes what can be read now without waiting and hands over every message in it; of a flood it takes
-    /// some and leaves the rest for the next call. `Closed` when the other end is gone; a line that it did
-    /// not finish is dropped. `message` must not destroy the reader.
-    State read(const std::function<void(const Message&)>& message);
-    /// How many lines have ended so far, also such as were no messages.
-    [[nodiscard]] int lines() const { return lines_; }
-
-  private:
-    void parse(std::string_view bytes, const std::function<void(const Message&)>& message);
-    void finishLine(const std::function<void(const Message&)>& message);
-
-    int fd_;
-    std::string line_;
-    bool tooLong_ = false;
-    int lines_ = 0;
-};
-
-/// Writes messages to a socket and never waits: what the other side does not take at once is kept, up to a
-/// limit, and tried again with the next message or `flush()`.
-class LineWriter {
-  public:
     static constexpr std::size_t mostPending = 1048576;
-    enum class State {
-        Idle,    ///< everything is on its way
-        Pending, ///< some is kept: call `flush()` again in a while
-        Broken,  ///< the other side is gone or has not read for far too long; nothing more is sent
-    };
 
-    /// The caller keeps owning `fd`.
-    explicit LineWriter(int fd) : fd_(fd) {}
+    virtual ~Connection();
+    Connection(const Connection&) = delete;
+    Connection& operator=(const Connection&) = delete;
 
-    /// Uses memory that it already has, once a message of this size was sent before.
-    State send(std::initializer_list<std::string_view> fields);
-    State flush();
+    /// Does nothing while there is no connection. Needs no memory for messages of a size that was sent
+    /// before.
+    void send(std::initializer_list<std::string_view> fields);
+    /// Lines with this number are the addressee's until he is removed, which he may be while he hears.
+    void add(int number, Addressee& addressee) { addressees_[number] = &addressee; }
+    void remove(int number) { addressees_.erase(number); }
+
+  protected:
+    Connection() = default;
+    /// Begins anew, with nothing kept of what was before. The caller keeps owning `fd`, until `close` at
+    /// least.
+    void open(int fd);
+    void close();
+    /// Takes what has come and hands every message on; of a flood it takes some and leaves the rest for the
+    /// next call. Those who hear may close the connection and do away with all of this.
+    void read();
+    /// Tries again to send what is kept.
+    void flush();
+    /// How many lines have come since `open`, also such as were no messages.
+    [[nodiscard]] int lines() const;
 
   private:
-    int fd_;
-    std::string pending_;
-    bool broken_ = false;
+    struct End;
+    void deliver(const Message& message);
+
+    /// Something that is for no addressee.
+    virtual void said(const Message& message) = 0;
+    /// Something was sent or is kept for it.
+    virtual void sent() {}
+    /// Something is kept: `flush` is to be called in a while.
+    virtual void crowded() = 0;
+    /// The other side is gone, or has not read for far too long; the connection is closed.
+    virtual void lost() = 0;
+
+    std::map<int, Addressee*> addressees_; ///< by number; owns nobody
+    std::shared_ptr<End> end_;             ///< null while there is no connection
 };
 
 } // namespace kelpa::wire

@@ -1,4 +1,4 @@
-#include "platform/linux/helper/Lines.h"
+#include "platform/linux/helper/Connection.h"
 
 #include "base/Text.h"
 
@@ -69,14 +69,6 @@ std::optional<double> Message::real(std::size_t index) const {
     return value;
 }
 
-bool Addressees::deliver(const Message& message) const {
-    const auto found = message.addressee() ? byNumber_.find(*message.addressee()) : byNumber_.end();
-    if (found == byNumber_.end())
-        return false;
-    found->second->hear(message);
-    return true;
-}
-
 void encode(std::initializer_list<std::string_view> fields, std::string& line) {
     bool first = true;
     for (const std::string_view field : fields) {
@@ -109,69 +101,139 @@ std::string realText(double value) {
     return stream.str();
 }
 
-LineReader::State LineReader::read(const std::function<void(const Message&)>& message) {
+/// What is known of one connection.
+struct Connection::End {
+    explicit End(int descriptor) : fd(descriptor) {}
+
+    bool receive(std::vector<Message>& messages);
+    void parse(std::string_view bytes, std::vector<Message>& messages);
+    void finishLine(std::vector<Message>& messages);
+    bool transmit();
+
+    int fd;
+    bool open = true;
+    std::string line; ///< as far as it has come
+    bool tooLong = false;
+    int lines = 0;
+    std::string pending; ///< to be sent
+};
+
+/// False when the other side is gone; a line that it did not finish is dropped.
+bool Connection::End::receive(std::vector<Message>& messages) {
     std::array<char, 4096> buffer; // NOLINT(cppcoreguidelines-pro-type-member-init): filled by recv
     for (int round = 0; round < mostRounds;) {
-        const ssize_t count = ::recv(fd_, buffer.data(), buffer.size(), MSG_DONTWAIT);
+        const ssize_t count = ::recv(fd, buffer.data(), buffer.size(), MSG_DONTWAIT);
         if (count > 0) {
-            parse({buffer.data(), static_cast<std::size_t>(count)}, message);
+            parse({buffer.data(), static_cast<std::size_t>(count)}, messages);
             ++round;
         } else if (count == 0 || errno != EINTR) {
-            return count < 0 && (errno == EAGAIN || errno == EWOULDBLOCK) ? State::Open : State::Closed;
+            return count < 0 && (errno == EAGAIN || errno == EWOULDBLOCK);
         }
     }
-    return State::Open;
+    return true;
 }
 
-void LineReader::parse(std::string_view bytes, const std::function<void(const Message&)>& message) {
+void Connection::End::parse(std::string_view bytes, std::vector<Message>& messages) {
     while (!bytes.empty()) {
         const std::size_t end = std::min(bytes.find('\n'), bytes.size());
-        if (line_.size() + end > longestLine)
-            tooLong_ = true;
-        if (tooLong_)
-            line_.clear();
+        if (line.size() + end > longestLine)
+            tooLong = true;
+        if (tooLong)
+            line.clear();
         else
-            line_.append(bytes.substr(0, end));
+            line.append(bytes.substr(0, end));
         if (end == bytes.size())
             return;
-        finishLine(message);
+        finishLine(messages);
         bytes.remove_prefix(end + 1);
     }
 }
 
-void LineReader::finishLine(const std::function<void(const Message&)>& message) {
-    const auto decoded = tooLong_ ? std::nullopt : decode(line_);
-    line_.clear();
+void Connection::End::finishLine(std::vector<Message>& messages) {
+    if (auto message = tooLong ? std::nullopt : decode(line))
+        messages.push_back(std::move(*message));
+    line.clear();
     // One long message must not take its room for the rest of the day.
-    if (line_.capacity() > usualLine)
-        line_.shrink_to_fit();
-    tooLong_ = false;
-    ++lines_;
-    if (decoded)
-        message(*decoded);
+    if (line.capacity() > usualLine)
+        line.shrink_to_fit();
+    tooLong = false;
+    ++lines;
 }
 
-LineWriter::State LineWriter::send(std::initializer_list<std::string_view> fields) {
-    if (broken_)
-        return State::Broken;
-    encode(fields, pending_);
-    return flush();
-}
-
-LineWriter::State LineWriter::flush() {
-    while (!broken_ && !pending_.empty()) {
-        const ssize_t count = ::send(fd_, pending_.data(), pending_.size(), MSG_DONTWAIT | MSG_NOSIGNAL);
+/// False when the other side is gone or takes nothing.
+bool Connection::End::transmit() {
+    while (!pending.empty()) {
+        const ssize_t count = ::send(fd, pending.data(), pending.size(), MSG_DONTWAIT | MSG_NOSIGNAL);
         if (count >= 0)
-            pending_.erase(0, static_cast<std::size_t>(count));
+            pending.erase(0, static_cast<std::size_t>(count));
         else if (errno == EAGAIN || errno == EWOULDBLOCK || errno == ENOBUFS)
             break;
         else if (errno != EINTR)
-            broken_ = true;
+            return false;
     }
-    broken_ = broken_ || pending_.size() > mostPending;
-    if (broken_)
-        return State::Broken;
-    return pending_.empty() ? State::Idle : State::Pending;
+    return pending.size() <= mostPending;
+}
+
+Connection::~Connection() {
+    close();
+}
+
+void Connection::open(int fd) {
+    close();
+    end_ = std::make_shared<End>(fd);
+}
+
+void Connection::close() {
+    if (end_)
+        end_->open = false;
+    end_ = nullptr;
+}
+
+void Connection::send(std::initializer_list<std::string_view> fields) {
+    if (!end_)
+        return;
+    encode(fields, end_->pending);
+    sent();
+    flush();
+}
+
+void Connection::flush() {
+    if (!end_)
+        return;
+    if (!end_->transmit()) {
+        close();
+        lost();
+    } else if (!end_->pending.empty()) {
+        crowded();
+    }
+}
+
+void Connection::read() {
+    // Only what is held here may be looked at once those who hear have closed it.
+    const auto end = end_;
+    if (!end)
+        return;
+    std::vector<Message> messages;
+    const bool there = end->receive(messages);
+    for (const Message& message : messages)
+        if (end->open)
+            deliver(message);
+    if (!there && end->open) {
+        close();
+        lost();
+    }
+}
+
+void Connection::deliver(const Message& message) {
+    const auto found = message.addressee() ? addressees_.find(*message.addressee()) : addressees_.end();
+    if (found == addressees_.end())
+        said(message);
+    else
+        found->second->hear(message);
+}
+
+int Connection::lines() const {
+    return end_ ? end_->lines : 0;
 }
 
 } // namespace kelpa::wire
