@@ -17,8 +17,8 @@ void RemotePreferencesWindow::setLayout(const PreferencesLayout& layout, Prefere
     window_->setProperty(view::layout, partsJson(layout));
     window_->setActionHandler(
         [this](const std::string& action, const std::string& value) { didAct(action, value); });
-    window_->setControlHandler([this](const wire::Message& message) { didToControl(message); });
     window_->setReplayed([this] { client_->showAgain(); });
+    windows_.view().add(window_->id(), *this);
 }
 
 void RemotePreferencesWindow::show() {
@@ -28,18 +28,22 @@ void RemotePreferencesWindow::show() {
 
 void RemotePreferencesWindow::show(const std::string& id, PreferencesField field,
                                    const PreferencesValue& value) {
-    if (!window_)
+    const auto tell = [&](std::string_view type, std::string_view shown) {
+        windows_.view().send(
+            {std::to_string(window_->id()), view::tell, id, nameOf(view::fields, field), type, shown});
+    };
+    // What nobody sees now is said again when the window is shown.
+    if (!window_ || !window_->visible())
         return;
-    const std::string_view name = nameOf(view::fields, field);
     if (const auto* on = std::get_if<bool>(&value))
-        window_->tell(id, name, view::boolType, *on ? "1" : "0");
+        tell(view::boolType, *on ? "1" : "0");
     else if (const auto* number = std::get_if<std::int64_t>(&value))
-        window_->tell(id, name, view::numberType, std::to_string(*number));
+        tell(view::numberType, std::to_string(*number));
     else if (const auto* text = std::get_if<std::string>(&value))
-        window_->tell(id, name, view::textType,
-                      field == PreferencesField::Value ? shorten(id, {{0, *text, {}}}).front().text : *text);
+        tell(view::textType,
+             field == PreferencesField::Value ? shorten(id, {{0, *text, {}}}).front().text : *text);
     else if (const auto* entries = std::get_if<std::vector<PreferencesEntry>>(&value))
-        window_->tell(id, name, view::listType, entriesJson(shorten(id, *entries)));
+        tell(view::listType, entriesJson(shorten(id, *entries)));
 }
 
 std::vector<PreferencesEntry> RemotePreferencesWindow::shorten(const std::string& id,
@@ -75,8 +79,15 @@ void RemotePreferencesWindow::didAct(const std::string& action, const std::strin
     }
 }
 
+void RemotePreferencesWindow::hear(const wire::Message& message) {
+    if (message.verb() != view::did)
+        return window_->hear(message);
+    if (window_->visible())
+        didToControl(message);
+}
+
 /// The fields of the message are those of `did`.
-void RemotePreferencesWindow::didToControl(const wire::Message& message) {
+void RemotePreferencesWindow::didToControl(const wire::Message& message) const {
     const auto act = caseOf<PreferencesAct>(view::acts, message.field(2));
     const auto value = valueIn(message);
     if (act && value)

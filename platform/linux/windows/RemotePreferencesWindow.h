@@ -10,8 +10,8 @@
 namespace kelpa {
 
 /// The preferences window as the view shows it. What its controls show is kept by the core alone, which says
-/// it again to each view.
-class RemotePreferencesWindow final : public PreferencesWindow {
+/// it again to each view; it goes to the window there, and comes from it, past the window here.
+class RemotePreferencesWindow final : public PreferencesWindow, private wire::Addressee {
   public:
     /// The window system outlives the window.
     explicit RemotePreferencesWindow(RemoteWindowSystem& windows) : windows_(windows) {}
@@ -21,6 +21,8 @@ class RemotePreferencesWindow final : public PreferencesWindow {
     void show(const std::string& id, PreferencesField field, const PreferencesValue& value) override;
 
   private:
+    void hear(const wire::Message& message) override;
+
     /// A text of a control of which the view shows the beginning, which then stands for all of it.
     struct Cut {
         std::string id;
@@ -35,7 +37,7 @@ class RemotePreferencesWindow final : public PreferencesWindow {
     [[nodiscard]] std::string whole(const std::string& id, const std::string& shown) const;
 
     void didAct(const std::string& action, const std::string& value);
-    void didToControl(const wire::Message& message);
+    void didToControl(const wire::Message& message) const;
     [[nodiscard]] std::optional<PreferencesValue> valueIn(const wire::Message& message) const;
 
     RemoteWindowSystem& windows_;

@@ -172,8 +172,6 @@ void RemoteWindow::setPlace(const PixelRect& pixels, const std::string& connecto
 void RemoteWindow::hear(const wire::Message& message) {
     if (message.verb() == word::action)
         didAct(message.field(1), message.field(2));
-    else if (message.verb() == word::did)
-        didToControl(message);
     else if (message.verb() == word::closed)
         didClose(message);
     else if (message.verb() == word::dragged)
@@ -218,11 +216,6 @@ void RemoteWindow::setProperty(std::string_view name, std::string_view value) {
 void RemoteWindow::assertProperty(std::string_view name, std::string_view value) {
     store(name, value);
     send(word::set, name, value);
-}
-
-void RemoteWindow::tell(std::string_view control, std::string_view field, std::string_view type,
-                        std::string_view value) const {
-    send(word::tell, control, field, type, value);
 }
 
 void RemoteWindow::setAlpha(double alpha) {
@@ -301,11 +294,6 @@ void RemoteWindow::didAct(const std::string& action, const std::string& value) c
     const auto handler = handler_;
     if (visible_ && handler)
         handler(action, value);
-}
-
-void RemoteWindow::didToControl(const wire::Message& message) const {
-    if (visible_ && controlHandler_)
-        controlHandler_(message);
 }
 
 void RemoteWindow::replay() const {

@@ -53,21 +53,16 @@ class RemoteWindow final : public NativeWindow, public wire::Addressee {
     void assertProperty(std::string_view name, std::string_view value);
     /// Keeps a value that the view shows already: what a person made of it.
     void noteProperty(std::string_view name, std::string_view value) { store(name, value); }
-    /// Says what a control shows. It is not kept: whoever says it does so again when another view takes over.
-    void tell(std::string_view control, std::string_view field, std::string_view type,
-              std::string_view value) const;
     using ActionHandler = std::function<void(const std::string& action, const std::string& value)>;
     /// Is given what a person does in the window while it is shown.
     void setActionHandler(ActionHandler handler) { handler_ = std::move(handler); }
-    /// Takes what a person did to controls, as the view says it.
-    void setControlHandler(std::function<void(const wire::Message&)> handler) {
-        controlHandler_ = std::move(handler);
-    }
     /// Runs `run` whenever a view is told everything, before it shows the window.
     void setReplayed(std::function<void()> run) { replayed_ = std::move(run); }
 
-    // For the window system.
+    /// The number by which it and its window in the view speak to each other.
     [[nodiscard]] int id() const { return id_; }
+
+    // For the window system.
     [[nodiscard]] const std::string& kind() const { return kind_; }
     [[nodiscard]] const std::string& title() const { return spec_.title; }
     [[nodiscard]] const std::string& connector() const { return connector_; }
@@ -84,7 +79,6 @@ class RemoteWindow final : public NativeWindow, public wire::Addressee {
 
   private:
     void didAct(const std::string& action, const std::string& value) const;
-    void didToControl(const wire::Message& message) const;
     void didClose(const wire::Message& message);
     void didDrag(const wire::Message& message);
     template <typename... Values>
@@ -110,7 +104,6 @@ class RemoteWindow final : public NativeWindow, public wire::Addressee {
     std::string connector_;
     std::vector<std::pair<std::string, std::string>> properties_;
     ActionHandler handler_;
-    std::function<void(const wire::Message&)> controlHandler_;
     std::function<void()> replayed_;
     bool visible_ = false;
     double alpha_ = 1;
