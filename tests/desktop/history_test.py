@@ -60,6 +60,16 @@ class Records(HistoryTest):
         self.assertGreaterEqual(worked, 60)
         self.assertEqual((taken, skipped), (0, 1))
 
+    def test_a_folder_in_place_of_a_month_is_told_in_the_log(self):
+        (self.folder / f"{self.today:%Y-%m}.csv").mkdir(parents=True)
+        program = self.launch(KEPT)
+        wait_until(lambda: self.status().get("seconds", 36000) < 36000, 10, "some of the work to have passed")
+        self.assertEqual(self.ask("pause")[0], 0)
+        program.wait_for("warning .* the history cannot be written and waits: .*Is a directory", 10)
+        code, _, message = self.ask("history")
+        self.assertEqual(code, 1)
+        self.assertIn("Is a directory", message)
+
 
 class Window(HistoryTest):
     def test_it_shows_the_day_that_the_keys_or_the_pointer_go_to(self):
