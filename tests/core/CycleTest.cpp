@@ -229,11 +229,7 @@ TEST(Cycle, ASettingWithWhichItCannotGoOnIsNamedAndEndsTheProgram) {
             Play play({"title", "count"});
             EXPECT_THROW(play(mouseMayRest + "store pref.short.break.times int 2\n" + end.script),
                          desk::FatalEnd);
-            Lines told = play.journal.lines();
-            std::erase_if(told, [](const std::string& line) {
-                return line.find(" log error ") == std::string::npos &&
-                       line.find(" fatal ") == std::string::npos;
-            });
+            const Lines told = only(play.journal.lines(), {" log error ", " fatal "});
             EXPECT_EQ(told, (Lines{end.second + " log error stored " + end.setting +
                                        ", with which the cycle cannot go on",
                                    end.fatal}));

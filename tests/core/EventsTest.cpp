@@ -180,9 +180,8 @@ TEST(NewDay, AMoveThatTheGreetingDoesNotCoverStartsWorkBeneathIt) {
 std::string breaks(Play& play, int count) {
     std::string lengths;
     for (int i = 0; i < count; ++i)
-        for (const std::string& line : play("+60\nskip 1\n"))
-            if (line.find("break skip") != std::string::npos)
-                lengths += line.ends_with("yes") ? 's' : 'L';
+        for (const std::string& line : only(play("+60\nskip 1\n"), {"break skip"}))
+            lengths += line.ends_with("yes") ? 's' : 'L';
     return lengths;
 }
 

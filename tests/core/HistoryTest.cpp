@@ -131,11 +131,7 @@ TEST(History, WhatIsSwitchedOnInTheMiddleIsKeptWholeAndWhatIsSwitchedOffNotAtAll
 
 TEST(History, WaitsForRoomOnTheDiskAndLosesNothing) {
     Play play({"item", "title", "count", "window", "break", "app", "water", "set"});
-    const auto told = [&](const std::string& script) {
-        Lines all = play(script);
-        std::erase_if(all, [](const std::string& line) { return line.find("history") == std::string::npos; });
-        return all;
-    };
+    const auto told = [&](const std::string& script) { return only(play(script), {"history"}); };
     told(monday + kept + "launch\ndisk full\n");
     EXPECT_EQ(told("+10\nmenu pause\nmenu pause\n+20\nmenu pause\nmenu pause\n"),
               Lines{"10.000 log warning the history cannot be written and waits: No space left on device"})

@@ -17,12 +17,7 @@ class Hold : public Play {
                 "launch\n");
     }
     /// Plays a script and tells what was asked in it.
-    Lines asked(const std::string& script) {
-        Lines lines = (*this)(script);
-        std::erase_if(lines,
-                      [](const std::string& line) { return line.find(" busy ") == std::string::npos; });
-        return lines;
-    }
+    Lines asked(const std::string& script) { return only((*this)(script), {" busy "}); }
     static bool breakShows() { return WindowController::breakShows(); }
 };
 
@@ -178,12 +173,7 @@ TEST(BreakHold, whoAsksForTheBreakGetsItAndWhoAsksForMoreTimeGetsThat) {
 TEST(BreakHold, theNoticeStaysAwayFromThoseWhoAreBusy) {
     Hold hold("store pref.work.time int 2\nstore pref.break.notice int 30\n");
     const auto notified = [&](const std::string& script) {
-        Lines lines = hold(script);
-        std::erase_if(lines, [](const std::string& line) {
-            return line.find(" busy ") == std::string::npos &&
-                   line.find(" notification ") == std::string::npos;
-        });
-        return lines;
+        return only(hold(script), {" busy ", " notification "});
     };
     EXPECT_EQ(notified("busy sound\n+119\n"), (Lines{"90.000 " + asks}));
     EXPECT_EQ(notified("busy none\n+1\n"), (Lines{"120.000 " + asks}));

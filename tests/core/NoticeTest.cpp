@@ -15,14 +15,7 @@ class Notice : public Play {
                 "launch\n");
     }
     /// Only what is notified, of the lines that a script adds.
-    Lines told(const std::string& script) {
-        Lines lines = (*this)(script);
-        std::erase_if(lines, [](const std::string& line) {
-            return line.find(" notification ") == std::string::npos &&
-                   line.find(" refused ") == std::string::npos;
-        });
-        return lines;
-    }
+    Lines told(const std::string& script) { return only((*this)(script), {" notification ", " refused "}); }
     [[nodiscard]] const std::function<void(const std::string&)>& listener() {
         return desk.services.notifications.listener();
     }

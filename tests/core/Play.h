@@ -2,6 +2,7 @@
 
 #include "desk/Script.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <functional>
 #include <gtest/gtest.h>
@@ -11,6 +12,8 @@
 #include <vector>
 
 namespace kelpa::test {
+
+using Lines = std::vector<std::string>;
 
 /// A desk that a test drives with pieces of script and whose whole journal it compares.
 class Play {
@@ -22,11 +25,18 @@ class Play {
     }
 
     /// Plays commands and gives the lines that they added to the journal. `desk::FatalEnd` passes through.
-    std::vector<std::string> operator()(const std::string& script) {
-        std::istringstream in(script);
-        const auto before = journal.lines().size();
-        desk::play(desk, desk::readScript(in));
-        return {journal.lines().begin() + static_cast<std::ptrdiff_t>(before), journal.lines().end()};
+    Lines operator()(const std::string& script) {
+        return during([&] {
+            std::istringstream in(script);
+            desk::play(desk, desk::readScript(in));
+        });
+    }
+
+    /// The lines that a deed adds to the journal.
+    Lines during(const std::function<void()>& deed) {
+        const auto before = static_cast<std::ptrdiff_t>(journal.lines().size());
+        deed();
+        return {journal.lines().begin() + before, journal.lines().end()};
     }
 
     desk::VirtualTime time;
@@ -41,7 +51,14 @@ inline void alone(const std::function<void()>& part) {
                 testing::ExitedWithCode(EXIT_SUCCESS), "");
 }
 
-using Lines = std::vector<std::string>;
+/// Of some lines those in which one of these texts stands.
+inline Lines only(Lines lines, const std::vector<std::string>& texts) {
+    std::erase_if(lines, [&](const std::string& line) {
+        return std::none_of(texts.begin(), texts.end(),
+                            [&](const std::string& text) { return line.find(text) != std::string::npos; });
+    });
+    return lines;
+}
 
 inline Lines operator+(Lines first, const Lines& second) {
     first.insert(first.end(), second.begin(), second.end());

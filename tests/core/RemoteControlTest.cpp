@@ -7,8 +7,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-
 namespace kelpa::test {
 namespace {
 
@@ -32,9 +30,8 @@ class Remote : public Play {
     static std::string said(RemoteControl::Refusal refusal) { return std::string(refusal.value_or("")); }
     /// What the desk notes while a request is obeyed, and its refusal behind it.
     Lines after(RemoteControl::Refusal (RemoteControl::*verb)()) {
-        const auto before = journal.lines().size();
-        const auto refusal = (control.*verb)();
-        Lines noted(journal.lines().begin() + static_cast<std::ptrdiff_t>(before), journal.lines().end());
+        RemoteControl::Refusal refusal;
+        Lines noted = during([&] { refusal = (control.*verb)(); });
         if (refusal)
             noted.push_back("refused: " + std::string(*refusal));
         return noted;
@@ -221,9 +218,7 @@ TEST(RemoteControl, changesNoMoreThanTwentyTimesASecond) {
     EXPECT_EQ(obeyed(100'000), 0);
     remote("+0.5\n");
     EXPECT_EQ(obeyed(100), 15) << "the first ones are a second old";
-    EXPECT_EQ(std::count_if(remote.journal.lines().begin(), remote.journal.lines().end(),
-                            [](const auto& line) { return line.find("More than 20") != std::string::npos; }),
-              1)
+    EXPECT_EQ(only(remote.journal.lines(), {"More than 20"}).size(), 1U)
         << "one line is enough while it goes on";
     remote("+2\n");
     EXPECT_EQ(obeyed(100), 20);

@@ -59,10 +59,7 @@ class Settings {
 
     /// The lines that a deed adds to the journal.
     Lines after(const std::function<void(Person)>& deed) {
-        const auto before = play.journal.lines().size();
-        deed(person());
-        return {play.journal.lines().begin() + static_cast<std::ptrdiff_t>(before),
-                play.journal.lines().end()};
+        return play.during([&] { deed(person()); });
     }
     [[nodiscard]] Person person() { return Person(*window().client()); }
     [[nodiscard]] desk::RecordingPreferences& window() { return play.desk.services.preferences; }

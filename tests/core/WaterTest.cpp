@@ -109,13 +109,7 @@ TEST(WaterState, ReadsWhatNoReminderCanBeFoundWithAsAbsent) {
     EXPECT_EQ(water().selectedInterval(), 15);
     EXPECT_EQ(water().nextReminder(), 900 - 1795428000);
     EXPECT_EQ(water().lastClickTimestamp(), 0);
-    const auto told = [&] {
-        Lines lines;
-        for (const std::string& line : play.journal.lines())
-            if (line.find("log warning") != std::string::npos)
-                lines.push_back(line);
-        return lines;
-    };
+    const auto told = [&] { return only(play.journal.lines(), {"log warning"}); };
     const Lines expected = {"0.000 log warning stored pref.water.interval.start is -1e+300, which is out of "
                             "range, the default one is used",
                             "0.000 log warning stored pref.water.interval.end is 9.3e+18, which is out of "
@@ -400,32 +394,27 @@ TEST(WaterPanel, MovesToAnotherScreenWhenItsOwnGoesAndDiesWithoutAny) {
     EXPECT_THROW(WindowController::showWaterView(), desk::FatalEnd);
 }
 
-/// Where the journal's lines from `begin` on put the water panel.
-Lines framesSince(std::size_t begin, const Play& play) {
-    const std::string said = " window frame Water Reminder ";
-    Lines frames;
-    for (std::size_t i = begin; i < play.journal.lines().size(); ++i)
-        if (const auto found = play.journal.lines()[i].find(said); found != std::string::npos)
-            frames.push_back(play.journal.lines()[i].substr(found + said.size()));
-    return frames;
-}
-
 TEST(WaterPanel, StandsInTheCornerOfItsScreenOrWhereItWasDragged) {
     const Screen laptop{1, {1920, 0, 1280, 800}}, alone{1, {0, 0, 1280, 800}}, small{1, {0, 0, 800, 600}};
     const Screen desk{2, {0, 0, 1920, 1080}}, shrunk{2, {0, 0, 1920, 600}};
     Play play({"title", "log", "item", "set", "water"});
     play(at("10:00:00", 9 * hour + 50 * 60) + "launch\n");
     play.journal.hearAsides();
-    const auto shownOn = [&play](const std::vector<Screen>& screens) {
-        const std::size_t begin = play.journal.lines().size();
-        play.desk.windows.arrange(screens);
-        WindowController::showWaterView();
-        return framesSince(begin, play);
+    // Where a deed puts the panel.
+    const auto puts = [&play](const std::function<void()>& deed) {
+        Lines frames = only(play.during(deed), {" window frame "});
+        for (std::string& line : frames)
+            line.erase(0, std::string("0.000 window frame Water Reminder ").size());
+        return frames;
     };
-    const auto draggedTo = [&play](double x, double y) {
-        const std::size_t begin = play.journal.lines().size();
-        play.desk.windows.dragPanel({x, y, 280, 330});
-        return framesSince(begin, play);
+    const auto shownOn = [&](const std::vector<Screen>& screens) {
+        return puts([&] {
+            play.desk.windows.arrange(screens);
+            WindowController::showWaterView();
+        });
+    };
+    const auto draggedTo = [&](double x, double y) {
+        return puts([&] { play.desk.windows.dragPanel({x, y, 280, 330}); });
     };
     EXPECT_EQ(shownOn({laptop, desk}), Lines{}) << "it is made there";
     EXPECT_EQ(shownOn({alone}), Lines{"1000,470 on 1"});
