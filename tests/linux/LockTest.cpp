@@ -178,6 +178,7 @@ TEST_F(LockTest, ASessionThatIsNoMoreIsLookedForAgain) {
 
 TEST_F(LockTest, AScreenThatIsLockedAlreadyIsFoundOut) {
     FakeLogind logind(loop);
+    const Saver idle(loop, "org.mate.ScreenSaver"); // which is no news
     Saver saver(loop, "org.cinnamon.ScreenSaver");
     saver.active = true;
     EXPECT_EQ(observe("L"), "L");
@@ -218,6 +219,15 @@ TEST_F(LockTest, MissingBusesHarmNothingAndAreFoundWhenTheyCome) {
 
 TEST_F(LockTest, BusesThatGoTakeTheirWordBackAndAreHeardAgain) {
     observe();
+    for (const bool again : {false, true}) {
+        if (again)
+            system.emplace("DBUS_SYSTEM_BUS_ADDRESS", systemAddress);
+        FakeLogind logind(loop);
+        logind.ownHint = true;
+        EXPECT_EQ(after("L"), "L");
+        system->end();
+        EXPECT_EQ(after("U"), "U");
+    }
     {
         Saver saver(loop);
         saver.emit("org.mate.ScreenSaver", "/", true);
