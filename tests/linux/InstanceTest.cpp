@@ -164,7 +164,8 @@ TEST_F(InstanceTest, isTakenFromAnOwnerOfTheNameThatOnlyFails) {
 
 TEST_F(InstanceTest, isTakenFromOneThatHangsAfterOneWait) {
     PrivateBus daemon;
-    Start stale(loop);
+    EventLoop stopped;
+    Start stale(stopped);
     ASSERT_EQ(stale.instance.claim(), Instance::Role::First);
     Start second(loop);
     const double began = secondsNow();
@@ -221,6 +222,7 @@ TEST_F(InstanceTest, takesNothingOverWhenItIsToldToEnd) {
     Start third(loop);
     EXPECT_EQ(third.instance.claim(), Instance::Role::Second);
     EXPECT_GE(asked.shown, 1);
+    spin(loop, 0.1); // in which it would hear that the name is lost
     EXPECT_EQ(asked.gone, 0);
 }
 
