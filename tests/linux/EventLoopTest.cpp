@@ -150,6 +150,13 @@ TEST_F(EventLoopTest, speedAppliesToTicksAndDelaysAlone) {
     EXPECT_GE(real, 0.15);
 }
 
+TEST_F(EventLoopTest, aTerminalThatIsToBeOutlivedEndsNothing) {
+    std::signal(SIGHUP, SIG_IGN);
+    EventLoop other;
+    kill(getpid(), SIGHUP);
+    EXPECT_FALSE(other.runUntil([&other] { return other.ending(); }, 0.1));
+}
+
 TEST_F(EventLoopTest, aVanishedReaderIsAnErrorCode) {
     std::array<int, 2> ends{};
     ASSERT_EQ(pipe(ends.data()), 0);
