@@ -7,10 +7,6 @@ Row {
 
     required property PreferencesRow row
 
-    function follow() {
-        field.follow();
-    }
-
     spacing: Theme.tightSpace
 
     component Step: IconButton {

@@ -28,6 +28,7 @@ T.ComboBox {
     Accessible.name: row.label
     Accessible.description: displayText
     onActivated: index => told.enter(told.entries.valueAt(index))
+    Component.onCompleted: follow()
     // The release would close a list that the press has opened.
     Keys.onReturnPressed: opening = !popup.visible
     Keys.onReleased: event => {
@@ -36,6 +37,13 @@ T.ComboBox {
             return;
         opening = false;
         popup.open();
+    }
+
+    Connections {
+        target: control.told
+        function onValueTold() {
+            control.follow();
+        }
     }
 
     contentItem: Words {

@@ -2,8 +2,7 @@ import QtQuick
 import Kelpa
 
 /// A caption, its control, what comes after it, and the lines below that explain it. A control is the file of its kind's
-/// name, and finds everything else in its `row`; one that has more to do with a value than to show it has a `follow`,
-/// which is called at first and whenever the program says the value, changed or not.
+/// name, and finds everything else in its `row`.
 Item {
     id: row
 
@@ -25,11 +24,6 @@ Item {
     readonly property real space: width - start
     readonly property real firstLine: tiled ? Theme.capsuleHeight : Theme.controlHeight
     readonly property real unitWidth: unit.visible ? unit.implicitWidth + Theme.stackSpace : 0
-
-    function follow() {
-        if (loader.item && loader.item.follow)
-            loader.item.follow();
-    }
 
     visible: told.visible
     implicitHeight: lines.y + lines.implicitHeight
@@ -56,13 +50,6 @@ Item {
         width: row.stretches ? Math.min(row.space - row.unitWidth, implicitWidth) : implicitWidth
         enabled: row.told.enabled
         opacity: enabled ? 1 : Theme.disabledOpacity
-        onLoaded: row.follow()
-    }
-    Connections {
-        target: row.told
-        function onValueTold() {
-            row.follow();
-        }
     }
     Words {
         id: unit

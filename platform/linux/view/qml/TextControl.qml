@@ -4,6 +4,8 @@ import Kelpa
 /// A line of text that is a setting, as wide as there is room for one. It shows what the program says, and reports what
 /// is typed and, when that is done, what was entered.
 TextEntry {
+    id: control
+
     required property PreferencesRow row
     readonly property ControlState told: row.told
     property bool edited: false
@@ -29,4 +31,12 @@ TextEntry {
         told.type(text);
     }
     onEditingFinished: finish()
+    Component.onCompleted: follow()
+
+    Connections {
+        target: control.told
+        function onValueTold() {
+            control.follow();
+        }
+    }
 }

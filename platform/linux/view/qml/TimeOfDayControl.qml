@@ -3,6 +3,8 @@ import Kelpa
 
 /// A time of day that is a setting.
 TimeEntry {
+    id: control
+
     readonly property ControlState told: row.told
 
     function follow() {
@@ -12,4 +14,12 @@ TimeEntry {
 
     Accessible.description: row.explanation
     onChanged: told.enter(minutes)
+    Component.onCompleted: follow()
+
+    Connections {
+        target: control.told
+        function onValueTold() {
+            control.follow();
+        }
+    }
 }
