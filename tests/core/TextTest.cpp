@@ -82,7 +82,9 @@ TEST(Shortened, KeepsTheBeginningInWholeCharacters) {
 TEST(TextEncoder, NeverLosesACharacter) {
     EXPECT_EQ(encoded("Grüße", TextEncoding::Latin1), "Gr\xFC\xDF"
                                                       "e");
-    EXPECT_EQ(encoded("喝水", TextEncoding::Utf8), "喝水");
+    // The first character of each length, and the last that there is.
+    constexpr std::string_view edges("\0\xC2\x80\xE0\xA0\x80\xF0\x90\x80\x80\xF4\x8F\xBF\xBF", 14);
+    EXPECT_EQ(encoded(edges, TextEncoding::Utf8), edges);
     EXPECT_EQ(encoded("喝水", TextEncoding::Latin1), std::nullopt);
     EXPECT_EQ(encoded("é", TextEncoding::Ascii), std::nullopt);
     for (const char* broken : {"\xC3", "\xC0\x80", "\xED\xA0\x80", "\xF5\x80\x80\x80", "a\x80", "\xE4\xBD"})

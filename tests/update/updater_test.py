@@ -103,6 +103,9 @@ class Updater(ServedTest, DesktopTest):
     def buttons(self):
         return [name for role, name in self.told() if role == "push button"]
 
+    def wait_for_buttons(self, *names):
+        wait_until(lambda: self.buttons() == list(names), 20, f"the buttons {names}")
+
     def wait_for_words(self, words):
         wait_until(lambda: any(words in name for _, name in self.told()), 20, f"'{words}'")
 
@@ -123,13 +126,13 @@ class Updater(ServedTest, DesktopTest):
 
     def test_an_offered_update_is_installed(self):
         self.offer()
-        self.assertEqual(self.screen.focus(), TITLE)
-        self.assertEqual(self.buttons(), ["Install", "Later", "Skip This Version"])
+        wait_until(lambda: self.screen.focus() == TITLE, 10, "the keyboard")
+        self.wait_for_buttons("Install", "Later", "Skip This Version")
         self.click_until("Install", self.handed.exists)
         self.assertEqual(self.handed.read_text().splitlines(), [str(self.cache / ("kelpa_99" + ENDING))])
         self.assertEqual(Path(self.handed.read_text().strip()).read_bytes(), PACKAGE)
         self.wait_for_words("The update is ready")
-        self.assertEqual(self.buttons(), ["OK"])
+        self.wait_for_buttons("OK")
         self.ends_fetching()
         self.assertAlmostEqual(self.stored(self.program)["update.lastCheck"], time.time(), delta=60)
         self.assertEqual(self.asked_for(), ["/feed.xml", "/kelpa" + ENDING])
@@ -160,7 +163,7 @@ class Updater(ServedTest, DesktopTest):
         self.offer()
         self.click_until("Install", lambda: self.buttons() == ["Cancel"])
         self.wait_for_words("0.9 of 2.7 MB")
-        self.assertIn(("progress bar", "33%"), self.told())
+        wait_until(lambda: ("progress bar", "33%") in self.told(), 10, "the progress bar")
         self.click_until("Cancel", lambda: not self.window())
         self.ends_fetching()
         self.assertEqual(self.downloads(), [])
@@ -242,7 +245,7 @@ class Updater(ServedTest, DesktopTest):
         self.start(feed_url="", speed=SOON)
         self.look_for_updates()
         self.wait_for_words("Kelpa does not update itself here")
-        self.assertEqual(self.buttons(), ["OK"])
+        self.wait_for_buttons("OK")
         self.assertNotIn("update.lastCheck", self.stored(self.program))
         self.assertEqual(self.helpers(self.program), self.helpers(self.program, "kelpa-view"))
         self.click_until("OK", lambda: not self.window())
