@@ -42,8 +42,11 @@ TEST(Menu, WaterLineComesOnceAndGoesOnce) {
     StatusBarController::insetWaterItem();
     StatusBarController::insetWaterItem();
     play("pref finished 1875\n");
+    const int removed = play.desk.statusBar.lines.at(3).id;
     StatusBarController::removeWaterItem();
     StatusBarController::removeWaterItem();
+    for (const int withoutAction : {removed, play.desk.statusBar.lines.at(0).id, -1})
+        StatusBarController::menu().didClick(withoutAction);
     const auto& lines = play.journal.lines();
     EXPECT_EQ(Lines(lines.begin() + 1, lines.end()),
               (Lines{"0.000 item water inserted 3 \"Water (40% )\"", "0.000 set pref.water.finished int 1875",
