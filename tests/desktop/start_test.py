@@ -61,13 +61,6 @@ class Signals(StartTest):
             self.assertEqual(len(self.sockets()), 1)
             self.assertEqual((self.assert_ends(self.answering()), self.sockets()), (0, []), number)
 
-    def test_it_outlives_its_terminal_where_it_is_told_to(self):
-        process = self.answering("trap '' HUP;")
-        process.send_signal(signal.SIGHUP)
-        self.settle(0.3)
-        self.assertEqual(self.ask("status")[0], 0)
-        self.assertEqual(self.assert_ends(process), 0)
-
 
 class Limits(StartTest):
     def test_files_that_may_not_grow_are_survived(self):
