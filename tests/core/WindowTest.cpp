@@ -39,6 +39,10 @@ TEST(Windows, AScreenThatAppearsDuringABreakIsCoveredAndEndsIt) {
     play(inABreak);
     EXPECT_EQ(play("screens 1 2\n"), (Lines{"61.000 window made 2 1920,0 1920x1080 level=25",
                                             "61.000 window show 2", "61.000 app activate"}));
+    const auto& first = *play.desk.windows.breakScreen(1);
+    const auto& added = *play.desk.windows.breakScreen(2);
+    EXPECT_EQ(added.prompt + added.count + added.texts.skip, first.prompt + first.count + first.texts.skip);
+    EXPECT_TRUE(added.skipOffered);
     EXPECT_EQ(play("skip 2\n"),
               (Lines{"61.000 window closing 1", "61.000 window closing 2", "61.000 app deactivate"}));
     EXPECT_EQ(play("screens 1 2 3\n+2\n"), (Lines{"63.000 window closed 1", "63.000 window closed 2"}));
