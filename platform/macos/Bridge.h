@@ -1,7 +1,6 @@
 #pragma once
 
 #import <AppKit/AppKit.h>
-#import <CoreFoundation/CoreFoundation.h>
 
 #include "base/FatalError.h"
 
@@ -30,12 +29,13 @@ namespace kelpa {
 }
 
 /// A number as the core knows it, one of whose kinds `Value` takes. Foundation keeps truth values as numbers,
-/// too.
+/// too, of a class of their own.
 template <class Value>
 [[nodiscard]] Value fromNumber(NSNumber* number) {
-    if (CFGetTypeID((__bridge CFTypeRef)number) == CFBooleanGetTypeID())
+    if ([number isKindOfClass:[@(YES) class]])
         return static_cast<bool>([number boolValue]);
-    if (CFNumberIsFloatType((__bridge CFNumberRef)number))
+    const char type = *[number objCType];
+    if (type == *@encode(double) || type == *@encode(float))
         return [number doubleValue];
     return static_cast<std::int64_t>([number longLongValue]);
 }

@@ -313,7 +313,8 @@ class Program:
         self.ask("use", number=line["number"])
 
     def press(self, *keys, modifiers=0):
-        self.ask("type", keys=[KEYS.get(key, key) for key in keys], modifiers=modifiers)
+        for key in keys:
+            self.ask("strike", key=KEYS.get(key, key), modifiers=modifiers)
 
     def turn_to(self, tab):
         labels, chosen = (f"contentViewController.{key}" for key in ("tabViewItems.label", "selectedTabViewItemIndex"))

@@ -39,19 +39,11 @@ typedef unsigned char Style;
 // --- Core Foundation
 
 typedef unsigned char Boolean;
-typedef unsigned long CFTypeID;
 typedef const void* CFTypeRef;
 typedef const struct __attribute__((objc_bridge(NSData))) __CFData* CFDataRef;
 typedef const struct __attribute__((objc_bridge(NSString))) __CFString* CFStringRef;
-typedef const struct __attribute__((objc_bridge(NSNumber))) __CFNumber* CFNumberRef;
 typedef const struct __attribute__((objc_bridge(NSDictionary))) __CFDictionary* CFDictionaryRef;
 typedef struct __attribute__((objc_bridge(NSError))) __CFError* CFErrorRef;
-
-extern "C" {
-SINCE(10.0) CFTypeID CFGetTypeID(CFTypeRef object);
-SINCE(10.0) CFTypeID CFBooleanGetTypeID(void);
-SINCE(10.0) Boolean CFNumberIsFloatType(CFNumberRef number);
-}
 
 // --- Core Audio, Core Media I/O and power management
 

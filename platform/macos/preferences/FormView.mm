@@ -14,10 +14,10 @@ constexpr CGFloat margin = 20;
 constexpr CGFloat rowSpacing = 10;
 constexpr CGFloat sectionGap = 8;
 
-/// A title's row in the grid, or -1, and the rows that stand under it.
+/// A title's row in the grid, if there is one, and the rows that stand under it.
 struct Section {
-    NSInteger title = -1;
-    std::vector<NSInteger> rows;
+    NSGridRow* title = nil;
+    std::vector<NSGridRow*> rows;
 };
 
 } // namespace
@@ -77,19 +77,19 @@ struct Section {
     _sections.push_back(place);
 }
 
-- (NSInteger)addTitle:(const std::string&)title {
+- (NSGridRow*)addTitle:(const std::string&)title {
     NSFont* font = [NSFont boldSystemFontOfSize:kelpa::measures::sectionTitleSize];
     NSTextField* label = kelpa::makeLabel(title, font);
     NSGridRow* row = [_grid addRowWithViews:@[ label, [NSGridCell emptyContentView] ]];
     [row setTopPadding:sectionGap];
     [row mergeCellsInRange:NSMakeRange(0, 2)];
     [[row cellAtIndex:0] setXPlacement:NSGridCellPlacementLeading];
-    return [_grid indexOfRow:row];
+    return row;
 }
 
-- (NSInteger)addCaption:(const std::string&)caption cell:(NSView*)cell {
+- (NSGridRow*)addCaption:(const std::string&)caption cell:(NSView*)cell {
     NSView* label = caption.empty() ? [NSGridCell emptyContentView] : kelpa::makeLabel(caption);
-    return [_grid indexOfRow:[_grid addRowWithViews:@[ label, cell ]]];
+    return [_grid addRowWithViews:@[ label, cell ]];
 }
 
 - (void)setControl:(KelpaControl*)control visible:(BOOL)visible {
@@ -105,12 +105,10 @@ struct Section {
 }
 
 - (void)updateTitle:(const Section&)section {
-    if (section.title < 0)
-        return;
     BOOL anyVisible = NO;
-    for (const NSInteger row : section.rows)
-        anyVisible = anyVisible || ![[_grid rowAtIndex:row] isHidden];
-    [[_grid rowAtIndex:section.title] setHidden:!anyVisible];
+    for (NSGridRow* row : section.rows)
+        anyVisible = anyVisible || ![row isHidden];
+    [section.title setHidden:!anyVisible];
 }
 
 @end

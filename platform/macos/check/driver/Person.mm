@@ -51,7 +51,7 @@ id plain(id value, NSDictionary* keys) {
 id subject(NSDictionary* asked) {
     if (asked[@"path"])
         return [NSClassFromString(asked[@"class"]) valueForKeyPath:asked[@"path"]];
-    return told [[asked [@"number"] unsignedLongValue]];
+    return told.at([asked[@"number"] unsignedLongValue]);
 }
 
 /// What is to be used. Windows have to be on the screen, and the pointer has to reach the middle of a view.
@@ -74,22 +74,6 @@ id reached(NSDictionary* asked) {
     if (![hit isDescendantOf:view])
         throw std::runtime_error([[NSString stringWithFormat:@"There is %@", hit] UTF8String]);
     return view;
-}
-
-/// The window that a key goes to is the one that has the keyboard.
-void strike(NSString* key, NSUInteger modifiers) {
-    NSWindow* window = [NSApp keyWindow];
-    for (const auto type : {NSEventTypeKeyDown, NSEventTypeKeyUp})
-        [NSApp sendEvent:[NSEvent keyEventWithType:static_cast<NSEventType>(type)
-                                                location:NSZeroPoint
-                                           modifierFlags:modifiers
-                                               timestamp:0
-                                            windowNumber:[window windowNumber]
-                                                 context:nil
-                                              characters:key
-                             charactersIgnoringModifiers:key
-                                               isARepeat:NO
-                                                 keyCode:0]];
 }
 
 } // namespace
@@ -127,11 +111,22 @@ void strike(NSString* key, NSUInteger modifiers) {
     return nil;
 }
 
-+ (id)type:(NSDictionary*)asked {
-    if (![NSApp keyWindow])
+/// The window that a key goes to is the one that has the keyboard.
++ (id)strike:(NSDictionary*)asked {
+    NSWindow* window = [NSApp keyWindow];
+    if (!window)
         throw std::runtime_error("No window has the keyboard");
-    for (NSString* key in asked[@"keys"])
-        strike(key, [asked[@"modifiers"] unsignedIntegerValue]);
+    for (const auto type : {NSEventTypeKeyDown, NSEventTypeKeyUp})
+        [NSApp sendEvent:[NSEvent keyEventWithType:static_cast<NSEventType>(type)
+                                                location:NSZeroPoint
+                                           modifierFlags:[asked[@"modifiers"] unsignedIntegerValue]
+                                               timestamp:0
+                                            windowNumber:[window windowNumber]
+                                                 context:nil
+                                              characters:asked[@"key"]
+                             charactersIgnoringModifiers:asked[@"key"]
+                                               isARepeat:NO
+                                                 keyCode:0]];
     return nil;
 }
 

@@ -10,10 +10,10 @@
 #include <objc/runtime.h>
 
 #include <cstring>
-#include <set>
 #include <sstream>
 #include <string>
 #include <unordered_map>
+#include <unordered_set>
 #include <unwind.h>
 
 extern "C" {
@@ -28,15 +28,15 @@ _Unwind_Reason_Code __gxx_personality_v0(int, _Unwind_Action, unsigned long, _Un
 
 namespace {
 
-/// What is known of all objects. It outlives everything that runs at the end. Nothing guards it: the program
-/// has one thread.
+/// What is known of an object beyond its instance variables.
 struct Known {
-    std::set<std::pair<id, id*>> weakReferences; ///< objects, and the places of each
-    std::unordered_map<id, NSMutableDictionary*> records;
+    std::unordered_set<id*> weakPlaces;
+    NSMutableDictionary* record = nil;
 };
 
-Known& known() {
-    static auto* all = new Known;
+/// It outlives everything that runs at the end. Nothing guards it: the program has one thread.
+std::unordered_map<id, Known>& known() {
+    static auto* all = new std::unordered_map<id, Known>;
     return *all;
 }
 
@@ -71,10 +71,6 @@ void keepArguments(id keeper, NSInvocation* asked) {
                                            : @(value.flag)
                       forKey:keyOf([parts objectAtIndex:i])];
     }
-}
-
-Class classNamed(const char* name) {
-    return *name == '+' ? objc_getMetaClass(name + 1) : objc_lookUpClass(name);
 }
 
 } // namespace
@@ -142,10 +138,10 @@ void objc_autoreleasePoolPop(void* pool) {
 
 /// What stands in a place that is new to it is of no matter.
 id objc_storeWeak(id* place, id object) {
-    auto& references = known().weakReferences;
-    references.erase({*place, place});
+    if (const auto before = known().find(*place); before != known().end())
+        before->second.weakPlaces.erase(place);
     if (object)
-        references.emplace(object, place);
+        known()[object].weakPlaces.insert(place);
     return *place = object;
 }
 id objc_initWeak(id* place, id object) __attribute__((alias("objc_storeWeak")));
@@ -170,12 +166,11 @@ void objc_copyWeak(id* to, id* from) {
 - (oneway void)release {
     if (!NSDecrementExtraRefCountWasZero(self))
         return;
-    auto& references = known().weakReferences;
-    auto each = references.lower_bound({self, nullptr});
-    for (; each != references.end() && each->first == self; each = references.erase(each))
-        *each->second = nil;
-    if (const auto record = known().records.extract(self))
-        [record.mapped() release];
+    if (const auto found = known().extract(self)) {
+        for (id* place : found.mapped().weakPlaces)
+            *place = nil;
+        [found.mapped().record release];
+    }
     [self dealloc];
 }
 
@@ -232,9 +227,7 @@ void objc_copyWeak(id* to, id* from) {
 /// stands in for them, because its table of methods is made then.
 + (void)load {
     GSDebugAllocationActive(YES);
-    for (const char* message : {"copy", "copyWithZone:", "retain"})
-        class_addMethod(self, sel_registerName(message),
-                        reinterpret_cast<IMP>(reinterpret_cast<void*>(objc_retainBlock)), "@@:");
+    answer("BlockObject", "copy copyWithZone: retain", objc_retainBlock);
     [[[self alloc] init] dealloc];
     constexpr std::size_t size = 13 * sizeof(void*);
     for (void** kind : {_NSConcreteGlobalBlock, _NSConcreteStackBlock, _NSConcreteMallocBlock})
@@ -248,25 +241,16 @@ void objc_copyWeak(id* to, id* from) {
 @end
 
 NSMutableDictionary* recordOf(id object) {
-    NSMutableDictionary*& record = known().records[object];
+    NSMutableDictionary*& record = known()[object].record;
     if (!record)
         record = [[NSMutableDictionary alloc] init];
     return record;
 }
 
-void addMethods(const char* owner, const char* names, void* function) {
+void answer(const char* owner, const char* names, id (*method)(id object)) {
+    const Class all = *owner == '+' ? objc_getMetaClass(owner + 1) : objc_lookUpClass(owner);
     std::istringstream each(names);
     for (std::string name; each >> name;)
-        class_replaceMethod(classNamed(owner), sel_registerName(name.c_str()),
-                            reinterpret_cast<IMP>(function), "@@:");
-}
-
-void answerWithReceiver(const char* owner, const char* names) {
-    static id (*const receiver)(id) = [](id self) { return self; };
-    addMethods(owner, names, reinterpret_cast<void*>(receiver));
-}
-
-void ignoreMessages(const char* owner, const char* names) {
-    static id (*const nothing)() = []() -> id { return nil; };
-    addMethods(owner, names, reinterpret_cast<void*>(nothing));
+        class_replaceMethod(all, sel_registerName(name.c_str()),
+                            reinterpret_cast<IMP>(reinterpret_cast<void*>(method)), "@@:");
 }

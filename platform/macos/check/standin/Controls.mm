@@ -1,10 +1,8 @@
 // What controls, fonts and pictures have there and not here. What nothing comes of is kept or ignored.
 #import "platform/macos/check/standin/StandIns.h"
 
-#import <CoreFoundation/CoreFoundation.h>
 #import <CoreGraphics/CoreGraphics.h>
 #import <CoreText/CoreText.h>
-#import <QuartzCore/QuartzCore.h>
 
 NSString* const NSAccessibilityRadioButtonRole = @"AXRadioButton";
 NSString* const NSAccessibilityRadioGroupRole = @"AXRadioGroup";
@@ -19,24 +17,18 @@ NSFontTextStyle const NSFontTextStyleFootnote = @"10";
 const NSFontWeight NSFontWeightRegular = 0;
 const NSFontWeight NSFontWeightBold = 0.4;
 
-namespace {
-
-id anyColor(id, SEL) {
-    return [NSColor grayColor];
-}
-
-} // namespace
-
 @implementation NSView (StandIn)
 
 + (void)load {
-    ignoreMessages("NSView", "layer wantsUpdateLayer updateLayer effectiveAppearance "
-                             "viewDidChangeEffectiveAppearance addTrackingArea:");
+    answer("NSView",
+           "layer wantsUpdateLayer updateLayer effectiveAppearance viewDidChangeEffectiveAppearance "
+           "addTrackingArea:",
+           nothing);
     // Some of which the toolkit knows by name only.
-    addMethods("+NSColor", "controlAccentColor systemGrayColor systemGreenColor systemTealColor",
-               reinterpret_cast<void*>(anyColor));
-    ignoreMessages("NSColor", "CGColor");
-    answerWithReceiver("NSImage", "imageWithSymbolConfiguration:");
+    answer("+NSColor", "controlAccentColor systemGrayColor systemGreenColor systemTealColor",
+           [](id) -> id { return [NSColor grayColor]; });
+    answer("NSColor", "CGColor", nothing);
+    answer("NSImage", "imageWithSymbolConfiguration:", itself);
 }
 
 @end
@@ -168,23 +160,9 @@ id anyColor(id, SEL) {
 
 @end
 
-// --- Core Foundation, Core Graphics and Core Text
+// --- Core Graphics and Core Text
 
 extern "C" {
-
-/// Truth values are numbers of a class of their own.
-CFTypeID CFGetTypeID(CFTypeRef object) {
-    return [NSStringFromClass([(__bridge id)object class]) hasSuffix:@"BoolNumber"];
-}
-
-CFTypeID CFBooleanGetTypeID(void) {
-    return true;
-}
-
-Boolean CFNumberIsFloatType(CFNumberRef number) {
-    const char type = *[(__bridge NSNumber*)number objCType];
-    return type == 'd' || type == 'f';
-}
 
 CGDataProviderRef CGDataProviderCreateWithCFData(CFDataRef data) {
     return reinterpret_cast<CGDataProviderRef>(const_cast<__CFData*>(data));

@@ -3,7 +3,6 @@
 #import "platform/macos/check/standin/StandIns.h"
 
 #include <algorithm>
-#include <cmath>
 
 const CGFloat NSViewNoIntrinsicMetric = -1;
 
@@ -40,14 +39,15 @@ NSSize arrange(NSView* view, bool placing) {
 
 /// An edge or a length of a view, and any constraint of it, is the view. So is a row that it is.
 + (void)load {
-    answerWithReceiver(
-        "NSView",
-        "leadingAnchor trailingAnchor centerXAnchor topAnchor bottomAnchor centerYAnchor "
-        "widthAnchor heightAnchor safeAreaLayoutGuide constraintEqualToAnchor: "
-        "constraintEqualToAnchor:constant: constraintGreaterThanOrEqualToAnchor: "
-        "constraintGreaterThanOrEqualToAnchor:constant: constraintLessThanOrEqualToAnchor:constant: "
-        "constraintEqualToConstant: constraintGreaterThanOrEqualToConstant: row");
-    ignoreMessages("NSView", "invalidateIntrinsicContentSize columnAtIndex: mergeCellsInRange: cellAtIndex:");
+    answer("NSView",
+           "leadingAnchor trailingAnchor centerXAnchor topAnchor bottomAnchor centerYAnchor "
+           "widthAnchor heightAnchor safeAreaLayoutGuide constraintEqualToAnchor: "
+           "constraintEqualToAnchor:constant: constraintGreaterThanOrEqualToAnchor: "
+           "constraintGreaterThanOrEqualToAnchor:constant: constraintLessThanOrEqualToAnchor:constant: "
+           "constraintEqualToConstant: constraintGreaterThanOrEqualToConstant: row",
+           itself);
+    answer("NSView",
+           "invalidateIntrinsicContentSize columnAtIndex: mergeCellsInRange: cellAtIndex:", nothing);
 }
 
 - (NSSize)intrinsicContentSize {
@@ -121,14 +121,6 @@ NSSize arrange(NSView* view, bool placing) {
     NSStackView* row = [NSStackView stackViewWithViews:views];
     [self addArrangedSubview:row];
     return row;
-}
-
-- (NSInteger)indexOfRow:(id)row {
-    return static_cast<NSInteger>([[self subviews] indexOfObjectIdenticalTo:row]);
-}
-
-- (id)rowAtIndex:(NSInteger)index {
-    return [self subviews][static_cast<NSUInteger>(index)];
 }
 
 - (id)cellForView:(NSView*)view {

@@ -141,10 +141,13 @@ static NSEventMask watchedElsewhere;
 
 /// GNUstep's own helpers, which it starts as tasks, would write into the user's home, and stay behind.
 + (void)load {
-    ignoreMessages("NSConcreteUnixTask", "launch");
-    ignoreMessages("+NSPasteboard", "_pbs"); // there is no server to keep what is copied
+    answer("NSConcreteUnixTask", "launch", nothing);
+    answer("+NSPasteboard", "_pbs", nothing); // there is no server to keep what is copied
     // Whoever asks for it is told at once by whoever posts, and not by another thread.
-    ignoreMessages("+NSOperationQueue", "mainQueue");
+    answer("+NSOperationQueue", "mainQueue", nothing);
+    // Within the process alone: the real one starts a daemon that stays.
+    answer("+NSDistributedNotificationCenter", "defaultCenter",
+           [](id) -> id { return [NSNotificationCenter defaultCenter]; });
 }
 
 - (void)addObserver:(id)observer
@@ -154,15 +157,6 @@ static NSEventMask watchedElsewhere;
     suspensionBehavior:(NSNotificationSuspensionBehavior)behavior {
     if (behavior == NSNotificationSuspensionBehaviorDeliverImmediately)
         [self addObserver:observer selector:selector name:name object:object];
-}
-
-@end
-
-@implementation NSDistributedNotificationCenter (StandIn)
-
-/// Within the process alone: the real one starts a daemon that stays.
-+ (id)defaultCenter {
-    return [NSNotificationCenter defaultCenter];
 }
 
 @end

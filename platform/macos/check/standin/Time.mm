@@ -171,7 +171,7 @@ static double duration; ///< of the animation that is being asked for
 @implementation NSAnimationContext (StandIn)
 
 + (void)load {
-    answerWithReceiver("NSResponder", "animator");
+    answer("NSResponder", "animator", itself);
 }
 
 + (void)runAnimationGroup:(void (^)(NSAnimationContext* context))group

@@ -42,7 +42,7 @@ NSString* const NSImageNameApplicationIcon = @"Kelpa"; // a file of the bundle
 + (void)load {
     method_exchangeImplementations(class_getInstanceMethod(self, @selector(keyDown:)),
                                    class_getInstanceMethod(self, @selector(otherKeyDown:)));
-    ignoreMessages("NSApplication", "addWindowsItem:title:filename:");
+    answer("NSApplication", "addWindowsItem:title:filename:", nothing);
 }
 
 /// Escape that nothing else took asks for the end of what is going on. For other keys, this has changed names
