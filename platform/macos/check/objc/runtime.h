@@ -7,8 +7,6 @@
 typedef struct objc_method* Method;
 typedef struct objc_ivar* Ivar;
 struct objc_method_description;
-extern "C" {
-BOOL sel_isEqual(SEL one, SEL other);
-Method class_getInstanceMethod(Class owner, SEL name);
-void method_exchangeImplementations(Method one, Method other);
-}
+extern "C" BOOL sel_isEqual(SEL one, SEL other);
+extern "C" Method class_getInstanceMethod(Class owner, SEL name);
+extern "C" void method_exchangeImplementations(Method one, Method other);

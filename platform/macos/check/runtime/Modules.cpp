@@ -53,10 +53,8 @@ constexpr unsigned long librarysInfo = 0xf;
 
 } // namespace
 
-extern "C" {
-Class* objc_lookUpClass(const char* name);
-void __objc_exec_class(Module* module);
-}
+extern "C" Class* objc_lookUpClass(const char* name);
+extern "C" void __objc_exec_class(Module* module);
 
 namespace {
 
