@@ -1,6 +1,6 @@
 #!/usr/bin/python3
 """How the program starts, what happens when it is started again, and how it ends."""
-from macos_support import COMMAND, SCREENS, START, MacTest, anywhere, main
+from macos_support import SCREENS, START, MacTest, anywhere, main
 
 WORK = "Length of a work period in minutes"
 

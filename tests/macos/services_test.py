@@ -1,7 +1,6 @@
 #!/usr/bin/python3
 """What the program asks of the system: login item, mail, About, updates, and texts in the user's language."""
 import re
-from pathlib import Path
 
 from macos_support import ON_MAC, PROGRAM, ROOT, MacTest, Program, anywhere, main
 
