@@ -208,7 +208,8 @@ TEST(HistorySums, AddUpTheDaysThatWereAskedFor) {
                        "2026-11-29,12:00:00,drink,,,,,,250,1500,drunk\n2026-11-29,12:00\n"
                        "2026-11-29,23:50:00,work,,,1200,,,,,pau";
     files["2026-12"] =
-        "2026-12-01,09:00:00,drink,,,,,,100,2000,drunk\n2026-12-01,10:00:00,work,,,60,,,,,idle";
+        "2026-12-01,09:00:00,drink,,,,,,100,2000,drunk\n2026-12-01,10:00:00,work,,,60,,,,,idle\n"
+        "2026-12-02,09:00:00,drink,,,,,,100,2000,drunk\n";
     const auto sums = sumsOf(play.desk.history, day("2026-11-29"), day("2026-12-01"));
     EXPECT_EQ(sums.days, (std::vector<HistorySum>{{1500, 2, 2, 250, 1500}, {}, {60, 0, 0, 100, 2000}}));
 }

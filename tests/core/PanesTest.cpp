@@ -286,11 +286,20 @@ TEST(WorkflowPane, TheCustomPromptIsWrittenInPausesAndTypedOnlyWhileItIsWanted) 
     EXPECT_EQ(pref().breakPrompt(), "two\nlines");
 }
 
+std::string workflowSections(const Play& play) {
+    std::string titles;
+    for (const auto& section : play.desk.services.preferences.layout().panes.at(1).sections)
+        titles += section.title + "|";
+    return titles;
+}
+
 TEST(WorkflowPane, ChoosesTheWordBeforeABreakAndWhatBreaksWaitFor) {
     Settings settings("launch\n", {"title", "item", "log"});
     EXPECT_EQ(
         texts(settings["breakNotice"].entries()),
         (std::vector<std::string>{"Off", "10 seconds before", "30 seconds before", "60 seconds before"}));
+    EXPECT_EQ(workflowSections(settings.play),
+              "Short Break Options|Long Break Options|Other Options|Before a Break|While I Am Busy|History|");
     EXPECT_EQ(settings["breakNotice"].number(), 0);
     EXPECT_EQ(settings["moreTime"].text(), "5");
     EXPECT_FALSE(settings["holdLimit"].enabled() || settings["hold.sound"].enabled());
@@ -335,10 +344,7 @@ TEST(WorkflowPane, HasNoRowsForWhatThePlatformLacks) {
     play.desk.offered().notifications = nullptr;
     play.desk.offered().busy = nullptr;
     play("launch\nmenu settings\n");
-    const auto& sections = play.desk.services.preferences.layout().panes.at(1).sections;
-    EXPECT_TRUE(std::none_of(sections.begin(), sections.end(), [](const auto& section) {
-        return section.title == "Before a Break" || section.title == "While I Am Busy";
-    }));
+    EXPECT_EQ(workflowSections(play), "Short Break Options|Long Break Options|Other Options|History|");
 }
 
 TEST(StylePaneWindow, ChoosesStyleAndListAndShowsTheirPrompts) {

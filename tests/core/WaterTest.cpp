@@ -34,7 +34,8 @@ TEST(WaterDates, KeepTheirTextsApartFromTheLocale) {
     for (const char* text : {"", "soon", "1,5", "1.5 ", "nan"})
         EXPECT_EQ(dateFromText(text), Date{0}) << text;
     EXPECT_EQ(timePointsText({Date{978307200}, Date{978307201.5}}), "[0,1.5]");
-    EXPECT_EQ(timePointsFromText(" [ 1.5 , 0, 1.5e0 ] "), (std::set{Date{978307200}, Date{978307201.5}}));
+    EXPECT_EQ(timePointsFromText(" [ 1.5 , 0, 15e-1, 0.15E+1 ] "),
+              (std::set{Date{978307200}, Date{978307201.5}}));
     EXPECT_EQ(timePointsFromText("[]"), std::set<Date>{});
     for (const char* text : {"", "1", "[1,]", "[,1]", "[1 2]", "[01]", "[+1]", "[.5]", "[1.]", "[1]x",
                              "[\"1\"]", "[null]", "[[1]]", "{\"a\":1}", "[1e999]", "[nan]", "[1", "[0x1]"})
