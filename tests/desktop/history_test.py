@@ -66,8 +66,9 @@ class Records(HistoryTest):
         wait_until(lambda: self.status().get("seconds", 36000) < 36000, 10, "some of the work to have passed")
         self.assertEqual(self.ask("pause")[0], 0)
         program.wait_for("warning .* the history cannot be written and waits: .*Is a directory", 10)
-        code, _, message = self.ask("history")
+        code, told, message = self.ask("history")
         self.assertEqual(code, 1)
+        self.assertIn("Nothing is recorded", told, "what can be read is told all the same")
         self.assertIn("Is a directory", message)
 
 

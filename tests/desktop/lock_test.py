@@ -4,7 +4,7 @@ import os
 
 from Xlib import X, Xatom
 
-from support import LONG_ENOUGH, WORK, DesktopTest, Session, main, wait_until
+from support import DOUBLE, LONG_ENOUGH, WORK, DesktopTest, Session, main, wait_until
 from virtual_desktop import wait_for_cover, wait_for_uncover
 
 STOPPED = "ticktack timer stoped"
@@ -62,6 +62,22 @@ class Lock(DesktopTest):
         self.session.run_tool("mate-screensaver-command", "--deactivate")
         program.wait_for(STARTED, 10, times=2)
         self.assertEqual(program.count("skip break view"), 0)
+
+    def test_a_desktop_that_tells_logind_alone(self):
+        logind = self.mock("org.freedesktop.login1", "/org/freedesktop/login1", "--template", "logind", bus="system")
+        logind("AddSession", "c1", "seat0", str(os.getuid()), "tester", "true", interface=DOUBLE)
+
+        def hint(locked):
+            logind("SetLockedHint", locked, at="/org/freedesktop/login1/session/c1", interface="org.freedesktop.login1.Session")
+
+        program = self.launch(environment={"XDG_SESSION_ID": "c1"})
+        wait_for_cover(self.session, self.monitors, 15)
+        stops = program.count(STOPPED)
+        hint("true")
+        program.wait_for(STOPPED, 5, times=stops + 1)
+        wait_for_uncover(self.session, 5)
+        hint("false")
+        program.wait_for(STARTED, 5, times=2)
 
 
 class ServerGone(DesktopTest):

@@ -127,13 +127,13 @@ class DesktopTest(unittest.TestCase):
         act(seconds)
         return (sleeps() - before) / seconds
 
-    def mock(self, name, path, *kind):
-        """Puts a test double of python3-dbusmock on the session bus; gives what calls its methods."""
-        double = self.session.spawn([sys.executable, "-m", "dbusmock", "--session", *kind])
+    def mock(self, name, path, *kind, bus="session"):
+        """Puts a test double of python3-dbusmock on one of the buses; gives what calls its methods."""
+        double = self.session.spawn([sys.executable, "-m", "dbusmock", f"--{bus}", *kind])
         self.addCleanup(Session.end, double)
 
         def call(member, *arguments, at=path, interface=name):
-            return self.session.run_tool("gdbus", "call", "--session", "-d", name, "-o", at, "-m", f"{interface}.{member}",
+            return self.session.run_tool("gdbus", "call", f"--{bus}", "-d", name, "-o", at, "-m", f"{interface}.{member}",
                                          *arguments).stdout
 
         def answers():

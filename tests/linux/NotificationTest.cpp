@@ -204,6 +204,8 @@ TEST_F(TrayNoticeTest, tellsOnceAndTheClickOpensThePreferences) {
     spin(loop, 0.1);
     EXPECT_EQ(logged, 0) << "a panel may be slow";
     ASSERT_TRUE(comes([&] { return desktop.shown.size() == 1; }));
+    EXPECT_TRUE(desktop.shown.front().ends_with("[default Settings] [desktop-entry=app.orvane.Kelpa] -1"))
+        << desktop.shown.front();
     settle();
     desktop.press(41, "other");
     desktop.press(41, "default");
