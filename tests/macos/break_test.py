@@ -1,6 +1,6 @@
 #!/usr/bin/python3
 """Breaks on two screens: what stands on them, every way out of them, and what becomes of them when screens come and go."""
-from macos_support import SCREENS, MacTest, Refused, anywhere, main
+from macos_support import SCREENS, MacTest, Refused, anywhere, main, rectangle
 
 ONE, TWO = SCREENS
 WORK, BREAK = 60, 120
@@ -147,8 +147,8 @@ class Screens(BreakTest):
 
     def test_a_window_that_the_system_moved_goes_back(self):
         program = self.begin()
-        program.ask("use", number=program.breaks()[1].number, message="center")
-        self.assertNotEqual(tuple(program.breaks()[1].frame), TWO[1:])
+        program.ask("move", number=program.breaks()[1].number, frame=rectangle(10, 10, 100, 100))
+        self.assertEqual(program.breaks()[1].frame, [10, 10, 100, 100])
         program.screens(*SCREENS)
         self.assertEqual([tuple(window.frame) for window in program.breaks()], [ONE[1:], TWO[1:]])
 

@@ -54,7 +54,8 @@ id subject(NSDictionary* asked) {
     return told.at([asked[@"number"] unsignedLongValue]);
 }
 
-/// What is to be used. Windows have to be on the screen, and the pointer has to reach the middle of a view.
+/// What is to be used. Windows have to be on the screen, and the pointer has to reach the middle of a view,
+/// which it does not where that is hidden.
 id reached(NSDictionary* asked) {
     id object = subject(asked);
     NSView* view = [object isKindOfClass:[NSView class]] ? object : nil;
@@ -63,8 +64,6 @@ id reached(NSDictionary* asked) {
         throw std::runtime_error("It is not there any more");
     if (!view)
         return object;
-    if ([view isHiddenOrHasHiddenAncestor])
-        throw std::runtime_error("It is hidden");
     if ([view isKindOfClass:[NSControl class]] && ![object isEnabled])
         throw std::runtime_error("It is grey");
     [view scrollRectToVisible:[view bounds]];
@@ -94,9 +93,10 @@ id reached(NSDictionary* asked) {
         value = [NSDate dateWithTimeIntervalSince1970:[value doubleValue]];
     if (asked[@"key"])
         [object setValue:value forKeyPath:asked[@"key"]];
-    if (asked[@"message"])
-        [NSApp sendAction:NSSelectorFromString(asked[@"message"]) to:object from:asked[@"with"]];
-    else if ([object respondsToSelector:@selector(action)] && [object action])
+    if (NSString* message = asked[@"message"]) {
+        if (![NSApp sendAction:NSSelectorFromString(message) to:object from:asked[@"with"]])
+            throw std::runtime_error("It does not know the message");
+    } else if ([object respondsToSelector:@selector(action)] && [object action])
         [NSApp sendAction:[object action] to:[object target] from:object];
     return nil;
 }
@@ -127,6 +127,12 @@ id reached(NSDictionary* asked) {
                              charactersIgnoringModifiers:asked[@"key"]
                                                isARepeat:NO
                                                  keyCode:0]];
+    return nil;
+}
+
+/// The system moves the windows of a screen that went away.
++ (id)move:(NSDictionary*)asked {
+    [reached(asked) setFrame:NSRectFromString(asked[@"frame"]) display:YES];
     return nil;
 }
 
