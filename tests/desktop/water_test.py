@@ -186,8 +186,10 @@ class Place(WaterTest):
         self.stands_at(monitor.x + monitor.width - PANEL[0], monitor.y, f"the panel in the corner of {monitor}")
 
     def close(self):
+        answered = self.stored(self.program)["pref.water.lastShowDate"]
         self.click_in(self.panel(), CLOSE)
         self.gone()
+        self.assertEqual(self.stored(self.program)["pref.water.lastShowDate"], answered, "closing is no answer")
 
     def test_it_comes_to_the_corner_of_a_screen_that_is_there(self):
         program = self.launched()
