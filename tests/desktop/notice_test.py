@@ -60,6 +60,7 @@ class Dunst(NoticeTest):
         self.obeys("resume")
         self.press("2 more minutes")
         self.wait_for_full_period()
+        wait_until(lambda: not self.shown(), 5, "the notification to go")
         self.assertEqual(break_windows(self.session), [])
         self.press("Start now")
         wait_for_cover(self.session, self.monitors)

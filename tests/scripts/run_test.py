@@ -1,6 +1,5 @@
 #!/usr/bin/python3
 """The scripts ./run and ./test as a stranger calls them, with stand-ins for the tools that would change the machine."""
-import os
 import subprocess
 import tempfile
 import unittest
