@@ -175,6 +175,7 @@ class FakePortal {
         sd_bus_request_name(bus, "org.freedesktop.portal.Desktop", 0);
     }
     std::uint32_t code = 0;
+    std::string request; ///< the last one's interface and name
     std::map<std::string, std::string> options;
     int calls = 0;
 
@@ -182,6 +183,8 @@ class FakePortal {
     static int asked(sd_bus_message* message, void* self, sd_bus_error*) {
         auto& portal = *static_cast<FakePortal*>(self);
         ++portal.calls;
+        portal.request =
+            sd_bus_message_get_interface(message) + (" " + std::string(sd_bus_message_get_member(message)));
         sd_bus_message_skip(message, "s");
         portal.options = readProperties(message);
         const std::string sender = sd_bus_message_get_sender(message);
@@ -213,6 +216,7 @@ TEST_F(PortalTest, ASandboxAsksTheDesktop) {
         [&log](const std::string& line) { log.push_back(line); });
     item->setEnabled(true);
     ASSERT_TRUE(spinUntil(loop, [&] { return fake.calls == 1; }));
+    EXPECT_EQ(fake.request, "org.freedesktop.portal.Background RequestBackground");
     EXPECT_EQ(fake.options["autostart"], "yes");
     EXPECT_TRUE(fs::is_empty(folder.path()));
 
@@ -220,6 +224,7 @@ TEST_F(PortalTest, ASandboxAsksTheDesktop) {
     LinuxMail mail(loop, [this] { return &portal; });
     mail.compose({"Kelpa 反馈", "feedback@kelpa.example", "body", folder.path() + "/today.log"});
     ASSERT_TRUE(spinUntil(loop, [&] { return fake.calls == 2; }));
+    EXPECT_EQ(fake.request, "org.freedesktop.portal.Email ComposeEmail");
     EXPECT_EQ(fake.options["subject"], "Kelpa 反馈");
     EXPECT_EQ(fake.options["address"], "feedback@kelpa.example");
     EXPECT_EQ(fake.options["attachment_fds"], "[lines of today]");
