@@ -54,8 +54,9 @@ TEST(History, TellsHowABreakEndedInOneLineForAllScreens) {
                                                {"+7\nnotice 1\n", "1507", "7,0,due,,,notice"},
                                                {"+7\nlock\n+60\n", "1507", "7,0,due,,,locked"},
                                                {"+7\nend\n", "1507", "7,0,due,,,quit"}};
-    for (const auto& [script, second, figures] : ends)
-        alone([&] {
+    for (const auto& end : ends)
+        alone([&end] {
+            const auto& [script, second, figures] = end;
             Lines all = lines(monday + "screens 1 2\n" + kept + "launch\n+1500\n" + script);
             std::erase(all, "1507.000 settings");
             EXPECT_EQ(

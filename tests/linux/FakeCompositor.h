@@ -106,32 +106,30 @@ class FakeCompositor {
         });
     }
 
+    static void askExt(wl_client* client, wl_resource* manager, std::uint32_t id, std::uint32_t milliseconds,
+                       wl_resource* seat) {
+        of(manager).add(wl_resource_create(client, &::ext_idle_notification_v1_interface, 1, id), &extNotice,
+                        seat, {"ext", milliseconds}, [](wl_resource* notice, bool idle) {
+                            (idle ? ext_idle_notification_v1_send_idled
+                                  : ext_idle_notification_v1_send_resumed)(notice);
+                        });
+    }
+    static void askKde(wl_client* client, wl_resource* manager, std::uint32_t id, wl_resource* seat,
+                       std::uint32_t milliseconds) {
+        of(manager).add(wl_resource_create(client, &::org_kde_kwin_idle_timeout_interface, 1, id), &kdeNotice,
+                        seat, {"kde", milliseconds}, [](wl_resource* notice, bool idle) {
+                            (idle ? org_kde_kwin_idle_timeout_send_idle
+                                  : org_kde_kwin_idle_timeout_send_resumed)(notice);
+                        });
+    }
+    static void simulateActivity(wl_client*, wl_resource*) {}
+
     // Nobody asks the seat for its devices.
     static inline const struct wl_seat_interface seatVerbs { nullptr, nullptr, nullptr, destroy };
     static inline const struct ext_idle_notification_v1_interface extNotice { destroy };
-    static inline const struct ext_idle_notifier_v1_interface ext {
-        destroy, [](wl_client* client, wl_resource* manager, std::uint32_t id, std::uint32_t milliseconds,
-                    wl_resource* seat) {
-            of(manager).add(wl_resource_create(client, &::ext_idle_notification_v1_interface, 1, id),
-                            &extNotice, seat, {"ext", milliseconds}, [](wl_resource* notice, bool idle) {
-                                (idle ? ext_idle_notification_v1_send_idled
-                                      : ext_idle_notification_v1_send_resumed)(notice);
-                            });
-        }
-    };
-    static inline const struct org_kde_kwin_idle_timeout_interface kdeNotice {
-        destroy, [](wl_client*, wl_resource*) {}
-    };
-    static inline const struct org_kde_kwin_idle_interface kde {
-        [](wl_client* client, wl_resource* manager, std::uint32_t id, wl_resource* seat,
-           std::uint32_t milliseconds) {
-            of(manager).add(wl_resource_create(client, &::org_kde_kwin_idle_timeout_interface, 1, id),
-                            &kdeNotice, seat, {"kde", milliseconds}, [](wl_resource* notice, bool idle) {
-                                (idle ? org_kde_kwin_idle_timeout_send_idle
-                                      : org_kde_kwin_idle_timeout_send_resumed)(notice);
-                            });
-        }
-    };
+    static inline const struct ext_idle_notifier_v1_interface ext { destroy, askExt };
+    static inline const struct org_kde_kwin_idle_timeout_interface kdeNotice { destroy, simulateActivity };
+    static inline const struct org_kde_kwin_idle_interface kde { askKde };
 
     void dispatch() {
         wl_event_loop_dispatch(wl_display_get_event_loop(display_), 0);
