@@ -18,6 +18,7 @@ void RemotePreferencesWindow::setLayout(const PreferencesLayout& layout, Prefere
     window_->setActionHandler(
         [this](const std::string& action, const std::string& value) { didAct(action, value); });
     window_->setReplayed([this] { client_->showAgain(); });
+    // In the window's place, which is handed on what is not about controls.
     windows_.view().add(window_->id(), *this);
 }
 
@@ -28,13 +29,13 @@ void RemotePreferencesWindow::show() {
 
 void RemotePreferencesWindow::show(const std::string& id, PreferencesField field,
                                    const PreferencesValue& value) {
+    // What nobody sees now is said again when the window is shown.
+    if (!window_ || !window_->visible())
+        return;
     const auto tell = [&](std::string_view type, std::string_view shown) {
         windows_.view().send(
             {std::to_string(window_->id()), view::tell, id, nameOf(view::fields, field), type, shown});
     };
-    // What nobody sees now is said again when the window is shown.
-    if (!window_ || !window_->visible())
-        return;
     if (const auto* on = std::get_if<bool>(&value))
         tell(view::boolType, *on ? "1" : "0");
     else if (const auto* number = std::get_if<std::int64_t>(&value))

@@ -28,7 +28,10 @@ T.ComboBox {
     Accessible.name: row.label
     Accessible.description: displayText
     onActivated: index => told.enter(told.entries.valueAt(index))
-    Component.onCompleted: follow()
+    Component.onCompleted: {
+        told.valueTold.connect(follow);
+        follow();
+    }
     // The release would close a list that the press has opened.
     Keys.onReturnPressed: opening = !popup.visible
     Keys.onReleased: event => {
@@ -37,13 +40,6 @@ T.ComboBox {
             return;
         opening = false;
         popup.open();
-    }
-
-    Connections {
-        target: control.told
-        function onValueTold() {
-            control.follow();
-        }
     }
 
     contentItem: Words {

@@ -4,8 +4,6 @@ import Kelpa
 /// A line of text that is a setting, as wide as there is room for one. It shows what the program says, and reports what
 /// is typed and, when that is done, what was entered.
 TextEntry {
-    id: control
-
     required property PreferencesRow row
     readonly property ControlState told: row.told
     property bool edited: false
@@ -31,12 +29,8 @@ TextEntry {
         told.type(text);
     }
     onEditingFinished: finish()
-    Component.onCompleted: follow()
-
-    Connections {
-        target: control.told
-        function onValueTold() {
-            control.follow();
-        }
+    Component.onCompleted: {
+        told.valueTold.connect(follow);
+        follow();
     }
 }

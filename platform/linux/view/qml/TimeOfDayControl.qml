@@ -3,8 +3,6 @@ import Kelpa
 
 /// A time of day that is a setting.
 TimeEntry {
-    id: control
-
     readonly property ControlState told: row.told
 
     function follow() {
@@ -14,12 +12,8 @@ TimeEntry {
 
     Accessible.description: row.explanation
     onChanged: told.enter(minutes)
-    Component.onCompleted: follow()
-
-    Connections {
-        target: control.told
-        function onValueTold() {
-            control.follow();
-        }
+    Component.onCompleted: {
+        told.valueTold.connect(follow);
+        follow();
     }
 }
